@@ -1,0 +1,74 @@
+# SPDX-FileCopyrightText: The TARN Inserter authors
+# SPDX-License-Identifier: Apache-2.0
+
+# Settings shared by every target of the tree, and the functions that create targets.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTORCC ON)
+set(CMAKE_AUTOUIC_SEARCH_PATHS "${PROJECT_SOURCE_DIR}/forms")
+
+# The same layout in the build tree and in an installation, so that the workbench finds libraries,
+# plug-ins and translations relative to itself in both.
+set(TARN_LIB_DIR "${CMAKE_INSTALL_LIBDIR}/tarn")
+set(TARN_PLUGIN_DIR "${TARN_LIB_DIR}/plugins")
+set(TARN_DATA_DIR "${CMAKE_INSTALL_DATADIR}/tarn")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${TARN_LIB_DIR}")
+
+# QT_NO_KEYWORDS: a port's list of signals is named "signals".
+add_compile_definitions(QT_NO_KEYWORDS QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050d00)
+add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wshadow)
+if(TARN_WARNINGS_AS_ERRORS)
+    add_compile_options(-Werror)
+endif()
+if(TARN_SANITIZE)
+    add_compile_options(-fsanitize=${TARN_SANITIZE} -fno-omit-frame-pointer
+        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${TARN_SANITIZE})
+endif()
+if(TARN_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+endif()
+
+# tarn_host_library(name HEADERS public.h... SOURCES file... [LINK target...] [PRIVATE_LINK target...])
+#
+# A shared library of the development host, one per namespace: target tarnhost_<name>, alias
+# TarnHost::<name>. HEADERS are the public headers, included as <name/header.h> and installed.
+function(tarn_host_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "HEADERS;SOURCES;LINK;PRIVATE_LINK")
+    set(target tarnhost_${name})
+    add_library(${target} SHARED ${ARG_SOURCES})
+    add_library(TarnHost::${name} ALIAS ${target})
+    target_sources(${target} PUBLIC FILE_SET HEADERS
+        BASE_DIRS "${PROJECT_SOURCE_DIR}/host" FILES ${ARG_HEADERS})
+    string(TOUPPER ${name} upper)
+    target_compile_definitions(${target} PRIVATE ${upper}_LIBRARY)
+    target_link_libraries(${target} PUBLIC Qt5::Core ${ARG_LINK} PRIVATE ${ARG_PRIVATE_LINK})
+    set_target_properties(${target} PROPERTIES
+        EXPORT_NAME ${name}
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${target} EXPORT TarnHostTargets
+        LIBRARY DESTINATION "${TARN_LIB_DIR}"
+        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tarn-host")
+endfunction()
+
+# tarn_plugin_part(name SOURCES file... [LINK target...])
+#
+# A static library with one folder of the plug-in: target tarn_<name>. The plug-in library and the
+# tests link it, so that no source is compiled twice. Includes are written <folder/header.h>.
+function(tarn_plugin_part name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
+    add_library(tarn_${name} STATIC ${ARG_SOURCES})
+    target_include_directories(tarn_${name} PUBLIC "${PROJECT_SOURCE_DIR}")
+    target_link_libraries(tarn_${name} PUBLIC ${ARG_LINK})
+endfunction()

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "core_global.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+class QAction;
+
+namespace Core {
+
+/// One menu command per command id, shared by all contexts.
+///
+/// A command forwards to the action that the active context registered for its id: it shows that
+/// action's text, tool tip, icon, shortcut and enabled state and follows their changes, and
+/// triggers it. Without such an action the command is disabled and shows its own default text. An
+/// action that is destroyed leaves by itself.
+class CORE_EXPORT ActionManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    static ActionManager *instance();
+
+    /// Registers @p action (not owned) for command @p id in @p context. A later registration for
+    /// the same pair replaces the former one.
+    static void registerAction(QAction *action, const QString &id, const QString &context);
+
+    // For the application:
+
+    /// The command of @p id, created on first use; owned by the manager.
+    static QAction *command(const QString &id);
+    /// The text shown while no action of an active context is there.
+    static void setDefaultText(const QString &id, const QString &text);
+    /// The active contexts, the one that wins first.
+    static void setActiveContexts(const QStringList &contexts);
+
+private:
+    struct Private;
+
+    ActionManager();
+    ~ActionManager() override;
+
+    std::unique_ptr<Private> d;
+};
+
+} // namespace Core

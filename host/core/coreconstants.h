@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace Core {
+namespace Constants {
+
+/// Id of the shared Save command of the File menu.
+constexpr char A_FILE_SAVE[] = "Core.Action.Save";
+
+} // namespace Constants
+} // namespace Core

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "core_global.h"
+
+#include <QWidget>
+
+namespace Core {
+
+/// A document view shown by ViewManager, which owns it from ViewManager::showView() on.
+///
+/// The window title is the document's name; the short title is what the view's tab shows and
+/// follows the window title until setShortTitle() is called. A view that wants to ask before it
+/// closes does so in its closeEvent(). The destructor writes the debug line
+/// "IView: <window title> destoryed".
+class CORE_EXPORT IView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit IView(QWidget *parent = nullptr);
+    ~IView() override;
+
+    QString shortTitle() const;
+    void setShortTitle(const QString &title);
+
+Q_SIGNALS:
+    void shortTitleChanged(const QString &title);
+
+private:
+    QString m_shortTitle;
+};
+
+} // namespace Core

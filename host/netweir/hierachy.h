@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "netweir_global.h"
+
+#include <QList>
+#include <QString>
+
+namespace NETWEIR {
+
+class RtlNet;
+class RtlNetBus;
+class NetlistBuilder;
+
+/// A node of the design hierarchy: the top module, an instance or an interface instance. Owned by
+/// the RtlNetlist and valid as long as it; immutable.
+class NETWEIR_EXPORT Hierachy
+{
+public:
+    /// Name of the instance within its parent; of the top node, the name of the top module.
+    const QString &instName() const { return m_instName; }
+
+    /// Name of the module as its source has it, without parameter values.
+    const QString &moduleName() const { return m_moduleName; }
+
+    /// Null for the top node.
+    Hierachy *parent() const { return m_parent; }
+
+    /// Child nodes in the order of the source.
+    const QList<Hierachy *> &children() const { return m_children; }
+
+    /// Own single nets, in the order of the source; bits of buses are not among them.
+    const QList<RtlNet *> &nets() const { return m_nets; }
+
+    /// Own buses, in the order of the source.
+    const QList<RtlNetBus *> &buses() const { return m_buses; }
+
+    /// The node's single nets, then those of each child's subtree in order. Linear in the result
+    /// and the nodes visited, at any depth.
+    QList<RtlNet *> singleNetsIncludeSub() const;
+
+    /// The node's buses, then those of each child's subtree in order.
+    QList<RtlNetBus *> netbusesIncludeSub() const;
+
+private:
+    friend class NetlistBuilder;
+
+    QString m_instName;
+    QString m_moduleName;
+    Hierachy *m_parent = nullptr;
+    QList<Hierachy *> m_children;
+    QList<RtlNet *> m_nets;
+    QList<RtlNetBus *> m_buses;
+};
+
+} // namespace NETWEIR

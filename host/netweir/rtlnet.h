@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "netweir_global.h"
+
+#include <QString>
+
+namespace NETWEIR {
+
+class RtlNetlist;
+class NetlistBuilder;
+
+/// A single net, or one bit of a bus. Owned by the RtlNetlist and valid as long as it; immutable.
+class NETWEIR_EXPORT RtlNet
+{
+public:
+    /// Name within its hierarchy node: "clk", "data[3]", "g[0].w", "st.valid".
+    QString name() const { return m_fullPathName.mid(m_nameOffset); }
+
+    /// Name within the design, levels joined with '/': "top/u0/data[3]". Stored: returning it costs
+    /// no copy.
+    const QString &fullPathName() const { return m_fullPathName; }
+
+    /// The net cannot be read back: no hardware value stands behind it.
+    bool excludedForProbeIn() const { return m_excludedForProbeIn; }
+
+    /// The net cannot be driven: it has a driver already or is no wire.
+    bool excludedForProbeOut() const { return m_excludedForProbeOut; }
+
+private:
+    friend class NetlistBuilder;
+
+    QString m_fullPathName;
+    int m_nameOffset = 0;
+    bool m_excludedForProbeIn = false;
+    bool m_excludedForProbeOut = false;
+};
+
+} // namespace NETWEIR

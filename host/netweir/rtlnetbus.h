@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "netweir_global.h"
+
+#include <QList>
+#include <QString>
+
+namespace NETWEIR {
+
+class RtlNet;
+class NetlistBuilder;
+
+/// A bus: a named vector of nets. Owned by the RtlNetlist and valid as long as it; immutable.
+class NETWEIR_EXPORT RtlNetBus
+{
+public:
+    /// Name within its hierarchy node, range included: "data[7:0]".
+    QString BusName() const { return m_fullBusName.mid(m_nameOffset); }
+
+    /// Name within the design: "top/u0/data[7:0]". Stored: returning it costs no copy.
+    const QString &fullBusName() const { return m_fullBusName; }
+
+    /// The bits in declaration order, left to right: data[7] first for data[7:0].
+    const QList<RtlNet *> &nets() const { return m_nets; }
+
+    /// True when any member net carries the mark.
+    bool excludedForProbeIn() const { return m_excludedForProbeIn; }
+    bool excludedForProbeOut() const { return m_excludedForProbeOut; }
+
+private:
+    friend class NetlistBuilder;
+
+    QString m_fullBusName;
+    QList<RtlNet *> m_nets;
+    int m_nameOffset = 0;
+    bool m_excludedForProbeIn = false;
+    bool m_excludedForProbeOut = false;
+};
+
+} // namespace NETWEIR

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "qutil_global.h"
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+namespace QUtil {
+
+/// One named event of the host with its named values. A value type without behaviour.
+class QUTIL_EXPORT IEvent
+{
+public:
+    explicit IEvent(const QString &name, const QMap<QString, QVariant> &values = {});
+    virtual ~IEvent();
+
+    /// The name under which handlers subscribe, for example "TE.File.Add".
+    QString name() const;
+
+    /// The value stored under @p key, an invalid variant when the event carries none.
+    virtual QVariant get(const QString &key) const;
+
+private:
+    QString m_name;
+    QMap<QString, QVariant> m_values;
+};
+
+} // namespace QUtil

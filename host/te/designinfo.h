@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// Keys of the design information map, which travels from TE::DesignManager::getSourceFileInfo()
+/// through the plug-in, unread, to NETWEIR::catchRtlModules().
+namespace TE {
+namespace DesignInfo {
+
+constexpr char Top[] = "Top"; ///< String: the top module chosen by the user, empty for none.
+constexpr char Files[] =
+    "Files"; ///< List of maps, one per enabled design source, in project order.
+
+// Keys of one entry of Files.
+constexpr char Path[] = "Path"; ///< String: absolute path.
+constexpr char Type[] = "Type"; ///< Int: TE::FileType.
+
+constexpr char IncludePaths[] = "IncludePaths"; ///< String list: absolute folders, in search order.
+constexpr char Macros[] = "Macros";             ///< String list: "NAME" or "NAME=VALUE".
+constexpr char LibraryFiles[] =
+    "LibraryFiles"; ///< String list: absolute paths of library sources, read as `-v` files.
+constexpr char Standard[] = "Standard"; ///< String: value of TE::OPT::Verilog_Standard.
+constexpr char Timeout[] = "Timeout";   ///< Int: seconds; missing or 0 is the default of 120.
+
+} // namespace DesignInfo
+} // namespace TE

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace TE {
+
+/// Kinds of project files. Verilog, SystemVerilog and VHDL are the design sources.
+enum FileType {
+    UnknownFile = 0,
+    ConstraintFile = 1,
+    VerilogFile = 2,
+    SystemVerilogFile = 3,
+    VhdlFile = 4,
+    TarnFile = 5,
+};
+
+/// What the design manager knows of one file; type 0 and not enabled for a file that it does not
+/// know.
+struct FileInfo
+{
+    int type = UnknownFile;
+    bool enabled = false;
+};
+
+} // namespace TE

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// Names that plug-ins and host agree on: results, events, event keys, options.
+namespace TE {
+
+/// Result of the synthesis: the netlist file.
+constexpr char RES_NETLIST[] = "RES.netlist";
+
+// Events and, behind each, the keys that it carries.
+constexpr char E_FILE_ADD[] = "TE.File.Add";                 ///< file
+constexpr char E_FILE_REMOVE[] = "TE.File.Remove";           ///< file, type
+constexpr char E_FILE_CH_ENABLE[] = "TE.File.Change.Enable"; ///< file, type, enable (new state)
+constexpr char E_FILE_CH_TYPE[] = "TE.File.Change.Type"; ///< file, type (new), previous (former)
+constexpr char E_FILE_MODIFIED[] = "TE.File.Modified";   ///< file
+constexpr char E_OPTION_CHANGE[] = "TE.Option.Change";   ///< option (its name)
+constexpr char E_DEVICE_CHANGE[] = "TE.Device.Change";   ///< none
+
+constexpr char K_FILE[] = "file";
+constexpr char K_TYPE[] = "type";
+constexpr char K_ENABLE[] = "enable";
+constexpr char K_OPTION[] = "option";
+constexpr char K_PREVIOUS[] = "previous";
+
+namespace OPT {
+
+constexpr char INCLUDEPATH[] = "IncludePath"; ///< String list; relative to the working folder.
+constexpr char Verilog_Standard[] =
+    "Verilog_Standard"; ///< "1364-1995", "1364-2001", "1364-2005" or "1800-2017".
+constexpr char SYNTHESIZE_TOOL[] = "Synthesize_tool"; ///< "OstraSynthesis" or Synplify_pro.
+constexpr char TOPMODULE[] = "TopModule"; ///< Name of the top module; empty: found by itself.
+constexpr char EXTRACTION_TIMEOUT[] =
+    "Extraction_Timeout"; ///< Seconds after which reading the netlist is given up.
+
+/// Value of SYNTHESIZE_TOOL.
+constexpr char Synplify_pro[] = "Synplify";
+
+} // namespace OPT
+} // namespace TE

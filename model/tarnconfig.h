@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QString>
+
+namespace TARN {
+
+class TarnCore;
+
+/// Names in the configuration file.
+constexpr char NODE_TARN_CONFIG[] = "TARN_CONFIG";
+constexpr char NODE_VERSION[] = "Version";
+
+/// True when readTARNConfigFromXml() would read the file at @p path without an error. The reason
+/// of a refusal goes to the debug stream.
+bool checkTARNFile(const QString &path);
+
+/// Reads the cores of the configuration file at @p path; the caller owns them. On failure returns
+/// an empty list, sets @p ok to false and @p errorMessage to what is wrong, with line and column.
+/// Both pointers may be null.
+QList<TarnCore *> readTARNConfigFromXml(const QString &path, bool *ok, QString *errorMessage);
+
+/// Replaces the file at @p path with the configuration of @p cores: afterwards it holds the whole
+/// new content, or, when false is returned, its former content. Unchanged content is written byte
+/// for byte as it was read from a file written here. False before anything is touched when a text
+/// cannot be represented in XML.
+bool writeTARNConfigToXml(const QList<TarnCore *> &cores, const QString &path);
+
+} // namespace TARN

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QMetaType>
+#include <QString>
+
+namespace TARN {
+
+/// A chosen single net or bus. A value: copies share their members until one of them changes.
+struct SignalItem
+{
+    QString name;              ///< Full name of the net or bus; the identity in every comparison.
+    QString displayName;       ///< Shown, in italics, instead of the name when not empty.
+    QList<SignalItem> members; ///< Of a bus: one item a bit; empty for a single net.
+    bool enabled = true;       ///< False: drawn grey, neither selectable nor enabled.
+    bool usable = true;        ///< False, with enabled true: drawn red, still selectable.
+    int kind = -1;             ///< 0 single net, 1 bus, -1 not set.
+
+    /// Number of bits: the number of members, or 1 when there are none.
+    int width() const { return members.isEmpty() ? 1 : members.size(); }
+};
+
+} // namespace TARN
+
+Q_DECLARE_METATYPE(TARN::SignalItem)
