@@ -18,6 +18,9 @@ class NetlistBuilder;
 class NETWEIR_EXPORT Hierachy
 {
 public:
+    Hierachy() = default;
+    Q_DISABLE_COPY(Hierachy)
+
     /// Name of the instance within its parent; of the top node, the name of the top module.
     const QString &instName() const { return m_instName; }
 
@@ -48,6 +51,7 @@ private:
 
     QString m_instName;
     QString m_moduleName;
+    QString m_prefix; ///< What the full path names of the node's own nets begin with.
     Hierachy *m_parent = nullptr;
     QList<Hierachy *> m_children;
     QList<RtlNet *> m_nets;

@@ -15,6 +15,9 @@ class NetlistBuilder;
 class NETWEIR_EXPORT RtlNet
 {
 public:
+    RtlNet() = default;
+    Q_DISABLE_COPY(RtlNet)
+
     /// Name within its hierarchy node: "clk", "data[3]", "g[0].w", "st.valid".
     QString name() const { return m_fullPathName.mid(m_nameOffset); }
 

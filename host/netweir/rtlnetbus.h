@@ -16,6 +16,9 @@ class NetlistBuilder;
 class NETWEIR_EXPORT RtlNetBus
 {
 public:
+    RtlNetBus() = default;
+    Q_DISABLE_COPY(RtlNetBus)
+
     /// Name within its hierarchy node, range included: "data[7:0]".
     QString BusName() const { return m_fullBusName.mid(m_nameOffset); }
 

@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "netlistbuilder.h"
+
+#include "internal/netliststore.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace NETWEIR {
+
+namespace {
+
+/// @p prefix and @p name in one allocation of the exact size.
+QString joined(const QString &prefix, const QString &name)
+{
+    QString text(prefix.size() + name.size(), Qt::Uninitialized);
+    QChar *out = text.data();
+    std::memcpy(out, prefix.constData(), std::size_t(prefix.size()) * sizeof(QChar));
+    std::memcpy(out + prefix.size(), name.constData(), std::size_t(name.size()) * sizeof(QChar));
+    return text;
+}
+
+/// The text "[index]", written without a heap allocation.
+class BitSuffix
+{
+public:
+    explicit BitSuffix(int index)
+    {
+        *--m_begin = QLatin1Char(']');
+        unsigned rest = index < 0 ? 0U - unsigned(index) : unsigned(index);
+        do {
+            *--m_begin = QLatin1Char(char('0' + rest % 10));
+            rest /= 10;
+        } while (rest != 0);
+        if (index < 0)
+            *--m_begin = QLatin1Char('-');
+        *--m_begin = QLatin1Char('[');
+    }
+
+    const QChar *data() const { return m_begin; }
+    int size() const { return int(m_text + Capacity - m_begin); }
+
+private:
+    static constexpr int Capacity = 16;
+    QChar m_text[Capacity];
+    QChar *m_begin = m_text + Capacity;
+};
+
+QString bitName(const QString &busPath, int index)
+{
+    const BitSuffix suffix(index);
+    QString text(busPath.size() + suffix.size(), Qt::Uninitialized);
+    QChar *out = text.data();
+    std::memcpy(out, busPath.constData(), std::size_t(busPath.size()) * sizeof(QChar));
+    std::memcpy(out + busPath.size(), suffix.data(), std::size_t(suffix.size()) * sizeof(QChar));
+    return text;
+}
+
+} // namespace
+
+struct NetlistBuilder::Private
+{
+    std::unique_ptr<RtlNetlist::Private> store = std::make_unique<RtlNetlist::Private>();
+
+    RtlNet *addNet(const QString &fullPathName, int nameOffset, NetMarks marks)
+    {
+        RtlNet *net = store->nets.add();
+        net->m_fullPathName = fullPathName;
+        net->m_nameOffset = nameOffset;
+        net->m_excludedForProbeIn = marks.excludedForProbeIn;
+        net->m_excludedForProbeOut = marks.excludedForProbeOut;
+        return net;
+    }
+};
+
+NetlistBuilder::NetlistBuilder(const QString &topModule)
+    : d(std::make_unique<Private>())
+{
+    addHierachy(nullptr, topModule, topModule);
+}
+
+NetlistBuilder::~NetlistBuilder() = default;
+
+Hierachy *NetlistBuilder::top() const
+{
+    return d->store->nodes.at(0);
+}
+
+Hierachy *NetlistBuilder::addHierachy(Hierachy *parent, const QString &instName,
+                                      const QString &moduleName)
+{
+    Hierachy *node = d->store->nodes.add();
+    node->m_instName = instName;
+    node->m_moduleName = moduleName;
+    node->m_parent = parent;
+    node->m_prefix = (parent ? parent->m_prefix : QString()) + instName + QLatin1Char('/');
+    if (parent)
+        parent->m_children.append(node);
+    return node;
+}
+
+RtlNet *NetlistBuilder::addNet(Hierachy *node, const QString &name, NetMarks marks)
+{
+    RtlNet *net = d->addNet(joined(node->m_prefix, name), node->m_prefix.size(), marks);
+    node->m_nets.append(net);
+    return net;
+}
+
+RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left, int right,
+                                  const std::vector<NetMarks> &marks)
+{
+    const QString path = joined(node->m_prefix, name);
+    const int offset = node->m_prefix.size();
+    const int step = left > right ? -1 : 1;
+    const int width = std::abs(left - right) + 1;
+
+    RtlNetBus *bus = d->store->buses.add();
+    bus->m_fullBusName =
+        QStringLiteral("%1[%2:%3]").arg(path, QString::number(left), QString::number(right));
+    bus->m_nameOffset = offset;
+    bus->m_nets.reserve(width);
+    for (int i = 0; i < width; ++i) {
+        NetMarks mark;
+        if (!marks.empty())
+            mark = marks[marks.size() == 1 ? 0 : std::size_t(i)];
+        bus->m_nets.append(d->addNet(bitName(path, left + i * step), offset, mark));
+        bus->m_excludedForProbeIn |= mark.excludedForProbeIn;
+        bus->m_excludedForProbeOut |= mark.excludedForProbeOut;
+    }
+    node->m_buses.append(bus);
+    return bus;
+}
+
+void NetlistBuilder::setUsesJtagPrimitive(bool uses)
+{
+    d->store->usesJtagPrimitive = uses;
+}
+
+std::unique_ptr<RtlNetlist> NetlistBuilder::take()
+{
+    d->store->indexNets();
+    return std::unique_ptr<RtlNetlist>(new RtlNetlist(std::move(d->store)));
+}
+
+} // namespace NETWEIR
