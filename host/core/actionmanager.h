@@ -11,6 +11,7 @@
 #include <memory>
 
 class QAction;
+class QKeySequence;
 
 namespace Core {
 
@@ -19,7 +20,7 @@ namespace Core {
 /// A command forwards to the action that the active context registered for its id: it shows that
 /// action's text, tool tip, icon, shortcut and enabled state and follows their changes, and
 /// triggers it. Without such an action the command is disabled and shows its own default text. An
-/// action that is destroyed leaves by itself.
+/// action that is destroyed leaves by itself. ViewManager sets the contexts of the active view.
 class CORE_EXPORT ActionManager : public QObject
 {
     Q_OBJECT
@@ -37,6 +38,8 @@ public:
     static QAction *command(const QString &id);
     /// The text shown while no action of an active context is there.
     static void setDefaultText(const QString &id, const QString &text);
+    /// The shortcut of the command while its action brings none of its own.
+    static void setDefaultShortcut(const QString &id, const QKeySequence &shortcut);
     /// The active contexts, the one that wins first.
     static void setActiveContexts(const QStringList &contexts);
 

@@ -29,7 +29,10 @@ Q_SIGNALS:
     void shortTitleChanged(const QString &title);
 
 private:
+    void onWindowTitleChanged(const QString &title);
+
     QString m_shortTitle;
+    bool m_hasShortTitle = false;
 };
 
 } // namespace Core

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "viewcontainer.h"
+
+#include <core/iview.h>
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QVBoxLayout>
+
+namespace Core {
+
+ViewContainer::ViewContainer(IView *view)
+    : m_view(view)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(view);
+    view->show();
+    view->installEventFilter(this);
+    connect(view, &QObject::destroyed, this, &ViewContainer::onViewDestroyed);
+}
+
+ViewContainer::~ViewContainer()
+{
+    if (m_view) {
+        disconnect(m_view, nullptr, this, nullptr);
+        m_view->removeEventFilter(this);
+    }
+    finish();
+}
+
+bool ViewContainer::tryToClose()
+{
+    // QWidget::close() says yes without asking while a close is under way.
+    if (m_asking)
+        return false;
+    const QPointer<ViewContainer> guard(this);
+    close();
+    return !guard || m_closed;
+}
+
+void ViewContainer::closeEvent(QCloseEvent *event)
+{
+    const QPointer<ViewContainer> guard(this);
+    const bool agreed = m_closed || viewAgrees();
+    event->setAccepted(agreed);
+    if (!guard || !agreed)
+        return;
+    finish();
+    if (guard)
+        deleteLater();
+}
+
+bool ViewContainer::viewAgrees()
+{
+    if (!m_view)
+        return true;
+    const QPointer<ViewContainer> guard(this);
+    QCloseEvent question;
+    m_asking = true;
+    QCoreApplication::sendEvent(m_view, &question);
+    if (guard)
+        m_asking = false;
+    return !guard || !m_view || question.isAccepted();
+}
+
+bool ViewContainer::eventFilter(QObject *watched, QEvent *event)
+{
+    // Somebody closes the view itself rather than its container: take the common path.
+    if (watched == m_view && event->type() == QEvent::Close && !m_asking && !m_closed) {
+        event->setAccepted(tryToClose());
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void ViewContainer::finish()
+{
+    if (m_closed)
+        return;
+    m_closed = true;
+    if (m_view)
+        Q_EMIT closed();
+}
+
+void ViewContainer::onViewDestroyed()
+{
+    if (m_closed)
+        return;
+    m_closed = true;
+    Q_EMIT viewLost();
+    deleteLater();
+}
+
+} // namespace Core

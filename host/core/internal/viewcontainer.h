@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+namespace Core {
+
+class IView;
+
+/// Around each shown view. Every way of closing a view ends in the container's closeEvent(), which
+/// asks the view. Owns the view as its parent widget and deletes itself once closed.
+class ViewContainer : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ViewContainer(IView *view);
+    ~ViewContainer() override;
+
+    /// Null once the view was deleted by somebody else.
+    IView *view() const { return m_view; }
+
+    /// Closes the view if it agrees. False too while the view is still being asked.
+    bool tryToClose();
+
+    bool isClosed() const { return m_closed; }
+
+Q_SIGNALS:
+    /// The view agreed to close, or the container is being deleted; the view is still whole.
+    void closed();
+    /// The view was deleted by somebody else and cannot be used any more.
+    void viewLost();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool viewAgrees();
+    void finish();
+    void onViewDestroyed();
+
+    QPointer<IView> m_view;
+    bool m_asking = false;
+    bool m_closed = false;
+};
+
+} // namespace Core

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "projectmanager.h"
+
+namespace Core {
+
+static IProject *openProject = nullptr;
+
+IProject::~IProject() = default;
+
+IProject *ProjectManager::currentProject()
+{
+    return openProject;
+}
+
+void ProjectManager::setCurrentProject(IProject *project)
+{
+    openProject = project;
+}
+
+} // namespace Core
