@@ -30,7 +30,8 @@ public:
     /// design source are not in it.
     QMap<QString, QVariant> getSourceFileInfo() const;
 
-    /// Type and enabled flag of @p file, which may be relative to the working folder.
+    /// Type and enabled flag of @p file, which may be relative to the working folder. A library
+    /// file counts as an enabled design source.
     FileInfo getFileInfo(const QString &file) const;
 
     /// Value of the option @p name (TE::OPT), its default when the project does not set it, an
@@ -48,13 +49,20 @@ public:
     void setProject(const Project &project);
     void closeProject();
 
-    /// Each returns false, and raises nothing, when nothing changes or the file is not known.
+    /// Each returns false, and raises nothing, when nothing changes, the file is not known or the
+    /// option cannot hold the value.
     bool addFile(const QString &path);
     bool addFile(const QString &path, int type);
     bool removeFile(const QString &path);
+    /// Removes every one of @p paths that is known, at the cost of removing one.
+    bool removeFiles(const QStringList &paths);
     bool setFileEnabled(const QString &path, bool enabled);
     bool setFileType(const QString &path, int type);
     bool setOptionValue(const QString &name, const QVariant &value);
+    /// Raises the events of added and removed files.
+    bool setLibraryFiles(const QStringList &paths);
+    /// Raises TE::E_OPTION_CHANGE with TE::OPT::MACROS.
+    bool setMacros(const QStringList &macros);
     bool setDevice(const DEV::DeviceArg &device);
 
 Q_SIGNALS:

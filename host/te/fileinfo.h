@@ -14,6 +14,12 @@ enum FileType {
     TarnFile = 5,
 };
 
+/// True for Verilog, SystemVerilog and VHDL.
+constexpr bool isDesignSource(int type)
+{
+    return type >= VerilogFile && type <= VhdlFile;
+}
+
 /// What the design manager knows of one file; type 0 and not enabled for a file that it does not
 /// know.
 struct FileInfo

@@ -41,6 +41,13 @@ struct Project
 /// .pdc.
 TE_EXPORT int fileTypeOf(const QString &path);
 
+/// The name of @p type in project files, "Other" for UnknownFile.
+TE_EXPORT QString fileTypeName(int type);
+/// Every name that fileTypeName() returns, by type.
+TE_EXPORT QStringList fileTypeNames();
+/// The FileType called @p name, -1 for none.
+TE_EXPORT int fileTypeFromName(const QString &name);
+
 /// Reads a project file (JSON). On failure returns false and sets @p error to what is wrong and
 /// where; @p project is then unchanged.
 TE_EXPORT bool readProject(const QString &path, Project *project, QString *error);
@@ -51,9 +58,13 @@ TE_EXPORT bool writeProject(const Project &project, QString *error);
 
 /// Builds a project without a file from command-line arguments in the form that Verilog tools
 /// share: source files, `-f FILE`, `-I DIR`, `-IDIR`, `+incdir+DIR+...`, `-DNAME[=VALUE]`,
-/// `+define+NAME[=VALUE]+...`, `-v FILE`, `--top NAME`. Entries of a `-f` file may hold comments
-/// and are relative to @p workingDir. Returns false and sets @p error for an unknown argument or
-/// an unreadable file.
+/// `+define+NAME[=VALUE]+...`, `-v FILE`, `--top NAME`.
+///
+/// A `-f` file holds further arguments, divided by white space, with comments (`//` and `#` to the
+/// end of the line, `/* */`), quotes and backslash escapes; its paths are relative to
+/// @p workingDir. A file without a known extension is read as Verilog, a repeated one counts once.
+/// Returns false and sets @p error for an unknown or incomplete argument and for a file that
+/// cannot be read.
 TE_EXPORT bool projectFromArguments(const QStringList &arguments, const QString &workingDir,
                                     Project *project, QString *error);
 

@@ -33,7 +33,10 @@ constexpr char TOPMODULE[] = "TopModule"; ///< Name of the top module; empty: fo
 constexpr char EXTRACTION_TIMEOUT[] =
     "Extraction_Timeout"; ///< Seconds after which reading the netlist is given up.
 
-/// Value of SYNTHESIZE_TOOL.
+constexpr char MACROS[] = "Macros"; ///< String list: "NAME" or "NAME=VALUE".
+
+// Values of SYNTHESIZE_TOOL.
+constexpr char OstraSynthesis[] = "OstraSynthesis";
 constexpr char Synplify_pro[] = "Synplify";
 
 } // namespace OPT

@@ -1,0 +1,303 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "designmanager.h"
+
+#include "designinfo.h"
+#include "options.h"
+#include "sourcewatcher.h"
+#include "teconstants.h"
+
+#include <qutil/eventmanager.h>
+#include <qutil/ievent.h>
+
+#include <QDir>
+#include <QHash>
+#include <QSet>
+
+#include <algorithm>
+
+namespace TE {
+
+namespace {
+
+using Values = QMap<QString, QVariant>;
+
+void raise(const char *event, const Values &values)
+{
+    QUtil::EventManager::instance()->send(QUtil::IEvent(QLatin1String(event), values));
+}
+
+bool isSame(const DEV::DeviceArg &a, const DEV::DeviceArg &b)
+{
+    return a.family == b.family && a.package == b.package && a.speedGrade == b.speedGrade &&
+           a.deviceName == b.deviceName;
+}
+
+int libraryFileType(const QString &path)
+{
+    const int type = fileTypeOf(path);
+    return isDesignSource(type) ? type : int(VerilogFile);
+}
+
+} // namespace
+
+struct DesignManager::Private
+{
+    QString absolute(const QString &path) const
+    {
+        return QDir::cleanPath(QDir(project.workingDir).absoluteFilePath(path));
+    }
+    /// The source at the absolute @p path, null when there is none.
+    ProjectSource *find(const QString &path)
+    {
+        const auto it = indexes.constFind(path);
+        return it == indexes.constEnd() ? nullptr : &project.sources[*it];
+    }
+    void index()
+    {
+        indexes.clear();
+        indexes.reserve(project.sources.size());
+        for (int i = 0; i < project.sources.size(); ++i)
+            indexes.insert(project.sources.at(i).path, i);
+    }
+    void watchAll()
+    {
+        QStringList paths = project.libraryFiles;
+        for (const ProjectSource &source : qAsConst(project.sources))
+            paths.append(source.path);
+        paths.removeDuplicates();
+        watcher.setFiles(paths);
+    }
+    /// Stops watching @p path unless it is still a source or a library file.
+    void unwatch(const QString &path)
+    {
+        if (!indexes.contains(path) && !project.libraryFiles.contains(path))
+            watcher.removeFile(path);
+    }
+
+    Project project;
+    bool hasProject = false;
+    QHash<QString, int> indexes; ///< Of project.sources, by path.
+    SourceWatcher watcher;
+};
+
+DesignManager::DesignManager()
+    : d(std::make_unique<Private>())
+{
+    connect(&d->watcher, &SourceWatcher::fileModified, this, [](const QString &path) {
+        raise(E_FILE_MODIFIED, {{QLatin1String(K_FILE), path}});
+    });
+}
+
+DesignManager::~DesignManager() = default;
+
+QMap<QString, QVariant> DesignManager::getSourceFileInfo() const
+{
+    if (!d->hasProject)
+        return {};
+    QVariantList files;
+    for (const ProjectSource &source : qAsConst(d->project.sources)) {
+        if (source.enabled && isDesignSource(source.type)) {
+            files.append(Values{{QLatin1String(DesignInfo::Path), source.path},
+                                {QLatin1String(DesignInfo::Type), source.type}});
+        }
+    }
+    QStringList includePaths;
+    const QStringList entered = getOptionValue(QLatin1String(OPT::INCLUDEPATH)).toStringList();
+    for (const QString &path : entered)
+        includePaths.append(d->absolute(path));
+    return {
+        {QLatin1String(DesignInfo::Top), getOptionValue(QLatin1String(OPT::TOPMODULE))},
+        {QLatin1String(DesignInfo::Files), files},
+        {QLatin1String(DesignInfo::IncludePaths), includePaths},
+        {QLatin1String(DesignInfo::Macros), d->project.macros},
+        {QLatin1String(DesignInfo::LibraryFiles), d->project.libraryFiles},
+        {QLatin1String(DesignInfo::Standard), getOptionValue(QLatin1String(OPT::Verilog_Standard))},
+        {QLatin1String(DesignInfo::Timeout),
+         getOptionValue(QLatin1String(OPT::EXTRACTION_TIMEOUT))}};
+}
+
+FileInfo DesignManager::getFileInfo(const QString &file) const
+{
+    const QString path = d->absolute(file);
+    if (const ProjectSource *source = d->find(path))
+        return {source->type, source->enabled};
+    if (d->project.libraryFiles.contains(path))
+        return {libraryFileType(path), true};
+    return {};
+}
+
+QVariant DesignManager::getOptionValue(const QString &name) const
+{
+    if (name == QLatin1String(OPT::MACROS))
+        return d->project.macros;
+    return d->project.options.value(name, defaultOption(name));
+}
+
+QString DesignManager::workingDir() const
+{
+    return d->project.workingDir;
+}
+
+bool DesignManager::hasProject() const
+{
+    return d->hasProject;
+}
+
+const Project &DesignManager::project() const
+{
+    return d->project;
+}
+
+void DesignManager::setProject(const Project &project)
+{
+    d->project = project;
+    d->hasProject = true;
+    d->index();
+    d->watchAll();
+    Q_EMIT projectChanged();
+}
+
+void DesignManager::closeProject()
+{
+    d->project = Project();
+    d->hasProject = false;
+    d->indexes.clear();
+    d->watcher.setFiles({});
+    Q_EMIT projectChanged();
+}
+
+bool DesignManager::addFile(const QString &path)
+{
+    return addFile(path, fileTypeOf(path));
+}
+
+bool DesignManager::addFile(const QString &path, int type)
+{
+    const QString absolutePath = d->absolute(path);
+    if (!d->hasProject || d->indexes.contains(absolutePath))
+        return false;
+    d->indexes.insert(absolutePath, d->project.sources.size());
+    d->project.sources.append({absolutePath, type, true});
+    d->watcher.addFile(absolutePath);
+    raise(E_FILE_ADD, {{QLatin1String(K_FILE), absolutePath}});
+    Q_EMIT projectChanged();
+    return true;
+}
+
+bool DesignManager::removeFile(const QString &path)
+{
+    return removeFiles({path});
+}
+
+bool DesignManager::removeFiles(const QStringList &paths)
+{
+    QSet<QString> wanted;
+    for (const QString &path : paths)
+        wanted.insert(d->absolute(path));
+    QList<ProjectSource> kept;
+    QList<ProjectSource> removed;
+    for (const ProjectSource &source : qAsConst(d->project.sources))
+        (wanted.contains(source.path) ? removed : kept).append(source);
+    if (removed.isEmpty())
+        return false;
+
+    d->project.sources = kept;
+    d->index();
+    for (const ProjectSource &source : qAsConst(removed))
+        d->unwatch(source.path);
+    for (const ProjectSource &source : qAsConst(removed)) {
+        raise(E_FILE_REMOVE,
+              {{QLatin1String(K_FILE), source.path}, {QLatin1String(K_TYPE), source.type}});
+    }
+    Q_EMIT projectChanged();
+    return true;
+}
+
+bool DesignManager::setFileEnabled(const QString &path, bool enabled)
+{
+    ProjectSource *source = d->find(d->absolute(path));
+    if (!source || source->enabled == enabled)
+        return false;
+    source->enabled = enabled;
+    raise(E_FILE_CH_ENABLE, {{QLatin1String(K_FILE), source->path},
+                             {QLatin1String(K_TYPE), source->type},
+                             {QLatin1String(K_ENABLE), enabled}});
+    Q_EMIT projectChanged();
+    return true;
+}
+
+bool DesignManager::setFileType(const QString &path, int type)
+{
+    ProjectSource *source = d->find(d->absolute(path));
+    if (!source || source->type == type)
+        return false;
+    const int previous = std::exchange(source->type, type);
+    raise(E_FILE_CH_TYPE, {{QLatin1String(K_FILE), source->path},
+                           {QLatin1String(K_TYPE), type},
+                           {QLatin1String(K_PREVIOUS), previous}});
+    Q_EMIT projectChanged();
+    return true;
+}
+
+bool DesignManager::setOptionValue(const QString &name, const QVariant &value)
+{
+    QVariant normal = value;
+    if (!d->hasProject || !normalizeOption(name, &normal, nullptr) ||
+        getOptionValue(name) == normal)
+        return false;
+    d->project.options.insert(name, normal);
+    raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), name}});
+    Q_EMIT projectChanged();
+    return true;
+}
+
+bool DesignManager::setLibraryFiles(const QStringList &paths)
+{
+    QStringList entered;
+    for (const QString &path : paths)
+        entered.append(d->absolute(path));
+    if (!d->hasProject || entered == d->project.libraryFiles)
+        return false;
+    const QStringList former = std::exchange(d->project.libraryFiles, entered);
+    for (const QString &path : former)
+        d->unwatch(path);
+    for (const QString &path : qAsConst(entered))
+        d->watcher.addFile(path);
+
+    for (const QString &path : former) {
+        if (!entered.contains(path)) {
+            raise(E_FILE_REMOVE,
+                  {{QLatin1String(K_FILE), path}, {QLatin1String(K_TYPE), libraryFileType(path)}});
+        }
+    }
+    for (const QString &path : qAsConst(entered)) {
+        if (!former.contains(path))
+            raise(E_FILE_ADD, {{QLatin1String(K_FILE), path}});
+    }
+    Q_EMIT projectChanged();
+    return true;
+}
+
+bool DesignManager::setMacros(const QStringList &macros)
+{
+    if (!d->hasProject || macros == d->project.macros ||
+        !std::all_of(macros.begin(), macros.end(), isMacroDefinition))
+        return false;
+    d->project.macros = macros;
+    raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), QLatin1String(OPT::MACROS)}});
+    Q_EMIT projectChanged();
+    return true;
+}
+
+bool DesignManager::setDevice(const DEV::DeviceArg &device)
+{
+    if (!d->hasProject || isSame(device, d->project.device))
+        return false;
+    d->project.device = device;
+    raise(E_DEVICE_CHANGE, {});
+    Q_EMIT projectChanged();
+    return true;
+}
+
+} // namespace TE

@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "sourcewatcher.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <utility>
+
+namespace TE {
+
+namespace {
+
+constexpr int BurstMilliseconds = 100;
+constexpr int ShardSize = 2048;
+
+QString nearestFolder(const QString &path)
+{
+    QString folder = QFileInfo(path).path();
+    while (!QFileInfo(folder).isDir() && folder != QFileInfo(folder).path())
+        folder = QFileInfo(folder).path();
+    return folder;
+}
+
+} // namespace
+
+SourceWatcher::SourceWatcher(QObject *parent)
+    : QObject(parent)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(BurstMilliseconds);
+    connect(&m_timer, &QTimer::timeout, this, &SourceWatcher::check);
+    connect(&m_folders, &QFileSystemWatcher::directoryChanged, this, &SourceWatcher::startTimer);
+}
+
+SourceWatcher::~SourceWatcher() = default;
+
+void SourceWatcher::setFiles(const QStringList &paths)
+{
+    m_timer.stop();
+    m_changed.clear();
+    m_missing.clear();
+    m_files.clear();
+    m_shards.clear();
+    for (int first = 0; first < paths.size(); first += ShardSize) {
+        const QStringList part = paths.mid(first, ShardSize);
+        Shard *shard = shardWithRoom();
+        shard->count = part.size();
+        for (const QString &path : part)
+            m_files.insert(path, shard);
+        const QStringList unwatched = shard->watcher.addPaths(part);
+        for (const QString &path : unwatched) {
+            if (!QFile::exists(path))
+                m_missing.insert(path);
+        }
+    }
+    watchFoldersOfMissing();
+}
+
+void SourceWatcher::addFile(const QString &path)
+{
+    if (m_files.contains(path))
+        return;
+    Shard *shard = shardWithRoom();
+    ++shard->count;
+    m_files.insert(path, shard);
+    rearm(path);
+    if (m_missing.contains(path))
+        watchFoldersOfMissing();
+}
+
+void SourceWatcher::removeFile(const QString &path)
+{
+    Shard *shard = m_files.take(path);
+    if (!shard)
+        return;
+    --shard->count;
+    shard->watcher.removePath(path);
+    m_changed.remove(path);
+    if (m_missing.remove(path))
+        watchFoldersOfMissing();
+}
+
+SourceWatcher::Shard *SourceWatcher::shardWithRoom()
+{
+    if (m_shards.empty() || m_shards.back()->count >= ShardSize) {
+        m_shards.push_back(std::make_unique<Shard>());
+        connect(&m_shards.back()->watcher, &QFileSystemWatcher::fileChanged, this,
+                &SourceWatcher::onFileChanged);
+    }
+    return m_shards.back().get();
+}
+
+/// Watches the file that has the name @p path now, which need not be the one watched before.
+void SourceWatcher::rearm(const QString &path)
+{
+    Shard *shard = m_files.value(path);
+    shard->watcher.removePath(path);
+    if (!shard->watcher.addPath(path) && !QFile::exists(path))
+        m_missing.insert(path);
+}
+
+void SourceWatcher::onFileChanged(const QString &path)
+{
+    m_changed.insert(path);
+    startTimer();
+}
+
+void SourceWatcher::startTimer()
+{
+    if (!m_timer.isActive())
+        m_timer.start();
+}
+
+void SourceWatcher::check()
+{
+    QSet<QString> modified;
+    const QSet<QString> changed = std::exchange(m_changed, {});
+    for (const QString &path : changed) {
+        rearm(path);
+        if (!m_missing.contains(path))
+            modified.insert(path);
+    }
+    takeReturned(&modified);
+    watchFoldersOfMissing();
+    // Those that came back just before their folder was watched.
+    takeReturned(&modified);
+
+    QStringList reports = modified.values();
+    std::sort(reports.begin(), reports.end());
+    for (const QString &path : qAsConst(reports)) {
+        if (m_files.contains(path))
+            Q_EMIT fileModified(path);
+    }
+}
+
+void SourceWatcher::takeReturned(QSet<QString> *modified)
+{
+    const QSet<QString> candidates = std::exchange(m_missing, {});
+    for (const QString &path : candidates) {
+        rearm(path);
+        if (!m_missing.contains(path))
+            modified->insert(path);
+    }
+}
+
+void SourceWatcher::watchFoldersOfMissing()
+{
+    QSet<QString> wanted;
+    for (const QString &path : qAsConst(m_missing))
+        wanted.insert(nearestFolder(path));
+    const QStringList watched = m_folders.directories();
+    for (const QString &folder : watched) {
+        if (!wanted.remove(folder))
+            m_folders.removePath(folder);
+    }
+    if (!wanted.isEmpty())
+        m_folders.addPaths(wanted.values());
+}
+
+} // namespace TE
