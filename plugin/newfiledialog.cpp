@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "newfiledialog.h"
+
+#include "ui_newfiledialog.h"
+
+#include <core/projectmanager.h>
+#include <model/tarnconfig.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QXmlStreamWriter>
+
+namespace TARN {
+
+namespace {
+
+void writeEmptyConfig(QIODevice *device)
+{
+    QXmlStreamWriter xml(device);
+    xml.setCodec("UTF-8");
+    xml.setAutoFormatting(true);
+    xml.setAutoFormattingIndent(4);
+    xml.writeStartDocument(QStringLiteral("1.0"));
+    xml.writeStartElement(QString::fromLatin1(NODE_TARN_CONFIG));
+    xml.writeTextElement(QString::fromLatin1(NODE_VERSION), QStringLiteral("1.0"));
+    xml.writeEndElement();
+    xml.writeEndDocument();
+}
+
+} // namespace
+
+NewFileDialog::NewFileDialog(const QString &path, QWidget *parent)
+    : QDialog(parent)
+    , ui(std::make_unique<Ui::NewFileDialog>())
+{
+    ui->setupUi(this);
+    ui->editCreateIn->setText(QDir::toNativeSeparators(path.isEmpty() ? QDir::homePath() : path));
+
+    const bool hasProject = Core::ProjectManager::currentProject();
+    ui->checkBoxAddToCurrent->setEnabled(hasProject);
+    ui->checkBoxAddToCurrent->setChecked(hasProject);
+
+    connect(ui->btnBrowse, &QPushButton::clicked, this, &NewFileDialog::onBrowse);
+}
+
+NewFileDialog::~NewFileDialog() = default;
+
+QString NewFileDialog::filePath() const
+{
+    const QString path =
+        ui->editCreateIn->text() + QLatin1Char('/') + ui->editName->text() + QLatin1String(".tarn");
+    return path.trimmed();
+}
+
+void NewFileDialog::accept()
+{
+    QString error;
+    const QString target = QDir::cleanPath(filePath());
+    if (!createFile(target, &error)) {
+        ui->labelInfo->setText(error);
+        return;
+    }
+    Core::IProject *project = Core::ProjectManager::currentProject();
+    if (project && ui->checkBoxAddToCurrent->isChecked())
+        project->addFile(target);
+    QDialog::accept();
+}
+
+void NewFileDialog::onBrowse()
+{
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, tr("Select Directory"), ui->editCreateIn->text(), QFileDialog::ShowDirsOnly);
+    if (!folder.isEmpty())
+        ui->editCreateIn->setText(folder);
+}
+
+bool NewFileDialog::createFile(const QString &target, QString *error) const
+{
+    const QString typedFolder = ui->editCreateIn->text();
+    if (ui->editName->text().isEmpty()) {
+        *error = tr("Please enter a name.");
+        return false;
+    }
+    if (typedFolder.isEmpty()) {
+        *error = tr("Please enter a path.");
+        return false;
+    }
+    const QString folder = QFileInfo(target).path();
+    if (!QDir(folder).exists() && !QDir().mkpath(folder)) {
+        *error = tr("Cannot make the path %1.").arg(typedFolder);
+        return false;
+    }
+    if (QFileInfo::exists(target)) {
+        *error = tr("File %1 already exists.").arg(target);
+        return false;
+    }
+    // NewOnly: not even a file that appears just now is overwritten.
+    QFile file(target);
+    const bool opened = file.open(QIODevice::WriteOnly | QIODevice::NewOnly);
+    if (opened)
+        writeEmptyConfig(&file);
+    if (!opened || !file.flush()) {
+        *error = tr("Can not create file %1\n%2").arg(target, file.errorString());
+        file.close();
+        if (opened)
+            QFile::remove(target); // The member function refuses after a failed write.
+        return false;
+    }
+    return true;
+}
+
+} // namespace TARN

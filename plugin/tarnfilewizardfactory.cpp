@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tarnfilewizardfactory.h"
+
+#include "newfiledialog.h"
+#include "tarnconstants.h"
+
+#include <QPointer>
+
+namespace TARN {
+
+TarnFileWizardFactory::TarnFileWizardFactory(QObject *parent)
+    : Core::IFileWizardFactory(parent)
+{
+}
+
+QString TarnFileWizardFactory::id() const
+{
+    return QString::fromLatin1(ID_TARN_WIZARD);
+}
+
+QString TarnFileWizardFactory::displayName() const
+{
+    return tr("TARN Config File");
+}
+
+QString TarnFileWizardFactory::description() const
+{
+    return tr("Create a TARN Config File.");
+}
+
+void TarnFileWizardFactory::runWizard(QWidget *parent, const QString &path)
+{
+    // Guarded: the parent may go, and take the dialog along, while the dialog runs.
+    QPointer<NewFileDialog> dialog(new NewFileDialog(path, parent));
+    dialog->exec();
+    delete dialog;
+}
+
+} // namespace TARN
