@@ -1,0 +1,305 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "configreader.h"
+
+#include "tarncore.h"
+#include "xmltext.h"
+
+#include <QIODevice>
+#include <QVersionNumber>
+
+namespace TARN {
+
+namespace {
+
+/// A text of the file in a message: on one line and not longer than a message should be.
+QString shown(const QStringRef &text)
+{
+    constexpr int Longest = 60;
+    const QString line = text.left(Longest).toString().simplified();
+    return text.size() > Longest ? line + QStringLiteral("...") : line;
+}
+
+} // namespace
+
+ConfigReader::ConfigReader(QIODevice *device)
+    : m_xml(device)
+{
+    // Prefixes and "xmlns" are then names like any other, and as unknown.
+    m_xml.setNamespaceProcessing(false);
+}
+
+ConfigReader::~ConfigReader() = default;
+
+bool ConfigReader::read()
+{
+    const QIODevice *device = m_xml.device();
+    if (device->size() > ConfigFormat::MaximumSize)
+        refuse(tr("The file is larger than %1 MB and is no configuration of this program.")
+                   .arg(ConfigFormat::MaximumSize / (1024 * 1024)));
+    else
+        readDocument();
+    if (m_xml.hasError())
+        refuse(QString());
+    if (failed())
+        m_cores.clear();
+    return !failed();
+}
+
+QList<TarnCore *> ConfigReader::takeCores()
+{
+    QList<TarnCore *> cores;
+    cores.reserve(int(m_cores.size()));
+    for (std::unique_ptr<TarnCore> &core : m_cores)
+        cores.append(core.release());
+    m_cores.clear();
+    return cores;
+}
+
+void ConfigReader::readDocument()
+{
+    if (!nextElement())
+        return;
+    if (!isElement(m_format.root)) {
+        refuse(tr("The root element is \"%1\" instead of \"%2\". Choose a file that this program "
+                  "has written.")
+                   .arg(shown(m_xml.qualifiedName()), m_format.root));
+        return;
+    }
+    for (const QXmlStreamAttribute &attribute : attributes(QString()))
+        refuseAttribute(attribute);
+    readVersion();
+    while (nextElement()) {
+        if (isElement(m_format.core))
+            readCore();
+        else
+            refuseElement();
+    }
+    // Up to the end of the document, which may hold comments only.
+    nextElement();
+}
+
+void ConfigReader::readVersion()
+{
+    if (!nextElement() || !isElement(m_format.version)) {
+        refuse(tr("The first element is not \"%1\". Add it, with the text \"%2\".")
+                   .arg(m_format.version, m_format.currentVersion));
+        return;
+    }
+    for (const QXmlStreamAttribute &attribute : attributes(QString()))
+        refuseAttribute(attribute);
+    const QString text = m_xml.readElementText().simplified();
+    --m_depth;
+    if (failed() || m_xml.hasError() || text == m_format.currentVersion)
+        return;
+    const bool newer =
+        QVersionNumber::fromString(text) > QVersionNumber::fromString(m_format.currentVersion);
+    const QString reason =
+        newer ? tr("The file has the newer version \"%1\"; versions up to \"%2\" can be read. Use "
+                   "a newer release of this program.")
+              : tr("The file has the unknown version \"%1\" instead of \"%2\". Correct it.");
+    refuse(reason.arg(shown(QStringRef(&text)), m_format.currentVersion));
+}
+
+void ConfigReader::readCore()
+{
+    auto core = std::make_unique<TarnCore>(0);
+    for (const QXmlStreamAttribute &attribute : attributes(m_format.index)) {
+        const QStringRef name = attribute.qualifiedName();
+        if (name == m_format.index)
+            take(attribute, &core->index);
+        else if (name == m_format.module)
+            take(attribute, &core->module);
+        else if (name == m_format.userClock)
+            take(attribute, &core->userClock);
+        else if (name == m_format.syncUserClock)
+            take(attribute, &core->syncUserClock);
+        else
+            refuseAttribute(attribute);
+    }
+    while (nextElement()) {
+        if (isElement(m_format.probeIn)) {
+            core->addProbeIn(0);
+            readPort(core->probeIns.last(), nullptr);
+        } else if (isElement(m_format.probeOut)) {
+            core->addProbeOut(0);
+            ProbeOut *port = core->probeOuts.last();
+            readPort(port, &port->initialValue);
+        } else {
+            refuseElement();
+        }
+    }
+    m_cores.push_back(std::move(core));
+}
+
+void ConfigReader::readPort(ProbeIn *port, QString *initialValue)
+{
+    for (const QXmlStreamAttribute &attribute : attributes(m_format.index)) {
+        const QStringRef name = attribute.qualifiedName();
+        if (name == m_format.index)
+            take(attribute, &port->index);
+        else if (initialValue && name == m_format.initialValue)
+            take(attribute, initialValue);
+        else
+            refuseAttribute(attribute);
+    }
+    while (nextElement()) {
+        if (isElement(m_format.signal)) {
+            port->signals.append(SignalItem());
+            readSignal(&port->signals.last());
+        } else {
+            refuseElement();
+        }
+    }
+}
+
+void ConfigReader::readSignal(SignalItem *signal)
+{
+    for (const QXmlStreamAttribute &attribute : attributes(m_format.name)) {
+        const QStringRef name = attribute.qualifiedName();
+        if (name == m_format.name)
+            take(attribute, &signal->name);
+        else if (name == m_format.displayName)
+            take(attribute, &signal->displayName);
+        else if (name == m_format.kind)
+            takeKind(attribute, &signal->kind);
+        else if (name == m_format.enabled)
+            take(attribute, &signal->enabled);
+        else if (name == m_format.usable)
+            take(attribute, &signal->usable);
+        else
+            refuseAttribute(attribute);
+    }
+    while (nextElement()) {
+        if (isElement(m_format.member)) {
+            signal->members.append(SignalItem());
+            readSignal(&signal->members.last());
+        } else {
+            refuseElement();
+        }
+    }
+}
+
+/// Moves to the next element inside the current one. False at the end of the current element and
+/// after an error, so that every loop over elements ends then.
+bool ConfigReader::nextElement()
+{
+    while (!failed() && !m_xml.hasError()) {
+        m_line = m_xml.lineNumber();
+        m_column = m_xml.columnNumber() + 1;
+        switch (m_xml.readNext()) {
+        case QXmlStreamReader::StartElement:
+            if (++m_depth <= ConfigFormat::MaximumDepth)
+                return true;
+            refuse(tr("Elements are nested deeper than %1 levels. Remove the inner ones.")
+                       .arg(ConfigFormat::MaximumDepth));
+            break;
+        case QXmlStreamReader::EndElement:
+            --m_depth;
+            return false;
+        case QXmlStreamReader::EndDocument:
+            return false;
+        case QXmlStreamReader::StartDocument:
+            checkEncoding();
+            break;
+        case QXmlStreamReader::Characters:
+            if (!m_xml.isWhitespace())
+                refuse(tr("The text \"%1\" stands between elements. Remove it.")
+                           .arg(shown(m_xml.text())));
+            break;
+        case QXmlStreamReader::DTD:
+            refuse(tr("The file has a document type declaration. Remove it."));
+            break;
+        default:
+            break;
+        }
+    }
+    return false;
+}
+
+void ConfigReader::checkEncoding()
+{
+    const QStringRef encoding = m_xml.documentEncoding();
+    if (!encoding.isEmpty() && encoding.compare(m_format.encoding, Qt::CaseInsensitive) != 0)
+        refuse(tr("The file declares the encoding \"%1\" instead of \"%2\". Convert it.")
+                   .arg(shown(encoding), m_format.encoding));
+}
+
+/// The attributes of the current element; refuses the element when it lacks @p required.
+QXmlStreamAttributes ConfigReader::attributes(const QString &required)
+{
+    const QXmlStreamAttributes all = m_xml.attributes();
+    if (!required.isEmpty() && !all.hasAttribute(required))
+        refuse(tr("The element \"%1\" has no attribute \"%2\". Add it.")
+                   .arg(shown(m_xml.qualifiedName()), required));
+    return all;
+}
+
+void ConfigReader::take(const QXmlStreamAttribute &attribute, QString *text)
+{
+    *text = attribute.value().toString();
+    // The XML reader lets control characters pass.
+    if (!isXmlText(*text))
+        refuseValue(attribute, tr("text without control characters"));
+}
+
+void ConfigReader::take(const QXmlStreamAttribute &attribute, qint32 *number)
+{
+    *number = attribute.value().toInt();
+    if (attribute.value() != QString::number(*number))
+        refuseValue(attribute, tr("a whole number in digits"));
+}
+
+void ConfigReader::take(const QXmlStreamAttribute &attribute, bool *flag)
+{
+    *flag = attribute.value() == m_format.yes;
+    if (!*flag && attribute.value() != m_format.no)
+        refuseValue(attribute, QStringLiteral("\"%1\", \"%2\"").arg(m_format.yes, m_format.no));
+}
+
+void ConfigReader::takeKind(const QXmlStreamAttribute &attribute, int *kind)
+{
+    if (attribute.value() == m_format.kindNet)
+        *kind = ConfigFormat::KindNet;
+    else if (attribute.value() == m_format.kindBus)
+        *kind = ConfigFormat::KindBus;
+    else
+        refuseValue(attribute,
+                    QStringLiteral("\"%1\", \"%2\"").arg(m_format.kindNet, m_format.kindBus));
+}
+
+/// Ends the reading: the first reason holds, and an error of the XML itself comes before it.
+void ConfigReader::refuse(const QString &reason)
+{
+    if (failed())
+        return;
+    QString text = reason;
+    if (m_xml.hasError()) {
+        m_line = m_xml.lineNumber();
+        m_column = m_xml.columnNumber() + 1;
+        text = tr("The file is no well-formed XML: %1 Correct it, or take an earlier copy.")
+                   .arg(m_xml.errorString());
+    }
+    m_error =
+        tr("Line %1, column %2: %3").arg(QString::number(m_line), QString::number(m_column), text);
+}
+
+void ConfigReader::refuseElement()
+{
+    refuse(tr("The element \"%1\" is not known in this place. Remove it.")
+               .arg(shown(m_xml.qualifiedName())));
+}
+
+void ConfigReader::refuseAttribute(const QXmlStreamAttribute &attribute)
+{
+    refuse(tr("The attribute \"%1\" of the element \"%2\" is not known. Remove it.")
+               .arg(shown(attribute.qualifiedName()), shown(m_xml.qualifiedName())));
+}
+
+void ConfigReader::refuseValue(const QXmlStreamAttribute &attribute, const QString &expected)
+{
+    refuse(tr("The attribute \"%1\" has the value \"%2\". Allowed: %3.")
+               .arg(shown(attribute.qualifiedName()), shown(attribute.value()), expected));
+}
+
+} // namespace TARN

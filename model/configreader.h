@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "configformat.h"
+
+#include <QCoreApplication>
+#include <QList>
+#include <QString>
+#include <QXmlStreamReader>
+
+#include <memory>
+#include <vector>
+
+class QIODevice;
+
+namespace TARN {
+
+class TarnCore;
+struct ProbeIn;
+struct SignalItem;
+
+/// Reads a configuration file and refuses everything that the format does not know, so that no
+/// content is lost when the file is written again.
+///
+/// Owns the cores until takeCores(). Time and memory grow with the size of the file; members are
+/// read recursively down to ConfigFormat::MaximumDepth.
+class ConfigReader
+{
+    Q_DECLARE_TR_FUNCTIONS(TARN::TarnConfig)
+
+public:
+    /// @p device is open for reading and outlives the reader.
+    explicit ConfigReader(QIODevice *device);
+    ~ConfigReader();
+
+    /// Reads the whole document, once. On failure there are no cores.
+    bool read();
+
+    /// The cores in the order of the file; the caller owns them.
+    QList<TarnCore *> takeCores();
+
+    /// What is wrong and what to do about it, with line and column; empty after success.
+    QString errorText() const { return m_error; }
+
+private:
+    void readDocument();
+    void readVersion();
+    void readCore();
+    void readPort(ProbeIn *port, QString *initialValue);
+    void readSignal(SignalItem *signal);
+
+    bool nextElement();
+    void checkEncoding();
+    bool isElement(const QString &name) const { return m_xml.qualifiedName() == name; }
+    QXmlStreamAttributes attributes(const QString &required);
+
+    void take(const QXmlStreamAttribute &attribute, QString *text);
+    void take(const QXmlStreamAttribute &attribute, qint32 *number);
+    void take(const QXmlStreamAttribute &attribute, bool *flag);
+    void takeKind(const QXmlStreamAttribute &attribute, int *kind);
+
+    bool failed() const { return !m_error.isEmpty(); }
+    void refuse(const QString &reason);
+    void refuseElement();
+    void refuseAttribute(const QXmlStreamAttribute &attribute);
+    void refuseValue(const QXmlStreamAttribute &attribute, const QString &expected);
+
+    const ConfigFormat m_format;
+    QXmlStreamReader m_xml;
+    std::vector<std::unique_ptr<TarnCore>> m_cores;
+    int m_depth = 0;
+    qint64 m_line = 1; ///< Where the current token begins, both counted from 1.
+    qint64 m_column = 1;
+    QString m_error;
+};
+
+} // namespace TARN

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "configwriter.h"
+
+#include "tarncore.h"
+#include "xmltext.h"
+
+#include <QBuffer>
+
+namespace TARN {
+
+ConfigWriter::ConfigWriter(const QList<TarnCore *> &cores)
+    : m_cores(cores)
+{
+}
+
+QByteArray ConfigWriter::content()
+{
+    m_error.clear();
+    if (!checkCores())
+        return QByteArray();
+
+    // Through a device: only then does the declaration carry the encoding.
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    m_xml.setDevice(&buffer);
+    m_xml.setAutoFormatting(true);
+    m_xml.setAutoFormattingIndent(4);
+    m_xml.writeStartDocument();
+    m_xml.writeStartElement(m_format.root);
+    m_xml.writeTextElement(m_format.version, m_format.currentVersion);
+    for (const TarnCore *core : m_cores)
+        writeCore(*core);
+    m_xml.writeEndDocument();
+    m_xml.setDevice(nullptr);
+
+    if (buffer.size() > ConfigFormat::MaximumSize) {
+        m_error = QStringLiteral("the configuration is too large for one file");
+        return QByteArray();
+    }
+    return buffer.data();
+}
+
+bool ConfigWriter::checkCores()
+{
+    for (const TarnCore *core : m_cores) {
+        if (!core) {
+            m_error = QStringLiteral("the list of cores holds a null pointer");
+            return false;
+        }
+        if (!checkText(core->module) || !checkText(core->userClock))
+            return false;
+        for (const ProbeIn *port : core->probeIns) {
+            if (!checkSignals(port->signals, ConfigFormat::SignalDepth))
+                return false;
+        }
+        for (const ProbeOut *port : core->probeOuts) {
+            if (!checkText(port->initialValue) ||
+                !checkSignals(port->signals, ConfigFormat::SignalDepth))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool ConfigWriter::checkSignals(const QList<SignalItem> &list, int depth)
+{
+    if (!list.isEmpty() && depth > ConfigFormat::MaximumDepth) {
+        m_error = QStringLiteral("the members of a signal are nested too deep");
+        return false;
+    }
+    for (const SignalItem &signal : list) {
+        if (signal.kind < ConfigFormat::KindUnset || signal.kind > ConfigFormat::KindBus) {
+            m_error = QStringLiteral("a signal has the unknown kind %1").arg(signal.kind);
+            return false;
+        }
+        if (!checkText(signal.name) || !checkText(signal.displayName) ||
+            !checkSignals(signal.members, depth + 1))
+            return false;
+    }
+    return true;
+}
+
+bool ConfigWriter::checkText(const QString &text)
+{
+    if (isXmlText(text))
+        return true;
+    m_error = QStringLiteral("XML cannot represent the text \"%1\"").arg(text);
+    return false;
+}
+
+void ConfigWriter::writeCore(const TarnCore &core)
+{
+    m_xml.writeStartElement(m_format.core);
+    m_xml.writeAttribute(m_format.index, QString::number(core.index));
+    m_xml.writeAttribute(m_format.module, core.module);
+    m_xml.writeAttribute(m_format.userClock, core.userClock);
+    m_xml.writeAttribute(m_format.syncUserClock, core.syncUserClock ? m_format.yes : m_format.no);
+    for (const ProbeIn *port : core.probeIns)
+        writePort(m_format.probeIn, *port, nullptr);
+    for (const ProbeOut *port : core.probeOuts)
+        writePort(m_format.probeOut, *port, &port->initialValue);
+    m_xml.writeEndElement();
+}
+
+void ConfigWriter::writePort(const QString &element, const ProbeIn &port,
+                             const QString *initialValue)
+{
+    m_xml.writeStartElement(element);
+    m_xml.writeAttribute(m_format.index, QString::number(port.index));
+    if (initialValue)
+        m_xml.writeAttribute(m_format.initialValue, *initialValue);
+    writeSignals(m_format.signal, port.signals);
+    m_xml.writeEndElement();
+}
+
+void ConfigWriter::writeSignals(const QString &element, const QList<SignalItem> &list)
+{
+    for (const SignalItem &signal : list) {
+        m_xml.writeStartElement(element);
+        m_xml.writeAttribute(m_format.name, signal.name);
+        if (!signal.displayName.isEmpty())
+            m_xml.writeAttribute(m_format.displayName, signal.displayName);
+        if (signal.kind != ConfigFormat::KindUnset) {
+            m_xml.writeAttribute(m_format.kind, signal.kind == ConfigFormat::KindBus
+                                                    ? m_format.kindBus
+                                                    : m_format.kindNet);
+        }
+        if (!signal.enabled)
+            m_xml.writeAttribute(m_format.enabled, m_format.no);
+        if (!signal.usable)
+            m_xml.writeAttribute(m_format.usable, m_format.no);
+        writeSignals(m_format.member, signal.members);
+        m_xml.writeEndElement();
+    }
+}
+
+} // namespace TARN

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace TARN {
+
+/// Replaces the content of the file at @p path, creating the file when there is none. Afterwards
+/// the file holds the whole new content, or, when false is returned, its former content; @p error
+/// then tells why. This holds on a full disk and when the process is killed, with one exception
+/// for the kill: a folder that forbids new files leaves no other way than writing into the file
+/// itself.
+///
+/// Keeps the permissions and, where the system allows it, owner and group. A symbolic link stays
+/// and its target is replaced. Of several hard links this name gets the new content, the others
+/// keep the former. A file that the user may not write is refused.
+bool replaceFile(const QString &path, const QByteArray &content, QString *error);
+
+} // namespace TARN

@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tarnconfig.h"
+
+#include "configreader.h"
+#include "configwriter.h"
+#include "replacefile.h"
+#include "tarncore.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace TARN {
+
+namespace {
+
+/// What is wrong with the file at @p path, as the user sees it.
+QString describe(const QString &path, const QString &reason)
+{
+    return QCoreApplication::translate("TARN::TarnConfig", "Can not read %1. %2")
+        .arg(QDir::toNativeSeparators(path), reason);
+}
+
+/// The one way into a file, so that check and read always agree. On failure @p error is filled.
+QList<TarnCore *> readCores(const QString &path, QString *error)
+{
+    // Opening a pipe would wait for its writer.
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) {
+        *error = describe(path, QCoreApplication::translate(
+                                    "TARN::TarnConfig", "It is no file. Choose a \".tarn\" file."));
+        return {};
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = describe(path, file.errorString());
+        return {};
+    }
+    ConfigReader reader(&file);
+    if (!reader.read())
+        *error = describe(path, reader.errorText());
+    return reader.takeCores();
+}
+
+void debugLine(const QString &line)
+{
+    qDebug().noquote().nospace() << line;
+}
+
+} // namespace
+
+bool checkTARNFile(const QString &path)
+{
+    QString error;
+    qDeleteAll(readCores(path, &error));
+    if (!error.isEmpty())
+        debugLine(error);
+    return error.isEmpty();
+}
+
+QList<TarnCore *> readTARNConfigFromXml(const QString &path, bool *ok, QString *errorMessage)
+{
+    QString error;
+    const QList<TarnCore *> cores = readCores(path, &error);
+    if (ok)
+        *ok = error.isEmpty();
+    if (errorMessage && !error.isEmpty())
+        *errorMessage = error;
+    return cores;
+}
+
+bool writeTARNConfigToXml(const QList<TarnCore *> &cores, const QString &path)
+{
+    ConfigWriter writer(cores);
+    const QByteArray content = writer.content();
+    QString error = writer.errorText();
+    if (error.isEmpty() && replaceFile(path, content, &error))
+        return true;
+    debugLine(QStringLiteral("Can not write %1: %2").arg(QDir::toNativeSeparators(path), error));
+    return false;
+}
+
+} // namespace TARN

@@ -1,0 +1,250 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <model/tarncore.h>
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QMetaType>
+#include <QTest>
+#include <QVariant>
+
+#include <type_traits>
+
+using TARN::ProbeIn;
+using TARN::ProbeOut;
+using TARN::SignalItem;
+using TARN::TarnCore;
+
+namespace {
+
+SignalItem net(const QString &name)
+{
+    SignalItem item;
+    item.name = name;
+    item.kind = 0;
+    return item;
+}
+
+SignalItem bus(const QString &name, const QStringList &members)
+{
+    SignalItem item;
+    item.name = name;
+    item.kind = 1;
+    for (const QString &member : members)
+        item.members.append(net(member));
+    return item;
+}
+
+template <typename Port>
+QList<int> indexesOf(const QList<Port *> &ports)
+{
+    QList<int> indexes;
+    for (const Port *port : ports)
+        indexes.append(port->index);
+    return indexes;
+}
+
+} // namespace
+
+class tst_TarnCore : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void newCoreIsEmpty();
+    void newPortsGoToTheEnd();
+    void removingDeletesThePortAtThePosition();
+    void removingOutOfRangeDoesNothing_data();
+    void removingOutOfRangeDoesNothing();
+    void renumberingFollowsThePositions();
+    void gettersLookUpPositions();
+    void portsWithSignalsAreAvailable();
+    void singleSignalsExpandBuses();
+    void coreDeletesItsPorts();
+    void portKindsHaveFixedNumbers();
+    void defaultSignalIsUsableAndHasNoKind();
+    void signalTravelsInAVariant();
+};
+
+void tst_TarnCore::newCoreIsEmpty()
+{
+    const TarnCore core(7);
+    QCOMPARE(core.index, 7);
+    QVERIFY(core.module.isEmpty());
+    QVERIFY(core.userClock.isEmpty());
+    QVERIFY(core.probeIns.isEmpty());
+    QVERIFY(core.probeOuts.isEmpty());
+    QVERIFY(!core.syncUserClock);
+}
+
+void tst_TarnCore::newPortsGoToTheEnd()
+{
+    TarnCore core(0);
+    core.addProbeIn(5);
+    core.addProbeIn(3);
+    core.addProbeOut(9);
+    QCOMPARE(indexesOf(core.probeIns), (QList<int>{5, 3}));
+    QCOMPARE(indexesOf(core.probeOuts), QList<int>{9});
+    QVERIFY(core.probeIns.last()->signals.isEmpty());
+    QVERIFY(core.probeOuts.last()->signals.isEmpty());
+    QVERIFY(core.probeOuts.last()->initialValue.isEmpty());
+}
+
+void tst_TarnCore::removingDeletesThePortAtThePosition()
+{
+    TarnCore core(0);
+    for (int i = 0; i < 3; ++i) {
+        core.addProbeIn(i);
+        core.addProbeOut(i);
+    }
+    core.removeProbeIn(1);
+    core.removeProbeOut(0);
+    QCOMPARE(indexesOf(core.probeIns), (QList<int>{0, 2}));
+    QCOMPARE(indexesOf(core.probeOuts), (QList<int>{1, 2}));
+}
+
+void tst_TarnCore::removingOutOfRangeDoesNothing_data()
+{
+    QTest::addColumn<int>("position");
+    QTest::newRow("none selected") << -1;
+    QTest::newRow("past the end") << 2;
+    QTest::newRow("largest") << std::numeric_limits<int>::max();
+    QTest::newRow("smallest") << std::numeric_limits<int>::min();
+}
+
+void tst_TarnCore::removingOutOfRangeDoesNothing()
+{
+    QFETCH(int, position);
+    TarnCore core(0);
+    for (int i = 0; i < 2; ++i) {
+        core.addProbeIn(i);
+        core.addProbeOut(i);
+    }
+    core.removeProbeIn(position);
+    core.removeProbeOut(position);
+    QCOMPARE(indexesOf(core.probeIns), (QList<int>{0, 1}));
+    QCOMPARE(indexesOf(core.probeOuts), (QList<int>{0, 1}));
+}
+
+void tst_TarnCore::renumberingFollowsThePositions()
+{
+    TarnCore core(0);
+    for (int i = 0; i < 3; ++i) {
+        core.addProbeIn(i);
+        core.addProbeOut(i);
+    }
+    core.removeProbeIn(1);
+    core.removeProbeOut(0);
+    core.updateProbeIn();
+    QCOMPARE(indexesOf(core.probeIns), (QList<int>{0, 1}));
+    QCOMPARE(indexesOf(core.probeOuts), (QList<int>{1, 2}));
+    core.updateProbeOut();
+    QCOMPARE(indexesOf(core.probeOuts), (QList<int>{0, 1}));
+}
+
+void tst_TarnCore::gettersLookUpPositions()
+{
+    TarnCore core(0);
+    core.addProbeIn(8);
+    core.addProbeIn(4);
+    core.addProbeOut(6);
+    QCOMPARE(core.getProbeIn(1), core.probeIns.at(1));
+    QCOMPARE(core.getProbeOut(0), core.probeOuts.at(0));
+    QVERIFY(!core.getProbeIn(2));
+    QVERIFY(!core.getProbeIn(-1));
+    QVERIFY(!core.getProbeOut(1));
+    QVERIFY(!core.getProbeOut(-1));
+}
+
+void tst_TarnCore::portsWithSignalsAreAvailable()
+{
+    TarnCore core(0);
+    for (int i = 0; i < 3; ++i) {
+        core.addProbeIn(i);
+        core.addProbeOut(i);
+    }
+    QVERIFY(core.getAvailableProbeIns().isEmpty());
+    QVERIFY(core.getAvailableProbeOuts().isEmpty());
+
+    core.probeIns.at(2)->signals.append(net(QStringLiteral("top/a")));
+    core.probeOuts.at(0)->signals.append(net(QStringLiteral("top/b")));
+    core.probeOuts.at(2)->signals.append(net(QStringLiteral("top/c")));
+    QCOMPARE(core.getAvailableProbeIns(), QList<ProbeIn *>{core.probeIns.at(2)});
+    QCOMPARE(core.getAvailableProbeOuts(),
+             (QList<ProbeOut *>{core.probeOuts.at(0), core.probeOuts.at(2)}));
+}
+
+void tst_TarnCore::singleSignalsExpandBuses()
+{
+    ProbeIn port;
+    QVERIFY(port.singleSignals().isEmpty());
+    port.signals = {
+        bus(QStringLiteral("top/d[3:0]"), {QStringLiteral("top/d[3]"), QStringLiteral("top/d[2]"),
+                                           QStringLiteral("top/d[1]"), QStringLiteral("top/d[0]")}),
+        net(QStringLiteral("top/e"))};
+    const QStringList bits = {QStringLiteral("top/d[3]"), QStringLiteral("top/d[2]"),
+                              QStringLiteral("top/d[1]"), QStringLiteral("top/d[0]"),
+                              QStringLiteral("top/e")};
+    QCOMPARE(port.singleSignals(), bits);
+
+    // The width of a port is the width of its signals, repeats included.
+    port.signals.append(net(QStringLiteral("top/e")));
+    port.signals.append(bus(QStringLiteral("top/empty"), {}));
+    int width = 0;
+    for (const SignalItem &signal : qAsConst(port.signals))
+        width += signal.width();
+    QCOMPARE(port.singleSignals().size(), width);
+    QCOMPARE(port.singleSignals().mid(5),
+             (QStringList{QStringLiteral("top/e"), QStringLiteral("top/empty")}));
+}
+
+void tst_TarnCore::coreDeletesItsPorts()
+{
+    static int deleted = 0;
+    struct Counted : ProbeOut
+    {
+        ~Counted() override { ++deleted; }
+    };
+    auto core = std::make_unique<TarnCore>(0);
+    core->probeIns.append(new Counted);
+    core->probeOuts.append(new Counted);
+    core->probeOuts.append(new Counted);
+    core->removeProbeOut(1);
+    QCOMPARE(deleted, 1);
+    core.reset();
+    QCOMPARE(deleted, 3);
+}
+
+void tst_TarnCore::portKindsHaveFixedNumbers()
+{
+    QCOMPARE(int(TARN::ProbeTypeIn), 0);
+    QCOMPARE(int(TARN::ProbeTypeOut), 1);
+    QVERIFY((std::is_base_of<ProbeIn, ProbeOut>::value));
+}
+
+void tst_TarnCore::defaultSignalIsUsableAndHasNoKind()
+{
+    const SignalItem item;
+    QVERIFY(item.name.isEmpty());
+    QVERIFY(item.displayName.isEmpty());
+    QVERIFY(item.members.isEmpty());
+    QVERIFY(item.enabled);
+    QVERIFY(item.usable);
+    QCOMPARE(item.kind, -1);
+    QCOMPARE(item.width(), 1);
+}
+
+void tst_TarnCore::signalTravelsInAVariant()
+{
+    SignalItem original = bus(QStringLiteral("top/d"), {QStringLiteral("top/d[0]")});
+    const QVariant variant = QVariant::fromValue(original);
+    QCOMPARE(QByteArray(variant.typeName()), QByteArray("TARN::SignalItem"));
+    QCOMPARE(QMetaType::type("TARN::SignalItem"), variant.userType());
+
+    // The copy is deep.
+    original.members[0].name = QStringLiteral("other");
+    QCOMPARE(variant.value<SignalItem>().members.at(0).name, QStringLiteral("top/d[0]"));
+}
+
+TARN_TEST_MAIN(tst_TarnCore)
+#include "tst_tarncore.moc"
