@@ -1,0 +1,578 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tarnview.h"
+
+#include "messagedlg.h"
+#include "reloadbanner.h"
+#include "tarnoptionwidget.h"
+#include "tarnview_p.h"
+#include "ui_changedbanner.h"
+#include "ui_tarnview.h"
+
+#include <model/tarnconfig.h>
+#include <model/tarncore.h>
+#include <netweir/hierachy.h>
+#include <netweir/rtlextraction.h>
+#include <netweir/rtlnetlist.h>
+#include <probes/modaldialog.h>
+#include <qutil/eventmanager.h>
+#include <qutil/ievent.h>
+#include <te/designinfo.h>
+#include <te/designmanager.h>
+#include <te/taskengine.h>
+#include <te/teconstants.h>
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QMenu>
+#include <QPersistentModelIndex>
+#include <QPointer>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace TARN {
+
+using private_impl::TarnViewPrivate;
+
+namespace {
+
+constexpr int FileCheckDelay = 500; // Milliseconds.
+
+constexpr const char *SubscribedEvents[] = {TE::E_FILE_ADD,       TE::E_FILE_REMOVE,
+                                            TE::E_FILE_CH_ENABLE, TE::E_FILE_CH_TYPE,
+                                            TE::E_FILE_MODIFIED,  TE::E_OPTION_CHANGE};
+
+TE::DesignManager *designManager()
+{
+    return TE::TaskEngine::instance()->designManager();
+}
+
+bool isDesignSource(int type)
+{
+    return type == TE::VerilogFile || type == TE::SystemVerilogFile || type == TE::VhdlFile;
+}
+
+/// Whether the netlist has to be read again after @p event, a change of the design's files.
+bool changesDesign(const QUtil::IEvent &event)
+{
+    const QString name = event.name();
+    const int type = event.get(TE::K_TYPE).toInt();
+    if (name == TE::E_FILE_ADD || name == TE::E_FILE_MODIFIED) {
+        const TE::FileInfo info = designManager()->getFileInfo(event.get(TE::K_FILE).toString());
+        return info.enabled && isDesignSource(info.type);
+    }
+    if (name == TE::E_FILE_REMOVE)
+        return isDesignSource(type);
+    // Only enabling asks: who disables a file goes on working with the netlist that is there.
+    if (name == TE::E_FILE_CH_ENABLE)
+        return isDesignSource(type) && event.get(TE::K_ENABLE).toBool();
+    if (name == TE::E_FILE_CH_TYPE)
+        return isDesignSource(type) || isDesignSource(event.get(TE::K_PREVIOUS).toInt());
+    if (name == TE::E_OPTION_CHANGE) {
+        const QString option = event.get(TE::K_OPTION).toString();
+        return option == TE::OPT::INCLUDEPATH || option == TE::OPT::Verilog_Standard;
+    }
+    return false;
+}
+
+} // namespace
+
+TarnView::TarnView(QWidget *parent)
+    : Core::IView(parent)
+    , ui(std::make_unique<Ui::TarnView>())
+    , m_changedBanner(std::make_unique<Ui::ChangedBanner>())
+    , m_checkTimer(new QTimer(this))
+{
+    ui->setupUi(this);
+    d = std::make_unique<TarnViewPrivate>(this);
+    connect(d->watcher.get(), &QFileSystemWatcher::fileChanged, this, &TarnView::onFileChange);
+    d->modificationCallback = [this](bool modified) { Q_EMIT modificationStatusChanged(modified); };
+    m_checkTimer->setSingleShot(true);
+    m_checkTimer->setInterval(FileCheckDelay);
+    connect(m_checkTimer, &QTimer::timeout, this, &TarnView::checkForReload);
+
+    m_changedBanner->setupUi(ui->widgetChanged);
+    connect(m_changedBanner->okBtn, &QPushButton::clicked, this, &TarnView::onOKBtn);
+    ui->widgetChanged->hide();
+
+    m_bannerLayout = new QHBoxLayout(ui->widget_3);
+    m_bannerLayout->setSpacing(0);
+    m_bannerLayout->setContentsMargins(0, 0, 0, 0);
+    ui->widget_3->hide();
+
+    subscribeEvent();
+}
+
+TarnView::~TarnView()
+{
+    unsubscribeEvent();
+    ui.reset();
+    d.reset();
+}
+
+bool TarnView::open(const QString &filePath, const QString &, QString *errorText)
+{
+    qDebug(" This is open file to Tarn");
+    d->unwatchFile();
+    d->filePath = filePath;
+    d->watchFile();
+
+    if (!checkTARNFile(filePath)) {
+        if (errorText)
+            *errorText = tr("%1 open file failed.").arg(filePath);
+        return false;
+    }
+    bool ok = false;
+    const QList<TarnCore *> cores = readTARNConfigFromXml(filePath, &ok, errorText);
+    if (!ok) {
+        qDeleteAll(cores);
+        return false;
+    }
+    d->setModified(false);
+    showCores(cores);
+    // A file without cores keeps the mark in the short title alone: it is modified by the core that
+    // it was just given, while the title names the file.
+    setWindowTitle(QFileInfo(filePath).fileName());
+    changeTarnWidget(0);
+    return readRtlNetlist();
+}
+
+void TarnView::showCores(const QList<TarnCore *> &cores)
+{
+    d->clearTarns();
+    ui->treeWidget->clear(); // Gaps in the indexes of former cores leave items behind.
+    d->cores = cores;
+    if (cores.isEmpty())
+        d->addOneTarn(0);
+    else
+        d->initTarnOptionWidget();
+}
+
+bool TarnView::save()
+{
+    const QString tool = designManager()->getOptionValue(TE::OPT::SYNTHESIZE_TOOL).toString();
+    if (tool == TE::OPT::Synplify_pro) {
+        showError(tr("Error"),
+                  tr("For RTL Design, TARN is only available for OstraSynthesis. Please change "
+                     "Synthesis Tool to OstraSynthesis in Configurations."));
+        return false;
+    }
+    return d->save();
+}
+
+QString TarnView::file() const
+{
+    return d->filePath;
+}
+
+bool TarnView::isModified() const
+{
+    return d->modified;
+}
+
+void TarnView::setModified(bool modified)
+{
+    d->modified = modified;
+    Q_EMIT modificationStatusChanged(modified);
+}
+
+void TarnView::showUnmodified()
+{
+    d->setModified(false);
+    showTitle(QString());
+}
+
+void TarnView::showTitle(const QString &mark)
+{
+    const QString title = QFileInfo(d->filePath).fileName() + mark;
+    setWindowTitle(title);
+    setShortTitle(title);
+}
+
+void TarnView::onModified()
+{
+    if (d->modified)
+        return;
+    d->setModified(true);
+    showTitle(QStringLiteral(" *"));
+}
+
+void TarnView::onOKBtn()
+{
+    ui->widgetChanged->hide();
+}
+
+// Cores and pages
+
+int TarnView::addTarnOptionWidget(TarnOptionWidget *page)
+{
+    ui->stackedWidget->addWidget(page);
+    connect(page, &TarnOptionWidget::modifed, this, &TarnView::onModified);
+    new QTreeWidgetItem(ui->treeWidget, {tr("tarn_%1").arg(page->core()->index)});
+    return ui->stackedWidget->count();
+}
+
+void TarnView::removeTarnOptionWidget(TarnOptionWidget *page)
+{
+    ui->stackedWidget->removeWidget(page);
+    disconnect(page, &TarnOptionWidget::modifed, this, nullptr);
+    delete ui->treeWidget->topLevelItem(page->core()->index);
+    for (int i = 0; i < ui->treeWidget->topLevelItemCount(); ++i)
+        ui->treeWidget->topLevelItem(i)->setText(0, tr("tarn_%1").arg(i));
+}
+
+void TarnView::changeTarnWidget(int index)
+{
+    TarnOptionWidget *page = d->getTarnWidgetByIndex(index);
+    if (!page)
+        return;
+    ui->stackedWidget->setCurrentWidget(page);
+    ui->treeWidget->setCurrentItem(ui->treeWidget->topLevelItem(index));
+    ui->dockWidget_2->setWindowTitle(tr("tarn_%1").arg(index));
+}
+
+void TarnView::on_treeWidget_clicked(const QModelIndex &index)
+{
+    // Row and column serve as a point of the viewport: whether there is an item at it decides.
+    const QTreeWidgetItem *item = ui->treeWidget->itemAt(index.row(), index.column());
+    if (item && d->getTarnByIndex(index.row()))
+        changeTarnWidget(index.row());
+}
+
+void TarnView::on_treeWidget_doubleClicked(const QModelIndex &index)
+{
+    on_treeWidget_clicked(index);
+}
+
+void TarnView::on_treeWidget_customContextMenuRequested(const QPoint &pos)
+{
+    const QPersistentModelIndex index(ui->treeWidget->indexAt(pos));
+    d->addAction->setEnabled(true);
+    d->removeAction->setEnabled(index.isValid());
+
+    const QPointer<TarnView> self(this);
+    const QPointer<QMenu> menu(new QMenu(this));
+    menu->addAction(d->addAction.get());
+    menu->addAction(d->removeAction.get());
+    const QAction *chosen = menu->exec(QCursor::pos());
+    if (!self)
+        return;
+    delete menu;
+
+    int shown = 0;
+    if (chosen && chosen == d->addAction.get()) {
+        shown = d->cores.size();
+        d->addOneTarn(shown);
+    } else if (chosen && chosen == d->removeAction.get() && index.isValid()) {
+        d->removeOneTarn(index.row());
+    } else {
+        return;
+    }
+    if (self)
+        changeTarnWidget(shown);
+}
+
+void TarnView::closeEvent(QCloseEvent *event)
+{
+    if (!isModified()) {
+        event->accept();
+        return;
+    }
+    const QPointer<TarnView> self(this);
+    Message question;
+    question.icon = QMessageBox::Question;
+    question.title = tr("Save");
+    question.text = tr("Save changes to \"%1\" ?").arg(QDir::toNativeSeparators(file()));
+    question.buttons = QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Cancel;
+    question.defaultButton = QMessageBox::Ok;
+    const QMessageBox::StandardButton answer = showMessage(this, question);
+    if (!self)
+        return;
+    // Saved without asking for the synthesis tool: closing must not get stuck on a setting.
+    event->setAccepted(answer == QMessageBox::Discard || (answer == QMessageBox::Ok && d->save()));
+}
+
+// Changes of the file on disk
+
+void TarnView::onFileChange()
+{
+    if (d->fileChangePending)
+        return;
+    d->fileChangePending = true;
+    m_checkTimer->start();
+}
+
+void TarnView::checkForReload()
+{
+    ReloadBanner *banner = nullptr;
+    if (QFileInfo::exists(file())) {
+        banner = new ReloadBanner(ReloadBanner::Changed, file(), this);
+        connect(banner, &ReloadBanner::reload, this, &TarnView::onBannerReload);
+        connect(banner, &ReloadBanner::cancel, this, &TarnView::onBannerCancel);
+    } else {
+        banner = new ReloadBanner(ReloadBanner::Removed, file(), this);
+        connect(banner, &ReloadBanner::keepIt, this, &TarnView::onBannerKeep);
+        connect(banner, &ReloadBanner::closeIt, this, &TarnView::onBannerClose);
+    }
+    showBanner(banner);
+}
+
+void TarnView::showBanner(ReloadBanner *banner)
+{
+    m_bannerLayout->addWidget(banner);
+    banner->show();
+    ui->widget_3->show();
+}
+
+ReloadBanner *TarnView::sendingBanner() const
+{
+    return qobject_cast<ReloadBanner *>(sender());
+}
+
+void TarnView::removeBanner(ReloadBanner *banner)
+{
+    if (!banner)
+        return;
+    banner->hide();
+    m_bannerLayout->removeWidget(banner);
+    banner->setParent(nullptr);
+    banner->deleteLater(); // One of its buttons is still at work.
+}
+
+void TarnView::onBannerReload()
+{
+    const QPointer<ReloadBanner> banner(sendingBanner());
+    if (!reloadTarnFile()) {
+        const QPointer<TarnView> self(this);
+        showMessage(this, {QMessageBox::Warning, tr("Reload Tarn"), tr("Invalid TARN file.")});
+        if (self)
+            closeUnsaved(banner);
+        return;
+    }
+    d->watchFile();
+    removeBanner(banner);
+    d->fileChangePending = false;
+}
+
+void TarnView::onBannerCancel()
+{
+    removeBanner(sendingBanner());
+    answerFileChange();
+}
+
+void TarnView::onBannerKeep()
+{
+    removeBanner(sendingBanner());
+    answerFileChange();
+}
+
+void TarnView::answerFileChange()
+{
+    d->watchFile(); // A replaced or deleted file has dropped out of the watcher.
+    d->fileChangePending = false;
+}
+
+void TarnView::onBannerClose()
+{
+    closeUnsaved(sendingBanner());
+}
+
+void TarnView::closeUnsaved(ReloadBanner *banner)
+{
+    removeBanner(banner);
+    d->fileChangePending = false;
+    d->setModified(false);
+    closeContainer();
+}
+
+void TarnView::closeContainer()
+{
+    QWidget *container = parentWidget();
+    if (!container) {
+        close(); // Not shown by the host yet: whoever made the view deletes it.
+        return;
+    }
+    container->setAttribute(Qt::WA_DeleteOnClose);
+    container->close();
+}
+
+void TarnView::onReloadCancel()
+{
+    removeBanner(sendingBanner());
+    m_reloadPending = false;
+}
+
+bool TarnView::reloadTarnFile()
+{
+    if (!checkTARNFile(file()))
+        return false;
+    showCores(readTARNConfigFromXml(file(), nullptr, nullptr));
+    changeTarnWidget(0);
+    return true;
+}
+
+// The design
+
+bool TarnView::readRtlNetlist()
+{
+    d->setNlsData(nullptr);
+    QMap<QString, QVariant> info = designManager()->getSourceFileInfo();
+    const QString top = info.value(TE::DesignInfo::Top).toString();
+    if (info.value(TE::DesignInfo::Files).toList().isEmpty()) {
+        showError(tr("Error"), tr("Design files are not exist."));
+        return false;
+    }
+
+    const QPointer<TarnView> self(this);
+    QStringList tops;
+    QStringList modules;
+    QStringList messages;
+    getRtlModules(info, tops, modules, messages);
+    if (!self || showParserErrors(messages))
+        return false;
+    if (modules.isEmpty() && !top.isEmpty()) {
+        showError(tr("Invalid Top Module"),
+                  tr("No module named \"%1\", please reset top module.").arg(top));
+        return false;
+    }
+    if (!modules.isEmpty() && tops.size() == 1)
+        return installNetlist(top);
+    if (!modules.isEmpty() && top.isEmpty())
+        showError(tr("Multiple Top Module"), tr("Multiple top, please set top module."));
+    else
+        showError(tr("Design files contain some errors"), tr("Get no module from design."));
+    return false;
+}
+
+bool TarnView::installNetlist(const QString &top)
+{
+    const QPointer<TarnView> self(this);
+    std::unique_ptr<NETWEIR::RtlNetlist> netlist(updateRtlNetlist());
+    if (!self)
+        return false;
+    if (!netlist) {
+        showError(tr("Design files contain some errors"), tr("Get no module from design."));
+        return false;
+    }
+    const QString found = netlist->top()->instName();
+    if (!top.isEmpty() && top != found) {
+        showError(
+            tr("Error"),
+            tr("Get module \"%1\" failed, just received default module \"%2\".").arg(top, found));
+        return false;
+    }
+    if (netlist->usesJtagPrimitive()) {
+        showError(tr("Error"), tr("KX_JTAG used in design conflicts with TARN."));
+        return false;
+    }
+    d->setNlsData(netlist.release());
+    return true;
+}
+
+NETWEIR::RtlNetlist *TarnView::updateRtlNetlist()
+{
+    NETWEIR::RtlNetlist *netlist = nullptr;
+    QStringList messages;
+    NETWEIR::catchRtlNetsWithProgressDialog(&netlist, messages, nullptr);
+    return netlist;
+}
+
+void TarnView::getRtlModules(QMap<QString, QVariant> &info, QStringList &tops, QStringList &modules,
+                             QStringList &messages)
+{
+    NETWEIR::catchRtlModules(tops, modules, messages, info, nullptr);
+}
+
+/// Shows all @p messages when there is an error among them. Returns whether there is.
+bool TarnView::showParserErrors(const QStringList &messages)
+{
+    const auto isError = [](const QString &message) {
+        return message.startsWith(QLatin1String("ERROR"));
+    };
+    if (std::none_of(messages.cbegin(), messages.cend(), isError))
+        return false;
+    auto *dialog = new MessageDlg(this);
+    dialog->setWindowTitle(tr("Design files contain some errors."));
+    dialog->setDetailMsg(messages);
+    execAndDelete(dialog);
+    return true;
+}
+
+void TarnView::showError(const QString &title, const QString &text)
+{
+    showMessage(this, {QMessageBox::Critical, title, text});
+}
+
+QStringList TarnView::includePaths() const
+{
+    const QString workingDir = designManager()->workingDir();
+    QStringList paths = designManager()->getOptionValue(TE::OPT::INCLUDEPATH).toStringList();
+    for (QString &path : paths) {
+        if (QDir::isRelativePath(path))
+            path = QDir::cleanPath(workingDir + QLatin1Char('/') + path);
+    }
+    return paths;
+}
+
+void TarnView::subscribeEvent()
+{
+    for (const char *event : SubscribedEvents)
+        QUtil::EventManager::instance()->subscribe(this, event);
+}
+
+void TarnView::unsubscribeEvent()
+{
+    for (const char *event : SubscribedEvents)
+        QUtil::EventManager::instance()->unsubscribe(this, event);
+}
+
+void TarnView::handleIEvent(const QUtil::IEvent *event)
+{
+    if (m_reloadPending)
+        return;
+    if (changesDesign(*event))
+        designFileChanged();
+    else if (event->name() == TE::E_OPTION_CHANGE &&
+             event->get(TE::K_OPTION).toString() == TE::OPT::TOPMODULE)
+        topModuleChanged();
+}
+
+void TarnView::designFileChanged()
+{
+    showDesignBanner(tr("Design files changed. Do you want to reload?"));
+}
+
+void TarnView::topModuleChanged()
+{
+    showDesignBanner(tr("Top module changed. Do you want to reload?"));
+}
+
+void TarnView::showDesignBanner(const QString &text)
+{
+    m_reloadPending = true;
+    auto *banner = new ReloadBanner(ReloadBanner::Changed, QString(), this);
+    connect(banner, &ReloadBanner::reload, this, &TarnView::onRtlReload);
+    connect(banner, &ReloadBanner::cancel, this, &TarnView::onReloadCancel);
+    showBanner(banner);
+    banner->setText(text);
+}
+
+void TarnView::onRtlReload()
+{
+    removeBanner(sendingBanner());
+    const QPointer<TarnView> self(this);
+    const bool read = readRtlNetlist();
+    if (!self)
+        return;
+    if (read) {
+        m_reloadPending = false;
+        return;
+    }
+    d->setModified(false);
+    closeContainer();
+}
+
+} // namespace TARN

@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <core/iview.h>
+#include <qutil/ieventhandler.h>
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <memory>
+
+class QHBoxLayout;
+class QTimer;
+
+namespace NETWEIR {
+class RtlNetlist;
+}
+
+namespace TARN {
+
+namespace Ui {
+class ChangedBanner;
+class TarnView;
+} // namespace Ui
+
+namespace private_impl {
+class TarnViewPrivate;
+}
+
+class ReloadBanner;
+class TarnCore;
+class TarnOptionWidget;
+
+/// The editor of one configuration file: the list of its cores on the left, the page of the chosen
+/// core on the right, and above them banners that tell of changes of the file and of the design.
+///
+/// Owns the document (TarnViewPrivate): file, cores and netlist. Boxes, dialogs and the progress of
+/// reading the netlist run event loops in which the view itself can go away; operations that show
+/// one return false then.
+class TarnView final : public Core::IView, public QUtil::IEventHandler
+{
+    Q_OBJECT
+
+public:
+    explicit TarnView(QWidget *parent = nullptr);
+    ~TarnView() override;
+
+    /// Loads the file and reads the design's netlist. The path of the synthesis netlist is not
+    /// needed: signals come from the design's sources. On failure @p errorText, which may be null,
+    /// says why, unless a box did so already.
+    bool open(const QString &filePath, const QString &netlistPath, QString *errorText);
+
+    /// Checks and writes the file; reports failures itself.
+    bool save();
+
+    QString file() const;
+
+    QString deviceName() const { return m_deviceName; }
+    void setDeviceName(const QString &name) { m_deviceName = name; }
+
+    bool isModified() const;
+    /// Emits modificationStatusChanged() even when nothing changes.
+    void setModified(bool modified);
+    /// Clears the modified state and takes its mark out of both titles.
+    void showUnmodified();
+
+    /// Shows @p page, which the view takes over, in list and stack. Returns the number of pages.
+    int addTarnOptionWidget(TarnOptionWidget *page);
+    /// Takes @p page out of list and stack. Its core must still be there.
+    void removeTarnOptionWidget(TarnOptionWidget *page);
+    /// Shows the page of the core whose index is @p index, if there is one.
+    void changeTarnWidget(int index);
+
+    /// Reads the cores again from the file. False when the file is invalid; nothing changes then.
+    bool reloadTarnFile();
+
+Q_SIGNALS:
+    void modificationStatusChanged(bool modified);
+
+public Q_SLOTS:
+    void onModified();
+    /// Hides the notice of a changed netlist.
+    void onOKBtn();
+
+    // Connected by name.
+    void on_treeWidget_clicked(const QModelIndex &index);
+    void on_treeWidget_doubleClicked(const QModelIndex &index);
+    void on_treeWidget_customContextMenuRequested(const QPoint &pos);
+
+    // Changes of the file on disk.
+    void onFileChange();
+    void checkForReload();
+    void onBannerReload();
+    void onBannerCancel();
+    void onBannerKeep();
+    void onBannerClose();
+    void onReloadCancel();
+
+    // The design.
+    /// Reads the design's netlist and hands it to all pages; failures are reported in boxes and
+    /// leave the view without a netlist.
+    bool readRtlNetlist();
+    /// A new netlist, owned by the caller, null when the build failed or was cancelled.
+    NETWEIR::RtlNetlist *updateRtlNetlist();
+    void getRtlModules(QMap<QString, QVariant> &info, QStringList &tops, QStringList &modules,
+                       QStringList &messages);
+    /// The design's include folders, absolute.
+    QStringList includePaths() const;
+    void subscribeEvent();
+    void unsubscribeEvent();
+    void designFileChanged();
+    void topModuleChanged();
+    void onRtlReload();
+
+public:
+    // QUtil::IEventHandler
+    void handleIEvent(const QUtil::IEvent *event) override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    /// Takes over @p cores in place of the former ones and creates their pages; without any, adds
+    /// one.
+    void showCores(const QList<TarnCore *> &cores);
+    void showTitle(const QString &mark);
+    void showBanner(ReloadBanner *banner);
+    void removeBanner(ReloadBanner *banner);
+    ReloadBanner *sendingBanner() const;
+    void answerFileChange();
+    void closeContainer();
+    void closeUnsaved(ReloadBanner *banner);
+    void showDesignBanner(const QString &text);
+    void showError(const QString &title, const QString &text);
+    bool showParserErrors(const QStringList &messages);
+    bool installNetlist(const QString &top);
+
+    std::unique_ptr<private_impl::TarnViewPrivate> d;
+    std::unique_ptr<Ui::TarnView> ui;
+    std::unique_ptr<Ui::ChangedBanner> m_changedBanner;
+    QHBoxLayout *m_bannerLayout;
+    QTimer *m_checkTimer; ///< Several writes in a row are one change.
+    QString m_deviceName;
+    bool m_reloadPending = false; ///< A change of the design is shown and not answered yet.
+};
+
+} // namespace TARN

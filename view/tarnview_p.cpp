@@ -1,0 +1,285 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tarnview_p.h"
+
+#include "tarnoptionwidget.h"
+#include "tarnview.h"
+
+#include <model/tarnconfig.h>
+#include <model/tarncore.h>
+#include <netweir/hierachy.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetlist.h>
+#include <probes/modaldialog.h>
+
+#include <QAction>
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QPointer>
+
+namespace TARN {
+namespace private_impl {
+
+namespace {
+
+constexpr int MaximumTarns = 16;
+
+void logIndexes(const char *title, const QList<TarnCore *> &cores)
+{
+    qDebug("%s", title);
+    for (const TarnCore *core : cores)
+        qDebug("%d", core->index);
+}
+
+} // namespace
+
+TarnViewPrivate::TarnViewPrivate(TarnView *view)
+    : q(view)
+    , addAction(std::make_unique<QAction>(tr("Add")))
+    , removeAction(std::make_unique<QAction>(tr("Remove")))
+    , watcher(std::make_unique<QFileSystemWatcher>())
+{
+    connect(watcher.get(), &QFileSystemWatcher::directoryChanged, this,
+            &TarnViewPrivate::onFolderChange);
+}
+
+TarnViewPrivate::~TarnViewPrivate()
+{
+    watcher.reset();
+    addAction.reset();
+    removeAction.reset();
+    netlist.reset();
+    qDeleteAll(cores);
+}
+
+void TarnViewPrivate::addOneTarn(int index)
+{
+    if (cores.size() >= MaximumTarns) {
+        showMessage(q, {QMessageBox::Warning, tr("Warning"), tr("Support 16 TARNs at most.")});
+        return;
+    }
+    auto *core = new TarnCore(index);
+    cores.append(core);
+    auto *page = new TarnOptionWidget(core, netlist.get(), q);
+    optionWidgets.append(page);
+    q->addTarnOptionWidget(page);
+    q->onModified();
+}
+
+void TarnViewPrivate::removeOneTarn(int index)
+{
+    if (cores.size() == 1) {
+        showMessage(
+            q, {QMessageBox::Warning, tr("Remove TARN"), tr("The only TARN can not be removed.")});
+        return;
+    }
+    if (index < 0 || index >= cores.size())
+        return;
+
+    const QPointer<TarnViewPrivate> self(this);
+    const QPointer<TarnOptionWidget> page(optionWidgets.at(index));
+    Message question;
+    question.icon = QMessageBox::Question;
+    question.title = tr("Remove TARn"); // Spelt so: users and scripts know the box by this title.
+    question.text = tr("Do you want to remove TARN %1 ?").arg(index);
+    question.buttons = QMessageBox::Ok | QMessageBox::Cancel;
+    question.defaultButton = QMessageBox::Ok;
+    if (showMessage(q, question) != QMessageBox::Ok || !self || !page)
+        return;
+    // The file may have been reloaded behind the question.
+    const int position = optionWidgets.indexOf(page);
+    if (position >= 0 && cores.size() > 1)
+        removeAt(position);
+}
+
+void TarnViewPrivate::removeAt(int position)
+{
+    TarnOptionWidget *page = optionWidgets.takeAt(position);
+    q->removeTarnOptionWidget(page);
+    delete page;
+    delete cores.takeAt(position);
+
+    logIndexes("before changed", cores);
+    for (int i = 0; i < cores.size(); ++i)
+        cores.at(i)->index = i;
+    logIndexes("after changed", cores);
+    q->onModified();
+}
+
+void TarnViewPrivate::initTarnOptionWidget()
+{
+    for (TarnCore *core : qAsConst(cores)) {
+        auto *page = new TarnOptionWidget(core, netlist.get(), nullptr);
+        optionWidgets.append(page);
+        q->addTarnOptionWidget(page);
+    }
+}
+
+void TarnViewPrivate::clearTarns()
+{
+    for (int i = optionWidgets.size() - 1; i >= 0; --i)
+        q->removeTarnOptionWidget(optionWidgets.at(i));
+    qDeleteAll(optionWidgets);
+    optionWidgets.clear();
+    qDeleteAll(cores);
+    cores.clear();
+}
+
+TarnCore *TarnViewPrivate::getTarnByIndex(int index) const
+{
+    for (TarnCore *core : cores) {
+        if (core->index == index)
+            return core;
+    }
+    return nullptr;
+}
+
+TarnOptionWidget *TarnViewPrivate::getTarnWidgetByIndex(int index) const
+{
+    for (TarnOptionWidget *page : optionWidgets) {
+        if (page->core()->index == index)
+            return page;
+    }
+    return nullptr;
+}
+
+void TarnViewPrivate::setModified(bool value)
+{
+    if (modified == value)
+        return;
+    modified = value;
+    if (modificationCallback)
+        modificationCallback(value);
+}
+
+bool TarnViewPrivate::save()
+{
+    qDebug("save lumo");
+    for (TarnOptionWidget *page : qAsConst(optionWidgets))
+        page->save();
+
+    QString errors;
+    if (!check(&errors)) {
+        showCheckErrors(errors);
+        return false;
+    }
+
+    unwatchFile(); // The view's own write is no change made elsewhere.
+    if (netlist) {
+        for (TarnCore *core : qAsConst(cores))
+            core->module = netlist->top()->instName();
+    }
+    const bool written = writeTARNConfigToXml(cores, filePath);
+    watchFile();
+    if (!written) {
+        showMessage(q, {QMessageBox::Critical, tr("Error"),
+                        tr("Can not save to %1").arg(QDir::toNativeSeparators(filePath))});
+        return false;
+    }
+    q->showUnmodified();
+    return true;
+}
+
+void TarnViewPrivate::showCheckErrors(const QString &errors)
+{
+    Message message;
+    message.title = tr("Error");
+    // The blanks make the box wide enough for the details.
+    message.text = tr("Your settings contain some errors.") + QString(13, QLatin1Char(' '));
+    message.detailedText = errors;
+    message.defaultButton = QMessageBox::Ok;
+    message.escapeButton = QMessageBox::Ok;
+    showMessage(q, message);
+}
+
+bool TarnViewPrivate::check(QString *errors) const
+{
+    QStringList found;
+    Drivers drivers;
+    for (int position = 0; position < cores.size(); ++position) {
+        const TarnCore *core = cores.at(position);
+        const QString prefix = tr("Tarn %1: ").arg(core->index);
+        if (core->getAvailableProbeIns().isEmpty() && core->getAvailableProbeOuts().isEmpty())
+            found += prefix + tr("At least one Probe In port or Probe Out port should be enabled");
+        collectDrivers(position, &drivers);
+        const QString clockError = checkClock(core);
+        if (!clockError.isEmpty())
+            found += prefix + clockError;
+    }
+    for (auto it = drivers.cbegin(); it != drivers.cend(); ++it) {
+        // The comma at the end belongs to the message as scripts that read it know it.
+        if (it->size() > 1)
+            found += tr("ERROR:Signal \"%1\" has multiple drivers(%2)")
+                         .arg(it.key(), it->join(QStringLiteral(", ")) + QLatin1Char(','));
+    }
+    if (errors)
+        *errors = found.join(QLatin1Char('\n'));
+    return found.isEmpty();
+}
+
+void TarnViewPrivate::collectDrivers(int position, Drivers *drivers) const
+{
+    const QList<ProbeOut *> ports = cores.at(position)->getAvailableProbeOuts();
+    for (const ProbeOut *port : ports) {
+        // Names the core by its position where the prefix of the other messages has its index:
+        // both numbers are what readers of the messages expect.
+        const QString driver = tr("tarn_%1->Probe Out%2").arg(position).arg(port->index);
+        const QStringList bits = port->singleSignals();
+        for (const QString &bit : bits)
+            (*drivers)[bit] += driver;
+    }
+}
+
+QString TarnViewPrivate::checkClock(const TarnCore *core) const
+{
+    if (!core->syncUserClock)
+        return QString();
+    if (core->userClock.isEmpty())
+        return tr("No synchronization clock specified");
+    const NETWEIR::RtlNet *net = netlist ? netlist->findNet(core->userClock) : nullptr;
+    if (!net)
+        return tr("The output probe synchronizes with user clock does not exist");
+    if (net->excludedForProbeIn())
+        return tr("Invalid user clock selected for output probe synchronization");
+    return QString();
+}
+
+void TarnViewPrivate::setNlsData(NETWEIR::RtlNetlist *newNetlist)
+{
+    // The former netlist goes last: pages may look at it until they have the new one.
+    std::unique_ptr<NETWEIR::RtlNetlist> former = std::move(netlist);
+    netlist.reset(newNetlist);
+    for (TarnOptionWidget *page : qAsConst(optionWidgets))
+        page->setNlsdata(newNetlist);
+}
+
+void TarnViewPrivate::watchFile()
+{
+    unwatchFile();
+    if (filePath.isEmpty() || watcher->addPath(filePath))
+        return;
+    // The folder may be missing as well: then wait for that first.
+    QString folder = QFileInfo(filePath).absolutePath();
+    while (!QFileInfo::exists(folder))
+        folder = QFileInfo(folder).path();
+    watcher->addPath(folder);
+}
+
+void TarnViewPrivate::unwatchFile()
+{
+    const QStringList watched = watcher->files() + watcher->directories();
+    if (!watched.isEmpty())
+        watcher->removePaths(watched);
+}
+
+void TarnViewPrivate::onFolderChange()
+{
+    watchFile();
+    if (QFileInfo::exists(filePath))
+        q->onFileChange();
+}
+
+} // namespace private_impl
+} // namespace TARN

@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QMap>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class QAction;
+class QFileSystemWatcher;
+
+namespace NETWEIR {
+class RtlNetlist;
+}
+
+namespace TARN {
+
+class TarnCore;
+class TarnOptionWidget;
+class TarnView;
+
+namespace private_impl {
+
+/// The document behind a TarnView: file, cores and netlist, which it owns, and the check.
+///
+/// Its functions that show boxes run an event loop in which the view, and this object with it, can
+/// go away; they return false then.
+class TarnViewPrivate : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TarnViewPrivate(TarnView *view);
+    ~TarnViewPrivate() override;
+
+    void addOneTarn(int index);
+    /// Asks, then removes the core at list position @p index and renumbers the others.
+    void removeOneTarn(int index);
+    /// Creates the pages of all cores.
+    void initTarnOptionWidget();
+    /// Deletes all pages and cores.
+    void clearTarns();
+
+    /// The core, or its page, whose index is @p index, null when there is none. Indexes of a file
+    /// may have gaps.
+    TarnCore *getTarnByIndex(int index) const;
+    TarnOptionWidget *getTarnWidgetByIndex(int index) const;
+
+    /// Calls modificationCallback when the state changes.
+    void setModified(bool modified);
+
+    /// Stores the pages, checks and writes the file.
+    bool save();
+
+    /// Checks all cores against each other and against the netlist. @p errors, which may be null,
+    /// receives one line an error. Costs n log n in the driven bits.
+    bool check(QString *errors) const;
+
+    /// Watches filePath or, while there is no such file, for its return, which counts as a change.
+    void watchFile();
+    void unwatchFile();
+
+public Q_SLOTS:
+    /// Takes over @p netlist, which may be null, hands it to all pages and deletes the former one.
+    void setNlsData(NETWEIR::RtlNetlist *netlist);
+
+public:
+    TarnView *const q;
+    QString filePath;
+    QList<TarnCore *> cores; ///< Owned.
+    std::unique_ptr<NETWEIR::RtlNetlist> netlist;
+    QList<TarnOptionWidget *> optionWidgets; ///< In the order of cores; owned by the view's stack.
+    std::unique_ptr<QAction> addAction;
+    std::unique_ptr<QAction> removeAction;
+    bool modified = false;
+    std::function<void(bool)> modificationCallback;
+    std::unique_ptr<QFileSystemWatcher> watcher;
+    bool fileChangePending = false; ///< A change of the file is noticed and not answered yet.
+
+private:
+    /// The Probe Out ports that drive a bit, by the bit's name, sorted by UTF-16 code units.
+    using Drivers = QMap<QString, QStringList>;
+
+    /// Adds the bits that the core at list position @p position drives.
+    void collectDrivers(int position, Drivers *drivers) const;
+    /// What is wrong with the user clock of @p core, empty when nothing is.
+    QString checkClock(const TarnCore *core) const;
+    void removeAt(int position);
+    void showCheckErrors(const QString &errors);
+    void onFolderChange();
+};
+
+} // namespace private_impl
+} // namespace TARN
