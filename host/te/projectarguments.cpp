@@ -17,7 +17,7 @@ namespace TE {
 namespace {
 
 constexpr int DeepestFile = 32;
-constexpr int MostArguments = 1000000;
+constexpr int MostFiles = 10000;
 constexpr qint64 LargestFile = 64 * 1024 * 1024;
 
 /// Collects a project from arguments. Every function returns false at the first thing that is
@@ -48,7 +48,7 @@ private:
     QStringList m_includePaths;
     QSet<QString> m_sources;
     QStringList m_openFiles; ///< The `-f` files being read, the outermost first.
-    int m_count = 0;
+    int m_fileCount = 0;     ///< Of `-f` files.
     QString m_error;
 };
 
@@ -87,9 +87,6 @@ bool ArgumentReader::read(const QStringList &arguments)
     static const QStringList withValue = {QStringLiteral("-f"), QStringLiteral("-I"),
                                           QStringLiteral("-D"), QStringLiteral("-v"),
                                           QStringLiteral("--top")};
-    m_count += arguments.size();
-    if (m_count > MostArguments)
-        return fail(tr("there are more than %1 arguments").arg(MostArguments));
     for (int i = 0; i < arguments.size(); ++i) {
         const QString &argument = arguments.at(i);
         bool good = false;
@@ -154,6 +151,8 @@ bool ArgumentReader::readFile(const QString &path)
     const QString shown = QDir::toNativeSeparators(absolutePath);
     if (m_openFiles.contains(absolutePath) || m_openFiles.size() == DeepestFile)
         return fail(tr("the argument file %1 includes itself or is nested too deep").arg(shown));
+    if (++m_fileCount > MostFiles)
+        return fail(tr("there are more than %1 argument files").arg(MostFiles));
     QFile file(absolutePath);
     if (QFileInfo(absolutePath).isDir() || !file.open(QIODevice::ReadOnly))
         return fail(tr("cannot read the argument file %1").arg(shown));

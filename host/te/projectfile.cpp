@@ -393,6 +393,19 @@ QByteArray toJson(const Project &project)
     return QJsonDocument(root).toJson();
 }
 
+/// The first write to a disk that becomes full is short without being an error; the next one tells.
+bool writeAll(QIODevice *device, const QByteArray &content)
+{
+    for (int position = 0; position < content.size();) {
+        const qint64 written =
+            device->write(content.constData() + position, content.size() - position);
+        if (written <= 0)
+            return false;
+        position += int(written);
+    }
+    return true;
+}
+
 } // namespace
 
 bool readProject(const QString &path, Project *project, QString *error)
@@ -422,11 +435,9 @@ bool readProject(const QString &path, Project *project, QString *error)
 bool writeProject(const Project &project, QString *error)
 {
     QSaveFile file(project.filePath);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(toJson(project));
-        if (file.commit())
-            return true;
-    }
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+        writeAll(&file, toJson(project)) && file.commit())
+        return true;
     *error = ProjectFile::tr("Cannot save the project %1: %2")
                  .arg(QDir::toNativeSeparators(project.filePath), file.errorString());
     return false;

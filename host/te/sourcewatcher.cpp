@@ -66,7 +66,7 @@ void SourceWatcher::addFile(const QString &path)
     m_files.insert(path, shard);
     rearm(path);
     if (m_missing.contains(path))
-        watchFoldersOfMissing();
+        m_folders.addPath(nearestFolder(path));
 }
 
 void SourceWatcher::removeFile(const QString &path)
@@ -77,8 +77,7 @@ void SourceWatcher::removeFile(const QString &path)
     --shard->count;
     shard->watcher.removePath(path);
     m_changed.remove(path);
-    if (m_missing.remove(path))
-        watchFoldersOfMissing();
+    m_missing.remove(path);
 }
 
 SourceWatcher::Shard *SourceWatcher::shardWithRoom()
@@ -136,8 +135,13 @@ void SourceWatcher::check()
 
 void SourceWatcher::takeReturned(QSet<QString> *modified)
 {
-    const QSet<QString> candidates = std::exchange(m_missing, {});
-    for (const QString &path : candidates) {
+    QStringList returned;
+    for (const QString &path : qAsConst(m_missing)) {
+        if (QFile::exists(path))
+            returned.append(path);
+    }
+    for (const QString &path : qAsConst(returned)) {
+        m_missing.remove(path);
         rearm(path);
         if (!m_missing.contains(path))
             modified->insert(path);

@@ -1,0 +1,435 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <te/project.h>
+
+#include <support/files.h>
+#include <support/testcase.h>
+#include <te/teconstants.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <random>
+#include <sys/resource.h>
+#include <unistd.h>
+
+using namespace TE;
+using TarnTest::readFile;
+using TarnTest::writeFile;
+
+namespace {
+
+/// Every field of @p project as text, to compare whole.
+QString text(const Project &project)
+{
+    QStringList lines = {project.filePath, project.name, project.workingDir};
+    for (const ProjectSource &source : project.sources) {
+        lines.append(QStringLiteral("%1 %2 %3")
+                         .arg(source.path, QString::number(source.type),
+                              source.enabled ? QStringLiteral("on") : QStringLiteral("off")));
+    }
+    for (auto it = project.options.begin(); it != project.options.end(); ++it) {
+        lines.append(QStringLiteral("%1=%2 %3")
+                         .arg(it.key(), QString::fromLatin1(it.value().typeName()),
+                              it.value().type() == QVariant::StringList
+                                  ? it.value().toStringList().join(QLatin1Char('|'))
+                                  : it.value().toString()));
+    }
+    lines += project.libraryFiles + project.macros;
+    const DEV::DeviceArg &device = project.device;
+    lines += QStringList{device.family, device.package, device.speedGrade, device.deviceName};
+    return lines.join(QLatin1Char('\n'));
+}
+
+const QByteArray FullProject = R"({
+    "device": {
+        "family": "KX",
+        "name": "KX70-FBG484-2",
+        "package": "FBG484",
+        "speedGrade": "-2"
+    },
+    "libraryFiles": [
+        "lib/cells.v"
+    ],
+    "macros": [
+        "SIM",
+        "WIDTH=8"
+    ],
+    "name": "blinky",
+    "options": {
+        "Extraction_Timeout": 30,
+        "IncludePath": [
+            "rtl/include",
+            "/usr/share/inc"
+        ],
+        "Synthesize_tool": "Synplify",
+        "Verilog_Standard": "1364-2001"
+    },
+    "sources": [
+        {
+            "enabled": true,
+            "file": "rtl/top.v",
+            "type": "Verilog"
+        },
+        {
+            "enabled": false,
+            "file": "/opt/ip/fifo.sv",
+            "type": "VHDL"
+        }
+    ],
+    "top": "top",
+    "version": 1
+}
+)";
+
+/// Calls @p action as a user whom file permissions bind.
+template <typename Action>
+void asOrdinaryUser(Action action)
+{
+    const uid_t user = geteuid();
+    if (user == 0)
+        QCOMPARE(seteuid(65534), 0);
+    action();
+    QCOMPARE(seteuid(user), 0);
+}
+
+} // namespace
+
+class TestProject : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void typeFollowsFromExtension_data();
+    void typeFollowsFromExtension();
+    void typeNamesAreUnique();
+    void readsEveryField();
+    void missingKeysGiveDefaults();
+    void writesWhatItRead();
+    void writesPathsBelowItsFolderRelative();
+    void refusesWithReasonAndPlace_data();
+    void refusesWithReasonAndPlace();
+    void refusesFileThatCannotBeRead();
+    void writingReplacesThroughLinkAndKeepsPermissions();
+    void failedWriteKeepsOldFile();
+    void fullDiskKeepsOldFile();
+    void survivesMutatedFiles();
+
+private:
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+
+    QTemporaryDir m_dir;
+};
+
+void TestProject::typeFollowsFromExtension_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<int>("type");
+    const QList<QPair<QString, int>> rows = {
+        {"a.v", VerilogFile},        {"a.vh", VerilogFile},
+        {"a.sv", SystemVerilogFile}, {"a.svh", SystemVerilogFile},
+        {"a.vhd", VhdlFile},         {"a.vhdl", VhdlFile},
+        {"a.tarn", TarnFile},        {"a.sdc", ConstraintFile},
+        {"a.pdc", ConstraintFile},   {"/x.v/a.SV", SystemVerilogFile},
+        {"a.b.v", VerilogFile},      {"a.txt", UnknownFile},
+        {"v", UnknownFile},          {"", UnknownFile}};
+    for (const auto &row : rows)
+        QTest::newRow(qPrintable(row.first + QLatin1Char(' '))) << row.first << row.second;
+}
+
+void TestProject::typeFollowsFromExtension()
+{
+    QFETCH(QString, path);
+    QTEST(fileTypeOf(path), "type");
+}
+
+void TestProject::typeNamesAreUnique()
+{
+    const QStringList names = fileTypeNames();
+    QCOMPARE(names,
+             QStringList({"Other", "Constraint", "Verilog", "SystemVerilog", "VHDL", "TARN"}));
+    for (int type = 0; type < names.size(); ++type) {
+        QCOMPARE(fileTypeName(type), names.at(type));
+        QCOMPARE(fileTypeFromName(names.at(type)), type);
+    }
+    QCOMPARE(fileTypeFromName(QStringLiteral("verilog")), -1);
+    QCOMPARE(fileTypeName(99), QStringLiteral("Other"));
+}
+
+void TestProject::readsEveryField()
+{
+    writeFile(path("full/p.json"), FullProject);
+    Project project;
+    QString error;
+    QVERIFY2(readProject(path("full/p.json"), &project, &error), qPrintable(error));
+    const QString folder = path("full");
+    QCOMPARE(text(project),
+             QStringList({folder + "/p.json", "blinky", folder, folder + "/rtl/top.v 2 on",
+                          "/opt/ip/fifo.sv 4 off", "Extraction_Timeout=int 30",
+                          "IncludePath=QStringList rtl/include|/usr/share/inc",
+                          "Synthesize_tool=QString Synplify", "TopModule=QString top",
+                          "Verilog_Standard=QString 1364-2001", folder + "/lib/cells.v", "SIM",
+                          "WIDTH=8", "KX", "FBG484", "-2", "KX70-FBG484-2"})
+                 .join('\n'));
+}
+
+void TestProject::missingKeysGiveDefaults()
+{
+    writeFile(path("small.x.json"),
+              R"({"version": 1, "sources": [{"file": "a/../b.sv"}, {"file": "c.txt"}]})");
+    Project project;
+    QString error;
+    QVERIFY2(readProject(path("small.x.json"), &project, &error), qPrintable(error));
+    QCOMPARE(text(project),
+             QStringList({path("small.x.json"), "small.x", m_dir.path(), path("b.sv") + " 3 on",
+                          path("c.txt") + " 0 on", "", "", "", ""})
+                 .join('\n'));
+}
+
+void TestProject::writesWhatItRead()
+{
+    writeFile(path("same/p.json"), FullProject);
+    Project project;
+    QString error;
+    QVERIFY(readProject(path("same/p.json"), &project, &error));
+    QVERIFY2(writeProject(project, &error), qPrintable(error));
+    QCOMPARE(readFile(path("same/p.json")), FullProject);
+    QCOMPARE(QDir(path("same")).entryList(QDir::Files | QDir::Hidden), QStringList("p.json"));
+}
+
+void TestProject::writesPathsBelowItsFolderRelative()
+{
+    Project project;
+    project.filePath = path("folder/p.json");
+    project.name = QStringLiteral("p");
+    project.workingDir = path("elsewhere");
+    QDir().mkpath(path("folder"));
+    project.sources = {{path("folder/sub/a.v"), VerilogFile, true},
+                       {path("folder2/b.v"), VerilogFile, true}};
+    project.libraryFiles = QStringList{path("folder/l.v")};
+    QString error;
+    QVERIFY2(writeProject(project, &error), qPrintable(error));
+    const QByteArray content = readFile(project.filePath);
+    QVERIFY(content.contains("\"sub/a.v\""));
+    QVERIFY(content.contains('"' + path("folder2/b.v").toUtf8() + '"'));
+    QVERIFY(content.contains("\"l.v\""));
+}
+
+void TestProject::refusesWithReasonAndPlace_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("reason");
+    const auto row = [](const char *name, const QByteArray &content, const char *reason) {
+        QTest::newRow(name) << content << QString::fromLatin1(reason);
+    };
+    row("empty", "", ":1:1: illegal value");
+    row("syntax", "{\n  \"version\": 1,\n  oops\n}", ":3:4: unterminated object");
+    row("garbage after", "{\"version\": 1} x", ":1:16: garbage at the end of the document");
+    row("no object", "[1]", ": a project file holds one object");
+    row("no version", "{}",
+        ": version: must be 1, the version of project files that this application reads");
+    row("newer version", "{\"version\": 2}",
+        ": version: must be 1, the version of project files that this application reads");
+    row("text version", "{\"version\": \"1\"}",
+        ": version: must be 1, the version of project files that this application reads");
+    row("unknown key", "{\"version\": 1, \"source\": []}",
+        ": source: unknown key, known are: version, name, top, sources, options, libraryFiles, "
+        "macros, device");
+    row("empty name", "{\"version\": 1, \"name\": \"\"}",
+        ": name: must not be empty and must not hold '/'");
+    row("path as name", "{\"version\": 1, \"name\": \"a/b\"}",
+        ": name: must not be empty and must not hold '/'");
+    row("top no text", "{\"version\": 1, \"top\": 3}", ": top: must be a text");
+    row("control character", "{\"version\": 1, \"top\": \"a\\nb\"}",
+        ": top: must not hold control characters");
+    row("sources no list", "{\"version\": 1, \"sources\": {}}", ": sources: must be a list");
+    row("source no object", "{\"version\": 1, \"sources\": [\"a.v\"]}",
+        ": sources[0]: must be an object");
+    row("source without file", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\"}, {}]}",
+        ": sources[1].file: must be the path of a file");
+    row("file no text", "{\"version\": 1, \"sources\": [{\"file\": 1}]}",
+        ": sources[0].file: must be a text");
+    row("unknown source key",
+        "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"enable\": true}]}",
+        ": sources[0].enable: unknown key, known are: file, type, enabled");
+    row("unknown type", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"type\": \"C\"}]}",
+        ": sources[0].type: must be one of Other, Constraint, Verilog, SystemVerilog, VHDL, TARN");
+    row("type no text", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"type\": 2}]}",
+        ": sources[0].type: must be one of Other, Constraint, Verilog, SystemVerilog, VHDL, TARN");
+    row("enabled no flag", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"enabled\": 1}]}",
+        ": sources[0].enabled: must be true or false");
+    row("source twice",
+        "{\"version\": 1, \"sources\": [{\"file\": \"/a.v\"}, {\"file\": \"/b/../a.v\"}]}",
+        ": sources[1].file: /a.v is listed twice");
+    row("options no object", "{\"version\": 1, \"options\": []}", ": options: must be an object");
+    row("unknown option", "{\"version\": 1, \"options\": {\"TopModule\": \"t\"}}",
+        ": options.TopModule: unknown key, known are: Extraction_Timeout, IncludePath, "
+        "Synthesize_tool, Verilog_Standard");
+    row("unknown standard", "{\"version\": 1, \"options\": {\"Verilog_Standard\": \"2005\"}}",
+        ": options.Verilog_Standard: must be one of 1364-1995, 1364-2001, 1364-2005, 1800-2017, "
+        "not \"2005\"");
+    row("unknown tool", "{\"version\": 1, \"options\": {\"Synthesize_tool\": \"x\"}}",
+        ": options.Synthesize_tool: must be one of OstraSynthesis, Synplify, not \"x\"");
+    row("tool no text", "{\"version\": 1, \"options\": {\"Synthesize_tool\": [\"x\"]}}",
+        ": options.Synthesize_tool: must be a text");
+    row("include path no list", "{\"version\": 1, \"options\": {\"IncludePath\": \"inc\"}}",
+        ": options.IncludePath: must be a list of texts");
+    row("include path of numbers", "{\"version\": 1, \"options\": {\"IncludePath\": [\"a\", 1]}}",
+        ": options.IncludePath[1]: must be a text");
+    for (const char *timeout : {"0", "-5", "1.5", "86401", "\"x\"", "null", "[]", "1e300"}) {
+        row(timeout,
+            QByteArray("{\"version\": 1, \"options\": {\"Extraction_Timeout\": ") + timeout + "}}",
+            ": options.Extraction_Timeout: must be a whole number of seconds from 1 to 86400");
+    }
+    row("library file no text", "{\"version\": 1, \"libraryFiles\": [\"a\", {}]}",
+        ": libraryFiles[1]: must be a text");
+    row("empty library file", "{\"version\": 1, \"libraryFiles\": [\"\"]}",
+        ": libraryFiles[0]: must be the path of a file");
+    row("macros no list", "{\"version\": 1, \"macros\": \"A\"}",
+        ": macros: must be a list of texts");
+    row("bad macro", "{\"version\": 1, \"macros\": [\"A=\", \"1A\"]}",
+        ": macros[1]: must be NAME or NAME=VALUE");
+    row("device no object", "{\"version\": 1, \"device\": \"KX\"}", ": device: must be an object");
+    row("unknown device key", "{\"version\": 1, \"device\": {\"deviceName\": \"KX\"}}",
+        ": device.deviceName: unknown key, known are: family, package, speedGrade, name");
+    row("device field no text", "{\"version\": 1, \"device\": {\"family\": 7}}",
+        ": device.family: must be a text");
+}
+
+void TestProject::refusesWithReasonAndPlace()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, reason);
+    writeFile(path("bad.json"), content);
+    Project project;
+    project.name = QStringLiteral("untouched");
+    const QString before = text(project);
+    QString error;
+    QVERIFY(!readProject(path("bad.json"), &project, &error));
+    QCOMPARE(error, path("bad.json") + reason);
+    QCOMPARE(text(project), before);
+}
+
+void TestProject::refusesFileThatCannotBeRead()
+{
+    Project project;
+    QString error;
+    QVERIFY(!readProject(path("none.json"), &project, &error));
+    QCOMPARE(error, QStringLiteral("Cannot open the project %1: No such file or directory")
+                        .arg(path("none.json")));
+    QVERIFY(!readProject(m_dir.path(), &project, &error));
+    QCOMPARE(error, QStringLiteral("Cannot open the project %1: it is a folder").arg(m_dir.path()));
+    QFile large(path("large.json"));
+    QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(64 * 1024 * 1024 + 1));
+    QVERIFY(!readProject(large.fileName(), &project, &error));
+    QCOMPARE(error,
+             QStringLiteral("Cannot read the project %1: it is too large").arg(path("large.json")));
+}
+
+void TestProject::writingReplacesThroughLinkAndKeepsPermissions()
+{
+    writeFile(path("linked/real.json"), FullProject);
+    const QFile::Permissions permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser |
+                                           QFile::WriteUser | QFile::ReadGroup;
+    QVERIFY(QFile::setPermissions(path("linked/real.json"), permissions));
+    QVERIFY(QFile::link(path("linked/real.json"), path("linked/link.json")));
+    Project project;
+    QString error;
+    QVERIFY(readProject(path("linked/link.json"), &project, &error));
+    project.name = QStringLiteral("renamed");
+    QVERIFY2(writeProject(project, &error), qPrintable(error));
+    QVERIFY(QFileInfo(path("linked/link.json")).isSymLink());
+    QVERIFY(readFile(path("linked/real.json")).contains("\"renamed\""));
+    QCOMPARE(QFile::permissions(path("linked/real.json")), permissions);
+}
+
+void TestProject::failedWriteKeepsOldFile()
+{
+    writeFile(path("locked/p.json"), FullProject);
+    Project project;
+    QString error;
+    QVERIFY(readProject(path("locked/p.json"), &project, &error));
+    project.name = QStringLiteral("renamed");
+    QVERIFY(QFile::setPermissions(m_dir.path(), QFile::Permissions(0x7755)));
+    QVERIFY(QFile::setPermissions(path("locked"), QFile::Permissions(0x5555)));
+    bool written = true;
+    asOrdinaryUser([&] { written = writeProject(project, &error); });
+    QVERIFY(QFile::setPermissions(path("locked"), QFile::Permissions(0x7755)));
+    QVERIFY(!written);
+    QCOMPARE(error,
+             QStringLiteral("Cannot save the project %1: Permission denied").arg(project.filePath));
+    QCOMPARE(readFile(path("locked/p.json")), FullProject);
+
+    project.filePath = path("no/such/folder/p.json");
+    QVERIFY(!writeProject(project, &error));
+    QVERIFY(error.startsWith(QStringLiteral("Cannot save the project ") + project.filePath));
+}
+
+void TestProject::fullDiskKeepsOldFile()
+{
+    writeFile(path("full/p.json"), FullProject);
+    Project project;
+    QString error;
+    QVERIFY(readProject(path("full/p.json"), &project, &error));
+    for (int i = 0; i < 5000; ++i)
+        project.macros.append(QStringLiteral("M%1").arg(i));
+
+    // A limit on the size of files stops the write where a full disk would.
+    rlimit former;
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
+    rlimit small = former;
+    small.rlim_cur = 4096;
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const bool written = writeProject(project, &error);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &former), 0);
+    std::signal(SIGXFSZ, handler);
+
+    QVERIFY(!written);
+    QCOMPARE(error,
+             QStringLiteral("Cannot save the project %1: File too large").arg(project.filePath));
+    QCOMPARE(readFile(path("full/p.json")), FullProject);
+    QCOMPARE(QDir(path("full")).entryList(QDir::Files | QDir::Hidden), QStringList("p.json"));
+}
+
+/// Whatever the bytes, the reader either refuses with a reason or gives a project that survives
+/// being written and read again.
+void TestProject::survivesMutatedFiles()
+{
+    std::mt19937 random(20);
+    const QList<QByteArray> pieces = {
+        "\"",    "{",  "}",       "[",  "]",    ",",       ":",        "null",           "true",
+        "1e999", "-1", "\\u0000", "\\", "\xff", "\\ud800", "\"file\"", "\"version\": 1", "[[[["};
+    int accepted = 0;
+    for (int round = 0; round < 3000; ++round) {
+        QByteArray content = FullProject;
+        for (int change = int(random() % 3); change >= 0; --change) {
+            const int at = int(random() % unsigned(content.size()));
+            const int length = int(random() % 4);
+            content.replace(at, length, pieces.at(int(random() % unsigned(pieces.size()))));
+        }
+        writeFile(path("fuzz.json"), content);
+        Project project;
+        QString error;
+        if (!readProject(path("fuzz.json"), &project, &error)) {
+            QVERIFY(error.startsWith(path("fuzz.json")));
+            QVERIFY(error.size() > path("fuzz.json").size() + 4);
+            QCOMPARE(text(project), text(Project()));
+            continue;
+        }
+        ++accepted;
+        QVERIFY2(writeProject(project, &error), qPrintable(error));
+        Project again;
+        QVERIFY2(readProject(path("fuzz.json"), &again, &error), qPrintable(error));
+        QCOMPARE(text(again), text(project));
+    }
+    QVERIFY(accepted > 50);
+    QVERIFY(accepted < 2500);
+}
+
+TARN_TEST_MAIN(TestProject)
+#include "tst_project.moc"

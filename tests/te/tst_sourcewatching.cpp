@@ -1,0 +1,279 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <te/designmanager.h>
+
+#include "eventlog.h"
+
+#include <support/files.h>
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cstdio>
+#include <memory>
+#include <unistd.h>
+
+using namespace TE;
+using TarnTest::writeFile;
+
+namespace {
+/// Longer than the watcher takes to report.
+constexpr int QuietMilliseconds = 350;
+} // namespace
+
+class TestSourceWatching : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void writeInPlaceIsReportedOnceForABurst();
+    void everyReplacementIsReported_data();
+    void everyReplacementIsReported();
+    void replacementOfAHardLinkedFileKeepsWatching();
+    void vanishedFileIsReportedWhenItReturns();
+    void fileReturnsWithItsFolder();
+    void missingFromTheStartIsReportedWhenItAppears();
+    void addedFilesAreWatchedAndRemovedOnesAreNot();
+    void libraryFilesAreWatched();
+    void anotherProjectEndsWatching();
+    void thousandsOfSourcesAreWatched();
+
+private:
+    QString path(const QString &name) const { return m_dir->filePath(name); }
+    QString report(const QString &name) const
+    {
+        return QStringLiteral("TE.File.Modified file=") + path(name);
+    }
+    void watch(const QStringList &names);
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<DesignManager> m_design;
+    std::unique_ptr<TarnTest::EventLog> m_log;
+};
+
+void TestSourceWatching::init()
+{
+    TestCase::init();
+    m_dir = std::make_unique<QTemporaryDir>();
+    m_design = std::make_unique<DesignManager>();
+    m_log = std::make_unique<TarnTest::EventLog>();
+}
+
+void TestSourceWatching::cleanup()
+{
+    m_log.reset();
+    m_design.reset();
+    m_dir.reset();
+    TestCase::cleanup();
+}
+
+void TestSourceWatching::watch(const QStringList &names)
+{
+    Project project;
+    project.workingDir = m_dir->path();
+    for (const QString &name : names)
+        project.sources.append({path(name), VerilogFile, true});
+    m_design->setProject(project);
+}
+
+void TestSourceWatching::writeInPlaceIsReportedOnceForABurst()
+{
+    writeFile(path("a.v"), "1");
+    writeFile(path("b.v"), "1");
+    watch({"b.v", "a.v"});
+    for (int i = 0; i < 20; ++i) {
+        writeFile(path("b.v"), QByteArray::number(i));
+        writeFile(path("a.v"), QByteArray::number(i));
+    }
+    QTRY_VERIFY(!m_log->lines().isEmpty());
+    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(m_log->take(), QStringList({report("a.v"), report("b.v")}));
+    writeFile(path("a.v"), "again");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
+    m_log->take();
+}
+
+void TestSourceWatching::everyReplacementIsReported_data()
+{
+    QTest::addColumn<bool>("removeFirst");
+    QTest::newRow("rename over the file") << false;
+    QTest::newRow("remove, then rename") << true;
+}
+
+void TestSourceWatching::everyReplacementIsReported()
+{
+    QFETCH(bool, removeFirst);
+    writeFile(path("a.v"), "1");
+    watch({"a.v"});
+    for (int i = 0; i < 3; ++i) {
+        writeFile(path("a.v.new"), QByteArray::number(i));
+        if (removeFirst)
+            QVERIFY(QFile::remove(path("a.v")));
+        QCOMPARE(std::rename(qPrintable(path("a.v.new")), qPrintable(path("a.v"))), 0);
+        QTRY_VERIFY(!m_log->lines().isEmpty());
+        QTest::qWait(QuietMilliseconds);
+        QCOMPARE(m_log->take(), QStringList(report("a.v")));
+    }
+}
+
+void TestSourceWatching::replacementOfAHardLinkedFileKeepsWatching()
+{
+    writeFile(path("a.v"), "1");
+    watch({"a.v"});
+    QCOMPARE(link(qPrintable(path("a.v")), qPrintable(path("a.v~"))), 0);
+    writeFile(path("a.v.new"), "2");
+    QCOMPARE(std::rename(qPrintable(path("a.v.new")), qPrintable(path("a.v"))), 0);
+    QTRY_VERIFY(!m_log->lines().isEmpty());
+    QTest::qWait(QuietMilliseconds);
+    m_log->take();
+    writeFile(path("a.v"), "3");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
+    m_log->take();
+}
+
+void TestSourceWatching::vanishedFileIsReportedWhenItReturns()
+{
+    writeFile(path("a.v"), "1");
+    watch({"a.v"});
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(QFile::remove(path("a.v")));
+        QTest::qWait(QuietMilliseconds);
+        QCOMPARE(m_log->take(), QStringList());
+        writeFile(path("other.v"), QByteArray::number(i));
+        QTest::qWait(QuietMilliseconds);
+        QCOMPARE(m_log->take(), QStringList());
+        writeFile(path("a.v"), "2");
+        QTRY_VERIFY(!m_log->lines().isEmpty());
+        QTest::qWait(QuietMilliseconds);
+        QCOMPARE(m_log->take(), QStringList(report("a.v")));
+    }
+    writeFile(path("a.v"), "3");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
+    m_log->take();
+}
+
+void TestSourceWatching::fileReturnsWithItsFolder()
+{
+    writeFile(path("rtl/deep/a.v"), "1");
+    watch({"rtl/deep/a.v"});
+    QVERIFY(QDir(path("rtl")).removeRecursively());
+    QTest::qWait(QuietMilliseconds);
+    QVERIFY(QDir().mkpath(path("rtl")));
+    QTest::qWait(QuietMilliseconds);
+    QVERIFY(QDir().mkpath(path("rtl/deep")));
+    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(m_log->take(), QStringList());
+    writeFile(path("rtl/deep/a.v"), "2");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("rtl/deep/a.v")));
+    m_log->take();
+
+    // All at once.
+    QVERIFY(QDir(path("rtl")).removeRecursively());
+    writeFile(path("rtl/deep/a.v"), "3");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("rtl/deep/a.v")));
+    m_log->take();
+    QTest::qWait(QuietMilliseconds);
+    m_log->take();
+    writeFile(path("rtl/deep/a.v"), "4");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("rtl/deep/a.v")));
+    m_log->take();
+}
+
+void TestSourceWatching::missingFromTheStartIsReportedWhenItAppears()
+{
+    watch({"none/a.v"});
+    writeFile(path("none/a.v"), "1");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("none/a.v")));
+    m_log->take();
+}
+
+void TestSourceWatching::addedFilesAreWatchedAndRemovedOnesAreNot()
+{
+    writeFile(path("a.v"), "1");
+    writeFile(path("b.v"), "1");
+    watch({"a.v"});
+    m_design->addFile(path("b.v"));
+    m_design->addFile(path("late.v"));
+    m_design->removeFile(path("a.v"));
+    m_log->take();
+    writeFile(path("a.v"), "2");
+    writeFile(path("b.v"), "2");
+    writeFile(path("late.v"), "2");
+    QTRY_COMPARE(m_log->lines().size(), 2);
+    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(m_log->take(), QStringList({report("b.v"), report("late.v")}));
+}
+
+void TestSourceWatching::libraryFilesAreWatched()
+{
+    writeFile(path("a.v"), "1");
+    writeFile(path("lib.v"), "1");
+    watch({"a.v"});
+    m_design->setLibraryFiles({path("lib.v"), path("a.v")});
+    m_design->removeFile(path("a.v"));
+    m_log->take();
+    writeFile(path("a.v"), "2");
+    writeFile(path("lib.v"), "2");
+    QTRY_COMPARE(m_log->lines(), QStringList({report("a.v"), report("lib.v")}));
+    m_log->take();
+    m_design->setLibraryFiles({});
+    m_log->take();
+    writeFile(path("lib.v"), "3");
+    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(m_log->take(), QStringList());
+}
+
+void TestSourceWatching::anotherProjectEndsWatching()
+{
+    writeFile(path("a.v"), "1");
+    watch({"a.v"});
+    writeFile(path("a.v"), "2");
+    QTest::qWait(20);
+    watch({});
+    writeFile(path("a.v"), "3");
+    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(m_log->take(), QStringList());
+}
+
+void TestSourceWatching::thousandsOfSourcesAreWatched()
+{
+    QStringList names;
+    for (int i = 0; i < 6000; ++i) {
+        names.append(QStringLiteral("f%1.v").arg(i));
+        writeFile(path(names.last()), "1");
+    }
+    QElapsedTimer timer;
+    timer.start();
+    watch(names);
+    QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+    QStringList expected;
+    for (const QString &name : {names[10], names[2050], names[5999]}) {
+        expected.append(report(name));
+        writeFile(path(name), "2");
+    }
+    QTRY_COMPARE(m_log->lines(), expected);
+    m_log->take();
+
+    // A change of everything, as a checkout of another branch makes it.
+    for (const QString &name : qAsConst(names)) {
+        QVERIFY(QFile::remove(path(name)));
+        writeFile(path(name), "3");
+    }
+    timer.start();
+    QTRY_COMPARE_WITH_TIMEOUT(QSet<QString>(m_log->lines().begin(), m_log->lines().end()).size(),
+                              names.size(), 20000);
+    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
+    m_log->take();
+    writeFile(path(names[3000]), "4");
+    QTRY_VERIFY(m_log->lines().contains(report(names[3000])));
+}
+
+TARN_TEST_MAIN(TestSourceWatching)
+#include "tst_sourcewatching.moc"
