@@ -105,7 +105,7 @@ QAction *ActionManager::command(const QString &id)
     if (!command.command) {
         command.command = new QAction(self);
         connect(command.command, &QAction::triggered, self, [&command] {
-            if (command.source)
+            if (command.source && command.source->isEnabled())
                 command.source->trigger();
         });
         self->d->update(command);

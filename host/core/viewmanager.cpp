@@ -37,36 +37,41 @@ QString tabText(const IView *view)
 
 struct ViewManager::Private
 {
-    QPointer<QTabWidget> area;
+    QPointer<QWidget> area;
     QPointer<QWidget> dialogParent;
     QList<ViewContainer *> containers; ///< Of open views, in order of showing.
     QHash<const QObject *, QList<Context>> contexts;
-    const IView *announced = nullptr; ///< Only compared: it may be gone.
+    QPointer<IView> announced;
+    bool announcedNone = true;
+    int holds = 0; ///< While positive, viewActiveted waits, so that all receivers see one order.
 
-    QTabWidget *tabs();
+    /// The area while it is whole. It loses its class when its destructor begins, but takes its
+    /// views along only later.
+    QTabWidget *tabs() const { return qobject_cast<QTabWidget *>(area.data()); }
+    QTabWidget *ensureTabs();
     void addView(IView *view);
     void updateTab(ViewContainer *container);
     void onClosed(ViewContainer *container);
-    void onViewLost(ViewContainer *container);
-    void removeTab(ViewContainer *container);
+    void remove(ViewContainer *container);
     void activateContexts(const IView *view);
     void announceActive();
 };
 
-QTabWidget *ViewManager::Private::tabs()
+QTabWidget *ViewManager::Private::ensureTabs()
 {
-    if (!area) {
-        area = new QTabWidget;
-        area->setTabsClosable(true);
-        area->setMovable(true);
-        area->setDocumentMode(true);
-        connect(area, &QTabWidget::currentChanged, instance(), [this] { announceActive(); });
-        connect(area, &QTabWidget::tabCloseRequested, instance(), [this](int index) {
-            if (auto *container = qobject_cast<ViewContainer *>(area->widget(index)))
-                container->tryToClose();
-        });
-    }
-    return area;
+    if (QTabWidget *existing = tabs())
+        return existing;
+    auto *created = new QTabWidget;
+    area = created;
+    created->setTabsClosable(true);
+    created->setMovable(true);
+    created->setDocumentMode(true);
+    connect(created, &QTabWidget::currentChanged, instance(), [this] { announceActive(); });
+    connect(created, &QTabWidget::tabCloseRequested, instance(), [created](int index) {
+        if (auto *container = qobject_cast<ViewContainer *>(created->widget(index)))
+            container->tryToClose();
+    });
+    return created;
 }
 
 void ViewManager::Private::addView(IView *view)
@@ -79,38 +84,38 @@ void ViewManager::Private::addView(IView *view)
     connect(container, &ViewContainer::closed, instance(),
             [this, container] { onClosed(container); });
     connect(container, &ViewContainer::viewLost, instance(),
-            [this, container] { onViewLost(container); });
-    tabs()->addTab(container, tabText(view));
+            [this, container] { remove(container); });
+    ++holds;
+    ensureTabs()->addTab(container, tabText(view));
     updateTab(container);
+    --holds;
 }
 
 void ViewManager::Private::updateTab(ViewContainer *container)
 {
     const IView *view = container->view();
-    if (!view || !area)
+    QTabWidget *whole = tabs();
+    if (!view || !whole)
         return;
-    const int index = area->indexOf(container);
-    area->setTabText(index, tabText(view));
-    area->setTabToolTip(index, view->windowTitle());
+    const int index = whole->indexOf(container);
+    whole->setTabText(index, tabText(view));
+    whole->setTabToolTip(index, view->windowTitle());
 }
 
 void ViewManager::Private::onClosed(ViewContainer *container)
 {
-    containers.removeOne(container);
+    ++holds;
+    remove(container);
     Q_EMIT instance()->viewClosed(container->view());
-    removeTab(container);
+    --holds;
+    announceActive();
 }
 
-void ViewManager::Private::onViewLost(ViewContainer *container)
+void ViewManager::Private::remove(ViewContainer *container)
 {
     containers.removeOne(container);
-    removeTab(container);
-}
-
-void ViewManager::Private::removeTab(ViewContainer *container)
-{
-    if (area)
-        area->removeTab(area->indexOf(container));
+    if (QTabWidget *whole = tabs())
+        whole->removeTab(whole->indexOf(container));
     announceActive();
 }
 
@@ -125,12 +130,19 @@ void ViewManager::Private::activateContexts(const IView *view)
 
 void ViewManager::Private::announceActive()
 {
-    IView *view = activeView();
-    if (view == announced)
+    if (holds > 0)
         return;
-    announced = view;
-    activateContexts(view);
-    Q_EMIT instance()->viewActiveted(view);
+    ++holds;
+    const auto toAnnounce = [this](const IView *view) {
+        return view ? view != announced : containers.isEmpty() && !announcedNone;
+    };
+    for (IView *view = activeView(); toAnnounce(view); view = activeView()) {
+        announced = view;
+        announcedNone = !view;
+        activateContexts(view);
+        Q_EMIT instance()->viewActiveted(view);
+    }
+    --holds;
 }
 
 ViewManager::ViewManager()
@@ -155,8 +167,10 @@ void ViewManager::showView(IView *view)
     if (!containerOf(view))
         d->addView(view);
     ViewContainer *container = containerOf(view);
-    if (!container->isClosed())
-        d->tabs()->setCurrentWidget(container);
+    if (container->isClosed())
+        return;
+    d->ensureTabs()->setCurrentWidget(container);
+    d->announceActive();
 }
 
 bool ViewManager::closeView(IView *view)
@@ -195,7 +209,7 @@ void ViewManager::setDialogParent(QWidget *parent)
 
 QWidget *ViewManager::viewArea()
 {
-    return instance()->d->tabs();
+    return instance()->d->ensureTabs();
 }
 
 QList<IView *> ViewManager::views()
@@ -208,9 +222,9 @@ QList<IView *> ViewManager::views()
 
 IView *ViewManager::activeView()
 {
-    const Private *d = instance()->d.get();
+    const QTabWidget *area = instance()->d->tabs();
     const auto *current =
-        d->area ? qobject_cast<const ViewContainer *>(d->area->currentWidget()) : nullptr;
+        area ? qobject_cast<const ViewContainer *>(area->currentWidget()) : nullptr;
     return current && !current->isClosed() ? current->view() : nullptr;
 }
 

@@ -110,8 +110,10 @@ bool PluginManager::initialize(QStringList *errors)
     }
     m_plugins = working;
     m_initialized = true;
-    for (const Plugin &plugin : qAsConst(failed))
+    for (const Plugin &plugin : qAsConst(failed)) {
+        ObjectPool::release(plugin.root);
         delete plugin.root;
+    }
     for (const Plugin &plugin : qAsConst(working))
         plugin.root->extensionsInitialized();
     return failed.isEmpty();

@@ -17,6 +17,9 @@ ViewContainer::ViewContainer(IView *view)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view);
     view->show();
+    // Neither of them is a window whose end may end the application.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    view->setAttribute(Qt::WA_QuitOnClose, false);
     view->installEventFilter(this);
     connect(view, &QObject::destroyed, this, &ViewContainer::onViewDestroyed);
 }
@@ -33,7 +36,7 @@ ViewContainer::~ViewContainer()
 bool ViewContainer::tryToClose()
 {
     // QWidget::close() says yes without asking while a close is under way.
-    if (m_asking)
+    if (m_question)
         return false;
     const QPointer<ViewContainer> guard(this);
     close();
@@ -58,18 +61,18 @@ bool ViewContainer::viewAgrees()
         return true;
     const QPointer<ViewContainer> guard(this);
     QCloseEvent question;
-    m_asking = true;
+    m_question = &question;
     QCoreApplication::sendEvent(m_view, &question);
     if (guard)
-        m_asking = false;
+        m_question = nullptr;
     return !guard || !m_view || question.isAccepted();
 }
 
 bool ViewContainer::eventFilter(QObject *watched, QEvent *event)
 {
     // Somebody closes the view itself rather than its container: take the common path.
-    if (watched == m_view && event->type() == QEvent::Close && !m_asking && !m_closed) {
-        event->setAccepted(tryToClose());
+    if (watched == m_view && event->type() == QEvent::Close && event != m_question) {
+        event->setAccepted(m_closed || tryToClose());
         return true;
     }
     return QWidget::eventFilter(watched, event);

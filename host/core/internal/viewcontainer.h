@@ -43,7 +43,7 @@ private:
     void onViewDestroyed();
 
     QPointer<IView> m_view;
-    bool m_asking = false;
+    const QEvent *m_question = nullptr; ///< The close event that the view is answering.
     bool m_closed = false;
 };
 
