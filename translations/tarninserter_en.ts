@@ -2,6 +2,24 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="en">
 <context>
+    <name>TARN::ChangedBanner</name>
+    <message>
+        <source>Netlist File has been changed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::MessageDlg</name>
+    <message>
+        <source>Dialog</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::NewFileDialog</name>
     <message>
         <source>Select Directory</source>
@@ -54,6 +72,129 @@
     </message>
 </context>
 <context>
+    <name>TARN::ProbePortsOptionWidget</name>
+    <message>
+        <source>Probe In%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Probe Out%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::ReloadBanner</name>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;The file /home/somedir/some_file changed externaly.&lt;/p&gt;&lt;p&gt;Do you want to reload?&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file &apos;%1&apos; changed on disk.
+Do you want to reload?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep It</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file &apos;%1&apos; has been removed on disk.
+Do you still want to keep it?</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::TarnConfig</name>
+    <message>
+        <source>The file is larger than %1 MB and is no configuration of this program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The root element is &quot;%1&quot; instead of &quot;%2&quot;. Choose a file that this program has written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The first element is not &quot;%1&quot;. Add it, with the text &quot;%2&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has the newer version &quot;%1&quot;; versions up to &quot;%2&quot; can be read. Use a newer release of this program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has the unknown version &quot;%1&quot; instead of &quot;%2&quot;. Correct it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Elements are nested deeper than %1 levels. Remove the inner ones.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The text &quot;%1&quot; stands between elements. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has a document type declaration. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file declares the encoding &quot;%1&quot; instead of &quot;%2&quot;. Convert it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The element &quot;%1&quot; has no attribute &quot;%2&quot;. Add it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>text without control characters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a whole number in digits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file is no well-formed XML: %1 Correct it, or take an earlier copy.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line %1, column %2: %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The element &quot;%1&quot; is not known in this place. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The attribute &quot;%1&quot; of the element &quot;%2&quot; is not known. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The attribute &quot;%1&quot; has the value &quot;%2&quot;. Allowed: %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Can not read %1. %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is no file. Choose a &quot;.tarn&quot; file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::TarnFileWizardFactory</name>
     <message>
         <source>TARN Config File</source>
@@ -61,6 +202,190 @@
     </message>
     <message>
         <source>Create a TARN Config File.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::TarnOptionWidget</name>
+    <message>
+        <source>Probe Ports</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::TarnView</name>
+    <message>
+        <source>TARN Core</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 open file failed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>For RTL Design, TARN is only available for OstraSynthesis. Please change Synthesis Tool to OstraSynthesis in Configurations.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tarn_%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save changes to &quot;%1&quot; ?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reload Tarn</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invalid TARN file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Design files are not exist.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invalid Top Module</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No module named &quot;%1&quot;, please reset top module.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Multiple Top Module</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Multiple top, please set top module.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Design files contain some errors</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Get no module from design.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Get module &quot;%1&quot; failed, just received default module &quot;%2&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>KX_JTAG used in design conflicts with TARN.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Design files contain some errors.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Design files changed. Do you want to reload?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Top module changed. Do you want to reload?</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::TarnViewManager</name>
+    <message>
+        <source>Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Save &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Save &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::private_impl::TarnViewPrivate</name>
+    <message>
+        <source>Add</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support 16 TARNs at most.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove TARN</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The only TARN can not be removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove TARn</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Do you want to remove TARN %1 ?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Can not save to %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Your settings contain some errors.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tarn %1: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>At least one Probe In port or Probe Out port should be enabled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ERROR:Signal &quot;%1&quot; has multiple drivers(%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tarn_%1-&gt;Probe Out%2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No synchronization clock specified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The output probe synchronizes with user clock does not exist</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invalid user clock selected for output probe synchronization</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <core/actionmanager.h>
+#include <core/coreconstants.h>
+#include <core/ifilewizardfactory.h>
+#include <extsys/objectpool.h>
+#include <plugin/tarninserterplugin.h>
+#include <plugin/tarnviewmanager.h>
+#include <support/testcase.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QTest>
+
+using ExtSys::ObjectPool;
+using TARN::TarnInserterPlugin;
+using TARN::TarnViewManager;
+using namespace TarnTest;
+
+namespace {
+/// Taken before main(), when there is no application object.
+const bool managerBeforeMain = TarnViewManager::instance() != nullptr;
+} // namespace
+
+class TestTarnInserterPlugin : public TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void managerIsThereFromTheStart();
+    void goesThroughItsLife();
+};
+
+void TestTarnInserterPlugin::managerIsThereFromTheStart()
+{
+    QVERIFY(managerBeforeMain || TarnViewManager::instance());
+    QCOMPARE(TarnViewManager::instance(), TarnViewManager::instance());
+}
+
+void TestTarnInserterPlugin::goesThroughItsLife()
+{
+    TarnInserterPlugin plugin;
+    ExtSys::IPlugin *asHostSeesIt = &plugin;
+    const QPointer<TarnViewManager> manager = TarnViewManager::instance();
+
+    QVERIFY(asHostSeesIt->initialize());
+    const auto wizards = ObjectPool::objects<Core::IFileWizardFactory>();
+    QCOMPARE(wizards.size(), 1);
+    QCOMPARE(wizards.first()->id(), QStringLiteral("MB.Wizard.TARN"));
+    QVERIFY(!wizards.first()->parent());
+    QVERIFY(manager->findChild<QAction *>());
+
+    asHostSeesIt->extensionsInitialized();
+    QCOMPARE(ObjectPool::allObjects().size(), 1);
+    QVERIFY(manager);
+
+    asHostSeesIt->shutDown();
+    QVERIFY(!manager);
+    QVERIFY(!TarnViewManager::instance());
+    asHostSeesIt->shutDown();
+
+    expectWarning("^TARN Inserter was shut down and cannot be initialised again\\.$");
+    QVERIFY(!asHostSeesIt->initialize());
+    QCOMPARE(ObjectPool::allObjects().size(), 1);
+    ObjectPool::release(&plugin);
+}
+
+TARN_TEST_MAIN(TestTarnInserterPlugin)
+#include "tst_tarninserterplugin.moc"
