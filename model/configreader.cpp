@@ -3,10 +3,10 @@
 #include "configreader.h"
 
 #include "tarncore.h"
-#include "xmltext.h"
 
-#include <QIODevice>
 #include <QVersionNumber>
+
+#include <algorithm>
 
 namespace TARN {
 
@@ -16,14 +16,18 @@ namespace {
 QString shown(const QStringRef &text)
 {
     constexpr int Longest = 60;
-    const QString line = text.left(Longest).toString().simplified();
+    QString line = text.left(Longest).toString();
+    std::replace_if(
+        line.begin(), line.end(), [](QChar c) { return c.isSpace(); }, QLatin1Char(' '));
     return text.size() > Longest ? line + QStringLiteral("...") : line;
 }
 
 } // namespace
 
 ConfigReader::ConfigReader(QIODevice *device)
-    : m_xml(device)
+    : m_size(device->size())
+    , m_input(device)
+    , m_xml(&m_input)
 {
     // Prefixes and "xmlns" are then names like any other, and as unknown.
     m_xml.setNamespaceProcessing(false);
@@ -33,8 +37,7 @@ ConfigReader::~ConfigReader() = default;
 
 bool ConfigReader::read()
 {
-    const QIODevice *device = m_xml.device();
-    if (device->size() > ConfigFormat::MaximumSize)
+    if (m_size > ConfigFormat::MaximumSize)
         refuse(tr("The file is larger than %1 MB and is no configuration of this program.")
                    .arg(ConfigFormat::MaximumSize / (1024 * 1024)));
     else
@@ -185,8 +188,6 @@ void ConfigReader::readSignal(SignalItem *signal)
 bool ConfigReader::nextElement()
 {
     while (!failed() && !m_xml.hasError()) {
-        m_line = m_xml.lineNumber();
-        m_column = m_xml.columnNumber() + 1;
         switch (m_xml.readNext()) {
         case QXmlStreamReader::StartElement:
             if (++m_depth <= ConfigFormat::MaximumDepth)
@@ -205,7 +206,7 @@ bool ConfigReader::nextElement()
         case QXmlStreamReader::Characters:
             if (!m_xml.isWhitespace())
                 refuse(tr("The text \"%1\" stands between elements. Remove it.")
-                           .arg(shown(m_xml.text())));
+                           .arg(shown(m_xml.text().trimmed())));
             break;
         case QXmlStreamReader::DTD:
             refuse(tr("The file has a document type declaration. Remove it."));
@@ -238,9 +239,6 @@ QXmlStreamAttributes ConfigReader::attributes(const QString &required)
 void ConfigReader::take(const QXmlStreamAttribute &attribute, QString *text)
 {
     *text = attribute.value().toString();
-    // The XML reader lets control characters pass.
-    if (!isXmlText(*text))
-        refuseValue(attribute, tr("text without control characters"));
 }
 
 void ConfigReader::take(const QXmlStreamAttribute &attribute, qint32 *number)
@@ -273,15 +271,27 @@ void ConfigReader::refuse(const QString &reason)
 {
     if (failed())
         return;
-    QString text = reason;
-    if (m_xml.hasError()) {
-        m_line = m_xml.lineNumber();
-        m_column = m_xml.columnNumber() + 1;
-        text = tr("The file is no well-formed XML: %1 Correct it, or take an earlier copy.")
-                   .arg(m_xml.errorString());
+    // The character read last: the end of the tag, or the one that XML does not allow.
+    const qint64 column = std::max<qint64>(m_xml.columnNumber(), 1);
+    m_error = tr("Line %1, column %2: %3")
+                  .arg(QString::number(m_xml.lineNumber()), QString::number(column),
+                       m_xml.hasError() ? inputError() : reason);
+}
+
+/// Why the XML reader gave up.
+QString ConfigReader::inputError() const
+{
+    switch (m_input.verdict()) {
+    case GuardedInput::TooManyAttributes:
+        return tr("An element has more than %1 attributes. Remove it.")
+            .arg(GuardedInput::MaximumAttributes);
+    case GuardedInput::OtherEncoding:
+        return tr("The text is not encoded in %1. Convert it.").arg(m_format.encoding);
+    case GuardedInput::Harmless:
+        break;
     }
-    m_error =
-        tr("Line %1, column %2: %3").arg(QString::number(m_line), QString::number(m_column), text);
+    return tr("It is no well-formed XML: %1 Correct it, or take an earlier copy of the file.")
+        .arg(m_xml.errorString());
 }
 
 void ConfigReader::refuseElement()

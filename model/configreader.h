@@ -3,6 +3,7 @@
 #pragma once
 
 #include "configformat.h"
+#include "guardedinput.h"
 
 #include <QCoreApplication>
 #include <QList>
@@ -11,8 +12,6 @@
 
 #include <memory>
 #include <vector>
-
-class QIODevice;
 
 namespace TARN {
 
@@ -30,7 +29,7 @@ class ConfigReader
     Q_DECLARE_TR_FUNCTIONS(TARN::TarnConfig)
 
 public:
-    /// @p device is open for reading and outlives the reader.
+    /// @p device is open for reading, at its beginning, and outlives the reader.
     explicit ConfigReader(QIODevice *device);
     ~ConfigReader();
 
@@ -62,16 +61,17 @@ private:
 
     bool failed() const { return !m_error.isEmpty(); }
     void refuse(const QString &reason);
+    QString inputError() const;
     void refuseElement();
     void refuseAttribute(const QXmlStreamAttribute &attribute);
     void refuseValue(const QXmlStreamAttribute &attribute, const QString &expected);
 
     const ConfigFormat m_format;
+    const qint64 m_size;
+    GuardedInput m_input;
     QXmlStreamReader m_xml;
     std::vector<std::unique_ptr<TarnCore>> m_cores;
     int m_depth = 0;
-    qint64 m_line = 1; ///< Where the current token begins, both counted from 1.
-    qint64 m_column = 1;
     QString m_error;
 };
 
