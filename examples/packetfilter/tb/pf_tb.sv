@@ -3,7 +3,7 @@
 
 // Self-checking test of the packet filter. Sends frames into all lanes at once, compares what comes
 // out with a model of the rules, and plays the debug core on the nets left open in the design.
-// Ends with PASS or FAIL.
+// Ends with PASS or FAIL. Simulate with a time unit of 1 ns.
 
 module pf_tb;
 

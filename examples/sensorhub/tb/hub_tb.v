@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // Self-checking test of the sensor hub. Plays the host computer on the serial line, the converter,
-// the buttons, and the debug core on the nets left open in the design. Ends with PASS or FAIL.
+// the buttons, and the debug core on the nets left open in the design. Ends with PASS or FAIL,
+// with +stop_at_first at the first error.
 `timescale 1ns / 1ps
 `include "hub_defs.vh"
 
@@ -155,6 +156,8 @@ module hub_tb;
             if (good !== 1'b1) begin
                 errors = errors + 1;
                 $display("%0t wrong: %0s", $time, what);
+                if ($test$plusargs("stop_at_first"))
+                    finish;
             end
         end
     endtask
