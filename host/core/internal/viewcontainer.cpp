@@ -71,7 +71,8 @@ bool ViewContainer::viewAgrees()
 bool ViewContainer::eventFilter(QObject *watched, QEvent *event)
 {
     // Somebody closes the view itself rather than its container: take the common path.
-    if (watched == m_view && event->type() == QEvent::Close && event != m_question) {
+    // (The type first: while the view is being destroyed m_view must not be looked at.)
+    if (event->type() == QEvent::Close && event != m_question && watched == m_view) {
         event->setAccepted(m_closed || tryToClose());
         return true;
     }
