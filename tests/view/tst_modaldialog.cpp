@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <support/modalscript.h>
+#include <support/testcase.h>
+
+#include <probes/modaldialog.h>
+
+#include <QApplication>
+#include <QPointer>
+#include <QTest>
+
+using TarnTest::ModalScript;
+
+class TestModalDialog : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void boxShowsTheMessageAndReturnsTheButton_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::newRow("ok") << int(QMessageBox::Ok);
+        QTest::newRow("discard") << int(QMessageBox::Discard);
+        QTest::newRow("cancel") << int(QMessageBox::Cancel);
+    }
+
+    void boxShowsTheMessageAndReturnsTheButton()
+    {
+        QFETCH(int, answer);
+        TARN::Message message;
+        message.icon = QMessageBox::Question;
+        message.title = "Title";
+        message.text = "<b>no markup</b>";
+        message.detailedText = "details";
+        message.buttons = QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Cancel;
+        message.defaultButton = QMessageBox::Discard;
+        message.escapeButton = QMessageBox::Ok;
+
+        QWidget parent;
+        ModalScript script;
+        script.expectBox(
+            {message.icon, message.title, message.text, message.buttons, message.detailedText},
+            QMessageBox::StandardButton(answer), [&](QMessageBox *box) {
+                QCOMPARE(box->parentWidget(), &parent);
+                QCOMPARE(box->textFormat(), Qt::PlainText);
+                QCOMPARE(box->defaultButton(), box->button(QMessageBox::Discard));
+                QCOMPARE(box->escapeButton(), box->button(QMessageBox::Ok));
+            });
+        QCOMPARE(int(TARN::showMessage(&parent, message)), answer);
+        QCOMPARE(script.problems(), QString());
+        QVERIFY(parent.findChildren<QMessageBox *>().isEmpty());
+    }
+
+    void closedBoxIsTheEscapeButton()
+    {
+        TARN::Message message;
+        message.title = "Title";
+        message.buttons = QMessageBox::Ok | QMessageBox::Cancel;
+        ModalScript script;
+        script.expectDialog("QMessageBox", "Title", [](QDialog *box) { box->close(); });
+        QCOMPARE(TARN::showMessage(nullptr, message), QMessageBox::Cancel);
+        QCOMPARE(script.problems(), QString());
+    }
+
+    void boxDiesWithItsParent()
+    {
+        QPointer<QWidget> parent(new QWidget);
+        TARN::Message message;
+        message.title = "Title";
+        ModalScript script;
+        script.expectDialog("QMessageBox", "Title", [&](QDialog *) { delete parent; });
+        QCOMPARE(TARN::showMessage(parent, message), QMessageBox::NoButton);
+        QVERIFY(!parent);
+        QCOMPARE(script.problems(), QString());
+    }
+
+    void dialogIsDeletedAfterItsResult()
+    {
+        QPointer<QDialog> dialog(new QDialog);
+        dialog->setWindowTitle("Title");
+        ModalScript script;
+        script.expectDialog("QDialog", "Title", [](QDialog *running) { running->accept(); });
+        QCOMPARE(TARN::execAndDelete(dialog), int(QDialog::Accepted));
+        QVERIFY(!dialog);
+        QCOMPARE(script.problems(), QString());
+    }
+
+    void dialogDeletedWhileOpenIsRejected()
+    {
+        auto *dialog = new QDialog;
+        dialog->setWindowTitle("Title");
+        ModalScript script;
+        script.expectDialog("QDialog", "Title", [](QDialog *running) { delete running; });
+        QCOMPARE(TARN::execAndDelete(dialog), int(QDialog::Rejected));
+        QCOMPARE(script.problems(), QString());
+    }
+};
+
+TARN_TEST_MAIN(TestModalDialog)
+#include "tst_modaldialog.moc"
