@@ -116,7 +116,6 @@ public Q_SLOTS:
     void topModuleChanged();
     void onRtlReload();
 
-public:
     // QUtil::IEventHandler
     void handleIEvent(const QUtil::IEvent *event) override;
 
