@@ -54,11 +54,22 @@ void keepOwner(int newFile, const QByteArray &formerPath)
     ::fchmod(newFile, former.st_mode & 07777);
 }
 
-/// Makes @p content the whole content of the open file, on the disk too.
-bool overwrite(QFile *file, const QByteArray &content)
+/// Waits until the open file is on the disk; file systems that cannot tell count as done.
+bool sync(const QFileDevice &file, QString *error)
 {
-    return file->seek(0) && file->write(content) == content.size() &&
-           file->resize(content.size()) && ::fsync(file->handle()) == 0;
+    if (::fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOSYS)
+        return true;
+    *error = systemError(errno);
+    return false;
+}
+
+/// Makes @p content the whole content of the open file, on the disk too.
+bool overwrite(QFile *file, const QByteArray &content, QString *error)
+{
+    if (file->seek(0) && file->write(content) == content.size() && file->resize(content.size()))
+        return sync(*file, error);
+    *error = file->errorString();
+    return false;
 }
 
 /// For a file that cannot be replaced as a whole. The space is taken beforehand and the former
@@ -83,11 +94,10 @@ bool writeInPlace(const QString &path, const QByteArray &content, QString *error
             return false;
         }
     }
-    if (overwrite(&file, content))
+    QString restoreError;
+    if (overwrite(&file, content, error))
         return true;
-    *error = file.errorString();
-    if (!overwrite(&file, former))
-        *error += QStringLiteral("; the former content could not be restored");
+    overwrite(&file, former, &restoreError);
     return false;
 }
 
@@ -112,10 +122,12 @@ bool replaceFile(const QString &path, const QByteArray &content, QString *error)
         return false;
     }
     keepOwner(file.handle(), QFile::encodeName(target));
-    if (file.write(content) != content.size() || ::fsync(file.handle()) != 0) {
-        *error = systemError(errno);
+    if (file.write(content) != content.size()) {
+        *error = file.errorString();
         return false;
     }
+    if (!sync(file, error))
+        return false;
     if (file.commit())
         return true;
     // Other people's files in a folder with the sticky bit, and files that are mount points.

@@ -1,0 +1,495 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <model/replacefile.h>
+#include <support/files.h>
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThread>
+
+#include <atomic>
+#include <csignal>
+#include <functional>
+#include <memory>
+#include <new>
+
+#include <grp.h>
+#include <sched.h>
+#include <sys/mman.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using TarnTest::readFile;
+using TarnTest::writeFile;
+
+namespace {
+
+constexpr uid_t OrdinaryUser = 65534;
+
+QByteArray encoded(const QString &path)
+{
+    return QFile::encodeName(path);
+}
+
+struct stat statOf(const QString &path)
+{
+    struct stat result = {};
+    ::stat(encoded(path).constData(), &result);
+    return result;
+}
+
+/// Runs @p check in a child process, so that limits and users do not stay; returns what it
+/// returns: what went wrong, empty when nothing did.
+QString inChild(const std::function<QString()> &check)
+{
+    int ends[2] = {};
+    if (::pipe(ends) != 0)
+        return QStringLiteral("no pipe");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const QByteArray problem = check().toUtf8();
+        const bool sent = ::write(ends[1], problem.constData(), size_t(problem.size())) >= 0;
+        ::_exit(sent ? 0 : 1);
+    }
+    ::close(ends[1]);
+    QFile output;
+    output.open(ends[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    QString problem = QString::fromUtf8(output.readAll());
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    if (status != 0)
+        problem += QStringLiteral("child ended with status %1").arg(status);
+    return problem;
+}
+
+/// Root may write everywhere, so that what is forbidden shows only to somebody else.
+bool becomeOrdinaryUser()
+{
+    return ::geteuid() != 0 || (::setgroups(0, nullptr) == 0 && ::setgid(OrdinaryUser) == 0 &&
+                                ::setuid(OrdinaryUser) == 0);
+}
+
+void giveToOrdinaryUser(const QString &path)
+{
+    if (::geteuid() == 0 && ::chown(encoded(path).constData(), OrdinaryUser, OrdinaryUser) != 0)
+        qFatal("cannot give a file away");
+}
+
+/// Files of the process may grow to @p size; beyond that a write fails.
+void limitFileSize(rlim_t size)
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit = {size, size};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// Puts a file system of @p size bytes on @p folder, for this process only.
+bool mountSmallDisk(const QString &folder, int size)
+{
+    const QByteArray options = "mode=0777,size=" + QByteArray::number(size);
+    return ::unshare(CLONE_NEWNS) == 0 &&
+           ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           ::mount("none", encoded(folder).constData(), "tmpfs", 0, options.constData()) == 0;
+}
+
+QString replaceAndCompare(const QString &path, const QByteArray &content, bool expected)
+{
+    const QByteArray former = readFile(path);
+    QString error;
+    if (TARN::replaceFile(path, content, &error) != expected)
+        return QStringLiteral("unexpected result, error \"%1\"").arg(error);
+    if (readFile(path) != (expected ? content : former))
+        return QStringLiteral("unexpected content");
+    return expected || !error.isEmpty() ? QString() : QStringLiteral("no reason");
+}
+
+} // namespace
+
+class tst_ReplaceFile : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void newFileIsCreated();
+    void existingFileIsReplaced();
+    void permissionsStay_data();
+    void permissionsStay();
+    void newFileHasUsualPermissions();
+    void ownerStays();
+    void linkStaysAndTargetIsReplaced_data();
+    void linkStaysAndTargetIsReplaced();
+    void linkWithoutTargetCreatesIt();
+    void circleOfLinksIsRefused();
+    void otherHardLinkKeepsFormerContent();
+    void impossibleTargetsAreRefused_data();
+    void impossibleTargetsAreRefused();
+    void readOnlyFileIsRefused();
+    void lockedFolderRefusesNewFile();
+    void fileInLockedFolderIsWrittenInPlace();
+    void foreignFileInStickyFolderIsWrittenInPlace();
+    void sizeLimitKeepsFormerContent_data();
+    void sizeLimitKeepsFormerContent();
+    void fullDiskKeepsFormerContent_data();
+    void fullDiskKeepsFormerContent();
+    void deathDuringTheWriteKeepsFormerContent();
+    void killLeavesOneWholeContent();
+
+private:
+    QString path(const QString &name = QStringLiteral("a.tarn")) const
+    {
+        return m_folder->filePath(name);
+    }
+    /// Names in the folder of the test, to find what was left behind.
+    QStringList names() const
+    {
+        return QDir(m_folder->path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot | QDir::System);
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+void tst_ReplaceFile::init()
+{
+    TestCase::init();
+    m_folder = std::make_unique<QTemporaryDir>();
+    giveToOrdinaryUser(m_folder->path());
+}
+
+void tst_ReplaceFile::newFileIsCreated()
+{
+    QCOMPARE(replaceAndCompare(path(), "content", true), QString());
+    QCOMPARE(replaceAndCompare(path(QStringLiteral("empty")), "", true), QString());
+    QCOMPARE(names(), (QStringList{QStringLiteral("a.tarn"), QStringLiteral("empty")}));
+}
+
+void tst_ReplaceFile::existingFileIsReplaced()
+{
+    for (const QByteArray &content : {QByteArray("longer content"), QByteArray("short"),
+                                      QByteArray(), QByteArray(3000000, 'x')})
+        QCOMPARE(replaceAndCompare(path(), content, true), QString());
+    QCOMPARE(names(), QStringList{QStringLiteral("a.tarn")});
+}
+
+void tst_ReplaceFile::permissionsStay_data()
+{
+    QTest::addColumn<int>("mode");
+    for (int mode : {0600, 0640, 0644, 0664, 0666, 0755, 0777})
+        QTest::newRow(QByteArray::number(mode, 8).constData()) << mode;
+}
+
+void tst_ReplaceFile::permissionsStay()
+{
+    QFETCH(int, mode);
+    writeFile(path(), "former");
+    QCOMPARE(::chmod(encoded(path()).constData(), mode_t(mode)), 0);
+    QCOMPARE(replaceAndCompare(path(), "new", true), QString());
+    QCOMPARE(int(statOf(path()).st_mode & 07777), mode);
+}
+
+void tst_ReplaceFile::newFileHasUsualPermissions()
+{
+    const mode_t former = ::umask(027);
+    const QString problem = replaceAndCompare(path(), "new", true);
+    ::umask(former);
+    QCOMPARE(problem, QString());
+    QCOMPARE(int(statOf(path()).st_mode & 07777), 0640);
+}
+
+void tst_ReplaceFile::ownerStays()
+{
+    if (::geteuid() != 0)
+        QSKIP("only root can own a file of another user");
+    writeFile(path(), "former");
+    QCOMPARE(::chmod(encoded(path()).constData(), 0660), 0);
+    giveToOrdinaryUser(path());
+    QCOMPARE(replaceAndCompare(path(), "new", true), QString());
+    QCOMPARE(statOf(path()).st_uid, OrdinaryUser);
+    QCOMPARE(statOf(path()).st_gid, OrdinaryUser);
+    QCOMPARE(int(statOf(path()).st_mode & 07777), 0660);
+}
+
+void tst_ReplaceFile::linkStaysAndTargetIsReplaced_data()
+{
+    QTest::addColumn<QStringList>("targets");
+    QTest::newRow("absolute") << QStringList{QStringLiteral("/real")};
+    QTest::newRow("relative") << QStringList{QStringLiteral("real")};
+    QTest::newRow("chain") << QStringList{QStringLiteral("link1"), QStringLiteral("link2"),
+                                          QStringLiteral("real")};
+    QTest::newRow("into another folder")
+        << QStringList{QStringLiteral("sub/link"), QStringLiteral("../real")};
+}
+
+void tst_ReplaceFile::linkStaysAndTargetIsReplaced()
+{
+    QFETCH(QStringList, targets);
+    QDir(m_folder->path()).mkdir(QStringLiteral("sub"));
+    writeFile(path(QStringLiteral("real")), "former");
+    QStringList links;
+    QString link = path();
+    for (QString target : qAsConst(targets)) {
+        if (QDir::isAbsolutePath(target))
+            target = m_folder->path() + target;
+        QCOMPARE(::symlink(encoded(target).constData(), encoded(link).constData()), 0);
+        links.append(link);
+        link = QDir::cleanPath(QFileInfo(link).dir().filePath(target));
+    }
+    const ino_t former = statOf(path(QStringLiteral("real"))).st_ino;
+    QCOMPARE(replaceAndCompare(path(), "new", true), QString());
+    QCOMPARE(readFile(path(QStringLiteral("real"))), QByteArray("new"));
+    QVERIFY(statOf(path(QStringLiteral("real"))).st_ino != former);
+    for (const QString &each : qAsConst(links))
+        QVERIFY2(QFileInfo(each).isSymLink(), qPrintable(each));
+}
+
+void tst_ReplaceFile::linkWithoutTargetCreatesIt()
+{
+    QVERIFY(QFile::link(QStringLiteral("real"), path()));
+    QCOMPARE(replaceAndCompare(path(), "new", true), QString());
+    QVERIFY(QFileInfo(path()).isSymLink());
+    QCOMPARE(readFile(path(QStringLiteral("real"))), QByteArray("new"));
+}
+
+void tst_ReplaceFile::circleOfLinksIsRefused()
+{
+    QVERIFY(QFile::link(QStringLiteral("b"), path()));
+    QVERIFY(QFile::link(QStringLiteral("a.tarn"), path(QStringLiteral("b"))));
+    QCOMPARE(replaceAndCompare(path(), "new", false), QString());
+    QVERIFY(QFileInfo(path()).isSymLink());
+    QVERIFY(QFileInfo(path(QStringLiteral("b"))).isSymLink());
+}
+
+void tst_ReplaceFile::otherHardLinkKeepsFormerContent()
+{
+    const QString other = path(QStringLiteral("b"));
+    writeFile(path(), "former");
+    QCOMPARE(::link(encoded(path()).constData(), encoded(other).constData()), 0);
+    QCOMPARE(replaceAndCompare(path(), "new", true), QString());
+    QCOMPARE(readFile(other), QByteArray("former"));
+}
+
+void tst_ReplaceFile::impossibleTargetsAreRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("folder") << "folder";
+    QTest::newRow("folder with a slash") << "folder/";
+    QTest::newRow("link to a folder") << "link";
+    QTest::newRow("pipe") << "pipe";
+    QTest::newRow("missing folder") << "missing/a.tarn";
+    QTest::newRow("folder that is a file") << "file/a.tarn";
+    QTest::newRow("name too long") << QString(300, QLatin1Char('a'));
+}
+
+void tst_ReplaceFile::impossibleTargetsAreRefused()
+{
+    QFETCH(QString, name);
+    QDir(m_folder->path()).mkdir(QStringLiteral("folder"));
+    QVERIFY(QFile::link(QStringLiteral("folder"), path(QStringLiteral("link"))));
+    QCOMPARE(::mkfifo(encoded(path(QStringLiteral("pipe"))).constData(), 0600), 0);
+    writeFile(path(QStringLiteral("file")), "former");
+    const QStringList former = names();
+    QString error;
+    QVERIFY(!TARN::replaceFile(path(name), "new", &error));
+    QVERIFY(!error.isEmpty());
+    QCOMPARE(names(), former);
+    QVERIFY(!TARN::replaceFile(QString(), "new", &error));
+}
+
+void tst_ReplaceFile::readOnlyFileIsRefused()
+{
+    writeFile(path(), "former");
+    giveToOrdinaryUser(path());
+    QCOMPARE(::chmod(encoded(path()).constData(), 0444), 0);
+    QCOMPARE(inChild([this] {
+                 return becomeOrdinaryUser() ? replaceAndCompare(path(), "new", false)
+                                             : QStringLiteral("no other user");
+             }),
+             QString());
+    QCOMPARE(names(), QStringList{QStringLiteral("a.tarn")});
+}
+
+void tst_ReplaceFile::lockedFolderRefusesNewFile()
+{
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0555), 0);
+    QCOMPARE(inChild([this] {
+                 return becomeOrdinaryUser() ? replaceAndCompare(path(), "new", false)
+                                             : QStringLiteral("no other user");
+             }),
+             QString());
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0755), 0);
+    QCOMPARE(names(), QStringList());
+}
+
+void tst_ReplaceFile::fileInLockedFolderIsWrittenInPlace()
+{
+    writeFile(path(), "former");
+    giveToOrdinaryUser(path());
+    const ino_t former = statOf(path()).st_ino;
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0555), 0);
+    const QString problem = inChild([this] {
+        if (!becomeOrdinaryUser())
+            return QStringLiteral("no other user");
+        QString problems;
+        for (const QByteArray &content : {QByteArray("much longer content"), QByteArray("short"),
+                                          QByteArray(), QByteArray(300000, 'x')})
+            problems += replaceAndCompare(path(), content, true);
+        return problems;
+    });
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0755), 0);
+    QCOMPARE(problem, QString());
+    QCOMPARE(readFile(path()), QByteArray(300000, 'x'));
+    QCOMPARE(statOf(path()).st_ino, former);
+}
+
+void tst_ReplaceFile::foreignFileInStickyFolderIsWrittenInPlace()
+{
+    if (::geteuid() != 0)
+        QSKIP("only root can make a file of another user");
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.tarn"));
+    writeFile(file, "former");
+    QCOMPARE(::chmod(encoded(file).constData(), 0666), 0);
+    QCOMPARE(::chmod(encoded(folder.path()).constData(), 01777), 0);
+    QCOMPARE(inChild([file] {
+                 return becomeOrdinaryUser() ? replaceAndCompare(file, "new", true)
+                                             : QStringLiteral("no other user");
+             }),
+             QString());
+    QCOMPARE(statOf(file).st_uid, uid_t(0));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("a.tarn")});
+}
+
+void tst_ReplaceFile::sizeLimitKeepsFormerContent_data()
+{
+    QTest::addColumn<int>("formerSize");
+    QTest::addColumn<int>("newSize");
+    QTest::addColumn<bool>("locked");
+    QTest::newRow("new file") << -1 << 200000 << false;
+    QTest::newRow("growing") << 1000 << 200000 << false;
+    QTest::newRow("shrinking") << 300000 << 200000 << false;
+    QTest::newRow("growing in place") << 1000 << 200000 << true;
+    QTest::newRow("shrinking in place") << 300000 << 200000 << true;
+}
+
+void tst_ReplaceFile::sizeLimitKeepsFormerContent()
+{
+    QFETCH(int, formerSize);
+    QFETCH(int, newSize);
+    QFETCH(bool, locked);
+    if (formerSize >= 0) {
+        writeFile(path(), QByteArray(formerSize, 'a'));
+        giveToOrdinaryUser(path());
+    }
+    if (locked)
+        QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0555), 0);
+    const QString problem = inChild([this, newSize] {
+        limitFileSize(65536);
+        return becomeOrdinaryUser() ? replaceAndCompare(path(), QByteArray(newSize, 'b'), false)
+                                    : QStringLiteral("no other user");
+    });
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0755), 0);
+    QCOMPARE(problem, QString());
+    QCOMPARE(names().size(), formerSize >= 0 ? 1 : 0);
+}
+
+void tst_ReplaceFile::fullDiskKeepsFormerContent_data()
+{
+    QTest::addColumn<bool>("locked");
+    QTest::newRow("replaced as a whole") << false;
+    QTest::newRow("in place") << true;
+}
+
+void tst_ReplaceFile::fullDiskKeepsFormerContent()
+{
+    QFETCH(bool, locked);
+    if (::geteuid() != 0)
+        QSKIP("only root can mount a small disk; sizeLimitKeepsFormerContent covers the rest");
+    const bool supported =
+        inChild([this] {
+            return mountSmallDisk(m_folder->path(), 4096) ? QString() : QStringLiteral("no");
+        }).isEmpty();
+    if (!supported)
+        QSKIP("this system lets nobody mount a small disk");
+
+    QCOMPARE(inChild([this, locked] {
+                 mountSmallDisk(m_folder->path(), 256 * 1024);
+                 writeFile(path(), QByteArray(100000, 'a'));
+                 giveToOrdinaryUser(path());
+                 if (locked)
+                     ::chmod(encoded(m_folder->path()).constData(), 0555);
+                 if (!becomeOrdinaryUser())
+                     return QStringLiteral("no other user");
+                 QString problems = replaceAndCompare(path(), QByteArray(300000, 'b'), false);
+                 if (names() != QStringList{QStringLiteral("a.tarn")})
+                     problems += QStringLiteral("left behind: ") + names().join(QLatin1Char(' '));
+                 // What fits is still written.
+                 return problems + replaceAndCompare(path(), QByteArray(120000, 'c'), true);
+             }),
+             QString());
+}
+
+void tst_ReplaceFile::deathDuringTheWriteKeepsFormerContent()
+{
+    writeFile(path(), "former");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        // The signal of the limit ends the process in the middle of the write.
+        rlimit limit = {65536, 65536};
+        ::setrlimit(RLIMIT_CORE, &limit);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        QString error;
+        TARN::replaceFile(path(), QByteArray(200000, 'b'), &error);
+        ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    QVERIFY(WIFSIGNALED(status));
+    QCOMPARE(WTERMSIG(status), SIGXFSZ);
+    QCOMPARE(readFile(path()), QByteArray("former"));
+}
+
+void tst_ReplaceFile::killLeavesOneWholeContent()
+{
+    const QByteArray contents[] = {QByteArray(2000000, 'a'), QByteArray(3000000, 'b')};
+    writeFile(path(), contents[0]);
+    // Set by the child while it writes.
+    void *shared = ::mmap(nullptr, sizeof(std::atomic_bool), PROT_READ | PROT_WRITE,
+                          MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    QVERIFY(shared != MAP_FAILED);
+    auto *writing = new (shared) std::atomic_bool(false);
+
+    QRandomGenerator random(20261);
+    int hits = 0;
+    for (int round = 0; round < 25; ++round) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            QString error;
+            for (int i = 1;; ++i) {
+                *writing = true;
+                TARN::replaceFile(path(), contents[i % 2], &error);
+                *writing = false;
+            }
+        }
+        QThread::usleep(random.bounded(20000U));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        hits += *writing ? 1 : 0;
+        const QByteArray found = readFile(path());
+        QVERIFY2(found == contents[0] || found == contents[1], "neither content is whole");
+    }
+    ::munmap(shared, sizeof(std::atomic_bool));
+    QVERIFY2(hits > 0, "no kill came during a write");
+}
+
+TARN_TEST_MAIN(tst_ReplaceFile)
+#include "tst_replacefile.moc"
