@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "configsamples.h"
+
+#include <model/configwriter.h>
+#include <model/tarnconfig.h>
+#include <support/files.h>
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+
+using TarnTest::writeFile;
+
+namespace {
+
+constexpr int Mutants = 4000;
+
+/// Pieces that turn one meaning into another when they land in the right place.
+const QList<QByteArray> Pieces = {"<",
+                                  ">",
+                                  "/>",
+                                  "\"",
+                                  "'",
+                                  "&",
+                                  "&amp;",
+                                  "&#10;",
+                                  "&#x1F600;",
+                                  "<!--",
+                                  "-->",
+                                  "<![CDATA[",
+                                  "]]>",
+                                  "<?a b?>",
+                                  "<!DOCTYPE a>",
+                                  "]",
+                                  " ",
+                                  "\n",
+                                  "\r\n",
+                                  "\t",
+                                  "=",
+                                  "-",
+                                  "0",
+                                  "9",
+                                  "index",
+                                  "true",
+                                  "false",
+                                  "net",
+                                  "bus",
+                                  "kind=\"net\"",
+                                  "enabled=\"true\"",
+                                  "<Member name=\"m\"/>",
+                                  "<Signal name=\"s\"/>",
+                                  "</Signal>",
+                                  "<ProbeIn index=\"1\"/>",
+                                  "<Core index=\"1\"/>",
+                                  "<Version>1.0</Version>",
+                                  QByteArray(1, '\0'),
+                                  "\xff",
+                                  "\xc3\xa4",
+                                  "\xef\xbb\xbf",
+                                  "\xed\xa0\xbd"};
+
+/// Puts a character, most of them allowed, at the beginning of the next name. Most of the results
+/// are valid files, so that the way back is tried as often as the refusal.
+void changeName(QByteArray *content, int from, QRandomGenerator *random)
+{
+    const QByteArray start = "name=\"";
+    const int position = content->indexOf(start, from);
+    if (position >= 0)
+        content->insert(position + start.size(), char(random->bounded(1, 128)));
+}
+
+/// Changes @p content at a few places, the same for the same state of @p random.
+QByteArray mutant(QByteArray content, QRandomGenerator *random)
+{
+    const int changes = random->bounded(1, 3);
+    for (int i = 0; i < changes && !content.isEmpty(); ++i) {
+        const int from = random->bounded(content.size());
+        const int size = qMin(random->bounded(1, 40), content.size() - from);
+        switch (random->bounded(12)) {
+        case 0:
+            content[from] = char(random->bounded(256));
+            break;
+        case 1:
+            content.remove(from, size);
+            break;
+        case 2:
+            content.insert(from, content.mid(from, size));
+            break;
+        case 3:
+            content.insert(random->bounded(content.size()), content.mid(from, size));
+            break;
+        case 4:
+            content.insert(from, Pieces.at(random->bounded(Pieces.size())));
+            break;
+        default:
+            changeName(&content, from, random);
+            break;
+        }
+    }
+    return content;
+}
+
+QStringList *quietLines = nullptr;
+
+/// Collects the debug lines instead of printing thousands of them.
+void collectLine(QtMsgType, const QMessageLogContext &, const QString &line)
+{
+    quietLines->append(line);
+}
+
+} // namespace
+
+/// Damages a configuration file in thousands of reproducible ways.
+class tst_ConfigMutations : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void checkAndReaderAgreeAndAcceptedFilesComeBack_data();
+    void checkAndReaderAgreeAndAcceptedFilesComeBack();
+
+private:
+    QString verdictProblem(const QByteArray &content, int *accepted);
+
+    QTemporaryDir m_folder;
+};
+
+/// What is wrong with how @p content is treated, empty when nothing is.
+QString tst_ConfigMutations::verdictProblem(const QByteArray &content, int *accepted)
+{
+    const QString path = m_folder.filePath(QStringLiteral("a.tarn"));
+    writeFile(path, content);
+    QStringList lines;
+    quietLines = &lines;
+    bool ok = false;
+    QString error;
+    const bool checked = TARN::checkTARNFile(path);
+    const Cores cores(TARN::readTARNConfigFromXml(path, &ok, &error));
+    if (checked != ok || ok != error.isEmpty() || (!ok && !cores.list.isEmpty()))
+        return QStringLiteral("check and reader differ");
+    if (!ok)
+        return lines.contains(error) ? QString() : QStringLiteral("no reason on the debug stream");
+
+    ++*accepted;
+    TARN::ConfigWriter writer(cores.list);
+    const QByteArray first = writer.content();
+    if (!writer.errorText().isEmpty())
+        return QStringLiteral("cannot be written: ") + writer.errorText();
+    writeFile(path, first);
+    const Cores copy(TARN::readTARNConfigFromXml(path, nullptr, nullptr));
+    if (coresText(copy.list) != coresText(cores.list))
+        return QStringLiteral("fields did not come back");
+    return TARN::ConfigWriter(copy.list).content() == first
+               ? QString()
+               : QStringLiteral("the second writing differs");
+}
+
+void tst_ConfigMutations::checkAndReaderAgreeAndAcceptedFilesComeBack_data()
+{
+    QTest::addColumn<quint32>("seed");
+    for (quint32 seed = 1; seed <= 4; ++seed)
+        QTest::newRow(QByteArray::number(seed).constData()) << seed;
+}
+
+void tst_ConfigMutations::checkAndReaderAgreeAndAcceptedFilesComeBack()
+{
+    QFETCH(quint32, seed);
+    const Cores cores = sampleCores();
+    const QByteArray original = TARN::ConfigWriter(cores.list).content();
+    QRandomGenerator random(seed);
+    int accepted = 0;
+    for (int i = 0; i < Mutants / 4; ++i) {
+        const QByteArray content = mutant(original, &random);
+        const QtMessageHandler former = qInstallMessageHandler(collectLine);
+        const QString problem = verdictProblem(content, &accepted);
+        qInstallMessageHandler(former);
+        QVERIFY2(problem.isEmpty(),
+                 qPrintable(problem + QLatin1Char('\n') + QString::fromUtf8(content)));
+    }
+    // Both verdicts have to be common for the comparison to mean something.
+    QVERIFY2(accepted > Mutants / 40 && accepted < Mutants / 5,
+             qPrintable(QString::number(accepted)));
+}
+
+TARN_TEST_MAIN(tst_ConfigMutations)
+#include "tst_configmutations.moc"
