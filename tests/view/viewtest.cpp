@@ -14,6 +14,8 @@
 #include <view/tarnoptionwidget.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
@@ -65,6 +67,7 @@ QString ViewTest::writeConfig(const QString &name, const QList<int> &indexes) co
         core->getProbeIn(0)->signals.append(clock);
         cores.append(core);
     }
+    QDir().mkpath(QFileInfo(path(name)).path());
     if (!TARN::writeTARNConfigToXml(cores, path(name)))
         qFatal("cannot write %s", qPrintable(path(name)));
     qDeleteAll(cores);
