@@ -1,0 +1,277 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: The TARN Inserter authors
+# SPDX-License-Identifier: Apache-2.0
+"""Checks of the source tree itself.
+
+usage: checktree.py CHECK ROOT [COMPILER FLAG...]
+
+CHECK is "includes", "lists", "licence", "format" or "headers"; only the last one needs the compiler.
+Prints one line a finding and exits with 1 when there is any. selftest.py shows each of them fail.
+"""
+
+import concurrent.futures
+import os
+import pathlib
+import re
+import subprocess
+import sys
+
+PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "model")
+HOST_LIBRARIES = ("core", "dev", "extsys", "netweir", "qutil", "te")
+FOLDERS = PLUGIN_FOLDERS + (
+    "host", "tests", "bench", "fuzz", "examples", "cmake", "scripts", "translations", "forms", ".ci")
+
+# The layers of the plug-in from the ground up, by file (without extension) or folder. A file may
+# include files of its own layer and of lower ones; layers in one line do not see each other.
+LAYERS = (
+    (("probes/signalitem",), ("probes/modaldialog",)),
+    (("model/",), ("probes/signaltree",)),
+    (("select/",),),
+    (("probes/",),),
+    (("view/",),),
+    (("plugin/",),),
+)
+
+# The one header of the plug-in that the workbench may include.
+PLUGIN_ENTRY = "plugin/tarnviewmanager.h"
+
+
+def files_of(root, suffixes):
+    """Paths below the project's folders, relative to root, in a stable order."""
+    found = []
+    for top in sorted(FOLDERS):
+        for folder, names, files in os.walk(root / top):
+            names[:] = sorted(name for name in names if name != "__pycache__")
+            found += [pathlib.Path(folder, name).relative_to(root) for name in sorted(files)]
+    found += [pathlib.Path(path.name) for path in sorted(root.iterdir()) if path.is_file()]
+    return [path for path in found if suffixes is None or path.suffix in suffixes]
+
+
+def text_of(path):
+    return path.read_text(encoding="utf-8", errors="replace")
+
+
+# --- includes -----------------------------------------------------------------------------------
+
+
+def includes_of(path):
+    """(line number, name) of every #include of the file."""
+    for number, line in enumerate(text_of(path).splitlines(), 1):
+        match = re.match(r'\s*#\s*include\s*([<"])([^>"]+)[>"]', line)
+        if match:
+            yield number, match.group(2), match.group(1) == '"'
+
+
+def resolve(root, including, name, quoted):
+    """The project's file that the name stands for, relative to root; None for foreign ones."""
+    bases = [root / including.parent] if quoted else []
+    for base in bases + [root, root / "host", root / "tests"]:
+        candidate = pathlib.Path(os.path.normpath(base / name))
+        if candidate.is_file() and candidate.is_relative_to(root):
+            return candidate.relative_to(root)
+    return None
+
+
+def layer_of(path):
+    """(height, name) of the layer of a plug-in file, the most specific entry that matches."""
+    stem = str(path.with_suffix(""))
+    best = None
+    for height, layers in enumerate(LAYERS):
+        for layer in layers:
+            for entry in layer:
+                matches = stem.startswith(entry) if entry.endswith("/") else stem == entry
+                if matches and (best is None or len(entry) > len(best[1])):
+                    best = (height, entry)
+    return best
+
+
+def public_headers(root):
+    """The host's public headers: those that its libraries list under HEADERS."""
+    found = set()
+    for library in HOST_LIBRARIES:
+        lists = root / "host" / library / "CMakeLists.txt"
+        if lists.is_file():
+            section = re.search(r"\bHEADERS\b(.*?)\b(?:SOURCES|LINK|PRIVATE_LINK)\b|\)",
+                                text_of(lists), re.S)
+            names = section.group(1).split() if section and section.group(1) else []
+            found |= {pathlib.Path("host", library, name) for name in names}
+    return found
+
+
+def wrong_arrow(includer, included, public):
+    """Why the includer must not include the other file; empty when it may."""
+    from_host = includer.parts[0] == "host"
+    from_plugin = includer.parts[0] in PLUGIN_FOLDERS
+    to_plugin = included.parts[0] in PLUGIN_FOLDERS
+    if (from_host or from_plugin) and included.parts[0] == "tests":
+        return "includes test code"
+    if from_host and to_plugin:
+        if includer.parts[1] != "workbench":
+            return "the host's libraries know no plug-in"
+        return "" if str(included) == PLUGIN_ENTRY else f"of the plug-in only {PLUGIN_ENTRY} is open"
+    if from_host and included.parts[:2] == ("host", "workbench"):
+        return "" if includer.parts[1] == "workbench" else "the libraries know no workbench"
+    if from_host and "internal" in included.parts and includer.parts[1] != included.parts[1]:
+        return "internal to another library"
+    if from_plugin and included.parts[0] == "host" and included not in public:
+        return "no public header of the host"
+    if from_plugin and to_plugin:
+        upper, lower = layer_of(includer), layer_of(included)
+        if upper[1] != lower[1] and upper[0] <= lower[0]:
+            return f"{upper[1]} must not see {lower[1]}"
+    return ""
+
+
+def circles(graph):
+    """Include circles, each as the list of its files."""
+    state, found = {}, []
+    for start in graph:
+        if start in state:
+            continue
+        state[start] = "open"
+        trail = [(start, iter(graph[start]))]
+        while trail:
+            node, rest = trail[-1]
+            following = next(rest, None)
+            if following is None:
+                state[node] = "done"
+                trail.pop()
+            elif state.get(following) == "open":
+                names = [entry[0] for entry in trail]
+                found.append(names[names.index(following):] + [following])
+            elif following not in state:
+                state[following] = "open"
+                trail.append((following, iter(graph.get(following, ()))))
+    return found
+
+
+def check_includes(root):
+    public = public_headers(root)
+    graph, problems = {}, []
+    for path in files_of(root, (".h", ".cpp")):
+        graph[path] = []
+        includes = list(includes_of(root / path))
+        for number, name, quoted in includes:
+            target = resolve(root, path, name, quoted)
+            if target is None:
+                continue
+            if target != path:
+                graph[path].append(target)
+            reason = wrong_arrow(path, target, public)
+            if reason:
+                problems.append(f"{path}:{number}: includes {name}: {reason}")
+        own = path.with_suffix(".h")
+        if path.suffix == ".cpp" and (root / own).is_file():
+            first = resolve(root, path, *includes[0][1:]) if includes else None
+            if first != own:
+                problems.append(f"{path}: does not include its own header first")
+    for circle in circles(graph):
+        problems.append("include circle: " + " -> ".join(map(str, circle)))
+    return problems
+
+
+# --- source lists -------------------------------------------------------------------------------
+
+
+def check_lists(root):
+    problems = []
+    source = re.compile(r"[\w@./-]+\.(cpp|h|ui|qrc|ts|v|sv|svh)")
+    for path in files_of(root, (".txt", ".cmake")):
+        text = re.sub(r"#[^\n]*", "", text_of(root / path))
+        if re.search(r"\bfile\s*\(\s*GLOB", text, re.I):
+            problems.append(f"{path}: lists files by a pattern; name them")
+        previous = None
+        for word in re.findall(r'"[^"]*"|[^\s()]+|[()]', text):
+            if not source.fullmatch(word):
+                previous = None
+                continue
+            if previous is not None and word <= previous:
+                problems.append(f"{path}: {word} stands behind {previous}")
+            previous = word
+    return problems
+
+
+# --- licence ------------------------------------------------------------------------------------
+
+
+def needs_licence(root, path):
+    if path.parts[0] == "tests" and "data" in path.parts:
+        return False
+    if path.suffix in (".cpp", ".h", ".py", ".cmake", ".qrc", ".v", ".sv", ".svh", ".vh", ".sh"):
+        return True
+    if path.name == "CMakeLists.txt":
+        return True
+    with open(root / path, "rb") as file:
+        return file.read(2) == b"#!"
+
+
+def check_licence(root):
+    problems = []
+    for path in files_of(root, None):
+        if not needs_licence(root, path):
+            continue
+        head = "\n".join(text_of(root / path).splitlines()[:5])
+        for tag in ("SPDX-FileCopyrightText: The TARN Inserter authors",
+                    "SPDX-License-Identifier: Apache-2.0"):
+            if tag not in head:
+                problems.append(f"{path}: no line \"{tag}\" at the top")
+    return problems
+
+
+# --- format -------------------------------------------------------------------------------------
+
+
+def check_format(root):
+    sources = [str(root / path) for path in files_of(root, (".h", ".cpp"))]
+    result = subprocess.run(["clang-format", "--dry-run", "-Werror", "--style=file", *sources],
+                            capture_output=True, text=True, check=False)
+    if result.returncode == 0:
+        return []
+    found = [line for line in result.stderr.splitlines() if ": error:" in line]
+    return found or [result.stderr.strip() or "clang-format failed"]
+
+
+# --- headers ------------------------------------------------------------------------------------
+
+
+def check_headers(root, command):
+    """Compiles each public header of the host and each header of the plug-in by itself."""
+    headers = sorted(public_headers(root)) + [
+        path for path in files_of(root, (".h",)) if path.parts[0] in PLUGIN_FOLDERS]
+
+    def compile_one(path):
+        # From the standard input, so that "#pragma once in main file" is no issue.
+        name = str(path.relative_to("host")) if path.parts[0] == "host" else str(path)
+        result = subprocess.run(
+            [*command, "-fsyntax-only", "-x", "c++", "-"], input=f"#include <{name}>\n",
+            capture_output=True, text=True, check=False)
+        return f"{path} does not compile alone:\n{result.stderr}" if result.returncode else ""
+
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        return [problem for problem in pool.map(compile_one, headers) if problem]
+
+
+CHECKS = {
+    "includes": check_includes,
+    "lists": check_lists,
+    "licence": check_licence,
+    "format": check_format,
+    "headers": check_headers,
+}
+
+
+def main(arguments):
+    if len(arguments) < 2 or arguments[0] not in CHECKS:
+        print(__doc__)
+        return 2
+    root = pathlib.Path(arguments[1]).resolve()
+    if arguments[0] == "headers":
+        problems = check_headers(root, arguments[2:])
+    else:
+        problems = CHECKS[arguments[0]](root)
+    print("\n".join(problems) if problems else f"{arguments[0]}: nothing found")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

@@ -1,0 +1,200 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: The TARN Inserter authors
+# SPDX-License-Identifier: Apache-2.0
+"""Shows that every check of checktree.py passes a good sample tree and fails on a bad one."""
+
+import pathlib
+import shutil
+import tempfile
+import unittest
+
+import checktree
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+SPDX = ("// SPDX-FileCopyrightText: The TARN Inserter authors\n"
+        "// SPDX-License-Identifier: Apache-2.0\n")
+
+GOOD = {
+    "host/core/CMakeLists.txt": "tarn_host_library(core\n    HEADERS\n        iview.h\n"
+                                "    SOURCES\n        iview.cpp\n        secret.h\n)\n",
+    "host/core/iview.h": SPDX + "#pragma once\n",
+    "host/core/iview.cpp": SPDX + '#include "iview.h"\n\n#include "internal/container.h"\n',
+    "host/core/secret.h": SPDX,
+    "host/core/internal/container.h": SPDX + "#include <core/iview.h>\n",
+    "host/netweir/rtlnet.cpp": SPDX + "#include <core/iview.h>\n",
+    "host/workbench/main.cpp": SPDX + "#include <plugin/tarnviewmanager.h>\n",
+    "host/workbench/window.h": SPDX,
+    "model/tarncore.h": SPDX + "#include <probes/signalitem.h>\n",
+    "plugin/tarnviewmanager.h": SPDX + "#include <view/tarnview.h>\n",
+    "plugin/other.h": SPDX,
+    "probes/page.h": SPDX + "#include <probes/signaltree.h>\n#include <select/dialog.h>\n",
+    "probes/signalitem.h": SPDX + "#include <QString>\n",
+    "probes/signaltree.h": SPDX + '#include "signalitem.h"\n',
+    "select/dialog.h": SPDX + "#include <model/tarncore.h>\n#include <probes/signaltree.h>\n",
+    "tests/view/tst_view.cpp": SPDX + "#include <support/files.h>\n#include <view/tarnview.h>\n",
+    "tests/support/files.h": SPDX,
+    "view/tarnview.h": SPDX + "#include <core/iview.h>\n#include <probes/page.h>\n",
+}
+
+
+class SampleTree(unittest.TestCase):
+    def setUp(self):
+        self.root = pathlib.Path(tempfile.mkdtemp()).resolve()
+        self.addCleanup(shutil.rmtree, self.root)
+        for path, text in GOOD.items():
+            self.write(path, text)
+
+    def write(self, path, text):
+        (self.root / path).parent.mkdir(parents=True, exist_ok=True)
+        (self.root / path).write_text(text, encoding="utf-8")
+
+    def add_include(self, path, name):
+        text = (self.root / path).read_text(encoding="utf-8") if (self.root / path).exists() else ""
+        self.write(path, text + f"#include {name}\n")
+
+    def expect(self, problems, *words):
+        self.assertEqual(len(problems), 1, problems)
+        for word in words:
+            self.assertIn(word, problems[0])
+
+
+class Includes(SampleTree):
+    def test_good_tree(self):
+        self.assertEqual(checktree.check_includes(self.root), [])
+
+    def test_arrows_that_point_up(self):
+        for includer, included in (
+                ("view/tarnview.cpp", "<plugin/other.h>"),
+                ("probes/page.h", "<view/banner.h>"),
+                ("select/dialog.h", "<probes/line.h>"),
+                ("model/tarncore.h", "<select/tree.h>"),
+                ("model/tarncore.h", "<probes/signaltree.h>"),
+                ("probes/signaltree.h", "<model/tarncore.h>"),
+                ("probes/signalitem.h", "<probes/signaltree.h>"),
+                ("probes/signalitem.h", "<model/bitstring.h>"),
+        ):
+            with self.subTest(includer=includer, included=included):
+                self.setUp()
+                target = included.strip("<>")
+                if not (self.root / target).exists():
+                    self.write(target, SPDX)
+                if includer.endswith(".cpp"):
+                    self.add_include(includer, '"tarnview.h"')
+                self.add_include(includer, included)
+                problems = [problem for problem in checktree.check_includes(self.root)
+                            if "circle" not in problem]
+                self.expect(problems, includer, target, "must not see")
+
+    def test_plugin_and_the_private_host(self):
+        for name in ("<core/internal/container.h>", "<core/secret.h>", "<workbench/window.h>",
+                     '"../host/core/secret.h"'):
+            with self.subTest(name=name):
+                self.setUp()
+                self.add_include("view/tarnview.h", name)
+                self.expect(checktree.check_includes(self.root), "view/tarnview.h:5", "no public")
+
+    def test_host_and_the_plugin(self):
+        self.add_include("host/core/secret.h", "<model/tarncore.h>")
+        self.expect(checktree.check_includes(self.root), "the host's libraries know no plug-in")
+
+    def test_workbench_and_the_rest_of_the_plugin(self):
+        self.add_include("host/workbench/main.cpp", "<plugin/other.h>")
+        self.expect(checktree.check_includes(self.root), "main.cpp:4", "plugin/tarnviewmanager.h")
+
+    def test_library_and_the_entry_of_the_plugin(self):
+        self.add_include("host/core/secret.h", "<plugin/tarnviewmanager.h>")
+        self.expect(checktree.check_includes(self.root), "host/core/secret.h:3")
+
+    def test_library_and_the_workbench(self):
+        self.add_include("host/core/secret.h", "<workbench/window.h>")
+        self.expect(checktree.check_includes(self.root), "the libraries know no workbench")
+
+    def test_internal_header_of_another_library(self):
+        self.add_include("host/netweir/rtlnet.cpp", "<core/internal/container.h>")
+        self.expect(checktree.check_includes(self.root), "internal to another library")
+
+    def test_product_and_test_code(self):
+        self.add_include("view/tarnview.h", "<support/files.h>")
+        self.expect(checktree.check_includes(self.root), "includes test code")
+
+    def test_circle(self):
+        self.write("model/a.h", SPDX + '#include "b.h"\n')
+        self.write("model/b.h", SPDX + '#include "c.h"\n')
+        self.write("model/c.h", SPDX + '#include "a.h"\n')
+        self.expect(checktree.check_includes(self.root), "include circle",
+                    "model/a.h -> model/b.h -> model/c.h -> model/a.h")
+
+    def test_own_header_first(self):
+        self.write("model/tarncore.cpp", SPDX + '#include <vector>\n#include "tarncore.h"\n')
+        self.expect(checktree.check_includes(self.root), "own header first")
+
+
+class Lists(SampleTree):
+    def test_good_tree(self):
+        self.assertEqual(checktree.check_lists(self.root), [])
+
+    def test_order(self):
+        self.write("view/CMakeLists.txt", "add_library(view STATIC\n    b.cpp\n    a.cpp)\n")
+        self.expect(checktree.check_lists(self.root), "a.cpp stands behind b.cpp")
+
+    def test_duplicate(self):
+        self.write("view/CMakeLists.txt", "add_library(view STATIC a.cpp a.cpp)\n")
+        self.expect(checktree.check_lists(self.root), "a.cpp stands behind a.cpp")
+
+    def test_lists_are_sorted_each_by_itself(self):
+        self.write("view/CMakeLists.txt", "f(x HEADERS z.h # a.h\n SOURCES a.cpp)\nf(a.cpp)\n")
+        self.assertEqual(checktree.check_lists(self.root), [])
+
+    def test_pattern(self):
+        self.write("cmake/x.cmake", "file(GLOB sources *.cpp)\n")
+        self.expect(checktree.check_lists(self.root), "pattern")
+
+
+class Licence(SampleTree):
+    def setUp(self):
+        super().setUp()
+        shutil.rmtree(self.root / "host")
+
+    def test_good_tree(self):
+        self.assertEqual(checktree.check_licence(self.root), [])
+
+    def test_missing_lines(self):
+        for path, text in (("view/a.cpp", SPDX.splitlines()[0]), ("view/b.h", SPDX.splitlines()[1]),
+                           ("scripts/run", "#!/bin/sh\n# SPDX-License-Identifier: Apache-2.0\n"),
+                           ("cmake/x.cmake", SPDX.replace("Apache-2.0", "MIT"))):
+            with self.subTest(path=path):
+                self.write(path, text)
+                self.expect(checktree.check_licence(self.root), path)
+                (self.root / path).unlink()
+
+
+class Format(SampleTree):
+    def test_one_blank_too_many(self):
+        shutil.copy(ROOT / ".clang-format", self.root)
+        self.write("view/a.cpp", SPDX + "int a = 1;\n")
+        self.assertEqual(checktree.check_format(self.root), [])
+        self.write("view/a.cpp", SPDX + "int  a = 1;\n")
+        self.expect(checktree.check_format(self.root), "view/a.cpp:3", "error")
+
+
+class Headers(SampleTree):
+    def setUp(self):
+        super().setUp()
+        self.write("probes/signalitem.h", SPDX)
+        self.compiler = ["c++", f"-I{self.root}", f"-I{self.root}/host"]
+
+    def test_good_tree(self):
+        self.assertEqual(checktree.check_headers(self.root, self.compiler), [])
+
+    def test_header_that_needs_another_first(self):
+        for path in ("model/tarnport.h", "host/core/iview.h"):
+            with self.subTest(path=path):
+                self.setUp()
+                self.write(path, "inline std::string name() { return {}; }\n")
+                problems = checktree.check_headers(self.root, self.compiler)
+                self.assertTrue(problems[0].startswith(f"{path} does not compile alone"), problems)
+
+
+if __name__ == "__main__":
+    unittest.main()
