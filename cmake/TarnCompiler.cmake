@@ -58,8 +58,8 @@ function(tarn_host_library name)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         INSTALL_RPATH "$ORIGIN")
     install(TARGETS ${target} EXPORT TarnHostTargets
-        LIBRARY DESTINATION "${TARN_LIB_DIR}"
-        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tarn-host")
+        LIBRARY DESTINATION "${TARN_LIB_DIR}" COMPONENT sdk
+        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tarn-host" COMPONENT sdk)
 endfunction()
 
 # tarn_plugin_part(name SOURCES file... [LINK target...])

@@ -175,10 +175,11 @@ def check_includes(root):
 
 def check_lists(root):
     problems = []
-    source = re.compile(r"[\w@./-]+\.(cpp|h|ui|qrc|ts|v|sv|svh)")
+    suffix = r"\.(cpp|h|ui|qrc|ts|v|sv|svh)"
+    source = re.compile(r"[\w@./-]+" + suffix)
     for path in files_of(root, (".txt", ".cmake")):
         text = re.sub(r"#[^\n]*", "", text_of(root / path))
-        if re.search(r"\bfile\s*\(\s*GLOB", text, re.I):
+        if re.search(r"\bfile\s*\(\s*GLOB[^)]*" + suffix, text, re.I):
             problems.append(f"{path}: lists files by a pattern; name them")
         previous = None
         for word in re.findall(r'"[^"]*"|[^\s()]+|[()]', text):
