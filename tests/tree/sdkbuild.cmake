@@ -25,7 +25,7 @@ run("${CMAKE_COMMAND}" --build "${WORK_DIR}/build")
 run("${CMAKE_COMMAND}" --install "${WORK_DIR}/build" --prefix "${WORK_DIR}/plugin")
 
 file(READ "${WORK_DIR}/build/compile_commands.json" commands)
-foreach(folder IN ITEMS "${SOURCE_DIR}/host" "${BUILD_DIR}")
+foreach(folder IN ITEMS "${SOURCE_DIR}/host" "${BUILD_DIR}/host")
     string(FIND "${commands}" "${folder}" position)
     if(NOT position EQUAL -1)
         message(FATAL_ERROR "The plug-in was compiled with ${folder}, not with the SDK alone.")
