@@ -158,15 +158,7 @@ Do you still want to keep it?</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>text without control characters</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>a whole number in digits</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The file is no well-formed XML: %1 Correct it, or take an earlier copy.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -191,6 +183,18 @@ Do you still want to keep it?</source>
     </message>
     <message>
         <source>It is no file. Choose a &quot;.tarn&quot; file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An element has more than %1 attributes. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The text is not encoded in %1. Convert it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is no well-formed XML: %1 Correct it, or take an earlier copy of the file.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

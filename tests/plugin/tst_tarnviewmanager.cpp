@@ -1,21 +1,15 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include "fakedesign.h"
-
 #include <core/actionmanager.h>
 #include <core/coreconstants.h>
 #include <core/iview.h>
 #include <core/viewmanager.h>
 #include <dev/devicearg.h>
-#include <model/tarnconfig.h>
-#include <model/tarncore.h>
 #include <plugin/newfiledialog.h>
 #include <plugin/tarnconstants.h>
 #include <plugin/tarnviewmanager.h>
 #include <support/files.h>
-#include <support/modalscript.h>
-#include <support/testcase.h>
-#include <view/tarnview.h>
+#include <viewtest.h>
 
 #include <QAction>
 #include <QApplication>
@@ -38,31 +32,14 @@ class OtherView : public Core::IView
     Q_OBJECT
 };
 
-/// A configuration with one core that passes the check.
-QByteArray validConfig()
-{
-    TARN::TarnCore core(0);
-    core.addProbeIn(0);
-    TARN::SignalItem item;
-    item.name = QStringLiteral("top/a");
-    item.kind = 0;
-    core.getProbeIn(0)->signals.append(item);
-    QTemporaryDir dir;
-    const QString path = dir.filePath("x.tarn");
-    if (!TARN::writeTARNConfigToXml({&core}, path))
-        qFatal("cannot write %s", qPrintable(path));
-    return readFile(path);
-}
-
 } // namespace
 
-class TestTarnViewManager : public TestCase
+class TestTarnViewManager : public ViewTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void init();
     void cleanup();
     void cleanupTestCase();
 
@@ -94,18 +71,14 @@ private Q_SLOTS:
     void viewThatDiesUnclosedIsForgotten();
 
 private:
-    QString path(const QString &name) const { return m_dir->filePath(name); }
-    QString makeFile(const QString &name);
+    QString makeFile(const QString &name) const { return writeConfig(name, {0}); }
     TarnView *open(const QString &file);
     void modify(TarnView *view) { QVERIFY(QMetaObject::invokeMethod(view, "onModified")); }
     static QAction *save();
     static QStringList files();
 
     TarnViewManager *m_manager = nullptr;
-    QByteArray m_config;
     std::unique_ptr<QTabWidget> m_area;
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<FakeDesign> m_design;
 };
 
 void TestTarnViewManager::initTestCase()
@@ -114,7 +87,6 @@ void TestTarnViewManager::initTestCase()
     ViewManager::setDialogParent(m_area.get());
     m_area->resize(900, 600);
     m_area->show();
-    m_config = validConfig();
 
     m_manager = TarnViewManager::instance();
     QVERIFY(m_manager);
@@ -128,14 +100,6 @@ void TestTarnViewManager::initTestCase()
     QVERIFY(!m_manager->findChild<QAction *>()->isEnabled());
 }
 
-void TestTarnViewManager::init()
-{
-    TestCase::init();
-    m_dir = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_dir->isValid());
-    m_design = std::make_unique<FakeDesign>(m_dir->path());
-}
-
 void TestTarnViewManager::cleanup()
 {
     for (TarnView *view : m_manager->tarnViews())
@@ -143,18 +107,14 @@ void TestTarnViewManager::cleanup()
     QVERIFY(ViewManager::closeAllViews());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(m_manager->tarnViews().size(), 0);
-    m_design.reset();
-    m_dir.reset();
-    TestCase::cleanup();
+    ViewTest::cleanup();
 }
 
 /// With a view left open: the manager goes, the view stays.
 void TestTarnViewManager::cleanupTestCase()
 {
-    QTemporaryDir dir;
-    const FakeDesign design(dir.path());
-    writeFile(dir.filePath("last.tarn"), m_config);
-    m_manager->openTarnView(dir.filePath("last.tarn"), {});
+    ViewTest::init();
+    m_manager->openTarnView(makeFile("last.tarn"), {});
     const QPointer<TarnView> view = m_manager->tarnViews().value(0);
     const QPointer<QAction> action = m_manager->findChild<QAction *>();
     const QPointer<TarnViewManager> manager = m_manager;
@@ -172,13 +132,8 @@ void TestTarnViewManager::cleanupTestCase()
     QVERIFY(ViewManager::closeView(view));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!view);
+    ViewTest::cleanup();
     m_area.reset();
-}
-
-QString TestTarnViewManager::makeFile(const QString &name)
-{
-    writeFile(path(name), m_config);
-    return path(name);
 }
 
 TarnView *TestTarnViewManager::open(const QString &file)
@@ -250,15 +205,15 @@ void TestTarnViewManager::sameFileIsShownAgain()
     QFETCH(QString, first);
     QFETCH(QString, second);
     const QString before = QDir::currentPath();
-    QDir::setCurrent(m_dir->path());
+    QDir::setCurrent(path(""));
     QVERIFY(QDir().mkdir("sub"));
     makeFile("a.tarn");
-    const QString firstPath = first.contains('%') ? first.arg(m_dir->path()) : first;
+    const QString firstPath = first.contains('%') ? first.arg(path("")) : first;
     TarnView *view = open(firstPath);
     open(makeFile("b.tarn"));
     QVERIFY(ViewManager::activeView() != view);
 
-    QVERIFY(m_manager->openTarnView(second.contains('%') ? second.arg(m_dir->path()) : second, {}));
+    QVERIFY(m_manager->openTarnView(second.contains('%') ? second.arg(path("")) : second, {}));
     QDir::setCurrent(before);
     QCOMPARE(view->file(), firstPath);
     QCOMPARE(files(), QStringList({"a.tarn", "b.tarn"}));
@@ -271,9 +226,7 @@ void TestTarnViewManager::showingAgainReadsNothing()
     open(file);
     clearDebugLines();
     writeFile(file, "broken");
-    ModalScript script;
     QVERIFY(m_manager->openTarnView(file, {}));
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(debugLines(), QStringList());
 }
 
@@ -304,13 +257,11 @@ void TestTarnViewManager::failureShowsErrorAndLeavesNoView()
 {
     open(makeFile("good.tarn"));
     const QString missing = path("missing.tarn");
-    ModalScript script;
     QWidget *parent = nullptr;
-    script.expectBox({QMessageBox::Critical, "Error", missing + " open file failed.",
-                      QMessageBox::Ok, QString()},
-                     QMessageBox::Ok, [&](QMessageBox *box) { parent = box->parentWidget(); });
+    script().expectBox({QMessageBox::Critical, "Error", missing + " open file failed.",
+                        QMessageBox::Ok, QString()},
+                       QMessageBox::Ok, [&](QMessageBox *box) { parent = box->parentWidget(); });
     QVERIFY(m_manager->openTarnView(missing, {}));
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(parent, ViewManager::dialogParent());
     QCOMPARE(files(), QStringList("good.tarn"));
     QCOMPARE(ViewManager::views().size(), 1);
@@ -320,19 +271,17 @@ void TestTarnViewManager::failureShowsErrorAndLeavesNoView()
 
 void TestTarnViewManager::failureWithoutTextShowsNoSecondBox()
 {
-    FakeDesign::messages = QStringList("ERROR: bad design");
-    ModalScript script;
-    script.expectDialog("TARN::MessageDlg", "Design files contain some errors.",
-                        [](QDialog *dialog) { dialog->accept(); });
+    extraction().messages = QStringList("ERROR: bad design");
+    script().expectDialog("TARN::MessageDlg", "Design files contain some errors.",
+                          [](QDialog *dialog) { dialog->accept(); });
     QVERIFY(m_manager->openTarnView(makeFile("a.tarn"), {}));
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(m_manager->tarnViews().size(), 0);
     QVERIFY(debugLines().contains("IView: a.tarn destoryed"));
 }
 
 void TestTarnViewManager::newFileOpensWithOneCoreMarkedModified()
 {
-    TARN::NewFileDialog dialog(m_dir->path(), nullptr);
+    TARN::NewFileDialog dialog(path(""), nullptr);
     dialog.findChild<QLineEdit *>("editName")->setText("new");
     dialog.accept();
     TarnView *view = open(dialog.filePath());
@@ -360,13 +309,13 @@ void TestTarnViewManager::closeAsksTheFirstMatchOnly()
 {
     const QString before = QDir::currentPath();
     const QString file = makeFile("a.tarn");
-    QDir::setCurrent(m_dir->path());
+    QDir::setCurrent(path(""));
     TarnView *first = open("a.tarn");
     QDir::setCurrent(before);
     TarnView *second = open(file);
     QVERIFY(first != second);
 
-    QDir::setCurrent(m_dir->path());
+    QDir::setCurrent(path(""));
     const bool closed = m_manager->closeTarnView(file);
     QDir::setCurrent(before);
     QVERIFY(closed);
@@ -377,12 +326,11 @@ void TestTarnViewManager::closeRefusedByViewIsStillFound()
 {
     TarnView *view = open(makeFile("a.tarn"));
     modify(view);
-    ModalScript script;
-    script.expectBox({QMessageBox::Question, "Save", "Save changes to \"" + path("a.tarn") + "\" ?",
-                      QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Cancel, QString()},
-                     QMessageBox::Cancel);
+    script().expectBox({QMessageBox::Question, "Save",
+                        "Save changes to \"" + path("a.tarn") + "\" ?",
+                        QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Cancel, QString()},
+                       QMessageBox::Cancel);
     QVERIFY(m_manager->closeTarnView(path("a.tarn")));
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(files(), QStringList("a.tarn"));
 }
 
