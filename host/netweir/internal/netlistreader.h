@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "../netweir_global.h"
+
 #include <QSet>
 #include <QString>
 
@@ -27,8 +29,8 @@ struct ReadOptions
 
 /// Reads the elaborator's XML file at @p xmlPath into a netlist. Null when the file is not complete
 /// or not of the expected form; @p error then says what and where.
-std::unique_ptr<RtlNetlist> readElaboratedXml(const QString &xmlPath, const ReadOptions &options,
-                                              QString *error);
+NETWEIR_EXPORT std::unique_ptr<RtlNetlist>
+readElaboratedXml(const QString &xmlPath, const ReadOptions &options, QString *error);
 
 } // namespace Internal
 } // namespace NETWEIR

@@ -1,0 +1,282 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "xmlmarks.h"
+
+#include "xmlnames.h"
+
+#include <algorithm>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+bool is(const pugi::xml_node &node, std::string_view tag)
+{
+    return tag == node.name();
+}
+
+/// A part select of a concatenation, which only widths that do not match lead to.
+bool isSelectionOfParts(pugi::xml_node expression)
+{
+    if (!is(expression, "sel"))
+        return false;
+    while (is(expression, "sel"))
+        expression = expression.first_child();
+    return is(expression, "concat");
+}
+
+void markBits(const BitRange &range, Mark mark, std::vector<quint8> *marks)
+{
+    const qint64 end = std::min(range.end, qint64(marks->size()));
+    const auto fill = [&](qint64 first, qint64 last) {
+        for (qint64 bit = first; bit < std::min(last, end); ++bit)
+            (*marks)[std::size_t(bit)] |= mark;
+    };
+    if (range.step <= range.width) {
+        fill(range.low, range.high + range.width);
+        return;
+    }
+    for (qint64 low = range.low; low <= range.high; low += range.step)
+        fill(low, low + range.width);
+}
+
+} // namespace
+
+MarkReader::MarkReader(ElaboratedDesign *design, const Layout &layout, Definition *definition)
+    : m_design(design)
+    , m_layout(layout)
+    , m_definition(definition)
+    , m_indexes(*definition, design->types())
+{
+}
+
+void MarkReader::read()
+{
+    for (const Variable &variable : m_definition->variables) {
+        if (variable.isDrivenByConstant && variable.isNet)
+            markVariable(variable, MarkOut);
+    }
+    markSupplies();
+    for (const Occurrence &target : m_definition->writes)
+        markWrites(target);
+    for (const Occurrence &call : m_definition->calls) {
+        const std::vector<bool> written = m_design->writtenArguments(*m_definition, call);
+        std::size_t i = 0;
+        for (const pugi::xml_node &argument : call.node.children("arg")) {
+            if (i < written.size() && written[i])
+                markWrites({argument.first_child(), call.scope});
+            ++i;
+        }
+    }
+    for (std::size_t item = 0; item < m_definition->instances.size(); ++item)
+        readPins(int(item));
+}
+
+void MarkReader::markWrites(const Occurrence &target)
+{
+    forEachReference(target, [this](const Reference &reference) {
+        if (reference.isConstant() || reference.isHierarchical()) {
+            markWrite(reference);
+            return;
+        }
+        m_indexes.forEachRound({reference.node, reference.scope},
+                               [this, &reference] { markWrite(reference); });
+    });
+}
+
+void MarkReader::markWrite(const Reference &reference)
+{
+    if (reference.isHierarchical()) {
+        m_definition->writesElsewhere.push_back(reference);
+        return;
+    }
+    if (const Variable *variable = variableOf(reference))
+        markBits(m_layout.locate(*variable, reference, m_indexes), MarkOut, &m_definition->marks);
+}
+
+void MarkReader::markVariable(const Variable &variable, Mark mark)
+{
+    const qint64 end = variable.bit + m_layout.widthOf(variable);
+    for (qint64 bit = variable.bit; bit < end; ++bit)
+        m_definition->marks[std::size_t(bit)] |= mark;
+}
+
+void MarkReader::markSupplies()
+{
+    for (const Occurrence &supply : m_definition->supplies) {
+        forEachReference(supply, [this](const Reference &reference) {
+            const Variable *variable = reference.isHierarchical() ? nullptr : variableOf(reference);
+            if (variable && attribute(variable->node, "loc") == attribute(reference.node, "loc"))
+                markVariable(*variable, MarkBoth);
+        });
+    }
+}
+
+void MarkReader::readPins(int item)
+{
+    for (const pugi::xml_node &pin :
+         m_definition->instances[std::size_t(item)].node.children("port")) {
+        if (pin.first_child())
+            readPin(item, pin);
+    }
+}
+
+void MarkReader::readPin(int item, const pugi::xml_node &pin)
+{
+    const InstanceItem &instance = m_definition->instances[std::size_t(item)];
+    const Definition *inner = instance.definition;
+    const Occurrence expression{pin.first_child(), instance.scope};
+    if (!inner || inner->role == Definition::Role::Stub) {
+        if (isConnectable(expression))
+            markWrites(expression);
+        return;
+    }
+    const int port = inner->portOfPin(attribute(pin, "name"));
+    if (port < 0)
+        return;
+    const Variable &variable = inner->variables[std::size_t(port)];
+    if (variable.isInterfacePort)
+        return; // Bound to an instance already.
+    const bool isTwoWay =
+        variable.direction == Direction::Inout || variable.direction == Direction::Ref;
+    if (variable.direction == Direction::Output || (isTwoWay && !inner->isNode()))
+        markWrites(expression);
+    else if (inner->isNode())
+        connect(item, port, expression.node);
+}
+
+void MarkReader::connect(int item, int port, const pugi::xml_node &expression)
+{
+    const InstanceItem &instance = m_definition->instances[std::size_t(item)];
+    Connection connection;
+    connection.item = item;
+    connection.port = port;
+    addSegments(expression, instance.scope, &connection);
+    if (instance.definition->variables[std::size_t(port)].direction != Direction::Input)
+        markDrivenWithin(connection);
+    m_definition->connections.push_back(std::move(connection));
+}
+
+void MarkReader::addSegments(const pugi::xml_node &expression, int scope, Connection *connection)
+{
+    const TypeTable &types = m_design->types();
+    std::vector<pugi::xml_node> pending{expression};
+    while (!pending.empty()) {
+        const pugi::xml_node part = pending.back();
+        pending.pop_back();
+        if (is(part, "concat")) {
+            pending.push_back(part.first_child());
+            pending.push_back(part.last_child());
+            continue;
+        }
+        const qint64 before = connection->width;
+        const qint64 width = types.at(types.typeOf(part)).width;
+        const pugi::xml_node inner =
+            is(part, "extend") || is(part, "extends") ? part.first_child() : part;
+        if (isConnectable({inner, scope}) && !isSelectionOfParts(inner)) {
+            // Most significant first; the segments grow from the other end.
+            std::vector<Reference> references;
+            forEachReference({inner, scope}, [&references](const Reference &reference) {
+                references.push_back(reference);
+            });
+            for (auto reference = references.rbegin(); reference != references.rend(); ++reference)
+                addSegment(*reference, connection);
+        }
+        const qint64 rest = width - (connection->width - before);
+        if (rest > 0)
+            addSegment(Segment::Kind::Driven, 0, rest, connection);
+    }
+}
+
+void MarkReader::addSegment(const Reference &reference, Connection *connection)
+{
+    const TypeTable &types = m_design->types();
+    const pugi::xml_node outermost =
+        reference.steps.empty() ? reference.node : reference.steps.back();
+    const qint64 width = types.at(types.typeOf(outermost)).width;
+    if (reference.isHierarchical()) {
+        addSegment(Segment::Kind::Elsewhere, qint64(m_definition->connectedElsewhere.size()), width,
+                   connection);
+        m_definition->connectedElsewhere.push_back(reference);
+        return;
+    }
+    const Variable *variable = variableOf(reference);
+    const BitRange range = variable ? m_layout.locate(*variable, reference, m_indexes) : BitRange();
+    if (range.width == width && range.low + width <= range.end)
+        addSegment(Segment::Kind::Own, range.low, width, connection);
+    else
+        addSegment(Segment::Kind::Driven, 0, width, connection);
+}
+
+void MarkReader::addSegment(Segment::Kind kind, qint64 bit, qint64 width, Connection *connection)
+{
+    connection->segments.push_back({kind, bit, width});
+    connection->width += width;
+}
+
+/// A port of both directions that the instance drives from within is a driver here.
+void MarkReader::markDrivenWithin(const Connection &connection)
+{
+    const InstanceItem &instance = m_definition->instances[std::size_t(connection.item)];
+    const Definition &inner = *instance.definition;
+    const Variable &port = inner.variables[std::size_t(connection.port)];
+    const qint64 portWidth = m_layout.widthOf(port);
+    qint64 offset = 0;
+    for (const Segment &segment : connection.segments) {
+        for (qint64 i = 0; i < segment.width && segment.kind == Segment::Kind::Own; ++i) {
+            const std::size_t innerBit = std::size_t(port.bit + (offset + i) % portWidth);
+            if (innerBit < inner.marks.size() && (inner.marks[innerBit] & MarkOut))
+                m_definition->marks[std::size_t(segment.bit + i)] |= MarkOut;
+        }
+        offset += segment.width;
+    }
+}
+
+/// True for what a port of any direction can be connected to: variables, parts of them at constant
+/// places, concatenations of these.
+bool MarkReader::isConnectable(const Occurrence &expression) const
+{
+    std::vector<pugi::xml_node> pending{expression.node};
+    while (!pending.empty()) {
+        pugi::xml_node part = pending.back();
+        pending.pop_back();
+        if (is(part, "concat")) {
+            pending.push_back(part.first_child());
+            pending.push_back(part.last_child());
+            continue;
+        }
+        if (is(part, "extend"))
+            part = part.first_child();
+        while (is(part, "sel") || is(part, "arraysel") || is(part, "structsel")) {
+            if (!is(part, "structsel") && !is(part.first_child().next_sibling(), "const"))
+                return false;
+            part = part.first_child();
+        }
+        if (is(part, "concat"))
+            pending.push_back(part);
+        else if (!is(part, "varref") && !is(part, "varxref"))
+            return false;
+    }
+    return true;
+}
+
+/// The net of this definition that a plain reference names; null for locals, constants and
+/// variables of packages.
+Variable *MarkReader::variableOf(const Reference &reference) const
+{
+    const std::string_view name = attribute(reference.node, "name");
+    const Symbol symbol = m_definition->find(reference.scope, name);
+    if (symbol.kind != Symbol::Kind::Variable)
+        return nullptr;
+    Variable *variable = &m_definition->variables[std::size_t(symbol.index)];
+    if (!variable->isNet)
+        return nullptr;
+    if (m_design->isPackageVariable(name) && m_design->sources()
+                                                 .textBefore(attribute(reference.node, "loc"), 1)
+                                                 .trimmed()
+                                                 .endsWith("::"))
+        return nullptr;
+    return variable;
+}
+
+} // namespace NETWEIR::Internal

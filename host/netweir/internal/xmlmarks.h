@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "xmldesign.h"
+#include "xmllayout.h"
+
+namespace NETWEIR::Internal {
+
+/// Finds what drives the nets of a definition from within, once for all its instances: assignments,
+/// outputs of routines and instances, pins of stubs. What needs an instance to be known is left in
+/// the definition: writes to other nodes and connections of ports.
+class MarkReader
+{
+public:
+    MarkReader(ElaboratedDesign *design, const Layout &layout, Definition *definition);
+
+    /// The definitions of all instances have to be marked before.
+    void read();
+
+private:
+    void markWrites(const Occurrence &target);
+    void markWrite(const Reference &reference);
+    void markVariable(const Variable &variable, Mark mark);
+    void markSupplies();
+    void readPins(int item);
+    void readPin(int item, const pugi::xml_node &pin);
+    void connect(int item, int port, const pugi::xml_node &expression);
+    void addSegments(const pugi::xml_node &expression, int scope, Connection *connection);
+    void addSegment(const Reference &reference, Connection *connection);
+    void addSegment(Segment::Kind kind, qint64 bit, qint64 width, Connection *connection);
+    void markDrivenWithin(const Connection &connection);
+    bool isConnectable(const Occurrence &expression) const;
+    Variable *variableOf(const Reference &reference) const;
+
+    ElaboratedDesign *m_design;
+    const Layout &m_layout;
+    Definition *m_definition;
+    IndexEvaluator m_indexes;
+};
+
+} // namespace NETWEIR::Internal

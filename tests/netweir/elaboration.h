@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <netweir/internal/netlistreader.h>
+#include <netweir/rtlnetlist.h>
+
+#include <support/files.h>
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace TarnTest {
+
+/// A design run through the elaborator as the host runs it. The XML and the source live as long as
+/// the object.
+class Elaboration
+{
+public:
+    explicit Elaboration(const QByteArray &source, const QString &top = QStringLiteral("top"))
+    {
+        const QString file = m_folder.filePath(QStringLiteral("design.sv"));
+        writeFile(file, source);
+        QProcess process;
+        process.setWorkingDirectory(m_folder.path());
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(QStringLiteral("verilator_bin"),
+                      {"--xml-only",    "-O0",        "--no-timing",
+                       "-Wno-fatal",    "-Wno-lint",  "-Wno-style",
+                       "-Wno-context",  "--bbox-sys", "--bbox-unsup",
+                       "--error-limit", "100000",     "--unroll-count",
+                       "100000",        "--Mdir",     "out",
+                       "--top-module",  top,          "--default-language",
+                       "1800-2017",     file});
+        const bool ended = process.waitForFinished(60000);
+        m_log = process.readAll();
+        m_ok = ended && process.exitCode() == 0;
+        m_xml = m_folder.filePath(QStringLiteral("out/V%1.xml").arg(top));
+    }
+
+    bool isOk() const { return m_ok; }
+    QByteArray log() const { return m_log; }
+    QString xmlPath() const { return m_xml; }
+
+    std::unique_ptr<NETWEIR::RtlNetlist> read(const NETWEIR::Internal::ReadOptions &options,
+                                              QString *error) const
+    {
+        return NETWEIR::Internal::readElaboratedXml(m_xml, options, error);
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QByteArray m_log;
+    QString m_xml;
+    bool m_ok = false;
+};
+
+} // namespace TarnTest
