@@ -41,7 +41,7 @@ struct ViewManager::Private
     QPointer<QWidget> dialogParent;
     QList<ViewContainer *> containers; ///< Of open views, in order of showing.
     QHash<const QObject *, QList<Context>> contexts;
-    QPointer<IView> announced;
+    QPointer<QObject> announced; ///< Only compared: it may be half destroyed.
     bool announcedNone = true;
     int holds = 0; ///< While positive, viewActiveted waits, so that all receivers see one order.
 

@@ -90,6 +90,7 @@ void ViewContainer::finish()
 
 void ViewContainer::onViewDestroyed()
 {
+    m_view.clear(); // The pointer itself notices only later.
     if (m_closed)
         return;
     m_closed = true;
