@@ -1,0 +1,237 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "workbench.h"
+
+#include "commandline.h"
+#include "mainwindow.h"
+#include "messagelog.h"
+#include "session.h"
+#include "tarnopener.h"
+
+#include <core/viewmanager.h>
+#include <extsys/pluginmanager.h>
+#include <te/designmanager.h>
+#include <te/taskengine.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMessageBox>
+#include <QTranslator>
+
+#include <cstdio>
+#include <optional>
+
+namespace Workbench {
+
+namespace {
+
+enum ExitCode {
+    Success = 0,
+    Failure = 1,
+    WrongUsage = 2,
+};
+
+class Application
+{
+    Q_DECLARE_TR_FUNCTIONS(Workbench::Application)
+
+public:
+    explicit Application(const CommandLine &commandLine)
+        : m_commandLine(commandLine)
+    {
+    }
+
+    int run();
+
+private:
+    int readDesign();
+    bool loadPlugins(ExtSys::PluginManager *plugins, QString *error);
+    int runSession(MainWindow *window, MessageLog *log);
+    QString sessionFile() const;
+    bool isSession() const { return !m_commandLine.sessionFolder.isEmpty(); }
+
+    CommandLine m_commandLine;
+    std::optional<TE::Project> m_project;
+};
+
+void printError(const QString &text)
+{
+    std::fprintf(stderr, "tarn-workbench: %s\n", qPrintable(text));
+}
+
+bool isShown()
+{
+    const QString platform = QGuiApplication::platformName();
+    return platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
+}
+
+int Application::run()
+{
+    if (const int code = readDesign())
+        return code;
+    if (!isSession() && !isShown()) {
+        printError(tr("There is no display. See --session in the text of --help."));
+        return Failure;
+    }
+
+    MessageLog log;
+    ExtSys::PluginManager plugins(
+        {{QStringLiteral("TARN.TarnInserterPlugin/1.0"), QStringLiteral("TarnInserterPlugin")}});
+    MainWindow window(&log);
+    QString error;
+    if (loadPlugins(&plugins, &error))
+        window.setTarnOpener(openTarnFile);
+    if (m_project)
+        window.showProject(*m_project);
+
+    int code = Success;
+    if (isSession() && !error.isEmpty()) {
+        printError(error);
+        code = Failure;
+    } else if (isSession()) {
+        code = runSession(&window, &log);
+    } else {
+        window.show();
+        if (!error.isEmpty())
+            QMessageBox::critical(&window, tr("Error"), error);
+        for (const QString &path : qAsConst(m_commandLine.tarnFiles))
+            window.openTarnFile(path);
+        code = QApplication::exec();
+    }
+    // Closed views are deleted while the plug-in that made them is still up.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    plugins.shutDown();
+    return code;
+}
+
+int Application::readDesign()
+{
+    TE::Project project;
+    QString error;
+    const QStringList &arguments = m_commandLine.designArguments;
+    if (!m_commandLine.projectFile.isEmpty()) {
+        if (!TE::readProject(m_commandLine.projectFile, &project, &error)) {
+            printError(error);
+            return Failure;
+        }
+        m_project = project;
+    } else if (!arguments.isEmpty()) {
+        if (!TE::projectFromArguments(arguments, QDir::currentPath(), &project, &error)) {
+            printError(error);
+            return WrongUsage;
+        }
+        m_project = project;
+    }
+    return Success;
+}
+
+bool Application::loadPlugins(ExtSys::PluginManager *plugins, QString *error)
+{
+    const QString own =
+        QCoreApplication::applicationDirPath() + QLatin1String("/" TARN_PLUGIN_FOLDER);
+    const QString folder =
+        QDir::cleanPath(m_commandLine.pluginFolder.isEmpty() ? own : m_commandLine.pluginFolder);
+    QStringList errors;
+    plugins->loadFolder(folder, &errors);
+    plugins->initialize(&errors);
+    if (errors.isEmpty() && plugins->plugins().isEmpty())
+        errors.append(tr("There is no plug-in in %1.").arg(QDir::toNativeSeparators(folder)));
+    *error = errors.join(QLatin1Char('\n'));
+    return !plugins->plugins().isEmpty();
+}
+
+int Application::runSession(MainWindow *window, MessageLog *log)
+{
+    const QString tarnFile = sessionFile();
+    if (tarnFile.isEmpty()) {
+        printError(tr("A session needs a .tarn file, named or in the project."));
+        return WrongUsage;
+    }
+    Session session(window, log, m_commandLine.sessionFolder);
+    const bool done = session.run(tarnFile);
+    for (const QString &line : session.report())
+        std::printf("%s\n", qPrintable(line));
+    for (const QString &reason : session.failures())
+        printError(reason);
+    return done ? Success : Failure;
+}
+
+QString Application::sessionFile() const
+{
+    if (!m_commandLine.tarnFiles.isEmpty())
+        return m_commandLine.tarnFiles.first();
+    if (m_project) {
+        for (const TE::ProjectSource &source : m_project->sources) {
+            if (source.type == TE::TarnFile)
+                return source.path;
+        }
+    }
+    return {};
+}
+
+/// Without a display a session runs off-screen, and other runs end with a message of their own.
+void choosePlatform()
+{
+    for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+        if (!qEnvironmentVariableIsEmpty(variable))
+            return;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+QStringList toStrings(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return arguments;
+}
+
+int refuseUsage(const QString &error)
+{
+    printError(error);
+    std::fputs(qPrintable(QCoreApplication::translate("Workbench::Application",
+                                                      "See tarn-workbench --help.\n")),
+               stderr);
+    return WrongUsage;
+}
+
+} // namespace
+
+int run(int argc, char *argv[])
+{
+    // Read first before there is a QApplication: that needs a display, which --help does not, and
+    // takes --session for an option of its own.
+    CommandLine options;
+    QString error;
+    if (!options.parse(toStrings(argc, argv), &error))
+        return refuseUsage(error);
+    if (options.showHelp || options.showVersion) {
+        std::fputs(options.showHelp ? qPrintable(CommandLine::help())
+                                    : "tarn-workbench " TARN_VERSION "\n",
+                   stdout);
+        return Success;
+    }
+    choosePlatform();
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("tarn-workbench"));
+    QApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
+    QTranslator translator;
+    if (translator.load(QLocale(), QStringLiteral("tarninserter"), QStringLiteral("_"),
+                        QCoreApplication::applicationDirPath() +
+                            QLatin1String("/" TARN_TRANSLATION_FOLDER)))
+        QCoreApplication::installTranslator(&translator);
+
+    CommandLine commandLine;
+    if (!commandLine.parse(QCoreApplication::arguments().mid(1), &error) ||
+        !commandLine.check(&error))
+        return refuseUsage(error);
+    commandLine.sessionFolder = options.sessionFolder;
+    return Application(commandLine).run();
+}
+
+} // namespace Workbench
