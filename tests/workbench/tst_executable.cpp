@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "workbenchrun.h"
+
+#include <support/files.h>
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+using TarnTest::Run;
+using TarnTest::runWorkbench;
+using TarnTest::writeFile;
+
+class TestExecutable : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void informsWithoutDisplay();
+    void wrongUsageIsExitCode2_data();
+    void wrongUsageIsExitCode2();
+    void failureIsExitCode1_data();
+    void failureIsExitCode1();
+
+private:
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+    QString expanded(QString text) const { return text.replace('~', m_dir.path()); }
+
+    QTemporaryDir m_dir;
+};
+
+void TestExecutable::initTestCase()
+{
+    writeFile(path("tiny.v"), "module tiny; endmodule\n");
+    writeFile(path("tiny.json"), R"({"version": 1, "sources": [{"file": "one.tarn"}]})");
+    writeFile(path("odd.json"), R"({"version": 1, "colour": "red"})");
+    QVERIFY(QDir().mkpath(path("noplugins")));
+}
+
+void TestExecutable::informsWithoutDisplay()
+{
+    const Run help = runWorkbench({"--help"}, QStringLiteral("xcb"));
+    QCOMPARE(help.exitCode, 0);
+    QVERIFY(help.output.startsWith(QLatin1String("Usage: tarn-workbench ")));
+    const Run version = runWorkbench({"x.json", "--version"}, QStringLiteral("xcb"));
+    QCOMPARE(version.exitCode, 0);
+    QCOMPARE(version.output, QStringLiteral("tarn-workbench 1.0.0\n"));
+}
+
+void TestExecutable::wrongUsageIsExitCode2_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("no folder") << QStringList("--session") << "--session needs a folder";
+    QTest::newRow("two projects") << QStringList({"a.json", "b.json"})
+                                  << "only one project file can be opened";
+    QTest::newRow("project and source")
+        << QStringList({"a.json", "b.v"})
+        << "a project file and arguments of a design exclude each other";
+    QTest::newRow("unknown argument") << QStringList("--lint") << "unknown argument --lint";
+    QTest::newRow("unknown source") << QStringList("/none.v") << "cannot read the file /none.v";
+    QTest::newRow("session without configuration")
+        << QStringList({"--session", "~/shots", "~/tiny.v"})
+        << "A session needs a .tarn file, named or in the project.";
+}
+
+void TestExecutable::wrongUsageIsExitCode2()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, reason);
+    const Run result = runWorkbench(arguments.replaceInStrings("~", m_dir.path()));
+    QCOMPARE(result.errors, reason + '\n');
+    QCOMPARE(result.exitCode, 2);
+    QCOMPARE(result.output, QString());
+}
+
+void TestExecutable::failureIsExitCode1_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("no display") << QStringList()
+                                << "There is no display. See --session in the text of --help.";
+    QTest::newRow("no project") << QStringList("~/no.json")
+                                << "Cannot open the project ~/no.json: No such file or directory";
+    QTest::newRow("bad project") << QStringList("~/odd.json")
+                                 << "~/odd.json: colour: unknown key, known are: version, name, "
+                                    "top, sources, options, libraryFiles, macros, device";
+    QTest::newRow("no plug-in") << QStringList({"--plugins", "~/noplugins", "--session", "~/s",
+                                                "~/tiny.json"})
+                                << "There is no plug-in in ~/noplugins.";
+}
+
+void TestExecutable::failureIsExitCode1()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, reason);
+    const Run result = runWorkbench(arguments.replaceInStrings("~", m_dir.path()));
+    QCOMPARE(result.errors, expanded(reason) + '\n');
+    QCOMPARE(result.exitCode, 1);
+}
+
+TARN_TEST_MAIN(TestExecutable)
+#include "tst_executable.moc"

@@ -1,0 +1,512 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <workbench/mainwindow.h>
+
+#include "../te/eventlog.h"
+
+#include <core/actionmanager.h>
+#include <core/coreconstants.h>
+#include <core/ifilewizardfactory.h>
+#include <core/iview.h>
+#include <core/projectmanager.h>
+#include <core/viewmanager.h>
+#include <extsys/objectpool.h>
+#include <support/files.h>
+#include <support/modalscript.h>
+#include <support/modeltext.h>
+#include <support/testcase.h>
+#include <te/designmanager.h>
+#include <te/taskengine.h>
+#include <workbench/messagelog.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <memory>
+
+using TarnTest::ModalScript;
+using TarnTest::readFile;
+using TarnTest::writeFile;
+using Workbench::MainWindow;
+
+namespace {
+
+/// A view that closes only when it is told to.
+class StubbornView : public Core::IView
+{
+public:
+    explicit StubbornView(const QString &title) { setWindowTitle(title); }
+    bool agrees = false;
+    int asked = 0;
+
+protected:
+    void closeEvent(QCloseEvent *event) override
+    {
+        ++asked;
+        event->setAccepted(agrees);
+    }
+};
+
+class Wizard : public Core::IFileWizardFactory
+{
+public:
+    Wizard(const QString &name, QStringList *runs)
+        : m_name(name)
+        , m_runs(runs)
+    {
+    }
+    QString id() const override { return m_name; }
+    QString displayName() const override { return m_name; }
+    QString description() const override { return QStringLiteral("About ") + m_name; }
+    void runWizard(QWidget *, const QString &path) override { m_runs->append(m_name + ' ' + path); }
+
+private:
+    QString m_name;
+    QStringList *m_runs;
+};
+
+QAction *actionIn(const QMenu *menu, const QString &text)
+{
+    for (QAction *action : menu->actions()) {
+        if (action->text().remove('&') == text)
+            return action;
+        if (action->menu()) {
+            if (QAction *found = actionIn(action->menu(), text))
+                return found;
+        }
+    }
+    return nullptr;
+}
+
+QStringList entriesOf(const QMenu *menu)
+{
+    QStringList entries;
+    for (const QAction *action : menu->actions()) {
+        if (action->isSeparator())
+            entries.append(QStringLiteral("--"));
+        else
+            entries.append((action->isEnabled() ? "" : "-") + action->text().remove('&'));
+    }
+    return entries;
+}
+
+void pressOk(QDialog *dialog)
+{
+    dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+}
+
+} // namespace
+
+class TestMainWindow : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void menusOfAnEmptyWindow();
+    void saveIsTheSharedCommand();
+    void dockShowsTheProject();
+    void projectThatCannotBeReadLeavesTheOpenOne();
+    void projectMenuRaisesEvents();
+    void checkBoxAndTopLineRaiseEvents();
+    void optionsRaiseEventsForWhatChanged();
+    void wrongMacroIsRefused();
+    void addFilesAsksForFiles();
+    void pluginsSeeTheOpenProject();
+    void activatingAConfigurationOpensIt();
+    void withoutPluginOpeningIsRefused();
+    void openTellsProjectsFromConfigurations();
+    void galleryOffersWizards();
+    void galleryWithoutWizardsSaysSo();
+    void closingAsksEveryViewAndCancelKeepsItOpen();
+    void openingAProjectClosesTheViewsOfTheFormer();
+    void closeActsOnTheActiveView();
+
+private:
+    QMenu *menu(int index) const { return m_window->menuBar()->actions().at(index)->menu(); }
+    void trigger(const QString &text) const
+    {
+        for (int i = 0; i < m_window->menuBar()->actions().size(); ++i) {
+            if (QAction *action = actionIn(menu(i), text)) {
+                QVERIFY2(action->isEnabled(), qPrintable(text));
+                action->trigger();
+                return;
+            }
+        }
+        QFAIL(qPrintable(text + QStringLiteral(" is in no menu")));
+    }
+    QTreeWidget *files() const { return m_window->findChild<QTreeWidget *>("files"); }
+    void select(const QStringList &names)
+    {
+        files()->clearSelection();
+        for (const QString &name : names)
+            files()->findItems(name, Qt::MatchExactly).first()->setSelected(true);
+    }
+    QString path(const QString &name) const { return m_dir->filePath(name); }
+    QStringList events()
+    {
+        return m_events->take().replaceInStrings(m_dir->path() + '/', QString());
+    }
+    TE::DesignManager *design() const { return TE::TaskEngine::instance()->designManager(); }
+    void openSample();
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<Workbench::MessageLog> m_log;
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<ModalScript> m_script;
+    std::unique_ptr<TarnTest::EventLog> m_events;
+};
+
+void TestMainWindow::init()
+{
+    TestCase::init();
+    m_dir = std::make_unique<QTemporaryDir>();
+    m_log = std::make_unique<Workbench::MessageLog>();
+    m_window = std::make_unique<MainWindow>(m_log.get());
+    m_script = std::make_unique<ModalScript>();
+    m_events = std::make_unique<TarnTest::EventLog>();
+    writeFile(path("demo.json"), R"({"version": 1, "top": "main", "sources": [
+        {"file": "a.v"}, {"file": "sub/b.sv", "enabled": false}, {"file": "x.tarn"}],
+        "options": {"IncludePath": ["inc"]}, "device": {"family": "KX", "name": "KX70"}})");
+    writeFile(path("a.v"), "\n");
+    writeFile(path("other.json"), R"({"version": 1})");
+}
+
+void TestMainWindow::cleanup()
+{
+    const QString problems = m_script->problems();
+    m_script.reset();
+    m_events.reset();
+    m_window.reset();
+    m_log.reset();
+    m_dir.reset();
+    QCOMPARE(problems, QString());
+    TestCase::cleanup();
+}
+
+void TestMainWindow::openSample()
+{
+    m_window->show();
+    QVERIFY(m_window->openProject(path("demo.json")));
+    QTRY_COMPARE(files()->topLevelItemCount(), 3);
+}
+
+void TestMainWindow::menusOfAnEmptyWindow()
+{
+    QCOMPARE(entriesOf(menu(0)),
+             QStringList({"New...", "Open...", "--", "-Save", "-Close", "--", "Quit"}));
+    QCOMPARE(entriesOf(menu(1)),
+             QStringList({"Open Project...", "-Save Project As...", "-Close Project", "--",
+                          "-Add Files...", "-Selected Files", "--", "-Set Top Module...",
+                          "-Options..."}));
+    QCOMPARE(entriesOf(menu(2)), QStringList({"Project", "Messages"}));
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("TARN Workbench"));
+    QCOMPARE(Core::ViewManager::dialogParent(), m_window.get());
+    openSample();
+    QCOMPARE(
+        entriesOf(menu(1)),
+        QStringList({"Open Project...", "Save Project As...", "Close Project", "--", "Add Files...",
+                     "-Selected Files", "--", "Set Top Module...", "Options..."}));
+}
+
+void TestMainWindow::saveIsTheSharedCommand()
+{
+    QAction *save = menu(0)->actions().at(3);
+    QCOMPARE(save, Core::ActionManager::command(Core::Constants::A_FILE_SAVE));
+    QCOMPARE(save->shortcut(), QKeySequence(Qt::CTRL + Qt::Key_S));
+}
+
+void TestMainWindow::dockShowsTheProject()
+{
+    openSample();
+    QCOMPARE(TarnTest::modelText(files()->model()),
+             QStringLiteral("a.v | Verilog\nsub/b.sv | SystemVerilog\nx.tarn | TARN\n"));
+    QCOMPARE(files()->topLevelItem(0)->checkState(0), Qt::Checked);
+    QCOMPARE(files()->topLevelItem(1)->checkState(0), Qt::Unchecked);
+    QCOMPARE(files()->topLevelItem(0)->toolTip(0), path("a.v"));
+    QCOMPARE(m_window->findChild<QLineEdit *>("topModule")->text(), QStringLiteral("main"));
+    QCOMPARE(m_window->findChild<QLabel *>("options")->text(),
+             QStringLiteral("Verilog standard: 1364-2005\nSynthesis tool: OstraSynthesis\n"
+                            "Include paths: inc\nDevice: KX70"));
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("demo[*] - TARN Workbench"));
+    trigger("Close Project");
+    QTRY_COMPARE(files()->topLevelItemCount(), 0);
+    QVERIFY(!design()->hasProject());
+}
+
+void TestMainWindow::projectThatCannotBeReadLeavesTheOpenOne()
+{
+    openSample();
+    ModalScript::Box box;
+    box.icon = QMessageBox::Critical;
+    box.title = QStringLiteral("Error");
+    box.text = QStringLiteral("Cannot open the project %1: No such file or directory")
+                   .arg(path("none.json"));
+    m_script->expectBox(box);
+    QVERIFY(!m_window->openProject(path("none.json")));
+    QCOMPARE(design()->project().name, QStringLiteral("demo"));
+}
+
+void TestMainWindow::projectMenuRaisesEvents()
+{
+    openSample();
+    select({"a.v", "sub/b.sv"});
+    trigger("Disable");
+    QCOMPARE(events(), QStringList("TE.File.Change.Enable file=a.v type=2 enable=false"));
+    trigger("Enable");
+    QCOMPARE(events(), QStringList({"TE.File.Change.Enable file=a.v type=2 enable=true",
+                                    "TE.File.Change.Enable file=sub/b.sv type=3 enable=true"}));
+    QTRY_COMPARE(files()->topLevelItem(1)->checkState(0), Qt::Checked);
+    QCOMPARE(files()->selectedItems().size(), 2);
+
+    select({"a.v"});
+    trigger("SystemVerilog");
+    QCOMPARE(events(), QStringList("TE.File.Change.Type file=a.v type=3 previous=2"));
+    trigger("Remove from Project");
+    QCOMPARE(events(), QStringList("TE.File.Remove file=a.v type=3"));
+    QTRY_COMPARE(files()->topLevelItemCount(), 2);
+    QVERIFY(!actionIn(menu(1), "Selected Files")->isEnabled());
+
+    m_script->expectDialog("QInputDialog", "Top Module", [](QDialog *dialog) {
+        dialog->findChild<QLineEdit *>()->setText(" core ");
+        dialog->accept();
+    });
+    trigger("Set Top Module...");
+    QCOMPARE(events(), QStringList("TE.Option.Change option=TopModule"));
+    QCOMPARE(design()->getOptionValue("TopModule"), QVariant("core"));
+    QTRY_VERIFY(readFile(path("demo.json")).contains("\"core\""));
+}
+
+void TestMainWindow::checkBoxAndTopLineRaiseEvents()
+{
+    openSample();
+    files()->topLevelItem(1)->setCheckState(0, Qt::Checked);
+    QCOMPARE(events(), QStringList("TE.File.Change.Enable file=sub/b.sv type=3 enable=true"));
+    auto *top = m_window->findChild<QLineEdit *>("topModule");
+    top->setText("chip");
+    QTest::keyClick(top, Qt::Key_Return);
+    QCOMPARE(events(), QStringList("TE.Option.Change option=TopModule"));
+    QCOMPARE(design()->getOptionValue("TopModule"), QVariant("chip"));
+}
+
+void TestMainWindow::optionsRaiseEventsForWhatChanged()
+{
+    openSample();
+    m_script->expectDialog("QDialog", "Project Options", pressOk);
+    trigger("Options...");
+    QCOMPARE(events(), QStringList());
+
+    m_script->expectDialog("QDialog", "Project Options", [](QDialog *dialog) {
+        dialog->findChild<QComboBox *>("standard")->setCurrentText("1800-2017");
+        dialog->findChild<QComboBox *>("tool")->setCurrentText("Synplify");
+        dialog->findChild<QSpinBox *>("timeout")->setValue(7);
+        dialog->findChild<QPlainTextEdit *>("includePaths")->setPlainText("inc\n\n more dirs \n");
+        dialog->findChild<QPlainTextEdit *>("macros")->setPlainText("A\nB=1");
+        dialog->findChild<QPlainTextEdit *>("libraryFiles")->setPlainText("lib.v");
+        dialog->findChild<QLineEdit *>("device")->setText("KX100");
+        pressOk(dialog);
+    });
+    trigger("Options...");
+    QCOMPARE(events(), QStringList({"TE.Option.Change option=Macros",
+                                    "TE.Option.Change option=Verilog_Standard",
+                                    "TE.Option.Change option=Synthesize_tool",
+                                    "TE.Option.Change option=Extraction_Timeout",
+                                    "TE.Option.Change option=IncludePath", "TE.File.Add file=lib.v",
+                                    "TE.Device.Change"}));
+    const TE::Project &project = design()->project();
+    QCOMPARE(design()->getOptionValue("IncludePath").toStringList(),
+             QStringList({"inc", "more dirs"}));
+    QCOMPARE(project.macros, QStringList({"A", "B=1"}));
+    QCOMPARE(project.libraryFiles, QStringList(path("lib.v")));
+    QCOMPARE(project.device.deviceName, QStringLiteral("KX100"));
+    QCOMPARE(project.device.family, QStringLiteral("KX"));
+}
+
+void TestMainWindow::wrongMacroIsRefused()
+{
+    openSample();
+    m_script->expectDialog("QDialog", "Project Options", [](QDialog *dialog) {
+        dialog->findChild<QPlainTextEdit *>("macros")->setPlainText("1A");
+        dialog->findChild<QSpinBox *>("timeout")->setValue(7);
+        pressOk(dialog);
+        auto *problem = dialog->findChild<QLabel *>("problem");
+        QVERIFY(dialog->isVisible());
+        QVERIFY(problem->isVisible());
+        QCOMPARE(problem->text(), QStringLiteral("A macro is written NAME or NAME=VALUE."));
+        dialog->reject();
+    });
+    trigger("Options...");
+    QCOMPARE(events(), QStringList());
+}
+
+void TestMainWindow::addFilesAsksForFiles()
+{
+    openSample();
+    writeFile(path("new.sv"), "\n");
+    m_script->expectDialog("QFileDialog", "Add Files", [this](QDialog *dialog) {
+        dialog->findChild<QLineEdit *>("fileNameEdit")
+            ->setText(QStringLiteral("\"%1\" \"%2\"").arg(path("a.v"), path("new.sv")));
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    trigger("Add Files...");
+    QCOMPARE(events(), QStringList("TE.File.Add file=new.sv"));
+    QTRY_COMPARE(files()->topLevelItemCount(), 4);
+}
+
+void TestMainWindow::pluginsSeeTheOpenProject()
+{
+    QVERIFY(!Core::ProjectManager::currentProject());
+    openSample();
+    QVERIFY(Core::ProjectManager::currentProject());
+    Core::ProjectManager::currentProject()->addFile(path("y.tarn"));
+    QCOMPARE(events(), QStringList("TE.File.Add file=y.tarn"));
+    trigger("Close Project");
+    QVERIFY(!Core::ProjectManager::currentProject());
+    openSample();
+    m_window.reset();
+    QVERIFY(!Core::ProjectManager::currentProject());
+    QVERIFY(!design()->hasProject());
+}
+
+void TestMainWindow::activatingAConfigurationOpensIt()
+{
+    QStringList opened;
+    m_window->setTarnOpener([&](const QString &file, const DEV::DeviceArg &device) {
+        opened.append(file + ' ' + device.deviceName);
+    });
+    openSample();
+    for (int i = 0; i < 3; ++i)
+        Q_EMIT files()->itemActivated(files()->topLevelItem(i), 0);
+    QCOMPARE(opened, QStringList(path("x.tarn") + " KX70"));
+}
+
+void TestMainWindow::withoutPluginOpeningIsRefused()
+{
+    ModalScript::Box box;
+    box.icon = QMessageBox::Critical;
+    box.title = QStringLiteral("Error");
+    box.text = QStringLiteral("Cannot open /x.tarn: the TARN Inserter plug-in is not loaded.");
+    m_script->expectBox(box);
+    m_window->openTarnFile("/x.tarn");
+}
+
+void TestMainWindow::openTellsProjectsFromConfigurations()
+{
+    QStringList opened;
+    m_window->setTarnOpener(
+        [&](const QString &file, const DEV::DeviceArg &) { opened.append(file); });
+    writeFile(path("x.tarn"), "\n");
+    for (const char *name : {"demo.json", "x.tarn"}) {
+        m_script->expectDialog("QFileDialog", "Open", [this, name](QDialog *dialog) {
+            dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path(name));
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        trigger("Open...");
+    }
+    QCOMPARE(design()->project().name, QStringLiteral("demo"));
+    QCOMPARE(opened, QStringList(path("x.tarn")));
+}
+
+void TestMainWindow::galleryOffersWizards()
+{
+    openSample();
+    QStringList runs;
+    QObject plugin;
+    ExtSys::ObjectPool::add(new Wizard("First", &runs), &plugin);
+    ExtSys::ObjectPool::add(new Wizard("Second", &runs), &plugin);
+    m_script->expectDialog("QDialog", "New File", [](QDialog *dialog) {
+        auto *list = dialog->findChild<QListWidget *>("wizards");
+        auto *description = dialog->findChild<QLabel *>("description");
+        QCOMPARE(TarnTest::modelText(list->model()), QStringLiteral("First\nSecond\n"));
+        QCOMPARE(description->text(), QStringLiteral("About First"));
+        list->setCurrentRow(1);
+        QCOMPARE(description->text(), QStringLiteral("About Second"));
+        pressOk(dialog);
+    });
+    trigger("New...");
+    QCOMPARE(runs, QStringList("Second " + m_dir->path()));
+    m_script->expectDialog("QDialog", "New File", [](QDialog *dialog) { dialog->reject(); });
+    trigger("New...");
+    QCOMPARE(runs.size(), 1);
+    ExtSys::ObjectPool::release(&plugin);
+}
+
+void TestMainWindow::galleryWithoutWizardsSaysSo()
+{
+    ModalScript::Box box;
+    box.icon = QMessageBox::Information;
+    box.title = QStringLiteral("New File");
+    box.text = QStringLiteral("No plug-in offers a kind of new file.");
+    m_script->expectBox(box);
+    trigger("New...");
+}
+
+void TestMainWindow::closingAsksEveryViewAndCancelKeepsItOpen()
+{
+    openSample();
+    QPointer<StubbornView> first(new StubbornView("first"));
+    QPointer<StubbornView> second(new StubbornView("second"));
+    Core::ViewManager::showView(first);
+    Core::ViewManager::showView(second);
+    first->agrees = true;
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    QCOMPARE(first->asked, 1);
+    QCOMPARE(second->asked, 1);
+    QCOMPARE(Core::ViewManager::views(), QList<Core::IView *>({second}));
+    QVERIFY(design()->hasProject());
+    second->agrees = true;
+    trigger("Quit");
+    QVERIFY(!m_window->isVisible());
+    QCOMPARE(Core::ViewManager::views(), QList<Core::IView *>());
+}
+
+void TestMainWindow::openingAProjectClosesTheViewsOfTheFormer()
+{
+    openSample();
+    auto *view = new StubbornView("view");
+    Core::ViewManager::showView(view);
+    QVERIFY(!m_window->openProject(path("other.json")));
+    QCOMPARE(design()->project().name, QStringLiteral("demo"));
+    view->agrees = true;
+    QVERIFY(m_window->openProject(path("other.json")));
+    QCOMPARE(design()->project().name, QStringLiteral("other"));
+    QCOMPARE(Core::ViewManager::views(), QList<Core::IView *>());
+}
+
+void TestMainWindow::closeActsOnTheActiveView()
+{
+    m_window->show();
+    QAction *close = actionIn(menu(0), "Close");
+    QVERIFY(!Core::ViewManager::viewArea()->isVisible());
+    auto *first = new StubbornView("first");
+    auto *second = new StubbornView("second");
+    first->agrees = second->agrees = true;
+    Core::ViewManager::showView(first);
+    Core::ViewManager::showView(second);
+    QVERIFY(Core::ViewManager::viewArea()->isVisible());
+    QVERIFY(close->isEnabled());
+    close->trigger();
+    QCOMPARE(Core::ViewManager::views(), QList<Core::IView *>({first}));
+    close->trigger();
+    QVERIFY(!close->isEnabled());
+    QVERIFY(!Core::ViewManager::viewArea()->isVisible());
+}
+
+TARN_TEST_MAIN(TestMainWindow)
+#include "tst_mainwindow.moc"

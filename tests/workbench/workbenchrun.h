@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+namespace TarnTest {
+
+/// What a run of the workbench left behind.
+struct Run
+{
+    int exitCode = -1; ///< -1: it crashed or did not end.
+    QString output;
+    QString errors; ///< Its own, without the remarks of the toolkit.
+};
+
+/// Runs the workbench at WORKBENCH without a display.
+inline Run runWorkbench(const QStringList &arguments,
+                        const QString &platform = QStringLiteral("offscreen"))
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(WORKBENCH), arguments);
+    Run run;
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
+        return run;
+    run.exitCode = process.exitCode();
+    run.output = QString::fromLocal8Bit(process.readAllStandardOutput());
+    const QStringList lines =
+        QString::fromLocal8Bit(process.readAllStandardError()).split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        if (line.startsWith(QLatin1String("tarn-workbench: ")))
+            run.errors += line.mid(16) + QLatin1Char('\n');
+    }
+    return run;
+}
+
+} // namespace TarnTest
