@@ -163,11 +163,8 @@ int Definition::portOfPin(std::string_view pinName) const
         int number = 0;
         pinName.remove_prefix(Positional.size());
         std::from_chars(pinName.data(), pinName.data() + pinName.size(), number);
-        for (std::size_t i = 0; i < variables.size(); ++i) {
-            if (number > 0 && variables[i].pinNumber == number)
-                return int(i);
-        }
-        return -1;
+        const bool exists = number > 0 && std::size_t(number) <= ports.size();
+        return exists ? ports[std::size_t(number) - 1] : -1;
     }
     const auto found = scopes[0].symbols.find(pinName);
     const bool isVariable =
@@ -205,12 +202,12 @@ void DefinitionReader::read()
             }
             node = node.parent();
             if (node == root) {
-                numberInterfacePorts();
+                numberPorts();
                 return;
             }
         }
     }
-    numberInterfacePorts();
+    numberPorts();
 }
 
 /// Takes note of @p node; true when its children are to be looked at too.
@@ -383,21 +380,27 @@ void DefinitionReader::addWrite(const pugi::xml_node &lvalue)
 }
 
 /// Interface ports carry no number of their own: they take the ones that the others leave free.
-void DefinitionReader::numberInterfacePorts()
+void DefinitionReader::numberPorts()
 {
-    std::vector<int> taken;
-    for (const Variable &variable : m_definition->variables) {
-        if (variable.pinNumber > 0)
-            taken.push_back(variable.pinNumber);
+    std::vector<int> &ports = m_definition->ports;
+    const int most = int(m_definition->variables.size());
+    const auto put = [&ports](int number, int variable) {
+        if (ports.size() < std::size_t(number))
+            ports.resize(std::size_t(number), -1);
+        ports[std::size_t(number) - 1] = variable;
+    };
+    for (int i = 0; i < most; ++i) {
+        const int number = m_definition->variables[std::size_t(i)].pinNumber;
+        if (number > 0 && number <= most)
+            put(number, i);
     }
-    std::sort(taken.begin(), taken.end());
     int next = 1;
-    for (Variable &variable : m_definition->variables) {
-        if (!variable.isInterfacePort)
+    for (int i = 0; i < most; ++i) {
+        if (!m_definition->variables[std::size_t(i)].isInterfacePort)
             continue;
-        while (std::binary_search(taken.begin(), taken.end(), next))
+        while (std::size_t(next) <= ports.size() && ports[std::size_t(next) - 1] >= 0)
             ++next;
-        variable.pinNumber = next++;
+        put(next, i);
     }
 }
 

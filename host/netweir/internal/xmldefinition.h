@@ -152,6 +152,7 @@ struct Definition
     std::vector<Occurrence> calls;
     std::vector<Occurrence> supplies;
     std::vector<pugi::xml_node> routines;
+    std::vector<int> ports; ///< Variables in the order of their pin numbers, negative for gaps.
     /// Of an interface: modport name to the names of its outputs.
     std::map<std::string_view, std::vector<std::string_view>> modportOutputs;
 
@@ -202,7 +203,7 @@ private:
     void addModport(const pugi::xml_node &node);
     void addAssignment(const pugi::xml_node &node);
     void addWrite(const pugi::xml_node &lvalue);
-    void numberInterfacePorts();
+    void numberPorts();
     bool isGenvar(const pugi::xml_node &node) const;
     const Level &level() const { return m_levels.back(); }
     NameScope &scope() { return m_definition->scopes[std::size_t(level().scope)]; }

@@ -31,7 +31,6 @@ std::vector<std::string> componentsOf(std::string_view dotted)
     return components;
 }
 
-/// Bits of several references at once: their places with what is written there.
 template <typename Visit>
 void forEachBit(const BitRange &range, Visit visit)
 {
@@ -186,18 +185,19 @@ void InstanceTree::bindPorts(int index)
     Instance &instance = m_instances[std::size_t(index)];
     const Definition &outer = *m_instances[std::size_t(instance.parent)].definition;
     const InstanceItem &item = outer.instances[std::size_t(instance.item)];
-    for (const InterfacePin &pin : outer.interfacePins) {
-        if (pin.item != instance.item)
-            continue;
-        std::vector<int> interfaces = interfacesOf(instance.parent, pin.expression);
+    auto pin = std::lower_bound(
+        outer.interfacePins.begin(), outer.interfacePins.end(), instance.item,
+        [](const InterfacePin &candidate, int wanted) { return candidate.item < wanted; });
+    for (; pin != outer.interfacePins.end() && pin->item == instance.item; ++pin) {
+        std::vector<int> interfaces = interfacesOf(instance.parent, pin->expression);
         const DataType &type =
-            m_design->types().at(instance.definition->variables[std::size_t(pin.port)].type);
+            m_design->types().at(instance.definition->variables[std::size_t(pin->port)].type);
         // Each of an array of instances has its own of an array of interfaces.
         const bool isShared =
             type.kind == DataType::Kind::UnpackedArray || qint64(interfaces.size()) != item.count();
         if (!isShared)
             interfaces = {interfaces[std::size_t(instance.position)]};
-        instance.bindings.push_back({pin.port, std::move(interfaces)});
+        instance.bindings.push_back({pin->port, std::move(interfaces)});
     }
 }
 
@@ -440,31 +440,33 @@ void InstanceTree::markConnection(int index, const Connection &connection, int c
     for (const Segment &segment : connection.segments) {
         const qint64 begin = std::max(first, offset);
         const qint64 end = std::min(first + portWidth, offset + segment.width);
+        const quint8 *source = begin < end ? marksOf(index, segment) : nullptr;
         for (qint64 bit = begin; bit < end; ++bit) {
-            if (isDriven(index, segment, bit - offset))
+            if (!source || (source[bit - offset] & MarkOut))
                 marks[bit - first] |= MarkOut;
         }
         offset += segment.width;
     }
 }
 
-bool InstanceTree::isDriven(int index, const Segment &segment, qint64 bit) const
+/// The marks of the bits of @p segment; null when all of them are driven.
+const quint8 *InstanceTree::marksOf(int index, const Segment &segment) const
 {
     if (segment.kind == Segment::Kind::Driven)
-        return true;
+        return nullptr;
     const Instance &instance = m_instances[std::size_t(index)];
     if (segment.kind == Segment::Kind::Own)
-        return m_marks[std::size_t(instance.firstMark + segment.bit + bit)] & MarkOut;
+        return m_marks.data() + instance.firstMark + segment.bit;
 
     const Reference &reference = instance.definition->connectedElsewhere[std::size_t(segment.bit)];
     const Target target = targetOf(index, reference);
     if (!target.variable)
-        return true;
+        return nullptr;
     const IndexEvaluator indexes(*instance.definition, m_design->types());
     const BitRange range = m_layout.locate(*target.variable, reference, indexes);
-    const qint64 firstMark = m_instances[std::size_t(target.instance)].firstMark;
-    return range.low + bit >= range.end ||
-           m_marks[std::size_t(firstMark + range.low + bit)] & MarkOut;
+    if (range.low + segment.width > range.end)
+        return nullptr;
+    return m_marks.data() + m_instances[std::size_t(target.instance)].firstMark + range.low;
 }
 
 void InstanceTree::markVariable(int instance, const Variable &variable)

@@ -79,7 +79,7 @@ private:
     void markModports(int instance);
     void markConnections(int instance, bool interfaces);
     void markConnection(int instance, const Connection &connection, int child);
-    bool isDriven(int instance, const Segment &segment, qint64 bit) const;
+    const quint8 *marksOf(int instance, const Segment &segment) const;
     void markVariable(int instance, const Variable &variable);
     QString localName(const Instance &instance) const;
 

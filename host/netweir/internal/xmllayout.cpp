@@ -180,6 +180,8 @@ void Layout::selectElement(const Variable &variable, const IndexRange &index, Pa
     part->width = storedWidth(variable, array.element, part->path);
     if (!index.isSingle()) {
         part->start = part->start + IndexRange{0, (count - 1) * part->width, part->width};
+    } else if (index.low < 0 || index.low >= count) {
+        part->width = 0;
     } else {
         const qint64 place = array.left > array.right ? index.low : count - 1 - index.low;
         part->start = part->start + IndexRange{place * part->width, place * part->width, 0};

@@ -25,7 +25,7 @@ struct BitRange
 };
 
 /// A design of more bits than that is refused.
-constexpr qint64 MostBits = qint64(1) << 28;
+constexpr qint64 MostBits = qint64(1) << 24;
 
 /// Where variables and their parts lie among the bits of a definition.
 ///

@@ -33,6 +33,16 @@ void readBasicType(const pugi::xml_node &node, DataType *type)
     type->right = node.attribute("right").as_int();
 }
 
+std::vector<int> partsOf(const DataType &type)
+{
+    std::vector<int> parts;
+    if (type.element >= 0)
+        parts.push_back(type.element);
+    for (const DataType::Member &member : type.members)
+        parts.push_back(member.type);
+    return parts;
+}
+
 } // namespace
 
 void TypeTable::read(const pugi::xml_node &typeTable)
@@ -66,7 +76,7 @@ void TypeTable::read(const pugi::xml_node &typeTable)
         index.second = resolved(index.second);
     std::vector<char> state(m_types.size());
     for (std::size_t i = 0; i < m_types.size(); ++i)
-        measure(int(i), &state, 0);
+        measure(int(i), &state);
 }
 
 int TypeTable::typeOf(const pugi::xml_node &node, const char *attributeName) const
@@ -116,48 +126,60 @@ int TypeTable::resolved(int type) const
     return at(type).kind == Kind::Alias ? 0 : type;
 }
 
-/// Sets width and holdsUnpackedArray. A type that contains itself, or is nested beyond all use, is
-/// cut off as opaque.
-void TypeTable::measure(int index, std::vector<char> *state, int depth)
+/// Sets width, depth and holdsUnpackedArray of the type and of all within. A type that contains
+/// itself, or is nested beyond all use, is cut off as opaque.
+void TypeTable::measure(int index, std::vector<char> *state)
 {
     enum State : char { New, Open, Done };
-    DataType &type = m_types[std::size_t(index)];
-    char &mark = (*state)[std::size_t(index)];
-    if (mark == Done)
-        return;
-    if (mark == Open || depth > DeepestType) {
-        type = DataType();
+    std::vector<int> path{index};
+    while (!path.empty()) {
+        const int current = path.back();
+        DataType &type = m_types[std::size_t(current)];
+        char &mark = (*state)[std::size_t(current)];
+        const std::size_t before = path.size();
+        if (mark == New) {
+            mark = Open;
+            for (const int part : partsOf(type)) {
+                if ((*state)[std::size_t(part)] == Open)
+                    type = DataType();
+                else if ((*state)[std::size_t(part)] == New)
+                    path.push_back(part);
+            }
+        }
+        if (path.size() != before)
+            continue;
+        if (mark == Open)
+            measureByParts(&type);
         mark = Done;
-        return;
+        path.pop_back();
     }
-    mark = Open;
+}
 
-    std::vector<int> parts;
-    if (type.element >= 0)
-        parts.push_back(type.element);
-    for (const DataType::Member &member : type.members)
-        parts.push_back(member.type);
+void TypeTable::measureByParts(DataType *type) const
+{
     qint64 sum = 0;
     qint64 widest = 1;
-    for (const int part : parts) {
-        measure(part, state, depth + 1);
+    for (const int part : partsOf(*type)) {
         sum += at(part).width;
         widest = std::max(widest, at(part).width);
-        type.holdsUnpackedArray |= at(part).holdsUnpackedArray;
+        type->depth = std::max(type->depth, at(part).depth + 1);
+        type->holdsUnpackedArray |= at(part).holdsUnpackedArray;
     }
-
-    const qint64 elements = type.elements();
-    if (type.kind == Kind::Vector)
-        type.width = elements;
-    else if (type.kind == Kind::PackedArray || type.kind == Kind::UnpackedArray)
-        type.width = elements > WidestType / widest ? WidestType : elements * widest;
-    else if (type.kind == Kind::Struct)
-        type.width = std::max<qint64>(sum, 1);
-    else if (type.kind == Kind::Union)
-        type.width = widest;
-    type.width = std::min(type.width, WidestType);
-    type.holdsUnpackedArray |= type.kind == Kind::UnpackedArray;
-    mark = Done;
+    if (type->depth > DeepestType) {
+        *type = DataType();
+        return;
+    }
+    const qint64 elements = type->elements();
+    if (type->kind == Kind::Vector)
+        type->width = elements;
+    else if (type->kind == Kind::PackedArray || type->kind == Kind::UnpackedArray)
+        type->width = elements > WidestType / widest ? WidestType : elements * widest;
+    else if (type->kind == Kind::Struct)
+        type->width = std::max<qint64>(sum, 1);
+    else if (type->kind == Kind::Union)
+        type->width = widest;
+    type->width = std::min(type->width, WidestType);
+    type->holdsUnpackedArray |= type->kind == Kind::UnpackedArray;
 }
 
 } // namespace NETWEIR::Internal

@@ -40,6 +40,7 @@ struct DataType
     std::vector<Member> members;
     std::string_view modport; ///< Of an interface port.
     qint64 width = 1;
+    int depth = 0; ///< Levels of types within.
 };
 
 /// The type table of the elaborated design. Aliases are resolved on reading.
@@ -59,7 +60,8 @@ public:
 private:
     void readType(const pugi::xml_node &node, DataType *type) const;
     int resolved(int type) const;
-    void measure(int type, std::vector<char> *state, int depth);
+    void measure(int type, std::vector<char> *state);
+    void measureByParts(DataType *type) const;
 
     std::vector<DataType> m_types;
     std::unordered_map<std::string_view, int> m_indexes;

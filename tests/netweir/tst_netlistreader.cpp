@@ -1,0 +1,292 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "elaboration.h"
+#include "netlisttext.h"
+
+#include <support/testcase.h>
+
+#include <QTest>
+
+#include <random>
+
+using namespace NETWEIR;
+
+/// How the reader of elaborated designs meets files that are not what they should be.
+class tst_NetlistReader : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void refusesWhatIsNoElaboratedDesign_data();
+    void refusesWhatIsNoElaboratedDesign();
+    void refusesAMissingFile();
+    void refusesEveryTruncation();
+    void deepNestingNeedsNoStack_data();
+    void deepNestingNeedsNoStack();
+    void longConcatenationsNeedNoStack();
+    void damagedFilesNeverCrash();
+
+private:
+    std::unique_ptr<RtlNetlist> read(const QByteArray &xml, QString *error);
+
+    QTemporaryDir m_folder;
+};
+
+namespace {
+
+/// A bit of everything that the reader looks at.
+const char VariedDesign[] = R"(
+package pk; typedef struct packed {logic v; logic [2:0] d;} s_t; task automatic t(output logic o);
+  o = 1; endtask endpackage
+interface bus_if(input c); logic v; logic [1:0] m[4]; modport m_o(output v, input c, output m); endinterface
+module leaf #(parameter W = 2)(input [W-1:0] i, output [W-1:0] o, inout io, bus_if.m_o p);
+  assign o = ~i; assign top.up = i[0]; always_ff @(posedge p.c) p.m[i[1:0]] <= 0; endmodule
+module top(input c, input [3:0] a, inout pad);
+  import pk::*;
+  wire up; wire [7:0] o; s_t [1:0] s; logic [3:0] mem[8]; logic q; integer k; supply0 g0; string t0;
+  union packed {logic [3:0] x; s_t y;} un; logic [7:0] bits; bus_if one(c); bus_if many[1:0](c);
+  leaf u0(a[1:0], o[1:0], pad, one); leaf #(4) u1(a, {o[7:6], o[3:2]}, pad, many[1]);
+  leaf arr[1:0](.i({a[3:1], up}), .o(), .io(pad), .p(many));
+  for (genvar i = 0; i < 2; i++) begin : g wire w; assign w = 1'b1; wire [1:0] v; end
+  always_ff @(posedge c) begin mem[a] <= 0; for (k = 0; k < 4; k = k + 1) bits[k * 2] <= c; end
+  always_comb t(q); assign s[1].d[0] = g[1].v[0]; assign g[0].v = a[1:0]; initial un.x = 3;
+endmodule)";
+
+QByteArray nested(const QByteArray &tag, int depth, const QByteArray &inner)
+{
+    QByteArray text;
+    for (int i = 0; i < depth; ++i)
+        text += '<' + tag + '>';
+    text += inner;
+    for (int i = 0; i < depth; ++i)
+        text += "</" + tag + '>';
+    return text;
+}
+
+QByteArray design(const QByteArray &members, const QByteArray &types = QByteArray())
+{
+    return "<verilator_xml><netlist><module name=\"top\" origName=\"top\" topModule=\"1\">"
+           "<var name=\"n\" origName=\"n\" dtype_id=\"1\" vartype=\"logic\"/>" +
+           members + "</module><typetable><basicdtype id=\"1\" name=\"logic\"/>" + types +
+           "</typetable></netlist></verilator_xml>";
+}
+
+/// One random damage: bytes changed, a piece lost, doubled or moved, or a number replaced.
+QByteArray damaged(QByteArray xml, std::mt19937 *random)
+{
+    const auto below = [random](int limit) {
+        return int((*random)() % std::mt19937::result_type(qMax(1, limit)));
+    };
+    const int from = below(xml.size());
+    const int length = below(qMin(300, xml.size() - from));
+    switch (below(8)) {
+    case 0:
+        for (int i = 0; i < 3; ++i)
+            xml[below(xml.size())] = char(below(256));
+        break;
+    case 1:
+        xml.remove(from, length);
+        break;
+    case 2:
+        xml.insert(from, xml.mid(below(xml.size()), length));
+        break;
+    case 3:
+    case 4: {
+        // The tags stay as they are, so that the damage gets past the parser.
+        const int quote = xml.indexOf('"', from);
+        const int other = xml.indexOf('"', below(xml.size()));
+        if (quote < 0 || other < 0)
+            break;
+        const int end = xml.indexOf('"', quote + 1);
+        const int otherEnd = xml.indexOf('"', other + 1);
+        if (end > 0 && otherEnd > 0)
+            xml.replace(quote, end - quote, xml.mid(other, otherEnd - other));
+        break;
+    }
+    default: {
+        static const QByteArray numbers[] = {
+            "0",  "1",          "-1",          "32'hffffffff",        "99999999999",
+            "'h", "2147483647", "-2147483648", "64'h7fffffffffffffff"};
+        const int quote = xml.indexOf("=\"", from);
+        const int end = quote < 0 ? -1 : xml.indexOf('"', quote + 2);
+        if (end > 0)
+            xml.replace(quote + 2, end - quote - 2, numbers[below(9)]);
+        break;
+    }
+    }
+    return xml;
+}
+
+} // namespace
+
+std::unique_ptr<RtlNetlist> tst_NetlistReader::read(const QByteArray &xml, QString *error)
+{
+    const QString path = m_folder.filePath(QStringLiteral("design.xml"));
+    TarnTest::writeFile(path, xml);
+    return Internal::readElaboratedXml(path, {}, error);
+}
+
+void tst_NetlistReader::refusesWhatIsNoElaboratedDesign_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    QTest::addColumn<QString>("reason");
+
+    const QString noXml = QStringLiteral("cannot be read");
+    const QString noNetlist = QStringLiteral("The elaborated design holds no netlist.");
+    const QString noTop = QStringLiteral("The elaborated design holds no top module.");
+    const QString tooLarge = QStringLiteral("The design is too large to be read.");
+    QTest::newRow("empty") << QByteArray() << noXml;
+    QTest::newRow("text") << QByteArray("module top; endmodule") << noXml;
+    QTest::newRow("binary") << QByteArray("\0\x01\xff", 3) << noXml;
+    QTest::newRow("open tag") << QByteArray("<verilator_xml><netlist>") << noXml;
+    QTest::newRow("other root") << QByteArray("<html><body/></html>") << noNetlist;
+    QTest::newRow("no types") << QByteArray("<verilator_xml><netlist/></verilator_xml>")
+                              << noNetlist;
+    QTest::newRow("no top")
+        << QByteArray("<verilator_xml><netlist><module name=\"a\" origName=\"a\"/><typetable/>"
+                      "</netlist></verilator_xml>")
+        << noTop;
+    QTest::newRow("module within itself")
+        << design("<instance name=\"u\" origName=\"u\" defName=\"top\"/>")
+        << QStringLiteral("Module \"top\" contains itself.");
+    QTest::newRow("endless vector")
+        << design("<var name=\"v\" origName=\"v\" dtype_id=\"2\" vartype=\"logic\"/>",
+                  "<basicdtype id=\"2\" name=\"logic\" left=\"2000000000\" right=\"0\"/>")
+        << tooLarge;
+    QTest::newRow("endless array of instances")
+        << design("</module><module name=\"b\" origName=\"b\"/><module name=\"c\" origName=\"c\">"
+                  "<instance name=\"u\" origName=\"u\" defName=\"b\"/></module>"
+                  "<module name=\"d\" origName=\"d\">")
+               .replace("<var name=\"n\"",
+                        "<instance name=\"u\" origName=\"u\" defName=\"b\"><range>"
+                        "<const name=\"32'h7fffffff\"/><const name=\"32'h0\"/></range>"
+                        "</instance><var name=\"n\"")
+        << tooLarge;
+}
+
+void tst_NetlistReader::refusesWhatIsNoElaboratedDesign()
+{
+    QFETCH(QByteArray, xml);
+    QFETCH(QString, reason);
+    QString error;
+    QVERIFY(!read(xml, &error));
+    QVERIFY2(error.contains(reason), qPrintable(error));
+}
+
+void tst_NetlistReader::refusesAMissingFile()
+{
+    QString error;
+    const QString path = m_folder.filePath(QStringLiteral("none.xml"));
+    QVERIFY(!Internal::readElaboratedXml(path, {}, &error));
+    QVERIFY2(error.contains(path), qPrintable(error));
+}
+
+void tst_NetlistReader::refusesEveryTruncation()
+{
+    const TarnTest::Elaboration elaboration(VariedDesign);
+    QVERIFY2(elaboration.isOk(), elaboration.log().constData());
+    const QByteArray xml = TarnTest::readFile(elaboration.xmlPath()).trimmed();
+    QString error;
+    QVERIFY2(read(xml, &error), qPrintable(error));
+    for (int size = 0; size < xml.size(); size += 97) {
+        error.clear();
+        QVERIFY2(!read(xml.left(size), &error), qPrintable(QString::number(size)));
+        QVERIFY(!error.isEmpty());
+    }
+    QVERIFY(!read(xml.left(xml.size() - 1), &error));
+}
+
+void tst_NetlistReader::deepNestingNeedsNoStack_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    constexpr int Depth = 200000;
+    const QByteArray reference = "<varref name=\"n\" dtype_id=\"1\"/>";
+    const QByteArray constant = "<const name=\"1'h0\" dtype_id=\"1\"/>";
+    QTest::newRow("blocks") << design(nested("begin", Depth, QByteArray()));
+    QTest::newRow("statements") << design("<always>" + nested("if", Depth, QByteArray()) +
+                                          "</always>");
+    QTest::newRow("left sides") << design("<contassign>" + constant +
+                                          nested("concat", Depth, reference) + "</contassign>");
+    QTest::newRow("selections") << design("<contassign>" + constant +
+                                          nested("sel", Depth, reference) + "</contassign>");
+    QTest::newRow("indexes") << design("<contassign>" + constant + "<sel>" + reference +
+                                       nested("add", Depth, reference) + constant +
+                                       "</sel></contassign>");
+    QTest::newRow("loops") << design("<always>" +
+                                     nested("while", Depth / 10,
+                                            "<assign>" + constant + "<sel>" + reference +
+                                                reference + constant + "</sel></assign>") +
+                                     "</always>");
+    QByteArray types;
+    for (int i = 2; i < 20000; ++i) {
+        types += "<structdtype id=\"" + QByteArray::number(i) + "\"><memberdtype id=\"m" +
+                 QByteArray::number(i) + "\" name=\"m\" sub_dtype_id=\"" +
+                 QByteArray::number(i - 1) + "\"/></structdtype>";
+    }
+    QTest::newRow("types") << design("<var name=\"v\" origName=\"v\" dtype_id=\"19999\"/>", types);
+    QByteArray modules;
+    for (int i = 0; i < 3000; ++i) {
+        modules += "<instance name=\"u\" origName=\"u\" defName=\"m" + QByteArray::number(i) +
+                   "\"/></module><module name=\"m" + QByteArray::number(i) + "\" origName=\"m" +
+                   QByteArray::number(i) + "\">";
+    }
+    QTest::newRow("instances") << design(modules);
+}
+
+void tst_NetlistReader::deepNestingNeedsNoStack()
+{
+    QFETCH(QByteArray, xml);
+    QString error;
+    const auto netlist = read(xml, &error);
+    QVERIFY2(netlist, qPrintable(error));
+    QVERIFY(netlist->findNet(QStringLiteral("top/n")));
+}
+
+void tst_NetlistReader::longConcatenationsNeedNoStack()
+{
+    // Concatenations come as a chain of pairs.
+    QByteArray names("n0");
+    QByteArray declared("wire n0");
+    for (int i = 1; i < 2000; ++i) {
+        names += ", n" + QByteArray::number(i);
+        declared += ", n" + QByteArray::number(i);
+    }
+    const TarnTest::Elaboration elaboration(
+        "module leaf(output [1999:0] o); endmodule\nmodule top; " + declared + "; leaf u({" +
+        names + "}); endmodule");
+    QVERIFY2(elaboration.isOk(), elaboration.log().constData());
+    QString error;
+    const auto netlist = elaboration.read({}, &error);
+    QVERIFY2(netlist, qPrintable(error));
+    QCOMPARE(netlist->top()->nets().size(), 2000);
+    for (const RtlNet *net : netlist->top()->nets())
+        QVERIFY(net->excludedForProbeOut());
+}
+
+/// The same damages in every run.
+void tst_NetlistReader::damagedFilesNeverCrash()
+{
+    const TarnTest::Elaboration elaboration(VariedDesign);
+    QVERIFY2(elaboration.isOk(), elaboration.log().constData());
+    const QByteArray xml = TarnTest::readFile(elaboration.xmlPath());
+    std::mt19937 random(1);
+    int readable = 0;
+    for (int round = 0; round < 1500; ++round) {
+        QByteArray text = damaged(xml, &random);
+        for (int more = round % 4; more > 0; --more)
+            text = damaged(text, &random);
+        QString error;
+        const auto netlist = read(text, &error);
+        if (netlist) {
+            ++readable;
+            TarnTest::netlistText(netlist->top());
+        } else {
+            QVERIFY(!error.isEmpty());
+        }
+    }
+    // Enough of them got past the parser to test what is behind it.
+    QVERIFY2(readable > 300, qPrintable(QString::number(readable)));
+}
+
+QTEST_APPLESS_MAIN(tst_NetlistReader)
+#include "tst_netlistreader.moc"
