@@ -87,14 +87,9 @@ void ActionManager::registerAction(QAction *action, const QString &id, const QSt
         return;
     ActionManager *self = instance();
     Command &command = self->d->commands[id];
-    if (command.actions.value(context) != action) {
-        command.actions.insert(context, action);
-        connect(action, &QAction::changed, self, [&command, action] {
-            if (command.source == action)
-                Private::show(command);
-        });
-        connect(action, &QObject::destroyed, self, [self, &command] { self->d->update(command); });
-    }
+    command.actions.insert(context, action);
+    connect(action, &QAction::changed, self, [&command] { Private::show(command); });
+    connect(action, &QObject::destroyed, self, [self, &command] { self->d->update(command); });
     self->d->update(command);
 }
 

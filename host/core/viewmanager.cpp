@@ -166,17 +166,14 @@ void ViewManager::showView(IView *view)
     Private *d = instance()->d.get();
     if (!containerOf(view))
         d->addView(view);
-    ViewContainer *container = containerOf(view);
-    if (container->isClosed())
-        return;
-    d->ensureTabs()->setCurrentWidget(container);
+    d->ensureTabs()->setCurrentWidget(containerOf(view));
     d->announceActive();
 }
 
 bool ViewManager::closeView(IView *view)
 {
     ViewContainer *container = containerOf(view);
-    return container && (container->isClosed() || container->tryToClose());
+    return container && container->tryToClose();
 }
 
 void ViewManager::registerContext(IView *view, const QString &context, int priority)
@@ -225,7 +222,7 @@ IView *ViewManager::activeView()
     const QTabWidget *area = instance()->d->tabs();
     const auto *current =
         area ? qobject_cast<const ViewContainer *>(area->currentWidget()) : nullptr;
-    return current && !current->isClosed() ? current->view() : nullptr;
+    return current ? current->view() : nullptr;
 }
 
 bool ViewManager::closeAllViews()

@@ -384,9 +384,14 @@ void ViewManagerTest::closeAllClosesInOrderOfShowing()
 void ViewManagerTest::closingViewsNeverEndsTheApplication()
 {
     QSignalSpy lastWindow(qApp, &QGuiApplication::lastWindowClosed);
-    show(QStringLiteral("a"))->parentWidget()->close();
-    show(QStringLiteral("b"))->close();
-    ViewManager::closeView(show(QStringLiteral("c")));
+    // The signal only comes while the application runs.
+    QTimer::singleShot(0, [this] {
+        show(QStringLiteral("a"))->parentWidget()->close();
+        show(QStringLiteral("b"))->close();
+        ViewManager::closeView(show(QStringLiteral("c")));
+        QCoreApplication::exit(7);
+    });
+    QCOMPARE(QApplication::exec(), 7);
     QCOMPARE(lastWindow.size(), 0);
 }
 
@@ -436,7 +441,12 @@ void ViewManagerTest::newViewAtTheAddressOfADeletedOneIsAnnounced()
     alignas(TestView) static char place[sizeof(TestView)];
     TestView *other = show(QStringLiteral("other"));
     auto *first = new (place) TestView(QStringLiteral("first"));
+    QAction action;
+    Core::ActionManager::registerAction(&action, QStringLiteral("id.address"),
+                                        QStringLiteral("context.first"));
+    ViewManager::registerContext(first, QStringLiteral("context.first"), 1);
     ViewManager::showView(first);
+    QVERIFY(Core::ActionManager::command(QStringLiteral("id.address"))->isEnabled());
     m_log.clear();
     m_onClosed = [first](IView *) {
         first->~TestView();
@@ -444,6 +454,7 @@ void ViewManagerTest::newViewAtTheAddressOfADeletedOneIsAnnounced()
     };
     ViewManager::closeView(other);
     QCOMPARE(m_log, QStringList({"closed other", "active second"}));
+    QVERIFY(!Core::ActionManager::command(QStringLiteral("id.address"))->isEnabled());
     ViewManager::activeView()->~IView();
     deleteLaterNow();
 }

@@ -26,18 +26,14 @@ ViewContainer::ViewContainer(IView *view)
 
 ViewContainer::~ViewContainer()
 {
-    if (m_view) {
+    if (m_view)
         disconnect(m_view, nullptr, this, nullptr);
-        m_view->removeEventFilter(this);
-    }
     finish();
 }
 
 bool ViewContainer::tryToClose()
 {
-    // QWidget::close() says yes without asking while a close is under way.
-    if (m_question)
-        return false;
+    // Not the result of close(): while a close is under way, that says yes without asking.
     const QPointer<ViewContainer> guard(this);
     close();
     return !guard || m_closed;
@@ -73,7 +69,7 @@ bool ViewContainer::eventFilter(QObject *watched, QEvent *event)
     // Somebody closes the view itself rather than its container: take the common path.
     // (The type first: while the view is being destroyed m_view must not be looked at.)
     if (event->type() == QEvent::Close && event != m_question && watched == m_view) {
-        event->setAccepted(m_closed || tryToClose());
+        event->setAccepted(tryToClose());
         return true;
     }
     return QWidget::eventFilter(watched, event);

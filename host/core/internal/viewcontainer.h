@@ -25,8 +25,6 @@ public:
     /// Closes the view if it agrees. False too while the view is still being asked.
     bool tryToClose();
 
-    bool isClosed() const { return m_closed; }
-
 Q_SIGNALS:
     /// The view agreed to close, or the container is being deleted; the view is still whole.
     void closed();
