@@ -91,9 +91,8 @@ def public_headers(root):
     for library in HOST_LIBRARIES:
         lists = root / "host" / library / "CMakeLists.txt"
         if lists.is_file():
-            section = re.search(r"\bHEADERS\b(.*?)\b(?:SOURCES|LINK|PRIVATE_LINK)\b|\)",
-                                text_of(lists), re.S)
-            names = section.group(1).split() if section and section.group(1) else []
+            section = re.search(r"\bHEADERS\b([^)]*?)(?:\bSOURCES\b|\bLINK\b|\))", text_of(lists))
+            names = section.group(1).split() if section else []
             found |= {pathlib.Path("host", library, name) for name in names}
     return found
 

@@ -16,7 +16,7 @@ SPDX = ("// SPDX-FileCopyrightText: The TARN Inserter authors\n"
         "// SPDX-License-Identifier: Apache-2.0\n")
 
 GOOD = {
-    "host/core/CMakeLists.txt": "tarn_host_library(core\n    HEADERS\n        iview.h\n"
+    "host/core/CMakeLists.txt": "find_package(x)\ntarn_host_library(core\n    HEADERS\n        iview.h\n"
                                 "    SOURCES\n        iview.cpp\n        secret.h\n)\n",
     "host/core/iview.h": SPDX + "#pragma once\n",
     "host/core/iview.cpp": SPDX + '#include "iview.h"\n\n#include "internal/container.h"\n',
