@@ -5,10 +5,10 @@
 #include "argumentsplitter.h"
 #include "options.h"
 #include "teconstants.h"
+#include "wholefile.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
@@ -17,8 +17,7 @@ namespace TE {
 namespace {
 
 constexpr int DeepestFile = 32;
-constexpr int MostFiles = 10000;
-constexpr qint64 LargestFile = 64 * 1024 * 1024;
+constexpr int MostFiles = 1000;
 
 /// Collects a project from arguments. Every function returns false at the first thing that is
 /// wrong, with error() set to what it is.
@@ -153,15 +152,12 @@ bool ArgumentReader::readFile(const QString &path)
         return fail(tr("the argument file %1 includes itself or is nested too deep").arg(shown));
     if (++m_fileCount > MostFiles)
         return fail(tr("there are more than %1 argument files").arg(MostFiles));
-    QFile file(absolutePath);
-    if (QFileInfo(absolutePath).isDir() || !file.open(QIODevice::ReadOnly))
-        return fail(tr("cannot read the argument file %1").arg(shown));
-    const QByteArray content = file.read(LargestFile + 1);
-    if (content.size() > LargestFile || file.error() != QFileDevice::NoError)
-        return fail(tr("cannot read the argument file %1").arg(shown));
+    QByteArray content;
+    QString problem;
+    if (!readWholeFile(absolutePath, &content, &problem))
+        return fail(tr("cannot read the argument file %1: %2").arg(shown, problem));
 
     QStringList arguments;
-    QString problem;
     if (!splitArguments(QString::fromUtf8(content), &arguments, &problem)) {
         m_error = QStringLiteral("%1:%2").arg(shown, problem);
         return false;

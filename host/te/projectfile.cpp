@@ -4,10 +4,10 @@
 
 #include "options.h"
 #include "teconstants.h"
+#include "wholefile.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -22,7 +22,6 @@ namespace TE {
 namespace {
 
 constexpr int FormatVersion = 1;
-constexpr qint64 LargestFile = 64 * 1024 * 1024;
 
 class ProjectFile
 {
@@ -319,26 +318,6 @@ QString positionOf(const QByteArray &content, int offset)
     return QStringLiteral("%1:%2").arg(QString::number(line), QString::number(column));
 }
 
-bool readContent(const QString &path, QByteArray *content, QString *error)
-{
-    QFile file(path);
-    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly)) {
-        const QString reason =
-            QFileInfo(path).isDir() ? ProjectFile::tr("it is a folder") : file.errorString();
-        *error = ProjectFile::tr("Cannot open the project %1: %2")
-                     .arg(QDir::toNativeSeparators(path), reason);
-        return false;
-    }
-    *content = file.read(LargestFile + 1);
-    if (file.error() == QFileDevice::NoError && content->size() <= LargestFile)
-        return true;
-    *error = ProjectFile::tr("Cannot read the project %1: %2")
-                 .arg(QDir::toNativeSeparators(path), content->size() > LargestFile
-                                                          ? ProjectFile::tr("it is too large")
-                                                          : file.errorString());
-    return false;
-}
-
 QString storedPath(const QString &workingDir, const QString &path)
 {
     const QString prefix =
@@ -410,10 +389,13 @@ bool writeAll(QIODevice *device, const QByteArray &content)
 
 bool readProject(const QString &path, Project *project, QString *error)
 {
-    QByteArray content;
-    if (!readContent(path, &content, error))
-        return false;
     const QString shown = QDir::toNativeSeparators(path);
+    QByteArray content;
+    QString reason;
+    if (!readWholeFile(path, &content, &reason)) {
+        *error = ProjectFile::tr("Cannot read the project %1: %2").arg(shown, reason);
+        return false;
+    }
     QJsonParseError problem;
     const QJsonDocument document = QJsonDocument::fromJson(content, &problem);
     if (problem.error != QJsonParseError::NoError) {

@@ -98,7 +98,7 @@ void MainWindow::createDocks(MessageLog *log)
     });
     auto *messages = new MessagesDock(log, this);
     addDockWidget(Qt::BottomDockWidgetArea, messages);
-    resizeDocks({m_projectDock}, {340}, Qt::Horizontal);
+    resizeDocks({m_projectDock}, {380}, Qt::Horizontal);
     resizeDocks({messages}, {120}, Qt::Vertical);
 }
 

@@ -42,7 +42,9 @@ void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const
         return;
     if (log->m_previous)
         log->m_previous(type, context, message);
-    log->add(message.left(LongestMessage));
+    // What the off-screen platform has to say about itself tells a user nothing.
+    if (!message.startsWith(QLatin1String("This plugin does not support ")))
+        log->add(message.left(LongestMessage));
 }
 
 void MessageLog::add(const QString &message)

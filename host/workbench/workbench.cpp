@@ -18,6 +18,7 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTranslator>
 
 #include <cstdio>
@@ -93,6 +94,7 @@ int Application::run()
     } else if (isSession()) {
         code = runSession(&window, &log);
     } else {
+        window.resize(window.size().boundedTo(QGuiApplication::primaryScreen()->availableSize()));
         window.show();
         if (!error.isEmpty())
             QMessageBox::critical(&window, tr("Error"), error);

@@ -319,10 +319,10 @@ void TestProject::refusesFileThatCannotBeRead()
     Project project;
     QString error;
     QVERIFY(!readProject(path("none.json"), &project, &error));
-    QCOMPARE(error, QStringLiteral("Cannot open the project %1: No such file or directory")
+    QCOMPARE(error, QStringLiteral("Cannot read the project %1: No such file or directory")
                         .arg(path("none.json")));
     QVERIFY(!readProject(m_dir.path(), &project, &error));
-    QCOMPARE(error, QStringLiteral("Cannot open the project %1: it is a folder").arg(m_dir.path()));
+    QCOMPARE(error, QStringLiteral("Cannot read the project %1: it is a folder").arg(m_dir.path()));
     QFile large(path("large.json"));
     QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(64 * 1024 * 1024 + 1));
     QVERIFY(!readProject(large.fileName(), &project, &error));
@@ -405,7 +405,7 @@ void TestProject::survivesMutatedFiles()
         "\"",    "{",  "}",       "[",  "]",    ",",       ":",        "null",           "true",
         "1e999", "-1", "\\u0000", "\\", "\xff", "\\ud800", "\"file\"", "\"version\": 1", "[[[["};
     int accepted = 0;
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < 1000; ++round) {
         QByteArray content = FullProject;
         for (int change = int(random() % 3); change >= 0; --change) {
             const int at = int(random() % unsigned(content.size()));
@@ -427,8 +427,8 @@ void TestProject::survivesMutatedFiles()
         QVERIFY2(readProject(path("fuzz.json"), &again, &error), qPrintable(error));
         QCOMPARE(text(again), text(project));
     }
-    QVERIFY(accepted > 50);
-    QVERIFY(accepted < 2500);
+    QVERIFY(accepted > 20);
+    QVERIFY(accepted < 900);
 }
 
 TARN_TEST_MAIN(TestProject)

@@ -85,7 +85,7 @@ void TestExecutable::failureIsExitCode1_data()
     QTest::newRow("no display") << QStringList()
                                 << "There is no display. See --session in the text of --help.";
     QTest::newRow("no project") << QStringList("~/no.json")
-                                << "Cannot open the project ~/no.json: No such file or directory";
+                                << "Cannot read the project ~/no.json: No such file or directory";
     QTest::newRow("bad project") << QStringList("~/odd.json")
                                  << "~/odd.json: colour: unknown key, known are: version, name, "
                                     "top, sources, options, libraryFiles, macros, device";

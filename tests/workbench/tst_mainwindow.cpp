@@ -255,7 +255,7 @@ void TestMainWindow::projectThatCannotBeReadLeavesTheOpenOne()
     ModalScript::Box box;
     box.icon = QMessageBox::Critical;
     box.title = QStringLiteral("Error");
-    box.text = QStringLiteral("Cannot open the project %1: No such file or directory")
+    box.text = QStringLiteral("Cannot read the project %1: No such file or directory")
                    .arg(path("none.json"));
     m_script->expectBox(box);
     QVERIFY(!m_window->openProject(path("none.json")));
