@@ -23,6 +23,10 @@ class IView;
 /// (its closeEvent() may refuse, and then container and view stay), viewClosed() is emitted while
 /// the view is still whole, and container and view are deleted when control returns to the event
 /// loop.
+///
+/// Receivers of the signals may open and close views: a change of the active view that happens
+/// meanwhile is announced once they have returned. A view that somebody deletes without closing it
+/// leaves without viewClosed().
 class CORE_EXPORT ViewManager : public QObject
 {
     Q_OBJECT

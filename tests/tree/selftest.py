@@ -5,6 +5,7 @@
 
 import pathlib
 import shutil
+import subprocess
 import tempfile
 import unittest
 
@@ -194,6 +195,20 @@ class Headers(SampleTree):
                 self.write(path, "inline std::string name() { return {}; }\n")
                 problems = checktree.check_headers(self.root, self.compiler)
                 self.assertTrue(problems[0].startswith(f"{path} does not compile alone"), problems)
+
+
+@unittest.skipUnless(shutil.which("clang-tidy"), "clang-tidy is not installed")
+class Tidy(SampleTree):
+    def tidy(self):
+        return subprocess.run(["clang-tidy", "-quiet", str(self.root / "model/a.cpp"), "--"],
+                              capture_output=True, check=False).returncode
+
+    def test_finding_is_an_error(self):
+        shutil.copy(ROOT / ".clang-tidy", self.root)
+        self.write("model/a.cpp", "int *place()\n{\n    return nullptr;\n}\n")
+        self.assertEqual(self.tidy(), 0)
+        self.write("model/a.cpp", "int *place()\n{\n    return 0;\n}\n")
+        self.assertNotEqual(self.tidy(), 0)
 
 
 if __name__ == "__main__":
