@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "designmodules.h"
+
+#include "messages.h"
+#include "preprocessedtext.h"
+
+#include <utility>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+bool isTopKind(const DesignUnit &unit)
+{
+    return unit.kind == DesignUnit::Module && !unit.library;
+}
+
+} // namespace
+
+DesignModules::DesignModules(const ModuleScan &scan, const PreprocessedText &text)
+    : m_scan(scan)
+    , m_text(text)
+{
+    for (int i = 0; i < scan.units.size(); ++i) {
+        const auto known = m_units.constFind(scan.units[i].name);
+        if (known == m_units.constEnd() || (m_scan.units[*known].library && !scan.units[i].library))
+            m_units.insert(scan.units[i].name, i);
+    }
+}
+
+QStringList DesignModules::modules() const
+{
+    QStringList result;
+    QSet<QByteArray> listed;
+    for (const DesignUnit &unit : m_scan.units) {
+        if (isTopKind(unit) && !listed.contains(unit.name)) {
+            listed.insert(unit.name);
+            result.append(QString::fromUtf8(unit.name));
+        }
+    }
+    return result;
+}
+
+QStringList DesignModules::tops(const QString &top) const
+{
+    const QStringList all = modules();
+    if (all.contains(top))
+        return {top};
+    const QSet<QByteArray> instantiated = instantiatedNames();
+    QStringList result;
+    for (const QString &name : all) {
+        const DesignUnit &unit = m_scan.units[m_units.value(name.toUtf8())];
+        if (!unit.nested && !instantiated.contains(unit.name))
+            result.append(name);
+    }
+    return result;
+}
+
+bool DesignModules::isInstantiation(const Instantiation &instantiation) const
+{
+    return !instantiation.bare || m_units.contains(instantiation.module);
+}
+
+/// Names that any other unit instantiates.
+QSet<QByteArray> DesignModules::instantiatedNames() const
+{
+    QSet<QByteArray> result;
+    for (const DesignUnit &unit : m_scan.units) {
+        for (const Instantiation &instantiation : unit.instantiations) {
+            if (instantiation.module != unit.name && isInstantiation(instantiation))
+                result.insert(instantiation.module);
+        }
+    }
+    for (const Instantiation &binding : m_scan.bindings)
+        result.insert(binding.module);
+    return result;
+}
+
+QStringList DesignModules::duplicateErrors() const
+{
+    QStringList result;
+    QHash<QByteArray, const DesignUnit *> first;
+    for (const DesignUnit &unit : m_scan.units) {
+        if (unit.nested || unit.library)
+            continue;
+        const DesignUnit *&known = first[unit.name];
+        if (known) {
+            result.append(errorMessage(
+                {m_text.path(unit.place.file), unit.place.line},
+                Text::tr("\"%1\" is defined a second time; the first definition is in %2. Rename "
+                         "or remove one of them.")
+                    .arg(QString::fromUtf8(unit.name), placeOf(*known))));
+        } else {
+            known = &unit;
+        }
+    }
+    return result;
+}
+
+QString DesignModules::placeOf(const DesignUnit &unit) const
+{
+    return QStringLiteral("%1:%2").arg(m_text.path(unit.place.file)).arg(unit.place.line);
+}
+
+QString DesignModules::circleError(const QStringList &tops) const
+{
+    if (!tops.isEmpty())
+        return {};
+    QVector<int> starts;
+    for (int i = 0; i < m_scan.units.size(); ++i) {
+        if (isTopKind(m_scan.units[i]))
+            starts.append(i);
+    }
+    const QVector<int> circle = findCircle(starts, false);
+    if (circle.isEmpty())
+        return {};
+    return errorMessage({m_text.path(m_scan.units[circle.first()].place.file),
+                         m_scan.units[circle.first()].place.line},
+                        Text::tr("No top module: every module is instantiated by another one (%1). "
+                                 "Set the top module or break the circle.")
+                            .arg(describeCircle(circle)));
+}
+
+QString DesignModules::endlessError(const QString &top) const
+{
+    const int start = m_units.value(top.toUtf8(), -1);
+    const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, true);
+    if (circle.isEmpty())
+        return {};
+    return errorMessage({m_text.path(m_scan.units[circle.first()].place.file),
+                         m_scan.units[circle.first()].place.line},
+                        Text::tr("The instantiation never ends (%1). Break the circle or end it by "
+                                 "a generate condition.")
+                            .arg(describeCircle(circle)));
+}
+
+/// The units of the first circle that can be reached from @p starts, in the order of instantiation;
+/// empty when there is none.
+QVector<int> DesignModules::findCircle(const QVector<int> &starts, bool unconditionalOnly) const
+{
+    enum State : char { New, Open, Done };
+    QVector<char> states(m_scan.units.size(), New);
+    for (const int start : starts) {
+        QVector<std::pair<int, int>> path; // Unit and its instantiation to be followed next.
+        if (states[start] == New) {
+            path.append({start, 0});
+            states[start] = Open;
+        }
+        while (!path.isEmpty()) {
+            const int current = path.last().first;
+            const QVector<Instantiation> &instantiations = m_scan.units[current].instantiations;
+            if (path.last().second == instantiations.size()) {
+                states[current] = Done;
+                path.removeLast();
+                continue;
+            }
+            const Instantiation &edge = instantiations[path.last().second++];
+            const int target = m_units.value(edge.module, -1);
+            if (target < 0 || (unconditionalOnly && edge.conditional))
+                continue;
+            if (states[target] == New) {
+                path.append({target, 0});
+                states[target] = Open;
+            } else if (states[target] == Open) {
+                QVector<int> circle;
+                for (int i = path.size() - 1; i >= 0; --i) {
+                    circle.prepend(path[i].first);
+                    if (path[i].first == target)
+                        return circle;
+                }
+            }
+        }
+    }
+    return {};
+}
+
+QString DesignModules::describeCircle(const QVector<int> &circle) const
+{
+    constexpr int MostNames = 8;
+    QStringList names;
+    for (const int index : circle) {
+        if (names.size() == MostNames) {
+            names.append(QStringLiteral("..."));
+            break;
+        }
+        names.append(QString::fromUtf8(m_scan.units[index].name));
+    }
+    names.append(QString::fromUtf8(m_scan.units[circle.first()].name));
+    return names.join(QLatin1String(" -> "));
+}
+
+QVector<Instantiation> DesignModules::unknownInstantiations() const
+{
+    QVector<Instantiation> result;
+    const auto collect = [this, &result](const QVector<Instantiation> &instantiations) {
+        for (const Instantiation &instantiation : instantiations) {
+            if (!instantiation.bare && !m_units.contains(instantiation.module))
+                result.append(instantiation);
+        }
+    };
+    for (const DesignUnit &unit : m_scan.units)
+        collect(unit.instantiations);
+    collect(m_scan.bindings);
+    return result;
+}
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "../netweir_global.h"
+
+#include "modulescan.h"
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+namespace NETWEIR {
+namespace Internal {
+
+class PreprocessedText;
+
+/// What follows from the scan of all files: who instantiates whom. Each question costs time linear
+/// in the scan.
+class NETWEIR_EXPORT DesignModules
+{
+public:
+    /// Both must live as long as this.
+    DesignModules(const ModuleScan &scan, const PreprocessedText &text);
+
+    /// Every module of the sources, in the order of the text.
+    QStringList modules() const;
+
+    /// @p top alone if the sources have such a module; otherwise those that no other one
+    /// instantiates.
+    QStringList tops(const QString &top) const;
+
+    /// One message for each module that the sources define twice.
+    QStringList duplicateErrors() const;
+
+    /// When modules exist but no top: a circle of instantiations that explains it. Otherwise null.
+    QString circleError(const QStringList &tops) const;
+
+    /// A circle below @p top that no condition ends. Null when there is none.
+    QString endlessError(const QString &top) const;
+
+    /// Instantiations of modules that neither sources nor libraries define.
+    QVector<Instantiation> unknownInstantiations() const;
+
+private:
+    bool isInstantiation(const Instantiation &instantiation) const;
+    QSet<QByteArray> instantiatedNames() const;
+    QVector<int> findCircle(const QVector<int> &starts, bool unconditionalOnly) const;
+    QString describeCircle(const QVector<int> &circle) const;
+    QString placeOf(const DesignUnit &unit) const;
+
+    const ModuleScan &m_scan;
+    const PreprocessedText &m_text;
+    QHash<QByteArray, int> m_units; ///< Index of the unit of a name; sources win over libraries.
+};
+
+} // namespace Internal
+} // namespace NETWEIR

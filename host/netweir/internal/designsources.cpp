@@ -1,0 +1,231 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "designsources.h"
+
+#include "messages.h"
+
+#include <te/designinfo.h>
+#include <te/fileinfo.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+#include <cstring>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+constexpr int DefaultTimeout = 120;
+constexpr qint64 LongestLine = 1024 * 1024;
+constexpr qint64 LargestFile = 1024 * 1024 * 1024;
+
+bool hasSuffix(const QString &path, const char *suffix)
+{
+    return path.endsWith(QLatin1String(suffix), Qt::CaseInsensitive);
+}
+
+SourceFile sourceFile(const QString &path, int type)
+{
+    SourceFile file;
+    file.path = path;
+    file.vhdl = type == TE::VhdlFile;
+    file.systemVerilog = type == TE::SystemVerilogFile || hasSuffix(path, ".sv");
+    return file;
+}
+
+bool isDesignSource(int type)
+{
+    return type == TE::VerilogFile || type == TE::SystemVerilogFile || type == TE::VhdlFile;
+}
+
+QString knownStandard(const QString &standard)
+{
+    static const QStringList known = {QStringLiteral("1364-1995"), QStringLiteral("1364-2001"),
+                                      QStringLiteral("1364-2005"), QStringLiteral("1800-2017")};
+    return known.contains(standard) ? standard : QStringLiteral("1364-2005");
+}
+
+/// Checks files one by one and follows their include lines.
+class SourceCheck
+{
+public:
+    explicit SourceCheck(const DesignSources &sources);
+    QStringList run();
+
+private:
+    void checkFile(const QString &path, bool library);
+    void checkContent(const QString &path, const QByteArray &content);
+    void collectIncludes(const QString &path, const QByteArray &content);
+    QString findInclude(const QString &includingFile, const QString &name) const;
+
+    const DesignSources &m_sources;
+    QStringList m_messages;
+    QStringList m_pending; ///< Included files still to be checked.
+    QSet<QString> m_seen;
+    QStringList m_sourceFolders;
+};
+
+SourceCheck::SourceCheck(const DesignSources &sources)
+    : m_sources(sources)
+{
+    for (const SourceFile &file : sources.files)
+        m_sourceFolders.append(QFileInfo(file.path).absolutePath());
+    m_sourceFolders.removeDuplicates();
+}
+
+QStringList SourceCheck::run()
+{
+    for (const QString &folder : m_sources.includePaths) {
+        if (!QFileInfo(folder).isDir())
+            m_messages.append(
+                warningMessage({folder}, Text::tr("The include folder does not exist.")));
+    }
+    for (const SourceFile &file : m_sources.files) {
+        if (file.vhdl) {
+            m_messages.append(errorMessage(
+                {file.path}, Text::tr("VHDL is read in a later version. Disable the file or "
+                                      "replace it by a Verilog source.")));
+        } else {
+            checkFile(file.path, file.library);
+        }
+    }
+    while (!m_pending.isEmpty())
+        checkFile(m_pending.takeLast(), false);
+    return m_messages;
+}
+
+void SourceCheck::checkFile(const QString &path, bool library)
+{
+    const QFileInfo info(path);
+    const QString id = info.exists() ? info.canonicalFilePath() : path;
+    if (m_seen.contains(id))
+        return;
+    m_seen.insert(id);
+
+    QString problem;
+    QFile file(path);
+    if (!info.exists())
+        problem = library ? Text::tr("The library file does not exist. Remove it from the options.")
+                          : Text::tr("The file does not exist. Restore it or remove it from the "
+                                     "project.");
+    else if (info.isDir())
+        problem = Text::tr("This is a folder. Add the source files in it instead.");
+    else if (!info.isFile())
+        problem = Text::tr("This is no regular file.");
+    else if (info.size() > LargestFile)
+        problem = Text::tr("The file is larger than 1 GB.");
+    else if (!file.open(QIODevice::ReadOnly))
+        problem = Text::tr("The file cannot be read: %1.").arg(file.errorString());
+
+    if (!problem.isEmpty())
+        m_messages.append(errorMessage({path}, problem));
+    else
+        checkContent(path, file.readAll());
+}
+
+void SourceCheck::checkContent(const QString &path, const QByteArray &content)
+{
+    if (content.isEmpty()) {
+        m_messages.append(warningMessage({path}, Text::tr("The file is empty.")));
+        return;
+    }
+    if (content.contains('\0')) {
+        m_messages.append(errorMessage(
+            {path}, Text::tr("The file is no text: it contains NUL bytes. Binary files and UTF-16 "
+                             "text cannot be read.")));
+        return;
+    }
+    int line = 1;
+    for (int begin = 0; begin < content.size(); ++line) {
+        int end = content.indexOf('\n', begin);
+        if (end < 0)
+            end = content.size();
+        if (end - begin > LongestLine) {
+            m_messages.append(errorMessage(
+                {path, line}, Text::tr("The line is longer than 1 MB. Break it into shorter "
+                                       "lines.")));
+            return;
+        }
+        begin = end + 1;
+    }
+    collectIncludes(path, content);
+}
+
+void SourceCheck::collectIncludes(const QString &path, const QByteArray &content)
+{
+    static const QByteArray directive("`include");
+    int at = content.indexOf(directive);
+    for (; at >= 0; at = content.indexOf(directive, at)) {
+        at += directive.size();
+        while (at < content.size() && (content[at] == ' ' || content[at] == '\t'))
+            ++at;
+        if (at >= content.size() || (content[at] != '"' && content[at] != '<'))
+            continue;
+        const char close = content[at] == '"' ? '"' : '>';
+        const int lineEnd = content.indexOf('\n', at);
+        const int end = content.indexOf(close, at + 1);
+        if (end < 0 || (lineEnd >= 0 && end > lineEnd))
+            continue;
+        const QString found =
+            findInclude(path, QFile::decodeName(content.mid(at + 1, end - at - 1)));
+        if (!found.isEmpty())
+            m_pending.append(found);
+    }
+}
+
+QString SourceCheck::findInclude(const QString &includingFile, const QString &name) const
+{
+    QStringList folders(QFileInfo(includingFile).absolutePath());
+    folders += m_sources.includePaths;
+    folders += m_sourceFolders;
+    for (const QString &folder : qAsConst(folders)) {
+        const QString path = QDir::cleanPath(QDir(folder).filePath(name));
+        // Anything but a regular file the elaborator reports by itself.
+        if (QFileInfo(path).isFile())
+            return path;
+    }
+    return {};
+}
+
+} // namespace
+
+DesignSources readDesignSources(const QMap<QString, QVariant> &info)
+{
+    using namespace TE;
+    const auto value = [&info](const char *key) { return info.value(QLatin1String(key)); };
+
+    DesignSources result;
+    result.top = value(DesignInfo::Top).toString();
+    const QVariantList files = value(DesignInfo::Files).toList();
+    for (const QVariant &entry : files) {
+        const QVariantMap file = entry.toMap();
+        const QString path = file.value(QLatin1String(DesignInfo::Path)).toString();
+        const int type = file.value(QLatin1String(DesignInfo::Type), VerilogFile).toInt();
+        if (isDesignSource(type))
+            result.files.append(sourceFile(path, type));
+    }
+    const QStringList libraryFiles = value(DesignInfo::LibraryFiles).toStringList();
+    for (const QString &path : libraryFiles) {
+        SourceFile file = sourceFile(path, VerilogFile);
+        file.library = true;
+        result.files.append(file);
+    }
+    result.includePaths = value(DesignInfo::IncludePaths).toStringList();
+    result.macros = value(DesignInfo::Macros).toStringList();
+    result.standard = knownStandard(value(DesignInfo::Standard).toString());
+    const int timeout = value(DesignInfo::Timeout).toInt();
+    result.timeoutSeconds = timeout > 0 ? timeout : DefaultTimeout;
+    return result;
+}
+
+QStringList checkSources(const DesignSources &sources)
+{
+    return SourceCheck(sources).run();
+}
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "../netweir_global.h"
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVector>
+
+namespace NETWEIR {
+namespace Internal {
+
+/// One source of the design.
+struct SourceFile
+{
+    QString path;
+    bool systemVerilog = false;
+    bool vhdl = false;
+    bool library = false; ///< Its modules stand in for missing ones only.
+};
+
+/// What the design information map says, in the types of the extractor.
+struct DesignSources
+{
+    QString top;
+    QVector<SourceFile> files; ///< Sources in project order, then library files.
+    QStringList includePaths;
+    QStringList macros;
+    QString standard; ///< Language of the Verilog files; never empty.
+    int timeoutSeconds = 120;
+};
+
+/// Reads the map whose keys te/designinfo.h names. Files that are no design sources are left out.
+NETWEIR_EXPORT DesignSources readDesignSources(const QMap<QString, QVariant> &info);
+
+/// Looks for what would make the elaborator hang or fail without a reason: missing, unreadable,
+/// empty and binary files, folders, lines over 1 MB, VHDL; included files too, as far as their
+/// names stand in the text. One message a finding. Reads each file once.
+NETWEIR_EXPORT QStringList checkSources(const DesignSources &sources);
+
+} // namespace Internal
+} // namespace NETWEIR

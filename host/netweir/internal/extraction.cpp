@@ -1,0 +1,461 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "extraction.h"
+
+#include "designmodules.h"
+#include "extractionprogress.h"
+#include "netlistreader.h"
+#include "toolmessages.h"
+#include "toolprocess.h"
+
+#include "../rtlnetlist.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QTemporaryDir>
+#include <QThread>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+/// How long findModules() waits for the elaborator: long enough for the errors of all but huge
+/// designs, short enough for a call that only promises the modules.
+constexpr int ErrorWait = 3000;
+
+/// The first run and one for pins that the scan did not see.
+constexpr int MostRuns = 2;
+
+constexpr qint64 MostText = 1024 * 1024 * 1024;
+
+const char XmlFile[] = "design.xml";
+const char StubFile[] = "stubs.v";
+
+/// The tool cuts names at blanks and takes several characters for its own.
+bool isPlainName(const QString &name)
+{
+    for (const QChar c : name) {
+        const bool plain = (c >= QLatin1Char('a') && c <= QLatin1Char('z')) ||
+                           (c >= QLatin1Char('A') && c <= QLatin1Char('Z')) ||
+                           (c >= QLatin1Char('0') && c <= QLatin1Char('9')) ||
+                           c == QLatin1Char('_') || c == QLatin1Char('.');
+        if (!plain)
+            return false;
+    }
+    return !name.isEmpty();
+}
+
+bool writeText(const QString &path, const QByteArray &text)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+}
+
+/// A crash of the elaborator may leave half a file.
+bool isCompleteXml(const QString &path)
+{
+    constexpr int TailLength = 64;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    file.seek(qMax<qint64>(0, file.size() - TailLength));
+    return file.readAll().trimmed().endsWith("</verilator_xml>");
+}
+
+/// Name of the text of file @p index for the elaborator. The suffix selects the language.
+QString textName(const SourceFile &file, int index)
+{
+    return QStringLiteral("text%1.%2").arg(index).arg(
+        file.systemVerilog ? QStringLiteral("sv") : QStringLiteral("v"));
+}
+
+/// Adds the time until its end to a sum.
+class Stopwatch
+{
+public:
+    explicit Stopwatch(qint64 *sum)
+        : m_sum(sum)
+    {
+        m_timer.start();
+    }
+    ~Stopwatch() { *m_sum += m_timer.elapsed(); }
+    Stopwatch(const Stopwatch &) = delete;
+    Stopwatch &operator=(const Stopwatch &) = delete;
+
+private:
+    qint64 *m_sum;
+    QElapsedTimer m_timer;
+};
+
+} // namespace
+
+Extraction::Extraction(const DesignSources &sources)
+    : m_sources(sources)
+{
+}
+
+Extraction::~Extraction() = default;
+
+void Extraction::findModules(ExtractionProgress *progress, QStringList *tops, QStringList *modules,
+                             QStringList *messages)
+{
+    const Stopwatch stopwatch(&m_spent);
+    QStringList found;
+    prepare(progress, &found);
+    if (m_state == Elaborating)
+        elaborate(progress, ErrorWait, &found);
+    *tops += m_tops;
+    *modules += m_modules;
+    *messages += found;
+    if (containsError(found) || m_tops.size() != 1)
+        reset();
+}
+
+std::unique_ptr<RtlNetlist> Extraction::buildNetlist(ExtractionProgress *progress,
+                                                     QStringList *messages)
+{
+    QStringList found;
+    std::unique_ptr<RtlNetlist> netlist;
+    {
+        const Stopwatch stopwatch(&m_spent);
+        if (m_state == Idle)
+            prepare(progress, &found);
+        if (m_state == Elaborating)
+            elaborate(progress, -1, &found);
+        if (m_state == Elaborated && m_tops.size() == 1)
+            netlist = readNetlist(progress, &found);
+        else if (!containsError(found))
+            found.append(errorMessage(Text::tr("The design has no single top module. Set the top "
+                                               "module.")));
+    }
+    *messages += found;
+    reset();
+    return netlist;
+}
+
+/// Up to the start of the elaborator.
+void Extraction::prepare(ExtractionProgress *progress, QStringList *messages)
+{
+    m_tops.clear();
+    m_modules.clear();
+    progress->setPhase(Text::tr("Reading sources"));
+    QString error;
+    m_program = findElaborator(&error);
+    if (m_program.isEmpty())
+        messages->append(errorMessage(error));
+    else
+        *messages += checkSources(m_sources);
+    if (containsError(*messages) || m_sources.files.isEmpty())
+        return;
+    if (prepareFolder(messages) && preprocess(progress, messages))
+        scan(messages);
+}
+
+bool Extraction::prepareFolder(QStringList *messages)
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_files.clear();
+    m_folders.clear();
+    if (m_folder->isValid() && linkSources())
+        return true;
+    messages->append(errorMessage(Text::tr("No temporary folder can be made: %1. Make room in %2.")
+                                      .arg(m_folder->errorString(), QDir::tempPath())));
+    return false;
+}
+
+/// Gives every source and include folder a plain name in the private folder. A source keeps its own
+/// name within a link to its folder, so that included files are found beside it.
+bool Extraction::linkSources()
+{
+    const QDir root(m_folder->path());
+    QHash<QString, QString> links; // By source folder.
+    bool ok = true;
+    const auto link = [&root, &ok](const QString &target, const QString &name) {
+        ok = ok && QFile::link(target, root.filePath(name));
+    };
+    const auto addFolder = [this, &link](const QString &path) {
+        const QString name = QStringLiteral("netweir_i%1").arg(m_folders.size());
+        link(path, name);
+        m_folders.append({name.toLatin1(), path});
+    };
+    for (const QString &folder : qAsConst(m_sources.includePaths))
+        addFolder(folder);
+    for (int i = 0; i < m_sources.files.size(); ++i) {
+        const QFileInfo info(m_sources.files[i].path);
+        const QString folder = info.absolutePath();
+        QString &linked = links[folder];
+        if (linked.isEmpty()) {
+            linked = QStringLiteral("netweir_s%1").arg(links.size());
+            link(folder, linked);
+            addFolder(folder); // Searched for includes after everything else.
+        }
+        QString alias = linked + QLatin1Char('/') + info.fileName();
+        if (!isPlainName(info.fileName())) {
+            alias = QStringLiteral("netweir_f%1").arg(i);
+            link(info.absoluteFilePath(), alias);
+        }
+        m_files.append({alias.toLatin1(), info.filePath()});
+    }
+    return ok;
+}
+
+QStringList Extraction::preprocessorArguments() const
+{
+    // The design is read as synthesis reads it, not as a simulation by this tool.
+    QStringList arguments = {QStringLiteral("-E"), QStringLiteral("--relative-includes"),
+                             QStringLiteral("-Wno-fatal"), QStringLiteral("-UVERILATOR"),
+                             QStringLiteral("-DSYNTHESIS")};
+    for (const QString &macro : m_sources.macros)
+        arguments.append(QStringLiteral("-D") + macro);
+    for (const PathAlias &folder : m_folders)
+        arguments.append(QStringLiteral("-I") + QString::fromLatin1(folder.alias));
+    for (int i = 0; i < m_files.size(); ++i) {
+        if (m_sources.files[i].library)
+            arguments.append(QStringLiteral("-v"));
+        arguments.append(QString::fromLatin1(m_files[i].alias));
+    }
+    return arguments;
+}
+
+bool Extraction::preprocess(ExtractionProgress *progress, QStringList *messages)
+{
+    m_process = std::make_unique<ToolProcess>(m_folder->path());
+    m_process->run(m_program, preprocessorArguments(), m_sources.timeoutSeconds);
+    progress->wait(m_process.get());
+    if (progress->isCancelled()) {
+        messages->append(errorMessage(Text::tr("Reading the design was cancelled.")));
+        return false;
+    }
+    const ToolProcess::Result result = m_process->result();
+    m_text.reset();
+    if (QFileInfo(QDir(m_folder->path()).filePath(QStringLiteral("stdout"))).size() > MostText) {
+        messages->append(errorMessage(Text::tr("The sources are larger than 1 GB.")));
+        return false;
+    }
+    m_text = std::make_unique<PreprocessedText>(m_process->standardOutput(), m_files, m_folders);
+    *messages += toUserMessages(parseToolOutput(m_process->errorOutput()), *m_text);
+    if (result != ToolProcess::Succeeded && !containsError(*messages))
+        messages->append(failureOf(*m_process, Text::tr("Reading the sources")));
+    return true;
+}
+
+void Extraction::scan(QStringList *messages)
+{
+    ModuleScan scan;
+    for (int i = 0; i < m_files.size(); ++i) {
+        const SourceFile &file = m_sources.files[i];
+        const int before = scan.units.size();
+        scanModules(m_text->texts()[i],
+                    file.systemVerilog || m_sources.standard.startsWith(QLatin1String("1800")),
+                    &scan);
+        for (int unit = before; unit < scan.units.size(); ++unit)
+            scan.units[unit].library = file.library;
+    }
+    const DesignModules modules(scan, *m_text);
+    m_modules = modules.modules();
+    m_tops = modules.tops(m_sources.top);
+    if (!m_sources.top.isEmpty() && !m_modules.isEmpty() && !m_modules.contains(m_sources.top))
+        messages->append(
+            warningMessage({}, Text::tr("The design has no module \"%1\". Candidates for the top "
+                                        "module: %2.")
+                                   .arg(m_sources.top, m_tops.join(QLatin1String(", ")))));
+    *messages += modules.duplicateErrors();
+    const QString circle = modules.circleError(m_tops);
+    const QString endless = m_tops.size() == 1 ? modules.endlessError(m_tops.first()) : QString();
+    if (!circle.isEmpty())
+        messages->append(circle);
+    if (!endless.isEmpty())
+        messages->append(endless);
+    if (containsError(*messages))
+        return;
+    m_stubs = std::make_unique<Stubs>(modules.unknownInstantiations(), scan);
+    if (m_tops.size() == 1)
+        startElaboration(m_tops.first(), messages);
+    else if (!scan.balanced) // Not to be understood: let the elaborator say what is wrong.
+        startElaboration(m_modules.value(0, QStringLiteral("top")), messages);
+}
+
+void Extraction::startElaboration(const QString &top, QStringList *messages)
+{
+    m_top = top;
+    m_runs = 0;
+    if (writeElaboratorInput())
+        runElaborator();
+    else
+        messages->append(errorMessage(Text::tr("The temporary folder cannot be written. Make room "
+                                               "in %1.")
+                                          .arg(QDir::tempPath())));
+}
+
+bool Extraction::writeElaboratorInput()
+{
+    const QDir root(m_folder->path());
+    QFile::remove(root.filePath(QStringLiteral("stdout")));
+    bool ok = true;
+    for (int i = 0; i < m_files.size() && ok; ++i)
+        ok = writeText(root.filePath(textName(m_sources.files[i], i)), m_text->texts()[i]);
+    return ok;
+}
+
+void Extraction::runElaborator()
+{
+    const QDir root(m_folder->path());
+    QStringList arguments = {
+        QStringLiteral("--xml-only"),
+        QStringLiteral("--xml-output"),
+        QLatin1String(XmlFile),
+        QStringLiteral("-O0"), // The default optimisation deletes nets of the user.
+        QStringLiteral("-Wno-fatal"),
+        QStringLiteral("-Wno-lint"),
+        QStringLiteral("-Wno-style"),
+        QStringLiteral("-Wno-context"),
+        QStringLiteral("-Wno-MODDUP"),       // A library module that the sources define too.
+        QStringLiteral("-Wno-TIMESCALEMOD"), // Stubs have no time scale.
+        QStringLiteral("--bbox-sys"),
+        QStringLiteral("--bbox-unsup"),
+        QStringLiteral("--error-limit"),
+        QStringLiteral("100000"),
+        QStringLiteral("--unroll-count"),
+        QStringLiteral("100000"),
+        QStringLiteral("--Mdir"),
+        QStringLiteral("."),
+        QStringLiteral("--top-module"),
+        m_top,
+        QStringLiteral("--default-language"),
+        m_sources.standard,
+        QStringLiteral("+1800-2017ext+sv"),
+    };
+    for (int i = 0; i < m_files.size(); ++i) {
+        if (m_sources.files[i].library)
+            arguments.append(QStringLiteral("-v"));
+        arguments.append(textName(m_sources.files[i], i));
+    }
+    if (!m_stubs->isEmpty() && writeText(root.filePath(QLatin1String(StubFile)), m_stubs->text()))
+        arguments.append(QLatin1String(StubFile));
+
+    QFile::remove(root.filePath(QLatin1String(XmlFile)));
+    ++m_runs;
+    m_state = Elaborating;
+    m_process = std::make_unique<ToolProcess>(m_folder->path());
+    m_process->run(m_program, arguments, m_sources.timeoutSeconds);
+}
+
+/// Waits for the elaborator, at most @p limit milliseconds if that is not negative.
+void Extraction::elaborate(ExtractionProgress *progress, int limit, QStringList *messages)
+{
+    progress->setPhase(Text::tr("Elaborating design"));
+    while (m_state == Elaborating && progress->wait(m_process.get(), limit)) {
+        if (progress->isCancelled()) {
+            messages->append(errorMessage(Text::tr("Reading the design was cancelled.")));
+            m_state = Broken;
+        } else if (finishElaboration(messages)) {
+            m_state = Elaborated;
+        } else if (containsError(*messages)) {
+            m_state = Broken;
+        }
+    }
+}
+
+/// False when it failed, or runs once more.
+bool Extraction::finishElaboration(QStringList *messages)
+{
+    const bool succeeded = m_process->result() == ToolProcess::Succeeded;
+    if (!succeeded && m_runs < MostRuns && addMissingPins()) {
+        runElaborator();
+        return false;
+    }
+    QStringList found = toUserMessages(parseToolOutput(m_process->errorOutput()), *m_text);
+    const bool complete =
+        succeeded && isCompleteXml(QDir(m_folder->path()).filePath(QLatin1String(XmlFile)));
+    if (!complete && (!containsError(found) || m_process->result() != ToolProcess::Failed))
+        found.append(failureOf(*m_process, Text::tr("Elaborating the design")));
+    *messages += found;
+    return complete;
+}
+
+bool Extraction::addMissingPins()
+{
+    static const QByteArray pin("Pin not found: '");
+    static const QByteArray parameter("Parameter pin not found: '");
+    bool added = false;
+    const QVector<ToolMessage> messages = parseToolOutput(m_process->errorOutput());
+    for (const ToolMessage &message : messages) {
+        const bool isParameter = message.text.startsWith(parameter);
+        if (!isParameter && !message.text.startsWith(pin))
+            continue;
+        QByteArray name = message.text.mid(isParameter ? parameter.size() : pin.size());
+        name.chop(1);
+        const SourceLine place{message.file.mid(1).toInt(), message.line};
+        added = m_stubs->addMissing(place, name, isParameter) || added;
+    }
+    return added;
+}
+
+QString Extraction::failureOf(const ToolProcess &process, const QString &phase) const
+{
+    switch (process.result()) {
+    case ToolProcess::TimedOut:
+        return errorMessage(Text::tr("%1 took longer than %2 seconds and was ended. Raise the "
+                                     "timeout in the project's options.")
+                                .arg(phase)
+                                .arg(m_sources.timeoutSeconds));
+    case ToolProcess::OutOfMemory:
+        return errorMessage(Text::tr("%1 needs more than %2 MB of memory and was ended.")
+                                .arg(phase)
+                                .arg(ToolProcess::memoryLimit() / (1024 * 1024)));
+    case ToolProcess::NotStarted:
+        return errorMessage(Text::tr("%1 failed: %2 cannot be started (%3).")
+                                .arg(phase, m_program, process.errorString()));
+    case ToolProcess::Crashed:
+        return errorMessage(Text::tr("%1 failed: the elaborator crashed. Reading fewer files may "
+                                     "show which one it cannot read.")
+                                .arg(phase));
+    case ToolProcess::Failed:
+        return errorMessage(Text::tr("%1 failed: the elaborator gave no reason (exit code %2).")
+                                .arg(phase)
+                                .arg(process.exitCode()));
+    case ToolProcess::Succeeded:
+        break;
+    }
+    return errorMessage(Text::tr("%1 failed: its result is not complete.").arg(phase));
+}
+
+std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress,
+                                                    QStringList *messages)
+{
+    progress->setPhase(Text::tr("Building netlist"));
+    const QString path = QDir(m_folder->path()).filePath(QLatin1String(XmlFile));
+    const ReadOptions options{m_top, m_stubs->unknownModules(), m_stubs->primitiveModules()};
+    std::unique_ptr<RtlNetlist> netlist;
+    QString error;
+    const std::unique_ptr<QThread> thread(QThread::create(
+        [&] { netlist = readElaboratedXml(path, options, &error); }));
+    thread->start();
+    progress->wait(thread.get());
+    thread->wait();
+    if (progress->isCancelled()) {
+        messages->append(errorMessage(Text::tr("Reading the design was cancelled.")));
+        return nullptr;
+    }
+    if (!netlist)
+        messages->append(
+            errorMessage(Text::tr("The elaborated design cannot be read: %1").arg(error)));
+    return netlist;
+}
+
+/// Ends the tool and removes its folder.
+void Extraction::reset()
+{
+    m_process.reset();
+    m_folder.reset();
+    m_text.reset();
+    m_stubs.reset();
+    m_state = Idle;
+}
+
+} // namespace Internal
+} // namespace NETWEIR

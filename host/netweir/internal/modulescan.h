@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "../netweir_global.h"
+
+#include <QByteArray>
+#include <QByteArrayList>
+#include <QVector>
+
+namespace NETWEIR {
+namespace Internal {
+
+/// A line of a file of PreprocessedText.
+struct SourceLine
+{
+    int file = -1;
+    int line = 0;
+};
+
+/// One instantiation statement: any number of instances of one module.
+struct Instantiation
+{
+    QByteArray module;
+    SourceLine first;
+    SourceLine last;
+    QByteArrayList instances; ///< Their names.
+    QByteArrayList parameters; ///< Those set by name.
+    QByteArrayList pins;       ///< Those connected by name, in any of the instances.
+    int positionalParameters = 0;
+    int positionalPins = 0;
+    /// Within a generate block that may be left out.
+    bool conditional = false;
+    /// Without a list of connections. It may as well be the declaration of a variable, unless a
+    /// module of that name exists.
+    bool bare = false;
+};
+
+/// A parameter set from outside: defparam instance.parameter = value.
+struct Defparam
+{
+    QByteArray instance; ///< The last component in front of the parameter.
+    QByteArray parameter;
+};
+
+/// A module or one of its relatives.
+struct DesignUnit
+{
+    enum Kind { Module, Interface, Program, Primitive, Checker };
+
+    QByteArray name;
+    Kind kind = Module;
+    SourceLine place;
+    bool nested = false;  ///< Declared within another unit and visible there only.
+    bool library = false; ///< Stands in for a missing one only.
+    QVector<Instantiation> instantiations;
+    QVector<Defparam> defparams;
+};
+
+/// What a text defines and instantiates, each in the order of the text.
+struct ModuleScan
+{
+    QVector<DesignUnit> units;
+    QVector<Instantiation> bindings; ///< Instantiations by bind statements.
+    bool balanced = true; ///< Each unit ends and each end has its unit.
+};
+
+/// Finds the modules in preprocessed Verilog text and what they instantiate, branches that are not
+/// generated included. No parser: of the language it knows where statements begin and end. Any text
+/// is accepted, time and memory are linear in it.
+NETWEIR_EXPORT void scanModules(const QByteArray &text, bool systemVerilog, ModuleScan *result);
+
+} // namespace Internal
+} // namespace NETWEIR

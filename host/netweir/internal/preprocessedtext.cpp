@@ -1,0 +1,163 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "preprocessedtext.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <cstring>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+const char LineWord[] = "`line ";
+constexpr int LineWordLength = sizeof(LineWord) - 1;
+
+enum Level { Continue = 0, Enter = 1 };
+
+QByteArray upToBlank(const QByteArray &name)
+{
+    for (int i = 0; i < name.size(); ++i) {
+        if (name[i] == ' ' || name[i] == '\t')
+            return name.left(i);
+    }
+    return name;
+}
+
+bool isSameOrCut(const QByteArray &full, const QByteArray &name)
+{
+    return full == name || (full.size() > name.size() && upToBlank(full) == name);
+}
+
+} // namespace
+
+/// `line NUMBER "NAME" LEVEL
+struct PreprocessedText::Directive
+{
+    int line = 0;
+    QByteArray name;
+    int level = Continue;
+
+    static bool parse(const char *begin, const char *end, Directive *result)
+    {
+        const QByteArray text = QByteArray::fromRawData(begin, int(end - begin));
+        const int open = text.indexOf('"');
+        const int close = text.lastIndexOf('"');
+        if (open < 0 || close <= open)
+            return false;
+        bool isNumber = false;
+        result->line = text.mid(LineWordLength, open - LineWordLength).trimmed().toInt(&isNumber);
+        result->name = text.mid(open + 1, close - open - 1);
+        result->level = text.mid(close + 1).trimmed().toInt();
+        return isNumber;
+    }
+};
+
+PreprocessedText::PreprocessedText(const QByteArray &output, const QVector<PathAlias> &files,
+                                   const QVector<PathAlias> &folders)
+    : m_files(files)
+    , m_folders(folders)
+    , m_texts(files.size())
+{
+    for (const PathAlias &file : m_files)
+        m_filePaths.insert(file.alias, file.path);
+    split(output);
+}
+
+void PreprocessedText::split(const QByteArray &output)
+{
+    const char *const end = output.constData() + output.size();
+    const char *kept = output.constData(); // Start of the text not yet copied.
+    for (const char *line = kept; line < end;) {
+        const char *next = static_cast<const char *>(memchr(line, '\n', size_t(end - line)));
+        next = next ? next + 1 : end;
+        Directive directive;
+        if (next - line > LineWordLength && memcmp(line, LineWord, LineWordLength) == 0 &&
+            Directive::parse(line, next, &directive)) {
+            if (m_part >= 0)
+                m_texts[m_part].append(kept, int(line - kept));
+            enterDirective(directive);
+            kept = next;
+        }
+        line = next;
+    }
+    if (m_part >= 0)
+        m_texts[m_part].append(kept, int(end - kept));
+}
+
+void PreprocessedText::enterDirective(const Directive &directive)
+{
+    // The files of the command line have names that no include line can produce.
+    if (directive.level == Enter && m_part + 1 < m_files.size() &&
+        directive.name == m_files[m_part + 1].alias) {
+        ++m_part;
+        m_open.clear();
+    }
+    if (m_part < 0)
+        return;
+    const int file = currentFile(directive);
+    m_lastLine = directive.line;
+    m_texts[m_part] += "`line " + QByteArray::number(directive.line) + " \"f" +
+                       QByteArray::number(file) + "\" 0\n";
+}
+
+int PreprocessedText::currentFile(const Directive &directive)
+{
+    if (directive.level == Enter) {
+        m_open.append(directive.name);
+        return numberOf(directive.name);
+    }
+    // The end of a file whose name has a blank is not announced: the same cut name with a lower
+    // line number is the including file.
+    if (m_open.size() > 1 && directive.line < m_lastLine &&
+        isSameOrCut(m_open.last(), directive.name) &&
+        isSameOrCut(m_open[m_open.size() - 2], directive.name))
+        m_open.removeLast();
+    for (int i = m_open.size() - 1; i >= 0; --i) {
+        if (isSameOrCut(m_open[i], directive.name)) {
+            m_open.resize(i + 1);
+            return numberOf(m_open[i]);
+        }
+    }
+    return numberOf(directive.name); // Named by a `line directive of the source.
+}
+
+int PreprocessedText::numberOf(const QByteArray &name)
+{
+    const auto known = m_numbers.constFind(name);
+    if (known != m_numbers.constEnd())
+        return *known;
+    const int number = m_paths.size();
+    m_paths.append(resolve(name));
+    m_numbers.insert(name, number);
+    m_cutNumbers.insert(upToBlank(name), number);
+    return number;
+}
+
+QString PreprocessedText::resolve(const QByteArray &name) const
+{
+    const auto file = m_filePaths.constFind(name);
+    if (file != m_filePaths.constEnd())
+        return *file;
+    for (const PathAlias &folder : m_folders) {
+        if (name.startsWith(folder.alias + '/'))
+            return QDir::cleanPath(folder.path +
+                                   QFile::decodeName(name.mid(folder.alias.size())));
+    }
+    return QFile::decodeName(name);
+}
+
+QString PreprocessedText::path(const QByteArray &name) const
+{
+    bool isNumber = false;
+    const int number = name.startsWith('f') ? name.mid(1).toInt(&isNumber) : -1;
+    if (isNumber && number < m_paths.size())
+        return m_paths[number];
+    const int known = m_numbers.value(name, m_cutNumbers.value(name, -1));
+    return known >= 0 ? m_paths[known] : m_filePaths.value(name);
+}
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "stubs.h"
+
+#include "deviceprimitives.h"
+
+#include <algorithm>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+/// Escaped, as the name may be a keyword in another version of the language.
+QByteArray escaped(const QByteArray &name)
+{
+    return '\\' + name + ' ';
+}
+
+/// @p names, followed by as many others as the positions need.
+QByteArrayList filledUp(const QByteArrayList &names, int positional, const char *prefix)
+{
+    QByteArrayList result = names;
+    while (result.size() < positional)
+        result.append(prefix + QByteArray::number(result.size() + 1));
+    return result;
+}
+
+} // namespace
+
+void Stubs::NameList::add(const QByteArray &name)
+{
+    if (known.contains(name))
+        return;
+    known.insert(name);
+    names.append(name);
+}
+
+Stubs::Stubs(const QVector<Instantiation> &instantiations, const ModuleScan &scan)
+{
+    for (const Instantiation &instantiation : instantiations)
+        add(instantiation);
+    addDefparams(scan);
+}
+
+void Stubs::add(const Instantiation &instantiation)
+{
+    const QString name = QString::fromUtf8(instantiation.module);
+    if (isDevicePrimitive(name)) {
+        m_primitives.insert(name);
+        return;
+    }
+    if (!m_unknown.contains(name)) {
+        m_unknown.insert(name);
+        m_order.append(instantiation.module);
+    }
+    Stub &stub = m_stubs[instantiation.module];
+    for (const QByteArray &parameter : instantiation.parameters)
+        stub.parameters.add(parameter);
+    for (const QByteArray &pin : instantiation.pins)
+        stub.pins.add(pin);
+    stub.parameters.positional =
+        qMax(stub.parameters.positional, instantiation.positionalParameters);
+    stub.pins.positional = qMax(stub.pins.positional, instantiation.positionalPins);
+    m_instantiations.append(instantiation);
+}
+
+/// A defparam names an instance, which may be anywhere in the design: every unknown module with an
+/// instance of that name gets the parameter.
+void Stubs::addDefparams(const ModuleScan &scan)
+{
+    QHash<QByteArray, QSet<QByteArray>> parameters; // By instance.
+    for (const DesignUnit &unit : scan.units) {
+        for (const Defparam &defparam : unit.defparams)
+            parameters[defparam.instance].insert(defparam.parameter);
+    }
+    if (parameters.isEmpty())
+        return;
+    for (const Instantiation &instantiation : qAsConst(m_instantiations)) {
+        for (const QByteArray &instance : instantiation.instances) {
+            QByteArrayList names = parameters.value(instance).values();
+            std::sort(names.begin(), names.end());
+            for (const QByteArray &name : qAsConst(names))
+                m_stubs[instantiation.module].parameters.add(name);
+        }
+    }
+}
+
+QByteArray Stubs::text() const
+{
+    QByteArray result("`resetall\n");
+    QStringList primitives = m_primitives.values();
+    primitives.sort();
+    for (const QString &primitive : qAsConst(primitives))
+        result += devicePrimitiveSource(primitive);
+    for (const QByteArray &name : m_order) {
+        const Stub &stub = m_stubs[name];
+        QByteArrayList parameters;
+        for (const QByteArray &parameter :
+             filledUp(stub.parameters.names, stub.parameters.positional, "parameter_"))
+            parameters.append("parameter " + escaped(parameter) + "= 0");
+        QByteArrayList pins;
+        for (const QByteArray &pin : filledUp(stub.pins.names, stub.pins.positional, "pin_"))
+            pins.append("input " + escaped(pin));
+        result += "module " + escaped(name);
+        if (!parameters.isEmpty())
+            result += "#(" + parameters.join(", ") + ") ";
+        result += '(' + pins.join(", ") + ");\nendmodule\n";
+    }
+    return result;
+}
+
+bool Stubs::addMissing(const SourceLine &place, const QByteArray &name, bool isParameter)
+{
+    bool added = false;
+    for (const Instantiation &instantiation : qAsConst(m_instantiations)) {
+        if (instantiation.first.file != place.file || instantiation.first.line > place.line ||
+            instantiation.last.line < place.line)
+            continue;
+        Stub &stub = m_stubs[instantiation.module];
+        NameList &names = isParameter ? stub.parameters : stub.pins;
+        added = added || !names.known.contains(name);
+        names.add(name);
+    }
+    return added;
+}
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "../netweir_global.h"
+
+#include "modulescan.h"
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+
+namespace NETWEIR {
+namespace Internal {
+
+/// Modules that stand in for those that nobody defines, so that the elaborator accepts the design.
+///
+/// The device's primitives have their real interface. Of every other module nothing is known but
+/// how it is used: each pin becomes an input, each parameter gets the default 0.
+class NETWEIR_EXPORT Stubs
+{
+public:
+    /// @p instantiations are those of unknown modules in the scan @p scan.
+    Stubs(const QVector<Instantiation> &instantiations, const ModuleScan &scan);
+
+    bool isEmpty() const { return m_order.isEmpty() && m_primitives.isEmpty(); }
+
+    /// Verilog text of all of them, unknown modules in the order of their first use.
+    QByteArray text() const;
+
+    const QSet<QString> &unknownModules() const { return m_unknown; }
+    const QSet<QString> &primitiveModules() const { return m_primitives; }
+
+    /// Adds the pin or parameter @p name, which the elaborator misses in the instantiation at
+    /// @p place. False when that is none of an unknown module or already has it.
+    bool addMissing(const SourceLine &place, const QByteArray &name, bool isParameter);
+
+private:
+    /// Names in the order of their first use.
+    struct NameList
+    {
+        void add(const QByteArray &name);
+
+        QByteArrayList names;
+        QSet<QByteArray> known;
+        int positional = 0;
+    };
+
+    struct Stub
+    {
+        NameList parameters;
+        NameList pins;
+    };
+
+    void add(const Instantiation &instantiation);
+    void addDefparams(const ModuleScan &scan);
+
+    QVector<Instantiation> m_instantiations; ///< Without those of primitives.
+    QByteArrayList m_order;
+    QHash<QByteArray, Stub> m_stubs;
+    QSet<QString> m_unknown;
+    QSet<QString> m_primitives;
+};
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "../netweir_global.h"
+
+#include <QProcess>
+#include <QStringList>
+#include <QTimer>
+
+namespace NETWEIR {
+namespace Internal {
+
+/// Path of the elaborator: the environment variable TARN_VERILATOR, else "verilator_bin" on the
+/// PATH, else where it was when this library was built. Null when there is none; @p error then says
+/// what to do.
+NETWEIR_EXPORT QString findElaborator(QString *error);
+
+/// One run of the elaborator, with limits on memory and stack and in a process group of its own,
+/// which dies with this object, after the timeout and with the host.
+///
+/// Output goes to files of the working folder, so that no event loop is needed while it runs.
+class NETWEIR_EXPORT ToolProcess final : public QProcess
+{
+    Q_OBJECT
+
+public:
+    enum Result { Succeeded, Failed, Crashed, OutOfMemory, TimedOut, NotStarted };
+
+    explicit ToolProcess(const QString &workingFolder);
+    ~ToolProcess() override;
+
+    /// Standard output goes to the file "stdout" of the working folder and errors to "stderr".
+    void run(const QString &program, const QStringList &arguments, int timeoutSeconds);
+
+    /// Kills the whole group at once and waits until the process is gone.
+    void end();
+
+    bool isRunning() const { return state() != NotRunning; }
+
+    /// Of a run that is over. Failed: the exit code is not 0.
+    Result result() const;
+
+    QByteArray standardOutput() const;
+    QByteArray errorOutput() const;
+
+    /// The limit in bytes.
+    static qint64 memoryLimit();
+
+protected:
+    void setupChildProcess() override;
+
+private:
+    void killGroup();
+    QByteArray read(const char *name) const;
+
+    QTimer m_timeout;
+    qint64 m_group = 0;
+    bool m_timedOut = false;
+};
+
+} // namespace Internal
+} // namespace NETWEIR

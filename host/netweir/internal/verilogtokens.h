@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+
+#include <string_view>
+
+namespace NETWEIR {
+namespace Internal {
+
+/// The keywords that the module scan acts on. The others only have to be told from identifiers.
+enum class Keyword {
+    None,
+    Other,
+    Always,
+    Assert,
+    Begin,
+    Bind,
+    Case,
+    Checker,
+    Class,
+    Clocking,
+    Config,
+    Covergroup,
+    Default,
+    Defparam,
+    Disable,
+    Else,
+    End,
+    Endcase,
+    Endchecker,
+    Endclass,
+    Endclocking,
+    Endconfig,
+    Endfunction,
+    Endgenerate,
+    Endgroup,
+    Endinterface,
+    Endmodule,
+    Endpackage,
+    Endprimitive,
+    Endprogram,
+    Endproperty,
+    Endsequence,
+    Endspecify,
+    Endtask,
+    Extern,
+    For,
+    Fork,
+    Function,
+    Generate,
+    If,
+    Interface,
+    Join,
+    Module,
+    Package,
+    Primitive,
+    Program,
+    Property,
+    Sequence,
+    Specify,
+    Task,
+    Typedef,
+    Virtual,
+};
+
+/// One token; its text lies in the scanned text.
+struct Token
+{
+    enum Kind { EndOfText, Identifier, Reserved, Number, String, Punctuation };
+
+    Kind kind = EndOfText;
+    Keyword keyword = Keyword::None;
+    char punctuation = 0; ///< 'c' stands for the two colons of a scope.
+    std::string_view text; ///< Of an escaped identifier without the backslash.
+    int file = -1;
+    int line = 0;
+
+    bool is(char character) const { return kind == Punctuation && punctuation == character; }
+    bool is(Keyword word) const { return kind == Reserved && keyword == word; }
+};
+
+/// Splits preprocessed Verilog text into tokens, following the `line directives of
+/// PreprocessedText. Skips comments, strings' contents and directives. Any text is accepted; each
+/// byte is looked at a constant number of times.
+///
+/// Copying saves the position.
+class VerilogTokens
+{
+public:
+    VerilogTokens(const QByteArray &text, bool systemVerilog);
+
+    Token next();
+
+private:
+    bool skipBlanks();
+    bool skipComment();
+    void skipDirective();
+    void skipDirectiveArguments(std::string_view directive);
+    void skipLine();
+    void skipBasedNumber();
+    std::string_view word();
+    std::string_view escapedName();
+    void skipString();
+    void readLineDirective(std::string_view arguments);
+    void readKeywordVersion(std::string_view arguments);
+    bool atEnd() const { return m_at == m_end; }
+    char peek(int ahead = 1) const { return m_end - m_at > ahead ? m_at[ahead] : '\0'; }
+
+    const char *m_at;
+    const char *m_end;
+    int m_file = -1;
+    int m_line = 1;
+    bool m_systemVerilog;
+    bool m_fileIsSystemVerilog;
+};
+
+} // namespace Internal
+} // namespace NETWEIR

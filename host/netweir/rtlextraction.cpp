@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "rtlextraction.h"
+
+#include "hierachy.h"
+#include "internal/extraction.h"
+#include "internal/extractionprogress.h"
+#include "internal/messages.h"
+#include "rtlnetbus.h"
+#include "rtlnetlist.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QElapsedTimer>
+
+namespace NETWEIR {
+
+using namespace Internal;
+
+namespace {
+
+/// The design of the last catchRtlModules(). Goes before the application does, as it may hold a
+/// running process.
+std::shared_ptr<Extraction> &lastExtraction()
+{
+    static std::shared_ptr<Extraction> last;
+    static const bool registered = [] {
+        qAddPostRoutine([] { last.reset(); });
+        return true;
+    }();
+    Q_UNUSED(registered)
+    return last;
+}
+
+void reportNetlist(const RtlNetlist &netlist, qint64 milliseconds)
+{
+    int nets = 0;
+    int buses = 0;
+    int nodes = 0;
+    QList<Hierachy *> pending(netlist.top() ? QList<Hierachy *>{netlist.top()}
+                                            : QList<Hierachy *>());
+    while (!pending.isEmpty()) {
+        const Hierachy *node = pending.takeLast();
+        ++nodes;
+        nets += node->nets().size();
+        buses += node->buses().size();
+        for (const RtlNetBus *bus : node->buses())
+            nets += bus->nets().size();
+        pending += node->children();
+    }
+    qDebug().noquote().nospace() << "netlist read: top " << netlist.top()->instName() << ", "
+                                 << nets << " nets, " << buses << " buses, " << nodes << " nodes, "
+                                 << QString::number(double(milliseconds) / 1000, 'f', 2) << " s";
+}
+
+} // namespace
+
+void catchRtlModules(QStringList &tops, QStringList &modules, QStringList &messages,
+                     QMap<QString, QVariant> &info, QWidget *parent)
+{
+    const auto extraction = std::make_shared<Extraction>(readDesignSources(info));
+    {
+        ExtractionProgress progress(parent);
+        extraction->findModules(&progress, &tops, &modules, &messages);
+    }
+    // Only now: while this one waited, another one may have come and gone.
+    lastExtraction() = extraction;
+}
+
+void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &messages, QWidget *parent)
+{
+    *netlist = nullptr;
+    // Kept here too: a call from the event loop may replace the last one.
+    const std::shared_ptr<Extraction> extraction = lastExtraction();
+    QStringList found;
+    std::unique_ptr<RtlNetlist> result;
+    if (extraction) {
+        ExtractionProgress progress(parent);
+        result = extraction->buildNetlist(&progress, &found);
+    } else {
+        found.append(errorMessage(Text::tr("No design has been read.")));
+    }
+    for (const QString &message : qAsConst(found))
+        qDebug().noquote() << message;
+    messages += found;
+    if (result)
+        reportNetlist(*result, extraction->spentMilliseconds());
+    *netlist = result.release();
+}
+
+} // namespace NETWEIR
