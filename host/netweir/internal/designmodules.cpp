@@ -88,7 +88,7 @@ QStringList DesignModules::duplicateErrors() const
         const DesignUnit *&known = first[unit.name];
         if (known) {
             result.append(errorMessage(
-                {m_text.path(unit.place.file), unit.place.line},
+                m_text.place(unit.place),
                 Text::tr("\"%1\" is defined a second time; the first definition is in %2. Rename "
                          "or remove one of them.")
                     .arg(QString::fromUtf8(unit.name), placeOf(*known))));
@@ -101,7 +101,8 @@ QStringList DesignModules::duplicateErrors() const
 
 QString DesignModules::placeOf(const DesignUnit &unit) const
 {
-    return QStringLiteral("%1:%2").arg(m_text.path(unit.place.file)).arg(unit.place.line);
+    const Place place = m_text.place(unit.place);
+    return QStringLiteral("%1:%2").arg(place.file).arg(place.line);
 }
 
 QString DesignModules::circleError(const QStringList &tops) const
@@ -116,8 +117,7 @@ QString DesignModules::circleError(const QStringList &tops) const
     const QVector<int> circle = findCircle(starts, false);
     if (circle.isEmpty())
         return {};
-    return errorMessage({m_text.path(m_scan.units[circle.first()].place.file),
-                         m_scan.units[circle.first()].place.line},
+    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
                         Text::tr("No top module: every module is instantiated by another one (%1). "
                                  "Set the top module or break the circle.")
                             .arg(describeCircle(circle)));
@@ -129,8 +129,7 @@ QString DesignModules::endlessError(const QString &top) const
     const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, true);
     if (circle.isEmpty())
         return {};
-    return errorMessage({m_text.path(m_scan.units[circle.first()].place.file),
-                         m_scan.units[circle.first()].place.line},
+    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
                         Text::tr("The instantiation never ends (%1). Break the circle or end it by "
                                  "a generate condition.")
                             .arg(describeCircle(circle)));

@@ -33,6 +33,7 @@ constexpr int MostRuns = 2;
 constexpr qint64 MostText = 1024 * 1024 * 1024;
 
 const char XmlFile[] = "design.xml";
+const char TextPrefix[] = "text";
 const char StubFile[] = "stubs.v";
 
 /// The tool cuts names at blanks and takes several characters for its own.
@@ -69,8 +70,8 @@ bool isCompleteXml(const QString &path)
 /// Name of the text of file @p index for the elaborator. The suffix selects the language.
 QString textName(const SourceFile &file, int index)
 {
-    return QStringLiteral("text%1.%2").arg(index).arg(
-        file.systemVerilog ? QStringLiteral("sv") : QStringLiteral("v"));
+    return QLatin1String(TextPrefix) + QString::number(index) +
+           QLatin1String(file.systemVerilog ? ".sv" : ".v");
 }
 
 /// Adds the time until its end to a sum.
@@ -237,7 +238,10 @@ bool Extraction::preprocess(ExtractionProgress *progress, QStringList *messages)
         return false;
     }
     m_text = std::make_unique<PreprocessedText>(m_process->standardOutput(), m_files, m_folders);
-    *messages += toUserMessages(parseToolOutput(m_process->errorOutput()), *m_text);
+    *messages += toUserMessages(
+        parseToolOutput(m_process->errorOutput()), [this](const ToolMessage &message) {
+            return Place{m_text->path(message.file), message.line, message.column};
+        });
     if (result != ToolProcess::Succeeded && !containsError(*messages))
         messages->append(failureOf(*m_process, Text::tr("Reading the sources")));
     return true;
@@ -249,7 +253,7 @@ void Extraction::scan(QStringList *messages)
     for (int i = 0; i < m_files.size(); ++i) {
         const SourceFile &file = m_sources.files[i];
         const int before = scan.units.size();
-        scanModules(m_text->texts()[i],
+        scanModules(m_text->texts()[i], i,
                     file.systemVerilog || m_sources.standard.startsWith(QLatin1String("1800")),
                     &scan);
         for (int unit = before; unit < scan.units.size(); ++unit)
@@ -309,6 +313,7 @@ void Extraction::runElaborator()
         QStringLiteral("--xml-output"),
         QLatin1String(XmlFile),
         QStringLiteral("-O0"), // The default optimisation deletes nets of the user.
+        QStringLiteral("--no-timing"),
         QStringLiteral("-Wno-fatal"),
         QStringLiteral("-Wno-lint"),
         QStringLiteral("-Wno-style"),
@@ -368,7 +373,12 @@ bool Extraction::finishElaboration(QStringList *messages)
         runElaborator();
         return false;
     }
-    QStringList found = toUserMessages(parseToolOutput(m_process->errorOutput()), *m_text);
+    QStringList found = toUserMessages(parseToolOutput(m_process->errorOutput()),
+                                       [this](const ToolMessage &message) {
+                                           Place place = m_text->place(textLineOf(message));
+                                           place.column = message.column;
+                                           return place;
+                                       });
     const bool complete =
         succeeded && isCompleteXml(QDir(m_folder->path()).filePath(QLatin1String(XmlFile)));
     if (!complete && (!containsError(found) || m_process->result() != ToolProcess::Failed))
@@ -389,10 +399,20 @@ bool Extraction::addMissingPins()
             continue;
         QByteArray name = message.text.mid(isParameter ? parameter.size() : pin.size());
         name.chop(1);
-        const SourceLine place{message.file.mid(1).toInt(), message.line};
-        added = m_stubs->addMissing(place, name, isParameter) || added;
+        added = m_stubs->addMissing(textLineOf(message), name, isParameter) || added;
     }
     return added;
+}
+
+/// The elaborator reads the texts under the names that textName() gives them.
+TextLine Extraction::textLineOf(const ToolMessage &message) const
+{
+    const QByteArray prefix(TextPrefix);
+    bool isText = message.file.startsWith(prefix);
+    const QByteArray number =
+        message.file.mid(prefix.size(), message.file.indexOf('.') - prefix.size());
+    const int text = isText ? number.toInt(&isText) : -1;
+    return isText ? TextLine{text, message.line} : TextLine();
 }
 
 QString Extraction::failureOf(const ToolProcess &process, const QString &phase) const
@@ -432,8 +452,8 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
     const ReadOptions options{m_top, m_stubs->unknownModules(), m_stubs->primitiveModules()};
     std::unique_ptr<RtlNetlist> netlist;
     QString error;
-    const std::unique_ptr<QThread> thread(QThread::create(
-        [&] { netlist = readElaboratedXml(path, options, &error); }));
+    const std::unique_ptr<QThread> thread(
+        QThread::create([&] { netlist = readElaboratedXml(path, options, &error); }));
     thread->start();
     progress->wait(thread.get());
     thread->wait();

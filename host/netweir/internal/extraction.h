@@ -21,13 +21,14 @@ namespace Internal {
 
 class ExtractionProgress;
 class ToolProcess;
+struct ToolMessage;
 
 /// The way of one design from its sources to its netlist.
 ///
 /// The preprocessor runs first; its output tells the modules and, file by file, is what the
-/// elaborator then reads. So macros carry over from file to file, nothing is preprocessed twice, and
-/// the names that the tool sees are free of blanks. Owns the running tool and the private folder it
-/// works in; both are gone as soon as they are not needed any more.
+/// elaborator then reads. So macros carry over from file to file, nothing is preprocessed twice,
+/// and the names that the tool sees are free of blanks. Owns the running tool and the private
+/// folder it works in; both are gone as soon as they are not needed any more.
 class Extraction
 {
 public:
@@ -62,6 +63,7 @@ private:
     void elaborate(ExtractionProgress *progress, int limit, QStringList *messages);
     bool finishElaboration(QStringList *messages);
     bool addMissingPins();
+    TextLine textLineOf(const ToolMessage &message) const;
     QString failureOf(const ToolProcess &process, const QString &phase) const;
     std::unique_ptr<RtlNetlist> readNetlist(ExtractionProgress *progress, QStringList *messages);
     void reset();

@@ -55,8 +55,9 @@ struct Connections
 class Scanner
 {
 public:
-    Scanner(const QByteArray &text, bool systemVerilog, ModuleScan *result)
+    Scanner(const QByteArray &text, int index, bool systemVerilog, ModuleScan *result)
         : m_tokens(text, systemVerilog)
+        , m_index(index)
         , m_result(result)
     {
         advance();
@@ -108,6 +109,7 @@ private:
 
     VerilogTokens m_tokens;
     Token m_token;
+    int m_index;
     ModuleScan *m_result;
     QVector<OpenUnit> m_open;
     bool m_branch = false; ///< The next item belongs to an if, else, for or case.
@@ -298,12 +300,12 @@ void Scanner::openUnit(DesignUnit::Kind kind)
     DesignUnit unit;
     unit.name = toBytes(m_token.text);
     unit.kind = kind;
-    unit.place = {m_token.file, m_token.line};
+    unit.place = {m_index, m_token.line};
     unit.nested = inUnit();
     m_result->units.append(unit);
     if (kind == DesignUnit::Primitive || kind == DesignUnit::Checker)
         return;
-    m_open.append({m_result->units.size() - 1, {}});
+    m_open.append(OpenUnit{m_result->units.size() - 1, {}});
     advance();
     while (m_token.is(Keyword::Extern)) // import of packages
         skipToSemicolon();
@@ -340,8 +342,8 @@ bool Scanner::isConditional() const
     return m_branch || (!blocks.isEmpty() && blocks.last() == Conditional);
 }
 
-/// An identifier at the beginning of an item: an instantiation, or one of the many other things that
-/// begin with an identifier.
+/// An identifier at the beginning of an item: an instantiation, or one of the many other things
+/// that begin with an identifier.
 void Scanner::scanInstantiation()
 {
     if (nextToken().is(':')) { // A label; what it labels follows.
@@ -364,7 +366,7 @@ void Scanner::scanInstantiation()
 bool Scanner::scanOneInstantiation(Instantiation *instantiation)
 {
     instantiation->module = toBytes(m_token.text);
-    instantiation->first = {m_token.file, m_token.line};
+    instantiation->first = {m_index, m_token.line};
     advance();
     if (m_token.is('#')) {
         advance();
@@ -378,7 +380,7 @@ bool Scanner::scanOneInstantiation(Instantiation *instantiation)
         }
     }
     const bool isInstantiation = m_token.kind == Token::Identifier && scanInstances(instantiation);
-    instantiation->last = {m_token.file, m_token.line};
+    instantiation->last = {m_index, m_token.line};
     return isInstantiation;
 }
 
@@ -394,8 +396,7 @@ bool Scanner::scanInstances(Instantiation *instantiation)
         if (m_token.is('(')) {
             const Connections pins = scanConnections();
             instantiation->pins += pins.named;
-            instantiation->positionalPins =
-                qMax(instantiation->positionalPins, pins.positional);
+            instantiation->positionalPins = qMax(instantiation->positionalPins, pins.positional);
             instantiation->bare = false;
         }
         if (!m_token.is(','))
@@ -624,8 +625,8 @@ void Scanner::skipProcess()
         }
         const bool opens = m_token.is(Keyword::Begin) || m_token.is(Keyword::Case) ||
                            (m_token.is(Keyword::Fork) && !afterDisable);
-        const bool closes = m_token.is(Keyword::End) || m_token.is(Keyword::Endcase) ||
-                            m_token.is(Keyword::Join);
+        const bool closes =
+            m_token.is(Keyword::End) || m_token.is(Keyword::Endcase) || m_token.is(Keyword::Join);
         const bool mayEnd = closes || m_token.is(';');
         if (depth == 0 && (m_token.is(Keyword::If) || m_token.is(Keyword::Assert)))
             ++ifs;
@@ -653,9 +654,9 @@ void Scanner::skipLabel()
 
 } // namespace
 
-void scanModules(const QByteArray &text, bool systemVerilog, ModuleScan *result)
+void scanModules(const QByteArray &text, int index, bool systemVerilog, ModuleScan *result)
 {
-    Scanner(text, systemVerilog, result).run();
+    Scanner(text, index, systemVerilog, result).run();
 }
 
 } // namespace Internal

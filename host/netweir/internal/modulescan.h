@@ -4,6 +4,8 @@
 
 #include "../netweir_global.h"
 
+#include "preprocessedtext.h"
+
 #include <QByteArray>
 #include <QByteArrayList>
 #include <QVector>
@@ -11,20 +13,13 @@
 namespace NETWEIR {
 namespace Internal {
 
-/// A line of a file of PreprocessedText.
-struct SourceLine
-{
-    int file = -1;
-    int line = 0;
-};
-
 /// One instantiation statement: any number of instances of one module.
 struct Instantiation
 {
     QByteArray module;
-    SourceLine first;
-    SourceLine last;
-    QByteArrayList instances; ///< Their names.
+    TextLine first;
+    TextLine last;
+    QByteArrayList instances;  ///< Their names.
     QByteArrayList parameters; ///< Those set by name.
     QByteArrayList pins;       ///< Those connected by name, in any of the instances.
     int positionalParameters = 0;
@@ -50,7 +45,7 @@ struct DesignUnit
 
     QByteArray name;
     Kind kind = Module;
-    SourceLine place;
+    TextLine place;
     bool nested = false;  ///< Declared within another unit and visible there only.
     bool library = false; ///< Stands in for a missing one only.
     QVector<Instantiation> instantiations;
@@ -62,13 +57,15 @@ struct ModuleScan
 {
     QVector<DesignUnit> units;
     QVector<Instantiation> bindings; ///< Instantiations by bind statements.
-    bool balanced = true; ///< Each unit ends and each end has its unit.
+    bool balanced = true;            ///< Each unit ends and each end has its unit.
 };
 
 /// Finds the modules in preprocessed Verilog text and what they instantiate, branches that are not
 /// generated included. No parser: of the language it knows where statements begin and end. Any text
-/// is accepted, time and memory are linear in it.
-NETWEIR_EXPORT void scanModules(const QByteArray &text, bool systemVerilog, ModuleScan *result);
+/// is accepted, time and memory are linear in it. Appends to @p result; @p index is the text's
+/// number in the lines noted there.
+NETWEIR_EXPORT void scanModules(const QByteArray &text, int index, bool systemVerilog,
+                                ModuleScan *result);
 
 } // namespace Internal
 } // namespace NETWEIR

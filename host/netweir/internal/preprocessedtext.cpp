@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <cstring>
 
 namespace NETWEIR {
@@ -60,6 +61,7 @@ PreprocessedText::PreprocessedText(const QByteArray &output, const QVector<PathA
     : m_files(files)
     , m_folders(folders)
     , m_texts(files.size())
+    , m_origins(files.size())
 {
     for (const PathAlias &file : m_files)
         m_filePaths.insert(file.alias, file.path);
@@ -76,31 +78,46 @@ void PreprocessedText::split(const QByteArray &output)
         Directive directive;
         if (next - line > LineWordLength && memcmp(line, LineWord, LineWordLength) == 0 &&
             Directive::parse(line, next, &directive)) {
-            if (m_part >= 0)
-                m_texts[m_part].append(kept, int(line - kept));
-            enterDirective(directive);
+            if (m_text >= 0)
+                m_texts[m_text].append(kept, int(line - kept));
+            follow(directive);
             kept = next;
+        } else {
+            ++m_textLine;
         }
         line = next;
     }
-    if (m_part >= 0)
-        m_texts[m_part].append(kept, int(end - kept));
+    if (m_text >= 0)
+        m_texts[m_text].append(kept, int(end - kept));
 }
 
-void PreprocessedText::enterDirective(const Directive &directive)
+void PreprocessedText::follow(const Directive &directive)
 {
     // The files of the command line have names that no include line can produce.
-    if (directive.level == Enter && m_part + 1 < m_files.size() &&
-        directive.name == m_files[m_part + 1].alias) {
-        ++m_part;
+    if (directive.level == Enter && m_text + 1 < m_files.size() &&
+        directive.name == m_files[m_text + 1].alias) {
+        ++m_text;
+        m_textLine = 1;
         m_open.clear();
     }
-    if (m_part < 0)
+    if (m_text < 0)
         return;
-    const int file = currentFile(directive);
+    m_origins[m_text].append({m_textLine, currentFile(directive), directive.line});
     m_lastLine = directive.line;
-    m_texts[m_part] += "`line " + QByteArray::number(directive.line) + " \"f" +
-                       QByteArray::number(file) + "\" 0\n";
+}
+
+Place PreprocessedText::place(const TextLine &line) const
+{
+    if (line.text < 0 || line.text >= m_origins.size())
+        return {};
+    const QVector<Origin> &origins = m_origins[line.text];
+    const auto after = std::upper_bound(
+        origins.begin(), origins.end(), line.line,
+        [](int textLine, const Origin &origin) { return textLine < origin.textLine; });
+    if (after == origins.begin())
+        return {m_files[line.text].path, line.line};
+    const Origin &origin = *(after - 1);
+    return {m_paths[origin.file], origin.line + line.line - origin.textLine};
 }
 
 int PreprocessedText::currentFile(const Directive &directive)
@@ -143,18 +160,13 @@ QString PreprocessedText::resolve(const QByteArray &name) const
         return *file;
     for (const PathAlias &folder : m_folders) {
         if (name.startsWith(folder.alias + '/'))
-            return QDir::cleanPath(folder.path +
-                                   QFile::decodeName(name.mid(folder.alias.size())));
+            return QDir::cleanPath(folder.path + QFile::decodeName(name.mid(folder.alias.size())));
     }
     return QFile::decodeName(name);
 }
 
 QString PreprocessedText::path(const QByteArray &name) const
 {
-    bool isNumber = false;
-    const int number = name.startsWith('f') ? name.mid(1).toInt(&isNumber) : -1;
-    if (isNumber && number < m_paths.size())
-        return m_paths[number];
     const int known = m_numbers.value(name, m_cutNumbers.value(name, -1));
     return known >= 0 ? m_paths[known] : m_filePaths.value(name);
 }

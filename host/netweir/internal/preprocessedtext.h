@@ -4,6 +4,8 @@
 
 #include "../netweir_global.h"
 
+#include "messages.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QString>
@@ -12,17 +14,24 @@
 namespace NETWEIR {
 namespace Internal {
 
-/// A path as the tool was given it, and the path that users know it by.
+/// A path that users know, and the plain name that the tool is given for it.
 struct PathAlias
 {
     QByteArray alias;
     QString path;
 };
 
+/// A line of one of the texts of PreprocessedText, counted from 1.
+struct TextLine
+{
+    int text = -1;
+    int line = 0;
+};
+
 /// The output of the preprocessor, taken apart into one text for each file that it was given.
 ///
-/// In the texts every `line directive names its file by number ("f12"): the tool cuts names at the
-/// first blank when it reads them back.
+/// The texts hold no `line directives: where a line comes from stands in a table, so that the
+/// elaborator's locations are positions in the texts themselves. Memory: the size of the output.
 class NETWEIR_EXPORT PreprocessedText
 {
 public:
@@ -33,32 +42,42 @@ public:
     /// One text for each file, empty for one that the tool did not reach.
     const QVector<QByteArray> &texts() const { return m_texts; }
 
-    /// The path behind a name in a tool's message: a number of the texts, or a name as the
-    /// preprocessor prints it. Null for a name that is no source.
-    QString path(const QByteArray &name) const;
+    /// Where a line comes from.
+    Place place(const TextLine &line) const;
 
-    /// The path behind a file number.
-    QString path(int file) const { return m_paths.value(file); }
+    /// The path behind a name as the preprocessor prints it. Null for a name that is no source.
+    QString path(const QByteArray &name) const;
 
 private:
     struct Directive;
 
+    /// From this line of a text on, lines come from @p file, beginning with line @p line.
+    struct Origin
+    {
+        int textLine;
+        int file;
+        int line;
+    };
+
     void split(const QByteArray &output);
-    void enterDirective(const Directive &directive);
-    int numberOf(const QByteArray &name);
+    void follow(const Directive &directive);
     int currentFile(const Directive &directive);
+    int numberOf(const QByteArray &name);
     QString resolve(const QByteArray &name) const;
 
     QVector<PathAlias> m_files;
     QHash<QByteArray, QString> m_filePaths; ///< By alias.
     QVector<PathAlias> m_folders;
     QVector<QByteArray> m_texts;
-    int m_part = -1;
+    QVector<QVector<Origin>> m_origins; ///< By text, in the order of its lines.
 
-    QVector<QString> m_paths;             ///< By file number.
-    QHash<QByteArray, int> m_numbers;     ///< By name as the preprocessor prints it.
-    QHash<QByteArray, int> m_cutNumbers;  ///< By the name up to its first blank.
-    QVector<QByteArray> m_open;           ///< The file being read and those that include it.
+    QVector<QString> m_paths;            ///< By file number.
+    QHash<QByteArray, int> m_numbers;    ///< By name as the preprocessor prints it.
+    QHash<QByteArray, int> m_cutNumbers; ///< By the name up to its first blank.
+
+    int m_text = -1;            ///< Being filled.
+    int m_textLine = 1;         ///< Its next line.
+    QVector<QByteArray> m_open; ///< The file being read and, in front, those that include it.
     int m_lastLine = 0;
 };
 

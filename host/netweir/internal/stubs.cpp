@@ -110,11 +110,11 @@ QByteArray Stubs::text() const
     return result;
 }
 
-bool Stubs::addMissing(const SourceLine &place, const QByteArray &name, bool isParameter)
+bool Stubs::addMissing(const TextLine &place, const QByteArray &name, bool isParameter)
 {
     bool added = false;
     for (const Instantiation &instantiation : qAsConst(m_instantiations)) {
-        if (instantiation.first.file != place.file || instantiation.first.line > place.line ||
+        if (instantiation.first.text != place.text || instantiation.first.line > place.line ||
             instantiation.last.line < place.line)
             continue;
         Stub &stub = m_stubs[instantiation.module];

@@ -33,7 +33,7 @@ public:
 
     /// Adds the pin or parameter @p name, which the elaborator misses in the instantiation at
     /// @p place. False when that is none of an unknown module or already has it.
-    bool addMissing(const SourceLine &place, const QByteArray &name, bool isParameter);
+    bool addMissing(const TextLine &place, const QByteArray &name, bool isParameter);
 
 private:
     /// Names in the order of their first use.

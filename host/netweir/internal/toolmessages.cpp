@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "toolmessages.h"
 
-#include "preprocessedtext.h"
-
 #include <QSet>
 
 namespace NETWEIR {
@@ -117,13 +115,13 @@ QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
     return result;
 }
 
-QStringList toUserMessages(const QVector<ToolMessage> &messages, const PreprocessedText &text)
+QStringList toUserMessages(const QVector<ToolMessage> &messages, const PlaceMap &placeOf)
 {
     QStringList result;
     QSet<QString> seen;
     int more = 0;
     for (const ToolMessage &message : messages) {
-        const Place place{text.path(message.file), message.line, message.column};
+        const Place place = placeOf(message);
         const QString line = message.error ? errorMessage(place, userText(message.text))
                                            : warningMessage(place, userText(message.text));
         if (seen.contains(line))

@@ -9,10 +9,10 @@
 #include <QByteArray>
 #include <QVector>
 
+#include <functional>
+
 namespace NETWEIR {
 namespace Internal {
-
-class PreprocessedText;
 
 /// One message of the elaborator.
 struct ToolMessage
@@ -28,10 +28,13 @@ struct ToolMessage
 /// closing remarks are left out.
 NETWEIR_EXPORT QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput);
 
-/// The messages as users read them: one line each, "ERROR" or "WARNING" in front, paths of the
-/// design's files, none twice. Long lists end with the number of messages left out.
+/// Where the place of a message is, in the user's files.
+using PlaceMap = std::function<Place(const ToolMessage &)>;
+
+/// The messages as users read them: one line each, "ERROR" or "WARNING" in front, places mapped by
+/// @p placeOf, none twice. Long lists end with the number of messages left out.
 NETWEIR_EXPORT QStringList toUserMessages(const QVector<ToolMessage> &messages,
-                                          const PreprocessedText &text);
+                                          const PlaceMap &placeOf);
 
 } // namespace Internal
 } // namespace NETWEIR

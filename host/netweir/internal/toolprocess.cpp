@@ -50,9 +50,10 @@ QString findElaborator(QString *error)
     if (found.isEmpty())
         found = QStandardPaths::findExecutable(QStringLiteral(NETWEIR_VERILATOR));
     if (found.isEmpty())
-        *error = Text::tr("The elaborator \"verilator_bin\" is not installed. Install Verilator, or "
-                          "set the environment variable TARN_VERILATOR to the path of "
-                          "verilator_bin.");
+        *error =
+            Text::tr("The elaborator \"verilator_bin\" is not installed. Install Verilator, or "
+                     "set the environment variable TARN_VERILATOR to the path of "
+                     "verilator_bin.");
     return found;
 }
 

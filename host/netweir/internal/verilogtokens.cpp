@@ -20,41 +20,108 @@ using KeywordTable = std::unordered_map<std::string_view, KeywordEntry>;
 
 // Words that every version of the language reserves and the scan passes over.
 const char *const OtherVerilogWords[] = {
-    "and",          "assign",     "automatic",     "buf",        "bufif0",     "bufif1",
-    "cmos",       "deassign",      "edge",       "endtable",
-    "event",        "force",      "forever",       "genvar",     "highz0",     "highz1",
-    "ifnone",       "inout",      "input",         "integer",    "large",      "localparam",
-    "medium",       "nand",       "negedge",       "nmos",       "nor",        "not",
-    "notif0",       "notif1",     "or",            "output",     "parameter",  "pmos",
-    "posedge",      "pull0",      "pull1",         "pulldown",   "pullup",     "rcmos",
-    "real",         "realtime",   "reg",           "release",    "repeat",     "rnmos",
-    "rpmos",        "rtran",      "rtranif0",      "rtranif1",   "scalared",   "signed",
-    "small",        "specparam",  "strong0",       "strong1",    "supply0",    "supply1",
-    "table",        "time",       "tran",          "tranif0",    "tranif1",    "tri",
-    "tri0",         "tri1",       "triand",        "trior",      "trireg",     "unsigned",
-    "vectored",     "wand",          "weak0",      "weak1",      "while",
-    "wire",         "wor",        "xnor",          "xor",
+    "and",        "assign",   "automatic", "buf",     "bufif0",    "bufif1",  "cmos",
+    "deassign",   "edge",     "endtable",  "event",   "force",     "forever", "genvar",
+    "highz0",     "highz1",   "ifnone",    "inout",   "input",     "integer", "large",
+    "localparam", "medium",   "nand",      "negedge", "nmos",      "nor",     "not",
+    "notif0",     "notif1",   "or",        "output",  "parameter", "pmos",    "posedge",
+    "pull0",      "pull1",    "pulldown",  "pullup",  "rcmos",     "real",    "realtime",
+    "reg",        "release",  "repeat",    "rnmos",   "rpmos",     "rtran",   "rtranif0",
+    "rtranif1",   "scalared", "signed",    "small",   "specparam", "strong0", "strong1",
+    "supply0",    "supply1",  "table",     "time",    "tran",      "tranif0", "tranif1",
+    "tri",        "tri0",     "tri1",      "triand",  "trior",     "trireg",  "unsigned",
+    "vectored",   "wand",     "weak0",     "weak1",   "while",     "wire",    "wor",
+    "xnor",       "xor",
 };
 
 const char *const OtherSystemVerilogWords[] = {
-    "accept_on",      "alias",         "before",       "bins",          "binsof",
-    "bit",            "break",         "byte",         "chandle",       "const",
-    "constraint",     "context",       "continue",     "cross",         "dist",
-    "do",             "enum",          "eventually",   "expect",        
-    "first_match",    "foreach",       "forkjoin",     "iff",
-    "ignore_bins",    "illegal_bins",  "implements",   "implies",       "import",
-    "inside",         "int",           "interconnect", "intersect",     "let",
-    "local",          "logic",         "longint",      "matches",       "modport",
-    "nettype",        "new",           "nexttime",     "null",          "packed",
-    "priority",       "protected",     "pure",         "rand",          "randc",
-    "randsequence",  "ref",          "reject_on",     "return",
-    "s_always",       "s_eventually",  "s_nexttime",   "s_until",       "s_until_with",
-    "shortint",       "shortreal",     "soft",         "solve",         "static",
-    "string",         "strong",        "struct",       "super",         "sync_accept_on",
-    "sync_reject_on", "tagged",        "this",         "throughout",    "timeprecision",
-    "timeunit",       "type",          "union",        "unique",        "unique0",
-    "until",          "until_with",    "untyped",      "var",           "void",
-    "wait_order",     "weak",          "wildcard",     "with",          "within",
+    "accept_on",
+    "alias",
+    "before",
+    "bins",
+    "binsof",
+    "bit",
+    "break",
+    "byte",
+    "chandle",
+    "const",
+    "constraint",
+    "context",
+    "continue",
+    "cross",
+    "dist",
+    "do",
+    "enum",
+    "eventually",
+    "expect",
+    "first_match",
+    "foreach",
+    "forkjoin",
+    "iff",
+    "ignore_bins",
+    "illegal_bins",
+    "implements",
+    "implies",
+    "import",
+    "inside",
+    "int",
+    "interconnect",
+    "intersect",
+    "let",
+    "local",
+    "logic",
+    "longint",
+    "matches",
+    "modport",
+    "nettype",
+    "new",
+    "nexttime",
+    "null",
+    "packed",
+    "priority",
+    "protected",
+    "pure",
+    "rand",
+    "randc",
+    "randsequence",
+    "ref",
+    "reject_on",
+    "return",
+    "s_always",
+    "s_eventually",
+    "s_nexttime",
+    "s_until",
+    "s_until_with",
+    "shortint",
+    "shortreal",
+    "soft",
+    "solve",
+    "static",
+    "string",
+    "strong",
+    "struct",
+    "super",
+    "sync_accept_on",
+    "sync_reject_on",
+    "tagged",
+    "this",
+    "throughout",
+    "timeprecision",
+    "timeunit",
+    "type",
+    "union",
+    "unique",
+    "unique0",
+    "until",
+    "until_with",
+    "untyped",
+    "var",
+    "void",
+    "wait_order",
+    "weak",
+    "wildcard",
+    "with",
+    "within",
 };
 
 KeywordTable makeKeywords()
@@ -192,7 +259,6 @@ Token VerilogTokens::next()
             skipDirective();
     }
     Token token;
-    token.file = m_file;
     token.line = m_line;
     if (atEnd())
         return token;
@@ -272,8 +338,8 @@ void VerilogTokens::skipDirective()
 
 void VerilogTokens::skipDirectiveArguments(std::string_view directive)
 {
-    static const std::string_view withArguments[] = {"line", "begin_keywords", "default_nettype",
-                                                     "pragma", "unconnected_drive"};
+    static const std::string_view withArguments[] = {"begin_keywords", "default_nettype", "pragma",
+                                                     "unconnected_drive"};
     if (directive == "end_keywords")
         m_systemVerilog = m_fileIsSystemVerilog;
     if (directive == "timescale") {
@@ -300,27 +366,10 @@ void VerilogTokens::skipDirectiveArguments(std::string_view directive)
         const char *const begin = m_at;
         skipLine();
         const std::string_view arguments(begin, size_t(m_at - begin));
-        if (directive == "line")
-            readLineDirective(arguments);
-        else if (directive == "begin_keywords")
-            readKeywordVersion(arguments);
+        if (directive == "begin_keywords")
+            m_systemVerilog = arguments.find("1800") != std::string_view::npos;
         return;
     }
-}
-
-/// 12 "f3" 0: the next line is line 12 of file 3.
-void VerilogTokens::readLineDirective(std::string_view arguments)
-{
-    const size_t name = arguments.find("\"f");
-    if (name == std::string_view::npos)
-        return;
-    m_line = atoi(std::string(arguments.substr(0, name)).c_str()) - 1;
-    m_file = atoi(std::string(arguments.substr(name + 2)).c_str());
-}
-
-void VerilogTokens::readKeywordVersion(std::string_view arguments)
-{
-    m_systemVerilog = arguments.find("1800") != std::string_view::npos;
 }
 
 std::string_view VerilogTokens::word()

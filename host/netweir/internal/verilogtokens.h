@@ -72,18 +72,16 @@ struct Token
 
     Kind kind = EndOfText;
     Keyword keyword = Keyword::None;
-    char punctuation = 0; ///< 'c' stands for the two colons of a scope.
+    char punctuation = 0;  ///< 'c' stands for the two colons of a scope.
     std::string_view text; ///< Of an escaped identifier without the backslash.
-    int file = -1;
     int line = 0;
 
     bool is(char character) const { return kind == Punctuation && punctuation == character; }
     bool is(Keyword word) const { return kind == Reserved && keyword == word; }
 };
 
-/// Splits preprocessed Verilog text into tokens, following the `line directives of
-/// PreprocessedText. Skips comments, strings' contents and directives. Any text is accepted; each
-/// byte is looked at a constant number of times.
+/// Splits preprocessed Verilog text into tokens. Skips comments, strings' contents and directives.
+/// Any text is accepted; each byte is looked at a constant number of times.
 ///
 /// Copying saves the position.
 class VerilogTokens
@@ -103,14 +101,11 @@ private:
     std::string_view word();
     std::string_view escapedName();
     void skipString();
-    void readLineDirective(std::string_view arguments);
-    void readKeywordVersion(std::string_view arguments);
     bool atEnd() const { return m_at == m_end; }
     char peek(int ahead = 1) const { return m_end - m_at > ahead ? m_at[ahead] : '\0'; }
 
     const char *m_at;
     const char *m_end;
-    int m_file = -1;
     int m_line = 1;
     bool m_systemVerilog;
     bool m_fileIsSystemVerilog;

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <netweir/hierachy.h>
+#include <netweir/rtlextraction.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetlist.h>
+
+#include <te/designinfo.h>
+#include <te/fileinfo.h>
+
+#include <support/files.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace TarnTest {
+
+/// A design in a temporary folder, and what the extractor says of it.
+class DesignFixture
+{
+public:
+    explicit DesignFixture(const QString &subfolder = QString())
+        : m_root(QDir(m_folder.path()).filePath(subfolder))
+    {
+        QDir().mkpath(m_root);
+    }
+
+    QString path(const QString &name) const { return QDir(m_root).filePath(name); }
+
+    /// Adds a source. Names that end with .sv get the SystemVerilog type unless @p type is given.
+    void add(const QString &name, const QByteArray &content, int type = 0)
+    {
+        writeFile(path(name), content);
+        list(name, type);
+    }
+
+    /// Adds a source to the project without writing it.
+    void list(const QString &name, int type = 0)
+    {
+        if (type == 0)
+            type = name.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
+        m_files.append(
+            QVariantMap{{TE::DesignInfo::Path, path(name)}, {TE::DesignInfo::Type, type}});
+    }
+
+    void set(const char *key, const QVariant &value) { m_info[QLatin1String(key)] = value; }
+
+    void findModules()
+    {
+        tops.clear();
+        modules.clear();
+        messages.clear();
+        m_info[QLatin1String(TE::DesignInfo::Files)] = m_files;
+        NETWEIR::catchRtlModules(tops, modules, messages, m_info, nullptr);
+    }
+
+    NETWEIR::RtlNetlist *buildNetlist()
+    {
+        NETWEIR::RtlNetlist *result = nullptr;
+        netMessages.clear();
+        NETWEIR::catchRtlNetsWithProgressDialog(&result, netMessages, nullptr);
+        netlist.reset(result);
+        return result;
+    }
+
+    /// Both calls. True when there was no error and a netlist came.
+    bool extract()
+    {
+        findModules();
+        return firstError().isEmpty() && buildNetlist();
+    }
+
+    /// The first error of findModules(), with the folder of the design cut from it.
+    QString firstError() const
+    {
+        for (QString message : messages) {
+            if (message.startsWith(QLatin1String("ERROR")))
+                return message.remove(m_root + QLatin1Char('/'));
+        }
+        return {};
+    }
+
+    QStringList tops;
+    QStringList modules;
+    QStringList messages;
+    QStringList netMessages;
+    std::unique_ptr<NETWEIR::RtlNetlist> netlist;
+
+private:
+    QTemporaryDir m_folder;
+    QString m_root;
+    QVariantList m_files;
+    QMap<QString, QVariant> m_info;
+};
+
+} // namespace TarnTest
