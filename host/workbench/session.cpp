@@ -192,13 +192,17 @@ QTreeWidget *Session::coreList() const
 
 void Session::onMessages(const QStringList &messages)
 {
-    static const QRegularExpression netlistLine(
-        QStringLiteral("^netlist read: top .*, \\d+ nets, "));
+    static const QRegularExpression netlistLine(QStringLiteral(
+        "^netlist read: top (.*), (\\d+) nets, (\\d+) buses, (\\d+) nodes, (.*) s$"));
     for (const QString &message : messages) {
-        if (!netlistLine.match(message).hasMatch())
+        const QRegularExpressionMatch match = netlistLine.match(message);
+        if (!match.hasMatch())
             continue;
         m_netlistWasRead = true;
-        m_report.append(message);
+        m_report.append(tr("top module: %1").arg(match.captured(1)));
+        m_report.append(
+            tr("nets read: %1 (%2 buses, %3 nodes, %4 s)")
+                .arg(match.captured(2), match.captured(3), match.captured(4), match.captured(5)));
     }
 }
 

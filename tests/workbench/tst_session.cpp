@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "workbenchrun.h"
+
+#include <support/files.h>
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+using TarnTest::readFile;
+using TarnTest::Run;
+using TarnTest::runWorkbench;
+using TarnTest::writeFile;
+
+class TestSession : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void opensAddsChecksAndSaves();
+    void takesTheConfigurationOfTheProject();
+    void reportsFailures_data();
+    void reportsFailures();
+
+private:
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+    QString expanded(QString text) const { return text.replace('~', m_dir.path()); }
+
+    QTemporaryDir m_dir;
+};
+
+void TestSession::initTestCase()
+{
+    writeFile(path("tiny.json"), R"({"version": 1, "top": "tiny",
+        "sources": [{"file": "tiny.v"}, {"file": "one.tarn"}]})");
+    writeFile(path("tiny.v"), R"(module tiny(input clk, input [3:0] d, output reg [3:0] q);
+        wire [3:0] next = d + 4'd1;
+        always @(posedge clk) q <= next;
+        endmodule)");
+    writeFile(path("broken.json"), R"({"version": 1, "sources": [{"file": "broken.v"}]})");
+    writeFile(path("broken.v"), "module broken(; endmodule");
+    writeFile(path("empty.json"), R"({"version": 1})");
+    writeFile(path("bad.tarn"), "no XML");
+    writeFile(path("none.tarn"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<TARN_CONFIG>\n"
+                                 "    <Version>1.0</Version>\n</TARN_CONFIG>\n");
+    writeFile(path("one.tarn"), R"(<?xml version="1.0" encoding="UTF-8"?>
+<TARN_CONFIG>
+    <Version>1.0</Version>
+    <Core index="0" module="tiny">
+        <ProbeIn index="0">
+            <Signal name="tiny/clk"/>
+        </ProbeIn>
+    </Core>
+</TARN_CONFIG>
+)");
+}
+
+void TestSession::opensAddsChecksAndSaves()
+{
+    const QByteArray configuration = readFile(path("one.tarn"));
+    const QByteArray project = readFile(path("tiny.json"));
+    const Run result =
+        runWorkbench({"--session", path("shots/new"), path("tiny.json"), path("one.tarn")});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QString output = result.output;
+    output.replace(QRegularExpression(QStringLiteral(", [0-9.]+ s\\)")), QStringLiteral(", T s)"));
+    QCOMPARE(output, expanded("design: tiny\n"
+                              "screenshot: ~/shots/new/1-start.png\n"
+                              "top module: tiny\n"
+                              "nets read: 13 (3 buses, 1 nodes, T s)\n"
+                              "cores: 1\n"
+                              "screenshot: ~/shots/new/2-editor.png\n"
+                              "added a core: 2\n"
+                              "screenshot: ~/shots/new/3-core-added.png\n"
+                              "removed it again: 1\n"
+                              "check: passed, a copy was saved\n"));
+    const QImage start(path("shots/new/1-start.png"));
+    const QImage editor(path("shots/new/2-editor.png"));
+    const QImage added(path("shots/new/3-core-added.png"));
+    QCOMPARE(start.size(), QSize(1280, 720));
+    QCOMPARE(editor.size(), start.size());
+    QVERIFY(editor != start);
+    QVERIFY(added != editor);
+    QCOMPARE(readFile(path("one.tarn")), configuration);
+    QCOMPARE(readFile(path("tiny.json")), project);
+}
+
+void TestSession::takesTheConfigurationOfTheProject()
+{
+    const Run result = runWorkbench({"--session", path("shots"), path("tiny.json")});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
+}
+
+void TestSession::reportsFailures_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("no configuration")
+        << QStringList({"~/tiny.json", "~/no.tarn"}) << "Cannot read the file ~/no.tarn";
+    QTest::newRow("bad configuration")
+        << QStringList({"~/tiny.json", "~/bad.tarn"}) << "bad.tarn open file failed.";
+    QTest::newRow("no design") << QStringList({"~/empty.json", "~/one.tarn"})
+                               << "Error: Design files are not exist.";
+    QTest::newRow("broken design")
+        << QStringList({"~/broken.json", "~/one.tarn"}) << "Design files contain some errors.: ";
+    QTest::newRow("check fails") << QStringList({"~/tiny.json", "~/none.tarn"})
+                                 << "Error: Your settings contain some errors.: Tarn 0: At least "
+                                    "one Probe In port or Probe Out port should be enabled";
+}
+
+void TestSession::reportsFailures()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, reason);
+    arguments.replaceInStrings("~", m_dir.path());
+    const Run result = runWorkbench(QStringList({"--session", path("shots")}) + arguments);
+    QVERIFY2(result.errors.contains(expanded(reason)), qPrintable(result.errors));
+    QCOMPARE(result.exitCode, 1);
+    QVERIFY(!result.output.contains(QLatin1String("check: passed")));
+}
+
+TARN_TEST_MAIN(TestSession)
+#include "tst_session.moc"
