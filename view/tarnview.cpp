@@ -26,6 +26,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
+#include <QFontMetrics>
+#include <QHeaderView>
 #include <QMenu>
 #include <QPersistentModelIndex>
 #include <QPointer>
@@ -53,6 +55,13 @@ TE::DesignManager *designManager()
 bool isDesignSource(int type)
 {
     return type == TE::VerilogFile || type == TE::SystemVerilogFile || type == TE::VhdlFile;
+}
+
+/// Makes @p dock wide enough for its title, which would be cut off otherwise.
+void fitTitle(QDockWidget *dock)
+{
+    const QFontMetrics metrics = dock->fontMetrics();
+    dock->setMinimumWidth(metrics.horizontalAdvance(dock->windowTitle() + QStringLiteral("MM")));
 }
 
 /// Whether the netlist has to be read again after @p event, a change of the design's files.
@@ -87,6 +96,8 @@ TarnView::TarnView(QWidget *parent)
     , m_checkTimer(new QTimer(this))
 {
     ui->setupUi(this);
+    ui->treeWidget->header()->setSectionResizeMode(QHeaderView::Stretch);
+    fitTitle(ui->dockWidget);
     d = std::make_unique<TarnViewPrivate>(this);
     connect(d->watcher.get(), &QFileSystemWatcher::fileChanged, this, &TarnView::onFileChange);
     d->modificationCallback = [this](bool modified) { Q_EMIT modificationStatusChanged(modified); };

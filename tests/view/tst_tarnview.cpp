@@ -12,6 +12,7 @@
 #include <te/designmanager.h>
 #include <te/taskengine.h>
 #include <te/teconstants.h>
+#include <view/reloadbanner.h>
 #include <view/tarnoptionwidget.h>
 #include <view/tarnview_p.h>
 
@@ -154,6 +155,26 @@ private Q_SLOTS:
         const TarnView view;
         for (const auto *dock : view.findChildren<QDockWidget *>())
             QCOMPARE(dock->features(), QDockWidget::NoDockWidgetFeatures);
+    }
+
+    void titleOfTheListIsNotCutOff()
+    {
+        const ShownView shown = show(writeConfig("a.tarn", {0}));
+        const auto *list = shown->findChild<QDockWidget *>("dockWidget");
+        QTRY_VERIFY(list->width() > list->fontMetrics().horizontalAdvance("TARN Core"));
+        shown.container->resize(100, 100);
+        QTRY_VERIFY(list->width() > list->fontMetrics().horizontalAdvance("TARN Core"));
+    }
+
+    void wrappedTextsOfTwoBannersAreNotCutOff()
+    {
+        const ShownView shown = show(writeConfig("a file with a rather long name.tarn", {0}));
+        shown->checkForReload();
+        shown->designFileChanged();
+        for (const auto *banner : bannersOf(shown.view)) {
+            const auto *text = banner->findChild<QLabel *>("labelFile");
+            QTRY_VERIFY(text->height() >= text->heightForWidth(text->width()));
+        }
     }
 
     void bannerAreaIsHiddenUntilUsed()
