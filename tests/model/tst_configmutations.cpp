@@ -8,6 +8,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
+#include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
@@ -125,20 +126,29 @@ private Q_SLOTS:
 private:
     QString verdictProblem(const QByteArray &content, int *accepted);
 
+    void renew(const QByteArray &content);
+
     QTemporaryDir m_folder;
+    const QString m_path = m_folder.filePath(QStringLiteral("a.tarn"));
 };
+
+/// Writes a new file: some file systems wait for the disk when an old one is truncated.
+void tst_ConfigMutations::renew(const QByteArray &content)
+{
+    QFile::remove(m_path);
+    writeFile(m_path, content);
+}
 
 /// What is wrong with how @p content is treated, empty when nothing is.
 QString tst_ConfigMutations::verdictProblem(const QByteArray &content, int *accepted)
 {
-    const QString path = m_folder.filePath(QStringLiteral("a.tarn"));
-    writeFile(path, content);
+    renew(content);
     QStringList lines;
     quietLines = &lines;
     bool ok = false;
     QString error;
-    const bool checked = TARN::checkTARNFile(path);
-    const Cores cores(TARN::readTARNConfigFromXml(path, &ok, &error));
+    const bool checked = TARN::checkTARNFile(m_path);
+    const Cores cores(TARN::readTARNConfigFromXml(m_path, &ok, &error));
     if (checked != ok || ok != error.isEmpty() || (!ok && !cores.list.isEmpty()))
         return QStringLiteral("check and reader differ");
     if (!ok)
@@ -149,8 +159,8 @@ QString tst_ConfigMutations::verdictProblem(const QByteArray &content, int *acce
     const QByteArray first = writer.content();
     if (!writer.errorText().isEmpty())
         return QStringLiteral("cannot be written: ") + writer.errorText();
-    writeFile(path, first);
-    const Cores copy(TARN::readTARNConfigFromXml(path, nullptr, nullptr));
+    renew(first);
+    const Cores copy(TARN::readTARNConfigFromXml(m_path, nullptr, nullptr));
     if (coresText(copy.list) != coresText(cores.list))
         return QStringLiteral("fields did not come back");
     return TARN::ConfigWriter(copy.list).content() == first

@@ -88,7 +88,7 @@ void giveToOrdinaryUser(const QString &path)
 void limitFileSize(rlim_t size)
 {
     std::signal(SIGXFSZ, SIG_IGN);
-    rlimit limit = {size, size};
+    const rlimit limit = {size, size};
     ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
@@ -444,8 +444,9 @@ void tst_ReplaceFile::deathDuringTheWriteKeepsFormerContent()
     const pid_t child = ::fork();
     if (child == 0) {
         // The signal of the limit ends the process in the middle of the write.
-        rlimit limit = {65536, 65536};
-        ::setrlimit(RLIMIT_CORE, &limit);
+        const rlimit none = {0, 0};
+        const rlimit limit = {65536, 65536};
+        ::setrlimit(RLIMIT_CORE, &none);
         ::setrlimit(RLIMIT_FSIZE, &limit);
         QString error;
         TARN::replaceFile(path(), QByteArray(200000, 'b'), &error);
