@@ -139,7 +139,6 @@ void NetlistBuilder::setUsesJtagPrimitive(bool uses)
 
 std::unique_ptr<RtlNetlist> NetlistBuilder::take()
 {
-    d->store->indexNets();
     return std::unique_ptr<RtlNetlist>(new RtlNetlist(std::move(d->store)));
 }
 

@@ -10,27 +10,28 @@ namespace NETWEIR {
 
 namespace {
 
-/// Spreads the bits of Qt's hash, so that its low bits serve as a slot number.
-quint32 slotHash(const QString &name)
+/// The slot at which the search for @p name begins in a table of 2^bits slots. The multiplication
+/// spreads names that differ in a digit only, as most do.
+std::size_t firstSlot(const QString &name, unsigned bits)
 {
-    const quint32 hash = qHash(name) * 0x9e3779b1U;
-    return hash ^ (hash >> 15);
+    return std::size_t((quint64(qHash(name)) * 0x9e3779b97f4a7c15U) >> (64 - bits));
 }
 
 } // namespace
 
 void RtlNetlist::Private::indexNets()
 {
-    std::size_t size = 16;
-    while (size < nets.size() * 2)
-        size *= 2;
-    slots.assign(size, 0);
+    slotBits = 4;
+    while (std::size_t(1) << slotBits < nets.size() * 2)
+        ++slotBits;
+    slots.assign(std::size_t(1) << slotBits, 0);
+    const std::size_t mask = slots.size() - 1;
 
     // In order and without comparing: of two nets with one name the first is found first.
     for (std::size_t i = 0; i < nets.size(); ++i) {
-        std::size_t slot = slotHash(nets.at(i)->fullPathName()) & (size - 1);
+        std::size_t slot = firstSlot(nets.at(i)->fullPathName(), slotBits);
         while (slots[slot] != 0)
-            slot = (slot + 1) & (size - 1);
+            slot = (slot + 1) & mask;
         slots[slot] = quint32(i + 1);
     }
 }
@@ -49,8 +50,10 @@ Hierachy *RtlNetlist::top() const
 
 RtlNet *RtlNetlist::findNet(const QString &fullPathName) const
 {
+    if (d->slots.empty())
+        d->indexNets();
     const std::size_t mask = d->slots.size() - 1;
-    std::size_t slot = slotHash(fullPathName) & mask;
+    std::size_t slot = firstSlot(fullPathName, d->slotBits);
     while (const quint32 entry = d->slots[slot]) {
         RtlNet *net = d->nets.at(entry - 1);
         if (net->fullPathName() == fullPathName)

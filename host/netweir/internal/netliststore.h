@@ -54,8 +54,9 @@ struct RtlNetlist::Private
     bool usesJtagPrimitive = false;
 
     /// Open addressing with linear probing, at most half full: indexes into nets plus one, 0 for a
-    /// free slot. Its size is a power of two.
+    /// free slot. Filled by the first search, as many netlists are never searched by name.
     std::vector<quint32> slots;
+    unsigned slotBits = 0;
 
     void indexNets();
 };
