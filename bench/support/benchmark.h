@@ -86,7 +86,8 @@ class Table
 public:
     explicit Table(std::string title)
         : m_title(std::move(title))
-    {}
+    {
+    }
 
     /// @p goal is the largest figure that is good enough; 0 for a row without a goal.
     void add(const std::string &name, double figure, const std::string &unit, double goal = 0)

@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "designfixture.h"
 #include "elaboration.h"
 #include "netlisttext.h"
 
 #include <support/testcase.h>
 
+#include <QApplication>
 #include <QTest>
 
 using namespace NETWEIR;
@@ -20,6 +22,7 @@ private Q_SLOTS:
     void marksFollowTheDesign_data();
     void marksFollowTheDesign();
     void pinsOfStubsAreDrivers();
+    void everythingConnectedToAnUnknownModuleIsDriven();
     void pinsOfPrimitivesHaveTheirDirection();
     void marksOfBusesComeFromTheirMembers();
 };
@@ -744,6 +747,27 @@ endmodule)");
 )"));
 }
 
+/// From the sources on: nothing tells how wide the pins of an unknown module are.
+void tst_NetlistMarks::everythingConnectedToAnUnknownModuleIsDriven()
+{
+    TarnTest::DesignFixture design;
+    design.add(QStringLiteral("top.v"), R"(
+module top(input clk); wire [7:0] whole, part, mixed; wire [3:0] spread; wire lone, other; wire free;
+  UNKNOWN #(.INIT(3)) u0(.C(clk), .D(whole), .Q(part[6:5]), .R({mixed[7:6], lone}));
+  POSITION u1(clk, other, part[0], ~mixed[1:0]); ARRAY u2[3:0](.S(spread), .C(clk)); endmodule)");
+    QVERIFY2(design.extract(), qPrintable(design.firstError()));
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()), QStringLiteral(R"(top : top
+    clk O
+    lone O
+    other O
+    free .
+    whole[7:0] OOOOOOOO
+    part[7:0] .OO....O
+    mixed[7:0] OO......
+    spread[3:0] OOOO
+)"));
+}
+
 void tst_NetlistMarks::pinsOfPrimitivesHaveTheirDirection()
 {
     const TarnTest::Elaboration design(R"(
@@ -782,5 +806,5 @@ void tst_NetlistMarks::marksOfBusesComeFromTheirMembers()
     QVERIFY(buses.at(2)->excludedForProbeOut());
 }
 
-QTEST_APPLESS_MAIN(tst_NetlistMarks)
+TARN_TEST_MAIN(tst_NetlistMarks)
 #include "tst_netlistmarks.moc"

@@ -271,7 +271,7 @@ void tst_NetlistReader::damagedFilesNeverCrash()
     const QByteArray xml = TarnTest::readFile(elaboration.xmlPath());
     std::mt19937 random(1);
     int readable = 0;
-    for (int round = 0; round < 1500; ++round) {
+    for (int round = 0; round < 600; ++round) {
         QByteArray text = damaged(xml, &random);
         for (int more = round % 4; more > 0; --more)
             text = damaged(text, &random);
@@ -285,7 +285,7 @@ void tst_NetlistReader::damagedFilesNeverCrash()
         }
     }
     // Enough of them got past the parser to test what is behind it.
-    QVERIFY2(readable > 300, qPrintable(QString::number(readable)));
+    QVERIFY2(readable > 150, qPrintable(QString::number(readable)));
 }
 
 QTEST_APPLESS_MAIN(tst_NetlistReader)

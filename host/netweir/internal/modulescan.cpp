@@ -391,6 +391,7 @@ bool Scanner::scanInstances(Instantiation *instantiation)
     while (m_token.kind == Token::Identifier) {
         instantiation->instances.append(toBytes(m_token.text));
         advance();
+        instantiation->array |= m_token.is('[');
         while (m_token.is('['))
             skipGroup();
         if (m_token.is('(')) {

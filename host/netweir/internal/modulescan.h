@@ -22,6 +22,7 @@ struct Instantiation
     QByteArrayList instances;  ///< Their names.
     QByteArrayList parameters; ///< Those set by name.
     QByteArrayList pins;       ///< Those connected by name, in any of the instances.
+    bool array = false;        ///< One of the instances is an array.
     int positionalParameters = 0;
     int positionalPins = 0;
     /// Within a generate block that may be left out.

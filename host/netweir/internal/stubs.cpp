@@ -59,6 +59,7 @@ void Stubs::add(const Instantiation &instantiation)
         stub.parameters.add(parameter);
     for (const QByteArray &pin : instantiation.pins)
         stub.pins.add(pin);
+    stub.array |= instantiation.array;
     stub.parameters.positional =
         qMax(stub.parameters.positional, instantiation.positionalParameters);
     stub.pins.positional = qMax(stub.pins.positional, instantiation.positionalPins);
@@ -101,7 +102,7 @@ QByteArray Stubs::text() const
             parameters.append("parameter " + escaped(parameter) + "= 0");
         QByteArrayList pins;
         for (const QByteArray &pin : filledUp(stub.pins.names, stub.pins.positional, "pin_"))
-            pins.append("input " + escaped(pin));
+            pins.append((stub.array ? "input " : "input [1023:0] ") + escaped(pin));
         result += "module " + escaped(name);
         if (!parameters.isEmpty())
             result += "#(" + parameters.join(", ") + ") ";

@@ -16,7 +16,9 @@ namespace Internal {
 /// Modules that stand in for those that nobody defines, so that the elaborator accepts the design.
 ///
 /// The device's primitives have their real interface. Of every other module nothing is known but
-/// how it is used: each pin becomes an input, each parameter gets the default 0.
+/// how it is used: each pin becomes an input, each parameter gets the default 0. The inputs are
+/// vectors, wide enough that the elaborator keeps all of what is connected; where the module is
+/// used in an array of instances they are single, as the widths have to match there.
 class NETWEIR_EXPORT Stubs
 {
 public:
@@ -50,6 +52,7 @@ private:
     {
         NameList parameters;
         NameList pins;
+        bool array = false;
     };
 
     void add(const Instantiation &instantiation);

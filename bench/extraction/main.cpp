@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "generateddesign.h"
+
+#include <netweir/hierachy.h>
+#include <netweir/netlistbuilder.h>
+#include <netweir/rtlextraction.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetbus.h>
+#include <netweir/rtlnetlist.h>
+
+#include <te/designinfo.h>
+#include <te/fileinfo.h>
+
+#include <support/benchmark.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <memory>
+
+using namespace NETWEIR;
+using TarnBench::Table;
+
+namespace {
+
+/// What both the extractor and the elaborator alone are given.
+struct Design
+{
+    QString top;
+    QString standard;
+    QStringList files;
+    QStringList includePaths;
+    QStringList macros;
+};
+
+void fail(const QString &reason)
+{
+    std::fprintf(stderr, "bench_extraction: %s\n", qPrintable(reason));
+    std::exit(1);
+}
+
+Design exampleDesign(const QString &name, const QString &top)
+{
+    const QDir folder(QStringLiteral(TARN_EXAMPLES_DIR "/") + name);
+    QFile file(folder.filePath(name + QStringLiteral(".json")));
+    if (!file.open(QIODevice::ReadOnly))
+        fail(QStringLiteral("cannot read ") + file.fileName());
+    const QJsonObject project = QJsonDocument::fromJson(file.readAll()).object();
+    const QJsonObject options = project.value(QLatin1String("options")).toObject();
+    Design design;
+    design.top = top;
+    design.standard =
+        options.value(QLatin1String("Verilog_Standard")).toString(QStringLiteral("1800-2017"));
+    for (const QJsonValue &source : project.value(QLatin1String("sources")).toArray())
+        design.files.append(
+            folder.filePath(source.toObject().value(QLatin1String("file")).toString()));
+    for (const QJsonValue &path : options.value(QLatin1String("IncludePath")).toArray())
+        design.includePaths.append(folder.filePath(path.toString()));
+    for (const QJsonValue &macro : project.value(QLatin1String("macros")).toArray())
+        design.macros.append(macro.toString());
+    return design;
+}
+
+QStringList sourceArguments(const Design &design)
+{
+    QStringList arguments{QStringLiteral("-Wno-fatal"), QStringLiteral("-DSYNTHESIS")};
+    for (const QString &path : design.includePaths)
+        arguments.append(QStringLiteral("-I") + path);
+    for (const QString &macro : design.macros)
+        arguments.append(QStringLiteral("-D") + macro);
+    const QDir primitives(QStringLiteral(TARN_PRIMITIVES_DIR));
+    for (const QString &primitive : primitives.entryList({QStringLiteral("*.v")}))
+        arguments += {QStringLiteral("-v"), primitives.filePath(primitive)};
+    return arguments + design.files;
+}
+
+void runTool(const QStringList &arguments)
+{
+    QTemporaryDir folder;
+    QProcess process;
+    process.setWorkingDirectory(folder.path());
+    process.setStandardOutputFile(folder.filePath(QStringLiteral("stdout")));
+    process.start(QStringLiteral("verilator_bin"), arguments);
+    if (!process.waitForFinished(-1) || process.exitCode() != 0)
+        fail(QStringLiteral("the elaborator failed: ") +
+             QString::fromLocal8Bit(process.readAllStandardError()));
+}
+
+/// The elaborator alone, as the extractor runs it, on the sources as they are.
+void elaborateAlone(const Design &design)
+{
+    runTool(QStringList{"--xml-only", "-O0", "--no-timing", "-Wno-lint", "-Wno-style",
+                        "-Wno-context", "--bbox-sys", "--bbox-unsup", "--error-limit", "100000",
+                        "--unroll-count", "100000", "--Mdir", ".", "--top-module", design.top,
+                        "--default-language", design.standard, "+1800-2017ext+sv"} +
+            sourceArguments(design));
+}
+
+void preprocessAlone(const Design &design)
+{
+    runTool(QStringList{QStringLiteral("-E")} + sourceArguments(design));
+}
+
+std::unique_ptr<RtlNetlist> extract(const Design &design)
+{
+    QVariantList files;
+    for (const QString &file : design.files) {
+        const int type =
+            file.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
+        files.append(QVariantMap{{TE::DesignInfo::Path, file}, {TE::DesignInfo::Type, type}});
+    }
+    QMap<QString, QVariant> info{{TE::DesignInfo::Top, design.top},
+                                 {TE::DesignInfo::Files, files},
+                                 {TE::DesignInfo::IncludePaths, design.includePaths},
+                                 {TE::DesignInfo::Macros, design.macros},
+                                 {TE::DesignInfo::Standard, design.standard}};
+    QStringList tops;
+    QStringList modules;
+    QStringList messages;
+    catchRtlModules(tops, modules, messages, info, nullptr);
+    RtlNetlist *netlist = nullptr;
+    catchRtlNetsWithProgressDialog(&netlist, messages, nullptr);
+    if (!netlist)
+        fail(QStringLiteral("no netlist: ") + messages.join(QLatin1Char('\n')));
+    return std::unique_ptr<RtlNetlist>(netlist);
+}
+
+int bitCount(const RtlNetlist &netlist)
+{
+    int bits = netlist.top()->singleNetsIncludeSub().size();
+    for (const RtlNetBus *bus : netlist.top()->netbusesIncludeSub())
+        bits += bus->nets().size();
+    return bits;
+}
+
+bool compareWithElaborator(const std::string &title, const Design &design, int rounds, double goal)
+{
+    std::unique_ptr<RtlNetlist> netlist;
+    std::vector<double> walls[2];
+    const auto timed = [&walls](int which, const std::function<void()> &work) {
+        QElapsedTimer clock;
+        clock.start();
+        work();
+        walls[which].push_back(double(clock.nsecsElapsed()) / 1e9);
+    };
+    const std::vector<double> times =
+        TarnBench::interleavedMedians(rounds, {[&] { timed(0, [&] { elaborateAlone(design); }); },
+                                               [&] { preprocessAlone(design); },
+                                               [&] {
+                                                   netlist.reset();
+                                                   timed(1, [&] { netlist = extract(design); });
+                                               }});
+
+    Table table(title + ", " + std::to_string(bitCount(*netlist)) + " bits, CPU time, median of " +
+                std::to_string(rounds) + " rounds");
+    table.add("elaborator alone (--xml-only)", times[0], "s");
+    table.add("preprocessor alone (-E)", times[1], "s");
+    table.add("whole extraction", times[2], "s");
+    table.add("whole extraction / elaborator alone", times[2] / times[0], "x", goal);
+    table.add("whole extraction / both processes alone", times[2] / (times[0] + times[1]), "x");
+    table.add("the same as first, by the clock",
+              TarnBench::median(walls[1]) / TarnBench::median(walls[0]), "x");
+    return table.print();
+}
+
+/// A netlist of a million bits under names of the length that designs have.
+std::unique_ptr<RtlNetlist> buildNetlist()
+{
+    NetlistBuilder builder(QStringLiteral("bench_top"));
+    std::vector<QString> names;
+    for (int i = 0; i < 12; ++i)
+        names.push_back(QStringLiteral("state_register_%1").arg(i));
+    const QString module = QStringLiteral("block");
+    const QString bus = QStringLiteral("data_register");
+    const std::vector<NetMarks> marks(30);
+    for (int group = 0; group < 400; ++group) {
+        Hierachy *parent = builder.addHierachy(
+            builder.top(), QStringLiteral("group_inst_%1").arg(group), QStringLiteral("group"));
+        for (int block = 0; block < 50; ++block) {
+            Hierachy *node =
+                builder.addHierachy(parent, QStringLiteral("block_inst_%1").arg(block), module);
+            for (const QString &name : names)
+                builder.addNet(node, name);
+            builder.addBus(node, bus, 29, 0, marks);
+            if (block % 4 == 0)
+                builder.addBus(node, QStringLiteral("sum"), 29, 0, marks);
+        }
+    }
+    return builder.take();
+}
+
+bool measureNetlist()
+{
+    // First, while the memory of the process has never been used.
+    const double before = TarnBench::residentBytes();
+    std::unique_ptr<RtlNetlist> netlist;
+    const double coldTime = TarnBench::timeOf([&] { netlist = buildNetlist(); });
+    const double bits = bitCount(*netlist);
+    const double indexTime = TarnBench::timeOf([&] { netlist->findNet(QString()); });
+    const double bytes = TarnBench::residentBytes() - before;
+
+    QStringList names;
+    for (const RtlNetBus *bus : netlist->top()->netbusesIncludeSub())
+        names.append(bus->nets().last()->fullPathName());
+    const double searchTime =
+        TarnBench::interleavedMedians(9, {[&] {
+                                          for (const QString &name : qAsConst(names)) {
+                                              if (!netlist->findNet(name))
+                                                  fail(QStringLiteral("a net was not found"));
+                                          }
+                                      }})[0];
+    const std::vector<double> warm = TarnBench::interleavedMedians(
+        5, {[&] { netlist = buildNetlist(); }, [&] { netlist.reset(); }});
+
+    Table table("Netlist of " + std::to_string(int(bits)) + " bits, CPU time");
+    table.add("building, first time in the process", coldTime / bits * 1e9, "ns/net", 200);
+    table.add("building again", warm[0] / bits * 1e9, "ns/net", 200);
+    table.add("index for findNet, at its first call", indexTime / bits * 1e9, "ns/net");
+    table.add("findNet", searchTime / names.size() * 1e9, "ns");
+    table.add("destruction", warm[1] / bits * 1e9, "ns/net");
+    table.add("memory of a million nets, index included", bytes / bits, "MB", 300);
+    return table.print();
+}
+
+bool measureGenerated(const std::string &title, const GeneratedDesign &generated, int rounds)
+{
+    QTemporaryDir folder;
+    Design design;
+    design.top = QStringLiteral("bench_top");
+    design.standard = QStringLiteral("1364-2005");
+    design.files.append(folder.filePath(QStringLiteral("bench.v")));
+    QFile file(design.files.first());
+    if (!file.open(QIODevice::WriteOnly) || file.write(generated.source()) < 0)
+        fail(QStringLiteral("cannot write ") + file.fileName());
+    file.close();
+    return compareWithElaborator(title, design, rounds, 1.3);
+}
+
+} // namespace
+
+/// Prints how the extraction compares with the elaborator alone; exits with 1 when a goal is
+/// missed. With the argument "quick" the largest design is left out.
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    const bool quick = app.arguments().contains(QStringLiteral("quick"));
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+
+    bool good = measureNetlist();
+    good &= compareWithElaborator(
+        "Example sensorhub", exampleDesign(QStringLiteral("sensorhub"), QStringLiteral("hub_top")),
+        15, 1.2);
+    good &= compareWithElaborator(
+        "Example packetfilter",
+        exampleDesign(QStringLiteral("packetfilter"), QStringLiteral("pf_top")), 15, 1.2);
+    GeneratedDesign generated;
+    good &= measureGenerated("Generated design, 500 different modules", generated, 5);
+    if (!quick) {
+        generated.blockModules = generated.groups * generated.blocksPerGroup;
+        generated.groupModules = generated.groups;
+        good &= measureGenerated("Generated design, every module different", generated, 1);
+    }
+    return good ? 0 : 1;
+}
