@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "tarnconfig.h"
+
 #include <QString>
 
 namespace TARN {
@@ -11,8 +13,8 @@ namespace TARN {
 /// and no static object.
 struct ConfigFormat
 {
-    const QString root = QStringLiteral("TARN_CONFIG");
-    const QString version = QStringLiteral("Version");
+    const QString root = QLatin1String(NODE_TARN_CONFIG);
+    const QString version = QLatin1String(NODE_VERSION);
     const QString core = QStringLiteral("Core");
     const QString probeIn = QStringLiteral("ProbeIn");
     const QString probeOut = QStringLiteral("ProbeOut");

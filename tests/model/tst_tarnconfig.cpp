@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -67,6 +68,8 @@ private Q_SLOTS:
     void newFileHoldsNoCore();
     void newFileIsWhatTheWizardWrites();
     void layoutIsFixed();
+    void filesOfTheTreeAreCanonical_data();
+    void filesOfTheTreeAreCanonical();
     void everyFieldComesBack();
     void unchangedContentIsRewrittenByteForByte();
     void emptyInitialValueStaysEmpty();
@@ -180,6 +183,35 @@ void tst_TarnConfig::layoutIsFixed()
     </Core>
 </TARN_CONFIG>
 )"));
+}
+
+void tst_TarnConfig::filesOfTheTreeAreCanonical_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    const QDir tree(QStringLiteral(TARN_SOURCE_DIR));
+    const QByteArray document = readFile(tree.filePath(QStringLiteral("docs/file-format.md")));
+    const int start = document.indexOf("```xml\n") + 7;
+    QTest::newRow("document") << document.mid(start, document.indexOf("```", start) - start);
+    const QString examples = tree.filePath(QStringLiteral("examples"));
+    QDirIterator files(examples, {QStringLiteral("*.tarn")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString file = files.next();
+        QTest::newRow(qPrintable(files.fileName())) << readFile(file);
+    }
+}
+
+void tst_TarnConfig::filesOfTheTreeAreCanonical()
+{
+    QFETCH(QByteArray, content);
+    writeFile(path(), content);
+    bool ok = false;
+    QString error;
+    const Cores cores(TARN::readTARNConfigFromXml(path(), &ok, &error));
+    QVERIFY2(ok, qPrintable(error));
+    QVERIFY(!cores.list.isEmpty());
+    QVERIFY(TARN::writeTARNConfigToXml(cores.list, path()));
+    QCOMPARE(QString::fromUtf8(readFile(path())), QString::fromUtf8(content));
 }
 
 void tst_TarnConfig::everyFieldComesBack()
