@@ -1,0 +1,202 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <model/tarnconfig.h>
+#include <model/tarncore.h>
+#include <support/benchmark.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+using TARN::SignalItem;
+using TARN::TarnCore;
+
+namespace {
+
+constexpr int CoreCount = 16;
+constexpr int PortCount = 64;
+constexpr int SignalCount = 256;
+constexpr int BusWidth = 32;
+constexpr int Rounds = 9;
+constexpr double Goal = 3.0;
+
+SignalItem net(int number)
+{
+    SignalItem item;
+    item.name = QStringLiteral("soc_top/u_cluster/u_core/u_lsu/data_%1").arg(number);
+    item.kind = 0;
+    return item;
+}
+
+SignalItem bus(int number)
+{
+    SignalItem item = net(number);
+    item.kind = 1;
+    for (int bit = BusWidth - 1; bit >= 0; --bit) {
+        SignalItem member = item;
+        member.members.clear();
+        member.name = QStringLiteral("%1[%2]").arg(item.name).arg(bit);
+        item.members.append(member);
+    }
+    item.name += QStringLiteral("[%1:0]").arg(BusWidth - 1);
+    return item;
+}
+
+/// Everything at its limit: single nets in the Probe In ports, buses in the Probe Out ports.
+QList<TarnCore *> fullCores()
+{
+    QList<TarnCore *> cores;
+    for (int index = 0; index < CoreCount; ++index) {
+        auto *core = new TarnCore(index);
+        core->module = QStringLiteral("soc_top");
+        core->userClock = QStringLiteral("soc_top/clk");
+        for (int port = 0; port < PortCount; ++port) {
+            core->addProbeIn(port);
+            for (int i = 0; i < SignalCount; ++i)
+                core->probeIns.last()->signals.append(net(port * SignalCount + i));
+            core->addProbeOut(port);
+            core->probeOuts.last()->initialValue =
+                QStringLiteral("0x") + QString(64, QLatin1Char('A'));
+            for (int i = 0; i < SignalCount / BusWidth; ++i)
+                core->probeOuts.last()->signals.append(bus(port * SignalCount + i));
+        }
+        cores.append(core);
+    }
+    return cores;
+}
+
+[[noreturn]] void fail(const char *what)
+{
+    std::fprintf(stderr, "%s\n", what);
+    std::exit(1);
+}
+
+/// A document as the calls that write it.
+struct Element
+{
+    QString name; ///< Empty for an end tag.
+    QVector<QPair<QString, QString>> attributes;
+    QString text;
+};
+
+QVector<Element> elementsOf(const QString &path)
+{
+    QVector<Element> elements;
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    QXmlStreamReader reader(&file);
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement()) {
+            elements.append({reader.name().toString(), {}, QString()});
+            for (const QXmlStreamAttribute &attribute : reader.attributes())
+                elements.last().attributes.append(
+                    {attribute.name().toString(), attribute.value().toString()});
+        } else if (reader.isCharacters() && !reader.isWhitespace()) {
+            elements.last().text = reader.text().toString();
+        } else if (reader.isEndElement()) {
+            elements.append(Element());
+        }
+    }
+    return elements;
+}
+
+void writeBare(const QVector<Element> &elements, const QString &path)
+{
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    QXmlStreamWriter writer(&file);
+    writer.setAutoFormatting(true);
+    writer.writeStartDocument();
+    for (const Element &element : elements) {
+        if (element.name.isEmpty()) {
+            writer.writeEndElement();
+            continue;
+        }
+        writer.writeStartElement(element.name);
+        for (const QPair<QString, QString> &attribute : element.attributes)
+            writer.writeAttribute(attribute.first, attribute.second);
+        if (!element.text.isEmpty())
+            writer.writeCharacters(element.text);
+    }
+    writer.writeEndDocument();
+}
+
+void readBare(const QString &path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    QXmlStreamReader reader(&file);
+    while (!reader.atEnd())
+        reader.readNext();
+    if (reader.hasError())
+        fail("the bare reader failed");
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+} // namespace
+
+int main()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tarn"));
+    const QString barePath = folder.filePath(QStringLiteral("bare.xml"));
+    const QList<TarnCore *> cores = fullCores();
+    if (!TARN::writeTARNConfigToXml(cores, path))
+        fail("the file was not written");
+    const QVector<Element> elements = elementsOf(path);
+    writeBare(elements, barePath);
+    if (contentOf(path) != contentOf(barePath))
+        fail("the bare writer writes another document");
+
+    const auto write = [&] {
+        if (!TARN::writeTARNConfigToXml(cores, path))
+            fail("the file was not written");
+    };
+    const auto check = [&] {
+        if (!TARN::checkTARNFile(path))
+            fail("the file was refused");
+    };
+    const auto read = [&] {
+        const QList<TarnCore *> copy = TARN::readTARNConfigFromXml(path, nullptr, nullptr);
+        if (copy.size() != CoreCount)
+            fail("the file was not read");
+        qDeleteAll(copy);
+    };
+    const std::vector<double> times =
+        TarnBench::interleavedMedians(Rounds, {write, [&] { writeBare(elements, barePath); }, check,
+                                               read, [&] { readBare(path); }});
+    qDeleteAll(cores);
+
+    const QString title =
+        QStringLiteral(
+            "Configuration file at all limits: %1 cores, %2 + %2 ports, %3 signals each, "
+            "%4 elements, %5 MB; medians of %6 rounds")
+            .arg(CoreCount)
+            .arg(PortCount)
+            .arg(SignalCount)
+            .arg(elements.size() / 2)
+            .arg(double(QFile(path).size()) / 1e6, 0, 'f', 1)
+            .arg(Rounds);
+    TarnBench::Table table(title.toStdString());
+    table.add("writing the file", times.at(0), "s");
+    table.add("bare stream writer", times.at(1), "s");
+    table.add("checking the file", times.at(2), "s");
+    table.add("reading the file", times.at(3), "s");
+    table.add("bare stream reader", times.at(4), "s");
+    table.add("writing / bare writer", times.at(0) / times.at(1), "", Goal);
+    table.add("checking / bare reader", times.at(2) / times.at(4), "", Goal);
+    table.add("reading / bare reader", times.at(3) / times.at(4), "", Goal);
+    return table.print() ? 0 : 1;
+}
