@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 namespace TarnTest {
 
 namespace {
@@ -35,13 +37,16 @@ void TestCase::cleanup()
     currentTest = nullptr;
 
     for (const QRegularExpression &pattern : qAsConst(m_expected)) {
-        const int found = m_warnings.indexOf(pattern);
-        if (found < 0) {
+        const auto found =
+            std::find_if(m_warnings.begin(), m_warnings.end(), [&pattern](const QString &warning) {
+                return pattern.match(warning).hasMatch();
+            });
+        if (found == m_warnings.end()) {
             const QString text =
                 QStringLiteral("expected warning did not come: ") + pattern.pattern();
             QFAIL(qPrintable(text));
         }
-        m_warnings.removeAt(found);
+        m_warnings.erase(found);
     }
     if (!m_warnings.isEmpty()) {
         const QString text =
