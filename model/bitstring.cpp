@@ -44,11 +44,12 @@ QString stringBintoHex(QString bits)
 
 QString stringHextoBinfor0x(QString text)
 {
-    const bool prefixed = text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive);
+    if (text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive))
+        text.remove(0, 2);
     QString bits;
     bits.reserve(text.size() * BitsPerDigit);
-    for (int i = prefixed ? 2 : 0; i < text.size(); ++i) {
-        const int value = digitValue(text.at(i));
+    for (const QChar digit : qAsConst(text)) {
+        const int value = digitValue(digit);
         if (value < 0)
             return QString();
         for (int weight = 1 << (BitsPerDigit - 1); weight > 0; weight >>= 1)

@@ -122,12 +122,13 @@ void ConfigReader::readCore()
     }
     while (nextElement()) {
         if (isElement(m_format.probeIn)) {
-            core->addProbeIn(0);
-            readPort(core->probeIns.last(), nullptr);
+            auto port = std::make_unique<ProbeIn>();
+            readPort(port.get(), nullptr);
+            core->probeIns.append(port.release());
         } else if (isElement(m_format.probeOut)) {
-            core->addProbeOut(0);
-            ProbeOut *port = core->probeOuts.last();
-            readPort(port, &port->initialValue);
+            auto port = std::make_unique<ProbeOut>();
+            readPort(port.get(), &port->initialValue);
+            core->probeOuts.append(port.release());
         } else {
             refuseElement();
         }

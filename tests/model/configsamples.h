@@ -21,7 +21,7 @@ public:
     {
     }
     ~Cores() { qDeleteAll(list); }
-    Cores(Cores &&other) { list.swap(other.list); }
+    Cores(Cores &&other) noexcept { list.swap(other.list); }
     Cores &operator=(Cores &&) = delete;
 
     TARN::TarnCore *add(int index)
