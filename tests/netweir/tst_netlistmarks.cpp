@@ -246,6 +246,25 @@ top : top
     whole[0][1:0] OO
     whole[1][1:0] OO
 )");
+    row("slices of arrays", R"(
+module leaf(input logic [1:0] i[2]); endmodule
+module top(input a); logic [1:0] up[0:3], down[5:2]; assign up[0:1] = '{2'd1, 2'd2};
+  assign down[4:3] = '{2'd1, 2'd2}; leaf u(up[1:2]); endmodule)",
+        R"(
+top : top
+    a O
+    up[0][1:0] OO
+    up[1][1:0] OO
+    up[2][1:0] ..
+    up[3][1:0] ..
+    down[5][1:0] ..
+    down[4][1:0] OO
+    down[3][1:0] OO
+    down[2][1:0] ..
+    u : leaf
+        i[0][1:0] OO
+        i[1][1:0] ..
+)");
     row("outputs of tasks and functions", R"(
 package pk; task automatic pt(input logic i, output logic o); o = i; endtask endpackage
 module top(input a); logic o, p, q, r, side, ret, unused; logic [1:0] v;

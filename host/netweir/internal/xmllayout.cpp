@@ -117,7 +117,8 @@ BitRange Layout::locate(const Variable &variable, const Reference &reference,
             part.width = constantValue(index.next_sibling()).value_or(part.width);
             part.type = -1;
         } else {
-            break; // A slice of an array counts as the array.
+            selectSlice(variable, constantValue(index).value_or(-1),
+                        constantValue(index.next_sibling()).value_or(0), &part);
         }
     }
 
@@ -187,6 +188,24 @@ void Layout::selectElement(const Variable &variable, const IndexRange &index, Pa
         part->start = part->start + IndexRange{place * part->width, place * part->width, 0};
     }
     part->isMemory = isMemory(variable, part->type, part->path);
+}
+
+/// @p count elements of an array, the lowest index being @p lowest.
+void Layout::selectSlice(const Variable &variable, qint64 lowest, qint64 count, Part *part) const
+{
+    if (part->type < 0 || m_types.at(part->type).kind != Kind::UnpackedArray)
+        return;
+    const DataType &array = m_types.at(part->type);
+    const qint64 width = storedWidth(variable, array.element, part->path);
+    if (lowest < 0 || count < 1 || count > array.elements() - lowest) {
+        part->width = 0;
+        return;
+    }
+    const qint64 place =
+        (array.left > array.right ? lowest : array.elements() - lowest - count) * width;
+    part->start = part->start + IndexRange{place, place, 0};
+    part->width = count * width;
+    part->type = -1;
 }
 
 void Layout::selectMember(const Variable &variable, std::string_view name, Part *part) const

@@ -67,6 +67,7 @@ private:
     bool isMemory(const Variable &variable, int type, const std::string &path) const;
     qint64 storedWidth(const Variable &variable, int type, const std::string &path) const;
     void selectElement(const Variable &variable, const IndexRange &index, Part *part) const;
+    void selectSlice(const Variable &variable, qint64 lowest, qint64 count, Part *part) const;
     void selectMember(const Variable &variable, std::string_view name, Part *part) const;
     void addLeafs(const Variable &variable, int type, const QString &name, const std::string &path,
                   qint64 bit, Definition *definition) const;

@@ -247,7 +247,8 @@ bool MarkReader::isConnectable(const Occurrence &expression) const
         }
         if (is(part, "extend"))
             part = part.first_child();
-        while (is(part, "sel") || is(part, "arraysel") || is(part, "structsel")) {
+        while (is(part, "sel") || is(part, "arraysel") || is(part, "slicesel") ||
+               is(part, "structsel")) {
             if (!is(part, "structsel") && !is(part.first_child().next_sibling(), "const"))
                 return false;
             part = part.first_child();
