@@ -155,13 +155,11 @@ bool compareWithElaborator(const std::string &title, const Design &design, int r
         work();
         walls[which].push_back(double(clock.nsecsElapsed()) / 1e9);
     };
-    const std::vector<double> times =
-        TarnBench::interleavedMedians(rounds, {[&] { timed(0, [&] { elaborateAlone(design); }); },
-                                               [&] { preprocessAlone(design); },
-                                               [&] {
-                                                   netlist.reset();
-                                                   timed(1, [&] { netlist = extract(design); });
-                                               }});
+    const std::vector<double> times = TarnBench::interleavedMedians(
+        rounds,
+        {[&] { timed(0, [&] { elaborateAlone(design); }); }, [&] { preprocessAlone(design); },
+         [&] { timed(1, [&] { netlist = extract(design); }); }, [&] { netlist.reset(); }});
+    netlist = extract(design);
 
     Table table(title + ", " + std::to_string(bitCount(*netlist)) + " bits, CPU time, median of " +
                 std::to_string(rounds) + " rounds");
