@@ -127,7 +127,6 @@ TarnView::~TarnView()
 bool TarnView::open(const QString &filePath, const QString &, QString *errorText)
 {
     qDebug(" This is open file to Tarn");
-    d->unwatchFile();
     d->filePath = filePath;
     d->watchFile();
 
@@ -582,6 +581,7 @@ void TarnView::onRtlReload()
         m_reloadPending = false;
         return;
     }
+    // The change stays unanswered: the view is about to go.
     d->setModified(false);
     closeContainer();
 }

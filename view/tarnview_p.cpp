@@ -86,9 +86,9 @@ void TarnViewPrivate::removeOneTarn(int index)
     question.text = tr("Do you want to remove TARN %1 ?").arg(index);
     question.buttons = QMessageBox::Ok | QMessageBox::Cancel;
     question.defaultButton = QMessageBox::Ok;
-    if (showMessage(q, question) != QMessageBox::Ok || !self || !page)
+    if (showMessage(q, question) != QMessageBox::Ok || !self)
         return;
-    // The file may have been reloaded behind the question.
+    // Other cores may have gone behind the question, and this one, when the file was reloaded.
     const int position = optionWidgets.indexOf(page);
     if (position >= 0 && cores.size() > 1)
         removeAt(position);

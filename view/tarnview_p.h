@@ -61,7 +61,8 @@ public:
     /// receives one line an error. Costs n log n in the driven bits.
     bool check(QString *errors) const;
 
-    /// Watches filePath or, while there is no such file, for its return, which counts as a change.
+    /// Watches filePath and nothing else or, while there is no such file, for its return, which
+    /// counts as a change.
     void watchFile();
     void unwatchFile();
 

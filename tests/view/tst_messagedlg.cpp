@@ -54,10 +54,10 @@ private Q_SLOTS:
     void messagesAreShownOneALine()
     {
         TARN::MessageDlg dialog;
-        const QStringList messages{"ERROR: a.v:1:2: no", "<b>warning</b>", QString(), "last"};
+        const QStringList messages{"<b>warning</b>", "ERROR: a.v:1:2: no", QString(), "last"};
         dialog.setDetailMsg(messages);
         const auto *text = dialog.findChild<QTextEdit *>("textEdit");
-        QCOMPARE(text->toPlainText(), QStringLiteral("ERROR: a.v:1:2: no\n<b>warning</b>\n\nlast"));
+        QCOMPARE(text->toPlainText(), QStringLiteral("<b>warning</b>\nERROR: a.v:1:2: no\n\nlast"));
         dialog.setDetailMsg({"other"});
         QCOMPARE(text->toPlainText(), QStringLiteral("other"));
     }

@@ -495,6 +495,20 @@ private Q_SLOTS:
         QCOMPARE(treeTextOf(shown.view), QStringLiteral("tarn_0\ntarn_1\ntarn_2\n"));
     }
 
+    void coreThatMovedBehindTheRemoveQuestionIsStillTheOne()
+    {
+        const ShownView shown = show(writeConfig("a.tarn", {0, 1, 2}));
+        const TarnOptionWidget *kept = pagesOf(shown.view).at(1);
+        script().expectMenu(FullMenu, "Remove");
+        script().expectBox(removeQuestion(2), QMessageBox::Ok,
+                           [&](QMessageBox *) { openMenu(shown.view, 0); });
+        script().expectMenu(FullMenu, "Remove");
+        script().expectBox(removeQuestion(0));
+        openMenu(shown.view, 2);
+        QCOMPARE(treeTextOf(shown.view), QStringLiteral("tarn_0\n"));
+        QCOMPARE(currentPageOf(shown.view), kept);
+    }
+
     void fileReloadedBehindTheMenuKeepsItsCores()
     {
         const ShownView shown = show(writeConfig("a.tarn", {0, 1}));
