@@ -10,7 +10,6 @@
 #include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
 #include <support/files.h>
-#include <support/modalscript.h>
 #include <support/testcase.h>
 #include <te/designmanager.h>
 #include <te/taskengine.h>
@@ -20,7 +19,10 @@
 
 #include <QApplication>
 #include <QHash>
+#include <QMessageBox>
+#include <QProgressDialog>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 #include <memory>
@@ -116,6 +118,35 @@ private:
     QHash<QString, const RtlNetBus *> m_buses;
     QSet<QString> m_singles;
     QStringList m_problems;
+};
+
+/// Closes every modal window but the progress of the reader, which comes on a slow machine only.
+class WindowGuard
+{
+public:
+    WindowGuard()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { closeWindow(); });
+        m_timer.start(20);
+    }
+
+    /// Titles and texts of what was closed, one line each.
+    QString closed() const { return m_closed.join('\n'); }
+
+private:
+    void closeWindow()
+    {
+        QWidget *window = QApplication::activeModalWidget();
+        if (!window || qobject_cast<QProgressDialog *>(window))
+            return;
+        const auto *box = qobject_cast<QMessageBox *>(window);
+        m_closed.append(window->windowTitle() +
+                        (box ? ": " + box->text() + '\n' + box->detailedText() : QString()));
+        window->close();
+    }
+
+    QTimer m_timer;
+    QStringList m_closed;
 };
 
 } // namespace
@@ -220,13 +251,14 @@ void tst_ExampleDesign::configurationIsSavedUnchanged()
     const QByteArray content = readFile(examplePath(name, name + ".tarn"));
     writeFile(copy, content);
 
-    ModalScript script;
+    const WindowGuard guard;
     TARN::TarnView view;
     QString error;
     const bool opened = view.open(copy, QString(), &error);
-    QVERIFY2(opened, qPrintable(error + script.problems()));
+    QVERIFY2(opened, qPrintable(error + guard.closed()));
     const bool saved = view.save();
-    QVERIFY2(saved, qPrintable(script.problems()));
+    QVERIFY2(saved, qPrintable(guard.closed()));
+    QCOMPARE(guard.closed(), QString());
     QCOMPARE(readFile(copy), content);
 }
 
