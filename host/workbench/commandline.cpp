@@ -40,7 +40,7 @@ bool CommandLine::check(QString *error) const
 
 bool CommandLine::takeOption(const QStringList &arguments, int *index, QString *error)
 {
-    const QString option = arguments.at(*index);
+    const QString &option = arguments.at(*index);
     const QString value = arguments.value(++*index);
     if (value.isEmpty()) {
         *error = tr("%1 needs a folder").arg(option);
