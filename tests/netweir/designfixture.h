@@ -24,7 +24,8 @@ class DesignFixture
 {
 public:
     explicit DesignFixture(const QString &subfolder = QString())
-        : m_root(QDir(m_folder.path()).filePath(subfolder))
+        : m_folder(QDir::tempPath() + QStringLiteral("/design-XXXXXX"))
+        , m_root(QDir(m_folder.path()).filePath(subfolder))
     {
         QDir().mkpath(m_root);
     }

@@ -5,18 +5,137 @@
 #include <support/testcase.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QProgressDialog>
 #include <QtTest>
 
 using namespace NETWEIR;
 using TarnTest::DesignFixture;
+
+namespace {
+
+const char Endless[] = "module top; genvar i;\n"
+                       "generate for (i = 0; i < 1000000000; i = i + 1) begin : g wire x; end\n"
+                       "endgenerate\nendmodule\n";
+
+/// Calls a function as soon as the progress dialog shows.
+class DialogWatch : public QObject
+{
+public:
+    explicit DialogWatch(const std::function<void(QProgressDialog *)> &act)
+    {
+        connect(&m_timer, &QTimer::timeout, this, [this, act] {
+            auto *dialog = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isVisible())
+                return;
+            m_timer.stop();
+            act(dialog);
+        });
+        m_timer.start(10);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+} // namespace
 
 class TestExtraction : public TarnTest::TestCase
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+
     void readsADesign();
+    void reportsTheSameTwice();
+    void buildsOnlyWhatWasGiven();
+    void findsTops_data();
+    void findsTops();
+    void reportsErrors_data();
+    void reportsErrors();
+    void warnsOfWhatDoesNotStopADesign_data();
+    void warnsOfWhatDoesNotStopADesign();
+    void refusesFilesTheToolCannotRead_data();
+    void refusesFilesTheToolCannotRead();
+    void readsUnknownModules_data();
+    void readsUnknownModules();
+    void seesTheJtagPrimitive_data();
+    void seesTheJtagPrimitive();
+    void takesRecursionThatEnds();
+    void readsAnyPath_data();
+    void readsAnyPath();
+    void looksForIncludesBesideTheFileFirst();
+    void readsIncludePathsInOrder();
+    void carriesMacrosFromFileToFile();
+    void readsMacrosOfTheProject();
+    void readsAsSynthesisDoes();
+    void readsLibraryFiles();
+    void readsEachFileInItsLanguage_data();
+    void readsEachFileInItsLanguage();
+    void readsDelays_data();
+    void readsDelays();
+    void cancelEndsTheToolAtOnce_data();
+    void cancelEndsTheToolAtOnce();
+    void showsPhaseAndTime();
+    void survivesTheDeathOfTheParent();
+    void callsMayNest();
+    void reportsAToolThat_data();
+    void reportsAToolThat();
+    void reportsAMissingTool();
+    void neverMentionsItsFolder();
+
+private:
+    QStringList leftFolders() const;
+    QStringList leftProcesses() const;
+    QString fakeTool(const QByteArray &script);
+
+    QTemporaryDir m_temp;
 };
+
+void TestExtraction::initTestCase()
+{
+    qputenv("TMPDIR", m_temp.path().toLocal8Bit());
+    QCOMPARE(QDir::tempPath(), m_temp.path());
+}
+
+/// Whatever happened: no process and no file is left.
+void TestExtraction::cleanup()
+{
+    qunsetenv("TARN_VERILATOR");
+    QCOMPARE(leftProcesses(), QStringList());
+    QCOMPARE(leftFolders(), QStringList());
+    TestCase::cleanup();
+}
+
+QStringList TestExtraction::leftFolders() const
+{
+    QStringList result = QDir(m_temp.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    result = result.filter(QRegularExpression(QStringLiteral("^(?!design-|tool-)")));
+    return result;
+}
+
+QStringList TestExtraction::leftProcesses() const
+{
+    QStringList result;
+    const QStringList pids =
+        QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}, QDir::Dirs);
+    for (const QString &pid : pids) {
+        const QString folder = QFile::symLinkTarget(QStringLiteral("/proc/%1/cwd").arg(pid));
+        if (folder.startsWith(m_temp.path()))
+            result.append(pid);
+    }
+    return result;
+}
+
+QString TestExtraction::fakeTool(const QByteArray &script)
+{
+    const QString path = m_temp.filePath(QStringLiteral("tool-verilator_bin"));
+    TarnTest::writeFile(path, "#!/bin/sh\n" + script);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
+}
 
 void TestExtraction::readsADesign()
 {
@@ -39,6 +158,733 @@ void TestExtraction::readsADesign()
         QStringLiteral("^netlist read: top top, 10 nets, 2 buses, 2 nodes, [0-9]+\\.[0-9]{2} s$"));
     QVERIFY2(line.match(debugLines().constFirst()).hasMatch(),
              qPrintable(debugLines().constFirst()));
+}
+
+void TestExtraction::reportsTheSameTwice()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top(input a); endmodule\n");
+    QVERIFY(design.extract());
+    // Nothing new was given: the same design is built once more.
+    QVERIFY(design.buildNetlist());
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/a")));
+    // The sources as they are now.
+    TarnTest::writeFile(design.path(QStringLiteral("top.v")), "module top(input b); endmodule\n");
+    QVERIFY(design.extract());
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/b")));
+    QVERIFY(!design.netlist->findNet(QStringLiteral("top/a")));
+}
+
+void TestExtraction::buildsOnlyWhatWasGiven()
+{
+    DesignFixture none;
+    none.findModules();
+    QCOMPARE(none.messages, QStringList());
+    QVERIFY(none.tops.isEmpty() && none.modules.isEmpty());
+    QVERIFY(!none.buildNetlist());
+    QCOMPARE(none.netMessages.size(), 1);
+    QVERIFY(none.netMessages[0].startsWith(QLatin1String("ERROR")));
+    QCOMPARE(debugLines(), none.netMessages);
+
+    DesignFixture two;
+    two.add(QStringLiteral("a.v"), "module a; endmodule module b; endmodule\n");
+    two.findModules();
+    QVERIFY(!two.buildNetlist());
+    QCOMPARE(two.netMessages,
+             QStringList(QStringLiteral("ERROR: The design has no single top module. Set the top "
+                                        "module.")));
+}
+
+void TestExtraction::findsTops_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QString>("top");
+    QTest::addColumn<QString>("tops");
+    QTest::addColumn<QString>("modules");
+    QTest::addColumn<bool>("built");
+    const auto row = [](const char *name, const char *source, const char *top, const char *tops,
+                        const char *modules, bool built) {
+        QTest::newRow(name) << QByteArray(source) << QString::fromLatin1(top)
+                            << QString::fromLatin1(tops) << QString::fromLatin1(modules) << built;
+    };
+    row("one", "module b; endmodule module a; b u(); endmodule", "", "a", "b a", true);
+    row("three", "module c; endmodule module a; endmodule module b; endmodule", "", "c a b",
+        "c a b", false);
+    row("three and a choice", "module c; endmodule module a; endmodule module b; endmodule", "a",
+        "a", "c a b", true);
+    row("choice of a lower one", "module b; endmodule module a; b u(); endmodule", "b", "b", "b a",
+        true);
+    row("unknown choice", "module b; endmodule module a; b u(); endmodule", "x", "a", "b a", true);
+    row("unknown choice of two", "module b; endmodule module a; endmodule", "x", "b a", "b a",
+        false);
+    row("choice in other letters", "module b; endmodule module a; endmodule", "A", "b a", "b a",
+        false);
+    row("itself",
+        "module a #(parameter N = 2); generate if (N > 0) a #(N - 1) u(); endgenerate"
+        " endmodule",
+        "", "a", "a", true);
+    row("untaken branch",
+        "module b; endmodule module a; generate if (0) b u(); endgenerate endmodule", "", "a",
+        "b a", true);
+    row("without parentheses", "module b; endmodule module a; b u; endmodule", "", "a", "b a",
+        true);
+    row("comment", "module b; endmodule module a; /* b u(); */ endmodule", "", "b a", "b a", false);
+    row("by a macro",
+        "`define INST(m, n) m n ();\nmodule b; endmodule module a; `INST(b, u)"
+        " endmodule",
+        "", "a", "b a", true);
+    row("compiled out", "module b; endmodule\n`ifdef X\nmodule a; b u(); endmodule\n`endif", "",
+        "b", "b", true);
+    row("no modules", "`define A\n", "", "", "", false);
+    row("no modules and a choice", "`define A\n", "x", "", "", false);
+}
+
+void TestExtraction::findsTops()
+{
+    QFETCH(QByteArray, source);
+    QFETCH(QString, top);
+    QFETCH(QString, tops);
+    QFETCH(QString, modules);
+    QFETCH(bool, built);
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), source);
+    design.set(TE::DesignInfo::Top, top);
+    design.findModules();
+    QCOMPARE(design.firstError(), QString());
+    QCOMPARE(design.tops.join(QLatin1Char(' ')), tops);
+    QCOMPARE(design.modules.join(QLatin1Char(' ')), modules);
+    QCOMPARE(design.buildNetlist() != nullptr, built);
+    if (built)
+        QCOMPARE(design.netlist->top()->instName(), tops);
+}
+
+void TestExtraction::reportsErrors_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QString>("error"); // Beginning.
+    const auto row = [](const char *name, const char *source, const char *error) {
+        QTest::newRow(name) << QByteArray(source) << QString::fromLatin1(error);
+    };
+    row("syntax", "module top;\nwire a\nendmodule\n", "ERROR: a.v:3:1: syntax error");
+    row("syntax behind an include", "`include \"i.vh\"\nmodule top;\n  wire = ;\nendmodule\n",
+        "ERROR: a.v:3:8: syntax error");
+    row("syntax in an include", "`include \"bad.vh\"\nmodule top; endmodule\n",
+        "ERROR: bad.vh:2:6: syntax error");
+    row("no end", "module top;\nwire a;\n", "ERROR: a.v:2:7: syntax error, unexpected end of file");
+    row("misspelt", "modul top;\nendmodule\n", "ERROR: a.v:1:1: syntax error");
+    row("end too many with two tops", "module a; endmodule\nmodule b; endmodule\nendmodule\n",
+        "ERROR: a.v:3:1: syntax error");
+    row("missing include", "module top;\n`include \"none.vh\"\nendmodule\n",
+        "ERROR: a.v:2:10: Cannot find the include file \"none.vh\". Add its folder to the include "
+        "paths.");
+    row("undefined macro", "module top;\nwire [`W:0] a;\nendmodule\n",
+        "ERROR: a.v:2:7: The macro `W is not defined.");
+    row("open condition", "`ifdef A\nmodule top; endmodule\n", "ERROR: a.v:4:1: `ifdef not");
+    row("duplicate", "module top; endmodule\nmodule b; endmodule\n\nmodule top; endmodule\n",
+        "ERROR: a.v:4: \"top\" is defined a second time; the first definition is in a.v:1. Rename "
+        "or remove one of them.");
+    row("unknown pin", "module top;\nsub u(.x(1'b0));\nendmodule\nmodule sub(input y); endmodule\n",
+        "ERROR: a.v:2:8: Pin not found: 'x'");
+    row("unknown pin of a primitive", "module top;\nKX_BUFG u(.I(1'b0), .Q());\nendmodule\n",
+        "ERROR: a.v:2:22: Pin not found: 'Q'");
+    row("recursion", "module a;\na u();\nendmodule\n",
+        "ERROR: a.v:1: The instantiation never ends (a -> a). Break the circle or end it by a "
+        "generate condition.");
+    row("mutual recursion", "module a;\nb u();\nendmodule\nmodule b;\na u();\nendmodule\n",
+        "ERROR: a.v:1: No top module: every module is instantiated by another one (a -> b -> a). "
+        "Set the top module or break the circle.");
+    row("recursion below the top",
+        "module top; a u(); endmodule\nmodule a; b u(); endmodule\n"
+        "module b; a u(); endmodule\n",
+        "ERROR: a.v:2: The instantiation never ends (a -> b -> a).");
+    row("unknown interface", "module top(x_if p);\nendmodule\n", "ERROR: a.v:1:");
+    row("range error", "module top;\nwire [a:0] b;\nendmodule\n", "ERROR: a.v:2:");
+}
+
+void TestExtraction::reportsErrors()
+{
+    QFETCH(QByteArray, source);
+    QFETCH(QString, error);
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), source);
+    TarnTest::writeFile(design.path(QStringLiteral("i.vh")), "\n\n\n");
+    TarnTest::writeFile(design.path(QStringLiteral("bad.vh")), "\nwire = 1;\n");
+    design.findModules();
+    QVERIFY2(design.firstError().startsWith(error),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+    for (const QString &message : qAsConst(design.messages))
+        QVERIFY(!message.contains(QLatin1Char('\n')));
+    // The same again from the other call, also on the debug stream.
+    QVERIFY(!design.buildNetlist());
+    QCOMPARE(design.netMessages, design.messages);
+    QCOMPARE(debugLines(), design.messages);
+}
+
+void TestExtraction::warnsOfWhatDoesNotStopADesign_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("empty file") << "empty"
+                                << "WARNING: empty.v: The file is empty.";
+    QTest::newRow("unknown top")
+        << "top"
+        << "WARNING: The design has no module \"x\". Candidates for the top module: top.";
+    QTest::newRow("include folder") << "include"
+                                    << "WARNING: none: The include folder does not exist.";
+}
+
+void TestExtraction::warnsOfWhatDoesNotStopADesign()
+{
+    QFETCH(QString, what);
+    QFETCH(QString, warning);
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), "module top; endmodule\n");
+    if (what == QLatin1String("empty"))
+        design.add(QStringLiteral("empty.v"), "");
+    else if (what == QLatin1String("top"))
+        design.set(TE::DesignInfo::Top, QStringLiteral("x"));
+    else
+        design.set(TE::DesignInfo::IncludePaths, QStringList(design.path(QStringLiteral("none"))));
+    QVERIFY(design.extract());
+    QCOMPARE(design.messages.size(), 1);
+    QCOMPARE(design.messages[0].remove(design.path(QString()) + QLatin1Char('/')), warning);
+}
+
+void TestExtraction::refusesFilesTheToolCannotRead_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char *file, const char *error) {
+        QTest::newRow(file) << QString::fromLatin1(file) << QString::fromLatin1(error);
+    };
+    row("missing.v", "ERROR: missing.v: The file does not exist.");
+    row("folder.v", "ERROR: folder.v: This is a folder.");
+    row("nul.v", "ERROR: nul.v: The file is no text: it contains NUL bytes.");
+    row("utf16.v", "ERROR: utf16.v: The file is no text: it contains NUL bytes.");
+    row("long.v", "ERROR: long.v:2: The line is longer than 1 MB.");
+    row("includes.v", "ERROR: nul.vh: The file is no text: it contains NUL bytes.");
+    row("old.vhd", "ERROR: old.vhd: VHDL is read in a later version.");
+    row("fifo.v", "ERROR: fifo.v: This is no regular file.");
+    row("locked.v", "ERROR: locked.v: The file cannot be read:");
+}
+
+void TestExtraction::refusesFilesTheToolCannotRead()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, error);
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; endmodule\n");
+    if (file == QLatin1String("missing.v")) {
+        design.list(file);
+    } else if (file == QLatin1String("folder.v")) {
+        QDir().mkpath(design.path(file));
+        design.list(file);
+    } else if (file == QLatin1String("nul.v")) {
+        design.add(file, QByteArray("module a; \0 endmodule\n", 22));
+    } else if (file == QLatin1String("utf16.v")) {
+        design.add(file, QByteArray("\xff\xfem\0o\0", 6));
+    } else if (file == QLatin1String("long.v")) {
+        design.add(file, "module a;\n" + QByteArray(1100000, ' ') + "endmodule\n");
+    } else if (file == QLatin1String("includes.v")) {
+        TarnTest::writeFile(design.path(QStringLiteral("mid.vh")), "`include \"nul.vh\"\n");
+        TarnTest::writeFile(design.path(QStringLiteral("nul.vh")), QByteArray("a\0b", 3));
+        design.add(file, "`include \"mid.vh\"\nmodule a; endmodule\n");
+    } else if (file == QLatin1String("old.vhd")) {
+        design.add(file, "entity a is end;\n", TE::VhdlFile);
+    } else if (file == QLatin1String("fifo.v")) {
+        QCOMPARE(QProcess::execute(QStringLiteral("mkfifo"), {design.path(file)}), 0);
+        design.list(file);
+    } else {
+        design.add(file, "module a; endmodule\n");
+        QFile::setPermissions(design.path(file), QFile::WriteOwner);
+        if (QFile(design.path(file)).open(QIODevice::ReadOnly))
+            QSKIP("this user may read everything");
+    }
+    design.findModules();
+    QVERIFY2(design.firstError().startsWith(error),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.tops.isEmpty() && design.modules.isEmpty());
+    QVERIFY(!design.buildNetlist());
+}
+
+void TestExtraction::readsUnknownModules_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    const auto row = [](const char *name, const char *body) {
+        QTest::newRow(name) << QByteArray(body);
+    };
+    row("positional", "X u(a, b[3:0]);");
+    row("named", "X u(.A(a), .B(b[3:0]));");
+    row("array", "X u[3:0](.A(a), .B(b));");
+    row("positional array", "X u[3:0](a, b);");
+    row("by a macro", "`define MK(n, s) X #(.W(s)) n``_i (.A(a), .B(b[s-1:0]));\n`MK(u, 4)");
+    row("named parameters", "X #(.W(4), .MODE(\"FAST\"), .F(1.5)) u(.A(a), .B(b[3:0]));");
+    row("positional parameters", "X #(4, \"FAST\") u(a);");
+    row("defparam", "X u(.A(a)); defparam u.W = 4, u.MODE = \"FAST\";");
+    row("open pins", "X u(.A(), .B(a)), v(, a);");
+    row("keywords as names", "X #(.do(1)) u(.final(a), .bit(b[0]));");
+    row("escaped names", "\\X/1 \\u/1 (.\\A[0] (a));");
+    row("several widths", "X u(.A(a)); X v(.A(b)); X w(.A(b[1:0]), .C(a));");
+    row("untaken", "generate if (0) X u(.A(a)); endgenerate");
+    row("mixed", "X u(.A(a)); X v(a, b, a, b);");
+    row("device", "wire c; KX_PLL #(.CLKFBOUT_MULT(4)) u(.CLKIN(a), .CLKOUT0(c)); X v(.A(c));");
+}
+
+void TestExtraction::readsUnknownModules()
+{
+    QFETCH(QByteArray, body);
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"),
+               "`timescale 1ns/1ps\n`default_nettype none\nmodule top(input wire a);\n"
+               "wire [3:0] b;\n" +
+                   body + "\nendmodule\n");
+    QVERIFY2(design.extract(),
+             qPrintable((design.messages + design.netMessages).join(QLatin1Char('\n'))));
+    QCOMPARE(design.messages, QStringList());
+    QCOMPARE(design.modules, QStringList(QStringLiteral("top")));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/b[3]")));
+    // They are no nodes of the design.
+    QVERIFY(design.netlist->top()->children().isEmpty());
+}
+
+void TestExtraction::seesTheJtagPrimitive_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<bool>("uses");
+    QTest::newRow("none") << QByteArray("wire KX_JTAG;") << false;
+    QTest::newRow("live") << QByteArray("KX_JTAG j(.TCK(a));") << true;
+    QTest::newRow("below") << QByteArray("sub u();") << true;
+    QTest::newRow("untaken") << QByteArray("generate if (0) KX_JTAG j(.TCK(a)); endgenerate")
+                             << false;
+    QTest::newRow("comment") << QByteArray("// KX_JTAG j(.TCK(a));") << false;
+}
+
+void TestExtraction::seesTheJtagPrimitive()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(bool, uses);
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top(input a);\n" + body +
+                                            "\nendmodule\nmodule sub; KX_JTAG j(); endmodule\n");
+    design.set(TE::DesignInfo::Top, QStringLiteral("top"));
+    QVERIFY(design.extract());
+    QCOMPARE(design.netlist->usesJtagPrimitive(), uses);
+}
+
+void TestExtraction::takesRecursionThatEnds()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"),
+               "module top(input a); tree #(3) u(a); endmodule\n"
+               "module tree #(parameter N = 1)(input a);\n"
+               "generate if (N > 0) begin : g tree #(N - 1) u(a); end endgenerate\nendmodule\n");
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/u/a")));
+}
+
+void TestExtraction::readsAnyPath_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("plain") << "src"
+                           << "top.v";
+    QTest::newRow("blanks") << "my src"
+                            << "my top.v";
+    QTest::newRow("quotes") << "it's \"mine\""
+                            << "a \"b\" 'c'.v";
+    QTest::newRow("umlauts") << QStringLiteral("Entw\u00fcrfe") << QStringLiteral("z\u00e4hler.v");
+    QTest::newRow("other characters") << "a$HOME*?;&#%+-x"
+                                      << "${b}+(1),2.v";
+    QTest::newRow("backslash") << "a\\b"
+                               << "c\\d.v";
+    QTest::newRow("like an option") << "-I"
+                                    << "-v.v";
+                               << "c.v";
+}
+
+void TestExtraction::readsAnyPath()
+{
+    QFETCH(QString, folder);
+    QFETCH(QString, file);
+    DesignFixture design(folder);
+    TarnTest::writeFile(design.path(QStringLiteral("inc dir/x.vh")), "`include \"y.vh\"\n");
+    TarnTest::writeFile(design.path(QStringLiteral("inc dir/y.vh")), "`define W 4\n");
+    TarnTest::writeFile(design.path(QStringLiteral("near.vh")), "`define V 2\n");
+    design.add(file,
+               "`include \"x.vh\"\n`include \"near.vh\"\nmodule top; wire [`W:`V] a; endmodule\n");
+    design.set(TE::DesignInfo::IncludePaths, QStringList(design.path(QStringLiteral("inc dir"))));
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/a[4]")));
+
+    TarnTest::writeFile(design.path(file),
+                        "`include \"x.vh\"\nmodule top;\nwire = 1;\nendmodule\n");
+    design.findModules();
+    QVERIFY2(design.firstError().startsWith(QStringLiteral("ERROR: %1:3:6: ").arg(file)),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+
+    TarnTest::writeFile(design.path(file), "`include \"none.vh\"\nmodule top; endmodule\n");
+    design.findModules();
+    QVERIFY2(design.firstError().startsWith(QStringLiteral("ERROR: %1:1:10: ").arg(file)),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+}
+
+void TestExtraction::looksForIncludesBesideTheFileFirst()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a/a.v"),
+               "`include \"d.vh\"\nmodule top; wire [`D:0] w; b u(); endmodule\n");
+    design.add(QStringLiteral("b/b.v"), "`include \"d.vh\"\nmodule b; wire [`D:0] w; endmodule\n");
+    TarnTest::writeFile(design.path(QStringLiteral("a/d.vh")), "`undef D\n`define D 1\n");
+    TarnTest::writeFile(design.path(QStringLiteral("b/d.vh")), "`undef D\n`define D 2\n");
+    QVERIFY(design.extract());
+    QVERIFY(!design.netlist->findNet(QStringLiteral("top/w[2]")));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/u/w[2]")));
+}
+
+void TestExtraction::readsIncludePathsInOrder()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), "`include \"d.vh\"\nmodule top; wire [`D:0] w; endmodule\n");
+    TarnTest::writeFile(design.path(QStringLiteral("x/d.vh")), "`define D 1\n");
+    TarnTest::writeFile(design.path(QStringLiteral("y/d.vh")), "`define D 2\n");
+    const QString x = design.path(QStringLiteral("x"));
+    const QString y = design.path(QStringLiteral("y"));
+    design.set(TE::DesignInfo::IncludePaths, QStringList({y, x}));
+    QVERIFY(design.extract());
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/w[2]")));
+    design.set(TE::DesignInfo::IncludePaths, QStringList({x, y}));
+    QVERIFY(design.extract());
+    QVERIFY(!design.netlist->findNet(QStringLiteral("top/w[2]")));
+}
+
+void TestExtraction::carriesMacrosFromFileToFile()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("z.v"), "`define WIDTH 8\n");
+    design.add(QStringLiteral("a.v"), "module top; wire [`WIDTH-1:0] w; endmodule\n");
+    QVERIFY(design.extract());
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/w[7]")));
+}
+
+void TestExtraction::readsMacrosOfTheProject()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), "module top;\n`ifdef FLAG\nwire [`WIDTH:0] w;\n`endif\n"
+                                      "initial $display(`TEXT);\nendmodule\n");
+    design.set(TE::DesignInfo::Macros,
+               QStringList({QStringLiteral("FLAG"), QStringLiteral("WIDTH=2+1"),
+                            QStringLiteral("TEXT=\"a b\"")}));
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/w[3]")));
+}
+
+void TestExtraction::readsAsSynthesisDoes()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), "module top;\n`ifdef SYNTHESIS\nwire s;\n`endif\n"
+                                      "`ifdef VERILATOR\nwire v;\n`endif\nendmodule\n");
+    QVERIFY(design.extract());
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/s")));
+    QVERIFY(!design.netlist->findNet(QStringLiteral("top/v")));
+}
+
+void TestExtraction::readsLibraryFiles()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), "module top; lib u(); own v(); endmodule\n"
+                                      "module own; wire mine; endmodule\n");
+    TarnTest::writeFile(design.path(QStringLiteral("lib.v")),
+                        "module lib; wire w; endmodule\nmodule own; wire theirs; endmodule\n"
+                        "module unused; other x(); endmodule\n");
+    design.set(TE::DesignInfo::LibraryFiles, QStringList(design.path(QStringLiteral("lib.v"))));
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QCOMPARE(design.messages, QStringList());
+    QCOMPARE(design.tops, QStringList(QStringLiteral("top")));
+    QCOMPARE(design.modules, QStringList({QStringLiteral("top"), QStringLiteral("own")}));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/u/w")));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/v/mine")));
+
+    design.set(TE::DesignInfo::LibraryFiles, QStringList(design.path(QStringLiteral("none.v"))));
+    design.findModules();
+    QCOMPARE(design.firstError(), QStringLiteral("ERROR: none.v: The library file does not exist. "
+                                                 "Remove it from the options."));
+}
+
+void TestExtraction::readsEachFileInItsLanguage_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("standard");
+    QTest::addColumn<bool>("systemVerilog");
+    QTest::newRow("Verilog") << "a.v" << 2 << "1364-2005" << false;
+    QTest::newRow("Verilog 2001") << "a.v" << 2 << "1364-2001" << false;
+    QTest::newRow("no standard") << "a.v" << 2 << "" << false;
+    QTest::newRow("SystemVerilog by the standard") << "a.v" << 2 << "1800-2017" << true;
+    QTest::newRow("SystemVerilog by its name") << "a.sv" << 2 << "1364-2001" << true;
+    QTest::newRow("capital name") << "A.SV" << 2 << "1364-2001" << true;
+    QTest::newRow("SystemVerilog by its type") << "a.v" << 3 << "1364-2001" << true;
+    QTest::newRow("any name") << "a.txt" << 3 << "1364-2001" << true;
+    QTest::newRow("any name in Verilog") << "a.txt" << 2 << "1364-2001" << false;
+}
+
+void TestExtraction::readsEachFileInItsLanguage()
+{
+    QFETCH(QString, name);
+    QFETCH(int, type);
+    QFETCH(QString, standard);
+    QFETCH(bool, systemVerilog);
+    DesignFixture design;
+    design.set(TE::DesignInfo::Standard, standard);
+    design.add(name,
+               systemVerilog ? "module top; logic l; interface_i i(); endmodule\n"
+                               "interface interface_i; endinterface\n"
+                             : "module top; wire logic, bit; interface program(logic);"
+                               " endmodule\nmodule interface(input bit); endmodule\n",
+               type);
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QCOMPARE(design.tops, QStringList(QStringLiteral("top")));
+    QVERIFY(design.netlist->findNet(systemVerilog ? QStringLiteral("top/l")
+                                                  : QStringLiteral("top/program/bit")));
+}
+
+void TestExtraction::readsDelays_data()
+{
+    QTest::addColumn<QByteArray>("process");
+    QTest::newRow("delays only") << QByteArray("initial #10 d = 0;");
+    QTest::newRow("events and waits")
+        << QByteArray("initial begin #10 d = 0; @(posedge a); wait (a); end");
+}
+
+void TestExtraction::readsDelays()
+{
+    QFETCH(QByteArray, process);
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), "module top(input a, output reg b, output c, output reg d);\n"
+                                      "wire e;\nalways @(posedge a) b <= #1 ~e;\n"
+                                      "assign #2 c = e;\n" +
+                                          process + "\nendmodule\n");
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QCOMPARE(design.messages, QStringList());
+    for (const char driven : {'a', 'b', 'c', 'd', 'e'}) {
+        const RtlNet *net = design.netlist->findNet(QStringLiteral("top/") + QLatin1Char(driven));
+        QVERIFY(net);
+        QCOMPARE(net->excludedForProbeOut(), driven != 'e');
+    }
+}
+
+void TestExtraction::cancelEndsTheToolAtOnce_data()
+{
+    QTest::addColumn<QByteArray>("tool");
+    QTest::addColumn<bool>("inNets");
+    QTest::newRow("while elaborating") << QByteArray() << false;
+    QTest::newRow("in the second call") << QByteArray() << true;
+    QTest::newRow("while preprocessing") << QByteArray("sleep 1000 & sleep 1000\n") << false;
+    QTest::newRow("tool that ignores signals")
+        << QByteArray("trap '' TERM INT HUP\nwhile true; do sleep 1000; done\n") << false;
+}
+
+void TestExtraction::cancelEndsTheToolAtOnce()
+{
+    QFETCH(QByteArray, tool);
+    QFETCH(bool, inNets);
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), Endless);
+    if (!tool.isEmpty())
+        qputenv("TARN_VERILATOR", fakeTool(tool).toLocal8Bit());
+    QElapsedTimer sinceCancel;
+    const auto cancel = [&](QProgressDialog *dialog) {
+        QVERIFY(!leftProcesses().isEmpty());
+        sinceCancel.start();
+        Q_EMIT dialog->canceled();
+    };
+    if (inNets) {
+        design.findModules();
+        QCOMPARE(design.messages, QStringList());
+        DialogWatch watch(cancel);
+        QVERIFY(!design.buildNetlist());
+    } else {
+        DialogWatch watch(cancel);
+        design.findModules();
+    }
+    QVERIFY(sinceCancel.isValid());
+    QVERIFY2(sinceCancel.elapsed() < 1000, qPrintable(QString::number(sinceCancel.elapsed())));
+    QCOMPARE(leftProcesses(), QStringList());
+    QCOMPARE(leftFolders(), QStringList());
+    QCOMPARE(inNets ? design.netMessages : design.messages,
+             QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
+}
+
+void TestExtraction::showsPhaseAndTime()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), Endless);
+    design.findModules();
+    QString title;
+    QString label;
+    Qt::WindowModality modality = Qt::NonModal;
+    DialogWatch watch([&](QProgressDialog *dialog) {
+        title = dialog->windowTitle();
+        modality = dialog->windowModality();
+        QTest::qWait(1500);
+        label = dialog->labelText();
+        dialog->reject(); // As the window's close button does.
+    });
+    QVERIFY(!design.buildNetlist());
+    QCOMPARE(title, QStringLiteral("Reading RTL Netlist"));
+    QCOMPARE(modality, Qt::ApplicationModal);
+    const QRegularExpression expected(
+        QStringLiteral("^Elaborating design\nElapsed time: [1-9] s$"));
+    QVERIFY2(expected.match(label).hasMatch(), qPrintable(label));
+}
+
+void TestExtraction::survivesTheDeathOfTheParent()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), Endless);
+    design.findModules();
+    QPointer<QWidget> parent(new QWidget);
+    DialogWatch watch([&](QProgressDialog *dialog) {
+        QCOMPARE(dialog->parentWidget(), parent.data());
+        delete parent;
+    });
+    RtlNetlist *netlist = nullptr;
+    QStringList messages;
+    catchRtlNetsWithProgressDialog(&netlist, messages, parent);
+    QVERIFY(!parent);
+    QVERIFY(!netlist);
+    QCOMPARE(messages, QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
+}
+
+/// A second view reads its design while the first one waits: each gets its own.
+void TestExtraction::callsMayNest()
+{
+    const QString tool = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
+    DesignFixture outer;
+    outer.add(QStringLiteral("outer.v"), "module outer; endmodule\n");
+    DesignFixture inner;
+    inner.add(QStringLiteral("inner.v"), "module inner; endmodule\n");
+    qputenv("TARN_VERILATOR",
+            fakeTool("sleep 1\nexec " + tool.toLocal8Bit() + " \"$@\"\n").toLocal8Bit());
+    int nested = 0;
+    const auto nest = [&](QProgressDialog *) {
+        ++nested;
+        QVERIFY(inner.extract());
+        QCOMPARE(inner.netlist->top()->instName(), QStringLiteral("inner"));
+    };
+    {
+        DialogWatch watch(nest);
+        outer.findModules();
+    }
+    QCOMPARE(outer.firstError(), QString());
+    QCOMPARE(nested, 1);
+    QVERIFY(outer.buildNetlist());
+    QCOMPARE(outer.netlist->top()->instName(), QStringLiteral("outer"));
+    {
+        DialogWatch watch(nest);
+        QVERIFY(outer.buildNetlist()); // From the start: what the last call left is used up.
+    }
+    QCOMPARE(nested, 2);
+}
+
+void TestExtraction::reportsAToolThat_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QString>("error");
+    const QByteArray preprocess = "case \"$1\" in -E) echo '`line 1 \"netweir_s1/top.v\" 1';"
+                                  " echo 'module top; endmodule'; exit 0;; esac\n";
+    const auto row = [](const char *name, const QByteArray &script, const char *error) {
+        QTest::newRow(name) << script << QString::fromLatin1(error);
+    };
+    row("crashes", "kill -SEGV $$\n", "ERROR: Reading the sources failed: the elaborator crashed.");
+    row("fails without a reason", "exit 3\n",
+        "ERROR: Reading the sources failed: the elaborator gave no reason (exit code 3).");
+    row("hangs", "sleep 1000 & sleep 1000\n",
+        "ERROR: Reading the sources took longer than 1 seconds and was ended. Raise the timeout in "
+        "the project's options.");
+    row("crashes later", preprocess + "kill -SEGV $$\n",
+        "ERROR: Elaborating the design failed: the elaborator crashed.");
+    row("fails later", preprocess + "exit 1\n",
+        "ERROR: Elaborating the design failed: the elaborator gave no reason (exit code 1).");
+    row("hangs later", preprocess + "sleep 1000\n",
+        "ERROR: Elaborating the design took longer than 1 seconds and was ended.");
+    row("runs out of memory",
+        preprocess +
+            "echo \"terminate called after throwing an instance of 'std::bad_alloc'\" >&2\n"
+            "kill -ABRT $$\n",
+        "ERROR: Elaborating the design needs more than ");
+    row("writes nothing", preprocess + "exit 0\n",
+        "ERROR: Elaborating the design failed: its result is not complete.");
+    row("writes half", preprocess + "echo '<verilator_xml><netlist>' > design.xml\nexit 0\n",
+        "ERROR: Elaborating the design failed: its result is not complete.");
+    row("crashes with a full result",
+        preprocess + "echo '<verilator_xml></verilator_xml>' > design.xml\nkill -SEGV $$\n",
+        "ERROR: Elaborating the design failed: the elaborator crashed.");
+    row("fails with a full result",
+        preprocess + "echo '<verilator_xml></verilator_xml>' > design.xml\n"
+                     "echo '%Error: text0.v:1:2: no' >&2\nexit 1\n",
+        "ERROR: top.v:1:2: no");
+}
+
+void TestExtraction::reportsAToolThat()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(QString, error);
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; endmodule\n");
+    design.set(TE::DesignInfo::Timeout, 1);
+    qputenv("TARN_VERILATOR", fakeTool(script).toLocal8Bit());
+    QElapsedTimer timer;
+    timer.start();
+    design.findModules();
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(design.firstError().startsWith(error),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(!design.buildNetlist());
+}
+
+void TestExtraction::reportsAMissingTool()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; endmodule\n");
+    qputenv("TARN_VERILATOR", "/nowhere/verilator_bin");
+    design.findModules();
+    QCOMPARE(design.messages,
+             QStringList(QStringLiteral(
+                 "ERROR: The elaborator \"/nowhere/verilator_bin\" named by the environment "
+                 "variable TARN_VERILATOR is no program. Correct or unset the variable.")));
+    QVERIFY(!design.buildNetlist());
+
+    // Not a program after all.
+    const QString path = fakeTool("this is no script");
+    TarnTest::writeFile(path, "\x7f"
+                              "ELF");
+    qputenv("TARN_VERILATOR", path.toLocal8Bit());
+    design.findModules();
+    QVERIFY2(design.firstError().startsWith(QLatin1String("ERROR: Reading the sources failed: ")),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+}
+
+void TestExtraction::neverMentionsItsFolder()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"),
+               "module top;\nsub u(.x(1'b0));\nX v(.a());\nwire = ;\n`Y\nendmodule\n"
+               "module sub; endmodule\n");
+    design.add(QStringLiteral("b.sv"), "`include \"none\"\nmodule b; top.u.x a; endmodule\n");
+    design.set(TE::DesignInfo::Top, QStringLiteral("top"));
+    for (const bool withInclude : {true, false}) {
+        if (!withInclude)
+            TarnTest::writeFile(design.path(QStringLiteral("none")), "");
+        design.findModules();
+        QVERIFY(!design.firstError().isEmpty());
+        for (const QString &message : qAsConst(design.messages)) {
+            QVERIFY2(!message.contains(QLatin1String("netweir_")), qPrintable(message));
+            QVERIFY2(!message.contains(QRegularExpression(QStringLiteral("text[0-9]"))),
+                     qPrintable(message));
+            QVERIFY2(!message.contains(m_temp.path() + QLatin1String("/tarn")),
+                     qPrintable(message));
+        }
+    }
 }
 
 TARN_TEST_MAIN(TestExtraction)

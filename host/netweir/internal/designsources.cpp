@@ -53,7 +53,11 @@ QString knownStandard(const QString &standard)
 class SourceCheck
 {
 public:
-    explicit SourceCheck(const DesignSources &sources);
+    explicit SourceCheck(const DesignSources &sources)
+        : m_sources(sources)
+    {
+    }
+
     QStringList run();
 
 private:
@@ -66,16 +70,7 @@ private:
     QStringList m_messages;
     QStringList m_pending; ///< Included files still to be checked.
     QSet<QString> m_seen;
-    QStringList m_sourceFolders;
 };
-
-SourceCheck::SourceCheck(const DesignSources &sources)
-    : m_sources(sources)
-{
-    for (const SourceFile &file : sources.files)
-        m_sourceFolders.append(QFileInfo(file.path).absolutePath());
-    m_sourceFolders.removeDuplicates();
-}
 
 QStringList SourceCheck::run()
 {
@@ -179,9 +174,8 @@ void SourceCheck::collectIncludes(const QString &path, const QByteArray &content
 
 QString SourceCheck::findInclude(const QString &includingFile, const QString &name) const
 {
-    QStringList folders(QFileInfo(includingFile).absolutePath());
-    folders += m_sources.includePaths;
-    folders += m_sourceFolders;
+    QStringList folders = m_sources.includePaths;
+    folders.append(QFileInfo(includingFile).absolutePath());
     for (const QString &folder : qAsConst(folders)) {
         const QString path = QDir::cleanPath(QDir(folder).filePath(name));
         // Anything but a regular file the elaborator reports by itself.

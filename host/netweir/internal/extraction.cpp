@@ -25,9 +25,9 @@ namespace {
 
 /// How long findModules() waits for the elaborator: long enough for the errors of all but huge
 /// designs, short enough for a call that only promises the modules.
-constexpr int ErrorWait = 3000;
+constexpr int ErrorWait = 2000;
 
-/// The first run and one for pins that the scan did not see.
+/// The first run and one for pins that the scan did not see, or for test benches that wait.
 constexpr int MostRuns = 2;
 
 constexpr qint64 MostText = 1024 * 1024 * 1024;
@@ -123,8 +123,10 @@ std::unique_ptr<RtlNetlist> Extraction::buildNetlist(ExtractionProgress *progres
     std::unique_ptr<RtlNetlist> netlist;
     {
         const Stopwatch stopwatch(&m_spent);
-        if (m_state == Idle)
+        if (m_state == Idle) {
+            m_spent = 0;
             prepare(progress, &found);
+        }
         if (m_state == Elaborating)
             elaborate(progress, -1, &found);
         if (m_state == Elaborated && m_tops.size() == 1)
@@ -169,7 +171,8 @@ bool Extraction::prepareFolder(QStringList *messages)
 }
 
 /// Gives every source and include folder a plain name in the private folder. A source keeps its own
-/// name within a link to its folder, so that included files are found beside it.
+/// name within a link to its folder, so that included files are found beside it; one whose own name
+/// is not plain has its folder among the include folders instead.
 bool Extraction::linkSources()
 {
     const QDir root(m_folder->path());
@@ -192,12 +195,12 @@ bool Extraction::linkSources()
         if (linked.isEmpty()) {
             linked = QStringLiteral("netweir_s%1").arg(links.size());
             link(folder, linked);
-            addFolder(folder); // Searched for includes after everything else.
         }
         QString alias = linked + QLatin1Char('/') + info.fileName();
         if (!isPlainName(info.fileName())) {
             alias = QStringLiteral("netweir_f%1").arg(i);
             link(info.absoluteFilePath(), alias);
+            addFolder(folder);
         }
         m_files.append({alias.toLatin1(), info.filePath()});
     }
@@ -287,6 +290,7 @@ void Extraction::startElaboration(const QString &top, QStringList *messages)
 {
     m_top = top;
     m_runs = 0;
+    m_timed = false;
     if (writeElaboratorInput())
         runElaborator();
     else
@@ -313,13 +317,14 @@ void Extraction::runElaborator()
         QStringLiteral("--xml-output"),
         QLatin1String(XmlFile),
         QStringLiteral("-O0"), // The default optimisation deletes nets of the user.
-        QStringLiteral("--no-timing"),
+        m_timed ? QStringLiteral("--timing") : QStringLiteral("--no-timing"),
         QStringLiteral("-Wno-fatal"),
         QStringLiteral("-Wno-lint"),
         QStringLiteral("-Wno-style"),
         QStringLiteral("-Wno-context"),
         QStringLiteral("-Wno-MODDUP"),       // A library module that the sources define too.
         QStringLiteral("-Wno-TIMESCALEMOD"), // Stubs have no time scale.
+        QStringLiteral("-Wno-STMTDLY"),      // Delays have no bearing on nets.
         QStringLiteral("--bbox-sys"),
         QStringLiteral("--bbox-unsup"),
         QStringLiteral("--error-limit"),
@@ -369,7 +374,7 @@ void Extraction::elaborate(ExtractionProgress *progress, int limit, QStringList 
 bool Extraction::finishElaboration(QStringList *messages)
 {
     const bool succeeded = m_process->result() == ToolProcess::Succeeded;
-    if (!succeeded && m_runs < MostRuns && addMissingPins()) {
+    if (!succeeded && runsOnceMore()) {
         runElaborator();
         return false;
     }
@@ -385,6 +390,16 @@ bool Extraction::finishElaboration(QStringList *messages)
         found.append(failureOf(*m_process, Text::tr("Elaborating the design")));
     *messages += found;
     return complete;
+}
+
+/// After a failure that another run can mend.
+bool Extraction::runsOnceMore()
+{
+    if (m_runs == MostRuns)
+        return false;
+    const bool needsTiming = !m_timed && m_process->errorOutput().contains("%Error-NOTIMING");
+    m_timed = m_timed || needsTiming;
+    return addMissingPins() || needsTiming;
 }
 
 bool Extraction::addMissingPins()

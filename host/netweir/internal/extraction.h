@@ -62,6 +62,7 @@ private:
     void runElaborator();
     void elaborate(ExtractionProgress *progress, int limit, QStringList *messages);
     bool finishElaboration(QStringList *messages);
+    bool runsOnceMore();
     bool addMissingPins();
     TextLine textLineOf(const ToolMessage &message) const;
     QString failureOf(const ToolProcess &process, const QString &phase) const;
@@ -81,6 +82,7 @@ private:
     QStringList m_modules;
     QString m_top; ///< Being elaborated.
     int m_runs = 0;
+    bool m_timed = false; ///< The tool looks at delays and events; by default it leaves them out.
     qint64 m_spent = 0;
 };
 

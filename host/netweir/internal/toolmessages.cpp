@@ -4,12 +4,15 @@
 
 #include <QSet>
 
+#include <cstring>
+
 namespace NETWEIR {
 namespace Internal {
 
 namespace {
 
 constexpr int MostMessages = 1000;
+const char InternalError[] = "Internal Error: ";
 
 bool isAdvice(const QByteArray &text)
 {
@@ -46,18 +49,16 @@ void takePlace(ToolMessage *message)
     message->column = 0;
 }
 
-/// "Internal Error: FILE:LINE:COLUMN: ../V3Some.cpp:12: TEXT": the tool's own source is of no use.
-void simplifyInternalError(ToolMessage *message)
+/// "FILE:LINE:COLUMN: ../V3Some.cpp:12: TEXT" of an internal error: the tool's own source is of no
+/// use.
+void takeInternalPlace(ToolMessage *message)
 {
-    const QByteArray beginning("Internal Error: ");
-    if (!message->text.startsWith(beginning))
-        return;
-    QByteArray &text = message->text;
-    text = text.mid(beginning.size());
     takePlace(message);
-    const int source = text.indexOf(".cpp:");
-    const int end = source < 0 ? -1 : text.indexOf(": ", source);
-    text = beginning + (end < 0 ? text : text.mid(end + 2));
+    const int source = message->text.indexOf(".cpp:");
+    const int end = source < 0 ? -1 : message->text.indexOf(": ", source);
+    if (end >= 0)
+        message->text = message->text.mid(end + 2);
+    message->text.prepend(InternalError);
 }
 
 QString quotedPart(const QByteArray &text)
@@ -81,7 +82,7 @@ QString userText(const QByteArray &text)
     if (text.startsWith("Cannot find file containing interface: "))
         return Text::tr("The interface \"%1\" is not defined. Add the file that defines it.")
             .arg(quotedPart(text));
-    if (text.startsWith("Internal Error: "))
+    if (text.startsWith(InternalError))
         return Text::tr("The elaborator cannot read this construct (%1).")
             .arg(QString::fromUtf8(text));
     return QString::fromUtf8(text);
@@ -107,8 +108,12 @@ QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
         if (head < 0)
             continue;
         message.text = line.mid(head + 2);
-        takePlace(&message);
-        simplifyInternalError(&message);
+        if (message.text.startsWith(InternalError)) {
+            message.text.remove(0, int(strlen(InternalError)));
+            takeInternalPlace(&message);
+        } else {
+            takePlace(&message);
+        }
         if (!isAdvice(message.text))
             result.append(message);
     }

@@ -1,0 +1,163 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <netweir/internal/preprocessedtext.h>
+#include <netweir/internal/toolmessages.h>
+
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QtTest>
+
+using namespace NETWEIR::Internal;
+
+namespace {
+
+QStringList userMessages(const QByteArray &output)
+{
+    return toUserMessages(parseToolOutput(output), [](const ToolMessage &message) {
+        return Place{QString::fromUtf8(message.file), message.line, message.column};
+    });
+}
+
+} // namespace
+
+class TestToolMessages : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readAsTheUserNeedsThem_data();
+    void readAsTheUserNeedsThem();
+    void comeOnceEach();
+    void endWithTheNumberLeftOut();
+    void textsAreSplitByFile();
+    void linesAreMappedToTheirFiles_data();
+    void linesAreMappedToTheirFiles();
+};
+
+void TestToolMessages::readAsTheUserNeedsThem_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *name, const char *output, const QStringList &expected) {
+        QTest::newRow(name) << QByteArray(output) << expected;
+    };
+    row("nothing", "", {});
+    row("error", "%Error: a.v:7:2: syntax error, unexpected IDENTIFIER\n",
+        {QStringLiteral("ERROR: a.v:7:2: syntax error, unexpected IDENTIFIER")});
+    row("error with a code", "%Error-PINNOTFOUND: a.v:1:28: Pin not found: 'zz'\n",
+        {QStringLiteral("ERROR: a.v:1:28: Pin not found: 'zz'")});
+    row("error without a place", "%Error: Specified --top-module 'x' was not found\n",
+        {QStringLiteral("ERROR: Specified --top-module 'x' was not found")});
+    row("warning", "%Warning-WIDTH: a.v:1:2: Too wide\n",
+        {QStringLiteral("WARNING: a.v:1:2: Too wide")});
+    row("colon in the text", "%Error: a.v:7:2: this: 3:4: that\n",
+        {QStringLiteral("ERROR: a.v:7:2: this: 3:4: that")});
+    row("colon and blank in the name", "%Error: a: b.v:7:2: text\n",
+        {QStringLiteral("ERROR: a: b.v:7:2: text")});
+    row("excerpts and advice",
+        "%Error: a.v:7:2: text\n"
+        "    7 | wire x\n"
+        "      | ^~~~\n"
+        "        ... For error description see https://example.org\n"
+        "                 ... Use \"/* verilator lint_off X */\" and lint_on around source\n"
+        "                 b.v:2:8: ... Location of original declaration\n"
+        "%Error: Cannot continue\n"
+        "%Error: Verilator aborted. Consider trying --debug --gdbbt\n"
+        "%Error: Exiting due to 1 error(s)\n",
+        {QStringLiteral("ERROR: a.v:7:2: text")});
+    row("include",
+        "%Error: a.v:1:10: Cannot find include file: x.vh\n"
+        "%Error: a.v:1:10: This may be because there's no search path specified with -I<dir>.\n"
+        "        ... Looked in:\n"
+        "             x.vh\n",
+        {QStringLiteral("ERROR: a.v:1:10: Cannot find the include file \"x.vh\". Add its folder to "
+                        "the include paths.")});
+    row("macro", "%Error: a.v:1:1: Define or directive not defined: '`X'\n",
+        {QStringLiteral("ERROR: a.v:1:1: The macro `X is not defined. Define it in the options or "
+                        "in a file that is read earlier.")});
+    row("interface", "%Error: a.v:1:1: Cannot find file containing interface: 'x_if'\n",
+        {QStringLiteral("ERROR: a.v:1:1: The interface \"x_if\" is not defined. Add the file that "
+                        "defines it.")});
+    row("internal error", "%Error: Internal Error: a.v:3:5: ../V3Ast.cpp:123: Bad node\n",
+        {QStringLiteral("ERROR: a.v:3:5: The elaborator cannot read this construct (Internal "
+                        "Error: Bad node).")});
+    row("no line end", "%Error: a.v:7:2: text", {QStringLiteral("ERROR: a.v:7:2: text")});
+}
+
+void TestToolMessages::readAsTheUserNeedsThem()
+{
+    QFETCH(QByteArray, output);
+    QFETCH(QStringList, expected);
+    QCOMPARE(userMessages(output), expected);
+}
+
+void TestToolMessages::comeOnceEach()
+{
+    QCOMPARE(
+        userMessages("%Error: a.v:1:1: x\n%Error: a.v:1:1: y\n%Error: a.v:1:1: x\n"),
+        QStringList({QStringLiteral("ERROR: a.v:1:1: x"), QStringLiteral("ERROR: a.v:1:1: y")}));
+}
+
+void TestToolMessages::endWithTheNumberLeftOut()
+{
+    QByteArray output;
+    for (int i = 1; i <= 1234; ++i)
+        output += "%Error: a.v:" + QByteArray::number(i) + ":1: x\n";
+    const QStringList messages = userMessages(output);
+    QCOMPARE(messages.size(), 1001);
+    QCOMPARE(messages[999], QStringLiteral("ERROR: a.v:1000:1: x"));
+    QCOMPARE(messages.last(), QStringLiteral("234 more message(s)"));
+}
+
+void TestToolMessages::textsAreSplitByFile()
+{
+    const PreprocessedText text("`line 1 \"s0/a.v\" 1\none\n`line 1 \"i0/d.vh\" 1\ntwo\n"
+                                "`line 2 \"i0/d.vh\" 2\n`line 2 \"s0/a.v\" 0\nthree\n"
+                                "`line 9 \"s0/a.v\" 2\n`line 1 \"s0/b.v\" 1\nfour",
+                                {{"s0/a.v", QString()}, {"s0/b.v", QString()}, {"c", QString()}},
+                                {});
+    QCOMPARE(text.texts(), QVector<QByteArray>({"one\ntwo\nthree\n", "four", ""}));
+}
+
+void TestToolMessages::linesAreMappedToTheirFiles_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("first") << 1 << "/my dir/a.v:1";
+    QTest::newRow("second") << 2 << "/my dir/a.v:2";
+    QTest::newRow("included") << 3 << "/the includes/d.vh:1";
+    QTest::newRow("behind the include") << 4 << "/my dir/a.v:4";
+    QTest::newRow("in a file with a blank") << 5 << "/my dir/e.vh:1";
+    QTest::newRow("going on in it") << 6 << "/my dir/e.vh:7";
+    QTest::newRow("included from there") << 7 << "/my dir/f.vh:1";
+    QTest::newRow("behind that") << 8 << "/my dir/e.vh:9";
+    QTest::newRow("back in the source") << 9 << "/my dir/a.v:6";
+    QTest::newRow("as the source says") << 10 << "gen.src:300";
+    QTest::newRow("and its next line") << 11 << "gen.src:301";
+}
+
+void TestToolMessages::linesAreMappedToTheirFiles()
+{
+    QFETCH(int, line);
+    QFETCH(QString, expected);
+    // As the preprocessor prints it: names are cut at blanks except where a file begins.
+    const PreprocessedText text("`line 1 \"s0/a.v\" 1\n1\n2\n"
+                                "`line 1 \"i0/d.vh\" 1\n3\n`line 2 \"i0/d.vh\" 2\n"
+                                "`line 4 \"s0/a.v\" 0\n4\n"
+                                "`line 1 \"/my dir/e.vh\" 1\n5\n`line 7 \"/my\" 0\n6\n"
+                                "`line 1 \"/my dir/f.vh\" 1\n7\n`line 12 \"/my\" 0\n"
+                                "`line 9 \"/my\" 0\n8\n`line 10 \"/my\" 2\n"
+                                "`line 6 \"s0/a.v\" 0\n9\n"
+                                "`line 300 \"gen.src\" 0\n10\n11\n",
+                                {{"s0/a.v", QStringLiteral("/my dir/a.v")}},
+                                {{"i0", QStringLiteral("/the includes")}});
+    const Place place = text.place({0, line});
+    QCOMPARE(QStringLiteral("%1:%2").arg(place.file).arg(place.line), expected);
+    QCOMPARE(text.path("s0/a.v"), QStringLiteral("/my dir/a.v"));
+    QCOMPARE(text.path("i0/d.vh"), QStringLiteral("/the includes/d.vh"));
+    QCOMPARE(text.path("x"), QString());
+}
+
+TARN_TEST_MAIN(TestToolMessages)
+#include "tst_toolmessages.moc"
