@@ -499,7 +499,6 @@ void TestExtraction::readsAnyPath_data()
                                << "c\\d.v";
     QTest::newRow("like an option") << "-I"
                                     << "-v.v";
-                               << "c.v";
 }
 
 void TestExtraction::readsAnyPath()

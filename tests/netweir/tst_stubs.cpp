@@ -41,9 +41,11 @@ void TestStubs::standInForUnknownModules_data()
         QTest::newRow(name) << QByteArray(source) << QByteArray(expected);
     };
     row("named", "module m; s u(.a(x), .b(y)); endmodule",
-        "module \\s (input \\a , input \\b );\nendmodule\n");
+        "module \\s (input [1023:0] \\a , input [1023:0] \\b );\nendmodule\n");
     row("positional", "module m; s u(x, y); endmodule",
-        "module \\s (input \\pin_1 , input \\pin_2 );\nendmodule\n");
+        "module \\s (input [1023:0] \\pin_1 , input [1023:0] \\pin_2 );\nendmodule\n");
+    row("array", "module m; s u[3:0](.a(x)); s v(.b(y)); endmodule",
+        "module \\s (input \\a , input \\b );\nendmodule\n");
     row("no pins", "module m; s u(); endmodule", "module \\s ();\nendmodule\n");
     row("parameters", "module m; s #(.P(\"x\"), .Q(1)) u(); t #(1, 2) v(); endmodule",
         "module \\s #(parameter \\P = 0, parameter \\Q = 0) ();\nendmodule\n"
@@ -52,14 +54,16 @@ void TestStubs::standInForUnknownModules_data()
         "module m; s #(.P(1)) u(.a(x)), v(.b(y)); s #(.Q(1)) w(.a(x), .c(z)); s k(x, y, z, t);"
         " endmodule",
         "module \\s #(parameter \\P = 0, parameter \\Q = 0) "
-        "(input \\a , input \\b , input \\c , input \\pin_4 );\nendmodule\n");
+        "(input [1023:0] \\a , input [1023:0] \\b , input [1023:0] \\c , input [1023:0] \\pin_4 "
+        ");\nendmodule\n");
     row("defparam", "module m; s u(.a(x)); defparam u.Q = 1, u.P = 2; endmodule",
-        "module \\s #(parameter \\P = 0, parameter \\Q = 0) (input \\a );\nendmodule\n");
+        "module \\s #(parameter \\P = 0, parameter \\Q = 0) (input [1023:0] \\a );\nendmodule\n");
     row("defparam from above",
         "module m; n v(); defparam v.u.P = 1; endmodule"
         " module n; s u(); endmodule",
         "module \\s #(parameter \\P = 0) ();\nendmodule\n");
-    row("bound", "module m; endmodule bind m s u(.a(x));", "module \\s (input \\a );\nendmodule\n");
+    row("bound", "module m; endmodule bind m s u(.a(x));",
+        "module \\s (input [1023:0] \\a );\nendmodule\n");
     row("order of first use", "module m; z u(); a v(); z w(); endmodule",
         "module \\z ();\nendmodule\nmodule \\a ();\nendmodule\n");
     row("known ones are left alone",
@@ -102,8 +106,10 @@ void TestStubs::learnMissingPins()
     QVERIFY(stubs.addMissing({0, 4}, "P", true));
     QVERIFY(!stubs.addMissing({0, 1}, "c", false)); // No instance there.
     QVERIFY(!stubs.addMissing({1, 2}, "c", false)); // Nor in that file.
-    QCOMPARE(stubs.text(), QByteArray("`resetall\nmodule \\s (input \\a , input \\b );\nendmodule\n"
-                                      "module \\t #(parameter \\P = 0) ();\nendmodule\n"));
+    QCOMPARE(
+        stubs.text(),
+        QByteArray("`resetall\nmodule \\s (input [1023:0] \\a , input [1023:0] \\b );\nendmodule\n"
+                   "module \\t #(parameter \\P = 0) ();\nendmodule\n"));
 }
 
 TARN_TEST_MAIN(TestStubs)
