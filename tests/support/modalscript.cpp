@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QProgressDialog>
 
 namespace TarnTest {
 
@@ -136,7 +137,7 @@ void ModalScript::poll()
     QWidget *window = QApplication::activePopupWidget();
     if (!window)
         window = QApplication::activeModalWidget();
-    if (!window || !window->isVisible())
+    if (!window || !window->isVisible() || isUnasked(window))
         return;
 
     if (m_handled.contains(window)) {
@@ -153,6 +154,12 @@ void ModalScript::poll()
     m_handled.removeAll(nullptr);
     m_handled.append(window);
     handle(window);
+}
+
+bool ModalScript::isUnasked(QWidget *window) const
+{
+    return qobject_cast<QProgressDialog *>(window) &&
+           (m_steps.isEmpty() || !m_steps.first().mismatch(window).isEmpty());
 }
 
 void ModalScript::handle(QWidget *window)

@@ -20,7 +20,8 @@ namespace TarnTest {
 ///
 /// A window that nobody announced, or whose class, title or text differs, is recorded as an error
 /// and dismissed, as is one that stays open for longer than 30 seconds. Call problems() at the end:
-/// it is empty when exactly the announced windows came.
+/// it is empty when exactly the announced windows came. A progress dialog that nobody announced is
+/// left alone: whether it appears depends on the speed of the machine, and it ends by itself.
 class ModalScript : public QObject
 {
     Q_OBJECT
@@ -68,6 +69,8 @@ private:
     };
 
     void poll();
+    /// A progress dialog that nobody announced.
+    bool isUnasked(QWidget *window) const;
     void handle(QWidget *window);
     void dismiss(QWidget *window);
 
