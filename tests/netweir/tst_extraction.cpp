@@ -9,6 +9,8 @@
 #include <QProgressDialog>
 #include <QtTest>
 
+#include <unistd.h>
+
 using namespace NETWEIR;
 using TarnTest::DesignFixture;
 
@@ -365,7 +367,8 @@ void TestExtraction::refusesFilesTheToolCannotRead_data()
     row("includes.v", "ERROR: nul.vh: The file is no text: it contains NUL bytes.");
     row("old.vhd", "ERROR: old.vhd: VHDL is read in a later version.");
     row("fifo.v", "ERROR: fifo.v: This is no regular file.");
-    row("locked.v", "ERROR: locked.v: The file cannot be read:");
+    if (geteuid() != 0) // Who may read everything.
+        row("locked.v", "ERROR: locked.v: The file cannot be read:");
 }
 
 void TestExtraction::refusesFilesTheToolCannotRead()
@@ -397,8 +400,6 @@ void TestExtraction::refusesFilesTheToolCannotRead()
     } else {
         design.add(file, "module a; endmodule\n");
         QFile::setPermissions(design.path(file), QFile::WriteOwner);
-        if (QFile(design.path(file)).open(QIODevice::ReadOnly))
-            QSKIP("this user may read everything");
     }
     design.findModules();
     QVERIFY2(design.firstError().startsWith(error),
