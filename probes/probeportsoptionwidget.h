@@ -30,6 +30,9 @@ public:
     /// Uses @p netlist, which may be null, from now on.
     void setNlsdata(NETWEIR::RtlNetlist *netlist);
 
+    /// Emits modified(), for the widgets of the page.
+    void spendModified() { Q_EMIT modified(); }
+
 Q_SIGNALS:
     /// The user changed something.
     void modified();

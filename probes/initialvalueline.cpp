@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "initialvalueline.h"
+
+#include "modaldialog.h"
+#include "probeportsoptionwidget.h"
+
+#include <model/bitstring.h>
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QRegExpValidator>
+
+namespace TARN {
+
+namespace {
+
+constexpr int LineHeight = 20;  // That of the rows of the tree of initial values.
+constexpr int PrefixLength = 2; // "0x"
+
+bool movesCursor(const QKeyEvent *event)
+{
+    return event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+}
+
+} // namespace
+
+InitialValueLine::InitialValueLine(int index, ProbePortsOptionWidget *page, QWidget *parent)
+    : QLineEdit(parent)
+    , m_index(index)
+    , m_page(page)
+{
+    connect(this, &QLineEdit::editingFinished, this, &InitialValueLine::onTextChange);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setFixedHeight(LineHeight);
+    m_validator = new QRegExpValidator(this);
+    updateValidator();
+    setText(QStringLiteral("0x0"));
+    installEventFilter(this);
+}
+
+int InitialValueLine::getWidth() const
+{
+    int width = 0;
+    for (const QLabel *label : m_bitLabels)
+        width += label->text().size();
+    return width;
+}
+
+QString InitialValueLine::getStringValue() const
+{
+    QString bits;
+    for (const QLabel *label : m_bitLabels)
+        bits += label->text();
+    return bits;
+}
+
+void InitialValueLine::updateValidatorForWidth(int width)
+{
+    const QString shown = displayText();
+    const int digits = qMax(1, (width + 3) / 4);
+    m_validator->setRegExp(QRegExp(QStringLiteral("[A-F0-9]")));
+    setInputMask(QString());
+    // The two leading positions hold the prefix, whose 'x' the upper-casing mark must not reach.
+    setInputMask(QStringLiteral("NN>%1;0").arg(QString(digits, QLatin1Char('H'))));
+    setValidator(m_validator);
+    setText(shown);
+}
+
+void InitialValueLine::onTextChange()
+{
+    // The box of a rejection takes the focus, which would reject the value again.
+    if (m_inert || m_applying)
+        return;
+    QString bits = stringHextoBinfor0x(displayText());
+    const int firstOne = bits.indexOf(QLatin1Char('1'));
+    if (firstOne >= 0)
+        bits.remove(0, firstOne);
+    const int significant = firstOne >= 0 ? bits.size() : 0;
+    if (significant > getWidth()) {
+        const QPointer<InitialValueLine> self(this);
+        m_applying = true;
+        rejectValue();
+        if (!self)
+            return;
+        m_applying = false;
+    } else {
+        dealOut(QString(getWidth() - significant, QLatin1Char('0')) + bits);
+    }
+    setText(QStringLiteral("0x%1").arg(stringBintoHex(getStringValue())));
+}
+
+void InitialValueLine::dealOut(const QString &bits)
+{
+    int position = 0;
+    for (QLabel *label : qAsConst(m_bitLabels)) {
+        const int length = label->text().size();
+        label->setText(bits.mid(position, length));
+        position += length;
+    }
+}
+
+void InitialValueLine::rejectValue()
+{
+    const QString shown = displayText().mid(PrefixLength);
+    const QPointer<InitialValueLine> self(this);
+    Message message;
+    message.icon = QMessageBox::Information;
+    message.title = tr("Error");
+    message.text = tr("Value '%1' for Probe Out%2 Initial Value exceeds the effective width.")
+                       .arg(shown, QString::number(m_index));
+    showMessage(this, message);
+    if (self && m_page)
+        m_page->spendModified();
+}
+
+void InitialValueLine::keyPressEvent(QKeyEvent *event)
+{
+    const int start = selectionStart();
+    // The prefix stays: keys that could change it are swallowed.
+    bool swallowed = false;
+    if (start == -1) {
+        if (cursorPosition() < PrefixLength)
+            swallowed = !movesCursor(event);
+        else
+            swallowed = cursorPosition() == PrefixLength && event->key() == Qt::Key_Backspace;
+    } else if (start < PrefixLength) {
+        swallowed = !movesCursor(event);
+    } else if (start == PrefixLength) {
+        swallowed = event->key() == Qt::Key_Backspace && !hasSelectedText();
+    }
+    if (!swallowed)
+        passOn(event);
+}
+
+void InitialValueLine::passOn(QKeyEvent *event)
+{
+    if (m_page)
+        m_page->spendModified();
+    QLineEdit::keyPressEvent(event);
+}
+
+bool InitialValueLine::event(QEvent *event)
+{
+    if (event->type() == QEvent::FocusOut) {
+        const QPointer<InitialValueLine> self(this);
+        onTextChange();
+        if (!self)
+            return true;
+    }
+    // Past QLineEdit on purpose: its own handling of shortcuts and of leaving the line would apply
+    // and select text at moments that users of this line do not expect.
+    return QWidget::event(event);
+}
+
+bool InitialValueLine::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == this && event->type() == QEvent::FocusOut) {
+        const QPointer<InitialValueLine> self(this);
+        onTextChange();
+        if (!self)
+            return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace TARN

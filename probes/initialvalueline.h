@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QLineEdit>
+#include <QList>
+#include <QPointer>
+#include <QString>
+
+class QLabel;
+class QRegExpValidator;
+
+namespace TARN {
+
+class ProbePortsOptionWidget;
+
+/// Line editor for the initial value of one Probe Out port: "0x" and upper-case hexadecimal digits.
+///
+/// Keeps the value and the bit labels beside the port's signals consistent: the labels hold the
+/// value's bits, most significant first, and so define the width. The labels belong to the tree
+/// that shows them; whoever deletes one calls clearBitLabels() first. What the line shows is its
+/// displayText(): text() leaves out the characters that the input mask fills in.
+class InitialValueLine final : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    /// @p page is told of edits; it may go away first.
+    InitialValueLine(int index, ProbePortsOptionWidget *page, QWidget *parent = nullptr);
+
+    /// Number of the port, for messages.
+    int index() const { return m_index; }
+    void setIndex(int index) { m_index = index; }
+
+    void addBitLabel(QLabel *label) { m_bitLabels.append(label); }
+    void clearBitLabels() { m_bitLabels.clear(); }
+
+    /// Number of bits on the labels.
+    int getWidth() const;
+    /// The bits on the labels, in order.
+    QString getStringValue() const;
+
+    /// Limits the input to the digits that @p width bits need, at least one.
+    void updateValidatorForWidth(int width);
+    void updateValidator() { updateValidatorForWidth(getWidth()); }
+
+    /// From now on the line neither applies its text nor shows boxes: its page goes away or
+    /// rebuilds it, which takes the focus from it.
+    void makeInert() { m_inert = true; }
+
+    bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+public Q_SLOTS:
+    /// Deals the shown value out to the bit labels, or rejects it when it needs more bits.
+    void onTextChange();
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void passOn(QKeyEvent *event);
+    void dealOut(const QString &bits);
+    void rejectValue();
+
+    int m_index;
+    QPointer<ProbePortsOptionWidget> m_page;
+    QRegExpValidator *m_validator;
+    QList<QLabel *> m_bitLabels;
+    bool m_inert = false;
+    bool m_applying = false;
+};
+
+} // namespace TARN

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "signalrow.h"
+
+#include <QApplication>
+#include <QBrush>
+#include <QFont>
+#include <QPalette>
+
+#include <iterator>
+
+namespace TARN {
+
+SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QString &text)
+    : QTreeWidgetItem(type)
+    , m_item(item)
+    , m_text(!text.isNull()               ? text
+             : item.displayName.isEmpty() ? item.name
+                                          : item.displayName)
+    , m_holdsItem(holds == Holds::Item)
+{
+    constexpr Qt::ItemFlags usable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    setFlags(item.enabled ? flags() | usable : flags() & ~usable);
+}
+
+bool SignalRow::computes(int role) const
+{
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+    case Qt::ToolTipRole:
+    case Qt::ForegroundRole:
+        return true;
+    case Qt::FontRole:
+        return !m_item.displayName.isEmpty();
+    case Qt::UserRole:
+        return m_holdsItem;
+    default:
+        return false;
+    }
+}
+
+QVariant SignalRow::data(int column, int role) const
+{
+    if (m_stored || column != 0 || !computes(role))
+        return QTreeWidgetItem::data(column, role);
+    switch (role) {
+    case Qt::UserRole:
+        return QVariant::fromValue(m_item);
+    case Qt::FontRole: {
+        QFont font;
+        font.setItalic(true);
+        return font;
+    }
+    case Qt::ForegroundRole:
+        if (!m_item.enabled)
+            return QBrush(Qt::gray);
+        return m_item.usable ? QApplication::palette().windowText() : QBrush(Qt::red);
+    default:
+        return m_text;
+    }
+}
+
+void SignalRow::setData(int column, int role, const QVariant &value)
+{
+    if (column == 0 && computes(role))
+        storeRoles();
+    QTreeWidgetItem::setData(column, role, value);
+}
+
+QTreeWidgetItem *SignalRow::clone() const
+{
+    // The copy made by QTreeWidgetItem has no children; its own clone() gives them.
+    auto *copy = new SignalRow(*this);
+    for (int i = 0; i < childCount(); ++i)
+        copy->addChild(child(i)->clone());
+    return copy;
+}
+
+void SignalRow::storeRoles()
+{
+    if (m_stored)
+        return;
+    constexpr int roles[] = {Qt::DisplayRole, Qt::ToolTipRole, Qt::FontRole, Qt::ForegroundRole,
+                             Qt::UserRole};
+    QVariant computed[std::size(roles)];
+    for (std::size_t i = 0; i < std::size(roles); ++i)
+        computed[i] = computes(roles[i]) ? data(0, roles[i]) : QVariant();
+    m_stored = true;
+    for (std::size_t i = 0; i < std::size(roles); ++i) {
+        if (computed[i].isValid())
+            QTreeWidgetItem::setData(0, roles[i], computed[i]);
+    }
+}
+
+} // namespace TARN

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <probes/signalitem.h>
+
+#include <QString>
+#include <QTreeWidgetItem>
+
+namespace TARN {
+
+/// A tree row that shows a SignalItem: text, tool tip, font and colour are computed from the item
+/// instead of being stored role by role, which is what makes lists of a million rows bearable.
+///
+/// To everybody else it is an ordinary row. A role that is set by hand turns the row into one that
+/// stores its roles, with the same values; a clone has the type QTreeWidgetItem::Type like every
+/// clone of a tree row.
+class SignalRow final : public QTreeWidgetItem
+{
+public:
+    /// Whether the row offers its item under Qt::UserRole. Member rows of a plain list do not.
+    enum class Holds { Item, Nothing };
+
+    /// Shows the item's display name or name; with @p text that text instead.
+    SignalRow(const SignalItem &item, Holds holds, int type, const QString &text = QString());
+
+    QVariant data(int column, int role) const override;
+    void setData(int column, int role, const QVariant &value) override;
+    QTreeWidgetItem *clone() const override;
+
+    /// The item that the row was made from.
+    const SignalItem &item() const { return m_item; }
+
+    /// Stores the computed roles as an ordinary row has them, for code that reads the storage of a
+    /// row instead of asking it (drag and drop does).
+    void storeRoles();
+
+private:
+    SignalRow(const SignalRow &other) = default;
+
+    bool computes(int role) const;
+
+    SignalItem m_item;
+    QString m_text;
+    bool m_holdsItem;
+    bool m_stored = false;
+};
+
+} // namespace TARN

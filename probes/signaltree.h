@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <probes/signalitem.h>
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace TARN {
+
+class InitialValueLine;
+
+// Rows that show signals, and the set operations that keep a list free of repeats. Items are
+// compared by whole names only: no name is ever taken apart, and nothing is sorted.
+
+/// The item stored in @p row, a default one when there is none.
+SignalItem signalOfRow(const QTreeWidgetItem *row);
+
+/// True when @p bus has members, @p signal has none, and a member of @p bus carries the name of
+/// @p signal.
+bool isBussignalInBus(SignalItem bus, SignalItem signal);
+
+/// Removes the first entry of @p list with the name of @p signal.
+void CheckRepeatSignal(SignalItem &signal, QList<SignalItem> &list);
+
+/// Appends @p item to @p list unless it is a single that a bus there covers; a bus first removes
+/// the singles that it covers.
+void CheckBus(QList<SignalItem> &list, SignalItem item);
+
+/// Drops the members that are not enabled, then splits @p all into buses (kind 1) and the rest.
+void Grouped(QList<SignalItem> all, QList<SignalItem> &buses, QList<SignalItem> &singles);
+
+/// Reconciles the top-level row @p row, which holds a bus or a signal of unknown kind, with the
+/// incoming @p buses: drops what is already shown, and deletes the row, decrementing @p row (to -1
+/// for the first), when an incoming bus covers it.
+void CheckRepeatBus(QTreeWidget *tree, int &row, QList<SignalItem> &buses);
+
+/// Reconciles all top-level rows of @p tree with the incoming lists. Linear in the rows and the
+/// incoming signals, bus members included.
+void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> &singles);
+
+/// Appends a top-level row for @p item, with a child row for each member, to @p tree.
+void signal2TreeItem(QTreeWidget *tree, SignalItem item, int type);
+/// The same as a child row of @p parent.
+void signal2TreeItem(QTreeWidgetItem *parent, SignalItem item, int type);
+/// The same as the top-level row at @p index.
+void signal2TreeItemWithIndex(QTreeWidget *tree, SignalItem item, int type, int index);
+/// Appends top-level rows for all of @p items at once, which is how long lists are shown.
+void signals2Tree(QTreeWidget *tree, const QList<SignalItem> &items, int type);
+
+/// Appends a child row of @p parent that shows texts[0], with child rows that show texts[1] and so
+/// on for the members; every row stores its item. Does nothing when the number of texts is not the
+/// number of members plus one.
+void signal2TreeItemForHierarchy(QTreeWidgetItem *parent, SignalItem item, QStringList texts,
+                                 int type);
+
+/// Appends a child row without member rows: one row a signal keeps the Probe Out tree aligned with
+/// the tree of initial values.
+void signal2ProbeOutTreeItem(QTreeWidgetItem *parent, SignalItem item, int type);
+
+/// Appends a child row of @p parent in the tree of initial values whose label shows the bits that
+/// fall on @p item: the leftmost of @p bits, which are removed from it, or zeros when too few are
+/// left. @p line takes note of the label. Does nothing without @p parent.
+void value2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, SignalItem item, QString &bits,
+                InitialValueLine *line, int type);
+
+} // namespace TARN

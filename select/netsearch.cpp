@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "netsearch.h"
+
+#include "namematcher.h"
+
+#include <netweir/hierachy.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetbus.h>
+#include <netweir/rtlnetlist.h>
+
+namespace TARN {
+
+namespace {
+
+const QString &fullName(const NETWEIR::RtlNet *net)
+{
+    return net->fullPathName();
+}
+
+const QString &fullName(const NETWEIR::RtlNetBus *bus)
+{
+    return bus->fullBusName();
+}
+
+template <typename Item>
+void appendMatches(const QList<Item *> &candidates, NameMatcher &matcher, QList<Item *> &results)
+{
+    for (Item *item : candidates) {
+        if (matcher.matches(fullName(item)))
+            results.append(item);
+    }
+}
+
+/// The top node has no module to tell apart from its instance.
+QString moduleLabel(const NETWEIR::Hierachy *node)
+{
+    if (!node->parent())
+        return node->instName();
+    return node->moduleName() + QLatin1Char(':') + node->instName();
+}
+
+void fillModule(ModuleForWidget &module, const NETWEIR::Hierachy *node, NameMatcher &matcher)
+{
+    module.name = moduleLabel(node);
+    if (matcher.matchesAll()) {
+        module.nets = node->nets();
+        module.buses = node->buses();
+        return;
+    }
+    appendMatches(node->nets(), matcher, module.nets);
+    appendMatches(node->buses(), matcher, module.buses);
+}
+
+void appendModule(ModuleForWidget &parent, const NETWEIR::Hierachy *node, NameMatcher &matcher)
+{
+    ModuleForWidget module;
+    fillModule(module, node, matcher);
+    for (const NETWEIR::Hierachy *child : node->children())
+        appendModule(module, child, matcher);
+    if (!module.nets.isEmpty() || !module.buses.isEmpty() || !module.subModules.isEmpty())
+        parent.subModules.append(module);
+}
+
+} // namespace
+
+void searchNets(NETWEIR::RtlNetlist *netlist, SearchOptions options, QList<NETWEIR::RtlNet *> &nets,
+                QList<NETWEIR::RtlNetBus *> &buses)
+{
+    if (!netlist)
+        return;
+    const bool subentries = options.useSearchIn && options.includeSubentries;
+    const NETWEIR::Hierachy *node = options.useSearchIn ? options.searchIn : netlist->top();
+    const QList<NETWEIR::RtlNet *> candidateNets =
+        subentries ? node->singleNetsIncludeSub() : node->nets();
+    const QList<NETWEIR::RtlNetBus *> candidateBuses =
+        subentries ? node->netbusesIncludeSub() : node->buses();
+
+    NameMatcher matcher(options);
+    if (matcher.matchesAll()) {
+        nets = candidateNets;
+        buses = candidateBuses;
+        return;
+    }
+    appendMatches(candidateNets, matcher, nets);
+    appendMatches(candidateBuses, matcher, buses);
+}
+
+ModuleForWidget searchNetsHierarchy(SearchOptions options)
+{
+    ModuleForWidget root;
+    if (!options.searchIn)
+        return root;
+    root.name = moduleLabel(options.searchIn);
+    if (!options.useSearchIn)
+        return root;
+    NameMatcher matcher(options);
+    fillModule(root, options.searchIn, matcher);
+    if (options.includeSubentries) {
+        for (const NETWEIR::Hierachy *child : options.searchIn->children())
+            appendModule(root, child, matcher);
+    }
+    return root;
+}
+
+void createModuleForWidget(ModuleForWidget &parent, NETWEIR::Hierachy *node, SearchOptions &options)
+{
+    NameMatcher matcher(options);
+    appendModule(parent, node, matcher);
+}
+
+bool checkNetForHierarchy(NETWEIR::RtlNet *net, SearchOptions &options)
+{
+    return NameMatcher(options).matches(net->fullPathName());
+}
+
+bool checkNetForHierarchy(NETWEIR::RtlNetBus *bus, SearchOptions &options)
+{
+    return NameMatcher(options).matches(bus->fullBusName());
+}
+
+} // namespace TARN

@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "rtlnetlisttreeview.h"
+
+#include <netweir/hierachy.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetbus.h>
+#include <netweir/rtlnetlist.h>
+
+#include <QIcon>
+
+namespace TARN {
+
+namespace {
+
+/// The top node has no module to tell apart from its instance.
+QString nodeText(const NETWEIR::Hierachy *node)
+{
+    if (!node->parent())
+        return node->instName();
+    return node->instName() + QLatin1Char('[') + node->moduleName() + QLatin1Char(']');
+}
+
+} // namespace
+
+RtlNetlistTreeView::RtlNetlistTreeView(QWidget *parent)
+    : QTreeWidget(parent)
+{
+    setHeaderHidden(true);
+}
+
+void RtlNetlistTreeView::setNetlistData(NETWEIR::RtlNetlist *netlist)
+{
+    m_netlist = netlist;
+    updateTree();
+}
+
+void RtlNetlistTreeView::updateTree()
+{
+    clear();
+    if (!m_netlist)
+        return;
+    addTopLevelItem(buildHierachyItem(m_netlist->top()));
+    expandToDepth(0);
+}
+
+QTreeWidgetItem *RtlNetlistTreeView::buildHierachyItem(NETWEIR::Hierachy *node)
+{
+    auto *row = new RtlTreeItem(RtlTreeItem::HierachyItem);
+    row->setText(0, nodeText(node));
+    row->setIcon(0, QIcon(QStringLiteral(":/netlist/image/module.png")));
+    row->setObject(node);
+    for (NETWEIR::Hierachy *child : node->children())
+        row->addChild(buildHierachyItem(child));
+    return row;
+}
+
+QTreeWidgetItem *RtlNetlistTreeView::buildNetItem(NETWEIR::RtlNet *net)
+{
+    auto *row = new RtlTreeItem(RtlTreeItem::NetItem);
+    row->setText(0, net->fullPathName());
+    row->setObject(net);
+    return row;
+}
+
+QTreeWidgetItem *RtlNetlistTreeView::buildNetBusItem(NETWEIR::RtlNetBus *bus)
+{
+    auto *row = new RtlTreeItem(RtlTreeItem::NetBusItem);
+    row->setText(0, bus->fullBusName());
+    for (NETWEIR::RtlNet *net : bus->nets())
+        row->addChild(buildNetItem(net));
+    return row;
+}
+
+} // namespace TARN
