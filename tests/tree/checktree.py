@@ -25,6 +25,7 @@ FOLDERS = PLUGIN_FOLDERS + (
 # include files of its own layer and of lower ones; layers in one line do not see each other.
 LAYERS = (
     (("probes/signalitem",), ("probes/modaldialog",)),
+    (("probes/signalrow",), ("probes/treerows",)),
     (("model/",), ("probes/signaltree",)),
     (("select/",),),
     (("probes/",),),
