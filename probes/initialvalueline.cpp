@@ -7,9 +7,11 @@
 
 #include <model/bitstring.h>
 
+#include <QHideEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QRegExpValidator>
+#include <QShowEvent>
 
 namespace TARN {
 
@@ -70,7 +72,7 @@ void InitialValueLine::updateValidatorForWidth(int width)
 void InitialValueLine::onTextChange()
 {
     // The box of a rejection takes the focus, which would reject the value again.
-    if (m_inert || m_applying)
+    if (m_inert || m_hidden || m_applying)
         return;
     QString bits = stringHextoBinfor0x(displayText());
     const int firstOne = bits.indexOf(QLatin1Char('1'));
@@ -114,6 +116,19 @@ void InitialValueLine::rejectValue()
         m_page->spendModified();
 }
 
+void InitialValueLine::hideEvent(QHideEvent *event)
+{
+    // Comes before the loss of the focus. A minimised window keeps its lines as they are.
+    m_hidden = !event->spontaneous();
+    QLineEdit::hideEvent(event);
+}
+
+void InitialValueLine::showEvent(QShowEvent *event)
+{
+    m_hidden = false;
+    QLineEdit::showEvent(event);
+}
+
 void InitialValueLine::keyPressEvent(QKeyEvent *event)
 {
     const int start = selectionStart();
@@ -140,11 +155,19 @@ void InitialValueLine::passOn(QKeyEvent *event)
     QLineEdit::keyPressEvent(event);
 }
 
+void InitialValueLine::onFocusOut()
+{
+    // A window that closes takes the focus away before its widgets learn that they are hidden.
+    const bool windowCloses = isVisible() && window()->isHidden();
+    if (!windowCloses)
+        onTextChange();
+}
+
 bool InitialValueLine::event(QEvent *event)
 {
     if (event->type() == QEvent::FocusOut) {
         const QPointer<InitialValueLine> self(this);
-        onTextChange();
+        onFocusOut();
         if (!self)
             return true;
     }
@@ -157,7 +180,7 @@ bool InitialValueLine::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == this && event->type() == QEvent::FocusOut) {
         const QPointer<InitialValueLine> self(this);
-        onTextChange();
+        onFocusOut();
         if (!self)
             return true;
     }

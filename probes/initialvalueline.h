@@ -20,6 +20,10 @@ class ProbePortsOptionWidget;
 /// value's bits, most significant first, and so define the width. The labels belong to the tree
 /// that shows them; whoever deletes one calls clearBitLabels() first. What the line shows is its
 /// displayText(): text() leaves out the characters that the input mask fills in.
+///
+/// A line that is hidden with its page, or disabled, deleted or rebuilt by it, loses the focus.
+/// Then it neither applies its text nor shows boxes: it takes note of being hidden itself, for the
+/// rest the page makes it inert.
 class InitialValueLine final : public QLineEdit
 {
     Q_OBJECT
@@ -44,9 +48,8 @@ public:
     void updateValidatorForWidth(int width);
     void updateValidator() { updateValidatorForWidth(getWidth()); }
 
-    /// From now on the line neither applies its text nor shows boxes: its page goes away or
-    /// rebuilds it, which takes the focus from it.
-    void makeInert() { m_inert = true; }
+    /// An inert line keeps its text and its labels as they are.
+    void setInert(bool inert) { m_inert = inert; }
 
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -56,9 +59,12 @@ public Q_SLOTS:
     void onTextChange();
 
 protected:
+    void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
+    void onFocusOut();
     void passOn(QKeyEvent *event);
     void dealOut(const QString &bits);
     void rejectValue();
@@ -68,6 +74,7 @@ private:
     QRegExpValidator *m_validator;
     QList<QLabel *> m_bitLabels;
     bool m_inert = false;
+    bool m_hidden = false;
     bool m_applying = false;
 };
 

@@ -11,12 +11,15 @@
 
 namespace TARN {
 
+SignalRow::SignalRow(const SignalItem &item, Holds holds, int type)
+    : SignalRow(item, holds, type, item.displayName.isEmpty() ? item.name : item.displayName)
+{
+}
+
 SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QString &text)
     : QTreeWidgetItem(type)
     , m_item(item)
-    , m_text(!text.isNull()               ? text
-             : item.displayName.isEmpty() ? item.name
-                                          : item.displayName)
+    , m_text(text)
     , m_holdsItem(holds == Holds::Item)
 {
     constexpr Qt::ItemFlags usable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;

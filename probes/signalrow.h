@@ -21,8 +21,10 @@ public:
     /// Whether the row offers its item under Qt::UserRole. Member rows of a plain list do not.
     enum class Holds { Item, Nothing };
 
-    /// Shows the item's display name or name; with @p text that text instead.
-    SignalRow(const SignalItem &item, Holds holds, int type, const QString &text = QString());
+    /// Shows the item's display name or, when that is empty, its name.
+    SignalRow(const SignalItem &item, Holds holds, int type);
+    /// Shows @p text.
+    SignalRow(const SignalItem &item, Holds holds, int type, const QString &text);
 
     QVariant data(int column, int role) const override;
     void setData(int column, int role, const QVariant &value) override;

@@ -144,6 +144,15 @@ SignalRow *newRow(const SignalItem &item, int type)
     return row;
 }
 
+QList<QTreeWidgetItem *> newRows(const QList<SignalItem> &items, int type)
+{
+    QList<QTreeWidgetItem *> rows;
+    rows.reserve(items.size());
+    for (const SignalItem &item : items)
+        rows.append(newRow(item, type));
+    return rows;
+}
+
 bool coversSingle(const SignalItem &bus, const SignalItem &signal)
 {
     if (!signal.members.isEmpty())
@@ -254,11 +263,12 @@ void signal2TreeItemWithIndex(QTreeWidget *tree, SignalItem item, int type, int 
 
 void signals2Tree(QTreeWidget *tree, const QList<SignalItem> &items, int type)
 {
-    QList<QTreeWidgetItem *> rows;
-    rows.reserve(items.size());
-    for (const SignalItem &item : items)
-        rows.append(newRow(item, type));
-    tree->addTopLevelItems(rows);
+    tree->addTopLevelItems(newRows(items, type));
+}
+
+void signals2Tree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int type)
+{
+    parent->addChildren(newRows(items, type));
 }
 
 void signal2TreeItemForHierarchy(QTreeWidgetItem *parent, SignalItem item, QStringList texts,
@@ -279,6 +289,15 @@ void signal2TreeItemForHierarchy(QTreeWidgetItem *parent, SignalItem item, QStri
 void signal2ProbeOutTreeItem(QTreeWidgetItem *parent, SignalItem item, int type)
 {
     parent->addChild(new SignalRow(item, SignalRow::Holds::Item, type));
+}
+
+void signals2ProbeOutTree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int type)
+{
+    QList<QTreeWidgetItem *> rows;
+    rows.reserve(items.size());
+    for (const SignalItem &item : items)
+        rows.append(new SignalRow(item, SignalRow::Holds::Item, type));
+    parent->addChildren(rows);
 }
 
 } // namespace TARN

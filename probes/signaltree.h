@@ -50,8 +50,9 @@ void signal2TreeItem(QTreeWidget *tree, SignalItem item, int type);
 void signal2TreeItem(QTreeWidgetItem *parent, SignalItem item, int type);
 /// The same as the top-level row at @p index.
 void signal2TreeItemWithIndex(QTreeWidget *tree, SignalItem item, int type, int index);
-/// Appends top-level rows for all of @p items at once, which is how long lists are shown.
+/// Appends rows for all of @p items at once, which is how long lists are shown.
 void signals2Tree(QTreeWidget *tree, const QList<SignalItem> &items, int type);
+void signals2Tree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int type);
 
 /// Appends a child row of @p parent that shows texts[0], with child rows that show texts[1] and so
 /// on for the members; every row stores its item. Does nothing when the number of texts is not the
@@ -62,11 +63,17 @@ void signal2TreeItemForHierarchy(QTreeWidgetItem *parent, SignalItem item, QStri
 /// Appends a child row without member rows: one row a signal keeps the Probe Out tree aligned with
 /// the tree of initial values.
 void signal2ProbeOutTreeItem(QTreeWidgetItem *parent, SignalItem item, int type);
+/// The same for all of @p items at once.
+void signals2ProbeOutTree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int type);
 
 /// Appends a child row of @p parent in the tree of initial values whose label shows the bits that
 /// fall on @p item: the leftmost of @p bits, which are removed from it, or zeros when too few are
 /// left. @p line takes note of the label. Does nothing without @p parent.
 void value2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, SignalItem item, QString &bits,
                 InitialValueLine *line, int type);
+/// The same for all of @p items, in the rows that @p parent has already: a tree that gets rows and
+/// widgets by turns lays itself out anew for each of them.
+void values2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalItem> &items,
+                 QString &bits, InitialValueLine *line);
 
 } // namespace TARN

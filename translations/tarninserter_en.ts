@@ -13,6 +13,17 @@
     </message>
 </context>
 <context>
+    <name>TARN::InitialValueLine</name>
+    <message>
+        <source>Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Value &apos;%1&apos; for Probe Out%2 Initial Value exceeds the effective width.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::MessageDlg</name>
     <message>
         <source>Dialog</source>

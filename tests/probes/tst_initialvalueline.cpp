@@ -1,0 +1,427 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <support/modalscript.h>
+#include <support/testcase.h>
+
+#include <model/tarncore.h>
+#include <probes/initialvalueline.h>
+#include <probes/probeportsoptionwidget.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QRegExpValidator>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <memory>
+#include <vector>
+
+using TARN::InitialValueLine;
+using TARN::ProbePortsOptionWidget;
+using TarnTest::ModalScript;
+
+namespace {
+
+ModalScript::Box tooWide(const QString &value, int port)
+{
+    return {QMessageBox::Information, QStringLiteral("Error"),
+            QStringLiteral("Value '%1' for Probe Out%2 Initial Value exceeds the effective width.")
+                .arg(value)
+                .arg(port),
+            QMessageBox::Ok, QString()};
+}
+
+/// A line of port 3 in a window with something else that can take the focus.
+struct Fixture
+{
+    TARN::TarnCore core{0};
+    ProbePortsOptionWidget page{&core, nullptr, nullptr};
+    QSignalSpy modified{&page, &ProbePortsOptionWidget::modified};
+    ModalScript script;
+    QWidget window;
+    QPointer<InitialValueLine> line = new InitialValueLine(3, &page, &window);
+    QLineEdit *other = new QLineEdit(&window);
+    std::vector<std::unique_ptr<QLabel>> labels;
+
+    Fixture()
+    {
+        auto *layout = new QVBoxLayout(&window);
+        layout->addWidget(line);
+        layout->addWidget(other);
+    }
+
+    void setBits(const QStringList &bits)
+    {
+        for (const QString &each : bits) {
+            labels.push_back(std::make_unique<QLabel>(each));
+            line->addBitLabel(labels.back().get());
+        }
+        line->updateValidator();
+        line->setText("0x0");
+    }
+
+    /// Shows the window with the focus on the line, which then reads @p text.
+    void focus(const QString &text)
+    {
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        line->setFocus();
+        QVERIFY(line->hasFocus());
+        line->setText(text);
+    }
+
+    QStringList shownBits() const
+    {
+        QStringList texts;
+        for (const auto &label : labels)
+            texts.append(label->text());
+        return texts;
+    }
+};
+
+} // namespace
+
+class TestInitialValueLine : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void newLine()
+    {
+        InitialValueLine line(7, nullptr);
+        QCOMPARE(line.index(), 7);
+        QCOMPARE(line.displayText(), QStringLiteral("0x0"));
+        QCOMPARE(line.inputMask(), QStringLiteral("NN>H;0"));
+        QCOMPARE(line.getWidth(), 0);
+        QCOMPARE(line.getStringValue(), QString());
+        QCOMPARE(line.contextMenuPolicy(), Qt::NoContextMenu);
+        QCOMPARE(line.minimumHeight(), 20);
+        QCOMPARE(line.maximumHeight(), 20);
+        const auto *validator = qobject_cast<const QRegExpValidator *>(line.validator());
+        QVERIFY(validator);
+        QCOMPARE(validator->parent(), &line);
+        QCOMPARE(validator->regExp(), QRegExp("[A-F0-9]"));
+        line.setIndex(2);
+        QCOMPARE(line.index(), 2);
+    }
+
+    void maskFollowsTheWidth_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<QString>("mask");
+        QTest::newRow("0") << 0 << "NN>H;0";
+        QTest::newRow("1") << 1 << "NN>H;0";
+        QTest::newRow("4") << 4 << "NN>H;0";
+        QTest::newRow("5") << 5 << "NN>HH;0";
+        QTest::newRow("8") << 8 << "NN>HH;0";
+        QTest::newRow("9") << 9 << "NN>HHH;0";
+        QTest::newRow("64") << 64 << "NN>HHHHHHHHHHHHHHHH;0";
+        QTest::newRow("256") << 256 << "NN>" + QString(64, 'H') + ";0";
+    }
+    void maskFollowsTheWidth()
+    {
+        QFETCH(int, width);
+        QFETCH(QString, mask);
+        InitialValueLine line(0, nullptr);
+        line.updateValidatorForWidth(width);
+        QCOMPARE(line.inputMask(), mask);
+    }
+
+    void maskTreatsTextsInItsOwnWay_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("prefix keeps its case") << "0xf0"
+                                               << "0xF0";
+        QTest::newRow("short is left-aligned") << "0x1"
+                                               << "0x10";
+        QTest::newRow("long is cut") << "0x123"
+                                     << "0x12";
+        QTest::newRow("empty") << ""
+                               << "0000";
+    }
+    void maskTreatsTextsInItsOwnWay()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, shown);
+        InitialValueLine line(0, nullptr);
+        line.updateValidatorForWidth(8);
+        line.setText(text);
+        QCOMPARE(line.displayText(), shown);
+        QVERIFY(!line.hasAcceptableInput());
+    }
+
+    void textLeavesBlanksOut()
+    {
+        InitialValueLine line(0, nullptr);
+        line.updateValidatorForWidth(8);
+        line.setText("0x0A");
+        QCOMPARE(line.text(), QStringLiteral("xA"));
+        QCOMPARE(line.displayText(), QStringLiteral("0x0A"));
+    }
+
+    void newWidthKeepsTheText()
+    {
+        InitialValueLine line(0, nullptr);
+        line.updateValidatorForWidth(8);
+        line.setText("0xA5");
+        line.updateValidatorForWidth(12);
+        QCOMPARE(line.displayText(), QStringLiteral("0xA50"));
+        line.updateValidatorForWidth(4);
+        QCOMPARE(line.displayText(), QStringLiteral("0xA"));
+    }
+
+    void dealsTheValueOut_data()
+    {
+        QTest::addColumn<QStringList>("before");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("after");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("padded") << QStringList{"1111", "1", "111"} << "0x01"
+                                << QStringList{"0000", "0", "001"} << "0x01";
+        QTest::newRow("left first") << QStringList{"0000", "0", "000"} << "0xA5"
+                                    << QStringList{"1010", "0", "101"} << "0xA5";
+        QTest::newRow("zero") << QStringList{"11", "11"} << "0x0" << QStringList{"00", "00"}
+                              << "0x0";
+        QTest::newRow("partial digit")
+            << QStringList{"00", "000"} << "0x1F" << QStringList{"11", "111"} << "0x1F";
+        QTest::newRow("lower case")
+            << QStringList{"00000000"} << "0xaf" << QStringList{"10101111"} << "0xAF";
+        // Only digits count: whatever else the prefix became is no number.
+        QTest::newRow("broken prefix")
+            << QStringList{"11111111"} << "Zx12" << QStringList{"00000000"} << "0x00";
+    }
+    void dealsTheValueOut()
+    {
+        QFETCH(QStringList, before);
+        QFETCH(QString, typed);
+        QFETCH(QStringList, after);
+        QFETCH(QString, shown);
+        Fixture f;
+        f.setBits(before);
+        f.line->setText(typed);
+        f.line->onTextChange();
+        QCOMPARE(f.shownBits(), after);
+        QCOMPARE(f.line->displayText(), shown);
+        QCOMPARE(f.line->getStringValue(), after.join(QString()));
+        QCOMPARE(f.modified.count(), 0);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void rejectsWhatIsTooWide()
+    {
+        Fixture f;
+        f.setBits({"10", "001"});
+        f.line->setText("0xFF");
+        f.script.expectBox(tooWide("FF", 3));
+        f.line->onTextChange();
+        QCOMPARE(f.shownBits(), QStringList({"10", "001"}));
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x11"));
+        QCOMPARE(f.modified.count(), 1);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void withoutBitsOnlyZeroIsAccepted()
+    {
+        Fixture f;
+        f.line->onTextChange();
+        // Nothing to convert: the mask fills the line with a blank.
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x0"));
+        f.line->setIndex(12);
+        f.line->setText("0x8");
+        f.script.expectBox(tooWide("8", 12));
+        f.line->onTextChange();
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x0"));
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void focusOutApplies()
+    {
+        Fixture f;
+        f.setBits({"0000", "0000"});
+        f.focus("0x3C");
+        f.other->setFocus();
+        QCOMPARE(f.shownBits(), QStringList({"0011", "1100"}));
+    }
+
+    void editingNeverFinishesByReturn()
+    {
+        Fixture f;
+        f.setBits({"0000"});
+        QSignalSpy finished(f.line, &QLineEdit::editingFinished);
+        f.focus("0x7");
+        QTest::keyClick(f.line, Qt::Key_Return);
+        QCOMPARE(finished.count(), 0);
+        QCOMPARE(f.shownBits(), QStringList({"0000"}));
+    }
+
+    void oneBoxForOneRejection()
+    {
+        Fixture f;
+        f.setBits({"00001"});
+        f.focus("0xFF");
+        f.script.expectBox(tooWide("FF", 3));
+        f.other->setFocus();
+        QCOMPARE(f.script.problems(), QString());
+        QCOMPARE(f.shownBits(), QStringList({"00001"}));
+        QCOMPARE(f.modified.count(), 1);
+    }
+
+    void hidingShowsNoBox()
+    {
+        Fixture f;
+        f.setBits({"00001"});
+        f.focus("0xFF");
+        f.window.hide();
+        QCOMPARE(f.line->displayText(), QStringLiteral("0xFF"));
+        // The next time it shows, the line works as ever.
+        f.focus("0xFF");
+        f.script.expectBox(tooWide("FF", 3));
+        f.other->setFocus();
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void inertLineKeepsItsText()
+    {
+        Fixture f;
+        f.setBits({"0001"});
+        f.focus("0xF");
+        f.line->setInert(true);
+        f.line->setEnabled(false);
+        QCOMPARE(f.line->displayText(), QStringLiteral("0xF"));
+        QCOMPARE(f.shownBits(), QStringList({"0001"}));
+        f.line->setInert(false);
+        f.line->onTextChange();
+        QCOMPARE(f.shownBits(), QStringList({"1111"}));
+    }
+
+    void deletingTheFocusedLineShowsNoBox()
+    {
+        Fixture f;
+        f.setBits({"00001"});
+        f.focus("0xFF");
+        delete f.line;
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void lineMayGoWhileItsBoxIsOpen()
+    {
+        for (const bool byFocus : {true, false}) {
+            Fixture f;
+            f.setBits({"00001"});
+            f.focus("0xFF");
+            f.script.expectBox(tooWide("FF", 3), QMessageBox::Ok,
+                               [&f](QMessageBox *) { delete f.line; });
+            if (byFocus)
+                f.other->setFocus();
+            else
+                f.line->onTextChange();
+            QVERIFY(!f.line);
+            QCOMPARE(f.modified.count(), 0);
+            QCOMPARE(f.script.problems(), QString());
+        }
+    }
+
+    void pageMayGoFirst()
+    {
+        TARN::TarnCore core(0);
+        auto page = std::make_unique<ProbePortsOptionWidget>(&core, nullptr, nullptr);
+        InitialValueLine line(0, page.get());
+        page.reset();
+        QTest::keyClick(&line, Qt::Key_Right);
+        line.setText("0xF");
+        ModalScript script;
+        script.expectBox(tooWide("F", 0));
+        line.onTextChange();
+        QCOMPARE(script.problems(), QString());
+    }
+
+    void keysRespectThePrefix_data()
+    {
+        QTest::addColumn<int>("cursor");
+        QTest::addColumn<int>("length"); // Of the selection, to the left when negative.
+        QTest::addColumn<int>("key");
+        QTest::addColumn<bool>("passes");
+        QTest::addColumn<QString>("shown");
+        const int backspace = Qt::Key_Backspace;
+        const int left = Qt::Key_Left;
+        const int right = Qt::Key_Right;
+        const int digit = Qt::Key_7;
+        const int remove = Qt::Key_Delete;
+        const int end = Qt::Key_End;
+        QTest::newRow("0 digit") << 0 << 0 << digit << false << "0xAB";
+        QTest::newRow("0 left") << 0 << 0 << left << true << "0xAB";
+        QTest::newRow("0 right") << 0 << 0 << right << true << "0xAB";
+        QTest::newRow("0 end") << 0 << 0 << end << false << "0xAB";
+        QTest::newRow("1 digit") << 1 << 0 << digit << false << "0xAB";
+        QTest::newRow("1 delete") << 1 << 0 << remove << false << "0xAB";
+        QTest::newRow("1 backspace") << 1 << 0 << backspace << false << "0xAB";
+        QTest::newRow("1 left") << 1 << 0 << left << true << "0xAB";
+        QTest::newRow("1 right") << 1 << 0 << right << true << "0xAB";
+        QTest::newRow("2 digit") << 2 << 0 << digit << true << "0x7B";
+        QTest::newRow("2 delete") << 2 << 0 << remove << true << "0x0B";
+        QTest::newRow("2 backspace") << 2 << 0 << backspace << false << "0xAB";
+        QTest::newRow("3 digit") << 3 << 0 << digit << true << "0xA7";
+        QTest::newRow("3 backspace") << 3 << 0 << backspace << true << "0x0B";
+        QTest::newRow("from 0 digit") << 0 << 3 << digit << false << "0xAB";
+        QTest::newRow("from 0 delete") << 0 << 4 << remove << false << "0xAB";
+        QTest::newRow("from 0 left") << 0 << 3 << left << true << "0xAB";
+        QTest::newRow("from 1 backspace") << 1 << 2 << backspace << false << "0xAB";
+        QTest::newRow("from 1 right") << 1 << 2 << right << true << "0xAB";
+        QTest::newRow("from 2 backspace") << 2 << 2 << backspace << true << "0x00";
+        QTest::newRow("from 2 digit") << 2 << 1 << digit << true << "0x7B";
+        QTest::newRow("from 3 backspace") << 3 << 1 << backspace << true << "0xA0";
+        QTest::newRow("back to 1 digit") << 3 << -2 << digit << false << "0xAB";
+        QTest::newRow("back to 2 backspace") << 4 << -2 << backspace << true << "0x00";
+    }
+    void keysRespectThePrefix()
+    {
+        QFETCH(int, cursor);
+        QFETCH(int, length);
+        QFETCH(int, key);
+        QFETCH(bool, passes);
+        QFETCH(QString, shown);
+        Fixture f;
+        f.setBits({"00000000"});
+        f.line->setText("0xAB");
+        if (length != 0)
+            f.line->setSelection(cursor, length);
+        else
+            f.line->setCursorPosition(cursor);
+        const int before = f.line->cursorPosition();
+        QTest::keyClick(f.line, Qt::Key(key));
+        QCOMPARE(f.line->displayText(), shown);
+        QCOMPARE(f.modified.count(), int(passes));
+        if (!passes)
+            QCOMPARE(f.line->cursorPosition(), before);
+    }
+
+    void arrowsMoveTheCursorInThePrefix()
+    {
+        Fixture f;
+        f.line->setCursorPosition(1);
+        QTest::keyClick(f.line, Qt::Key_Left);
+        QCOMPARE(f.line->cursorPosition(), 0);
+        QTest::keyClick(f.line, Qt::Key_Right);
+        QTest::keyClick(f.line, Qt::Key_Right);
+        QCOMPARE(f.line->cursorPosition(), 2);
+    }
+
+    void onlyHexadecimalDigitsAreTyped()
+    {
+        Fixture f;
+        f.setBits({"00000000"});
+        f.line->setText("0x00");
+        f.line->setCursorPosition(2);
+        QTest::keyClicks(f.line, "g");
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x00"));
+        QTest::keyClicks(f.line, "bc");
+        QCOMPARE(f.line->displayText(), QStringLiteral("0xBC"));
+    }
+};
+
+TARN_TEST_MAIN(TestInitialValueLine)
+#include "tst_initialvalueline.moc"

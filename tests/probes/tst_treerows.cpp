@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <probes/treerows.h>
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QScrollBar>
+#include <QTest>
+#include <QTreeWidget>
+
+using Rows = QList<QTreeWidgetItem *>;
+
+namespace {
+
+/// A tree of @p count rows, every third with two children, the first of them with one of its own.
+void fill(QTreeWidget *tree, int count)
+{
+    tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    for (int i = 0; i < count; ++i) {
+        auto *row = new QTreeWidgetItem(tree, {QString::number(i)});
+        if (i % 3 == 0) {
+            auto *child = new QTreeWidgetItem(row, {"a"});
+            new QTreeWidgetItem(row, {"b"});
+            new QTreeWidgetItem(child, {"deep"});
+        }
+    }
+}
+
+/// Rows with their children; '+' expanded, '*' selected, '!' current.
+QString stateOf(const QTreeWidget &tree, QTreeWidgetItem *row)
+{
+    QString text = row->text(0);
+    text += QLatin1String(row->childCount() > 0 && row->isExpanded() ? "+" : "");
+    text += QLatin1String(row->isSelected() ? "*" : "");
+    text += QLatin1String(tree.currentItem() == row ? "!" : "");
+    for (int i = 0; i < row->childCount(); ++i)
+        text += QLatin1Char('(') + stateOf(tree, row->child(i)) + QLatin1Char(')');
+    return text;
+}
+
+QString stateOf(const QTreeWidget &tree)
+{
+    return stateOf(tree, tree.invisibleRootItem());
+}
+
+void decorate(QTreeWidget *tree)
+{
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *row = tree->topLevelItem(i);
+        row->setExpanded(i % 2 == 0);
+        row->setSelected(i % 5 < 2);
+        if (row->childCount() > 0) {
+            row->child(0)->setExpanded(i % 4 == 0);
+            row->child(1)->setSelected(i % 7 == 0);
+            row->child(0)->child(0)->setSelected(i % 9 == 0);
+        }
+    }
+}
+
+} // namespace
+
+class TestTreeRows : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keepsTheStateOfTheRest_data()
+    {
+        QTest::addColumn<int>("step");
+        QTest::addColumn<int>("current");
+        QTest::addColumn<int>("child");
+        QTest::newRow("few") << 20 << 45 << -1;
+        QTest::newRow("many") << 2 << 45 << -1;
+        QTest::newRow("current in a child") << 2 << 45 << 0;
+        QTest::newRow("none current") << 3 << -1 << -1;
+    }
+    void keepsTheStateOfTheRest()
+    {
+        QFETCH(int, step);
+        QFETCH(int, current);
+        QFETCH(int, child);
+        // The same twice: at once, and one by one as the view itself does it.
+        QTreeWidget tree, plain;
+        for (QTreeWidget *each : {&tree, &plain}) {
+            fill(each, 120);
+            QTreeWidgetItem *row = each->topLevelItem(current);
+            each->setCurrentItem(row && child >= 0 ? row->child(child) : row, 0,
+                                 QItemSelectionModel::NoUpdate);
+            decorate(each);
+        }
+        Rows doomed, plainDoomed;
+        for (int i = 0; i < 120; i += step) {
+            doomed.append(tree.topLevelItem(i));
+            plainDoomed.append(plain.topLevelItem(i));
+        }
+        TARN::removeTopLevelRows(&tree, doomed);
+        qDeleteAll(plainDoomed);
+        QCOMPARE(stateOf(tree), stateOf(plain));
+        QVERIFY(tree.topLevelItemCount() < 120);
+    }
+
+    void currentRowMayGo()
+    {
+        QTreeWidget tree;
+        fill(&tree, 60);
+        tree.setCurrentItem(tree.topLevelItem(6)->child(0)->child(0));
+        Rows doomed;
+        for (int i = 0; i < 30; ++i)
+            doomed.append(tree.topLevelItem(i));
+        TARN::removeTopLevelRows(&tree, doomed);
+        QCOMPARE(tree.topLevelItemCount(), 30);
+        QVERIFY(!tree.currentItem() || tree.indexOfTopLevelItem(tree.currentItem()) >= 0);
+    }
+
+    void removesAll()
+    {
+        QTreeWidget tree;
+        fill(&tree, 60);
+        Rows doomed;
+        for (int i = 0; i < 60; ++i)
+            doomed.append(tree.topLevelItem(i));
+        TARN::removeTopLevelRows(&tree, doomed);
+        QCOMPARE(tree.topLevelItemCount(), 0);
+    }
+
+    void keepsTheScrollPosition()
+    {
+        QTreeWidget tree;
+        fill(&tree, 900);
+        tree.resize(200, 200);
+        tree.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&tree));
+        tree.verticalScrollBar()->setValue(400);
+        Rows doomed;
+        for (int i = 600; i < 700; ++i)
+            doomed.append(tree.topLevelItem(i));
+        TARN::removeTopLevelRows(&tree, doomed);
+        QCOMPARE(tree.verticalScrollBar()->value(), 400);
+        QCOMPARE(tree.itemAt(5, 5)->text(0), QStringLiteral("400"));
+    }
+};
+
+TARN_TEST_MAIN(TestTreeRows)
+#include "tst_treerows.moc"
