@@ -11,11 +11,23 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QPointer>
 #include <QXmlStreamWriter>
+
+#include <algorithm>
 
 namespace TARN {
 
 namespace {
+
+/// The folder as the path of the new file has it, whose white space is trimmed as a whole.
+QString folderOf(const QString &typed)
+{
+    const auto isSpace = [](QChar c) { return c.isSpace(); };
+    const QString path = typed + QLatin1Char('/');
+    const auto begin = std::find_if_not(path.cbegin(), path.cend(), isSpace);
+    return QDir::cleanPath(QString(begin, static_cast<int>(path.cend() - begin)));
+}
 
 void writeEmptyConfig(QIODevice *device)
 {
@@ -71,10 +83,17 @@ void NewFileDialog::accept()
 
 void NewFileDialog::onBrowse()
 {
-    const QString folder = QFileDialog::getExistingDirectory(
-        this, tr("Select Directory"), ui->editCreateIn->text(), QFileDialog::ShowDirsOnly);
-    if (!folder.isEmpty())
-        ui->editCreateIn->setText(folder);
+    // On the heap and guarded: this dialog may go, and take its children along, meanwhile.
+    QPointer<QFileDialog> browser(
+        new QFileDialog(this, tr("Select Directory"), ui->editCreateIn->text()));
+    browser->setFileMode(QFileDialog::Directory);
+    browser->setOption(QFileDialog::ShowDirsOnly);
+    const bool chosen = browser->exec() == QDialog::Accepted;
+    if (!browser)
+        return;
+    if (chosen)
+        ui->editCreateIn->setText(browser->selectedFiles().value(0));
+    delete browser;
 }
 
 bool NewFileDialog::createFile(const QString &target, QString *error) const
@@ -88,7 +107,7 @@ bool NewFileDialog::createFile(const QString &target, QString *error) const
         *error = tr("Please enter a path.");
         return false;
     }
-    const QString folder = QFileInfo(target).path();
+    const QString folder = folderOf(typedFolder);
     if (!QDir(folder).exists() && !QDir().mkpath(folder)) {
         *error = tr("Cannot make the path %1.").arg(typedFolder);
         return false;

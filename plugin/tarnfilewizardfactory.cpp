@@ -5,7 +5,7 @@
 #include "newfiledialog.h"
 #include "tarnconstants.h"
 
-#include <QPointer>
+#include <probes/modaldialog.h>
 
 namespace TARN {
 
@@ -31,10 +31,7 @@ QString TarnFileWizardFactory::description() const
 
 void TarnFileWizardFactory::runWizard(QWidget *parent, const QString &path)
 {
-    // Guarded: the parent may go, and take the dialog along, while the dialog runs.
-    QPointer<NewFileDialog> dialog(new NewFileDialog(path, parent));
-    dialog->exec();
-    delete dialog;
+    execAndDelete(new NewFileDialog(path, parent));
 }
 
 } // namespace TARN

@@ -8,6 +8,7 @@
 #include <core/coreconstants.h>
 #include <core/viewmanager.h>
 #include <dev/devicearg.h>
+#include <probes/modaldialog.h>
 #include <te/flowmanager.h>
 #include <te/taskengine.h>
 #include <te/teconstants.h>
@@ -16,7 +17,6 @@
 #include <QAction>
 #include <QDebug>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QPointer>
 
 namespace TARN {
@@ -85,10 +85,14 @@ bool TarnViewManager::openTarnView(const QString &filePath, const DEV::DeviceArg
     QString errorText;
     if (!view->open(filePath, netlistPath, &errorText)) {
         if (!errorText.isEmpty())
-            QMessageBox::critical(Core::ViewManager::dialogParent(), tr("Error"), errorText);
+            showMessage(Core::ViewManager::dialogParent(),
+                        {QMessageBox::Critical, tr("Error"), errorText});
         delete view;
     } else if (!self) {
         delete view;
+    } else if (TarnView *open = findView(filePath)) {
+        delete view; // Opened once more meanwhile: a file never has two views.
+        Core::ViewManager::showView(open);
     } else if (view) {
         addView(view, device);
     }

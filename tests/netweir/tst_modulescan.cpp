@@ -5,9 +5,9 @@
 #include <support/testcase.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QtTest>
 
+#include <ctime>
 #include <random>
 
 using namespace NETWEIR::Internal;
@@ -28,6 +28,14 @@ QByteArray instantiationText(const Instantiation &instantiation)
     if (instantiation.positionalPins > 0)
         text += QByteArray::number(instantiation.positionalPins);
     return text + (instantiation.conditional ? " if" : "");
+}
+
+/// Time that this process computed, whatever else the machine does.
+qint64 processorNanoseconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return time.tv_sec * Q_INT64_C(1000000000) + time.tv_nsec;
 }
 
 /// One line a unit, each followed by its instantiations.
@@ -387,17 +395,16 @@ void TestModuleScan::takesLinearTime()
         qint64 best = std::numeric_limits<qint64>::max();
         for (int run = 0; run < 3; ++run) {
             ModuleScan scan;
-            QElapsedTimer timer;
-            timer.start();
+            const qint64 begun = processorNanoseconds();
             scanModules(text, 0, true, &scan);
-            best = qMin(best, timer.nsecsElapsed());
+            best = qMin(best, processorNanoseconds() - begun);
         }
         return best;
     };
     // Sixteen times the text: quadratic time would be 256-fold.
     const qint64 small = nanoseconds(20000);
     const qint64 large = nanoseconds(320000);
-    QVERIFY2(large < small * 80 + 2000000,
+    QVERIFY2(large < small * 128 + 2000000,
              qPrintable(QStringLiteral("%1 ns and %2 ns").arg(small).arg(large)));
 }
 

@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -117,6 +118,8 @@ private Q_SLOTS:
     void okAcceptsAndCancelRejects();
     void browseReplacesFolder();
     void cancelledBrowseKeepsFolder();
+    void browsingSurvivesDeathOfTheDialog();
+    void slashInNameMakesNoFolder();
 
 private:
     QString path(const QString &name) const { return m_dir->filePath(name); }
@@ -162,6 +165,19 @@ void TestNewFileDialog::formHoldsNamedWidgets()
              QStringLiteral("QLabel { color: red }"));
     QCOMPARE(dialog.findChild<QLabel *>("labelInfo")->text(), QString());
     QVERIFY(dialog.findChild<QDialogButtonBox *>("buttonBox"));
+    const auto *grid = dialog.findChild<QGridLayout *>();
+    QVERIFY(grid);
+    const auto place = [&](const char *name) {
+        int row = 0;
+        int column = 0;
+        int rows = 0;
+        int columns = 0;
+        grid->getItemPosition(grid->indexOf(dialog.findChild<QWidget *>(name)), &row, &column,
+                              &rows, &columns);
+        return QPoint(column + columns, row); // Behind the widget.
+    };
+    QCOMPARE(place("label"), place("editName") + QPoint(1, 0));
+    QCOMPARE(place("editName").y(), place("labelName").y());
 }
 
 void TestNewFileDialog::createInShowsPathOrHome()
@@ -448,6 +464,24 @@ void TestNewFileDialog::cancelledBrowseKeepsFolder()
     m_dialog->onBrowse();
     QCOMPARE(script.problems(), QString());
     QCOMPARE(m_dialog->findChild<QLineEdit *>("editCreateIn")->text(), path("a"));
+}
+
+void TestNewFileDialog::browsingSurvivesDeathOfTheDialog()
+{
+    make(path("a"), "x");
+    ModalScript script;
+    script.expectDialog("QFileDialog", "Select Directory", [&](QDialog *) { m_dialog.reset(); });
+    m_dialog->onBrowse();
+    QCOMPARE(script.problems(), QString());
+    QVERIFY(!m_dialog);
+}
+
+void TestNewFileDialog::slashInNameMakesNoFolder()
+{
+    make(path(""), "a/b");
+    m_dialog->accept();
+    QCOMPARE(info(), "Can not create file " + path("a/b.tarn") + "\nNo such file or directory");
+    QVERIFY(!QFileInfo::exists(path("a")));
 }
 
 TARN_TEST_MAIN(TestNewFileDialog)

@@ -17,24 +17,28 @@ using TARN::TarnInserterPlugin;
 using TARN::TarnViewManager;
 using namespace TarnTest;
 
-namespace {
-/// Taken before main(), when there is no application object.
-const bool managerBeforeMain = TarnViewManager::instance() != nullptr;
-} // namespace
-
 class TestTarnInserterPlugin : public TestCase
 {
     Q_OBJECT
 
+public:
+    explicit TestTarnInserterPlugin(TarnViewManager *managerAtStart)
+        : m_managerAtStart(managerAtStart)
+    {
+    }
+
 private Q_SLOTS:
-    void managerIsThereFromTheStart();
+    void managerIsThereBeforeTheApplication();
     void goesThroughItsLife();
+
+private:
+    TarnViewManager *m_managerAtStart;
 };
 
-void TestTarnInserterPlugin::managerIsThereFromTheStart()
+void TestTarnInserterPlugin::managerIsThereBeforeTheApplication()
 {
-    QVERIFY(managerBeforeMain || TarnViewManager::instance());
-    QCOMPARE(TarnViewManager::instance(), TarnViewManager::instance());
+    QVERIFY(m_managerAtStart);
+    QCOMPARE(TarnViewManager::instance(), m_managerAtStart);
 }
 
 void TestTarnInserterPlugin::goesThroughItsLife()
@@ -65,5 +69,11 @@ void TestTarnInserterPlugin::goesThroughItsLife()
     ObjectPool::release(&plugin);
 }
 
-TARN_TEST_MAIN(TestTarnInserterPlugin)
+int main(int argc, char *argv[])
+{
+    TarnViewManager *manager = TarnViewManager::instance();
+    QApplication app(argc, argv);
+    TestTarnInserterPlugin test(manager);
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_tarninserterplugin.moc"

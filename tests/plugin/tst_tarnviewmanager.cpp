@@ -69,6 +69,11 @@ private Q_SLOTS:
     void saveSlotWorksForInactiveView();
     void unmodifiedViewIsNotSaved();
     void viewThatDiesUnclosedIsForgotten();
+    void viewThatDiesWhileOpeningLeavesNothing();
+    void fileOpenedWhileOpeningGetsOneView();
+    void errorShowsNamesAsTheyAre();
+    void errorSurvivesDeathOfItsParent();
+    void contextHasPriorityOne();
 
 private:
     QString makeFile(const QString &name) const { return writeConfig(name, {0}); }
@@ -483,6 +488,67 @@ void TestTarnViewManager::viewThatDiesUnclosedIsForgotten()
     m_manager->onActSave();
     QVERIFY(!m_manager->closeTarnView(path("a.tarn")));
     QVERIFY(!save()->isEnabled());
+}
+
+void TestTarnViewManager::viewThatDiesWhileOpeningLeavesNothing()
+{
+    QPointer<TarnView> opening;
+    extraction().whileBuilding = [&opening] {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (auto *view = qobject_cast<TarnView *>(widget))
+                opening = view;
+        }
+        QVERIFY(opening);
+        delete opening;
+    };
+    QVERIFY(m_manager->openTarnView(makeFile("a.tarn"), {}));
+    QVERIFY(!opening);
+    QCOMPARE(m_manager->tarnViews().size(), 0);
+}
+
+void TestTarnViewManager::fileOpenedWhileOpeningGetsOneView()
+{
+    const QString file = makeFile("a.tarn");
+    extraction().whileBuilding = [this, file] {
+        extraction().whileBuilding = {};
+        m_manager->openTarnView(file, {});
+    };
+    QVERIFY(m_manager->openTarnView(file, {}));
+    QCOMPARE(files(), QStringList({"a.tarn"}));
+    QCOMPARE(m_area->count(), 1);
+}
+
+void TestTarnViewManager::errorShowsNamesAsTheyAre()
+{
+    const QString file = path("<b>a</b>.tarn");
+    script().expectBox(errorBox("Error", file + " open file failed."), QMessageBox::Ok,
+                       [](QMessageBox *box) { QCOMPARE(box->textFormat(), Qt::PlainText); });
+    m_manager->openTarnView(file, {});
+}
+
+void TestTarnViewManager::errorSurvivesDeathOfItsParent()
+{
+    auto *parent = new QWidget;
+    ViewManager::setDialogParent(parent);
+    const QString file = path("missing.tarn");
+    script().expectBox(errorBox("Error", file + " open file failed."), QMessageBox::Ok,
+                       [parent](QMessageBox *) { delete parent; });
+    QVERIFY(m_manager->openTarnView(file, {}));
+    ViewManager::setDialogParent(m_area.get());
+    QCOMPARE(m_manager->tarnViews().size(), 0);
+}
+
+void TestTarnViewManager::contextHasPriorityOne()
+{
+    TarnView *view = open(makeFile("a.tarn"));
+    QAction lower("lower");
+    QAction higher("higher");
+    ActionManager::registerAction(&lower, Core::Constants::A_FILE_SAVE, "Test.Lower");
+    ActionManager::registerAction(&higher, Core::Constants::A_FILE_SAVE, "Test.Higher");
+    ViewManager::registerContext(view, "Test.Lower", 0);
+    QCOMPARE(save()->text(), QStringLiteral("&Save \"a.tarn\""));
+    ViewManager::registerContext(view, "Test.Higher", 2);
+    QCOMPARE(save()->text(), QStringLiteral("higher"));
 }
 
 TARN_TEST_MAIN(TestTarnViewManager)

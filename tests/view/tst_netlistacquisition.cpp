@@ -405,13 +405,6 @@ private Q_SLOTS:
         QCOMPARE(bannersOf(shown.view).size(), 1);
     }
 
-    void destroyedViewHearsNothing()
-    {
-        auto view = std::make_unique<TARN::TarnView>();
-        view.reset();
-        send("TE.Option.Change", {{"option", "TopModule"}});
-    }
-
     void designBannerHasItsPlaceTextAndButtons()
     {
         const ShownView shown = show(writeConfig("a.tarn", {0}));

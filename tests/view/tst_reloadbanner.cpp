@@ -30,7 +30,12 @@ private Q_SLOTS:
         const auto *layout = qobject_cast<QHBoxLayout *>(banner.layout());
         QVERIFY(layout);
         QCOMPARE(layout->count(), 3);
-        QCOMPARE(layout->itemAt(0)->widget(), banner.findChild<QLabel *>("label"));
+        const auto *icon = banner.findChild<QLabel *>("label");
+        QCOMPARE(layout->itemAt(0)->widget(), icon);
+        const QImage attention(":/utils/image/attention.png");
+        QVERIFY(!attention.isNull());
+        QCOMPARE(icon->pixmap(Qt::ReturnByValue).toImage().convertToFormat(attention.format()),
+                 attention);
         QCOMPARE(layout->itemAt(1)->widget(), banner.findChild<QLabel *>("labelFile"));
         const auto *buttons = banner.findChild<QWidget *>("widget");
         QCOMPARE(layout->itemAt(2)->widget(), buttons);

@@ -200,7 +200,12 @@ private Q_SLOTS:
         const auto *layout = qobject_cast<QHBoxLayout *>(notice->layout());
         QVERIFY(layout);
         QCOMPARE(layout->count(), 3);
-        QCOMPARE(layout->itemAt(0)->widget(), view.findChild<QLabel *>("warningIcon"));
+        const auto *icon = view.findChild<QLabel *>("warningIcon");
+        QCOMPARE(layout->itemAt(0)->widget(), icon);
+        const QImage warning(":/fpgaprj/image/warning.png");
+        QVERIFY(!warning.isNull());
+        QCOMPARE(icon->pixmap(Qt::ReturnByValue).toImage().convertToFormat(warning.format()),
+                 warning);
         QCOMPARE(layout->itemAt(1)->widget(), text);
         QCOMPARE(layout->itemAt(2)->widget(), button);
         QCOMPARE(view.layout()->itemAt(1)->widget(), notice);
@@ -716,6 +721,16 @@ private Q_SLOTS:
 
         script().expectBox(closeQuestion(view->file()), QMessageBox::Ok);
         QVERIFY(view->close());
+        QVERIFY(!view->isModified());
+    }
+
+    void synthesisToolIsComparedCaseSensitively()
+    {
+        const auto view = open(writeConfig("a.tarn", {0}));
+        view->onModified();
+        TE::TaskEngine::instance()->designManager()->setOptionValue(TE::OPT::SYNTHESIZE_TOOL,
+                                                                    "synplify");
+        QVERIFY(view->save());
         QVERIFY(!view->isModified());
     }
 
