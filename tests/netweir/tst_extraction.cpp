@@ -366,6 +366,8 @@ void TestExtraction::refusesFilesTheToolCannotRead_data()
     row("long.v", "ERROR: long.v:2: The line is longer than 1 MB.");
     row("includes.v", "ERROR: nul.vh: The file is no text: it contains NUL bytes.");
     row("old.vhd", "ERROR: old.vhd: VHDL is read in a later version.");
+    row("lib.vhd", "ERROR: lib.vhd: VHDL is read in a later version.");
+    row("lib.VHDL", "ERROR: lib.VHDL: VHDL is read in a later version.");
     row("fifo.v", "ERROR: fifo.v: This is no regular file.");
     if (geteuid() != 0) // Who may read everything.
         row("locked.v", "ERROR: locked.v: The file cannot be read:");
@@ -394,6 +396,9 @@ void TestExtraction::refusesFilesTheToolCannotRead()
         design.add(file, "`include \"mid.vh\"\nmodule a; endmodule\n");
     } else if (file == QLatin1String("old.vhd")) {
         design.add(file, "entity a is end;\n", TE::VhdlFile);
+    } else if (file.startsWith(QLatin1String("lib."))) {
+        TarnTest::writeFile(design.path(file), "entity a is end;\n");
+        design.set(TE::DesignInfo::LibraryFiles, QStringList(design.path(file)));
     } else if (file == QLatin1String("fifo.v")) {
         QCOMPARE(QProcess::execute(QStringLiteral("mkfifo"), {design.path(file)}), 0);
         design.list(file);

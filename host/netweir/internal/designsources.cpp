@@ -6,6 +6,7 @@
 
 #include <te/designinfo.h>
 #include <te/fileinfo.h>
+#include <te/teconstants.h>
 
 #include <QDir>
 #include <QFile>
@@ -37,16 +38,13 @@ SourceFile sourceFile(const QString &path, int type)
     return file;
 }
 
-bool isDesignSource(int type)
-{
-    return type == TE::VerilogFile || type == TE::SystemVerilogFile || type == TE::VhdlFile;
-}
-
 QString knownStandard(const QString &standard)
 {
-    static const QStringList known = {QStringLiteral("1364-1995"), QStringLiteral("1364-2001"),
-                                      QStringLiteral("1364-2005"), QStringLiteral("1800-2017")};
-    return known.contains(standard) ? standard : QStringLiteral("1364-2005");
+    for (const char *known : TE::OPT::VerilogStandards) {
+        if (standard == QLatin1String(known))
+            return standard;
+    }
+    return QLatin1String(TE::OPT::DefaultVerilogStandard);
 }
 
 /// Checks files one by one and follows their include lines.
@@ -161,12 +159,14 @@ void SourceCheck::collectIncludes(const QString &path, const QByteArray &content
         if (at >= content.size() || (content[at] != '"' && content[at] != '<'))
             continue;
         const char close = content[at] == '"' ? '"' : '>';
-        const int lineEnd = content.indexOf('\n', at);
-        const int end = content.indexOf(close, at + 1);
-        if (end < 0 || (lineEnd >= 0 && end > lineEnd))
+        int end = at + 1;
+        while (end < content.size() && content[end] != close && content[end] != '\n')
+            ++end;
+        const int begin = at + 1;
+        at = end; // Also without a closing sign, so that no text is searched twice.
+        if (end == content.size() || content[end] != close)
             continue;
-        const QString found =
-            findInclude(path, QFile::decodeName(content.mid(at + 1, end - at - 1)));
+        const QString found = findInclude(path, QFile::decodeName(content.mid(begin, end - begin)));
         if (!found.isEmpty())
             m_pending.append(found);
     }
@@ -204,7 +204,8 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
     }
     const QStringList libraryFiles = value(DesignInfo::LibraryFiles).toStringList();
     for (const QString &path : libraryFiles) {
-        SourceFile file = sourceFile(path, VerilogFile);
+        const bool isVhdl = hasSuffix(path, ".vhd") || hasSuffix(path, ".vhdl");
+        SourceFile file = sourceFile(path, isVhdl ? VhdlFile : VerilogFile);
         file.library = true;
         result.files.append(file);
     }
