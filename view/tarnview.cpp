@@ -19,6 +19,7 @@
 #include <qutil/ievent.h>
 #include <te/designinfo.h>
 #include <te/designmanager.h>
+#include <te/fileinfo.h>
 #include <te/taskengine.h>
 #include <te/teconstants.h>
 
@@ -52,11 +53,6 @@ TE::DesignManager *designManager()
     return TE::TaskEngine::instance()->designManager();
 }
 
-bool isDesignSource(int type)
-{
-    return type == TE::VerilogFile || type == TE::SystemVerilogFile || type == TE::VhdlFile;
-}
-
 /// Makes @p dock wide enough for its title, which would be cut off otherwise.
 void fitTitle(QDockWidget *dock)
 {
@@ -71,15 +67,15 @@ bool changesDesign(const QUtil::IEvent &event)
     const int type = event.get(TE::K_TYPE).toInt();
     if (name == TE::E_FILE_ADD || name == TE::E_FILE_MODIFIED) {
         const TE::FileInfo info = designManager()->getFileInfo(event.get(TE::K_FILE).toString());
-        return info.enabled && isDesignSource(info.type);
+        return info.enabled && TE::isDesignSource(info.type);
     }
     if (name == TE::E_FILE_REMOVE)
-        return isDesignSource(type);
+        return TE::isDesignSource(type);
     // Only enabling asks: who disables a file goes on working with the netlist that is there.
     if (name == TE::E_FILE_CH_ENABLE)
-        return isDesignSource(type) && event.get(TE::K_ENABLE).toBool();
+        return TE::isDesignSource(type) && event.get(TE::K_ENABLE).toBool();
     if (name == TE::E_FILE_CH_TYPE)
-        return isDesignSource(type) || isDesignSource(event.get(TE::K_PREVIOUS).toInt());
+        return TE::isDesignSource(type) || TE::isDesignSource(event.get(TE::K_PREVIOUS).toInt());
     if (name == TE::E_OPTION_CHANGE) {
         const QString option = event.get(TE::K_OPTION).toString();
         return option == TE::OPT::INCLUDEPATH || option == TE::OPT::Verilog_Standard;

@@ -21,8 +21,10 @@ class Options
 QStringList choicesOf(const QString &name)
 {
     if (name == QLatin1String(OPT::Verilog_Standard)) {
-        return {QStringLiteral("1364-1995"), QStringLiteral("1364-2001"),
-                QStringLiteral("1364-2005"), QStringLiteral("1800-2017")};
+        QStringList standards;
+        for (const char *standard : OPT::VerilogStandards)
+            standards.append(QLatin1String(standard));
+        return standards;
     }
     if (name == QLatin1String(OPT::SYNTHESIZE_TOOL))
         return {QLatin1String(OPT::OstraSynthesis), QLatin1String(OPT::Synplify_pro)};
@@ -77,7 +79,7 @@ QVariant defaultOption(const QString &name)
     if (name == QLatin1String(OPT::SYNTHESIZE_TOOL))
         return QString(QLatin1String(OPT::OstraSynthesis));
     if (name == QLatin1String(OPT::Verilog_Standard))
-        return QStringLiteral("1364-2005");
+        return QString(QLatin1String(OPT::DefaultVerilogStandard));
     if (name == QLatin1String(OPT::EXTRACTION_TIMEOUT))
         return 120;
     return {};

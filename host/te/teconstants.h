@@ -26,14 +26,17 @@ constexpr char K_PREVIOUS[] = "previous";
 namespace OPT {
 
 constexpr char INCLUDEPATH[] = "IncludePath"; ///< String list; relative to the working folder.
-constexpr char Verilog_Standard[] =
-    "Verilog_Standard"; ///< "1364-1995", "1364-2001", "1364-2005" or "1800-2017".
-constexpr char SYNTHESIZE_TOOL[] = "Synthesize_tool"; ///< "OstraSynthesis" or Synplify_pro.
+constexpr char Verilog_Standard[] = "Verilog_Standard"; ///< One of VerilogStandards.
+constexpr char SYNTHESIZE_TOOL[] = "Synthesize_tool";   ///< "OstraSynthesis" or Synplify_pro.
 constexpr char TOPMODULE[] = "TopModule"; ///< Name of the top module; empty: found by itself.
 constexpr char EXTRACTION_TIMEOUT[] =
     "Extraction_Timeout"; ///< Seconds after which reading the netlist is given up.
 
 constexpr char MACROS[] = "Macros"; ///< String list: "NAME" or "NAME=VALUE".
+
+// Values of Verilog_Standard, the oldest first.
+constexpr const char *VerilogStandards[] = {"1364-1995", "1364-2001", "1364-2005", "1800-2017"};
+constexpr char DefaultVerilogStandard[] = "1364-2005";
 
 // Values of SYNTHESIZE_TOOL.
 constexpr char OstraSynthesis[] = "OstraSynthesis";

@@ -56,8 +56,8 @@ OptionsDialog::OptionsDialog(TE::DesignManager *design, QWidget *parent)
 {
     setWindowTitle(tr("Project Options"));
     m_standard->setObjectName(QStringLiteral("standard"));
-    m_standard->addItems({QStringLiteral("1364-1995"), QStringLiteral("1364-2001"),
-                          QStringLiteral("1364-2005"), QStringLiteral("1800-2017")});
+    for (const char *standard : TE::OPT::VerilogStandards)
+        m_standard->addItem(QLatin1String(standard));
     m_tool->setObjectName(QStringLiteral("tool"));
     m_tool->addItems(
         {QLatin1String(TE::OPT::OstraSynthesis), QLatin1String(TE::OPT::Synplify_pro)});
