@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include <model/tarncore.h>
+#include <probes/signalsamples.h>
 #include <support/testcase.h>
 
 #include <QApplication>
@@ -14,26 +15,10 @@ using TARN::ProbeIn;
 using TARN::ProbeOut;
 using TARN::SignalItem;
 using TARN::TarnCore;
+using TarnTest::bus;
+using TarnTest::net;
 
 namespace {
-
-SignalItem net(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
-SignalItem bus(const QString &name, const QStringList &members)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 1;
-    for (const QString &member : members)
-        item.members.append(net(member));
-    return item;
-}
 
 template <typename Port>
 QList<int> indexesOf(const QList<Port *> &ports)

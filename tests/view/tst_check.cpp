@@ -5,6 +5,7 @@
 #include <model/tarncore.h>
 #include <netweir/netlistbuilder.h>
 #include <netweir/rtlnetlist.h>
+#include <probes/signalsamples.h>
 #include <view/tarnoptionwidget.h>
 #include <view/tarnview_p.h>
 
@@ -18,26 +19,10 @@ using TARN::ProbeIn;
 using TARN::SignalItem;
 using TARN::TarnCore;
 using TARN::private_impl::TarnViewPrivate;
+using TarnTest::bus;
+using TarnTest::net;
 
 namespace {
-
-SignalItem net(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
-SignalItem bus(const QString &name, const QStringList &members)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 1;
-    for (const QString &member : members)
-        item.members.append(net(member));
-    return item;
-}
 
 /// A netlist with the net "top/clk" and the net "top/mem", which cannot be read.
 NETWEIR::RtlNetlist *netlist()

@@ -7,6 +7,7 @@
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
+#include <probes/signalsamples.h>
 #include <te/designmanager.h>
 #include <te/taskengine.h>
 #include <te/teconstants.h>
@@ -61,10 +62,7 @@ QString ViewTest::writeConfig(const QString &name, const QList<int> &indexes) co
     for (int index : indexes) {
         auto *core = new TARN::TarnCore(index);
         core->addProbeIn(0);
-        TARN::SignalItem clock;
-        clock.name = QStringLiteral("top/clk");
-        clock.kind = 0;
-        core->getProbeIn(0)->signals.append(clock);
+        core->getProbeIn(0)->signals.append(net(QStringLiteral("top/clk")));
         cores.append(core);
     }
     QDir().mkpath(QFileInfo(path(name)).path());
