@@ -20,15 +20,16 @@ const char Endless[] = "module top; genvar i;\n"
                        "generate for (i = 0; i < 1000000000; i = i + 1) begin : g wire x; end\n"
                        "endgenerate\nendmodule\n";
 
-/// Calls a function as soon as the progress dialog shows.
+/// Calls a function as soon as the progress dialog shows, in the phase that begins with that text.
 class DialogWatch : public QObject
 {
 public:
-    explicit DialogWatch(const std::function<void(QProgressDialog *)> &act)
+    explicit DialogWatch(const std::function<void(QProgressDialog *)> &act,
+                         const QString &phase = QString())
     {
-        connect(&m_timer, &QTimer::timeout, this, [this, act] {
+        connect(&m_timer, &QTimer::timeout, this, [this, act, phase] {
             auto *dialog = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
-            if (!dialog || !dialog->isVisible())
+            if (!dialog || !dialog->isVisible() || !dialog->labelText().startsWith(phase))
                 return;
             m_timer.stop();
             act(dialog);
@@ -80,6 +81,7 @@ private Q_SLOTS:
     void readsDelays();
     void cancelEndsTheToolAtOnce_data();
     void cancelEndsTheToolAtOnce();
+    void cancelEndsTheReader();
     void showsPhaseAndTime();
     void survivesTheDeathOfTheParent();
     void callsMayNest();
@@ -716,6 +718,44 @@ void TestExtraction::cancelEndsTheToolAtOnce()
     QCOMPARE(leftProcesses(), QStringList());
     QCOMPARE(leftFolders(), QStringList());
     QCOMPARE(inNets ? design.netMessages : design.messages,
+             QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
+}
+
+/// Measured against the same read to its end.
+void TestExtraction::cancelEndsTheReader()
+{
+    const QString phase = QStringLiteral("Building netlist");
+    const QString tool = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
+    qputenv("TARN_VERILATOR", // Slow enough for the dialog to show before this phase.
+            fakeTool("sleep 0.3\nexec " + tool.toLocal8Bit() + " \"$@\"\n").toLocal8Bit());
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; a u[0:15](); endmodule\n"
+                                        "module a; b u[0:15](); endmodule\n"
+                                        "module b; c u[0:15](); endmodule\n"
+                                        "module c; wire [399:0] w; endmodule\n");
+    QVERIFY(design.extract());
+
+    QElapsedTimer sinceBegin;
+    {
+        DialogWatch watch([&](QProgressDialog *) { sinceBegin.start(); }, phase);
+        QVERIFY(design.buildNetlist());
+    }
+    QVERIFY(sinceBegin.isValid());
+    const qint64 whole = sinceBegin.nsecsElapsed();
+    design.netlist.reset();
+
+    QElapsedTimer sinceCancel;
+    const auto cancel = [&](QProgressDialog *dialog) {
+        sinceCancel.start();
+        Q_EMIT dialog->canceled();
+    };
+    DialogWatch watch(cancel, phase);
+    QVERIFY(!design.buildNetlist());
+    QVERIFY(sinceCancel.isValid());
+    const qint64 cancelled = sinceCancel.nsecsElapsed();
+    QVERIFY2(cancelled < whole / 2,
+             qPrintable(QStringLiteral("%1 ns of %2 ns").arg(cancelled).arg(whole)));
+    QCOMPARE(design.netMessages,
              QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
 }
 

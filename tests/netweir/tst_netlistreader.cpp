@@ -25,6 +25,7 @@ private Q_SLOTS:
     void deepNestingNeedsNoStack();
     void longConcatenationsNeedNoStack();
     void damagedFilesNeverCrash();
+    void endsWhenCancelled();
 
 private:
     std::unique_ptr<RtlNetlist> read(const QByteArray &xml, QString *error);
@@ -286,6 +287,21 @@ void tst_NetlistReader::damagedFilesNeverCrash()
     }
     // Enough of them got past the parser to test what is behind it.
     QVERIFY2(readable > 150, qPrintable(QString::number(readable)));
+}
+
+void tst_NetlistReader::endsWhenCancelled()
+{
+    const TarnTest::Elaboration elaboration(VariedDesign);
+    QVERIFY2(elaboration.isOk(), elaboration.log().constData());
+    std::atomic<bool> cancelled{false};
+    Internal::ReadOptions options;
+    options.cancelled = &cancelled;
+    QString error;
+    QVERIFY(elaboration.read(options, &error));
+    QCOMPARE(error, QString());
+    cancelled = true;
+    QVERIFY(!elaboration.read(options, &error));
+    QCOMPARE(error, QStringLiteral("Reading was cancelled."));
 }
 
 QTEST_APPLESS_MAIN(tst_NetlistReader)

@@ -464,7 +464,10 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
 {
     progress->setPhase(Text::tr("Building netlist"));
     const QString path = QDir(m_folder->path()).filePath(QLatin1String(XmlFile));
-    const ReadOptions options{m_top, m_stubs->unknownModules(), m_stubs->primitiveModules()};
+    ReadOptions options;
+    options.unknownModules = m_stubs->unknownModules();
+    options.primitiveModules = m_stubs->primitiveModules();
+    options.cancelled = &progress->cancelled();
     std::unique_ptr<RtlNetlist> netlist;
     QString error;
     const std::unique_ptr<QThread> thread(

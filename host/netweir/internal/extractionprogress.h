@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <atomic>
 #include <functional>
 
 class QProgressDialog;
@@ -35,12 +36,14 @@ public:
 
     void setPhase(const QString &phase);
     bool isCancelled() const { return m_cancelled; }
+    /// The same for threads; lives as long as this.
+    const std::atomic<bool> &cancelled() const { return m_cancelled; }
 
     /// Waits for the end of the process, at most @p limit milliseconds unless that is negative.
     /// False when it still runs. Cancel kills it.
     bool wait(ToolProcess *process, int limit = -1);
 
-    /// Waits for the end of the thread, Cancel or not.
+    /// Waits for the end of the thread, which has to look at cancelled() by itself.
     void wait(QThread *thread);
 
 private:
@@ -54,7 +57,7 @@ private:
     QElapsedTimer m_elapsed;
     QTimer m_tick;
     QString m_phase;
-    bool m_cancelled = false;
+    std::atomic<bool> m_cancelled{false};
 };
 
 } // namespace Internal

@@ -51,6 +51,28 @@ bool usesJtagPrimitive(const ElaboratedDesign &design)
     return false;
 }
 
+/// False when the design is too large, or reading was cancelled.
+bool buildInstances(ElaboratedDesign *design, const ReadOptions &options, NetlistBuilder *builder)
+{
+    const Layout layout(design->types());
+    InstanceTree instances(design, layout, options);
+    if (!instances.build())
+        return false;
+    findMemories(design, layout);
+    instances.findMemoriesElsewhere();
+    for (Definition *definition : design->bottomUp()) {
+        layout.placeVariables(definition);
+        if (definition->bits > MostBits || options.isCancelled())
+            return false;
+    }
+    for (Definition *definition : design->bottomUp()) {
+        MarkReader(design, layout, definition).read();
+        if (options.isCancelled())
+            return false;
+    }
+    return instances.markInstances() && instances.stamp(builder);
+}
+
 } // namespace
 
 std::unique_ptr<RtlNetlist> readElaboratedXml(const QString &xmlPath, const ReadOptions &options,
@@ -67,34 +89,20 @@ std::unique_ptr<RtlNetlist> readElaboratedXml(const QString &xmlPath, const Read
     }
 
     ElaboratedDesign design;
+    if (options.isCancelled()) {
+        *error = tr("Reading was cancelled.");
+        return nullptr;
+    }
     if (!design.read(document, options, QFileInfo(xmlPath).absolutePath(), error))
         return nullptr;
 
-    const Layout layout(design.types());
-    InstanceTree instances(&design, layout);
-    bool fits = instances.build();
-    if (fits) {
-        findMemories(&design, layout);
-        instances.findMemoriesElsewhere();
-        for (Definition *definition : design.bottomUp()) {
-            layout.placeVariables(definition);
-            fits = fits && definition->bits <= MostBits;
-        }
-    }
-    if (fits) {
-        for (Definition *definition : design.bottomUp())
-            MarkReader(&design, layout, definition).read();
-        fits = instances.markInstances();
-    }
-    if (!fits) {
-        *error = tr("The design is too large to be read.");
-        return nullptr;
-    }
-
     NetlistBuilder builder(design.top()->sourceName);
     builder.setUsesJtagPrimitive(usesJtagPrimitive(design));
-    instances.stamp(&builder);
-    return builder.take();
+    if (buildInstances(&design, options, &builder))
+        return builder.take();
+    *error = options.isCancelled() ? tr("Reading was cancelled.")
+                                   : tr("The design is too large to be read.");
+    return nullptr;
 }
 
 } // namespace NETWEIR::Internal

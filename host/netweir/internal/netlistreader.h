@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QString>
 
+#include <atomic>
 #include <memory>
 
 namespace NETWEIR {
@@ -18,17 +19,20 @@ namespace Internal {
 /// What the reader has to know of a design beyond the elaborated XML itself.
 struct ReadOptions
 {
-    QString topModule; ///< Source name of the top module.
     /// Modules without a source, written as stubs: their pins have no known direction, so that
     /// whatever they connect to counts as driven. They are no hierarchy nodes.
     QSet<QString> unknownModules;
     /// Primitives of the device, whose pins have real directions. They are no hierarchy nodes
     /// either.
     QSet<QString> primitiveModules;
+    /// Reading ends soon after it became true. Null when nobody can cancel.
+    const std::atomic<bool> *cancelled = nullptr;
+
+    bool isCancelled() const { return cancelled && cancelled->load(std::memory_order_relaxed); }
 };
 
 /// Reads the elaborator's XML file at @p xmlPath into a netlist. Null when the file is not complete
-/// or not of the expected form; @p error then says what and where.
+/// or not of the expected form, or when reading was cancelled; @p error then says what and where.
 NETWEIR_EXPORT std::unique_ptr<RtlNetlist>
 readElaboratedXml(const QString &xmlPath, const ReadOptions &options, QString *error);
 

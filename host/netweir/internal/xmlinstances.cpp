@@ -42,9 +42,11 @@ void forEachBit(const BitRange &range, Visit visit)
 
 } // namespace
 
-InstanceTree::InstanceTree(ElaboratedDesign *design, const Layout &layout)
+InstanceTree::InstanceTree(ElaboratedDesign *design, const Layout &layout,
+                           const ReadOptions &options)
     : m_design(design)
     , m_layout(layout)
+    , m_options(options)
 {
 }
 
@@ -56,7 +58,9 @@ bool InstanceTree::build()
     top.definition = m_design->top();
     m_instances.push_back(top);
     for (std::size_t i = 0; i < m_instances.size(); ++i) {
-        if (m_instances.size() + std::size_t(m_instances[i].definition->childCount) > MostInstances)
+        if (m_instances.size() + std::size_t(m_instances[i].definition->childCount) >
+                MostInstances ||
+            m_options.isCancelled())
             return false;
         addChildren(int(i));
     }
@@ -99,20 +103,20 @@ bool InstanceTree::markInstances()
             variable.direction != Direction::Output)
             markVariable(0, variable);
     }
-    for (std::size_t i = 0; i < m_instances.size(); ++i) {
+    for (std::size_t i = 0; i < m_instances.size() && !m_options.isCancelled(); ++i) {
         markWritesElsewhere(int(i));
         markModports(int(i));
     }
     // Parents come first. Interfaces come before their siblings, whose ports may be connected to
     // members of them.
-    for (std::size_t i = 0; i < m_instances.size(); ++i) {
+    for (std::size_t i = 0; i < m_instances.size() && !m_options.isCancelled(); ++i) {
         markConnections(int(i), true);
         markConnections(int(i), false);
     }
-    return true;
+    return !m_options.isCancelled();
 }
 
-void InstanceTree::stamp(NetlistBuilder *builder) const
+bool InstanceTree::stamp(NetlistBuilder *builder) const
 {
     std::vector<Hierachy *> nodes(m_instances.size());
     std::vector<NetMarks> busMarks;
@@ -129,6 +133,8 @@ void InstanceTree::stamp(NetlistBuilder *builder) const
             return NetMarks{bool(marks[bit] & MarkIn), bool(marks[bit] & MarkOut)};
         };
         for (const Leaf &leaf : instance.definition->leafs) {
+            if (m_options.isCancelled())
+                return false;
             if (!leaf.isBus) {
                 builder->addNet(node, leaf.name, marksAt(leaf.bit));
                 continue;
@@ -139,6 +145,7 @@ void InstanceTree::stamp(NetlistBuilder *builder) const
             builder->addBus(node, leaf.name, leaf.left, leaf.right, busMarks);
         }
     }
+    return true;
 }
 
 void InstanceTree::listChildren(Definition *definition)

@@ -17,19 +17,22 @@ namespace Internal {
 class InstanceTree
 {
 public:
-    InstanceTree(ElaboratedDesign *design, const Layout &layout);
+    /// All have to outlive this.
+    InstanceTree(ElaboratedDesign *design, const Layout &layout, const ReadOptions &options);
 
-    /// Lists all instances and binds interface ports. False when there are too many.
+    /// Lists all instances and binds interface ports. False when there are too many, or when
+    /// reading was cancelled.
     bool build();
 
     /// Makes memories of arrays in other nodes that are reached by a computed index.
     void findMemoriesElsewhere();
 
     /// Completes the marks of every instance; all definitions have to be marked before. False when
-    /// the design has too many bits.
+    /// the design has too many bits, or when reading was cancelled.
     bool markInstances();
 
-    void stamp(NetlistBuilder *builder) const;
+    /// False when reading was cancelled.
+    bool stamp(NetlistBuilder *builder) const;
 
 private:
     /// What an interface port is bound to, from the left; one for a port that is no array.
@@ -85,6 +88,7 @@ private:
 
     ElaboratedDesign *m_design;
     const Layout &m_layout;
+    const ReadOptions &m_options;
     std::vector<Instance> m_instances;
     std::vector<quint8> m_marks;
 };
