@@ -7,6 +7,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace NETWEIR;
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void marksFollowTheDesign();
     void pinsOfStubsAreDrivers();
     void everythingConnectedToAnUnknownModuleIsDriven();
+    void everyWidthOnAnUnknownModuleIsDriven();
     void pinsOfPrimitivesHaveTheirDirection();
     void marksOfBusesComeFromTheirMembers();
 };
@@ -784,6 +786,45 @@ module top(input clk); wire [7:0] whole, part, mixed; wire [3:0] spread; wire lo
     part[7:0] .OO....O
     mixed[7:0] OO......
     spread[3:0] OOOO
+)"));
+}
+
+/// Whatever the elaborator does to fit it to the width of the pin, and in arrays too.
+void tst_NetlistMarks::everyWidthOnAnUnknownModuleIsDriven()
+{
+    TarnTest::DesignFixture design;
+    design.add(QStringLiteral("top.sv"), R"(
+interface link; logic [1:0] l; wire free; endinterface
+module top(input c); wire [31:0] q; wire [3:0] part, mixed, two; wire signed [3:0] number;
+  wire [9999:0] wide; wire [2:0] t; wire e; wire [3:0] words [1:0]; wire [2999:0] big; link i();
+  struct packed { logic [1:0] x, y; } st; wire one, free;
+  RAM m[3:0](.q(q), .clk(c), .p(part[2:1])), n(.q(two)); RAM k[1:0][1:0](.q(mixed[3:1]));
+  U u0(.p(wide)); U u1(.p({e, t})); U u2[1:0](.p(t[1:0])); U u3(.p(number)); U u4(.p(words[1]));
+  U u5(.p(st.y)); U u6(.p(i.l[1])); U u7(.p(big[2999:1])); U u8(.p({{one}})); U u9(.p(~free));
+endmodule)");
+    QVERIFY2(design.extract(), qPrintable(design.firstError()));
+    QString text = TarnTest::netlistText(design.netlist->top());
+    text.replace(QRegularExpression(QStringLiteral("O{100,}")), QStringLiteral("O~"));
+    QCOMPARE(text, QStringLiteral(R"(top : top
+    c O
+    e O
+    one O
+    free .
+    q[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
+    part[3:0] .OO.
+    mixed[3:0] OOO.
+    two[3:0] OOOO
+    number[3:0] OOOO
+    wide[9999:0] O~
+    t[2:0] OOO
+    words[1][3:0] OOOO
+    words[0][3:0] ....
+    big[2999:0] O~.
+    st.x[1:0] ..
+    st.y[1:0] OO
+    i : link
+        free .
+        l[1:0] O.
 )"));
 }
 

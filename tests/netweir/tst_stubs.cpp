@@ -31,6 +31,8 @@ private Q_SLOTS:
     void standInForUnknownModules();
     void usePrimitivesOfTheDevice();
     void learnMissingPins();
+    void singleInstancesStandInForArrays_data();
+    void singleInstancesStandInForArrays();
 };
 
 void TestStubs::standInForUnknownModules_data()
@@ -41,11 +43,11 @@ void TestStubs::standInForUnknownModules_data()
         QTest::newRow(name) << QByteArray(source) << QByteArray(expected);
     };
     row("named", "module m; s u(.a(x), .b(y)); endmodule",
-        "module \\s (input [1023:0] \\a , input [1023:0] \\b );\nendmodule\n");
+        "module \\s (input [8191:0] \\a , input [8191:0] \\b );\nendmodule\n");
     row("positional", "module m; s u(x, y); endmodule",
-        "module \\s (input [1023:0] \\pin_1 , input [1023:0] \\pin_2 );\nendmodule\n");
+        "module \\s (input [8191:0] \\pin_1 , input [8191:0] \\pin_2 );\nendmodule\n");
     row("array", "module m; s u[3:0](.a(x)); s v(.b(y)); endmodule",
-        "module \\s (input \\a , input \\b );\nendmodule\n");
+        "module \\s (input [8191:0] \\a , input [8191:0] \\b );\nendmodule\n");
     row("no pins", "module m; s u(); endmodule", "module \\s ();\nendmodule\n");
     row("parameters", "module m; s #(.P(\"x\"), .Q(1)) u(); t #(1, 2) v(); endmodule",
         "module \\s #(parameter \\P = 0, parameter \\Q = 0) ();\nendmodule\n"
@@ -54,16 +56,16 @@ void TestStubs::standInForUnknownModules_data()
         "module m; s #(.P(1)) u(.a(x)), v(.b(y)); s #(.Q(1)) w(.a(x), .c(z)); s k(x, y, z, t);"
         " endmodule",
         "module \\s #(parameter \\P = 0, parameter \\Q = 0) "
-        "(input [1023:0] \\a , input [1023:0] \\b , input [1023:0] \\c , input [1023:0] \\pin_4 "
+        "(input [8191:0] \\a , input [8191:0] \\b , input [8191:0] \\c , input [8191:0] \\pin_4 "
         ");\nendmodule\n");
     row("defparam", "module m; s u(.a(x)); defparam u.Q = 1, u.P = 2; endmodule",
-        "module \\s #(parameter \\P = 0, parameter \\Q = 0) (input [1023:0] \\a );\nendmodule\n");
+        "module \\s #(parameter \\P = 0, parameter \\Q = 0) (input [8191:0] \\a );\nendmodule\n");
     row("defparam from above",
         "module m; n v(); defparam v.u.P = 1; endmodule"
         " module n; s u(); endmodule",
         "module \\s #(parameter \\P = 0) ();\nendmodule\n");
     row("bound", "module m; endmodule bind m s u(.a(x));",
-        "module \\s (input [1023:0] \\a );\nendmodule\n");
+        "module \\s (input [8191:0] \\a );\nendmodule\n");
     row("order of first use", "module m; z u(); a v(); z w(); endmodule",
         "module \\z ();\nendmodule\nmodule \\a ();\nendmodule\n");
     row("known ones are left alone",
@@ -108,8 +110,43 @@ void TestStubs::learnMissingPins()
     QVERIFY(!stubs.addMissing({1, 2}, "c", false)); // Nor in that file.
     QCOMPARE(
         stubs.text(),
-        QByteArray("`resetall\nmodule \\s (input [1023:0] \\a , input [1023:0] \\b );\nendmodule\n"
+        QByteArray("`resetall\nmodule \\s (input [8191:0] \\a , input [8191:0] \\b );\nendmodule\n"
                    "module \\t #(parameter \\P = 0) ();\nendmodule\n"));
+}
+
+void TestStubs::singleInstancesStandInForArrays_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QByteArray>("expected");
+    const auto row = [](const char *name, const char *source, const char *expected) {
+        QTest::newRow(name) << QByteArray(source) << QByteArray(expected);
+    };
+    row("array", "module m; s u[3:0](.a(x[1:0])); endmodule",
+        "module m; s u     (.a(x[1:0])); endmodule");
+    row("several", "module m; s u [1:0] (x), v(y[0]), w[N-1:f(2, v[1])](z); endmodule",
+        "module m; s u       (x), v(y[0]), w                (z); endmodule");
+    row("two dimensions", "module m; s u[1:0] [3] (x); endmodule",
+        "module m; s u          (x); endmodule");
+    row("lines and comments stay counted", "module m; s u[3 // ]\n:\n0]\n(x);\nendmodule",
+        "module m; s u       \n \n  \n(x);\nendmodule");
+    row("escaped name", "module m; s \\u[1] [3:0](x); endmodule",
+        "module m; s \\u[1]      (x); endmodule");
+    row("in a generate block", "module m; if (P) begin s u[3:0](x); end endmodule",
+        "module m; if (P) begin s u     (x); end endmodule");
+    row("bound", "module m; endmodule bind m s u[3:0](x);",
+        "module m; endmodule bind m s u     (x);");
+    const char *const known = "module m; n u[3:0](x); KX_PLL v[1:0](y); t w[3:0]; endmodule "
+                              "module n(input x); endmodule";
+    row("known modules, primitives and variables keep them", known, known);
+}
+
+void TestStubs::singleInstancesStandInForArrays()
+{
+    QFETCH(QByteArray, source);
+    QFETCH(QByteArray, expected);
+    const Stubs stubs = stubsOf(source);
+    QCOMPARE(stubs.withoutArrays(0, source), expected);
+    QCOMPARE(stubs.withoutArrays(1, source), source); // Of another file.
 }
 
 TARN_TEST_MAIN(TestStubs)

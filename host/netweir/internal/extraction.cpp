@@ -305,7 +305,8 @@ bool Extraction::writeElaboratorInput()
     QFile::remove(root.filePath(QStringLiteral("stdout")));
     bool ok = true;
     for (int i = 0; i < m_files.size() && ok; ++i)
-        ok = writeText(root.filePath(textName(m_sources.files[i], i)), m_text->texts()[i]);
+        ok = writeText(root.filePath(textName(m_sources.files[i], i)),
+                       m_stubs->withoutArrays(i, m_text->texts()[i]));
     return ok;
 }
 

@@ -56,7 +56,8 @@ class Scanner
 {
 public:
     Scanner(const QByteArray &text, int index, bool systemVerilog, ModuleScan *result)
-        : m_tokens(text, systemVerilog)
+        : m_text(text.constData())
+        , m_tokens(text, systemVerilog)
         , m_index(index)
         , m_result(result)
     {
@@ -99,6 +100,7 @@ private:
 
     void skipAttribute();
     void skipGroup();
+    TextRange skipRanges();
     void skipToSemicolon();
     void skipToSemicolonOrLabel();
     void skipPast(Keyword keyword);
@@ -107,6 +109,9 @@ private:
     void skipProcess();
     void skipLabel();
 
+    int position() const { return int(m_token.place - m_text); }
+
+    const char *m_text;
     VerilogTokens m_tokens;
     Token m_token;
     int m_index;
@@ -391,9 +396,8 @@ bool Scanner::scanInstances(Instantiation *instantiation)
     while (m_token.kind == Token::Identifier) {
         instantiation->instances.append(toBytes(m_token.text));
         advance();
-        instantiation->array |= m_token.is('[');
-        while (m_token.is('['))
-            skipGroup();
+        if (m_token.is('['))
+            instantiation->ranges.append(skipRanges());
         if (m_token.is('(')) {
             const Connections pins = scanConnections();
             instantiation->pins += pins.named;
@@ -532,6 +536,17 @@ void Scanner::skipGroup()
         }
         advance();
     }
+}
+
+/// At the first of some groups in brackets.
+TextRange Scanner::skipRanges()
+{
+    TextRange result;
+    result.begin = position();
+    while (m_token.is('['))
+        skipGroup();
+    result.end = position();
+    return result;
 }
 
 void Scanner::skipToSemicolon()

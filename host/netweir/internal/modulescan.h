@@ -13,6 +13,13 @@
 namespace NETWEIR {
 namespace Internal {
 
+/// Part of a text: the bytes from @p begin up to @p end, in a whole number of tokens.
+struct TextRange
+{
+    int begin = 0;
+    int end = 0;
+};
+
 /// One instantiation statement: any number of instances of one module.
 struct Instantiation
 {
@@ -22,7 +29,7 @@ struct Instantiation
     QByteArrayList instances;  ///< Their names.
     QByteArrayList parameters; ///< Those set by name.
     QByteArrayList pins;       ///< Those connected by name, in any of the instances.
-    bool array = false;        ///< One of the instances is an array.
+    QVector<TextRange> ranges; ///< Those of arrays of instances, brackets included.
     int positionalParameters = 0;
     int positionalPins = 0;
     /// Within a generate block that may be left out.

@@ -11,6 +11,10 @@ namespace Internal {
 
 namespace {
 
+/// Whatever is wider and composed of parts loses the uppermost. Each constant on a pin costs the
+/// elaborator as many bits.
+const char PinRange[] = "[8191:0]";
+
 /// Escaped, as the name may be a keyword in another version of the language.
 QByteArray escaped(const QByteArray &name)
 {
@@ -59,11 +63,11 @@ void Stubs::add(const Instantiation &instantiation)
         stub.parameters.add(parameter);
     for (const QByteArray &pin : instantiation.pins)
         stub.pins.add(pin);
-    stub.array |= instantiation.array;
     stub.parameters.positional =
         qMax(stub.parameters.positional, instantiation.positionalParameters);
     stub.pins.positional = qMax(stub.pins.positional, instantiation.positionalPins);
     m_instantiations.append(instantiation);
+    m_ranges[instantiation.first.text] += instantiation.ranges;
 }
 
 /// A defparam names an instance, which may be anywhere in the design: every unknown module with an
@@ -102,11 +106,23 @@ QByteArray Stubs::text() const
             parameters.append("parameter " + escaped(parameter) + "= 0");
         QByteArrayList pins;
         for (const QByteArray &pin : filledUp(stub.pins.names, stub.pins.positional, "pin_"))
-            pins.append((stub.array ? "input " : "input [1023:0] ") + escaped(pin));
+            pins.append(QByteArray("input ") + PinRange + ' ' + escaped(pin));
         result += "module " + escaped(name);
         if (!parameters.isEmpty())
             result += "#(" + parameters.join(", ") + ") ";
         result += '(' + pins.join(", ") + ");\nendmodule\n";
+    }
+    return result;
+}
+
+QByteArray Stubs::withoutArrays(int index, const QByteArray &text) const
+{
+    QByteArray result = text;
+    const QVector<TextRange> ranges = m_ranges.value(index);
+    for (const TextRange &range : ranges) {
+        std::replace_if(
+            result.begin() + range.begin, result.begin() + range.end,
+            [](char c) { return c != '\n'; }, ' ');
     }
     return result;
 }

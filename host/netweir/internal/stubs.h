@@ -17,8 +17,9 @@ namespace Internal {
 ///
 /// The device's primitives have their real interface. Of every other module nothing is known but
 /// how it is used: each pin becomes an input, each parameter gets the default 0. The inputs are
-/// vectors, wide enough that the elaborator keeps all of what is connected; where the module is
-/// used in an array of instances they are single, as the widths have to match there.
+/// vectors, wide enough that the elaborator keeps all of what is connected. In an array of
+/// instances the widths would have to match: there a single instance stands in for the array, which
+/// is connected to the same nets.
 class NETWEIR_EXPORT Stubs
 {
 public:
@@ -29,6 +30,10 @@ public:
 
     /// Verilog text of all of them, unknown modules in the order of their first use.
     QByteArray text() const;
+
+    /// The text number @p index of the design with single instances in place of arrays of unknown
+    /// modules. Everything else stays where it was.
+    QByteArray withoutArrays(int index, const QByteArray &text) const;
 
     const QSet<QString> &unknownModules() const { return m_unknown; }
     const QSet<QString> &primitiveModules() const { return m_primitives; }
@@ -52,7 +57,6 @@ private:
     {
         NameList parameters;
         NameList pins;
-        bool array = false;
     };
 
     void add(const Instantiation &instantiation);
@@ -61,6 +65,7 @@ private:
     QVector<Instantiation> m_instantiations; ///< Without those of primitives.
     QByteArrayList m_order;
     QHash<QByteArray, Stub> m_stubs;
+    QHash<int, QVector<TextRange>> m_ranges; ///< Of arrays of unknown modules, by text.
     QSet<QString> m_unknown;
     QSet<QString> m_primitives;
 };

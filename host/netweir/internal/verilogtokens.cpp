@@ -259,6 +259,7 @@ Token VerilogTokens::next()
             skipDirective();
     }
     Token token;
+    token.place = m_at;
     token.line = m_line;
     if (atEnd())
         return token;

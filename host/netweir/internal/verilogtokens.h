@@ -72,8 +72,9 @@ struct Token
 
     Kind kind = EndOfText;
     Keyword keyword = Keyword::None;
-    char punctuation = 0;  ///< 'c' stands for the two colons of a scope.
-    std::string_view text; ///< Of an escaped identifier without the backslash.
+    char punctuation = 0;        ///< 'c' stands for the two colons of a scope.
+    std::string_view text;       ///< Of an escaped identifier without the backslash.
+    const char *place = nullptr; ///< Its first character in the scanned text.
     int line = 0;
 
     bool is(char character) const { return kind == Punctuation && punctuation == character; }

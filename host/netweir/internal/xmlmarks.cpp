@@ -25,6 +25,17 @@ bool isSelectionOfParts(pugi::xml_node expression)
     return is(expression, "concat");
 }
 
+/// What a user connected to a pin, without what fits it to the width of the pin. A selection that
+/// the elaborator adds stands where its operand does, one of a user's at its bracket or dot.
+pugi::xml_node connectedPart(pugi::xml_node expression)
+{
+    while (is(expression, "extend") || is(expression, "extends") ||
+           (is(expression, "sel") &&
+            attribute(expression, "loc") == attribute(expression.first_child(), "loc")))
+        expression = expression.first_child();
+    return expression;
+}
+
 void markBits(const BitRange &range, Mark mark, std::vector<quint8> *marks)
 {
     const qint64 end = std::min(range.end, qint64(marks->size()));
@@ -127,8 +138,9 @@ void MarkReader::readPin(int item, const pugi::xml_node &pin)
     const Definition *inner = instance.definition;
     const Occurrence expression{pin.first_child(), instance.scope};
     if (!inner || inner->role == Definition::Role::Stub) {
-        if (isConnectable(expression))
-            markWrites(expression);
+        const Occurrence connected{connectedPart(expression.node), expression.scope};
+        if (isConnectable(connected))
+            markWrites(connected);
         return;
     }
     const int port = inner->portOfPin(attribute(pin, "name"));
