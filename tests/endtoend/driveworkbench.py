@@ -19,7 +19,7 @@ import tempfile
 import time
 from pathlib import Path
 
-PATIENCE = 60  # seconds that a machine under load may take for one step
+PATIENCE = 120  # seconds that a machine under load may take for one step
 HIGHLIGHT = (48, 140, 198)  # of the selected item, in the style's own palette
 
 
@@ -336,6 +336,16 @@ def start_x_server():
     return server
 
 
+def start_window_manager():
+    """Windows that it finds at its start it moves: it has to be there before the first one."""
+    manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
+    asks = ["xdotool", "get_num_desktops"]
+    wait_for(
+        "a window manager", lambda: subprocess.run(asks, capture_output=True).returncode == 0
+    )
+    return manager
+
+
 def main(program, example, shots):
     shots = Path(shots)
     shots.mkdir(parents=True, exist_ok=True)
@@ -351,7 +361,7 @@ def main(program, example, shots):
         shutil.copytree(example, folder)
         log = Path(scratch) / "log"
         try:
-            processes.append(subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL))
+            processes.append(start_window_manager())
             workbench = Workbench(
                 program, folder / f"{folder.name}.json", folder / f"{folder.name}.tarn", log
             )
@@ -359,7 +369,9 @@ def main(program, example, shots):
             Drive(screen, workbench, folder).run()
         except Failure as failure:
             screen.shoot("failure")
-            print(f"FAILED: {failure}\n\nThe workbench wrote:\n{log.read_text(errors='replace')}")
+            print(f"FAILED: {failure}; screenshots in {shots}")
+            if log.exists():
+                print(f"The workbench wrote:\n{log.read_text(errors='replace')}")
             return 1
         finally:
             for process in reversed(processes):
