@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designfixture.h"
 
+#include <netweir/internal/designsources.h>
+#include <netweir/internal/toolprocess.h>
+
 #include <support/testcase.h>
 
 #include <QApplication>
@@ -9,6 +12,7 @@
 #include <QProgressDialog>
 #include <QtTest>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace NETWEIR;
@@ -64,6 +68,8 @@ private Q_SLOTS:
     void refusesFilesTheToolCannotRead();
     void readsUnknownModules_data();
     void readsUnknownModules();
+    void learnsMissingPinsFromTheTool_data();
+    void learnsMissingPinsFromTheTool();
     void seesTheJtagPrimitive_data();
     void seesTheJtagPrimitive();
     void takesRecursionThatEnds();
@@ -88,6 +94,8 @@ private Q_SLOTS:
     void reportsAToolThat_data();
     void reportsAToolThat();
     void reportsAMissingTool();
+    void limitsMemoryAndStackOfTheTool();
+    void timesOutAfterTwoMinutesByDefault();
     void neverMentionsItsFolder();
 
 private:
@@ -453,6 +461,51 @@ void TestExtraction::readsUnknownModules()
     QVERIFY(design.netlist->findNet(QStringLiteral("top/b[3]")));
     // They are no nodes of the design.
     QVERIFY(design.netlist->top()->children().isEmpty());
+}
+
+void TestExtraction::learnsMissingPinsFromTheTool_data()
+{
+    QTest::addColumn<QByteArray>("missing"); // Messages of the tool beside that of pin b.
+    QTest::addColumn<QByteArray>("needed");  // What the stubs of the second run have to hold.
+    QTest::addColumn<QString>("error");
+    const QByteArray all("echo \"%Error-PINNOTFOUND: text0.v:3:1: Pin not found: 'c'\" >&2\n"
+                         "echo \"%Error: text0.v:2:7: Parameter pin not found: 'P'\" >&2\n");
+    QTest::newRow("one") << QByteArray() << QByteArray("input.*b ") << QString();
+    QTest::newRow("all of them at once")
+        << all << QByteArray("parameter.*P .*input.*b .*input.*c ") << QString();
+    QTest::newRow("once only") << QByteArray() << QByteArray("input.*d ")
+                               << QStringLiteral("ERROR: top.v:2:9: Pin not found: 'd'");
+}
+
+/// Those that the scan does not see. The first run misses them, the second is the last.
+void TestExtraction::learnsMissingPinsFromTheTool()
+{
+    QFETCH(QByteArray, missing);
+    QFETCH(QByteArray, needed);
+    QFETCH(QString, error);
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; wire w;\nU u(\n.a(w));\nendmodule\n");
+    const QByteArray tool =
+        QStandardPaths::findExecutable(QStringLiteral("verilator_bin")).toLocal8Bit();
+    qputenv("TARN_VERILATOR",
+            fakeTool("[ \"$1\" = -E ] || {\n"
+                     "if ! grep -q 'input.*b ' stubs.v; then\n"
+                     "echo \"%Error-PINNOTFOUND: text0.v:2:8: Pin not found: 'b'\" >&2\n" +
+                     missing +
+                     "exit 1\n"
+                     "elif ! grep -q '" +
+                     needed +
+                     "' stubs.v; then\n"
+                     "echo \"%Error-PINNOTFOUND: text0.v:2:9: Pin not found: 'd'\" >&2\n"
+                     "exit 1\n"
+                     "fi }\n"
+                     "exec " +
+                     tool + " \"$@\"\n")
+                .toLocal8Bit());
+    design.findModules();
+    QCOMPARE(design.firstError(), error);
+    QCOMPARE(bool(design.buildNetlist()), error.isEmpty());
+    QCOMPARE(design.netMessages.filter(QStringLiteral("ERROR")).isEmpty(), error.isEmpty());
 }
 
 void TestExtraction::seesTheJtagPrimitive_data()
@@ -907,6 +960,38 @@ void TestExtraction::reportsAMissingTool()
     design.findModules();
     QVERIFY2(design.firstError().startsWith(QLatin1String("ERROR: Reading the sources failed: ")),
              qPrintable(design.messages.join(QLatin1Char('\n'))));
+}
+
+void TestExtraction::limitsMemoryAndStackOfTheTool()
+{
+    constexpr rlim_t Stack = 256 * 1024 * 1024;
+    const auto limitOf = [](decltype(RLIMIT_STACK) resource, rlim_t value) {
+        rlimit limit;
+        getrlimit(resource, &limit);
+        return QString::number(qMin(value, limit.rlim_max) / 1024);
+    };
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; endmodule\n");
+    qputenv("TARN_VERILATOR",
+            fakeTool("echo \"%Error: memory $(ulimit -v) kB, stack $(ulimit -s) kB\" >&2\nexit 1\n")
+                .toLocal8Bit());
+    design.findModules();
+    QCOMPARE(design.firstError(),
+             QStringLiteral("ERROR: memory %1 kB, stack %2 kB")
+                 .arg(limitOf(RLIMIT_AS, rlim_t(Internal::ToolProcess::memoryLimit())),
+                      limitOf(RLIMIT_STACK, Stack)));
+}
+
+void TestExtraction::timesOutAfterTwoMinutesByDefault()
+{
+    const auto timeout = [](const QVariant &value) {
+        return Internal::readDesignSources({{QLatin1String(TE::DesignInfo::Timeout), value}})
+            .timeoutSeconds;
+    };
+    QCOMPARE(Internal::readDesignSources({}).timeoutSeconds, 120);
+    QCOMPARE(timeout(0), 120);
+    QCOMPARE(timeout(-1), 120);
+    QCOMPARE(timeout(7), 7);
 }
 
 void TestExtraction::neverMentionsItsFolder()

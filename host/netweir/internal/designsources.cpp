@@ -20,7 +20,6 @@ namespace Internal {
 
 namespace {
 
-constexpr int DefaultTimeout = 120;
 constexpr qint64 LongestLine = 1024 * 1024;
 constexpr qint64 LargestFile = 1024 * 1024 * 1024;
 
@@ -213,7 +212,8 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
     result.macros = value(DesignInfo::Macros).toStringList();
     result.standard = knownStandard(value(DesignInfo::Standard).toString());
     const int timeout = value(DesignInfo::Timeout).toInt();
-    result.timeoutSeconds = timeout > 0 ? timeout : DefaultTimeout;
+    if (timeout > 0)
+        result.timeoutSeconds = timeout;
     return result;
 }
 
