@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include "designfixture.h"
+#include "netlisttext.h"
 
 #include <netweir/internal/designsources.h>
 #include <netweir/internal/toolprocess.h>
@@ -72,7 +73,9 @@ private Q_SLOTS:
     void learnsMissingPinsFromTheTool();
     void seesTheJtagPrimitive_data();
     void seesTheJtagPrimitive();
+    void takesRecursionThatEnds_data();
     void takesRecursionThatEnds();
+    void refusesRecursionOfTheTopThroughOthers();
     void readsAnyPath_data();
     void readsAnyPath();
     void looksForIncludesBesideTheFileFirst();
@@ -266,8 +269,10 @@ void TestExtraction::findsTops()
     QCOMPARE(design.tops.join(QLatin1Char(' ')), tops);
     QCOMPARE(design.modules.join(QLatin1Char(' ')), modules);
     QCOMPARE(design.buildNetlist() != nullptr, built);
-    if (built)
+    if (built) {
         QCOMPARE(design.netlist->top()->instName(), tops);
+        QCOMPARE(design.netlist->top()->moduleName(), tops);
+    }
 }
 
 void TestExtraction::reportsErrors_data()
@@ -309,6 +314,15 @@ void TestExtraction::reportsErrors_data()
         "module top; a u(); endmodule\nmodule a; b u(); endmodule\n"
         "module b; a u(); endmodule\n",
         "ERROR: a.v:2: The instantiation never ends (a -> b -> a).");
+    row("recursion of several that ends",
+        "module top; a u(); endmodule\nmodule a #(parameter N = 2); b #(N) u(); endmodule\n"
+        "module b #(parameter N = 2); generate if (N > 0) a #(N - 1) v(); endgenerate endmodule\n",
+        "ERROR: a.v:2: Recursion through several modules (a -> b -> a) cannot be read. Break the "
+        "circle or make it one module that instantiates itself.");
+    row("recursion of several with one of themselves",
+        "module top; a u(); endmodule\nmodule a; generate if (0) a u(); if (0) b v(); endgenerate"
+        " endmodule\nmodule b; generate if (0) a u(); endgenerate endmodule\n",
+        "ERROR: a.v:2: Recursion through several modules (a -> b -> a) cannot be read.");
     row("unknown interface", "module top(x_if p);\nendmodule\n", "ERROR: a.v:1:");
     row("range error", "module top;\nwire [a:0] b;\nendmodule\n", "ERROR: a.v:2:");
 }
@@ -532,15 +546,75 @@ void TestExtraction::seesTheJtagPrimitive()
     QCOMPARE(design.netlist->usesJtagPrimitive(), uses);
 }
 
+void TestExtraction::takesRecursionThatEnds_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QString>("top");
+    QTest::addColumn<QString>("expected");
+    const QByteArray tree("module tree #(parameter N = 2)(input a, output y); wire t;\n"
+                          "generate if (N == 0) begin assign y = a; end\n"
+                          "else begin : g tree #(N - 1) u(a, t); assign y = t; end\n"
+                          "endgenerate\nendmodule\n");
+    const QString whole = QStringLiteral("tree : tree\n"
+                                         "    a O\n    y O\n    t O\n"
+                                         "    g.u : tree\n"
+                                         "        a O\n        y O\n        t O\n"
+                                         "        g.u : tree\n"
+                                         "            a O\n            y O\n            t .\n");
+    QTest::newRow("below the top")
+        << "module top(input b, output z); tree #(1) u(b, z); endmodule\n" + tree << QString()
+        << QStringLiteral(
+               "top : top\n    b O\n    z O\n"
+               "    u : tree\n        a O\n        y O\n        t O\n"
+               "        g.u : tree\n            a O\n            y O\n            t .\n");
+    QTest::newRow("of the top") << tree << QString() << whole;
+    QTest::newRow("of the chosen top") << tree + "module other; tree u(); endmodule\n"
+                                       << QStringLiteral("tree") << whole;
+    QTest::newRow("without a block")
+        << QByteArray("module a #(parameter N = 2); generate if (N > 0) a #(N - 1) u();"
+                      " endgenerate endmodule\n")
+        << QString() << QStringLiteral("a : a\n    genblk1.u : a\n        genblk1.u : a\n");
+    QTest::newRow("with stubs and the device")
+        << QByteArray("module r #(parameter N = 1)(inout io, output [1:0] q); wire c, d;\n"
+                      "KX_BUFG b(.I(d), .O(c)); none x(.p(q[0]));\n"
+                      "generate if (N > 0) r #(N - 1) u(io); endgenerate\nendmodule\n")
+        << QString()
+        << QStringLiteral("r : r\n    io O\n    c O\n    d .\n    q[1:0] .O\n"
+                          "    genblk1.u : r\n"
+                          "        io O\n        c O\n        d .\n        q[1:0] .O\n");
+    QTest::newRow("of an escaped name")
+        << QByteArray("module \\r.1 #(parameter N = 1); wire w;\n"
+                      "generate if (N > 0) begin : g \\r.1 #(N - 1) u(); end endgenerate\n"
+                      "endmodule\n")
+        << QString() << QStringLiteral("r.1 : r.1\n    w .\n    g.u : r.1\n        w .\n");
+}
+
 void TestExtraction::takesRecursionThatEnds()
 {
+    QFETCH(QByteArray, source);
+    QFETCH(QString, top);
+    QFETCH(QString, expected);
     DesignFixture design;
-    design.add(QStringLiteral("top.v"),
-               "module top(input a); tree #(3) u(a); endmodule\n"
-               "module tree #(parameter N = 1)(input a);\n"
-               "generate if (N > 0) begin : g tree #(N - 1) u(a); end endgenerate\nendmodule\n");
+    design.add(QStringLiteral("top.v"), source);
+    design.set(TE::DesignInfo::Top, top);
     QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
-    QVERIFY(design.netlist->findNet(QStringLiteral("top/u/a")));
+    QCOMPARE(design.messages, QStringList());
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()), expected);
+}
+
+void TestExtraction::refusesRecursionOfTheTopThroughOthers()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"),
+               "module a #(parameter N = 2); b #(N) u(); endmodule\n"
+               "module b #(parameter N = 2); generate if (N > 0) a #(N - 1) v(); endgenerate"
+               " endmodule\n");
+    design.set(TE::DesignInfo::Top, QStringLiteral("a"));
+    design.findModules();
+    QVERIFY2(design.firstError().startsWith(QLatin1String(
+                 "ERROR: a.v:1: Recursion through several modules (a -> b -> a) cannot be read.")),
+             qPrintable(design.firstError()));
+    QVERIFY(!design.buildNetlist());
 }
 
 void TestExtraction::readsAnyPath_data()

@@ -5,6 +5,7 @@
 #include "messages.h"
 #include "preprocessedtext.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace NETWEIR {
@@ -114,7 +115,7 @@ QString DesignModules::circleError(const QStringList &tops) const
         if (isTopKind(m_scan.units[i]))
             starts.append(i);
     }
-    const QVector<int> circle = findCircle(starts, false);
+    const QVector<int> circle = findCircle(starts, Circle::Any);
     if (circle.isEmpty())
         return {};
     return errorMessage(m_text.place(m_scan.units[circle.first()].place),
@@ -126,7 +127,7 @@ QString DesignModules::circleError(const QStringList &tops) const
 QString DesignModules::endlessError(const QString &top) const
 {
     const int start = m_units.value(top.toUtf8(), -1);
-    const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, true);
+    const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, Circle::Endless);
     if (circle.isEmpty())
         return {};
     return errorMessage(m_text.place(m_scan.units[circle.first()].place),
@@ -135,9 +136,32 @@ QString DesignModules::endlessError(const QString &top) const
                             .arg(describeCircle(circle)));
 }
 
+QString DesignModules::mutualError(const QString &top) const
+{
+    const int start = m_units.value(top.toUtf8(), -1);
+    const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, Circle::Mutual);
+    if (circle.isEmpty())
+        return {};
+    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
+                        Text::tr("Recursion through several modules (%1) cannot be read. Break the "
+                                 "circle or make it one module that instantiates itself.")
+                            .arg(describeCircle(circle)));
+}
+
+bool DesignModules::instantiatesItself(const QString &module) const
+{
+    const int index = m_units.value(module.toUtf8(), -1);
+    if (index < 0)
+        return false;
+    const DesignUnit &unit = m_scan.units[index];
+    return std::any_of(
+        unit.instantiations.begin(), unit.instantiations.end(),
+        [&unit](const Instantiation &instantiation) { return instantiation.module == unit.name; });
+}
+
 /// The units of the first circle that can be reached from @p starts, in the order of instantiation;
 /// empty when there is none.
-QVector<int> DesignModules::findCircle(const QVector<int> &starts, bool unconditionalOnly) const
+QVector<int> DesignModules::findCircle(const QVector<int> &starts, Circle kind) const
 {
     enum State : char { New, Open, Done };
     QVector<char> states(m_scan.units.size(), New);
@@ -157,7 +181,8 @@ QVector<int> DesignModules::findCircle(const QVector<int> &starts, bool uncondit
             }
             const Instantiation &edge = instantiations[path.last().second++];
             const int target = m_units.value(edge.module, -1);
-            if (target < 0 || (unconditionalOnly && edge.conditional))
+            if (target < 0 || (kind == Circle::Endless && edge.conditional) ||
+                (kind == Circle::Mutual && target == current))
                 continue;
             if (states[target] == New) {
                 path.append({target, 0});

@@ -40,13 +40,21 @@ public:
     /// A circle below @p top that no condition ends. Null when there is none.
     QString endlessError(const QString &top) const;
 
+    /// A circle of several modules below @p top, whatever ends it: the elaborator takes only
+    /// modules that instantiate themselves. Null when there is none.
+    QString mutualError(const QString &top) const;
+
+    bool instantiatesItself(const QString &module) const;
+
     /// Instantiations of modules that neither sources nor libraries define.
     QVector<Instantiation> unknownInstantiations() const;
 
 private:
+    enum class Circle { Any, Endless, Mutual };
+
     bool isInstantiation(const Instantiation &instantiation) const;
     QSet<QByteArray> instantiatedNames() const;
-    QVector<int> findCircle(const QVector<int> &starts, bool unconditionalOnly) const;
+    QVector<int> findCircle(const QVector<int> &starts, Circle kind) const;
     QString describeCircle(const QVector<int> &circle) const;
     QString placeOf(const DesignUnit &unit) const;
 

@@ -36,6 +36,10 @@ const char XmlFile[] = "design.xml";
 const char TextPrefix[] = "text";
 const char StubFile[] = "stubs.v";
 
+/// Instantiates a top that instantiates itself: the elaborator would drop instances of its top.
+const char WrapperFile[] = "wrapper.v";
+const char WrapperModule[] = "netweir_top";
+
 /// The tool cuts names at blanks and takes several characters for its own.
 bool isPlainName(const QString &name)
 {
@@ -273,22 +277,26 @@ void Extraction::scan(QStringList *messages)
     *messages += modules.duplicateErrors();
     const QString circle = modules.circleError(m_tops);
     const QString endless = m_tops.size() == 1 ? modules.endlessError(m_tops.first()) : QString();
+    const QString mutual = m_tops.size() == 1 ? modules.mutualError(m_tops.first()) : QString();
     if (!circle.isEmpty())
         messages->append(circle);
     if (!endless.isEmpty())
         messages->append(endless);
+    if (endless.isEmpty() && !mutual.isEmpty())
+        messages->append(mutual);
     if (containsError(*messages))
         return;
     m_stubs = std::make_unique<Stubs>(modules.unknownInstantiations(), scan);
     if (m_tops.size() == 1)
-        startElaboration(m_tops.first(), messages);
+        startElaboration(m_tops.first(), modules.instantiatesItself(m_tops.first()), messages);
     else if (!scan.balanced) // Not to be understood: let the elaborator say what is wrong.
-        startElaboration(m_modules.value(0, QStringLiteral("top")), messages);
+        startElaboration(m_modules.value(0, QStringLiteral("top")), false, messages);
 }
 
-void Extraction::startElaboration(const QString &top, QStringList *messages)
+void Extraction::startElaboration(const QString &top, bool wrap, QStringList *messages)
 {
     m_top = top;
+    m_wrapsTop = wrap;
     m_runs = 0;
     m_timed = false;
     if (writeElaboratorInput())
@@ -307,6 +315,11 @@ bool Extraction::writeElaboratorInput()
     for (int i = 0; i < m_files.size() && ok; ++i)
         ok = writeText(root.filePath(textName(m_sources.files[i], i)),
                        m_stubs->withoutArrays(i, m_text->texts()[i]));
+    if (m_wrapsTop && ok) {
+        ok = writeText(root.filePath(QLatin1String(WrapperFile)),
+                       QByteArray("module ") + WrapperModule + "; \\" + m_top.toUtf8() +
+                           " top();\nendmodule\n");
+    }
     return ok;
 }
 
@@ -335,7 +348,7 @@ void Extraction::runElaborator()
         QStringLiteral("--Mdir"),
         QStringLiteral("."),
         QStringLiteral("--top-module"),
-        m_top,
+        m_wrapsTop ? QString(QLatin1String(WrapperModule)) : m_top,
         QStringLiteral("--default-language"),
         m_sources.standard,
         QStringLiteral("+1800-2017ext+sv"),
@@ -345,6 +358,8 @@ void Extraction::runElaborator()
             arguments.append(QStringLiteral("-v"));
         arguments.append(textName(m_sources.files[i], i));
     }
+    if (m_wrapsTop)
+        arguments.append(QLatin1String(WrapperFile));
     if (!m_stubs->isEmpty() && writeText(root.filePath(QLatin1String(StubFile)), m_stubs->text()))
         arguments.append(QLatin1String(StubFile));
 
@@ -466,6 +481,7 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
     progress->setPhase(Text::tr("Building netlist"));
     const QString path = QDir(m_folder->path()).filePath(QLatin1String(XmlFile));
     ReadOptions options;
+    options.topIsWrapped = m_wrapsTop;
     options.unknownModules = m_stubs->unknownModules();
     options.primitiveModules = m_stubs->primitiveModules();
     options.cancelled = &progress->cancelled();

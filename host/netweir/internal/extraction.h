@@ -57,7 +57,7 @@ private:
     bool preprocess(ExtractionProgress *progress, QStringList *messages);
     QStringList preprocessorArguments() const;
     void scan(QStringList *messages);
-    void startElaboration(const QString &top, QStringList *messages);
+    void startElaboration(const QString &top, bool wrap, QStringList *messages);
     bool writeElaboratorInput();
     void runElaborator();
     void elaborate(ExtractionProgress *progress, int limit, QStringList *messages);
@@ -81,6 +81,7 @@ private:
     QStringList m_tops;
     QStringList m_modules;
     QString m_top; ///< Being elaborated.
+    bool m_wrapsTop = false;
     int m_runs = 0;
     bool m_timed = false; ///< The tool looks at delays and events; by default it leaves them out.
     qint64 m_spent = 0;

@@ -19,6 +19,8 @@ namespace Internal {
 /// What the reader has to know of a design beyond the elaborated XML itself.
 struct ReadOptions
 {
+    /// The top of the XML is no part of the design: its only instance is the top module.
+    bool topIsWrapped = false;
     /// Modules without a source, written as stubs: their pins have no known direction, so that
     /// whatever they connect to counts as driven. They are no hierarchy nodes.
     QSet<QString> unknownModules;

@@ -67,6 +67,13 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
         return false;
     }
     linkInstances();
+    if (options.topIsWrapped) {
+        if (m_top->instances.size() != 1 || !m_top->instances.front().definition) {
+            *error = tr("The elaborated design holds no top module.");
+            return false;
+        }
+        m_top = m_top->instances.front().definition;
+    }
     return sortBottomUp(error);
 }
 
