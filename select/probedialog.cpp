@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "probedialog.h"
+
+#include "tarnsignalselectdialog.h"
+#include "ui_probedialog.h"
+
+#include <probes/modaldialog.h>
+#include <probes/signaltree.h>
+#include <probes/treerows.h>
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace TARN {
+
+/// How many single signals fit on one port.
+static constexpr int MaxSignals = 256;
+
+static QString titleOf(ProbeType type)
+{
+    switch (type) {
+    case ProbeTypeIn:
+        return ProbeDialog::tr("Probe In Port");
+    case ProbeTypeOut:
+        return ProbeDialog::tr("Probe Out Port");
+    }
+    return QString();
+}
+
+ProbeDialog::ProbeDialog(ProbeIn *port, NETWEIR::RtlNetlist *netlist, ProbeType type,
+                         QWidget *parent)
+    : QDialog(parent)
+    , ui(std::make_unique<Ui::ProbeDialog>())
+    , m_port(port)
+    , m_netlist(netlist)
+    , m_type(type)
+{
+    ui->setupUi(this);
+    ui->btnRemove->setEnabled(false);
+    ui->treeWidget->setStyleSheet(QStringLiteral("QTreeWidget::item { height: 20px;}"));
+    ui->treeWidget->setTextElideMode(Qt::ElideMiddle);
+    signals2Tree(ui->treeWidget, port->signals, 0);
+    setWindowTitle(titleOf(type));
+    connect(ui->btnAdd, &QAbstractButton::clicked, this, &ProbeDialog::onAdd);
+    connect(ui->btnRemove, &QAbstractButton::clicked, this, &ProbeDialog::onRemove);
+}
+
+ProbeDialog::~ProbeDialog() = default;
+
+void ProbeDialog::setNetlist(NETWEIR::RtlNetlist *netlist)
+{
+    m_netlist = netlist;
+    const auto searches = findChildren<TarnSignalSelectDialog *>();
+    for (TarnSignalSelectDialog *search : searches)
+        search->setNetlist(netlist);
+}
+
+void ProbeDialog::onAdd()
+{
+    const QPointer<ProbeDialog> guard(this);
+    const QList<SignalItem> chosen = TarnSignalSelectDialog::getNetName(m_netlist, m_type, this);
+    if (!guard)
+        return;
+    QList<SignalItem> buses;
+    QList<SignalItem> singles;
+    Grouped(chosen, buses, singles);
+    CheckRepeat(ui->treeWidget, buses, singles);
+    signals2Tree(ui->treeWidget, buses + singles, 0);
+}
+
+void ProbeDialog::onRemove()
+{
+    QList<QTreeWidgetItem *> topLevel;
+    const QList<QTreeWidgetItem *> selected = ui->treeWidget->selectedItems();
+    for (QTreeWidgetItem *row : selected) {
+        if (!row->parent())
+            topLevel.append(row);
+        else if (!row->parent()->isSelected())
+            delete row; // Otherwise it goes with its parent.
+    }
+    removeTopLevelRows(ui->treeWidget, topLevel);
+}
+
+void ProbeDialog::on_treeWidget_itemSelectionChanged()
+{
+    const QList<QTreeWidgetItem *> selected = ui->treeWidget->selectedItems();
+    const bool topLevelOnly =
+        std::none_of(selected.cbegin(), selected.cend(),
+                     [](const QTreeWidgetItem *row) { return row->parent(); });
+    ui->btnRemove->setEnabled(!selected.isEmpty() && topLevelOnly);
+}
+
+void ProbeDialog::accept()
+{
+    QList<SignalItem> chosen;
+    int width = 0;
+    for (int i = 0; i < ui->treeWidget->topLevelItemCount(); ++i) {
+        chosen.append(signalOfRow(ui->treeWidget->topLevelItem(i)));
+        width += chosen.constLast().width();
+    }
+    if (width > MaxSignals) {
+        Message warning;
+        warning.icon = QMessageBox::Warning;
+        warning.title = tr("Warning");
+        warning.text = tr("Support 256 signals at most.");
+        showMessage(this, warning);
+        return;
+    }
+    m_port->signals = chosen;
+    QDialog::accept();
+}
+
+void ProbeDialog::closeWidget()
+{
+    Q_EMIT closeOldSearchDialog();
+    const auto searches = findChildren<TarnSignalSelectDialog *>();
+    for (TarnSignalSelectDialog *search : searches)
+        search->reject();
+    close();
+}
+
+} // namespace TARN

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <model/tarncore.h>
+
+#include <QDialog>
+
+#include <memory>
+
+namespace NETWEIR {
+class RtlNetlist;
+}
+
+namespace TARN {
+
+namespace Ui {
+class ProbeDialog;
+}
+
+/// Edits the signal list of one probe port, most significant signal on top. Owns its form; port
+/// and netlist are guests. The port is changed by accept() only.
+class ProbeDialog final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// @p port, a Probe Out port as well, must live until the dialog is closed or deleted.
+    /// @p netlist may be null.
+    ProbeDialog(ProbeIn *port, NETWEIR::RtlNetlist *netlist, ProbeType type, QWidget *parent);
+    ~ProbeDialog() override;
+
+    /// Uses @p netlist, which may be null, from now on, in a signal select dialog that is open as
+    /// well. To be called before the netlist so far is deleted.
+    void setNetlist(NETWEIR::RtlNetlist *netlist);
+
+Q_SIGNALS:
+    void closeOldSearchDialog();
+
+public Q_SLOTS:
+    void onAdd();
+    void onRemove();
+    void on_treeWidget_itemSelectionChanged();
+    /// Writes the list into the port and closes the dialog; refuses more signals than a port has
+    /// room for and stays open.
+    void accept() override;
+    /// Closes the dialog, and a signal select dialog above it, without writing to the port.
+    void closeWidget();
+
+private:
+    std::unique_ptr<Ui::ProbeDialog> ui;
+    ProbeIn *m_port;
+    NETWEIR::RtlNetlist *m_netlist;
+    ProbeType m_type;
+};
+
+} // namespace TARN

@@ -1,0 +1,357 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tarnsignalselectdialog.h"
+
+#include "rtlnetlisttreeview.h"
+#include "ui_tarnsignalselectdialog.h"
+
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetbus.h>
+#include <netweir/rtlnetlist.h>
+#include <probes/signaltree.h>
+#include <probes/treerows.h>
+
+#include <QApplication>
+#include <QDebug>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QRegExp>
+#include <QSet>
+
+#include <algorithm>
+
+namespace TARN {
+
+namespace {
+
+/// Shows that a search is under way: by the cursor and on the button that started it.
+class Busy
+{
+public:
+    explicit Busy(QWidget *button)
+        : m_button(button)
+    {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        m_button->setEnabled(false);
+    }
+    ~Busy()
+    {
+        m_button->setEnabled(true);
+        QApplication::restoreOverrideCursor();
+    }
+    Q_DISABLE_COPY(Busy)
+
+private:
+    QWidget *m_button;
+};
+
+void setUpList(QTreeWidget *list)
+{
+    list->setHeaderHidden(true);
+    list->setTextElideMode(Qt::ElideMiddle);
+    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+}
+
+/// The signal of a result row. Rows without one, those of a bus's members and of modules, stand
+/// for what they show.
+SignalItem signalOfResult(const QTreeWidgetItem *row)
+{
+    if (row->data(0, Qt::UserRole).canConvert<SignalItem>())
+        return signalOfRow(row);
+    SignalItem item;
+    item.name = row->data(0, Qt::DisplayRole).toString();
+    item.kind = 1;
+    return item;
+}
+
+/// Runs a dialog, which may go away with its parent, and returns what @p result takes from it when
+/// it was accepted.
+template <typename Result>
+Result runDialog(NETWEIR::RtlNetlist *netlist, ProbeType type, QWidget *parent,
+                 Result (TarnSignalSelectDialog::*result)() const)
+{
+    const QPointer<TarnSignalSelectDialog> dialog(
+        new TarnSignalSelectDialog(netlist, type, parent));
+    if (dialog->exec() != QDialog::Accepted || !dialog) {
+        delete dialog;
+        return Result();
+    }
+    const Result chosen = (dialog->*result)();
+    delete dialog;
+    return chosen;
+}
+
+} // namespace
+
+TarnSignalSelectDialog::TarnSignalSelectDialog(NETWEIR::RtlNetlist *netlist, ProbeType type,
+                                               QWidget *parent)
+    : QDialog(parent)
+    , ui(std::make_unique<Ui::TarnSignalSelectDialog>())
+    , m_netlist(netlist)
+    , m_moduleTree(new RtlNetlistTreeView(this))
+    , m_type(type)
+{
+    ui->setupUi(this);
+    ui->radioButtonNormal->setChecked(true);
+    ui->checkBoxAdvancedFilter->setChecked(false);
+    ui->widget_4->setVisible(false);
+    setUpList(ui->treeWidget);
+    setUpList(ui->treeWidgetAddSignal);
+    setUpModuleTree();
+    setUpButtons();
+}
+
+TarnSignalSelectDialog::~TarnSignalSelectDialog() = default;
+
+QList<SignalItem> TarnSignalSelectDialog::getNetName(NETWEIR::RtlNetlist *netlist, ProbeType type,
+                                                     QWidget *parent)
+{
+    return runDialog(netlist, type, parent, &TarnSignalSelectDialog::getSelectedNets);
+}
+
+QString TarnSignalSelectDialog::getOneNetName(NETWEIR::RtlNetlist *netlist, ProbeType type,
+                                              QWidget *parent)
+{
+    return runDialog(netlist, type, parent, &TarnSignalSelectDialog::getOneSelectedNetName);
+}
+
+void TarnSignalSelectDialog::setUpModuleTree()
+{
+    m_moduleTree->setItemsExpandable(false);
+    fillModuleTree();
+    // In this order: a model that is set later would take the view away again.
+    ui->comboBoxSearchIn->setModel(m_moduleTree->model());
+    ui->comboBoxSearchIn->setView(m_moduleTree);
+}
+
+void TarnSignalSelectDialog::fillModuleTree()
+{
+    m_moduleTree->setNetlistData(m_netlist);
+    m_moduleTree->expandAll();
+}
+
+void TarnSignalSelectDialog::setUpButtons()
+{
+    ui->btnAdd->setToolTip(tr("Add"));
+    ui->btnAddAll->setToolTip(tr("Add all"));
+    ui->btnDel->setToolTip(tr("Remove"));
+    ui->btnDelAll->setToolTip(tr("Remove all"));
+    connect(ui->btnAdd, &QAbstractButton::clicked, this, &TarnSignalSelectDialog::onAddSignal);
+    connect(ui->btnAddAll, &QAbstractButton::clicked, this,
+            &TarnSignalSelectDialog::onAddAllSignal);
+    connect(ui->btnDel, &QAbstractButton::clicked, this, &TarnSignalSelectDialog::onDelSignal);
+    connect(ui->btnDelAll, &QAbstractButton::clicked, this,
+            &TarnSignalSelectDialog::onDelAllSignal);
+}
+
+void TarnSignalSelectDialog::setNetlist(NETWEIR::RtlNetlist *netlist)
+{
+    m_netlist = netlist;
+    ui->treeWidget->clear();
+    fillModuleTree();
+}
+
+QList<SignalItem> TarnSignalSelectDialog::getSelectedNets() const
+{
+    QList<SignalItem> items;
+    for (QTreeWidgetItemIterator row(ui->treeWidgetAddSignal); *row; ++row) {
+        const QVariant stored = (*row)->data(0, Qt::UserRole);
+        if (stored.canConvert<SignalItem>())
+            items.append(stored.value<SignalItem>());
+    }
+    return items;
+}
+
+QString TarnSignalSelectDialog::getOneSelectedNetName() const
+{
+    const QList<SignalItem> items = getSelectedNets();
+    if (items.isEmpty())
+        return QString();
+    const SignalItem &first = items.constFirst();
+    if (first.members.isEmpty())
+        return first.name;
+    for (const SignalItem &member : first.members) {
+        if (member.enabled)
+            return member.name;
+    }
+    return QString();
+}
+
+void TarnSignalSelectDialog::on_pushButtonSearch_clicked()
+{
+    const Busy busy(ui->pushButtonSearch);
+    ui->treeWidget->clear();
+    SearchOptions options = searchOptions();
+    if (ui->checkBoxAdvancedFilter->isChecked() && ui->checkBoxHierarchyView->isChecked()) {
+        qDebug().noquote().nospace() << "checked Hierarchy View";
+        if (options.searchIn)
+            setTreeWidget(searchNetsHierarchy(options));
+        return;
+    }
+    QList<NETWEIR::RtlNet *> nets;
+    QList<NETWEIR::RtlNetBus *> buses;
+    searchNets(m_netlist, options, nets, buses);
+    setTreeWidget(nets, buses);
+}
+
+SearchOptions TarnSignalSelectDialog::searchOptions() const
+{
+    SearchOptions options;
+    options.pattern = ui->lineEditName->text();
+    options.caseSensitivity =
+        ui->checkBoxCaseSensitive->isChecked() ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    if (!ui->radioButtonNormal->isChecked()) {
+        options.usePattern = true;
+        options.patternSyntax =
+            ui->radioButtonWildcard->isChecked() ? QRegExp::WildcardUnix : QRegExp::RegExp;
+    }
+    options.useSearchIn = true;
+    options.searchIn = m_netlist ? m_netlist->top() : nullptr;
+    options.includeSubentries = true;
+    if (ui->checkBoxAdvancedFilter->isChecked()) {
+        if (const auto *row = dynamic_cast<RtlTreeItem *>(m_moduleTree->currentItem()))
+            options.searchIn = static_cast<NETWEIR::Hierachy *>(row->object());
+        options.includeSubentries = ui->checkBoxIncludeSubentries->isChecked();
+    }
+    return options;
+}
+
+void TarnSignalSelectDialog::on_checkBoxAdvancedFilter_toggled(bool checked)
+{
+    ui->widget_4->setVisible(checked);
+}
+
+SignalItem TarnSignalSelectDialog::itemOf(const NETWEIR::RtlNet *net, int kind) const
+{
+    SignalItem item;
+    item.name = net->fullPathName();
+    item.enabled =
+        !(m_type == ProbeTypeOut ? net->excludedForProbeOut() : net->excludedForProbeIn());
+    item.kind = kind;
+    return item;
+}
+
+SignalItem TarnSignalSelectDialog::itemOf(const NETWEIR::RtlNetBus *bus) const
+{
+    SignalItem item;
+    item.name = bus->fullBusName();
+    item.enabled =
+        !(m_type == ProbeTypeOut ? bus->excludedForProbeOut() : bus->excludedForProbeIn());
+    item.kind = 1;
+    item.members.reserve(bus->nets().size());
+    // The members carry the bus's kind, which files and shown lists rely on.
+    for (const NETWEIR::RtlNet *net : bus->nets())
+        item.members.append(itemOf(net, 1));
+    return item;
+}
+
+void TarnSignalSelectDialog::setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
+                                           const QList<NETWEIR::RtlNetBus *> &buses)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QList<SignalItem> items;
+    items.reserve(nets.size() + buses.size());
+    if (m_netlist) {
+        for (const NETWEIR::RtlNetBus *bus : buses)
+            items.append(itemOf(bus));
+    }
+    for (const NETWEIR::RtlNet *net : nets)
+        items.append(itemOf(net, 0));
+    signals2Tree(ui->treeWidget, items, 0);
+    qDebug().noquote().nospace() << timer.elapsed() / 1000.0 << "s";
+}
+
+void TarnSignalSelectDialog::setTreeWidget(const ModuleForWidget &module)
+{
+    // Everything below is there before the tree is told of the row: telling it of each module would
+    // cost more than the rows.
+    QTreeWidgetItem *row = newModuleRow(module);
+    for (const ModuleForWidget &subModule : module.subModules)
+        addModuleInWidget(row, subModule);
+    ui->treeWidget->addTopLevelItem(row);
+    row->setExpanded(true);
+}
+
+void TarnSignalSelectDialog::addModuleInWidget(QTreeWidgetItem *parent,
+                                               const ModuleForWidget &module)
+{
+    QTreeWidgetItem *row = newModuleRow(module);
+    for (const ModuleForWidget &subModule : module.subModules)
+        addModuleInWidget(row, subModule);
+    parent->addChild(row);
+}
+
+QTreeWidgetItem *TarnSignalSelectDialog::newModuleRow(const ModuleForWidget &module) const
+{
+    auto *row = new QTreeWidgetItem({module.name});
+    row->setIcon(0, QIcon(QStringLiteral(":/lumoins/image/module.png")));
+    row->setFlags(row->flags() & ~Qt::ItemIsSelectable);
+    for (const NETWEIR::RtlNetBus *bus : module.buses) {
+        QStringList names{bus->BusName()};
+        names.reserve(bus->nets().size() + 1);
+        for (const NETWEIR::RtlNet *net : bus->nets())
+            names.append(net->name());
+        signal2TreeItemForHierarchy(row, itemOf(bus), names, 0);
+    }
+    for (const NETWEIR::RtlNet *net : module.nets)
+        signal2TreeItemForHierarchy(row, itemOf(net, 0), {net->name()}, 0);
+    return row;
+}
+
+void TarnSignalSelectDialog::onAddSignal()
+{
+    const QList<QTreeWidgetItem *> selection = ui->treeWidget->selectedItems();
+    const QSet<QTreeWidgetItem *> selected(selection.cbegin(), selection.cend());
+    QList<SignalItem> items;
+    items.reserve(selection.size());
+    // In the order of the tree, which is not that of the selection.
+    for (QTreeWidgetItemIterator row(ui->treeWidget); *row; ++row) {
+        if (selected.contains(*row))
+            items.append(signalOfResult(*row));
+    }
+    choose(items);
+}
+
+void TarnSignalSelectDialog::onAddAllSignal()
+{
+    QList<SignalItem> items;
+    for (QTreeWidgetItemIterator row(ui->treeWidget); *row; ++row)
+        items.append(signalOfResult(*row));
+    choose(items);
+}
+
+void TarnSignalSelectDialog::choose(const QList<SignalItem> &items)
+{
+    QList<SignalItem> buses;
+    QList<SignalItem> singles;
+    Grouped(items, buses, singles);
+    CheckRepeat(ui->treeWidgetAddSignal, buses, singles);
+    signals2Tree(ui->treeWidgetAddSignal, buses + singles, 0);
+}
+
+void TarnSignalSelectDialog::onDelSignal()
+{
+    QList<QTreeWidgetItem *> rows = ui->treeWidgetAddSignal->selectedItems();
+    rows.erase(std::remove_if(rows.begin(), rows.end(),
+                              [](const QTreeWidgetItem *row) { return row->parent(); }),
+               rows.end());
+    removeTopLevelRows(ui->treeWidgetAddSignal, rows);
+}
+
+void TarnSignalSelectDialog::onDelAllSignal()
+{
+    ui->treeWidgetAddSignal->clear();
+}
+
+void TarnSignalSelectDialog::keyPressEvent(QKeyEvent *event)
+{
+    // Return in the name field is to search, not to end the dialog, so QDialog sees no key at all.
+    if (event->key() == Qt::Key_Return)
+        on_pushButtonSearch_clicked();
+    else
+        event->ignore();
+}
+
+} // namespace TARN

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "netsearch.h"
+
+#include <model/tarncore.h>
+
+#include <QDialog>
+
+#include <memory>
+
+class QTreeWidgetItem;
+
+namespace TARN {
+
+class RtlNetlistTreeView;
+
+namespace Ui {
+class TarnSignalSelectDialog;
+}
+
+/// Searches the netlist by name and collects the nets and buses that the user wants. Owns its form
+/// and the module tree; the netlist is a guest. Rows hold copies of names, never nets.
+class TarnSignalSelectDialog final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// @p netlist may be null; @p type decides which of its nets may be chosen.
+    TarnSignalSelectDialog(NETWEIR::RtlNetlist *netlist, ProbeType type, QWidget *parent);
+    ~TarnSignalSelectDialog() override;
+
+    /// Runs the dialog and returns what was chosen, nothing on Cancel. @p parent, and the dialog
+    /// with it, may go away meanwhile.
+    static QList<SignalItem> getNetName(NETWEIR::RtlNetlist *netlist, ProbeType type,
+                                        QWidget *parent);
+    /// Runs the dialog and returns the full name of the one net chosen, empty on Cancel.
+    static QString getOneNetName(NETWEIR::RtlNetlist *netlist, ProbeType type, QWidget *parent);
+
+    /// Drops the module tree and the results, which come from another netlist, and uses @p netlist,
+    /// which may be null, from now on. To be called before the netlist so far is deleted. What is
+    /// chosen already stays.
+    void setNetlist(NETWEIR::RtlNetlist *netlist);
+
+    /// The chosen signals in the order of the list.
+    QList<SignalItem> getSelectedNets() const;
+    /// The first chosen net, or the first usable member of the bus that comes first.
+    QString getOneSelectedNetName() const;
+
+    /// Shows the results of a flat search, buses first.
+    void setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
+                       const QList<NETWEIR::RtlNetBus *> &buses);
+    /// Shows the results of a hierarchical search.
+    void setTreeWidget(const ModuleForWidget &module);
+    /// Appends a row for @p module, with everything below it, to @p parent.
+    void addModuleInWidget(QTreeWidgetItem *parent, const ModuleForWidget &module);
+
+public Q_SLOTS:
+    void on_pushButtonSearch_clicked();
+    void on_checkBoxAdvancedFilter_toggled(bool checked);
+    void onAddSignal();
+    void onAddAllSignal();
+    void onDelSignal();
+    void onDelAllSignal();
+
+protected:
+    /// Return searches; every other key is ignored: neither Escape nor Enter ends the dialog.
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void setUpModuleTree();
+    void fillModuleTree();
+    void setUpButtons();
+
+    SearchOptions searchOptions() const;
+
+    SignalItem itemOf(const NETWEIR::RtlNet *net, int kind) const;
+    SignalItem itemOf(const NETWEIR::RtlNetBus *bus) const;
+    QTreeWidgetItem *newModuleRow(const ModuleForWidget &module) const;
+    void choose(const QList<SignalItem> &items);
+
+    std::unique_ptr<Ui::TarnSignalSelectDialog> ui;
+    NETWEIR::RtlNetlist *m_netlist;
+    RtlNetlistTreeView *m_moduleTree; ///< Owned by the combo box whose popup it is.
+    ProbeType m_type;
+};
+
+} // namespace TARN
