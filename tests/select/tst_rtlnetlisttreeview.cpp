@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <support/modeltext.h>
+#include <support/testcase.h>
+
+#include <core/projectmanager.h>
+#include <netweir/hierachy.h>
+#include <netweir/netlistbuilder.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetbus.h>
+#include <netweir/rtlnetlist.h>
+#include <select/rtlnetlisttreeview.h>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QTest>
+
+using namespace TARN;
+using TarnTest::modelText;
+
+class RtlNetlistTreeViewTest : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void viewWithoutNetlistIsEmpty();
+    void rowsShowInstancesWithTheirModules();
+    void onlyTheTopRowIsExpanded();
+    void rowsKnowTheirNodes();
+    void newNetlistReplacesTheRows();
+    void netRow();
+    void busRowHoldsMemberRows();
+
+private:
+    std::unique_ptr<NETWEIR::RtlNetlist> m_netlist;
+};
+
+void RtlNetlistTreeViewTest::initTestCase()
+{
+    // The linker drops a library, and with it the icons, of which nothing is used.
+    QVERIFY(!Core::ProjectManager::currentProject());
+
+    NETWEIR::NetlistBuilder builder("top");
+    builder.addNet(builder.top(), "clk");
+    builder.addBus(builder.top(), "data", 1, 0);
+    NETWEIR::Hierachy *core = builder.addHierachy(builder.top(), "u_core", "core");
+    builder.addHierachy(core, "u_b", "leaf");
+    builder.addHierachy(core, "u_a", "leaf");
+    builder.addHierachy(builder.top(), "u_io", "io");
+    m_netlist = builder.take();
+}
+
+void RtlNetlistTreeViewTest::viewWithoutNetlistIsEmpty()
+{
+    RtlNetlistTreeView view;
+    QVERIFY(view.header()->isHidden());
+    QVERIFY(!view.netlistData());
+    QCOMPARE(view.topLevelItemCount(), 0);
+    view.setNetlistData(nullptr);
+    QCOMPARE(view.topLevelItemCount(), 0);
+}
+
+void RtlNetlistTreeViewTest::rowsShowInstancesWithTheirModules()
+{
+    RtlNetlistTreeView view;
+    view.setNetlistData(m_netlist.get());
+    QCOMPARE(view.netlistData(), m_netlist.get());
+    QCOMPARE(modelText(view.model()), QString("top\n"
+                                              "    u_core[core]\n"
+                                              "        u_b[leaf]\n"
+                                              "        u_a[leaf]\n"
+                                              "    u_io[io]\n"));
+}
+
+void RtlNetlistTreeViewTest::onlyTheTopRowIsExpanded()
+{
+    RtlNetlistTreeView view;
+    view.setNetlistData(m_netlist.get());
+    QVERIFY(view.topLevelItem(0)->isExpanded());
+    QVERIFY(!view.topLevelItem(0)->child(0)->isExpanded());
+    view.expandAll();
+    view.updateTree();
+    QVERIFY(!view.topLevelItem(0)->child(0)->isExpanded());
+}
+
+void RtlNetlistTreeViewTest::rowsKnowTheirNodes()
+{
+    RtlNetlistTreeView view;
+    view.setNetlistData(m_netlist.get());
+    const QSize size(16, 16);
+    const QImage icon = QIcon(":/netlist/image/module.png").pixmap(size).toImage();
+    QVERIFY(!icon.isNull());
+    int rows = 0;
+    for (QTreeWidgetItemIterator it(&view); *it; ++it, ++rows) {
+        auto *row = dynamic_cast<RtlTreeItem *>(*it);
+        QVERIFY(row);
+        QCOMPARE(row->type(), 1003);
+        QCOMPARE(row->icon(0).pixmap(size).toImage(), icon);
+        const auto *node = static_cast<NETWEIR::Hierachy *>(row->object());
+        QCOMPARE(row->text(0).section('[', 0, 0), node->instName());
+    }
+    QCOMPARE(rows, 5);
+}
+
+void RtlNetlistTreeViewTest::newNetlistReplacesTheRows()
+{
+    RtlNetlistTreeView view;
+    view.setNetlistData(m_netlist.get());
+    const auto other = NETWEIR::NetlistBuilder("alone").take();
+    view.setNetlistData(other.get());
+    QCOMPARE(modelText(view.model()), QString("alone\n"));
+    view.setNetlistData(nullptr);
+    QCOMPARE(view.topLevelItemCount(), 0);
+    QVERIFY(!view.netlistData());
+}
+
+void RtlNetlistTreeViewTest::netRow()
+{
+    RtlNetlistTreeView view;
+    NETWEIR::RtlNet *net = m_netlist->top()->nets().first();
+    const std::unique_ptr<QTreeWidgetItem> row(view.buildNetItem(net));
+    QCOMPARE(row->type(), 1001);
+    QCOMPARE(row->text(0), QString("top/clk"));
+    QVERIFY(row->icon(0).isNull());
+    QCOMPARE(static_cast<RtlTreeItem *>(row.get())->object(), static_cast<void *>(net));
+}
+
+void RtlNetlistTreeViewTest::busRowHoldsMemberRows()
+{
+    RtlNetlistTreeView view;
+    NETWEIR::RtlNetBus *bus = m_netlist->top()->buses().first();
+    const std::unique_ptr<QTreeWidgetItem> row(view.buildNetBusItem(bus));
+    QCOMPARE(row->type(), 1002);
+    QCOMPARE(row->text(0), QString("top/data[1:0]"));
+    QVERIFY(row->icon(0).isNull());
+    QVERIFY(!static_cast<RtlTreeItem *>(row.get())->object());
+    QCOMPARE(row->childCount(), 2);
+    for (int i = 0; i < 2; ++i) {
+        auto *member = static_cast<RtlTreeItem *>(row->child(i));
+        QCOMPARE(member->type(), 1001);
+        QCOMPARE(member->text(0), bus->nets().at(i)->fullPathName());
+        QCOMPARE(member->object(), static_cast<void *>(bus->nets().at(i)));
+    }
+}
+
+TARN_TEST_MAIN(RtlNetlistTreeViewTest)
+
+#include "tst_rtlnetlisttreeview.moc"
