@@ -31,6 +31,7 @@ class Busy
 public:
     explicit Busy(QWidget *button)
         : m_button(button)
+        , m_focused(button->hasFocus())
     {
         QApplication::setOverrideCursor(Qt::WaitCursor);
         m_button->setEnabled(false);
@@ -38,12 +39,15 @@ public:
     ~Busy()
     {
         m_button->setEnabled(true);
+        if (m_focused)
+            m_button->setFocus(); // Disabling moved it on.
         QApplication::restoreOverrideCursor();
     }
     Q_DISABLE_COPY(Busy)
 
 private:
     QWidget *m_button;
+    bool m_focused;
 };
 
 void setUpList(QTreeWidget *list)

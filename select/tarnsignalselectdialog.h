@@ -22,7 +22,7 @@ class TarnSignalSelectDialog;
 
 /// Searches the netlist by name and collects the nets and buses that the user wants. Owns its form
 /// and the module tree; the netlist is a guest. Rows hold copies of names, never nets.
-class TarnSignalSelectDialog final : public QDialog
+class TarnSignalSelectDialog : public QDialog
 {
     Q_OBJECT
 

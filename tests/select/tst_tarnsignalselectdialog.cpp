@@ -1,0 +1,925 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "samplenetlist.h"
+
+#include <support/modalscript.h>
+#include <support/modeltext.h>
+#include <support/testcase.h>
+
+#include <core/projectmanager.h>
+#include <probes/signaltree.h>
+#include <select/rtlnetlisttreeview.h>
+#include <select/tarnsignalselectdialog.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTranslator>
+
+using namespace TARN;
+using TarnTest::ModalScript;
+using TarnTest::modelText;
+
+namespace {
+
+/// Puts the context before every text.
+class ContextTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        return QString("%1|%2").arg(context, text);
+    }
+};
+
+/// The dialog with handles of what the user touches.
+struct Dialog : TarnSignalSelectDialog
+{
+    Dialog(NETWEIR::RtlNetlist *netlist, ProbeType type = ProbeTypeIn)
+        : TarnSignalSelectDialog(netlist, type, nullptr)
+    {
+    }
+
+    template <typename Widget>
+    Widget *widget(const char *name) const
+    {
+        auto *found = findChild<Widget *>(name);
+        if (!found)
+            qFatal("no %s", name);
+        return found;
+    }
+
+    QTreeWidget *results() const { return widget<QTreeWidget>("treeWidget"); }
+    QTreeWidget *chosen() const { return widget<QTreeWidget>("treeWidgetAddSignal"); }
+    QComboBox *searchIn() const { return widget<QComboBox>("comboBoxSearchIn"); }
+    auto *modules() const { return qobject_cast<RtlNetlistTreeView *>(searchIn()->view()); }
+    void check(const char *name, bool on = true) const
+    {
+        widget<QAbstractButton>(name)->setChecked(on);
+    }
+    void click(const char *name) const { widget<QAbstractButton>(name)->click(); }
+
+    QString search(const QString &pattern)
+    {
+        widget<QLineEdit>("lineEditName")->setText(pattern);
+        click("pushButtonSearch");
+        return modelText(results()->model());
+    }
+};
+
+QTreeWidgetItem *rowOf(const QTreeWidget *tree, const QString &text)
+{
+    const QList<QTreeWidgetItem *> rows =
+        tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+    if (rows.isEmpty())
+        qFatal("no row %s", qPrintable(text));
+    return rows.first();
+}
+
+void select(QTreeWidget *tree, const QStringList &texts)
+{
+    tree->clearSelection();
+    for (const QString &text : texts)
+        rowOf(tree, text)->setSelected(true);
+}
+
+/// The fields of an item on one line, its members in brackets.
+QString textOf(const SignalItem &item)
+{
+    QString text = QString("%1 '%2' %3%4 %5")
+                       .arg(item.name, item.displayName)
+                       .arg(item.enabled ? "E" : "-")
+                       .arg(item.usable ? "U" : "-")
+                       .arg(item.kind);
+    for (const SignalItem &member : item.members)
+        text += " (" + textOf(member) + ")";
+    return text;
+}
+
+QStringList textsOf(const QList<SignalItem> &items)
+{
+    QStringList texts;
+    for (const SignalItem &item : items)
+        texts.append(textOf(item));
+    return texts;
+}
+
+SignalItem single(const QString &name)
+{
+    SignalItem item;
+    item.name = name;
+    item.kind = 0;
+    return item;
+}
+
+SignalItem bus(const QString &name, const QList<bool> &enabledMembers)
+{
+    SignalItem item;
+    item.name = name;
+    item.kind = 1;
+    for (int i = 0; i < enabledMembers.size(); ++i) {
+        SignalItem member;
+        member.name = QString("%1[%2]").arg(name).arg(i);
+        member.enabled = enabledMembers.at(i);
+        member.kind = 1;
+        item.members.append(member);
+    }
+    return item;
+}
+
+const char wholeDesign[] = "top/data[1:0]\n"
+                           "    top/data[1]\n"
+                           "    top/data[0]\n"
+                           "top/u0/cnt[1:0]\n"
+                           "    top/u0/cnt[1]\n"
+                           "    top/u0/cnt[0]\n"
+                           "top/clk\n"
+                           "top/rst\n"
+                           "top/u0/clk\n"
+                           "top/u0/gated\n"
+                           "top/u0/deep/flag\n";
+
+const char wholeHierarchy[] = "top\n"
+                              "    data[1:0]\n"
+                              "        data[1]\n"
+                              "        data[0]\n"
+                              "    clk\n"
+                              "    rst\n"
+                              "    core:u0\n"
+                              "        cnt[1:0]\n"
+                              "            cnt[1]\n"
+                              "            cnt[0]\n"
+                              "        clk\n"
+                              "        gated\n"
+                              "        leaf:deep\n"
+                              "            flag\n";
+
+} // namespace
+
+class TarnSignalSelectDialogTest : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void formShowsItsTexts_data();
+    void formShowsItsTexts();
+    void textsAreTranslatedInTheContextOfTheClass();
+    void formHasItsSizesAndIcons();
+    void buttonBoxAcceptsAndRejects();
+    void opensWithoutResultsAndPanel();
+    void searchFieldHasTheFocusOnOpening();
+    void panelFollowsTheAdvancedFilter();
+    void listsElideInTheMiddleAndExtendSelection();
+    void searchInBoxShowsTheHierarchy();
+
+    void searchesTheWholeDesign_data();
+    void searchesTheWholeDesign();
+    void caseMattersWhenAsked();
+    void searchReplacesTheResults();
+    void hiddenPanelHasNoEffect();
+    void searchesInTheCurrentModule_data();
+    void searchesInTheCurrentModule();
+    void foreignRowInTheModuleTreeStandsForTheTop();
+    void flatSearchWritesItsTime();
+    void hierarchyViewShowsModules();
+    void moduleRowsAreExpandedAtTheTopAndNeverChosen();
+    void modulesAreAppendedBelowARow();
+    void nullNetlistYieldsNothing();
+    void searchShowsThatItIsBusy();
+
+    void resultsCarrySignals_data();
+    void resultsCarrySignals();
+    void excludedResultsCannotBeSelected();
+
+    void addTakesTheSelectionInTreeOrder();
+    void addTakesAMemberRowByItsText();
+    void addTakesMemberOfTheHierarchyAsBus();
+    void addDropsMembersThatAreExcluded();
+    void addTwiceKeepsOneCopy();
+    void singleStaysWhenItsBusIsAdded();
+    void addAllTakesGreyAndMemberRows();
+    void addAllTakesModuleRows();
+    void removeTakesSelectedTopLevelRowsOnly();
+    void removeAllClearsTheChosenList();
+
+    void chosenRowsWithoutSignalAreLeftOut();
+    void oneNameIsThatOfTheFirstChoice_data();
+    void oneNameIsThatOfTheFirstChoice();
+
+    void returnSearchesOnce_data();
+    void returnSearchesOnce();
+    void otherKeysDoNothing_data();
+    void otherKeysDoNothing();
+
+    void getNetNameReturnsTheChoice();
+    void getNetNameReturnsNothingOnCancel();
+    void getOneNetNameReturnsTheName();
+    void dialogMayDieWithItsParent();
+    void newNetlistDropsTreeAndResults();
+
+private:
+    std::unique_ptr<NETWEIR::RtlNetlist> m_netlist;
+};
+
+void TarnSignalSelectDialogTest::initTestCase()
+{
+    // The linker drops a library, and with it the icons, of which nothing is used.
+    QVERIFY(!Core::ProjectManager::currentProject());
+    m_netlist = TarnTest::sampleNetlist();
+}
+
+void TarnSignalSelectDialogTest::formShowsItsTexts_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("toolTip");
+    QTest::newRow("pushButtonSearch") << "Search"
+                                      << "";
+    QTest::newRow("radioButtonNormal") << "Normal"
+                                       << "";
+    QTest::newRow("radioButtonWildcard") << "Wildcard"
+                                         << "";
+    QTest::newRow("radioButtonRegularExpression") << "Regular Expression"
+                                                  << "";
+    QTest::newRow("checkBoxCaseSensitive") << "Case Sensitive"
+                                           << "";
+    QTest::newRow("checkBoxAdvancedFilter") << "Advanced Filter"
+                                            << "";
+    QTest::newRow("checkBoxIncludeSubentries") << "Include Subentries"
+                                               << "";
+    QTest::newRow("checkBoxHierarchyView") << "Hierarchy View"
+                                           << "";
+    QTest::newRow("btnAdd") << ">"
+                            << "Add";
+    QTest::newRow("btnAddAll") << ">>"
+                               << "Add all";
+    QTest::newRow("btnDel") << "<"
+                            << "Remove";
+    QTest::newRow("btnDelAll") << "<<"
+                               << "Remove all";
+}
+
+void TarnSignalSelectDialogTest::formShowsItsTexts()
+{
+    const Dialog dialog(m_netlist.get());
+    const auto *button = dialog.widget<QAbstractButton>(QTest::currentDataTag());
+    QTEST(button->text(), "text");
+    QTEST(button->toolTip(), "toolTip");
+    QCOMPARE(dialog.windowTitle(), QString("Search Nets"));
+    QCOMPARE(dialog.objectName(), QString("TARN__TarnSignalSelectDialog"));
+    QCOMPARE(dialog.widget<QLabel>("label_4")->text(), QString("Search In"));
+    QStringList labels;
+    for (const QLabel *label : dialog.findChildren<QLabel *>())
+        labels.append(label->text());
+    QCOMPARE(labels, (QStringList{"Name:", "Search In"}));
+}
+
+void TarnSignalSelectDialogTest::textsAreTranslatedInTheContextOfTheClass()
+{
+    ContextTranslator translator;
+    QVERIFY(QApplication::installTranslator(&translator));
+    const Dialog dialog(m_netlist.get());
+    QApplication::removeTranslator(&translator);
+    const QString context = "TARN::TarnSignalSelectDialog|";
+    QCOMPARE(dialog.windowTitle(), context + "Search Nets");
+    QCOMPARE(dialog.widget<QAbstractButton>("btnAddAll")->toolTip(), context + "Add all");
+}
+
+void TarnSignalSelectDialogTest::formHasItsSizesAndIcons()
+{
+    const Dialog dialog(m_netlist.get());
+    QCOMPARE(dialog.size(), QSize(517, 500));
+    for (const char *name : {"btnAdd", "btnAddAll", "btnDel", "btnDelAll"})
+        QCOMPARE(dialog.widget<QPushButton>(name)->maximumWidth(), 40);
+    QCOMPARE(dialog.widget<QWidget>("line")->minimumWidth(), 15);
+    QVERIFY(dialog.widget<QWidget>("line_2"));
+    QVERIFY(qobject_cast<QGridLayout *>(dialog.widget<QWidget>("widget_4")->layout()));
+    const QSize size(16, 16);
+    QCOMPARE(dialog.widget<QPushButton>("pushButtonSearch")->icon().pixmap(size).toImage(),
+             QIcon(":/netlist/image/magnifier.png").pixmap(size).toImage());
+}
+
+void TarnSignalSelectDialogTest::buttonBoxAcceptsAndRejects()
+{
+    Dialog dialog(m_netlist.get());
+    auto *box = dialog.widget<QDialogButtonBox>("buttonBox");
+    QCOMPARE(box->orientation(), Qt::Horizontal);
+    QCOMPARE(box->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    box->button(QDialogButtonBox::Ok)->click();
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    box->button(QDialogButtonBox::Cancel)->click();
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
+}
+
+void TarnSignalSelectDialogTest::opensWithoutResultsAndPanel()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    QVERIFY(dialog.widget<QRadioButton>("radioButtonNormal")->isChecked());
+    QVERIFY(!dialog.widget<QCheckBox>("checkBoxCaseSensitive")->isChecked());
+    QVERIFY(!dialog.widget<QCheckBox>("checkBoxAdvancedFilter")->isChecked());
+    QVERIFY(!dialog.widget<QWidget>("widget_4")->isVisible());
+    QCOMPARE(dialog.results()->topLevelItemCount(), 0);
+    QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
+}
+
+void TarnSignalSelectDialogTest::searchFieldHasTheFocusOnOpening()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QCOMPARE(QApplication::focusWidget(), dialog.widget<QWidget>("lineEditName"));
+}
+
+void TarnSignalSelectDialogTest::panelFollowsTheAdvancedFilter()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    dialog.click("checkBoxAdvancedFilter");
+    QVERIFY(dialog.widget<QWidget>("widget_4")->isVisible());
+    dialog.click("checkBoxAdvancedFilter");
+    QVERIFY(!dialog.widget<QWidget>("widget_4")->isVisible());
+}
+
+void TarnSignalSelectDialogTest::listsElideInTheMiddleAndExtendSelection()
+{
+    const Dialog dialog(m_netlist.get());
+    for (const QTreeWidget *list : {dialog.results(), dialog.chosen()}) {
+        QVERIFY(list->isHeaderHidden());
+        QCOMPARE(list->textElideMode(), Qt::ElideMiddle);
+        QCOMPARE(list->selectionMode(), QAbstractItemView::ExtendedSelection);
+        QCOMPARE(list->columnCount(), 1);
+    }
+}
+
+void TarnSignalSelectDialogTest::searchInBoxShowsTheHierarchy()
+{
+    const Dialog dialog(m_netlist.get());
+    QVERIFY(dialog.modules());
+    QCOMPARE(dialog.searchIn()->model(), dialog.modules()->model());
+    QCOMPARE(dialog.searchIn()->currentText(), QString("top"));
+    QVERIFY(!dialog.modules()->currentItem());
+    QVERIFY(!dialog.modules()->itemsExpandable());
+    QCOMPARE(modelText(dialog.modules()->model()), QString("top\n"
+                                                           "    u0[core]\n"
+                                                           "        deep[leaf]\n"
+                                                           "    u1[none]\n"));
+    for (QTreeWidgetItemIterator row(dialog.modules(), QTreeWidgetItemIterator::HasChildren); *row;
+         ++row)
+        QVERIFY((*row)->isExpanded());
+}
+
+void TarnSignalSelectDialogTest::searchesTheWholeDesign_data()
+{
+    QTest::addColumn<QByteArray>("mode");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("rows");
+    QTest::newRow("all, buses first") << QByteArray("radioButtonNormal") << "" << wholeDesign;
+    QTest::newRow("normal")
+        << QByteArray("radioButtonNormal") << "U0/C"
+        << "top/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\ntop/u0/clk\n";
+    QTest::newRow("wildcard") << QByteArray("radioButtonWildcard") << "*/clk"
+                              << "top/clk\ntop/u0/clk\n";
+    QTest::newRow("wildcard covers the name") << QByteArray("radioButtonWildcard") << "clk"
+                                              << "";
+    QTest::newRow("expression") << QByteArray("radioButtonRegularExpression") << "top/[a-z]+"
+                                << "top/clk\ntop/rst\n";
+    QTest::newRow("invalid") << QByteArray("radioButtonRegularExpression") << "(clk"
+                             << "";
+}
+
+void TarnSignalSelectDialogTest::searchesTheWholeDesign()
+{
+    QFETCH(QByteArray, mode);
+    QFETCH(QString, pattern);
+    Dialog dialog(m_netlist.get());
+    dialog.check(mode);
+    QTEST(dialog.search(pattern), "rows");
+}
+
+void TarnSignalSelectDialogTest::caseMattersWhenAsked()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxCaseSensitive");
+    QCOMPARE(dialog.search("FLAG"), QString());
+    QCOMPARE(dialog.search("flag"), QString("top/u0/deep/flag\n"));
+}
+
+void TarnSignalSelectDialogTest::searchReplacesTheResults()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("clk");
+    QCOMPARE(dialog.search("rst"), QString("top/rst\n"));
+}
+
+void TarnSignalSelectDialogTest::hiddenPanelHasNoEffect()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxHierarchyView");
+    dialog.check("checkBoxIncludeSubentries", false);
+    dialog.modules()->setCurrentItem(rowOf(dialog.modules(), "deep[leaf]"));
+    QCOMPARE(dialog.search(""), QString(wholeDesign));
+}
+
+void TarnSignalSelectDialogTest::searchesInTheCurrentModule_data()
+{
+    QTest::addColumn<QString>("module");
+    QTest::addColumn<bool>("subentries");
+    QTest::addColumn<QString>("flat");
+    QTest::addColumn<QString>("hierarchy");
+    QTest::newRow("none, all") << QString() << true << wholeDesign << wholeHierarchy;
+    QTest::newRow("none, own") << QString() << false
+                               << "top/data[1:0]\n    top/data[1]\n    top/data[0]\n"
+                                  "top/clk\ntop/rst\n"
+                               << "top\n    data[1:0]\n        data[1]\n        data[0]\n"
+                                  "    clk\n    rst\n";
+    QTest::newRow("deep") << "deep[leaf]" << true << "top/u0/deep/flag\n"
+                          << "leaf:deep\n    flag\n";
+    QTest::newRow("u0, own") << "u0[core]" << false
+                             << "top/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\n"
+                                "top/u0/clk\ntop/u0/gated\n"
+                             << "core:u0\n    cnt[1:0]\n        cnt[1]\n        cnt[0]\n"
+                                "    clk\n    gated\n";
+    QTest::newRow("without nets") << "u1[none]" << true << ""
+                                  << "none:u1\n";
+}
+
+void TarnSignalSelectDialogTest::searchesInTheCurrentModule()
+{
+    QFETCH(QString, module);
+    QFETCH(bool, subentries);
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.check("checkBoxIncludeSubentries", subentries);
+    if (!module.isEmpty())
+        dialog.modules()->setCurrentItem(rowOf(dialog.modules(), module));
+    QTEST(dialog.search(""), "flat");
+    dialog.check("checkBoxHierarchyView");
+    QTEST(dialog.search(""), "hierarchy");
+}
+
+void TarnSignalSelectDialogTest::foreignRowInTheModuleTreeStandsForTheTop()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    auto *foreign = new QTreeWidgetItem({"foreign"}, 1003);
+    dialog.modules()->addTopLevelItem(foreign);
+    dialog.modules()->setCurrentItem(foreign);
+    QCOMPARE(dialog.search("rst"), QString("top/rst\n"));
+}
+
+void TarnSignalSelectDialogTest::flatSearchWritesItsTime()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("");
+    QCOMPARE(debugLines().size(), 1);
+    const QRegularExpression seconds("^[0-9]+(\\.[0-9]{1,3})?s$");
+    QVERIFY2(seconds.match(debugLines().first()).hasMatch(), qPrintable(debugLines().first()));
+}
+
+void TarnSignalSelectDialogTest::hierarchyViewShowsModules()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.check("checkBoxHierarchyView");
+    QCOMPARE(dialog.search(""), QString(wholeHierarchy));
+    QCOMPARE(debugLines(), QStringList{"checked Hierarchy View"});
+    QCOMPARE(dialog.search("flag"),
+             QString("top\n    core:u0\n        leaf:deep\n            flag\n"));
+    QCOMPARE(dialog.search("nothing"), QString("top\n"));
+}
+
+void TarnSignalSelectDialogTest::moduleRowsAreExpandedAtTheTopAndNeverChosen()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.check("checkBoxHierarchyView");
+    dialog.search("");
+    const QSize size(16, 16);
+    const QImage icon = QIcon(":/lumoins/image/module.png").pixmap(size).toImage();
+    for (const char *text : {"top", "core:u0", "leaf:deep"}) {
+        const QTreeWidgetItem *row = rowOf(dialog.results(), text);
+        QCOMPARE(row->icon(0).pixmap(size).toImage(), icon);
+        QCOMPARE(row->type(), 0);
+        QCOMPARE(row->flags(), QTreeWidgetItem().flags() & ~Qt::ItemIsSelectable);
+        QVERIFY(!row->data(0, Qt::UserRole).isValid());
+        QCOMPARE(row->isExpanded(), QString(text) == "top");
+    }
+    QVERIFY(rowOf(dialog.results(), "clk")->icon(0).isNull());
+}
+
+void TarnSignalSelectDialogTest::modulesAreAppendedBelowARow()
+{
+    Dialog dialog(m_netlist.get());
+    ModuleForWidget module;
+    module.name = "core:u0";
+    module.nets = m_netlist->top()->nets();
+    auto *row = new QTreeWidgetItem(dialog.results(), {"parent"});
+    new QTreeWidgetItem(row, {"first"});
+    dialog.addModuleInWidget(row, module);
+    QCOMPARE(modelText(dialog.results()->model()),
+             QString("parent\n    first\n    core:u0\n        clk\n        rst\n"));
+}
+
+void TarnSignalSelectDialogTest::nullNetlistYieldsNothing()
+{
+    Dialog dialog(nullptr);
+    QCOMPARE(dialog.modules()->topLevelItemCount(), 0);
+    QCOMPARE(dialog.search(""), QString());
+    dialog.check("checkBoxAdvancedFilter");
+    QCOMPARE(dialog.search(""), QString());
+    dialog.check("checkBoxHierarchyView");
+    QCOMPARE(dialog.search(""), QString());
+    QVERIFY(!QApplication::overrideCursor());
+    QVERIFY(dialog.widget<QPushButton>("pushButtonSearch")->isEnabled());
+
+    dialog.setTreeWidget(m_netlist->top()->nets(), m_netlist->top()->buses());
+    QCOMPARE(modelText(dialog.results()->model()), QString("top/clk\ntop/rst\n"));
+}
+
+void TarnSignalSelectDialogTest::searchShowsThatItIsBusy()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto *button = dialog.widget<QPushButton>("pushButtonSearch");
+    button->setFocus();
+    int shown = 0;
+    connect(dialog.results()->model(), &QAbstractItemModel::rowsInserted, &dialog, [&] {
+        ++shown;
+        QVERIFY(!button->isEnabled());
+        QVERIFY(QApplication::overrideCursor());
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    });
+    dialog.search("");
+    QVERIFY(shown > 0);
+    QVERIFY(button->isEnabled());
+    QCOMPARE(dialog.focusWidget(), button);
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+void TarnSignalSelectDialogTest::resultsCarrySignals_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("row");
+    QTest::addColumn<QString>("signal");
+    QTest::newRow("bus in") << 0 << "data[1:0]"
+                            << "top/data[1:0] '' -U 1 (top/data[1] '' -U 1) (top/data[0] '' EU 1)";
+    QTest::newRow("bus out") << 1 << "data[1:0]"
+                             << "top/data[1:0] '' EU 1 (top/data[1] '' EU 1) (top/data[0] '' EU 1)";
+    QTest::newRow("other bus out")
+        << 1 << "u0/cnt[1:0]"
+        << "top/u0/cnt[1:0] '' -U 1 (top/u0/cnt[1] '' -U 1) (top/u0/cnt[0] '' -U 1)";
+    QTest::newRow("net in") << 0 << "rst"
+                            << "top/rst '' EU 0";
+    QTest::newRow("net out") << 1 << "rst"
+                             << "top/rst '' -U 0";
+    QTest::newRow("other net in") << 0 << "u0/gated"
+                                  << "top/u0/gated '' -U 0";
+    QTest::newRow("other net out") << 1 << "u0/gated"
+                                   << "top/u0/gated '' EU 0";
+}
+
+void TarnSignalSelectDialogTest::resultsCarrySignals()
+{
+    QFETCH(int, type);
+    QFETCH(QString, row);
+    Dialog dialog(m_netlist.get(), ProbeType(type));
+    dialog.search("");
+    QTEST(textOf(signalOfRow(rowOf(dialog.results(), "top/" + row))), "signal");
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.check("checkBoxHierarchyView");
+    dialog.search("");
+    QTEST(textOf(signalOfRow(rowOf(dialog.results(), row.section('/', -1)))), "signal");
+}
+
+void TarnSignalSelectDialogTest::excludedResultsCannotBeSelected()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("");
+    const QTreeWidgetItem *gated = rowOf(dialog.results(), "top/u0/gated");
+    QVERIFY(!(gated->flags() & Qt::ItemIsSelectable));
+    QCOMPARE(gated->foreground(0).color(), QColor(Qt::gray));
+    dialog.results()->selectAll();
+    dialog.click("btnAdd");
+    QVERIFY(dialog.chosen()->findItems("top/u0/gated", Qt::MatchExactly).isEmpty());
+}
+
+void TarnSignalSelectDialogTest::addTakesTheSelectionInTreeOrder()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("");
+    select(dialog.results(), {"top/u0/clk", "top/clk", "top/u0/cnt[1:0]"});
+    dialog.click("btnAdd");
+    QCOMPARE(
+        modelText(dialog.chosen()->model()),
+        QString("top/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\ntop/clk\ntop/u0/clk\n"));
+    QCOMPARE(modelText(dialog.results()->model()), QString(wholeDesign));
+
+    select(dialog.results(), {"top/rst"});
+    dialog.click("btnAdd");
+    QCOMPARE(textsOf(dialog.getSelectedNets()),
+             (QStringList{"top/u0/cnt[1:0] '' EU 1 (top/u0/cnt[1] '' EU 1) (top/u0/cnt[0] '' EU 1)",
+                          "top/clk '' EU 0", "top/u0/clk '' EU 0", "top/rst '' EU 0"}));
+}
+
+void TarnSignalSelectDialogTest::addTakesAMemberRowByItsText()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("");
+    select(dialog.results(), {"top/clk", "top/u0/cnt[0]"});
+    dialog.click("btnAdd");
+    QCOMPARE(textsOf(dialog.getSelectedNets()),
+             (QStringList{"top/u0/cnt[0] '' EU 1", "top/clk '' EU 0"}));
+}
+
+void TarnSignalSelectDialogTest::addTakesMemberOfTheHierarchyAsBus()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.check("checkBoxHierarchyView");
+    dialog.search("");
+    select(dialog.results(), {"rst", "cnt[0]"});
+    dialog.click("btnAdd");
+    QCOMPARE(textsOf(dialog.getSelectedNets()),
+             (QStringList{"top/u0/cnt[0] '' EU 1", "top/rst '' EU 0"}));
+    QCOMPARE(modelText(dialog.chosen()->model()), QString("top/u0/cnt[0]\ntop/rst\n"));
+}
+
+void TarnSignalSelectDialogTest::addDropsMembersThatAreExcluded()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("data");
+    dialog.click("btnAddAll");
+    QCOMPARE(textsOf(dialog.getSelectedNets()).first(),
+             QString("top/data[1:0] '' -U 1 (top/data[0] '' EU 1)"));
+}
+
+void TarnSignalSelectDialogTest::addTwiceKeepsOneCopy()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("");
+    for (int i = 0; i < 2; ++i) {
+        select(dialog.results(), {"top/u0/cnt[1:0]", "top/clk"});
+        dialog.click("btnAdd");
+    }
+    QCOMPARE(modelText(dialog.chosen()->model()),
+             QString("top/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\ntop/clk\n"));
+}
+
+void TarnSignalSelectDialogTest::singleStaysWhenItsBusIsAdded()
+{
+    Dialog dialog(m_netlist.get());
+    // A single net of kind 0 stays, a member of kind 1 gives way.
+    signals2Tree(dialog.chosen(), {single("top/u0/cnt[1]")}, 0);
+    dialog.search("cnt");
+    select(dialog.results(), {"top/u0/cnt[0]"});
+    dialog.click("btnAdd");
+    QCOMPARE(modelText(dialog.chosen()->model()), QString("top/u0/cnt[1]\ntop/u0/cnt[0]\n"));
+    select(dialog.results(), {"top/u0/cnt[1:0]"});
+    dialog.click("btnAdd");
+    QCOMPARE(modelText(dialog.chosen()->model()),
+             QString("top/u0/cnt[1]\ntop/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\n"));
+}
+
+void TarnSignalSelectDialogTest::addAllTakesGreyAndMemberRows()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("radioButtonRegularExpression");
+    dialog.search(".*(data|gated).*");
+    dialog.click("btnAddAll");
+    QCOMPARE(textsOf(dialog.getSelectedNets()),
+             (QStringList{"top/data[1:0] '' -U 1 (top/data[0] '' EU 1)", "top/data[1] '' EU 1",
+                          "top/data[0] '' EU 1", "top/u0/gated '' -U 0"}));
+}
+
+void TarnSignalSelectDialogTest::addAllTakesModuleRows()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.check("checkBoxHierarchyView");
+    dialog.search("flag");
+    dialog.click("btnAddAll");
+    QCOMPARE(textsOf(dialog.getSelectedNets()),
+             (QStringList{"top '' EU 1", "core:u0 '' EU 1", "leaf:deep '' EU 1",
+                          "top/u0/deep/flag '' EU 0"}));
+}
+
+void TarnSignalSelectDialogTest::removeTakesSelectedTopLevelRowsOnly()
+{
+    Dialog dialog(m_netlist.get());
+    signals2Tree(dialog.chosen(),
+                 {bus("d", {true, true}), single("x"), single("y"), bus("e", {true})}, 0);
+    select(dialog.chosen(), {"d[0]"});
+    dialog.click("btnDel");
+    QCOMPARE(modelText(dialog.chosen()->model()),
+             QString("d\n    d[0]\n    d[1]\nx\ny\ne\n    e[0]\n"));
+    select(dialog.chosen(), {"d", "d[1]", "y", "e[0]"});
+    dialog.click("btnDel");
+    QCOMPARE(modelText(dialog.chosen()->model()), QString("x\ne\n    e[0]\n"));
+    dialog.chosen()->clearSelection();
+    dialog.click("btnDel");
+    QCOMPARE(dialog.chosen()->topLevelItemCount(), 2);
+}
+
+void TarnSignalSelectDialogTest::removeAllClearsTheChosenList()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("");
+    signals2Tree(dialog.chosen(), {bus("d", {true, true}), single("x")}, 0);
+    dialog.click("btnDelAll");
+    QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
+    QCOMPARE(modelText(dialog.results()->model()), QString(wholeDesign));
+}
+
+void TarnSignalSelectDialogTest::chosenRowsWithoutSignalAreLeftOut()
+{
+    Dialog dialog(m_netlist.get());
+    new QTreeWidgetItem(dialog.chosen(), {"plain"});
+    signals2Tree(dialog.chosen(), {bus("d", {true, true}), single("x")}, 0);
+    QCOMPARE(textsOf(dialog.getSelectedNets()),
+             (QStringList{"d '' EU 1 (d[0] '' EU 1) (d[1] '' EU 1)", "x '' EU 0"}));
+}
+
+void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice_data()
+{
+    QTest::addColumn<QList<SignalItem>>("chosen");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("none") << QList<SignalItem>() << "";
+    QTest::newRow("single") << QList<SignalItem>{single("x"), single("y")} << "x";
+    QTest::newRow("bus") << QList<SignalItem>{bus("d", {true, true}), single("y")} << "d[0]";
+    QTest::newRow("bus, first usable") << QList<SignalItem>{bus("d", {false, true})} << "d[1]";
+    QTest::newRow("bus without usable member")
+        << QList<SignalItem>{bus("d", {false, false}), single("y")} << "";
+}
+
+void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice()
+{
+    QFETCH(QList<SignalItem>, chosen);
+    Dialog dialog(m_netlist.get());
+    signals2Tree(dialog.chosen(), chosen, 0);
+    QTEST(dialog.getOneSelectedNetName(), "name");
+}
+
+void TarnSignalSelectDialogTest::returnSearchesOnce_data()
+{
+    QTest::addColumn<QString>("widget");
+    for (const char *name :
+         {"lineEditName", "treeWidget", "treeWidgetAddSignal", "radioButtonNormal",
+          "checkBoxCaseSensitive", "pushButtonSearch", "btnAdd", "btnDelAll"})
+        QTest::newRow(name) << name;
+}
+
+void TarnSignalSelectDialogTest::returnSearchesOnce()
+{
+    QFETCH(QString, widget);
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    dialog.search("");
+    signals2Tree(dialog.chosen(), {single("x")}, 0);
+    dialog.results()->setCurrentItem(dialog.results()->topLevelItem(0));
+    dialog.chosen()->setCurrentItem(dialog.chosen()->topLevelItem(0));
+    clearDebugLines();
+    auto *focused = dialog.findChild<QWidget *>(widget);
+    focused->setFocus();
+    QTest::keyClick(focused, Qt::Key_Return);
+    QCOMPARE(debugLines().size(), 1);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(modelText(dialog.results()->model()), QString(wholeDesign));
+    QCOMPARE(modelText(dialog.chosen()->model()), QString("x\n"));
+    QVERIFY(!QApplication::overrideCursor());
+    QCOMPARE(dialog.focusWidget(), focused);
+}
+
+void TarnSignalSelectDialogTest::otherKeysDoNothing_data()
+{
+    QTest::addColumn<QString>("widget");
+    QTest::addColumn<int>("key");
+    for (const char *name : {"lineEditName", "treeWidget", "pushButtonSearch", "btnAddAll"}) {
+        QTest::addRow("%s Enter", name) << name << int(Qt::Key_Enter);
+        QTest::addRow("%s Escape", name) << name << int(Qt::Key_Escape);
+    }
+}
+
+void TarnSignalSelectDialogTest::otherKeysDoNothing()
+{
+    QFETCH(QString, widget);
+    QFETCH(int, key);
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    dialog.search("");
+    dialog.results()->setCurrentItem(dialog.results()->topLevelItem(0));
+    clearDebugLines();
+    auto *focused = dialog.findChild<QWidget *>(widget);
+    focused->setFocus();
+    QTest::keyClick(focused, Qt::Key(key));
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(debugLines(), QStringList());
+    QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
+}
+
+void TarnSignalSelectDialogTest::getNetNameReturnsTheChoice()
+{
+    QWidget parent;
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *dialog) {
+        QCOMPARE(dialog->parentWidget(), &parent);
+        dialog->findChild<QAbstractButton *>("pushButtonSearch")->click();
+        select(dialog->findChild<QTreeWidget *>("treeWidget"), {"top/clk", "top/u0/gated"});
+        dialog->findChild<QAbstractButton *>("btnAdd")->click();
+        dialog->accept();
+    });
+    const QList<SignalItem> chosen =
+        TarnSignalSelectDialog::getNetName(m_netlist.get(), ProbeTypeOut, &parent);
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(textsOf(chosen), (QStringList{"top/clk '' EU 0", "top/u0/gated '' EU 0"}));
+    QVERIFY(parent.findChildren<QDialog *>().isEmpty());
+}
+
+void TarnSignalSelectDialogTest::getNetNameReturnsNothingOnCancel()
+{
+    ModalScript script;
+    for (int i = 0; i < 2; ++i) {
+        script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *dialog) {
+            signals2Tree(dialog->findChild<QTreeWidget *>("treeWidgetAddSignal"), {single("x")}, 0);
+            dialog->reject();
+        });
+    }
+    QVERIFY(TarnSignalSelectDialog::getNetName(m_netlist.get(), ProbeTypeIn, nullptr).isEmpty());
+    QCOMPARE(TarnSignalSelectDialog::getOneNetName(m_netlist.get(), ProbeTypeIn, nullptr),
+             QString());
+    QCOMPARE(script.problems(), QString());
+}
+
+void TarnSignalSelectDialogTest::getOneNetNameReturnsTheName()
+{
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *dialog) {
+        signals2Tree(dialog->findChild<QTreeWidget *>("treeWidgetAddSignal"),
+                     {bus("d", {false, true}), single("x")}, 0);
+        dialog->accept();
+    });
+    QCOMPARE(TarnSignalSelectDialog::getOneNetName(m_netlist.get(), ProbeTypeIn, nullptr),
+             QString("d[1]"));
+    QCOMPARE(script.problems(), QString());
+}
+
+void TarnSignalSelectDialogTest::dialogMayDieWithItsParent()
+{
+    ModalScript script;
+    QPointer<QWidget> parent;
+    for (int i = 0; i < 2; ++i) {
+        script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                            [&](QDialog *) { delete parent; });
+    }
+    parent = new QWidget;
+    QVERIFY(TarnSignalSelectDialog::getNetName(m_netlist.get(), ProbeTypeIn, parent).isEmpty());
+    parent = new QWidget;
+    QCOMPARE(TarnSignalSelectDialog::getOneNetName(m_netlist.get(), ProbeTypeIn, parent),
+             QString());
+    QCOMPARE(script.problems(), QString());
+}
+
+void TarnSignalSelectDialogTest::newNetlistDropsTreeAndResults()
+{
+    auto first = TarnTest::sampleNetlist();
+    Dialog dialog(first.get());
+    dialog.show();
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.modules()->setCurrentItem(rowOf(dialog.modules(), "deep[leaf]"));
+    dialog.search("");
+    dialog.click("btnAddAll");
+
+    NETWEIR::NetlistBuilder builder("other");
+    builder.addNet(builder.addHierachy(builder.top(), "u9", "core"), "net");
+    const auto second = builder.take();
+    dialog.setNetlist(second.get());
+    first.reset();
+    QCOMPARE(dialog.results()->topLevelItemCount(), 0);
+    QCOMPARE(modelText(dialog.chosen()->model()), QString("top/u0/deep/flag\n"));
+    QCOMPARE(modelText(dialog.modules()->model()), QString("other\n    u9[core]\n"));
+    QVERIFY(dialog.modules()->topLevelItem(0)->isExpanded());
+    QCOMPARE(dialog.searchIn()->currentText(), QString("other"));
+    QCOMPARE(dialog.search(""), QString("other/u9/net\n"));
+
+    dialog.setNetlist(nullptr);
+    QCOMPARE(dialog.results()->topLevelItemCount(), 0);
+    QCOMPARE(dialog.searchIn()->count(), 0);
+    QCOMPARE(dialog.search(""), QString());
+}
+
+TARN_TEST_MAIN(TarnSignalSelectDialogTest)
+
+#include "tst_tarnsignalselectdialog.moc"
