@@ -77,7 +77,7 @@ void signalTreeWidget::dropEvent(QDropEvent *event)
     const QList<QTreeWidgetItem *> dragged = draggedRows();
     if (target) {
         dropBeside(target, position.y(), dragged);
-        // Anything but a move, and the view would remove what is selected by now.
+        // Not accepted: after an accepted move the view would remove what is selected by then.
         event->setDropAction(Qt::CopyAction);
         removeTopLevelRows(this, dragged);
     } else {

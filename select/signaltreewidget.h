@@ -8,7 +8,7 @@ namespace TARN {
 
 /// List of signals whose top-level rows the user reorders by dragging. Member rows of a bus stay
 /// where they are.
-class signalTreeWidget final : public QTreeWidget
+class signalTreeWidget : public QTreeWidget
 {
     Q_OBJECT
 

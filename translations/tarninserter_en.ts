@@ -83,6 +83,41 @@
     </message>
 </context>
 <context>
+    <name>TARN::ProbeDialog</name>
+    <message>
+        <source>MSB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Signals</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>LSB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Probe In Port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Probe Out Port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support 256 signals at most.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::ProbePortsOptionWidget</name>
     <message>
         <source>Probe In%1</source>
@@ -224,6 +259,85 @@ Do you still want to keep it?</source>
     <name>TARN::TarnOptionWidget</name>
     <message>
         <source>Probe Ports</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::TarnSignalSelectDialog</name>
+    <message>
+        <source>Search Nets</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wildcard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Regular Expression</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Case Sensitive</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Advanced Filter</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Include Subentries</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search In</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Hierarchy View</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&gt;&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;&lt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add all</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove all</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

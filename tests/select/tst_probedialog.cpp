@@ -1,0 +1,572 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "samplenetlist.h"
+
+#include <support/modalscript.h>
+#include <support/modeltext.h>
+#include <support/testcase.h>
+
+#include <core/projectmanager.h>
+#include <probes/signaltree.h>
+#include <select/probedialog.h>
+#include <select/signaltreewidget.h>
+#include <select/tarnsignalselectdialog.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QTranslator>
+
+using namespace TARN;
+using TarnTest::ModalScript;
+using TarnTest::modelText;
+
+namespace {
+
+/// Puts the context before every text.
+class ContextTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        return QString("%1|%2").arg(context, text);
+    }
+};
+
+SignalItem single(const QString &name)
+{
+    SignalItem item;
+    item.name = name;
+    item.kind = 0;
+    return item;
+}
+
+SignalItem bus(const QString &name, int width)
+{
+    SignalItem item;
+    item.name = name;
+    item.kind = 1;
+    for (int i = width - 1; i >= 0; --i) {
+        SignalItem member;
+        member.name = QString("%1[%2]").arg(name).arg(i);
+        member.kind = 1;
+        item.members.append(member);
+    }
+    return item;
+}
+
+QStringList namesOf(const QList<SignalItem> &items)
+{
+    QStringList names;
+    for (const SignalItem &item : items)
+        names.append(item.name);
+    return names;
+}
+
+signalTreeWidget *listOf(const QDialog &dialog)
+{
+    return dialog.findChild<signalTreeWidget *>("treeWidget");
+}
+
+QAbstractButton *buttonOf(const QDialog &dialog, const char *name)
+{
+    return dialog.findChild<QAbstractButton *>(name);
+}
+
+QString rowsOf(const QDialog &dialog)
+{
+    return modelText(listOf(dialog)->model());
+}
+
+QTreeWidgetItem *rowOf(const QTreeWidget *tree, const QString &text)
+{
+    return tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+}
+
+void select(QTreeWidget *tree, const QStringList &texts)
+{
+    tree->clearSelection();
+    for (const QString &text : texts)
+        rowOf(tree, text)->setSelected(true);
+}
+
+/// Chooses all results of a search for @p pattern and accepts.
+void chooseAll(QDialog *dialog, const QString &pattern)
+{
+    dialog->findChild<QLineEdit *>("lineEditName")->setText(pattern);
+    buttonOf(*dialog, "pushButtonSearch")->click();
+    dialog->findChild<QTreeWidget *>("treeWidget")->selectAll();
+    buttonOf(*dialog, "btnAdd")->click();
+    dialog->accept();
+}
+
+} // namespace
+
+class ProbeDialogTest : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void formHasItsTextsSizesAndIcons();
+    void textsAreTranslatedInTheContextOfTheClass();
+    void widgetsAreInOrder();
+    void listIsSetUpForReordering();
+    void titleNamesTheKind_data();
+    void titleNamesTheKind();
+    void opensWithTheSignalsOfThePort();
+    void opensEmptyForAPortWithoutSignals();
+
+    void removeIsEnabledForTopLevelRowsOnly_data();
+    void removeIsEnabledForTopLevelRowsOnly();
+    void removeDeletesTheSelectedRows();
+    void removeCopesWithRowsBelowSelectedOnes();
+    void removeOfManyRowsKeepsTheOrder();
+
+    void addAppendsBusesThenSingles();
+    void addLeavesOutWhatIsThere();
+    void addUsesTheKindOfThePort();
+    void addOfNothingChangesNothing();
+
+    void acceptWritesTheListInOrder();
+    void acceptTakesDefaultItemsOfForeignRows();
+    void acceptRefusesMoreSignalsThanFit_data();
+    void acceptRefusesMoreSignalsThanFit();
+    void refusedDialogMayDieWithItsParent();
+    void cancelLeavesThePortAlone();
+    void closeWidgetClosesWithoutWriting();
+    void closeWidgetClosesTheSearchToo();
+    void newNetlistReachesTheSearch();
+    void newNetlistIsUsedFromThenOn();
+    void dialogMayDieWhileItSearches();
+
+private:
+    std::unique_ptr<NETWEIR::RtlNetlist> m_netlist;
+};
+
+void ProbeDialogTest::initTestCase()
+{
+    // The linker drops a library, and with it the icons, of which nothing is used.
+    QVERIFY(!Core::ProjectManager::currentProject());
+    m_netlist = TarnTest::sampleNetlist();
+}
+
+void ProbeDialogTest::formHasItsTextsSizesAndIcons()
+{
+    ProbeIn port;
+    const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    QCOMPARE(dialog.objectName(), QString("TARN__ProbeDialog"));
+    QCOMPARE(dialog.size(), QSize(410, 461));
+    QCOMPARE(dialog.findChild<QLabel *>("label_6")->text(), QString("MSB"));
+    QCOMPARE(dialog.findChild<QLabel *>("label_7")->text(), QString("LSB"));
+    const QSize size(22, 22);
+    const struct
+    {
+        const char *name;
+        QString text;
+        QString icon;
+    } buttons[] = {{"btnAdd", "Add Signals", ":/lumoins/image/add.png"},
+                   {"btnRemove", "Remove", ":/lumoins/image/delete.png"}};
+    for (const auto &expected : buttons) {
+        const QAbstractButton *button = buttonOf(dialog, expected.name);
+        QCOMPARE(button->text(), expected.text);
+        QCOMPARE(button->toolTip(), expected.text);
+        QCOMPARE(button->iconSize(), size);
+        QCOMPARE(button->icon().pixmap(size).toImage(),
+                 QIcon(expected.icon).pixmap(size).toImage());
+        QVERIFY(!button->icon().pixmap(size).isNull());
+    }
+    const auto *box = dialog.findChild<QDialogButtonBox *>("buttonBox");
+    QCOMPARE(box->orientation(), Qt::Horizontal);
+    QCOMPARE(box->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+}
+
+void ProbeDialogTest::textsAreTranslatedInTheContextOfTheClass()
+{
+    ContextTranslator translator;
+    QVERIFY(QApplication::installTranslator(&translator));
+    ProbeIn port;
+    const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    QApplication::removeTranslator(&translator);
+    const QString context = "TARN::ProbeDialog|";
+    QCOMPARE(dialog.windowTitle(), context + "Probe In Port");
+    QCOMPARE(dialog.findChild<QLabel *>("label_6")->text(), context + "MSB");
+}
+
+void ProbeDialogTest::widgetsAreInOrder()
+{
+    ProbeIn port;
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    dialog.show();
+    int y = -1;
+    for (const char *name : {"label_6", "treeWidget", "btnAdd", "label_7", "buttonBox"}) {
+        const auto *widget = dialog.findChild<QWidget *>(name);
+        QVERIFY2(widget->y() > y, name);
+        y = widget->y();
+    }
+    QCOMPARE(buttonOf(dialog, "btnRemove")->y(), buttonOf(dialog, "btnAdd")->y());
+    QVERIFY(buttonOf(dialog, "btnRemove")->x() > buttonOf(dialog, "btnAdd")->x());
+}
+
+void ProbeDialogTest::listIsSetUpForReordering()
+{
+    ProbeIn port;
+    port.signals = {single("a"), bus("b", 2)};
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    dialog.show();
+    const signalTreeWidget *list = listOf(dialog);
+    QCOMPARE(list->dragDropMode(), QAbstractItemView::InternalMove);
+    QCOMPARE(list->selectionMode(), QAbstractItemView::ExtendedSelection);
+    QCOMPARE(list->textElideMode(), Qt::ElideMiddle);
+    QCOMPARE(list->styleSheet(), QString("QTreeWidget::item { height: 20px;}"));
+    QCOMPARE(list->columnCount(), 1);
+    for (int i = 0; i < 2; ++i)
+        QCOMPARE(list->visualItemRect(list->topLevelItem(i)).height(), 20);
+}
+
+void ProbeDialogTest::titleNamesTheKind_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("in") << 0 << "Probe In Port";
+    QTest::newRow("out") << 1 << "Probe Out Port";
+}
+
+void ProbeDialogTest::titleNamesTheKind()
+{
+    QFETCH(int, type);
+    ProbeIn port;
+    const ProbeDialog dialog(&port, nullptr, ProbeType(type), nullptr);
+    QTEST(dialog.windowTitle(), "title");
+}
+
+void ProbeDialogTest::opensWithTheSignalsOfThePort()
+{
+    ProbeOut port;
+    port.signals = {single("x"), bus("d", 2), single("a")};
+    const ProbeDialog dialog(&port, nullptr, ProbeTypeOut, nullptr);
+    QCOMPARE(rowsOf(dialog), QString("x\nd\n    d[1]\n    d[0]\na\n"));
+    QCOMPARE(listOf(dialog)->topLevelItem(1)->type(), 0);
+    QCOMPARE(signalOfRow(listOf(dialog)->topLevelItem(1)).members.size(), 2);
+    QVERIFY(!buttonOf(dialog, "btnRemove")->isEnabled());
+}
+
+void ProbeDialogTest::opensEmptyForAPortWithoutSignals()
+{
+    ProbeIn port;
+    const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    QCOMPARE(rowsOf(dialog), QString());
+    QVERIFY(!buttonOf(dialog, "btnRemove")->isEnabled());
+    QVERIFY(buttonOf(dialog, "btnAdd")->isEnabled());
+}
+
+void ProbeDialogTest::removeIsEnabledForTopLevelRowsOnly_data()
+{
+    QTest::addColumn<QStringList>("rows");
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("none") << QStringList() << false;
+    QTest::newRow("single") << QStringList{"x"} << true;
+    QTest::newRow("bus and single") << QStringList{"d", "x"} << true;
+    QTest::newRow("member") << QStringList{"d[0]"} << false;
+    QTest::newRow("member and single") << QStringList{"x", "d[0]"} << false;
+    QTest::newRow("member and its bus") << QStringList{"d", "d[0]"} << false;
+}
+
+void ProbeDialogTest::removeIsEnabledForTopLevelRowsOnly()
+{
+    QFETCH(QStringList, rows);
+    ProbeIn port;
+    port.signals = {single("x"), bus("d", 2)};
+    const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    select(listOf(dialog), {"x"});
+    select(listOf(dialog), rows);
+    QTEST(buttonOf(dialog, "btnRemove")->isEnabled(), "enabled");
+}
+
+void ProbeDialogTest::removeDeletesTheSelectedRows()
+{
+    ProbeIn port;
+    port.signals = {single("x"), bus("d", 2), single("y"), bus("e", 1)};
+    const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    select(listOf(dialog), {"x", "d"});
+    buttonOf(dialog, "btnRemove")->click();
+    QCOMPARE(rowsOf(dialog), QString("y\ne\n    e[0]\n"));
+    QCOMPARE(port.signals.size(), 4);
+}
+
+void ProbeDialogTest::removeCopesWithRowsBelowSelectedOnes()
+{
+    ProbeIn port;
+    port.signals = {bus("d", 2), single("y"), bus("e", 2)};
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    select(listOf(dialog), {"d[0]", "d", "d[1]", "e[1]"});
+    dialog.onRemove();
+    QCOMPARE(rowsOf(dialog), QString("y\ne\n    e[0]\n"));
+    dialog.onRemove();
+    QCOMPARE(rowsOf(dialog), QString("y\ne\n    e[0]\n"));
+}
+
+void ProbeDialogTest::removeOfManyRowsKeepsTheOrder()
+{
+    ProbeIn port;
+    QStringList kept;
+    for (int i = 0; i < 200; ++i)
+        port.signals.append(single(QString("n%1").arg(i)));
+    const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    for (int i = 0; i < 200; ++i) {
+        if (i % 2)
+            listOf(dialog)->topLevelItem(i)->setSelected(true);
+        else
+            kept.append(QString("n%1\n").arg(i));
+    }
+    buttonOf(dialog, "btnRemove")->click();
+    QCOMPARE(rowsOf(dialog), kept.join(QString()));
+    QVERIFY(!buttonOf(dialog, "btnRemove")->isEnabled());
+}
+
+void ProbeDialogTest::addAppendsBusesThenSingles()
+{
+    ProbeIn port;
+    port.signals = {single("x")};
+    const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
+        QCOMPARE(search->parentWidget(), &dialog);
+        // The chosen list itself holds the single first.
+        signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"),
+                     {single("z"), bus("d", 2), single("y")}, 0);
+        search->accept();
+    });
+    buttonOf(dialog, "btnAdd")->click();
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(rowsOf(dialog), QString("x\nd\n    d[1]\n    d[0]\nz\ny\n"));
+    QCOMPARE(namesOf(port.signals), QStringList{"x"});
+}
+
+void ProbeDialogTest::addLeavesOutWhatIsThere()
+{
+    ProbeIn port;
+    port.signals = {single("top/clk"), bus("top/u0/cnt[1:0]", 2)};
+    const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                        [](QDialog *search) { chooseAll(search, "c"); });
+    buttonOf(dialog, "btnAdd")->click();
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(rowsOf(dialog), QString("top/clk\ntop/u0/cnt[1:0]\n    top/u0/cnt[1:0][1]\n"
+                                     "    top/u0/cnt[1:0][0]\ntop/u0/clk\n"));
+}
+
+void ProbeDialogTest::addUsesTheKindOfThePort()
+{
+    ProbeOut port;
+    const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeOut, nullptr);
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                        [](QDialog *search) { chooseAll(search, "t"); });
+    buttonOf(dialog, "btnAdd")->click();
+    QCOMPARE(script.problems(), QString());
+    // Without rst and cnt, which Probe Out ports cannot drive.
+    QCOMPARE(rowsOf(dialog), QString("top/data[1:0]\n    top/data[1]\n    top/data[0]\n"
+                                     "top/clk\ntop/u0/clk\ntop/u0/gated\ntop/u0/deep/flag\n"));
+}
+
+void ProbeDialogTest::addOfNothingChangesNothing()
+{
+    ProbeIn port;
+    port.signals = {single("x")};
+    const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *search) {
+        signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"), {single("y")}, 0);
+        search->reject();
+    });
+    buttonOf(dialog, "btnAdd")->click();
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(rowsOf(dialog), QString("x\n"));
+}
+
+void ProbeDialogTest::acceptWritesTheListInOrder()
+{
+    ProbeIn port;
+    port.index = 3;
+    port.signals = {single("x"), bus("d", 2), single("y")};
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    dialog.show();
+    listOf(dialog)->insertTopLevelItem(0, listOf(dialog)->takeTopLevelItem(2));
+    select(listOf(dialog), {"x"});
+    buttonOf(dialog, "btnRemove")->click();
+    dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(namesOf(port.signals), (QStringList{"y", "d"}));
+    QCOMPARE(port.signals.last().members.size(), 2);
+    QCOMPARE(port.signals.last().kind, 1);
+    QCOMPARE(port.index, 3);
+}
+
+void ProbeDialogTest::acceptTakesDefaultItemsOfForeignRows()
+{
+    ProbeIn port;
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    new QTreeWidgetItem(listOf(dialog), {"foreign"});
+    dialog.accept();
+    QCOMPARE(port.signals.size(), 1);
+    QCOMPARE(port.signals.first().name, QString());
+    QCOMPARE(port.signals.first().kind, -1);
+    QVERIFY(port.signals.first().enabled);
+    QVERIFY(port.signals.first().usable);
+    QVERIFY(port.signals.first().members.isEmpty());
+}
+
+void ProbeDialogTest::acceptRefusesMoreSignalsThanFit_data()
+{
+    QTest::addColumn<int>("singles");
+    QTest::addColumn<bool>("fits");
+    QTest::newRow("256") << 56 << true;
+    QTest::newRow("257") << 57 << false;
+}
+
+void ProbeDialogTest::acceptRefusesMoreSignalsThanFit()
+{
+    QFETCH(int, singles);
+    QFETCH(bool, fits);
+    ProbeIn port;
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    QList<SignalItem> items{bus("d", 200)};
+    for (int i = 0; i < singles; ++i)
+        items.append(single(QString("n%1").arg(i)));
+    signals2Tree(listOf(dialog), items, 0);
+    dialog.show();
+    ModalScript script;
+    if (!fits) {
+        script.expectBox({QMessageBox::Warning, "Warning", "Support 256 signals at most.",
+                          QMessageBox::Ok, QString()},
+                         QMessageBox::Ok,
+                         [&](QMessageBox *box) { QCOMPARE(box->parentWidget(), &dialog); });
+    }
+    dialog.accept();
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(dialog.isVisible(), !fits);
+    QCOMPARE(dialog.result() == QDialog::Accepted, fits);
+    QCOMPARE(port.signals.size(), fits ? items.size() : 0);
+    QCOMPARE(listOf(dialog)->topLevelItemCount(), items.size());
+}
+
+void ProbeDialogTest::refusedDialogMayDieWithItsParent()
+{
+    ProbeIn port;
+    port.signals = {bus("d", 257)};
+    QPointer<QWidget> page(new QWidget);
+    auto *dialog = new ProbeDialog(&port, nullptr, ProbeTypeIn, page);
+    ModalScript script;
+    script.expectDialog("QMessageBox", "Warning", [&](QDialog *) { delete page; });
+    dialog->accept();
+    QVERIFY(!page);
+    QCOMPARE(script.problems(), QString());
+}
+
+void ProbeDialogTest::cancelLeavesThePortAlone()
+{
+    ProbeIn port;
+    port.signals = {single("x"), single("y")};
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    dialog.show();
+    select(listOf(dialog), {"x"});
+    buttonOf(dialog, "btnRemove")->click();
+    signals2Tree(listOf(dialog), {single("z")}, 0);
+    dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel)->click();
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(namesOf(port.signals), (QStringList{"x", "y"}));
+}
+
+void ProbeDialogTest::closeWidgetClosesWithoutWriting()
+{
+    ProbeOut port;
+    port.signals = {single("x")};
+    ProbeDialog dialog(&port, nullptr, ProbeTypeOut, nullptr);
+    listOf(dialog)->clear();
+    const QSignalSpy closing(&dialog, &ProbeDialog::closeOldSearchDialog);
+    QTimer::singleShot(0, &dialog, &ProbeDialog::closeWidget);
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+    QCOMPARE(closing.size(), 1);
+    QCOMPARE(namesOf(port.signals), QStringList{"x"});
+}
+
+void ProbeDialogTest::closeWidgetClosesTheSearchToo()
+{
+    ProbeOut port;
+    ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeOut, nullptr);
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
+        signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"), {single("y")}, 0);
+        dialog.closeWidget();
+    });
+    QTimer::singleShot(0, &dialog, &ProbeDialog::onAdd);
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(rowsOf(dialog), QString());
+    QVERIFY(port.signals.isEmpty());
+}
+
+void ProbeDialogTest::newNetlistReachesTheSearch()
+{
+    auto first = TarnTest::sampleNetlist();
+    NETWEIR::NetlistBuilder builder("other");
+    builder.addNet(builder.top(), "net");
+    const auto second = builder.take();
+    ProbeIn port;
+    ProbeDialog dialog(&port, first.get(), ProbeTypeIn, nullptr);
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
+        buttonOf(*search, "pushButtonSearch")->click();
+        dialog.setNetlist(second.get());
+        first.reset();
+        chooseAll(search, QString());
+    });
+    dialog.onAdd();
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(rowsOf(dialog), QString("other/net\n"));
+}
+
+void ProbeDialogTest::newNetlistIsUsedFromThenOn()
+{
+    auto first = TarnTest::sampleNetlist();
+    ProbeIn port;
+    ProbeDialog dialog(&port, first.get(), ProbeTypeIn, nullptr);
+    dialog.setNetlist(nullptr);
+    first.reset();
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                        [](QDialog *search) { chooseAll(search, QString()); });
+    dialog.onAdd();
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(rowsOf(dialog), QString());
+}
+
+void ProbeDialogTest::dialogMayDieWhileItSearches()
+{
+    ProbeIn port;
+    QPointer<QWidget> page(new QWidget);
+    auto *dialog = new ProbeDialog(&port, m_netlist.get(), ProbeTypeIn, page);
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                        [&](QDialog *) { delete page; });
+    dialog->onAdd();
+    QVERIFY(!page);
+    QCOMPARE(script.problems(), QString());
+    QVERIFY(port.signals.isEmpty());
+}
+
+TARN_TEST_MAIN(ProbeDialogTest)
+
+#include "tst_probedialog.moc"
