@@ -71,6 +71,9 @@ private Q_SLOTS:
     void readsUnknownModules();
     void learnsMissingPinsFromTheTool_data();
     void learnsMissingPinsFromTheTool();
+    void takesSwitchesAndAliasesForDrivers_data();
+    void takesSwitchesAndAliasesForDrivers();
+    void ignoresDimensionsOutsideTheDesign();
     void seesTheJtagPrimitive_data();
     void seesTheJtagPrimitive();
     void takesRecursionThatEnds_data();
@@ -323,6 +326,14 @@ void TestExtraction::reportsErrors_data()
         "module top; a u(); endmodule\nmodule a; generate if (0) a u(); if (0) b v(); endgenerate"
         " endmodule\nmodule b; generate if (0) a u(); endgenerate endmodule\n",
         "ERROR: a.v:2: Recursion through several modules (a -> b -> a) cannot be read.");
+    row("two-dimensional array of instances",
+        "module top;\nsub u[3:0](),\n  v[1:0][2]();\nendmodule\nmodule sub; endmodule\n",
+        "ERROR: a.v:3: Arrays of instances of \"sub\" with several dimensions are not supported. "
+        "Use one dimension, or generate loops.");
+    row("two-dimensional array below",
+        "module top; b u(); endmodule\nmodule b;\nsub u[3:0][1:0]();\nendmodule\n"
+        "module sub; endmodule\n",
+        "ERROR: a.v:3: Arrays of instances of \"sub\" with several dimensions");
     row("unknown interface", "module top(x_if p);\nendmodule\n", "ERROR: a.v:1:");
     row("range error", "module top;\nwire [a:0] b;\nendmodule\n", "ERROR: a.v:2:");
 }
@@ -520,6 +531,55 @@ void TestExtraction::learnsMissingPinsFromTheTool()
     QCOMPARE(design.firstError(), error);
     QCOMPARE(bool(design.buildNetlist()), error.isEmpty());
     QCOMPARE(design.netMessages.filter(QStringLiteral("ERROR")).isEmpty(), error.isEmpty());
+}
+
+/// The elaborator leaves them out.
+void TestExtraction::takesSwitchesAndAliasesForDrivers_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("driven");
+    QTest::newRow("none") << QByteArray() << QString();
+    QTest::newRow("switch") << QByteArray("tran t1(pad, w);") << QStringLiteral("w");
+    QTest::newRow("controlled") << QByteArray("tranif1 (x, pad, w);") << QStringLiteral("x");
+    QTest::newRow("resistive") << QByteArray("rtranif0 r(pad, x, w); rtran (w, pad);")
+                               << QStringLiteral("w x");
+    QTest::newRow("bit of a bus") << QByteArray("tran (pad, v[1]);") << QStringLiteral("v[1] v[0]");
+    QTest::newRow("in a scope") << QByteArray("generate if (1) begin : h tran (pad, g.z); end"
+                                              " endgenerate")
+                                << QStringLiteral("g.z");
+    QTest::newRow("alias") << QByteArray("alias w = pad;") << QStringLiteral("w");
+    QTest::newRow("alias of parts")
+        << QByteArray("alias {w, x} = v;") << QStringLiteral("w x v[1] v[0]");
+}
+
+void TestExtraction::takesSwitchesAndAliasesForDrivers()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QString, driven);
+    DesignFixture design;
+    design.add(QStringLiteral("top.sv"), "module top(inout pad); wire w, x; wire [1:0] v;\n"
+                                         "generate if (1) begin : g wire z; end endgenerate\n" +
+                                             body + "\nendmodule\n");
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QStringList found;
+    for (const char *name : {"w", "x", "v[1]", "v[0]", "g.z"}) {
+        const RtlNet *net = design.netlist->findNet(QStringLiteral("top/") + QLatin1String(name));
+        QVERIFY(net);
+        if (net->excludedForProbeOut())
+            found.append(QLatin1String(name));
+    }
+    QCOMPARE(found.join(QLatin1Char(' ')), driven);
+}
+
+void TestExtraction::ignoresDimensionsOutsideTheDesign()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"),
+               "module top; wire w; endmodule\nmodule sub; endmodule\n"
+               "module other; sub u[1:0][1:0](); reg [1:0] m [3:0][1:0]; endmodule\n");
+    design.set(TE::DesignInfo::Top, QStringLiteral("top"));
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QCOMPARE(design.messages, QStringList());
 }
 
 void TestExtraction::seesTheJtagPrimitive_data()

@@ -22,6 +22,8 @@ QByteArray instantiationText(const Instantiation &instantiation)
     if (instantiation.positionalParameters > 0)
         text += '#' + QByteArray::number(instantiation.positionalParameters) + ' ';
     text += instantiation.instances.join(',');
+    if (instantiation.multidimensional.line > 0)
+        text += "[][]";
     if (instantiation.bare)
         return text + " bare";
     text += '(' + instantiation.pins.join(' ') + ')';
@@ -50,6 +52,8 @@ QString scanText(const QByteArray &source, bool systemVerilog = true)
             QByteArray(unit.nested ? "nested " : "") + kinds[unit.kind] + ' ' + unit.name + '\n';
         for (const Instantiation &instantiation : unit.instantiations)
             text += "  " + instantiationText(instantiation) + '\n';
+        if (!unit.tiedNets.isEmpty())
+            text += "  tied " + unit.tiedNets.join(' ') + '\n';
         for (const Defparam &defparam : unit.defparams)
             text += "  defparam " + defparam.instance + ' ' + defparam.parameter + '\n';
     }
@@ -96,7 +100,20 @@ void TestModuleScan::findsInstantiations_data()
     row("stray comma", "s u(.a(x), );", "s u(a)");
     row("several instances", "s u(a), v(.p(b)), w(a, b, c);", "s u,v,w(p)3");
     row("array", "s u[3:0](.a(b));", "s u(a)");
-    row("two-dimensional array", "s u[3:0][1:0](.a(b));", "s u(a)");
+    row("two-dimensional array", "s u[3:0][1:0](.a(b));", "s u[][](a)");
+    row("two-dimensional array of several", "s u[3:0](a), v[2][3](a), w(a);", "s u,v,w[][]()1");
+    row("two-dimensional array by mistake", "s u [3:0] [1:0;", "");
+    row("switch", "tran (a, b);", "tied a b");
+    row("named switches", "rtran t1(a, b[c]), t2 [d:0] ({e, f}, g[h:0]); s u(a);",
+        "s u()1|tied a b e f g");
+    row("controlled switches", "tranif1 #(1, x) (a, b, c); rtranif0 #2 t(d, {e, f}, g & h);",
+        "tied a b d e f");
+    row("switches under conditions",
+        "generate if (P) tran (a, b); else begin tranif0 (c.d, e, f); end s u(a); endgenerate",
+        "s u()1|tied a b c d e");
+    row("damaged switches", "tran (a, (b; s u(a);", "tied a b s u a");
+    row("switch by an escaped name", "tran (\\a/1 , \\b );", "tied a/1 b");
+    row("alias", "alias a = b[c] = {d, e[1:0]} = f.g; s u(a);", "s u()1|tied a b d e f g");
     row("named parameters", "s #(.W(8), .D({1, 2})) u(.a(b));", "s #(W D) u(a)");
     row("positional parameters", "s #(8, (1, 2)) u(a);", "s #2 u()1");
     row("one parameter", "s #8 u(a);", "s #1 u()1");
@@ -383,6 +400,10 @@ void TestModuleScan::takesLinearTime_data()
     row("directives", "module m; ", "`a ");
     row("else", "module m; always ", "if (a) b; else ");
     row("hashes", "module m; a ", "# (");
+    row("switches", "module m; ", "tran (a, b), ");
+    row("terminals", "module m; tran (", "a, {");
+    row("indexes of terminals", "module m; tran (", "a [");
+    row("aliases", "module m; alias a ", "= b [c] ");
     row("defparams", "module m; defparam ", "a.b = c, ");
 }
 

@@ -22,6 +22,7 @@ class tst_NetlistMarks : public TarnTest::TestCase
 private Q_SLOTS:
     void marksFollowTheDesign_data();
     void marksFollowTheDesign();
+    void tiedNetsAreDriven();
     void pinsOfStubsAreDrivers();
     void everythingConnectedToAnUnknownModuleIsDriven();
     void everyWidthOnAnUnknownModuleIsDriven();
@@ -309,8 +310,8 @@ top : top
     line[7:0] OOOOOOOO
 )");
     row("gates and pulls", R"(
-module top(input a, input b); wire n, t, p, q, r; nand (n, a, b); bufif0 (t, a, b); pullup (p);
-  tran (q, r); endmodule)",
+module top(input a, input b); wire n, t, p; nand (n, a, b); bufif0 (t, a, b); pullup (p);
+endmodule)",
         R"(
 top : top
     a O
@@ -318,8 +319,6 @@ top : top
     n O
     t O
     p O
-    q .
-    r .
 )");
     row("outputs of instances, whole and in parts", R"(
 module leaf(input i, output [1:0] o); endmodule
@@ -737,6 +736,46 @@ void tst_NetlistMarks::marksFollowTheDesign()
     const auto netlist = design.read({}, &error);
     QVERIFY2(netlist, qPrintable(error));
     QCOMPARE(TarnTest::netlistText(netlist->top()), expected);
+}
+
+/// What the elaborator leaves out is told by name, and reaches the ports of other instances.
+void tst_NetlistMarks::tiedNetsAreDriven()
+{
+    const TarnTest::Elaboration design(R"(
+module inner(inout p, input i); wire w; tran (p, w); endmodule
+module top(inout pad); wire w, a, b, \x/1 ; wire [3:0] v; tran (pad, w); inner u(a, b);
+  inner u1(v[1], v[0]); generate if (1) begin : g wire w, z; end endgenerate
+  inner u2(w, w); tran (\x/1 , pad); endmodule)");
+    QVERIFY2(design.isOk(), design.log().constData());
+    Internal::ReadOptions options;
+    options.tiedNets[QStringLiteral("top")] = {QStringLiteral("pad"), QStringLiteral("w"),
+                                               QStringLiteral("x/1"), QStringLiteral("none")};
+    options.tiedNets[QStringLiteral("inner")] = {QStringLiteral("p"), QStringLiteral("w")};
+    QString error;
+    const auto netlist = design.read(options, &error);
+    QVERIFY2(netlist, qPrintable(error));
+    QCOMPARE(TarnTest::netlistText(netlist->top()), QStringLiteral(R"(top : top
+    pad O
+    w O
+    a O
+    b .
+    x/1 O
+    g.w O
+    g.z .
+    v[3:0] ..O.
+    u : inner
+        p O
+        i .
+        w O
+    u1 : inner
+        p O
+        i .
+        w O
+    u2 : inner
+        p O
+        i O
+        w O
+)"));
 }
 
 void tst_NetlistMarks::pinsOfStubsAreDrivers()

@@ -148,6 +148,59 @@ QString DesignModules::mutualError(const QString &top) const
                             .arg(describeCircle(circle)));
 }
 
+QStringList DesignModules::dimensionErrors(const QString &top) const
+{
+    QStringList result;
+    const auto collect = [this, &result](const QVector<Instantiation> &instantiations) {
+        for (const Instantiation &instantiation : instantiations) {
+            const bool isNode = m_units.contains(instantiation.module);
+            if (isNode && instantiation.multidimensional.line > 0) {
+                result.append(errorMessage(
+                    m_text.place(instantiation.multidimensional),
+                    Text::tr("Arrays of instances of \"%1\" with several dimensions are not "
+                             "supported. Use one dimension, or generate loops.")
+                        .arg(QString::fromUtf8(instantiation.module))));
+            }
+        }
+    };
+    const QVector<int> reachable = reachableFrom(top);
+    for (const int unit : reachable)
+        collect(m_scan.units[unit].instantiations);
+    collect(m_scan.bindings);
+    return result;
+}
+
+/// Units that @p top instantiates, itself or by way of others, and itself.
+QVector<int> DesignModules::reachableFrom(const QString &top) const
+{
+    QVector<int> result;
+    QSet<int> known;
+    const auto add = [&result, &known](int unit) {
+        if (unit >= 0 && !known.contains(unit)) {
+            known.insert(unit);
+            result.append(unit);
+        }
+    };
+    add(m_units.value(top.toUtf8(), -1));
+    for (const Instantiation &binding : m_scan.bindings)
+        add(m_units.value(binding.module, -1));
+    for (int i = 0; i < result.size(); ++i) {
+        for (const Instantiation &instantiation : m_scan.units[result[i]].instantiations)
+            add(m_units.value(instantiation.module, -1));
+    }
+    return result;
+}
+
+QHash<QString, QSet<QString>> DesignModules::tiedNets() const
+{
+    QHash<QString, QSet<QString>> result;
+    for (const DesignUnit &unit : m_scan.units) {
+        for (const QByteArray &net : unit.tiedNets)
+            result[QString::fromUtf8(unit.name)].insert(QString::fromUtf8(net));
+    }
+    return result;
+}
+
 bool DesignModules::instantiatesItself(const QString &module) const
 {
     const int index = m_units.value(module.toUtf8(), -1);

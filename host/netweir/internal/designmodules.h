@@ -44,6 +44,13 @@ public:
     /// modules that instantiate themselves. Null when there is none.
     QString mutualError(const QString &top) const;
 
+    /// One message for each statement below @p top that makes an array of instances with several
+    /// ranges. The elaborator takes such a one for an array of one dimension.
+    QStringList dimensionErrors(const QString &top) const;
+
+    /// Nets that switches and aliases connect, by module.
+    QHash<QString, QSet<QString>> tiedNets() const;
+
     bool instantiatesItself(const QString &module) const;
 
     /// Instantiations of modules that neither sources nor libraries define.
@@ -52,6 +59,7 @@ public:
 private:
     enum class Circle { Any, Endless, Mutual };
 
+    QVector<int> reachableFrom(const QString &top) const;
     bool isInstantiation(const Instantiation &instantiation) const;
     QSet<QByteArray> instantiatedNames() const;
     QVector<int> findCircle(const QVector<int> &starts, Circle kind) const;

@@ -284,8 +284,11 @@ void Extraction::scan(QStringList *messages)
         messages->append(endless);
     if (endless.isEmpty() && !mutual.isEmpty())
         messages->append(mutual);
+    if (m_tops.size() == 1)
+        *messages += modules.dimensionErrors(m_tops.first());
     if (containsError(*messages))
         return;
+    m_tiedNets = modules.tiedNets();
     m_stubs = std::make_unique<Stubs>(modules.unknownInstantiations(), scan);
     if (m_tops.size() == 1)
         startElaboration(m_tops.first(), modules.instantiatesItself(m_tops.first()), messages);
@@ -484,6 +487,7 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
     options.topIsWrapped = m_wrapsTop;
     options.unknownModules = m_stubs->unknownModules();
     options.primitiveModules = m_stubs->primitiveModules();
+    options.tiedNets = m_tiedNets;
     options.cancelled = &progress->cancelled();
     std::unique_ptr<RtlNetlist> netlist;
     QString error;

@@ -82,6 +82,7 @@ private:
     QStringList m_modules;
     QString m_top; ///< Being elaborated.
     bool m_wrapsTop = false;
+    QHash<QString, QSet<QString>> m_tiedNets; ///< By module.
     int m_runs = 0;
     bool m_timed = false; ///< The tool looks at delays and events; by default it leaves them out.
     qint64 m_spent = 0;

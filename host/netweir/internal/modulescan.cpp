@@ -97,10 +97,13 @@ private:
     void scanBind();
     void scanDefparam();
     Connections scanConnections();
+    void scanSwitches();
+    void scanTerminals();
+    void scanAlias();
 
     void skipAttribute();
     void skipGroup();
-    TextRange skipRanges();
+    void skipRanges(Instantiation *instantiation);
     void skipToSemicolon();
     void skipToSemicolonOrLabel();
     void skipPast(Keyword keyword);
@@ -262,6 +265,14 @@ void Scanner::scanGenerate()
         skipProcess();
         m_branch = false;
         break;
+    case Keyword::Tran:
+        scanSwitches();
+        m_branch = false;
+        break;
+    case Keyword::Alias:
+        scanAlias();
+        m_branch = false;
+        break;
     case Keyword::Defparam:
         scanDefparam();
         m_branch = false;
@@ -397,7 +408,7 @@ bool Scanner::scanInstances(Instantiation *instantiation)
         instantiation->instances.append(toBytes(m_token.text));
         advance();
         if (m_token.is('['))
-            instantiation->ranges.append(skipRanges());
+            skipRanges(instantiation);
         if (m_token.is('(')) {
             const Connections pins = scanConnections();
             instantiation->pins += pins.named;
@@ -502,6 +513,65 @@ void Scanner::scanDefparam()
     skipToSemicolon();
 }
 
+/// tran #DELAY NAME [RANGE] (NET, NET, CONTROL), ... ;
+void Scanner::scanSwitches()
+{
+    do {
+        advance();
+        if (m_token.is('#')) {
+            advance();
+            if (m_token.is('('))
+                skipGroup();
+            else
+                advance();
+        }
+        if (m_token.kind == Token::Identifier)
+            advance();
+        while (m_token.is('['))
+            skipGroup();
+        if (m_token.is('('))
+            scanTerminals();
+    } while (m_token.is(','));
+    skipToSemicolon();
+}
+
+/// At the parenthesis; ends behind the closing one. The first two terminals are the connected ones.
+void Scanner::scanTerminals()
+{
+    int depth = 0;
+    int terminal = 0;
+    do {
+        if (m_token.is('[')) {
+            skipGroup();
+            continue;
+        }
+        if (m_token.is('(') || m_token.is('{'))
+            ++depth;
+        else if (m_token.is(')') || m_token.is('}'))
+            --depth;
+        else if (m_token.is(',') && depth == 1)
+            ++terminal;
+        else if (m_token.kind == Token::Identifier && terminal < 2)
+            unit().tiedNets.append(toBytes(m_token.text));
+        advance();
+    } while (depth > 0 && !atEnd() && !endsUnit(m_token));
+}
+
+/// alias NET = NET = ... ;
+void Scanner::scanAlias()
+{
+    while (!atEnd() && !endsUnit(m_token) && !m_token.is(';')) {
+        if (m_token.is('[')) {
+            skipGroup();
+            continue;
+        }
+        if (m_token.kind == Token::Identifier)
+            unit().tiedNets.append(toBytes(m_token.text));
+        advance();
+    }
+    skipToSemicolon();
+}
+
 /// (* ... *), or a group in parentheses where an item begins.
 void Scanner::skipAttribute()
 {
@@ -539,14 +609,18 @@ void Scanner::skipGroup()
 }
 
 /// At the first of some groups in brackets.
-TextRange Scanner::skipRanges()
+void Scanner::skipRanges(Instantiation *instantiation)
 {
-    TextRange result;
-    result.begin = position();
+    const TextLine place{m_index, m_token.line};
+    TextRange range;
+    range.begin = position();
+    skipGroup();
+    if (m_token.is('['))
+        instantiation->multidimensional = place;
     while (m_token.is('['))
         skipGroup();
-    result.end = position();
-    return result;
+    range.end = position();
+    instantiation->ranges.append(range);
 }
 
 void Scanner::skipToSemicolon()

@@ -30,6 +30,7 @@ struct Instantiation
     QByteArrayList parameters; ///< Those set by name.
     QByteArrayList pins;       ///< Those connected by name, in any of the instances.
     QVector<TextRange> ranges; ///< Those of arrays of instances, brackets included.
+    TextLine multidimensional; ///< Where an array with several ranges is, if there is one.
     int positionalParameters = 0;
     int positionalPins = 0;
     /// Within a generate block that may be left out.
@@ -58,6 +59,9 @@ struct DesignUnit
     bool library = false; ///< Stands in for a missing one only.
     QVector<Instantiation> instantiations;
     QVector<Defparam> defparams;
+    /// Every name in what switches of both directions ("tran" and its relatives) and aliases
+    /// connect.
+    QByteArrayList tiedNets;
 };
 
 /// What a text defines and instantiates, each in the order of the text.

@@ -4,6 +4,7 @@
 
 #include "../netweir_global.h"
 
+#include <QHash>
 #include <QSet>
 #include <QString>
 
@@ -27,6 +28,9 @@ struct ReadOptions
     /// Primitives of the device, whose pins have real directions. They are no hierarchy nodes
     /// either.
     QSet<QString> primitiveModules;
+    /// Names of nets by the source name of their module. They count as driven: switches of both
+    /// directions or aliases, which the XML does not hold, connect them to something.
+    QHash<QString, QSet<QString>> tiedNets;
     /// Reading ends soon after it became true. Null when nobody can cancel.
     const std::atomic<bool> *cancelled = nullptr;
 

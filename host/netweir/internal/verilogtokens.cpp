@@ -20,23 +20,20 @@ using KeywordTable = std::unordered_map<std::string_view, KeywordEntry>;
 
 // Words that every version of the language reserves and the scan passes over.
 const char *const OtherVerilogWords[] = {
-    "and",        "assign",   "automatic", "buf",     "bufif0",    "bufif1",  "cmos",
-    "deassign",   "edge",     "endtable",  "event",   "force",     "forever", "genvar",
-    "highz0",     "highz1",   "ifnone",    "inout",   "input",     "integer", "large",
-    "localparam", "medium",   "nand",      "negedge", "nmos",      "nor",     "not",
-    "notif0",     "notif1",   "or",        "output",  "parameter", "pmos",    "posedge",
-    "pull0",      "pull1",    "pulldown",  "pullup",  "rcmos",     "real",    "realtime",
-    "reg",        "release",  "repeat",    "rnmos",   "rpmos",     "rtran",   "rtranif0",
-    "rtranif1",   "scalared", "signed",    "small",   "specparam", "strong0", "strong1",
-    "supply0",    "supply1",  "table",     "time",    "tran",      "tranif0", "tranif1",
-    "tri",        "tri0",     "tri1",      "triand",  "trior",     "trireg",  "unsigned",
-    "vectored",   "wand",     "weak0",     "weak1",   "while",     "wire",    "wor",
-    "xnor",       "xor",
+    "and",       "assign",   "automatic", "buf",     "bufif0",  "bufif1",     "cmos",    "deassign",
+    "edge",      "endtable", "event",     "force",   "forever", "genvar",     "highz0",  "highz1",
+    "ifnone",    "inout",    "input",     "integer", "large",   "localparam", "medium",  "nand",
+    "negedge",   "nmos",     "nor",       "not",     "notif0",  "notif1",     "or",      "output",
+    "parameter", "pmos",     "posedge",   "pull0",   "pull1",   "pulldown",   "pullup",  "rcmos",
+    "real",      "realtime", "reg",       "release", "repeat",  "rnmos",      "rpmos",   "scalared",
+    "signed",    "small",    "specparam", "strong0", "strong1", "supply0",    "supply1", "table",
+    "time",      "tri",      "tri0",      "tri1",    "triand",  "trior",      "trireg",  "unsigned",
+    "vectored",  "wand",     "weak0",     "weak1",   "while",   "wire",       "wor",     "xnor",
+    "xor",
 };
 
 const char *const OtherSystemVerilogWords[] = {
     "accept_on",
-    "alias",
     "before",
     "bins",
     "binsof",
@@ -162,14 +159,21 @@ KeywordTable makeKeywords()
         {"macromodule", Keyword::Module},
         {"module", Keyword::Module},
         {"primitive", Keyword::Primitive},
+        {"rtran", Keyword::Tran},
+        {"rtranif0", Keyword::Tran},
+        {"rtranif1", Keyword::Tran},
         {"specify", Keyword::Specify},
         {"task", Keyword::Task},
+        {"tran", Keyword::Tran},
+        {"tranif0", Keyword::Tran},
+        {"tranif1", Keyword::Tran},
         {"wait", Keyword::Disable},
     };
     for (const auto &entry : verilog)
         table[entry.first] = {entry.second, false};
 
     const std::pair<const char *, Keyword> systemVerilog[] = {
+        {"alias", Keyword::Alias},
         {"always_comb", Keyword::Always},
         {"always_ff", Keyword::Always},
         {"always_latch", Keyword::Always},

@@ -13,6 +13,7 @@ namespace Internal {
 enum class Keyword {
     None,
     Other,
+    Alias,
     Always,
     Assert,
     Begin,
@@ -61,6 +62,7 @@ enum class Keyword {
     Sequence,
     Specify,
     Task,
+    Tran,
     Typedef,
     Virtual,
 };

@@ -52,7 +52,8 @@ struct Variable
     bool isInterfacePort = false;
     bool isSupply = false;
     bool isDrivenByConstant = false;
-    qint64 bit = 0; ///< Place of its least significant bit within its definition.
+    bool isTied = false; ///< Connected by something that the XML does not hold.
+    qint64 bit = 0;      ///< Place of its least significant bit within its definition.
     /// Unpacked arrays within the variable that are reached by a computed index: the member names
     /// that lead to each, joined with '.'; empty for the variable itself.
     std::vector<std::string> memories;

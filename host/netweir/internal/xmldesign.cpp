@@ -118,6 +118,9 @@ void ElaboratedDesign::addDefinition(const pugi::xml_node &node, const ReadOptio
         definition->role = Definition::Role::Interface;
 
     DefinitionReader(definition.get(), m_types, &m_sources).read();
+    const QSet<QString> tied = options.tiedNets.value(definition->sourceName);
+    for (Variable &variable : definition->variables)
+        variable.isTied = tied.contains(variable.name);
     for (const pugi::xml_node &routine : definition->routines)
         m_routines.emplace(attribute(routine, "name"), routine);
     if (node.attribute("topModule").as_int() == 1 && !m_top)

@@ -64,7 +64,7 @@ MarkReader::MarkReader(ElaboratedDesign *design, const Layout &layout, Definitio
 void MarkReader::read()
 {
     for (const Variable &variable : m_definition->variables) {
-        if (variable.isDrivenByConstant && variable.isNet)
+        if ((variable.isDrivenByConstant || variable.isTied) && variable.isNet)
             markVariable(variable, MarkOut);
     }
     markSupplies();
