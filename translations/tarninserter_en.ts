@@ -127,6 +127,62 @@
         <source>Probe Out%1</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Probe In</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Probe Out</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ports</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Initial Value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Output Probe Synchronizes with User Clock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clock:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support 64 Probe Ins at most.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support 64 Probe Outs at most.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support 1 Probe In at least.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support 1 Probe Out at least.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>TARN::ReloadBanner</name>

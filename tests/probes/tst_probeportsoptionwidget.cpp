@@ -1,0 +1,782 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "signalsamples.h"
+
+#include <support/modalscript.h>
+#include <support/modeltext.h>
+#include <support/testcase.h>
+
+#include <model/tarncore.h>
+#include <netweir/netlistbuilder.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetlist.h>
+#include <probes/initialvalueline.h>
+#include <probes/probeportsoptionwidget.h>
+#include <probes/signaltree.h>
+#include <qutil/eventmanager.h>
+#include <qutil/ievent.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QSplitter>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <memory>
+
+using namespace TARN;
+using TarnTest::bus;
+using TarnTest::ModalScript;
+using TarnTest::modelText;
+using TarnTest::net;
+
+namespace {
+
+using Signals = QList<SignalItem>;
+
+std::unique_ptr<TarnCore> coreOf(const QList<Signals> &ins, const QList<Signals> &outs,
+                                 const QStringList &values = {})
+{
+    auto core = std::make_unique<TarnCore>(0);
+    for (int i = 0; i < ins.size(); ++i) {
+        core->addProbeIn(i);
+        core->getProbeIn(i)->signals = ins.at(i);
+    }
+    for (int i = 0; i < outs.size(); ++i) {
+        core->addProbeOut(i);
+        core->getProbeOut(i)->signals = outs.at(i);
+        core->getProbeOut(i)->initialValue = values.value(i, QStringLiteral("0x0"));
+    }
+    return core;
+}
+
+/// A page with its core, driven by the names of its widgets and slots.
+struct Fixture
+{
+    std::unique_ptr<TarnCore> core;
+    QPointer<ProbePortsOptionWidget> page;
+    ModalScript script;
+    std::unique_ptr<QSignalSpy> modified;
+
+    explicit Fixture(std::unique_ptr<TarnCore> edited, NETWEIR::RtlNetlist *netlist = nullptr)
+        : core(std::move(edited))
+        , page(new ProbePortsOptionWidget(core.get(), netlist, nullptr))
+        , modified(new QSignalSpy(page, &ProbePortsOptionWidget::modified))
+    {
+    }
+    ~Fixture() { delete page; }
+
+    template <typename Widget>
+    Widget *find(const char *name) const
+    {
+        return page->findChild<Widget *>(QLatin1String(name));
+    }
+    QTreeWidget *in() const { return find<QTreeWidget>("treeProbeIn"); }
+    QTreeWidget *out() const { return find<QTreeWidget>("treeProbeOut"); }
+    QTreeWidget *values() const { return find<QTreeWidget>("treeValue"); }
+    QString textOf(const QTreeWidget *tree) const { return modelText(tree->model()); }
+    void click(const char *button) { find<QPushButton>(button)->click(); }
+
+    InitialValueLine *line(int port) const
+    {
+        return qobject_cast<InitialValueLine *>(
+            values()->itemWidget(values()->topLevelItem(port), 0));
+    }
+    /// What the tree of values shows, each port in one piece.
+    QStringList shownValues() const
+    {
+        QStringList ports;
+        for (int i = 0; i < values()->topLevelItemCount(); ++i) {
+            QString text = line(i)->displayText();
+            QTreeWidgetItem *row = values()->topLevelItem(i);
+            for (int k = 0; k < row->childCount(); ++k)
+                text += QLatin1Char(' ') +
+                        qobject_cast<QLabel *>(values()->itemWidget(row->child(k), 0))->text();
+            ports.append(text + QLatin1String(line(i)->isEnabled() ? "" : " off"));
+        }
+        return ports;
+    }
+
+    /// Replaces the signals of the port and rebuilds the rows.
+    void setSignals(int port, const Signals &items)
+    {
+        core->getProbeOut(port)->signals = items;
+        page->updateProbeOutTree();
+    }
+    void show()
+    {
+        page->resize(900, 500);
+        page->show();
+        QApplication::setActiveWindow(page);
+        QVERIFY(QTest::qWaitForWindowActive(page));
+    }
+};
+
+ModalScript::Box warning(const QString &text)
+{
+    return {QMessageBox::Warning, QStringLiteral("Warning"), text, QMessageBox::Ok, QString()};
+}
+
+void searchAndAddAll(const QDialog *dialog, const QString &name)
+{
+    dialog->findChild<QLineEdit *>(QStringLiteral("lineEditName"))->setText(name);
+    dialog->findChild<QPushButton *>(QStringLiteral("pushButtonSearch"))->click();
+    dialog->findChild<QPushButton *>(QStringLiteral("btnAddAll"))->click();
+}
+
+QTreeWidget *listOf(const QDialog *dialog)
+{
+    return dialog->findChild<QTreeWidget *>(QStringLiteral("treeWidget"));
+}
+
+} // namespace
+
+class TestProbePortsOptionWidget : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void form()
+    {
+        Fixture f(coreOf({}, {}));
+        QCOMPARE(f.find<QPushButton>("btnProbeInAdd")->text(), QStringLiteral("Add"));
+        QCOMPARE(f.find<QPushButton>("btnProbeInRemove")->text(), QStringLiteral("Remove"));
+        QCOMPARE(f.find<QPushButton>("btnProbeOutAdd")->text(), QStringLiteral("Add"));
+        QCOMPARE(f.find<QPushButton>("btnProbeOutRemove")->text(), QStringLiteral("Remove"));
+        QCOMPARE(f.find<QPushButton>("btnUserClock")->text(), QStringLiteral("..."));
+        QCOMPARE(f.find<QLabel>("labelPorts")->text(), QStringLiteral("Ports"));
+        QCOMPARE(f.find<QLabel>("labelInitialValue")->text(), QStringLiteral("Initial Value"));
+        QCOMPARE(f.find<QLabel>("labelClock")->text(), QStringLiteral("Clock:"));
+        QCOMPARE(f.find<QCheckBox>("checkUserClock")->text(),
+                 QStringLiteral("Output Probe Synchronizes with User Clock"));
+        QVERIFY(f.find<QLineEdit>("lineEditUserClock"));
+        const auto *splitter = f.page->findChild<QSplitter *>();
+        QCOMPARE(splitter->count(), 2);
+        QCOMPARE(qobject_cast<QGroupBox *>(splitter->widget(0))->title(),
+                 QStringLiteral("Probe In"));
+        QCOMPARE(qobject_cast<QGroupBox *>(splitter->widget(1))->title(),
+                 QStringLiteral("Probe Out"));
+        for (const QTreeWidget *tree : {f.in(), f.out(), f.values()}) {
+            QCOMPARE(tree->columnCount(), 1);
+            QVERIFY(tree->isHeaderHidden());
+            QCOMPARE(tree->styleSheet(),
+                     QStringLiteral(
+                         "QTreeWidget::item { height: 20px;}QTreeWidget{ icon-size: 17px; }"));
+        }
+        QCOMPARE(f.in()->selectionMode(), QAbstractItemView::ExtendedSelection);
+        QCOMPARE(f.out()->selectionMode(), QAbstractItemView::ExtendedSelection);
+    }
+
+    void showsThePorts()
+    {
+        Fixture f(
+            coreOf({{net("a"), bus("d", 2)}, {}}, {{bus("e", 4), net("b")}, {}}, {"0x16", "0x0"}));
+        QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n"
+                                                  "    a\n"
+                                                  "    d\n"
+                                                  "        d[1]\n"
+                                                  "        d[0]\n"
+                                                  "Probe In1\n"));
+        QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n"
+                                                   "    e\n"
+                                                   "    b\n"
+                                                   "Probe Out1\n"));
+        QCOMPARE(f.shownValues(), QStringList({"0x16 1011 0", "0x0 off"}));
+        for (const QTreeWidget *tree : {f.in(), f.out(), f.values()}) {
+            QCOMPARE(tree->topLevelItem(0)->type(), 1001);
+            QCOMPARE(tree->topLevelItem(0)->child(1)->type(), 1002);
+        }
+        QCOMPARE(f.line(1)->index(), 1);
+        QCOMPARE(f.line(0)->inputMask(), QStringLiteral("NN>HH;0"));
+    }
+
+    void showingAndSavingChangesNothing()
+    {
+        const auto netlist = NETWEIR::NetlistBuilder("top").take();
+        Fixture f(coreOf({{net("a")}}, {{bus("e", 8)}}, {"0xA5"}));
+        f.core->userClock = QStringLiteral("top/clk");
+        f.show();
+        f.page->setNlsdata(netlist.get());
+        QUtil::EventManager::instance()->send(QUtil::IEvent("TE.Device.Change"));
+        f.page->save();
+        QCOMPARE(f.modified->count(), 0);
+        QCOMPARE(f.core->getProbeOut(0)->initialValue, QStringLiteral("0xA5"));
+    }
+
+    void storedValueGoesIntoTheLineAsItStands_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("shorter") << "0x1"
+                                 << "0x10 00010000";
+        QTest::newRow("longer") << "0x123"
+                                << "0x12 00010010";
+        QTest::newRow("none") << ""
+                              << "0x00 00000000";
+    }
+    void storedValueGoesIntoTheLineAsItStands()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, shown);
+        const Fixture f(coreOf({}, {{bus("d", 8)}}, {stored}));
+        QCOMPARE(f.shownValues(), QStringList(shown));
+    }
+
+    void rowsAre20PixelsHighAndAligned()
+    {
+        Fixture f(coreOf({{net("a"), bus("d", 3)}}, {{bus("e", 4), net("b")}, {net("c")}, {}}));
+        f.show();
+        f.in()->expandAll();
+        f.out()->expandAll();
+        int y = 0;
+        for (QTreeWidgetItemIterator out(f.out()), value(f.values()); *out; ++out, ++value) {
+            QVERIFY(*value);
+            const QRect row = f.out()->visualItemRect(*out);
+            QCOMPARE(row.height(), 20);
+            QCOMPARE(row.top(), y);
+            QCOMPARE(f.values()->visualItemRect(*value).top(), y);
+            QCOMPARE(f.values()->visualItemRect(*value).height(), 20);
+            QCOMPARE(f.values()->itemWidget(*value, 0)->height(), 20);
+            y += 20;
+        }
+        QCOMPARE(y, 6 * 20);
+        QCOMPARE(f.values()->viewport()->mapToGlobal(QPoint()).y(),
+                 f.out()->viewport()->mapToGlobal(QPoint()).y());
+        for (QTreeWidgetItemIterator in(f.in()); *in; ++in)
+            QCOMPARE(f.in()->visualItemRect(*in).height(), 20);
+    }
+
+    void valueFollowsTheWidth_data()
+    {
+        QTest::addColumn<Signals>("before");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<Signals>("after");
+        QTest::addColumn<QString>("shown");
+        const SignalItem a = net("a");
+        QTest::newRow("4 to 5") << Signals{bus("d", 4)} << "0xF" << Signals{bus("d", 4), a}
+                                << "0x1E 1111 0";
+        QTest::newRow("4 to 12") << Signals{bus("d", 4)} << "0x9"
+                                 << Signals{bus("d", 4), bus("e", 8)} << "0x900 1001 00000000";
+        QTest::newRow("8 to 4") << Signals{bus("d", 8)} << "0xA5" << Signals{bus("d", 4)}
+                                << "0xA 1010";
+        QTest::newRow("5 to 4") << Signals{bus("d", 5)} << "0x1E" << Signals{bus("d", 4)}
+                                << "0xF 1111";
+        QTest::newRow("same") << Signals{bus("d", 5)} << "0x13" << Signals{a, bus("d", 4)}
+                              << "0x13 1 0011";
+        QTest::newRow("to none") << Signals{bus("d", 5)} << "0x1E" << Signals{} << "0x0 off";
+        QTest::newRow("from none") << Signals{} << "0x0" << Signals{bus("d", 6)} << "0x00 000000";
+    }
+    void valueFollowsTheWidth()
+    {
+        QFETCH(Signals, before);
+        QFETCH(QString, value);
+        QFETCH(Signals, after);
+        QFETCH(QString, shown);
+        Fixture f(coreOf({}, {before}, {value}));
+        QCOMPARE(f.line(0)->displayText(), value);
+        f.setSignals(0, after);
+        QCOMPARE(f.shownValues(), QStringList(shown));
+        QCOMPARE(f.values()->topLevelItem(0)->childCount(), after.size());
+        QCOMPARE(f.out()->topLevelItem(0)->childCount(), after.size());
+    }
+
+    void rebuildKeepsExpansionAndTypedText()
+    {
+        Fixture f(coreOf({}, {{bus("d", 8)}, {net("a")}}, {"0xA5", "0x1"}));
+        f.show();
+        f.out()->topLevelItem(0)->setExpanded(true);
+        f.line(0)->setText("0xC3");
+        f.setSignals(0, {bus("d", 8), net("b")});
+        QCOMPARE(f.shownValues(), QStringList({"0x186 11000011 0", "0x1 1"}));
+        QVERIFY(f.out()->topLevelItem(0)->isExpanded());
+        QVERIFY(f.values()->topLevelItem(0)->isExpanded());
+        QVERIFY(!f.values()->topLevelItem(1)->isExpanded());
+    }
+
+    void rebuildShowsNoBox()
+    {
+        Fixture f(coreOf({}, {{bus("d", 5)}}));
+        f.show();
+        f.line(0)->setFocus();
+        f.line(0)->setText("0xFF");
+        f.setSignals(0, {}); // Disables the line, which takes the focus from it.
+        QVERIFY(!f.line(0)->hasFocus());
+        QCOMPARE(f.script.problems(), QString());
+        f.setSignals(0, {bus("d", 5)});
+        f.line(0)->setText("0x1F");
+        f.line(0)->onTextChange();
+        QCOMPARE(f.shownValues(), QStringList({"0x1F 11111"}));
+    }
+
+    void addsPorts()
+    {
+        Fixture f(coreOf({{}}, {{net("a")}}, {"0x1"}));
+        f.click("btnProbeInAdd");
+        QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\nProbe In1\n"));
+        QCOMPARE(f.core->getProbeIn(1)->index, 1);
+        QCOMPARE(f.modified->count(), 1);
+        f.click("btnProbeOutAdd");
+        QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n    a\nProbe Out1\n"));
+        QCOMPARE(f.core->getProbeOut(1)->index, 1);
+        QCOMPARE(f.shownValues(), QStringList({"0x1 1", "0x0 off"}));
+        QCOMPARE(f.line(1)->index(), 1);
+        QCOMPARE(f.values()->topLevelItem(1)->type(), 1001);
+        QCOMPARE(f.modified->count(), 2);
+    }
+
+    void adds64PortsAtMost()
+    {
+        QList<Signals> ports;
+        for (int i = 0; i < 63; ++i)
+            ports.append(Signals());
+        Fixture f(coreOf(ports, ports));
+        f.click("btnProbeInAdd");
+        f.click("btnProbeOutAdd");
+        QCOMPARE(f.modified->count(), 2);
+        f.script.expectBox(warning("Support 64 Probe Ins at most."));
+        f.click("btnProbeInAdd");
+        f.script.expectBox(warning("Support 64 Probe Outs at most."));
+        f.click("btnProbeOutAdd");
+        QCOMPARE(f.script.problems(), QString());
+        QCOMPARE(f.in()->topLevelItemCount(), 64);
+        QCOMPARE(f.out()->topLevelItemCount(), 64);
+        QCOMPARE(f.core->probeIns.size(), 64);
+        QCOMPARE(f.core->probeOuts.size(), 64);
+        QCOMPARE(f.modified->count(), 2);
+    }
+
+    void keepsTheLastPort()
+    {
+        Fixture f(coreOf({{}}, {{}}));
+        f.in()->selectAll();
+        f.script.expectBox(warning("Support 1 Probe In at least."));
+        f.click("btnProbeInRemove");
+        f.script.expectBox(warning("Support 1 Probe Out at least."));
+        f.click("btnProbeOutRemove"); // With nothing selected too.
+        QCOMPARE(f.script.problems(), QString());
+        QCOMPARE(f.in()->topLevelItemCount(), 1);
+        QCOMPARE(f.out()->topLevelItemCount(), 1);
+        QCOMPARE(f.modified->count(), 0);
+    }
+
+    void removesAllOfTwoPorts()
+    {
+        Fixture f(coreOf({{net("a")}, {}}, {{net("b")}, {}}));
+        f.in()->expandAll();
+        f.in()->selectAll(); // Ports and their signals.
+        f.click("btnProbeInRemove");
+        f.out()->expandAll();
+        f.out()->selectAll();
+        f.click("btnProbeOutRemove");
+        QCOMPARE(f.textOf(f.in()) + f.textOf(f.out()) + f.textOf(f.values()), QString());
+        QVERIFY(f.core->probeIns.isEmpty());
+        QVERIFY(f.core->probeOuts.isEmpty());
+        QCOMPARE(f.modified->count(), 2);
+        // Without ports nothing is kept back any more.
+        f.click("btnProbeInRemove");
+        f.click("btnProbeOutRemove");
+        QCOMPARE(f.modified->count(), 4);
+    }
+
+    void removesFromTheMiddle()
+    {
+        Fixture f(coreOf({{net("a")}, {net("b")}, {net("c")}},
+                         {{net("d")}, {bus("e", 4)}, {bus("f", 8)}}, {"0x1", "0x9", "0xA5"}));
+        f.in()->topLevelItem(1)->setSelected(true);
+        f.click("btnProbeInRemove");
+        QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    a\nProbe In1\n    c\n"));
+        QCOMPARE(f.core->getProbeIn(1)->index, 1);
+
+        const QPointer<InitialValueLine> removed = f.line(1);
+        f.out()->topLevelItem(1)->setSelected(true);
+        f.click("btnProbeOutRemove");
+        QVERIFY(!removed);
+        QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n    d\nProbe Out1\n    f\n"));
+        QCOMPARE(f.shownValues(), QStringList({"0x1 1", "0xA5 10100101"}));
+        QCOMPARE(f.values()->findChildren<QLabel *>().size(), 2);
+        QCOMPARE(f.line(1)->index(), 1);
+        QCOMPARE(f.core->getProbeOut(1)->index, 1);
+        f.page->save();
+        QCOMPARE(f.core->getProbeOut(1)->initialValue, QStringLiteral("0xA5"));
+        QCOMPARE(f.modified->count(), 2);
+    }
+
+    void removingASignalRowLeavesThePortAlone()
+    {
+        Fixture f(coreOf({{net("a"), net("b")}, {}}, {{net("c")}, {}}));
+        f.in()->topLevelItem(0)->child(0)->setSelected(true);
+        f.click("btnProbeInRemove");
+        QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    b\nProbe In1\n"));
+        QCOMPARE(f.core->getProbeIn(0)->signals.size(), 2);
+        QCOMPARE(f.modified->count(), 1);
+
+        f.out()->topLevelItem(0)->child(0)->setSelected(true);
+        f.click("btnProbeOutRemove");
+        QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n    c\nProbe Out1\n"));
+        QCOMPARE(f.core->probeOuts.size(), 2);
+        QCOMPARE(f.modified->count(), 2);
+    }
+
+    void signalRowEndsTheRemovalOfProbeOuts()
+    {
+        Fixture f(coreOf({}, {{net("a")}, {net("b")}, {net("c")}}));
+        f.out()->topLevelItem(0)->setSelected(true);
+        f.out()->topLevelItem(1)->child(0)->setSelected(true);
+        f.out()->topLevelItem(2)->setSelected(true);
+        const auto selected = f.out()->selectedItems();
+        int expected = 3;
+        for (const QTreeWidgetItem *item : selected) {
+            if (item->parent())
+                break;
+            --expected;
+        }
+        f.click("btnProbeOutRemove");
+        QCOMPARE(f.core->probeOuts.size(), expected);
+        QCOMPARE(f.values()->topLevelItemCount(), expected);
+        QVERIFY(expected > 0);
+    }
+
+    void removingAFocusedLineShowsNoBox()
+    {
+        Fixture f(coreOf({}, {{bus("d", 5)}, {net("a")}}));
+        f.show();
+        f.out()->topLevelItem(0)->setSelected(true);
+        f.line(0)->setFocus();
+        f.line(0)->setText("0xFF");
+        f.page->onRemoveProbeOut();
+        QCOMPARE(f.core->probeOuts.size(), 1);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void deletingThePageShowsNoBox()
+    {
+        for (const bool hide : {true, false}) {
+            Fixture f(coreOf({}, {{bus("d", 5)}}));
+            f.show();
+            f.line(0)->setFocus();
+            f.line(0)->setText("0xFF");
+            if (hide)
+                f.page->hide();
+            f.core.reset();
+            delete f.page;
+            QCOMPARE(f.script.problems(), QString());
+        }
+    }
+
+    void editsAPort_data()
+    {
+        QTest::addColumn<bool>("out");
+        QTest::newRow("in") << false;
+        QTest::newRow("out") << true;
+    }
+    void editsAPort()
+    {
+        QFETCH(bool, out);
+        const QList<Signals> ports{{net("a")}, {bus("d", 4)}};
+        Fixture f(coreOf(ports, ports, {"0x1", "0x9"}));
+        f.show();
+        QTreeWidget *tree = out ? f.out() : f.in();
+        const auto add = [](QDialog *dialog) {
+            signal2TreeItem(listOf(dialog), net("new"), 0);
+            dialog->accept();
+        };
+        f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port", add);
+        const QRect row = tree->visualItemRect(tree->topLevelItem(1));
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, row.center());
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, row.center());
+        QCOMPARE(f.script.problems(), QString());
+
+        const ProbeIn *port = out ? f.core->getProbeOut(1) : f.core->getProbeIn(1);
+        QCOMPARE(TarnTest::namesOf(port->signals), QStringList({"d", "new"}));
+        QCOMPARE(tree->topLevelItem(1)->childCount(), 2);
+        QCOMPARE(tree->currentItem(), tree->topLevelItem(1));
+        QVERIFY(tree->topLevelItem(1)->isExpanded());
+        QCOMPARE(f.shownValues().at(1), out ? QStringLiteral("0x12 1001 0") : "0x9 1001");
+        QCOMPARE(f.modified->count(), 1);
+    }
+
+    void cancelledEditChangesNothing()
+    {
+        Fixture f(coreOf({{net("a")}}, {}));
+        f.script.expectDialog("TARN::ProbeDialog", "Probe In Port", [](QDialog *dialog) {
+            signal2TreeItem(listOf(dialog), net("new"), 0);
+            dialog->reject();
+        });
+        f.page->editProbeIn(f.in()->topLevelItem(0), 0);
+        QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    a\n"));
+        QCOMPARE(f.modified->count(), 0);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void editsFromTheRowOfAMember()
+    {
+        Fixture f(coreOf({{}, {bus("d", 2)}}, {}));
+        f.script.expectDialog("TARN::ProbeDialog", "Probe In Port", [](QDialog *dialog) {
+            QCOMPARE(modelText(listOf(dialog)->model()), QStringLiteral("d\n    d[1]\n    d[0]\n"));
+            dialog->reject();
+        });
+        f.page->editProbeIn(f.in()->topLevelItem(1)->child(0)->child(1), 0);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void rowWithoutAPortIsNotEdited()
+    {
+        Fixture f(coreOf({{}}, {{}}));
+        f.page->editProbeIn(new QTreeWidgetItem(f.in(), 1001), 0);
+        f.page->editProbeOut(new QTreeWidgetItem(f.out(), 1001), 0);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void newNetlistWhileADialogIsOpen_data() { editsAPort_data(); }
+    void newNetlistWhileADialogIsOpen()
+    {
+        QFETCH(bool, out);
+        auto former = NETWEIR::NetlistBuilder("top").take();
+        const auto netlist = NETWEIR::NetlistBuilder("top").take();
+        Fixture f(coreOf({{net("a")}}, {{net("b")}}), former.get());
+        QSignalSpy changed(f.page, &ProbePortsOptionWidget::netlistChanged);
+        f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+                              [&](QDialog *dialog) {
+                                  f.page->setNlsdata(netlist.get());
+                                  former.reset();
+                                  QCOMPARE(dialog->isVisible(), !out);
+                                  signal2TreeItem(listOf(dialog), net("new"), 0);
+                                  if (!out)
+                                      dialog->accept();
+                              });
+        if (out)
+            f.page->editProbeOut(f.out()->topLevelItem(0), 0);
+        else
+            f.page->editProbeIn(f.in()->topLevelItem(0)->child(0), 0);
+        QCOMPARE(f.script.problems(), QString());
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(f.textOf(f.in()), out ? QStringLiteral("Probe In0\n    a\n")
+                                       : QStringLiteral("Probe In0\n    a\n    new\n"));
+        QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n    b\n"));
+        QCOMPARE(f.modified->count(), out ? 0 : 1);
+    }
+
+    void newNetlistRebuildsTheProbeInsOnly()
+    {
+        Fixture f(coreOf({{net("a")}}, {{net("b")}}));
+        f.core->getProbeIn(0)->signals = {net("c")};
+        f.core->getProbeOut(0)->signals = {net("d")};
+        f.page->setNlsdata(nullptr);
+        QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    c\n"));
+        QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n    b\n"));
+    }
+
+    void pageMayGoWhileADialogIsOpen()
+    {
+        for (const bool out : {true, false}) {
+            Fixture f(coreOf({{net("a")}}, {{net("b")}}));
+            f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+                                  [&f](QDialog *) {
+                                      delete f.page;
+                                      f.core.reset();
+                                  });
+            if (out)
+                f.page->editProbeOut(f.out()->topLevelItem(0), 0);
+            else
+                f.page->editProbeIn(f.in()->topLevelItem(0), 0);
+            QVERIFY(!f.page);
+            QCOMPARE(f.modified->count(), 0);
+            QCOMPARE(f.script.problems(), QString());
+        }
+    }
+
+    void clickSelectsTheTwin()
+    {
+        const Signals three{net("a"), net("b"), net("c")};
+        Fixture f(coreOf({}, {three, {}, three}));
+        QTreeWidgetItem *row = f.out()->topLevelItem(2);
+        QTreeWidgetItem *valueRow = f.values()->topLevelItem(2);
+        f.page->onProbeOutClicked(row->child(2), 0);
+        QCOMPARE(f.values()->selectedItems(), QList<QTreeWidgetItem *>{valueRow->child(2)});
+        f.page->onProbeOutClicked(row, 0);
+        QCOMPARE(f.values()->selectedItems(), QList<QTreeWidgetItem *>{valueRow});
+        f.page->onValueTreeClicked(valueRow->child(1), 0);
+        QCOMPARE(f.out()->selectedItems(), QList<QTreeWidgetItem *>{row->child(1)});
+        f.page->onValueTreeClicked(valueRow, 0);
+        QCOMPARE(f.out()->selectedItems(), QList<QTreeWidgetItem *>{row});
+
+        // Without a twin nothing is selected.
+        delete valueRow->child(2);
+        f.page->onProbeOutClicked(row->child(2), 0);
+        QVERIFY(f.values()->selectedItems().isEmpty());
+    }
+
+    void clickOnABitLabelReachesTheTree()
+    {
+        Fixture f(coreOf({}, {{net("a"), net("b")}}));
+        f.show();
+        f.out()->expandAll();
+        QWidget *label = f.values()->itemWidget(f.values()->topLevelItem(0)->child(1), 0);
+        QTest::mouseClick(label->window()->windowHandle(), Qt::LeftButton, {},
+                          label->mapTo(label->window(), label->rect().center()));
+        QCOMPARE(f.out()->selectedItems(),
+                 QList<QTreeWidgetItem *>{f.out()->topLevelItem(0)->child(1)});
+    }
+
+    void expansionIsMirrored()
+    {
+        Fixture f(coreOf({}, {{net("a")}, {net("b")}}));
+        f.out()->topLevelItem(1)->setExpanded(true);
+        QVERIFY(f.values()->topLevelItem(1)->isExpanded());
+        QVERIFY(!f.values()->topLevelItem(0)->isExpanded());
+        f.values()->topLevelItem(1)->setExpanded(false);
+        QVERIFY(!f.out()->topLevelItem(1)->isExpanded());
+        f.values()->topLevelItem(0)->setExpanded(true);
+        QVERIFY(f.out()->topLevelItem(0)->isExpanded());
+        f.out()->topLevelItem(0)->setExpanded(false);
+        QVERIFY(!f.values()->topLevelItem(0)->isExpanded());
+    }
+
+    void scrollingIsMirrored()
+    {
+        Signals many;
+        for (int i = 0; i < 100; ++i)
+            many.append(net(QString::number(i)));
+        Fixture f(coreOf({}, {many, many}));
+        f.show();
+        QScrollBar *out = f.out()->verticalScrollBar();
+        QScrollBar *values = f.values()->verticalScrollBar();
+        f.out()->topLevelItem(0)->setExpanded(true);
+        f.out()->scrollToItem(f.out()->topLevelItem(0)->child(90));
+        QVERIFY(out->value() > 50);
+        QCOMPARE(values->value(), out->value());
+        QCOMPARE(values->maximum(), out->maximum());
+        values->setValue(7);
+        QCOMPARE(out->value(), 7);
+        out->setValue(out->maximum());
+        QCOMPARE(values->value(), values->maximum());
+        QTreeWidgetItem *last = f.values()->topLevelItem(1);
+        QCOMPARE(f.values()->visualItemRect(last).top(),
+                 f.out()->visualItemRect(f.out()->topLevelItem(1)).top());
+    }
+
+    void userClockOfTheCore_data()
+    {
+        QTest::addColumn<bool>("on");
+        QTest::newRow("on") << true;
+        QTest::newRow("off") << false;
+    }
+    void userClockOfTheCore()
+    {
+        QFETCH(bool, on);
+        auto core = coreOf({}, {});
+        core->userClock = QStringLiteral("top.clk");
+        core->syncUserClock = on;
+        Fixture f(std::move(core));
+        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), QStringLiteral("top.clk"));
+        auto *check = f.find<QCheckBox>("checkUserClock");
+        for (const bool state : {on, !on}) {
+            QCOMPARE(check->isChecked(), state);
+            for (const char *name : {"labelClock", "lineEditUserClock", "btnUserClock"})
+                QCOMPARE(f.find<QWidget>(name)->isEnabled(), state);
+            f.page->save();
+            QCOMPARE(f.core->syncUserClock, state);
+            check->click();
+        }
+        QCOMPARE(f.modified->count(), 2);
+        f.find<QLineEdit>("lineEditUserClock")->setText("other");
+        QCOMPARE(f.modified->count(), 3);
+        f.page->save();
+        QCOMPARE(f.core->userClock, QStringLiteral("other"));
+    }
+
+    void picksTheUserClock_data()
+    {
+        QTest::addColumn<QString>("net");
+        QTest::addColumn<bool>("accept");
+        QTest::newRow("accepted") << "clk" << true;
+        QTest::newRow("cancelled") << "clk" << false;
+        QTest::newRow("nothing chosen") << "none" << true;
+    }
+    void picksTheUserClock()
+    {
+        QFETCH(QString, net);
+        QFETCH(bool, accept);
+        NETWEIR::NetlistBuilder builder("top");
+        // Fit for a clock: only the mark for Probe In counts.
+        NETWEIR::NetMarks marks;
+        marks.excludedForProbeOut = true;
+        const NETWEIR::RtlNet *clock = builder.addNet(builder.top(), "clk", marks);
+        const QString clockName = clock->fullPathName();
+        const auto netlist = builder.take();
+        auto core = coreOf({}, {});
+        core->syncUserClock = true;
+        Fixture f(std::move(core), netlist.get());
+        f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [=](QDialog *dialog) {
+            searchAndAddAll(dialog, net);
+            dialog->done(accept ? QDialog::Accepted : QDialog::Rejected);
+        });
+        f.click("btnUserClock");
+        QCOMPARE(f.script.problems(), QString());
+        const bool chosen = accept && net == "clk";
+        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), chosen ? clockName : QString());
+        QVERIFY(f.modified->isEmpty() != chosen);
+    }
+
+    void newNetlistWhileTheUserClockIsPicked()
+    {
+        auto former = NETWEIR::NetlistBuilder("top").take();
+        NETWEIR::NetlistBuilder builder("top");
+        const QString clockName = builder.addNet(builder.top(), "clk")->fullPathName();
+        const auto netlist = builder.take();
+        auto core = coreOf({}, {});
+        core->syncUserClock = true;
+        Fixture f(std::move(core), former.get());
+        f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *dialog) {
+            f.page->setNlsdata(netlist.get());
+            former.reset();
+            searchAndAddAll(dialog, "clk");
+            dialog->accept();
+        });
+        f.click("btnUserClock");
+        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), clockName);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void pageMayGoWhileTheUserClockIsPicked()
+    {
+        Fixture f(coreOf({}, {}));
+        f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                              [&f](QDialog *) { delete f.page; });
+        f.page->onbtnUserClock();
+        QVERIFY(!f.page);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
+    void savesWhatTheLinesShow()
+    {
+        Fixture f(coreOf({}, {{bus("d", 8)}, {}, {bus("e", 5)}}, {"0x00", "0x0", "0x1F"}));
+        f.line(0)->setText("0xC3"); // Not applied yet.
+        f.page->save();
+        QCOMPARE(f.core->getProbeOut(0)->initialValue, QStringLiteral("0xC3"));
+        QCOMPARE(f.core->getProbeOut(1)->initialValue, QStringLiteral("0x0"));
+        QCOMPARE(f.core->getProbeOut(2)->initialValue, QStringLiteral("0x1F"));
+    }
+
+    void typingMarksThePageModified()
+    {
+        Fixture f(coreOf({}, {{bus("d", 8)}}));
+        f.show();
+        f.line(0)->setFocus();
+        f.line(0)->setCursorPosition(2);
+        QTest::keyClicks(f.line(0), "a5");
+        QCOMPARE(f.modified->count(), 2);
+        f.out()->setFocus();
+        QCOMPARE(f.shownValues(), QStringList({"0xA5 10100101"}));
+    }
+};
+
+TARN_TEST_MAIN(TestProbePortsOptionWidget)
+#include "tst_probeportsoptionwidget.moc"
