@@ -216,7 +216,7 @@ private Q_SLOTS:
     {
         const QString file = writeConfig("a.tarn", {0});
         const ShownView shown = showQuick(file);
-        pagesOf(shown.view).first()->core()->userClock = QChar(1);
+        pagesOf(shown.view).first()->core()->getProbeIn(0)->signals.first().displayName = QChar(1);
         script().expectBox(errorBox("Error", "Can not save to " + file));
         QVERIFY(!shown->save());
         overwrite(file, content(2));

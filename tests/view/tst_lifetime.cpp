@@ -111,7 +111,8 @@ private Q_SLOTS:
 
     void boxOfTheFailedWriting()
     {
-        pagesOf(m_shown.view).first()->core()->userClock = QChar(1);
+        pagesOf(m_shown.view).first()->core()->getProbeIn(0)->signals.first().displayName =
+            QChar(1);
         killAtBox("Error");
         QVERIFY(!m_shown->save());
     }

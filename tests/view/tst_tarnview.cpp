@@ -693,7 +693,7 @@ private Q_SLOTS:
         view->onModified();
         const QByteArray content = readFile(view->file());
         // No XML can hold this.
-        pagesOf(view.get()).first()->core()->userClock = QChar(1);
+        pagesOf(view.get()).first()->core()->getProbeIn(0)->signals.first().displayName = QChar(1);
         script().expectBox(
             errorBox("Error", "Can not save to " + QDir::toNativeSeparators(view->file())),
             QMessageBox::Ok, [&](QMessageBox *box) { QVERIFY(box->parentWidget() == view.get()); });
