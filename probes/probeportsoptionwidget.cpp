@@ -2,53 +2,485 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "probeportsoptionwidget.h"
 
-#include <model/tarncore.h>
+#include "initialvalueline.h"
+#include "modaldialog.h"
+#include "signaltree.h"
 
-#include <QTreeWidget>
-#include <QVBoxLayout>
+#include "ui_probeportsoptionwidget.h"
+
+#include <model/bitstring.h>
+#include <qutil/eventmanager.h>
+#include <select/probedialog.h>
+#include <select/tarnsignalselectdialog.h>
+#include <te/teconstants.h>
+
+#include <QPointer>
+#include <QScrollBar>
+#include <QSet>
+#include <QVector>
 
 namespace TARN {
 
-static void addSignals(QTreeWidgetItem *parent, const QList<SignalItem> &items)
+namespace {
+
+constexpr int PortType = 1001;
+constexpr int SignalType = 1002;
+constexpr int MaximumPorts = 64;
+
+/// @p bits in @p width places: those on the left stay when the port shrinks, zeros follow when it
+/// grows. @p previous is the number of bits that count, from the right; 0 when that is not known.
+QString fitted(const QString &bits, int previous, int width)
 {
-    for (const SignalItem &item : items) {
-        const QString &text = item.displayName.isEmpty() ? item.name : item.displayName;
-        addSignals(new QTreeWidgetItem(parent, {text}), item.members);
-    }
+    if (previous == 0)
+        previous = qMin(bits.size(), width);
+    const QString counting = bits.right(previous);
+    if (previous >= width)
+        return counting.left(width);
+    return counting + QString(width - previous, QLatin1Char('0'));
 }
+
+QString hexTextOf(const QString &bits)
+{
+    return (bits.isEmpty() ? QStringLiteral("0x0") : QStringLiteral("0x")) + stringBintoHex(bits);
+}
+
+/// The selected rows of @p tree without those below another one.
+QList<QTreeWidgetItem *> selectedRows(const QTreeWidget *tree)
+{
+    const QList<QTreeWidgetItem *> selected = tree->selectedItems();
+    const QSet<QTreeWidgetItem *> all(selected.cbegin(), selected.cend());
+    QList<QTreeWidgetItem *> rows;
+    for (QTreeWidgetItem *row : selected) {
+        const QTreeWidgetItem *above = row->parent();
+        while (above && !all.contains(const_cast<QTreeWidgetItem *>(above)))
+            above = above->parent();
+        if (!above)
+            rows.append(row);
+    }
+    return rows;
+}
+
+/// Top-level index of the port to whose rows @p item belongs.
+int portOf(const QTreeWidget *tree, QTreeWidgetItem *item)
+{
+    while (item && item->type() == SignalType)
+        item = item->parent();
+    return tree->indexOfTopLevelItem(item);
+}
+
+/// Selects the row of @p to that corresponds to @p item of @p from, and nothing else.
+void mirrorSelection(const QTreeWidget *from, QTreeWidgetItem *item, QTreeWidget *to)
+{
+    to->clearSelection();
+    QTreeWidgetItem *twin = nullptr;
+    if (item->type() == PortType) {
+        twin = to->topLevelItem(from->indexOfTopLevelItem(item));
+    } else if (item->type() == SignalType && item->parent()) {
+        QTreeWidgetItem *port = item->parent();
+        twin = to->topLevelItem(from->indexOfTopLevelItem(port));
+        twin = twin ? twin->child(port->indexOfChild(item)) : nullptr;
+    }
+    if (twin)
+        twin->setSelected(true);
+}
+
+void mirrorExpansion(const QTreeWidget *from, QTreeWidgetItem *item, QTreeWidget *to)
+{
+    if (QTreeWidgetItem *twin = to->topLevelItem(from->indexOfTopLevelItem(item)))
+        twin->setExpanded(item->isExpanded());
+}
+
+void mirrorScroll(const QTreeWidget *from, QTreeWidget *to)
+{
+    // Rows that were expanded a moment ago count only when they are laid out: this does it.
+    to->visualItemRect(to->topLevelItem(0));
+    to->verticalScrollBar()->setValue(from->verticalScrollBar()->value());
+}
+
+} // namespace
 
 ProbePortsOptionWidget::ProbePortsOptionWidget(TarnCore *core, NETWEIR::RtlNetlist *netlist,
                                                QWidget *parent)
     : QWidget(parent)
+    , ui(std::make_unique<Ui::ProbePortsOptionWidget>())
+    , m_core(core)
     , m_netlist(netlist)
-    , m_ports(new QTreeWidget(this))
 {
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(m_ports);
-    m_ports->setHeaderHidden(true);
-    m_ports->setUniformRowHeights(true);
-
-    for (int i = 0; i < core->probeIns.size(); ++i)
-        addSignals(new QTreeWidgetItem(m_ports, {tr("Probe In%1").arg(i)}),
-                   core->probeIns.at(i)->signals);
-    for (int i = 0; i < core->probeOuts.size(); ++i)
-        addSignals(new QTreeWidgetItem(m_ports, {tr("Probe Out%1").arg(i)}),
-                   core->probeOuts.at(i)->signals);
-    for (int i = 0; i < m_ports->topLevelItemCount(); ++i)
-        m_ports->topLevelItem(i)->setExpanded(true);
+    ui->setupUi(this);
+    setUpTrees();
+    setUpUserClock();
+    connectTrees();
+    connectWidgets();
+    QUtil::EventManager::instance()->subscribe(this, QLatin1String(TE::E_DEVICE_CHANGE));
 }
 
-ProbePortsOptionWidget::~ProbePortsOptionWidget() = default;
+ProbePortsOptionWidget::~ProbePortsOptionWidget()
+{
+    QUtil::EventManager::instance()->unsubscribe(this, QLatin1String(TE::E_DEVICE_CHANGE));
+    // The labels of a line go before it does.
+    for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i) {
+        if (InitialValueLine *line = lineOf(i))
+            line->setInert(true);
+    }
+}
+
+void ProbePortsOptionWidget::setUpTrees()
+{
+    for (QTreeWidget *tree : {ui->treeProbeIn, ui->treeProbeOut, ui->treeValue}) {
+        tree->setStyleSheet(
+            QStringLiteral("QTreeWidget::item { height: 20px;}QTreeWidget{ icon-size: 17px; }"));
+    }
+    for (int i = 0; i < m_core->probeIns.size(); ++i)
+        addProbeInRow(i);
+    for (int i = 0; i < m_core->probeOuts.size(); ++i) {
+        const ProbeOut *port = m_core->probeOuts.at(i);
+        InitialValueLine *line = addProbeOutRow(i);
+        line->updateValidatorForWidth(port->singleSignals().size());
+        line->setText(port->initialValue);
+    }
+    updateProbeInTree();
+    updateProbeOutTree();
+}
+
+void ProbePortsOptionWidget::setUpUserClock()
+{
+    ui->lineEditUserClock->setText(m_core->userClock);
+    ui->checkUserClock->setChecked(m_core->syncUserClock);
+    enableUserClock(m_core->syncUserClock);
+}
+
+void ProbePortsOptionWidget::connectTrees()
+{
+    using Page = ProbePortsOptionWidget;
+    connect(ui->treeProbeIn, &QTreeWidget::itemDoubleClicked, this, &Page::editProbeIn);
+    connect(ui->treeProbeOut, &QTreeWidget::itemClicked, this, &Page::onProbeOutClicked);
+    connect(ui->treeProbeOut, &QTreeWidget::itemDoubleClicked, this, &Page::editProbeOut);
+    connect(ui->treeProbeOut, &QTreeWidget::itemCollapsed, this, &Page::onProbeOutTreeCollapsed);
+    connect(ui->treeProbeOut, &QTreeWidget::itemExpanded, this, &Page::onProbeOutTreeExpanded);
+    connect(ui->treeValue, &QTreeWidget::itemClicked, this, &Page::onValueTreeClicked);
+    connect(ui->treeValue, &QTreeWidget::itemCollapsed, this, &Page::onValueTreeCollapsed);
+    connect(ui->treeValue, &QTreeWidget::itemExpanded, this, &Page::onValueTreeExpanded);
+    connect(ui->treeProbeOut->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            &Page::onScrollProbeOutChanged);
+    connect(ui->treeValue->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            &Page::onScrollInitialValueChanged);
+}
+
+void ProbePortsOptionWidget::connectWidgets()
+{
+    using Page = ProbePortsOptionWidget;
+    connect(ui->btnProbeInAdd, &QPushButton::clicked, this, &Page::onAddProbeIn);
+    connect(ui->btnProbeInRemove, &QPushButton::clicked, this, &Page::onRemoveProbeIn);
+    connect(ui->btnProbeOutAdd, &QPushButton::clicked, this, &Page::onAddProbeOut);
+    connect(ui->btnProbeOutRemove, &QPushButton::clicked, this, &Page::onRemoveProbeOut);
+    connect(ui->checkUserClock, &QCheckBox::clicked, this, &Page::onCheckUserClock);
+    connect(ui->btnUserClock, &QPushButton::clicked, this, &Page::onbtnUserClock);
+    connect(ui->lineEditUserClock, &QLineEdit::textChanged, this, &Page::modified);
+}
+
+void ProbePortsOptionWidget::handleIEvent(const QUtil::IEvent *event)
+{
+    // Another device has the same nets: the page hears of it and stays as it is.
+    Q_UNUSED(event)
+}
 
 void ProbePortsOptionWidget::save()
 {
-    // The ports are only shown: there is nothing to store yet.
+    m_core->userClock = ui->lineEditUserClock->text();
+    m_core->syncUserClock = ui->checkUserClock->isChecked();
+    for (ProbeOut *port : qAsConst(m_core->probeOuts)) {
+        if (const InitialValueLine *line = lineOf(port->index))
+            port->initialValue = line->displayText();
+    }
 }
 
 void ProbePortsOptionWidget::setNlsdata(NETWEIR::RtlNetlist *netlist)
 {
     m_netlist = netlist;
+    updateProbeInTree();
+    for (ProbeDialog *dialog : findChildren<ProbeDialog *>(QString(), Qt::FindDirectChildrenOnly))
+        dialog->setNetlist(netlist);
+    for (TarnSignalSelectDialog *dialog :
+         findChildren<TarnSignalSelectDialog *>(QString(), Qt::FindDirectChildrenOnly))
+        dialog->setNetlist(netlist);
     Q_EMIT netlistChanged();
+}
+
+void ProbePortsOptionWidget::onAddProbeIn()
+{
+    const int count = m_core->probeIns.size();
+    if (count >= MaximumPorts) {
+        warn(tr("Support 64 Probe Ins at most."));
+        return;
+    }
+    m_core->addProbeIn(count);
+    addProbeInRow(count);
+    Q_EMIT modified();
+}
+
+void ProbePortsOptionWidget::onAddProbeOut()
+{
+    const int count = m_core->probeOuts.size();
+    if (count >= MaximumPorts) {
+        warn(tr("Support 64 Probe Outs at most."));
+        return;
+    }
+    m_core->addProbeOut(count);
+    addProbeOutRow(count);
+    updateProbeOutTree();
+    Q_EMIT modified();
+}
+
+void ProbePortsOptionWidget::onRemoveProbeIn()
+{
+    if (m_core->probeIns.size() == 1) {
+        warn(tr("Support 1 Probe In at least."));
+        return;
+    }
+    const QList<QTreeWidgetItem *> rows = selectedRows(ui->treeProbeIn);
+    for (QTreeWidgetItem *row : rows) {
+        // For the row of a signal that is -1: it goes, but its port stays as it is.
+        m_core->removeProbeIn(ui->treeProbeIn->indexOfTopLevelItem(row));
+        delete row;
+    }
+    renumber(ui->treeProbeIn, ProbeTypeIn);
+    m_core->updateProbeIn();
+    Q_EMIT modified();
+}
+
+void ProbePortsOptionWidget::onRemoveProbeOut()
+{
+    if (m_core->probeOuts.size() == 1) {
+        warn(tr("Support 1 Probe Out at least."));
+        return;
+    }
+    const QList<QTreeWidgetItem *> rows = selectedRows(ui->treeProbeOut);
+    for (QTreeWidgetItem *row : rows) {
+        const int index = ui->treeProbeOut->indexOfTopLevelItem(row);
+        if (index == -1)
+            break;
+        m_core->removeProbeOut(index);
+        removeValueRow(index);
+        delete row;
+    }
+    renumber(ui->treeProbeOut, ProbeTypeOut);
+    for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i) {
+        if (InitialValueLine *line = lineOf(i))
+            line->setIndex(i);
+    }
+    m_core->updateProbeOut();
+    Q_EMIT modified();
+}
+
+void ProbePortsOptionWidget::editProbeIn(QTreeWidgetItem *item, int column)
+{
+    Q_UNUSED(column)
+    editPort(ProbeTypeIn, item);
+}
+
+void ProbePortsOptionWidget::editProbeOut(QTreeWidgetItem *item, int column)
+{
+    Q_UNUSED(column)
+    editPort(ProbeTypeOut, item);
+}
+
+void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
+{
+    const bool out = type == ProbeTypeOut;
+    QTreeWidget *tree = out ? ui->treeProbeOut : ui->treeProbeIn;
+    const int index = portOf(tree, item);
+    ProbeIn *port = out ? m_core->getProbeOut(index) : m_core->getProbeIn(index);
+    if (!port)
+        return;
+    auto *dialog = new ProbeDialog(port, m_netlist, type, this);
+    if (out)
+        connect(this, &ProbePortsOptionWidget::netlistChanged, dialog, &ProbeDialog::closeWidget);
+    const QPointer<ProbePortsOptionWidget> self(this);
+    if (execAndDelete(dialog) != QDialog::Accepted || !self)
+        return;
+    if (out)
+        updateProbeOutTree();
+    else
+        updateProbeInTree();
+    if (QTreeWidgetItem *row = tree->topLevelItem(index)) {
+        tree->setCurrentItem(row);
+        row->setExpanded(true);
+    }
+    Q_EMIT modified();
+}
+
+void ProbePortsOptionWidget::onProbeOutClicked(QTreeWidgetItem *item, int column)
+{
+    Q_UNUSED(column)
+    mirrorSelection(ui->treeProbeOut, item, ui->treeValue);
+}
+
+void ProbePortsOptionWidget::onValueTreeClicked(QTreeWidgetItem *item, int column)
+{
+    Q_UNUSED(column)
+    mirrorSelection(ui->treeValue, item, ui->treeProbeOut);
+}
+
+void ProbePortsOptionWidget::onProbeOutTreeCollapsed(QTreeWidgetItem *item)
+{
+    mirrorExpansion(ui->treeProbeOut, item, ui->treeValue);
+}
+
+void ProbePortsOptionWidget::onProbeOutTreeExpanded(QTreeWidgetItem *item)
+{
+    mirrorExpansion(ui->treeProbeOut, item, ui->treeValue);
+}
+
+void ProbePortsOptionWidget::onValueTreeCollapsed(QTreeWidgetItem *item)
+{
+    mirrorExpansion(ui->treeValue, item, ui->treeProbeOut);
+}
+
+void ProbePortsOptionWidget::onValueTreeExpanded(QTreeWidgetItem *item)
+{
+    mirrorExpansion(ui->treeValue, item, ui->treeProbeOut);
+}
+
+void ProbePortsOptionWidget::onScrollProbeOutChanged()
+{
+    mirrorScroll(ui->treeProbeOut, ui->treeValue);
+}
+
+void ProbePortsOptionWidget::onScrollInitialValueChanged()
+{
+    mirrorScroll(ui->treeValue, ui->treeProbeOut);
+}
+
+void ProbePortsOptionWidget::onCheckUserClock()
+{
+    enableUserClock(ui->checkUserClock->isChecked());
+    Q_EMIT modified();
+}
+
+void ProbePortsOptionWidget::onbtnUserClock()
+{
+    const QPointer<ProbePortsOptionWidget> self(this);
+    const QString name = TarnSignalSelectDialog::getOneNetName(m_netlist, ProbeTypeIn, this);
+    if (!self || name.isEmpty())
+        return;
+    ui->lineEditUserClock->setText(name);
+    Q_EMIT modified();
+}
+
+void ProbePortsOptionWidget::updateProbeInTree()
+{
+    for (int i = 0; i < ui->treeProbeIn->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *row = ui->treeProbeIn->topLevelItem(i);
+        qDeleteAll(row->takeChildren());
+        if (const ProbeIn *port = m_core->getProbeIn(i))
+            signals2Tree(row, port->signals, SignalType);
+    }
+}
+
+void ProbePortsOptionWidget::updateProbeOutTree()
+{
+    struct Port
+    {
+        const QList<SignalItem> *items;
+        QTreeWidgetItem *valueRow;
+        InitialValueLine *line;
+        QString bits;
+    };
+    QVector<Port> ports;
+
+    // The rows of all ports first and the labels after: the tree is laid out for every widget that
+    // it gets while there are new rows.
+    for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i) {
+        const ProbeOut *port = m_core->getProbeOut(i);
+        InitialValueLine *line = lineOf(i);
+        if (!port || !line)
+            continue;
+        QTreeWidgetItem *row = ui->treeProbeOut->topLevelItem(i);
+        QTreeWidgetItem *valueRow = ui->treeValue->topLevelItem(i);
+        const int width = port->singleSignals().size();
+        const QString bits =
+            fitted(stringHextoBinfor0x(line->displayText()), line->getWidth(), width);
+
+        line->setInert(true);
+        line->clearBitLabels();
+        qDeleteAll(row->takeChildren());
+        qDeleteAll(valueRow->takeChildren());
+        signals2ProbeOutTree(row, port->signals, SignalType);
+        QList<QTreeWidgetItem *> valueRows;
+        for (int k = 0; k < port->signals.size(); ++k)
+            valueRows.append(new QTreeWidgetItem(SignalType));
+        valueRow->addChildren(valueRows);
+
+        line->setEnabled(width != 0);
+        // The mask for the width so far would cut a longer value.
+        line->updateValidatorForWidth(width);
+        line->setText(hexTextOf(bits));
+        ports.append({&port->signals, valueRow, line, bits});
+    }
+    for (Port &port : ports) {
+        values2Tree(ui->treeValue, port.valueRow, *port.items, port.bits, port.line);
+        port.line->updateValidator();
+        port.line->setInert(false);
+    }
+}
+
+void ProbePortsOptionWidget::addProbeInRow(int index)
+{
+    auto *row = new QTreeWidgetItem(ui->treeProbeIn, PortType);
+    row->setText(0, tr("Probe In%1").arg(index));
+}
+
+InitialValueLine *ProbePortsOptionWidget::addProbeOutRow(int index)
+{
+    auto *row = new QTreeWidgetItem(ui->treeProbeOut, PortType);
+    row->setText(0, tr("Probe Out%1").arg(index));
+    auto *valueRow = new QTreeWidgetItem(ui->treeValue, PortType);
+    auto *line = new InitialValueLine(index, this);
+    ui->treeValue->setItemWidget(valueRow, 0, line);
+    return line;
+}
+
+void ProbePortsOptionWidget::removeValueRow(int index)
+{
+    QTreeWidgetItem *row = ui->treeValue->topLevelItem(index);
+    if (InitialValueLine *line = lineOf(index)) {
+        line->setInert(true);
+        line->clearBitLabels();
+        delete line;
+    }
+    for (int i = 0; i < row->childCount(); ++i)
+        delete ui->treeValue->itemWidget(row->child(i), 0);
+    delete row;
+}
+
+InitialValueLine *ProbePortsOptionWidget::lineOf(int row) const
+{
+    QTreeWidgetItem *item = ui->treeValue->topLevelItem(row);
+    return item ? qobject_cast<InitialValueLine *>(ui->treeValue->itemWidget(item, 0)) : nullptr;
+}
+
+void ProbePortsOptionWidget::renumber(QTreeWidget *tree, ProbeType type)
+{
+    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+        const QString text = type == ProbeTypeOut ? tr("Probe Out%1") : tr("Probe In%1");
+        tree->topLevelItem(i)->setText(0, text.arg(i));
+    }
+}
+
+void ProbePortsOptionWidget::enableUserClock(bool enabled)
+{
+    ui->labelClock->setEnabled(enabled);
+    ui->lineEditUserClock->setEnabled(enabled);
+    ui->btnUserClock->setEnabled(enabled);
+}
+
+void ProbePortsOptionWidget::warn(const QString &text)
+{
+    Message message;
+    message.icon = QMessageBox::Warning;
+    message.title = tr("Warning");
+    message.text = text;
+    showMessage(this, message);
 }
 
 } // namespace TARN
