@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <netweir/internal/extraction.h>
 #include <netweir/internal/netlistreader.h>
 #include <netweir/rtlnetlist.h>
 
@@ -26,18 +27,14 @@ public:
         QProcess process;
         process.setWorkingDirectory(m_folder.path());
         process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(QStringLiteral("verilator_bin"),
-                      {"--xml-only",    "-O0",        "--no-timing",
-                       "-Wno-fatal",    "-Wno-lint",  "-Wno-style",
-                       "-Wno-context",  "--bbox-sys", "--bbox-unsup",
-                       "--error-limit", "100000",     "--unroll-count",
-                       "100000",        "--Mdir",     "out",
-                       "--top-module",  top,          "--default-language",
-                       "1800-2017",     file});
+        process.start(
+            QStringLiteral("verilator_bin"),
+            NETWEIR::Internal::elaboratorArguments(top, QStringLiteral("1800-2017"), false) +
+                QStringList{file});
         const bool ended = process.waitForFinished(60000);
         m_log = process.readAll();
         m_ok = ended && process.exitCode() == 0;
-        m_xml = m_folder.filePath(QStringLiteral("out/V%1.xml").arg(top));
+        m_xml = m_folder.filePath(QLatin1String(NETWEIR::Internal::ElaboratedFile));
     }
 
     bool isOk() const { return m_ok; }

@@ -32,7 +32,6 @@ constexpr int MostRuns = 2;
 
 constexpr qint64 MostText = 1024 * 1024 * 1024;
 
-const char XmlFile[] = "design.xml";
 const char TextPrefix[] = "text";
 const char StubFile[] = "stubs.v";
 
@@ -97,6 +96,37 @@ private:
 };
 
 } // namespace
+
+QStringList elaboratorArguments(const QString &top, const QString &standard, bool timed)
+{
+    return {
+        QStringLiteral("--xml-only"),
+        QStringLiteral("--xml-output"),
+        QLatin1String(ElaboratedFile),
+        QStringLiteral("-O0"), // The default optimisation deletes nets of the user.
+        timed ? QStringLiteral("--timing") : QStringLiteral("--no-timing"),
+        QStringLiteral("-Wno-fatal"),
+        QStringLiteral("-Wno-lint"),
+        QStringLiteral("-Wno-style"),
+        QStringLiteral("-Wno-context"),
+        QStringLiteral("-Wno-MODDUP"),       // A library module that the sources define too.
+        QStringLiteral("-Wno-TIMESCALEMOD"), // Stubs have no time scale.
+        QStringLiteral("-Wno-STMTDLY"),      // Delays have no bearing on nets.
+        QStringLiteral("--bbox-sys"),
+        QStringLiteral("--bbox-unsup"),
+        QStringLiteral("--error-limit"),
+        QStringLiteral("100000"),
+        QStringLiteral("--unroll-count"),
+        QStringLiteral("100000"),
+        QStringLiteral("--Mdir"),
+        QStringLiteral("."),
+        QStringLiteral("--top-module"),
+        top,
+        QStringLiteral("--default-language"),
+        standard,
+        QStringLiteral("+1800-2017ext+sv"),
+    };
+}
 
 Extraction::Extraction(const DesignSources &sources)
     : m_sources(sources)
@@ -329,33 +359,8 @@ bool Extraction::writeElaboratorInput()
 void Extraction::runElaborator()
 {
     const QDir root(m_folder->path());
-    QStringList arguments = {
-        QStringLiteral("--xml-only"),
-        QStringLiteral("--xml-output"),
-        QLatin1String(XmlFile),
-        QStringLiteral("-O0"), // The default optimisation deletes nets of the user.
-        m_timed ? QStringLiteral("--timing") : QStringLiteral("--no-timing"),
-        QStringLiteral("-Wno-fatal"),
-        QStringLiteral("-Wno-lint"),
-        QStringLiteral("-Wno-style"),
-        QStringLiteral("-Wno-context"),
-        QStringLiteral("-Wno-MODDUP"),       // A library module that the sources define too.
-        QStringLiteral("-Wno-TIMESCALEMOD"), // Stubs have no time scale.
-        QStringLiteral("-Wno-STMTDLY"),      // Delays have no bearing on nets.
-        QStringLiteral("--bbox-sys"),
-        QStringLiteral("--bbox-unsup"),
-        QStringLiteral("--error-limit"),
-        QStringLiteral("100000"),
-        QStringLiteral("--unroll-count"),
-        QStringLiteral("100000"),
-        QStringLiteral("--Mdir"),
-        QStringLiteral("."),
-        QStringLiteral("--top-module"),
-        m_wrapsTop ? QString(QLatin1String(WrapperModule)) : m_top,
-        QStringLiteral("--default-language"),
-        m_sources.standard,
-        QStringLiteral("+1800-2017ext+sv"),
-    };
+    QStringList arguments = elaboratorArguments(
+        m_wrapsTop ? QString(QLatin1String(WrapperModule)) : m_top, m_sources.standard, m_timed);
     for (int i = 0; i < m_files.size(); ++i) {
         if (m_sources.files[i].library)
             arguments.append(QStringLiteral("-v"));
@@ -366,7 +371,7 @@ void Extraction::runElaborator()
     if (!m_stubs->isEmpty() && writeText(root.filePath(QLatin1String(StubFile)), m_stubs->text()))
         arguments.append(QLatin1String(StubFile));
 
-    QFile::remove(root.filePath(QLatin1String(XmlFile)));
+    QFile::remove(root.filePath(QLatin1String(ElaboratedFile)));
     ++m_runs;
     m_state = Elaborating;
     m_process = std::make_unique<ToolProcess>(m_folder->path());
@@ -404,7 +409,7 @@ bool Extraction::finishElaboration(QStringList *messages)
                                            return place;
                                        });
     const bool complete =
-        succeeded && isCompleteXml(QDir(m_folder->path()).filePath(QLatin1String(XmlFile)));
+        succeeded && isCompleteXml(QDir(m_folder->path()).filePath(QLatin1String(ElaboratedFile)));
     if (!complete && (!containsError(found) || m_process->result() != ToolProcess::Failed))
         found.append(failureOf(*m_process, Text::tr("Elaborating the design")));
     *messages += found;
@@ -482,7 +487,7 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
                                                     QStringList *messages)
 {
     progress->setPhase(Text::tr("Building netlist"));
-    const QString path = QDir(m_folder->path()).filePath(QLatin1String(XmlFile));
+    const QString path = QDir(m_folder->path()).filePath(QLatin1String(ElaboratedFile));
     ReadOptions options;
     options.topIsWrapped = m_wrapsTop;
     options.unknownModules = m_stubs->unknownModules();

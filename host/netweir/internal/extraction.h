@@ -23,6 +23,15 @@ class ExtractionProgress;
 class ToolProcess;
 struct ToolMessage;
 
+/// What the elaborator writes into its working folder.
+constexpr char ElaboratedFile[] = "design.xml";
+
+/// The elaborator's arguments, but for the files to be read, with module @p top and the language
+/// @p standard of the files that are not SystemVerilog. Delays and events are left out unless
+/// @p timed.
+NETWEIR_EXPORT QStringList elaboratorArguments(const QString &top, const QString &standard,
+                                               bool timed);
+
 /// The way of one design from its sources to its netlist.
 ///
 /// The preprocessor runs first; its output tells the modules and, file by file, is what the
