@@ -31,6 +31,7 @@ private Q_SLOTS:
     void standInForUnknownModules();
     void usePrimitivesOfTheDevice();
     void learnMissingPins();
+    void learnTypes();
     void singleInstancesStandInForArrays_data();
     void singleInstancesStandInForArrays();
 };
@@ -112,6 +113,23 @@ void TestStubs::learnMissingPins()
         stubs.text(),
         QByteArray("`resetall\nmodule \\s (input [8191:0] \\a , input [8191:0] \\b );\nendmodule\n"
                    "module \\t #(parameter \\P = 0) ();\nendmodule\n"));
+}
+
+void TestStubs::learnTypes()
+{
+    Stubs stubs = stubsOf("module m;\ns #(.P(1), .T(logic)) u();\nt #(1, byte) v();\nendmodule");
+    QVERIFY(stubs.addType({0, 2}, "T"));
+    QVERIFY(!stubs.addType({0, 2}, "T")); // It is one.
+    QVERIFY(stubs.addType({0, 3}, "__paramNumber2"));
+    QVERIFY(!stubs.addType({0, 1}, "P")); // No instance there.
+    QVERIFY(!stubs.isUnknownAt({0, 1}));
+    QVERIFY(stubs.isUnknownAt({0, 3}));
+    QVERIFY(!stubs.isUnknownAt({1, 3}));
+    QCOMPARE(stubs.text(),
+             QByteArray("`resetall\n"
+                        "module \\s #(parameter \\P = 0, parameter type \\T = logic) ();\n"
+                        "endmodule\nmodule \\t #(parameter \\parameter_1 = 0, "
+                        "parameter type \\parameter_2 = logic) ();\nendmodule\n"));
 }
 
 void TestStubs::singleInstancesStandInForArrays_data()

@@ -33,7 +33,7 @@ constexpr int MostRuns = 2;
 constexpr qint64 MostText = 1024 * 1024 * 1024;
 
 const char TextPrefix[] = "text";
-const char StubFile[] = "stubs.v";
+const char StubFile[] = "stubs.sv";
 
 /// Instantiates a top that instantiates itself: the elaborator would drop instances of its top.
 const char WrapperFile[] = "wrapper.v";
@@ -412,7 +412,7 @@ bool Extraction::finishElaboration(QStringList *messages)
         succeeded && isCompleteXml(QDir(m_folder->path()).filePath(QLatin1String(ElaboratedFile)));
     if (!complete && (!containsError(found) || m_process->result() != ToolProcess::Failed))
         found.append(failureOf(*m_process, Text::tr("Elaborating the design")));
-    *messages += found;
+    *messages += unknownPinErrors() + found;
     return complete;
 }
 
@@ -423,7 +423,8 @@ bool Extraction::runsOnceMore()
         return false;
     const bool needsTiming = !m_timed && m_process->errorOutput().contains("%Error-NOTIMING");
     m_timed = m_timed || needsTiming;
-    return addMissingPins() || needsTiming;
+    const bool learned = addMissingPins();
+    return addTypeParameters() || learned || needsTiming;
 }
 
 bool Extraction::addMissingPins()
@@ -441,6 +442,41 @@ bool Extraction::addMissingPins()
         added = m_stubs->addMissing(textLineOf(message), name, isParameter) || added;
     }
     return added;
+}
+
+/// An unknown module may have types as parameters.
+bool Extraction::addTypeParameters()
+{
+    static const QByteArray beginning("Can't convert defparam value to constant: Param '");
+    bool added = false;
+    const QVector<ToolMessage> messages = parseToolOutput(m_process->errorOutput());
+    for (const ToolMessage &message : messages) {
+        if (!message.text.startsWith(beginning))
+            continue;
+        const int end = message.text.indexOf("' of '", beginning.size());
+        const QByteArray name = message.text.mid(beginning.size(), end - beginning.size());
+        added = m_stubs->addType(textLineOf(message), name) || added;
+    }
+    return added;
+}
+
+/// The elaborator takes neither an interface nor an unpacked array for the vectors that the pins of
+/// stubs are.
+QStringList Extraction::unknownPinErrors() const
+{
+    QStringList result;
+    const QVector<ToolMessage> messages = parseToolOutput(m_process->errorOutput());
+    for (const ToolMessage &message : messages) {
+        if (!message.text.startsWith("Illegal input port connection '") ||
+            !m_stubs->isUnknownAt(textLineOf(message)))
+            continue;
+        Place place = m_text->place(textLineOf(message));
+        place.column = message.column;
+        result.append(errorMessage(
+            place, Text::tr("An interface or an array is connected to a module that no file "
+                            "defines. Add the file that defines the module.")));
+    }
+    return result;
 }
 
 /// The elaborator reads the texts under the names that textName() gives them.

@@ -73,6 +73,8 @@ private:
     bool finishElaboration(QStringList *messages);
     bool runsOnceMore();
     bool addMissingPins();
+    bool addTypeParameters();
+    QStringList unknownPinErrors() const;
     TextLine textLineOf(const ToolMessage &message) const;
     QString failureOf(const ToolProcess &process, const QString &phase) const;
     std::unique_ptr<RtlNetlist> readNetlist(ExtractionProgress *progress, QStringList *messages);

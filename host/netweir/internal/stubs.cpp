@@ -30,6 +30,12 @@ QByteArrayList filledUp(const QByteArrayList &names, int positional, const char 
     return result;
 }
 
+bool isAt(const Instantiation &instantiation, const TextLine &place)
+{
+    return instantiation.first.text == place.text && instantiation.first.line <= place.line &&
+           instantiation.last.line >= place.line;
+}
+
 } // namespace
 
 void Stubs::NameList::add(const QByteArray &name)
@@ -91,6 +97,19 @@ void Stubs::addDefparams(const ModuleScan &scan)
     }
 }
 
+QByteArrayList Stubs::parameterDeclarations(const Stub &stub) const
+{
+    QByteArrayList result;
+    for (const QByteArray &name :
+         filledUp(stub.parameters.names, stub.parameters.positional, "parameter_")) {
+        const QByteArray position = "__paramNumber" + QByteArray::number(result.size() + 1);
+        const bool isType = stub.types.contains(name) || stub.types.contains(position);
+        result.append(isType ? "parameter type " + escaped(name) + "= logic"
+                             : "parameter " + escaped(name) + "= 0");
+    }
+    return result;
+}
+
 QByteArray Stubs::text() const
 {
     QByteArray result("`resetall\n");
@@ -100,10 +119,7 @@ QByteArray Stubs::text() const
         result += devicePrimitiveSource(primitive);
     for (const QByteArray &name : m_order) {
         const Stub &stub = m_stubs[name];
-        QByteArrayList parameters;
-        for (const QByteArray &parameter :
-             filledUp(stub.parameters.names, stub.parameters.positional, "parameter_"))
-            parameters.append("parameter " + escaped(parameter) + "= 0");
+        const QByteArrayList parameters = parameterDeclarations(stub);
         QByteArrayList pins;
         for (const QByteArray &pin : filledUp(stub.pins.names, stub.pins.positional, "pin_"))
             pins.append(QByteArray("input ") + PinRange + ' ' + escaped(pin));
@@ -131,8 +147,7 @@ bool Stubs::addMissing(const TextLine &place, const QByteArray &name, bool isPar
 {
     bool added = false;
     for (const Instantiation &instantiation : qAsConst(m_instantiations)) {
-        if (instantiation.first.text != place.text || instantiation.first.line > place.line ||
-            instantiation.last.line < place.line)
+        if (!isAt(instantiation, place))
             continue;
         Stub &stub = m_stubs[instantiation.module];
         NameList &names = isParameter ? stub.parameters : stub.pins;
@@ -140,6 +155,26 @@ bool Stubs::addMissing(const TextLine &place, const QByteArray &name, bool isPar
         names.add(name);
     }
     return added;
+}
+
+bool Stubs::addType(const TextLine &place, const QByteArray &name)
+{
+    bool added = false;
+    for (const Instantiation &instantiation : qAsConst(m_instantiations)) {
+        if (!isAt(instantiation, place))
+            continue;
+        QSet<QByteArray> &types = m_stubs[instantiation.module].types;
+        added = added || !types.contains(name);
+        types.insert(name);
+    }
+    return added;
+}
+
+bool Stubs::isUnknownAt(const TextLine &place) const
+{
+    return std::any_of(
+        m_instantiations.begin(), m_instantiations.end(),
+        [&place](const Instantiation &instantiation) { return isAt(instantiation, place); });
 }
 
 } // namespace Internal

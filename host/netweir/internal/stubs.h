@@ -42,6 +42,13 @@ public:
     /// @p place. False when that is none of an unknown module or already has it.
     bool addMissing(const TextLine &place, const QByteArray &name, bool isParameter);
 
+    /// Makes a parameter of the unknown module instantiated at @p place a type: @p name, or
+    /// "__paramNumber3" for the third. False when there is no such instantiation, or it is one.
+    bool addType(const TextLine &place, const QByteArray &name);
+
+    /// An unknown module is instantiated at @p place.
+    bool isUnknownAt(const TextLine &place) const;
+
 private:
     /// Names in the order of their first use.
     struct NameList
@@ -57,10 +64,12 @@ private:
     {
         NameList parameters;
         NameList pins;
+        QSet<QByteArray> types; ///< Parameters that are types.
     };
 
     void add(const Instantiation &instantiation);
     void addDefparams(const ModuleScan &scan);
+    QByteArrayList parameterDeclarations(const Stub &stub) const;
 
     QVector<Instantiation> m_instantiations; ///< Without those of primitives.
     QByteArrayList m_order;
