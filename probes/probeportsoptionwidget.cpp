@@ -388,6 +388,9 @@ void ProbePortsOptionWidget::updateProbeOutTree()
     };
     QVector<Port> ports;
 
+    // Each label that appears is compared with all others on the screen.
+    ui->treeValue->setUpdatesEnabled(false);
+
     // The rows of all ports first and the labels after: the tree is laid out for every widget that
     // it gets while there are new rows.
     for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i) {
@@ -422,6 +425,8 @@ void ProbePortsOptionWidget::updateProbeOutTree()
         port.line->updateValidator();
         port.line->setInert(false);
     }
+    ui->treeValue->doItemsLayout();
+    ui->treeValue->setUpdatesEnabled(true);
 }
 
 void ProbePortsOptionWidget::addProbeInRow(int index)
