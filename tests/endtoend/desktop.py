@@ -1,0 +1,217 @@
+# SPDX-FileCopyrightText: The TARN Inserter authors
+# SPDX-License-Identifier: Apache-2.0
+"""A desktop of its own for a driven program: X server, window manager, mouse, keys and pixels."""
+
+import os
+import re
+import shutil
+import subprocess
+import tempfile
+import time
+from pathlib import Path
+
+PATIENCE = 120  # seconds that a machine under load may take for one step
+
+
+class Failure(Exception):
+    pass
+
+
+def expect(condition, what):
+    if not condition:
+        raise Failure("not so: " + what)
+
+
+def run(*command):
+    return subprocess.run(command, check=True, capture_output=True).stdout
+
+
+def wait_for(what, condition):
+    deadline = time.monotonic() + PATIENCE
+    while time.monotonic() < deadline:
+        result = condition()
+        if result:
+            return result
+        time.sleep(0.1)
+    raise Failure("did not happen: " + what)
+
+
+class Image:
+    """The screen as pixels."""
+
+    def __init__(self):
+        # A P6 file: magic number, size and depth, then three bytes a pixel.
+        data = run("import", "-window", "root", "-depth", "8", "ppm:-")
+        header = re.match(rb"P6\s+(\d+)\s+(\d+)\s+255\s", data)
+        self.width = int(header[1])
+        self.height = int(header[2])
+        self.rows = [
+            data[header.end() + 3 * self.width * y : header.end() + 3 * self.width * (y + 1)]
+            for y in range(self.height)
+        ]
+
+    def rows_with(self, colour, count):
+        """The rows that hold at least `count` adjoining pixels of `colour`, with the column."""
+        run_of_colour = bytes(colour) * count
+        found = []
+        for y, row in enumerate(self.rows):
+            at = row.find(run_of_colour)
+            if at >= 0:
+                found.append((y, at // 3))
+        return found
+
+    def changed_box(self, other):
+        """Left, top, right and bottom of what differs from `other`, None when nothing does."""
+        rows = [y for y in range(self.height) if self.rows[y] != other.rows[y]]
+        if not rows:
+            return None
+        left, right = self.width, 0
+        for y in rows:
+            columns = [
+                x
+                for x in range(self.width)
+                if self.rows[y][3 * x : 3 * x + 3] != other.rows[y][3 * x : 3 * x + 3]
+            ]
+            left = min(left, columns[0])
+            right = max(right, columns[-1])
+        return left, rows[0], right, rows[-1]
+
+
+class Screen:
+    """Mouse, keys, windows and pixels of one X server."""
+
+    def __init__(self, shots):
+        self.shots = shots
+        self.count = 0
+
+    def key(self, *keys):
+        for key in keys:
+            run("xdotool", "key", "--clearmodifiers", key)
+            time.sleep(0.2)
+
+    def type(self, text):
+        run("xdotool", "type", "--delay", "20", text)
+        time.sleep(0.2)
+
+    def click(self, x, y, button=1):
+        run("xdotool", "mousemove", str(x), str(y), "sleep", "0.2", "click", str(button))
+        time.sleep(0.3)
+
+    def titles(self):
+        found = subprocess.run(
+            ["xdotool", "search", "--onlyvisible", "--name", ".", "getwindowname", "%@"],
+            capture_output=True,
+            text=True,
+        )
+        return found.stdout.splitlines()
+
+    def wait_for_window(self, title):
+        wait_for(f'window "{title}"', lambda: title in self.titles())
+        time.sleep(0.3)  # until the window manager has given it the focus
+
+    def wait_for_no_window(self, title):
+        wait_for(f'end of window "{title}"', lambda: title not in self.titles())
+        time.sleep(0.3)
+
+    def still(self):
+        """The screen once nothing moves on it any more."""
+
+        def unchanged():
+            first = Image()
+            time.sleep(0.4)
+            second = Image()
+            return second if first.changed_box(second) is None else None
+
+        return wait_for("a screen at rest", unchanged)
+
+    def shoot(self, name):
+        self.count += 1
+        run("import", "-window", "root", str(self.shots / f"{self.count:02}-{name}.png"))
+
+
+class Workbench:
+    """The application as a process and what it writes."""
+
+    def __init__(self, program, project, configuration, log):
+        self.log = log
+        environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_STYLE_OVERRIDE="Fusion")
+        with open(log, "wb") as output:
+            self.process = subprocess.Popen(
+                [program, project, configuration],
+                stdin=subprocess.DEVNULL,
+                stdout=output,
+                stderr=output,
+                env=environment,
+            )
+
+    def lines(self):
+        return self.log.read_text(errors="replace").splitlines()
+
+    def wait_for_line(self, beginning, count=1):
+        def written():
+            if self.process.poll() is not None:
+                raise Failure(f"the workbench ended, code {self.process.returncode}")
+            return sum(line.startswith(beginning) for line in self.lines()) >= count
+
+        wait_for(f'line "{beginning}" {count} times', written)
+
+
+def start_x_server():
+    read_end, write_end = os.pipe()
+    server = subprocess.Popen(
+        ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+        pass_fds=[write_end],
+        stdin=subprocess.DEVNULL,
+        stderr=subprocess.DEVNULL,
+    )
+    os.close(write_end)
+    with os.fdopen(read_end) as display:
+        os.environ["DISPLAY"] = ":" + display.readline().strip()
+    return server
+
+
+def start_window_manager():
+    """Windows that it finds at its start it moves: it has to be there before the first one."""
+    manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
+    asks = ["xdotool", "get_num_desktops"]
+    wait_for(
+        "a window manager", lambda: subprocess.run(asks, capture_output=True).returncode == 0
+    )
+    return manager
+
+
+def drive(program, example, shots, job):
+    """Runs job(screen, workbench, folder) with the workbench on a copy of the example, and says
+    how that went. Returns the exit code."""
+    shots = Path(shots)
+    shots.mkdir(parents=True, exist_ok=True)
+    for old in shots.glob("*.png"):
+        old.unlink()
+    for name in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORMTHEME", "XDG_CURRENT_DESKTOP"):
+        os.environ.pop(name, None)
+
+    processes = [start_x_server()]
+    screen = Screen(shots)
+    with tempfile.TemporaryDirectory(prefix="tarn drive ") as scratch:
+        folder = Path(scratch) / Path(example).name
+        shutil.copytree(example, folder)
+        log = Path(scratch) / "log"
+        try:
+            processes.append(start_window_manager())
+            workbench = Workbench(
+                program, folder / f"{folder.name}.json", folder / f"{folder.name}.tarn", log
+            )
+            processes.append(workbench.process)
+            job(screen, workbench, folder)
+        except Failure as failure:
+            screen.shoot("failure")
+            print(f"FAILED: {failure}; screenshots in {shots}")
+            if log.exists():
+                print(f"The workbench wrote:\n{log.read_text(errors='replace')}")
+            return 1
+        finally:
+            for process in reversed(processes):
+                process.terminate()
+                process.wait()
+    print(f"passed, {screen.count} screenshots in {shots}")
+    return 0
