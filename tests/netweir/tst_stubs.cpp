@@ -60,7 +60,7 @@ void TestStubs::standInForUnknownModules_data()
         "(input [8191:0] \\a , input [8191:0] \\b , input [8191:0] \\c , input [8191:0] \\pin_4 "
         ");\nendmodule\n");
     row("defparam", "module m; s u(.a(x)); defparam u.Q = 1, u.P = 2; endmodule",
-        "module \\s #(parameter \\P = 0, parameter \\Q = 0) (input [8191:0] \\a );\nendmodule\n");
+        "module \\s #(parameter \\Q = 0, parameter \\P = 0) (input [8191:0] \\a );\nendmodule\n");
     row("defparam from above",
         "module m; n v(); defparam v.u.P = 1; endmodule"
         " module n; s u(); endmodule",

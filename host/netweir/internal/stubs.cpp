@@ -30,12 +30,6 @@ QByteArrayList filledUp(const QByteArrayList &names, int positional, const char 
     return result;
 }
 
-bool isAt(const Instantiation &instantiation, const TextLine &place)
-{
-    return instantiation.first.text == place.text && instantiation.first.line <= place.line &&
-           instantiation.last.line >= place.line;
-}
-
 } // namespace
 
 void Stubs::NameList::add(const QByteArray &name)
@@ -72,7 +66,10 @@ void Stubs::add(const Instantiation &instantiation)
     stub.parameters.positional =
         qMax(stub.parameters.positional, instantiation.positionalParameters);
     stub.pins.positional = qMax(stub.pins.positional, instantiation.positionalPins);
-    m_instantiations.append(instantiation);
+    for (int line = instantiation.first.line; line <= instantiation.last.line; ++line)
+        m_modulesAt[{instantiation.first.text, line}].insert(instantiation.module);
+    for (const QByteArray &instance : instantiation.instances)
+        m_modulesOf[instance].insert(instantiation.module);
     m_ranges[instantiation.first.text] += instantiation.ranges;
 }
 
@@ -80,19 +77,10 @@ void Stubs::add(const Instantiation &instantiation)
 /// instance of that name gets the parameter.
 void Stubs::addDefparams(const ModuleScan &scan)
 {
-    QHash<QByteArray, QSet<QByteArray>> parameters; // By instance.
     for (const DesignUnit &unit : scan.units) {
-        for (const Defparam &defparam : unit.defparams)
-            parameters[defparam.instance].insert(defparam.parameter);
-    }
-    if (parameters.isEmpty())
-        return;
-    for (const Instantiation &instantiation : qAsConst(m_instantiations)) {
-        for (const QByteArray &instance : instantiation.instances) {
-            QByteArrayList names = parameters.value(instance).values();
-            std::sort(names.begin(), names.end());
-            for (const QByteArray &name : qAsConst(names))
-                m_stubs[instantiation.module].parameters.add(name);
+        for (const Defparam &defparam : unit.defparams) {
+            for (const QByteArray &module : m_modulesOf.value(defparam.instance))
+                m_stubs[module].parameters.add(defparam.parameter);
         }
     }
 }
@@ -146,10 +134,8 @@ QByteArray Stubs::withoutArrays(int index, const QByteArray &text) const
 bool Stubs::addMissing(const TextLine &place, const QByteArray &name, bool isParameter)
 {
     bool added = false;
-    for (const Instantiation &instantiation : qAsConst(m_instantiations)) {
-        if (!isAt(instantiation, place))
-            continue;
-        Stub &stub = m_stubs[instantiation.module];
+    for (const QByteArray &module : modulesAt(place)) {
+        Stub &stub = m_stubs[module];
         NameList &names = isParameter ? stub.parameters : stub.pins;
         added = added || !names.known.contains(name);
         names.add(name);
@@ -160,10 +146,8 @@ bool Stubs::addMissing(const TextLine &place, const QByteArray &name, bool isPar
 bool Stubs::addType(const TextLine &place, const QByteArray &name)
 {
     bool added = false;
-    for (const Instantiation &instantiation : qAsConst(m_instantiations)) {
-        if (!isAt(instantiation, place))
-            continue;
-        QSet<QByteArray> &types = m_stubs[instantiation.module].types;
+    for (const QByteArray &module : modulesAt(place)) {
+        QSet<QByteArray> &types = m_stubs[module].types;
         added = added || !types.contains(name);
         types.insert(name);
     }
@@ -172,9 +156,12 @@ bool Stubs::addType(const TextLine &place, const QByteArray &name)
 
 bool Stubs::isUnknownAt(const TextLine &place) const
 {
-    return std::any_of(
-        m_instantiations.begin(), m_instantiations.end(),
-        [&place](const Instantiation &instantiation) { return isAt(instantiation, place); });
+    return !modulesAt(place).isEmpty();
+}
+
+QSet<QByteArray> Stubs::modulesAt(const TextLine &place) const
+{
+    return m_modulesAt.value({place.text, place.line});
 }
 
 } // namespace Internal

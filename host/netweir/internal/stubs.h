@@ -7,6 +7,7 @@
 #include "modulescan.h"
 
 #include <QHash>
+#include <QPair>
 #include <QSet>
 #include <QString>
 
@@ -68,12 +69,15 @@ private:
     };
 
     void add(const Instantiation &instantiation);
+    QSet<QByteArray> modulesAt(const TextLine &place) const;
     void addDefparams(const ModuleScan &scan);
     QByteArrayList parameterDeclarations(const Stub &stub) const;
 
-    QVector<Instantiation> m_instantiations; ///< Without those of primitives.
     QByteArrayList m_order;
     QHash<QByteArray, Stub> m_stubs;
+    /// Unknown modules by text and line of their instantiations, and by the names of instances.
+    QHash<QPair<int, int>, QSet<QByteArray>> m_modulesAt;
+    QHash<QByteArray, QSet<QByteArray>> m_modulesOf;
     QHash<int, QVector<TextRange>> m_ranges; ///< Of arrays of unknown modules, by text.
     QSet<QString> m_unknown;
     QSet<QString> m_primitives;
