@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "netlisttext.h"
+
 #include <netweir/internal/extraction.h>
 #include <netweir/internal/netlistreader.h>
 #include <netweir/rtlnetlist.h>
@@ -53,5 +55,17 @@ private:
     QString m_xml;
     bool m_ok = false;
 };
+
+/// The netlist of @p source as text, or what went wrong.
+inline QString netlistTextOf(const QByteArray &source,
+                             const NETWEIR::Internal::ReadOptions &options = {})
+{
+    const Elaboration design(source);
+    if (!design.isOk())
+        return QString::fromUtf8(design.log());
+    QString error;
+    const auto netlist = design.read(options, &error);
+    return netlist ? netlistText(netlist->top()) : error;
+}
 
 } // namespace TarnTest

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designfixture.h"
 #include "elaboration.h"
-#include "netlisttext.h"
 
 #include <support/testcase.h>
 
@@ -730,31 +729,22 @@ void tst_NetlistMarks::marksFollowTheDesign()
     QFETCH(QByteArray, source);
     QFETCH(QString, expected);
 
-    const TarnTest::Elaboration design(source);
-    QVERIFY2(design.isOk(), design.log().constData());
-    QString error;
-    const auto netlist = design.read({}, &error);
-    QVERIFY2(netlist, qPrintable(error));
-    QCOMPARE(TarnTest::netlistText(netlist->top()), expected);
+    QCOMPARE(TarnTest::netlistTextOf(source), expected);
 }
 
 /// What the elaborator leaves out is told by name, and reaches the ports of other instances.
 void tst_NetlistMarks::tiedNetsAreDriven()
 {
-    const TarnTest::Elaboration design(R"(
+    const QByteArray source = R"(
 module inner(inout p, input i); wire w; tran (p, w); endmodule
 module top(inout pad); wire w, a, b, \x/1 ; wire [3:0] v; tran (pad, w); inner u(a, b);
   inner u1(v[1], v[0]); generate if (1) begin : g wire w, z; end endgenerate
-  inner u2(w, w); tran (\x/1 , pad); endmodule)");
-    QVERIFY2(design.isOk(), design.log().constData());
+  inner u2(w, w); tran (\x/1 , pad); endmodule)";
     Internal::ReadOptions options;
     options.tiedNets[QStringLiteral("top")] = {QStringLiteral("pad"), QStringLiteral("w"),
                                                QStringLiteral("x/1"), QStringLiteral("none")};
     options.tiedNets[QStringLiteral("inner")] = {QStringLiteral("p"), QStringLiteral("w")};
-    QString error;
-    const auto netlist = design.read(options, &error);
-    QVERIFY2(netlist, qPrintable(error));
-    QCOMPARE(TarnTest::netlistText(netlist->top()), QStringLiteral(R"(top : top
+    QCOMPARE(TarnTest::netlistTextOf(source, options), QStringLiteral(R"(top : top
     pad O
     w O
     a O
@@ -780,20 +770,16 @@ module top(inout pad); wire w, a, b, \x/1 ; wire [3:0] v; tran (pad, w); inner u
 
 void tst_NetlistMarks::pinsOfStubsAreDrivers()
 {
-    const TarnTest::Elaboration design(R"(
+    const QByteArray source = R"(
 module STUB(input [1023:0] a, input [1023:0] b); endmodule
 module ONE(input p); endmodule
 module leaf(input i); wire w; endmodule
 module top(input x); wire [3:0] v, w, e, s; wire f, g; leaf u(f);
   STUB named(.a(v[2:1]), .b({w[3], g})); STUB inputs(~e, 2'd1); ONE bits[3:0](s); STUB far(u.w, );
-endmodule)");
-    QVERIFY2(design.isOk(), design.log().constData());
+endmodule)";
     Internal::ReadOptions options;
     options.unknownModules = {QStringLiteral("STUB"), QStringLiteral("ONE")};
-    QString error;
-    const auto netlist = design.read(options, &error);
-    QVERIFY2(netlist, qPrintable(error));
-    QCOMPARE(TarnTest::netlistText(netlist->top()), QStringLiteral(R"(top : top
+    QCOMPARE(TarnTest::netlistTextOf(source, options), QStringLiteral(R"(top : top
     x O
     f .
     g O
@@ -869,17 +855,13 @@ endmodule)");
 
 void tst_NetlistMarks::pinsOfPrimitivesHaveTheirDirection()
 {
-    const TarnTest::Elaboration design(R"(
+    const QByteArray source = R"(
 module PRIM(input i, output [1:0] o, inout io); endmodule
 primitive udp(o, a); output o; input a; table 0 : 1; 1 : 0; endtable endprimitive
-module top; wire i, io, u, a; wire [3:0] o; PRIM p(i, o[2:1], io); udp g(u, a); endmodule)");
-    QVERIFY2(design.isOk(), design.log().constData());
+module top; wire i, io, u, a; wire [3:0] o; PRIM p(i, o[2:1], io); udp g(u, a); endmodule)";
     Internal::ReadOptions options;
     options.primitiveModules = {QStringLiteral("PRIM")};
-    QString error;
-    const auto netlist = design.read(options, &error);
-    QVERIFY2(netlist, qPrintable(error));
-    QCOMPARE(TarnTest::netlistText(netlist->top()), QStringLiteral(R"(top : top
+    QCOMPARE(TarnTest::netlistTextOf(source, options), QStringLiteral(R"(top : top
     i .
     io O
     u O
