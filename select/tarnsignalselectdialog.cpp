@@ -16,6 +16,7 @@
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QPushButton>
 #include <QRegExp>
 #include <QSet>
 
@@ -356,6 +357,17 @@ void TarnSignalSelectDialog::keyPressEvent(QKeyEvent *event)
         on_pushButtonSearch_clicked();
     else
         event->ignore();
+}
+
+void TarnSignalSelectDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    // Showing the button box has made its OK the default button, which would take both keys.
+    const auto buttons = ui->buttonBox->findChildren<QPushButton *>();
+    for (QPushButton *button : buttons) {
+        button->setAutoDefault(false);
+        button->setDefault(false);
+    }
 }
 
 } // namespace TARN

@@ -65,8 +65,10 @@ public Q_SLOTS:
     void onDelAllSignal();
 
 protected:
-    /// Return searches; every other key is ignored: neither Escape nor Enter ends the dialog.
+    /// Return searches, wherever the focus is; every other key is ignored: neither Escape nor Enter
+    /// ends the dialog.
     void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void setUpModuleTree();

@@ -68,6 +68,17 @@ struct Dialog : TarnSignalSelectDialog
     }
     void click(const char *name) const { widget<QAbstractButton>(name)->click(); }
 
+    /// The widget of that name or the button of the button box with that text.
+    QWidget *focusable(const QString &name) const
+    {
+        const QList<QAbstractButton *> buttons = widget<QDialogButtonBox>("buttonBox")->buttons();
+        for (QAbstractButton *button : buttons) {
+            if (button->text().remove('&') == name)
+                return button;
+        }
+        return widget<QWidget>(qPrintable(name));
+    }
+
     QString search(const QString &pattern)
     {
         widget<QLineEdit>("lineEditName")->setText(pattern);
@@ -774,9 +785,9 @@ void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice()
 void TarnSignalSelectDialogTest::returnSearchesOnce_data()
 {
     QTest::addColumn<QString>("widget");
-    for (const char *name :
-         {"lineEditName", "treeWidget", "treeWidgetAddSignal", "radioButtonNormal",
-          "checkBoxCaseSensitive", "pushButtonSearch", "btnAdd", "btnDelAll"})
+    for (const char *name : {"lineEditName", "treeWidget", "treeWidgetAddSignal",
+                             "radioButtonNormal", "checkBoxCaseSensitive", "comboBoxSearchIn",
+                             "pushButtonSearch", "btnAdd", "btnDelAll", "OK", "Cancel"})
         QTest::newRow(name) << name;
 }
 
@@ -786,12 +797,13 @@ void TarnSignalSelectDialogTest::returnSearchesOnce()
     Dialog dialog(m_netlist.get());
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    dialog.check("checkBoxAdvancedFilter");
     dialog.search("");
     signals2Tree(dialog.chosen(), {single("x")}, 0);
     dialog.results()->setCurrentItem(dialog.results()->topLevelItem(0));
     dialog.chosen()->setCurrentItem(dialog.chosen()->topLevelItem(0));
     clearDebugLines();
-    auto *focused = dialog.findChild<QWidget *>(widget);
+    QWidget *focused = dialog.focusable(widget);
     focused->setFocus();
     QTest::keyClick(focused, Qt::Key_Return);
     QCOMPARE(debugLines().size(), 1);
@@ -806,7 +818,9 @@ void TarnSignalSelectDialogTest::otherKeysDoNothing_data()
 {
     QTest::addColumn<QString>("widget");
     QTest::addColumn<int>("key");
-    for (const char *name : {"lineEditName", "treeWidget", "pushButtonSearch", "btnAddAll"}) {
+    for (const char *name :
+         {"lineEditName", "treeWidget", "treeWidgetAddSignal", "comboBoxSearchIn",
+          "checkBoxCaseSensitive", "pushButtonSearch", "btnAddAll", "OK", "Cancel"}) {
         QTest::addRow("%s Enter", name) << name << int(Qt::Key_Enter);
         QTest::addRow("%s Escape", name) << name << int(Qt::Key_Escape);
     }
@@ -819,10 +833,11 @@ void TarnSignalSelectDialogTest::otherKeysDoNothing()
     Dialog dialog(m_netlist.get());
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    dialog.check("checkBoxAdvancedFilter");
     dialog.search("");
     dialog.results()->setCurrentItem(dialog.results()->topLevelItem(0));
     clearDebugLines();
-    auto *focused = dialog.findChild<QWidget *>(widget);
+    QWidget *focused = dialog.focusable(widget);
     focused->setFocus();
     QTest::keyClick(focused, Qt::Key(key));
     QVERIFY(dialog.isVisible());
