@@ -147,8 +147,9 @@ QByteArray contentOf(const QString &path)
 
 } // namespace
 
-int main()
+int main(int argc, char *argv[])
 {
+    TarnBench::readArguments(argc, argv);
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("a.tarn"));
     const QString barePath = folder.filePath(QStringLiteral("bare.xml"));

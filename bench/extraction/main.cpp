@@ -254,6 +254,7 @@ bool measureGenerated(const std::string &title, const GeneratedDesign &generated
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
+    TarnBench::readArguments(argc, argv);
     const bool quick = app.arguments().contains(QStringLiteral("quick"));
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 

@@ -80,7 +80,54 @@ inline double residentBytes()
     return resident * 4096;
 }
 
-/// Rows of a name, a figure and the goal it is held against, printed in columns.
+/// Set from the command line: tables are printed in Markdown instead of columns.
+inline bool markdownTables = false;
+
+inline void readArguments(int argc, char *argv[])
+{
+    for (int i = 1; i < argc; ++i)
+        markdownTables |= std::string(argv[i]) == "--markdown";
+}
+
+/// What a figure is held against: by default the largest that is good enough, 0 for no goal.
+class Goal
+{
+public:
+    Goal(double largest = 0)
+        : m_bound(largest)
+    {
+    }
+
+    static Goal atLeast(double smallest)
+    {
+        Goal goal(smallest);
+        goal.m_atLeast = true;
+        return goal;
+    }
+
+    bool isMet(double figure) const
+    {
+        if (m_bound == 0)
+            return true;
+        return m_atLeast ? figure >= m_bound : figure <= m_bound;
+    }
+
+    /// Empty without a goal. @p atMost and @p atLeast are the signs of comparison.
+    std::string text(const char *atMost, const char *atLeast) const
+    {
+        if (m_bound == 0)
+            return {};
+        char number[32];
+        std::snprintf(number, sizeof number, " %g", m_bound);
+        return (m_atLeast ? atLeast : atMost) + std::string(number);
+    }
+
+private:
+    double m_bound;
+    bool m_atLeast = false;
+};
+
+/// Rows of a name, a figure and the goal it is held against, printed in columns or in Markdown.
 class Table
 {
 public:
@@ -89,8 +136,7 @@ public:
     {
     }
 
-    /// @p goal is the largest figure that is good enough; 0 for a row without a goal.
-    void add(const std::string &name, double figure, const std::string &unit, double goal = 0)
+    void add(const std::string &name, double figure, const std::string &unit, Goal goal = {})
     {
         m_rows.push_back({name, unit, figure, goal});
     }
@@ -98,19 +144,13 @@ public:
     /// Prints the table; false when a goal is missed.
     bool print() const
     {
-        bool good = true;
-        std::printf("\n%s\n", m_title.c_str());
-        for (const Row &row : m_rows) {
-            std::printf("  %-64s %12.3f %-6s", row.name.c_str(), row.figure, row.unit.c_str());
-            if (row.goal > 0) {
-                const bool met = row.figure <= row.goal;
-                std::printf(" goal <= %g: %s", row.goal, met ? "met" : "MISSED");
-                good = good && met;
-            }
-            std::printf("\n");
-        }
+        if (markdownTables)
+            printMarkdown();
+        else
+            printColumns();
         std::fflush(stdout);
-        return good;
+        return std::all_of(m_rows.begin(), m_rows.end(),
+                           [](const Row &row) { return row.goal.isMet(row.figure); });
     }
 
 private:
@@ -119,8 +159,34 @@ private:
         std::string name;
         std::string unit;
         double figure;
-        double goal;
+        Goal goal;
     };
+
+    void printColumns() const
+    {
+        std::printf("\n%s\n", m_title.c_str());
+        for (const Row &row : m_rows) {
+            std::printf("  %-64s %12.3f %-6s", row.name.c_str(), row.figure, row.unit.c_str());
+            const std::string goal = row.goal.text("<=", ">=");
+            if (!goal.empty())
+                std::printf(" goal %s: %s", goal.c_str(),
+                            row.goal.isMet(row.figure) ? "met" : "MISSED");
+            std::printf("\n");
+        }
+    }
+
+    void printMarkdown() const
+    {
+        std::printf("\n%s\n\n| Job | Figure | Goal | |\n|---|---:|---:|---|\n", m_title.c_str());
+        for (const Row &row : m_rows) {
+            const std::string goal = row.goal.text("≤", "≥");
+            const char *verdict = row.goal.isMet(row.figure) ? "met" : "**missed**";
+            std::printf(row.figure < 1000 ? "| %s | %.3g" : "| %s | %.0f", row.name.c_str(),
+                        row.figure);
+            std::printf(" %s | %s | %s |\n", row.unit.c_str(), goal.c_str(),
+                        goal.empty() ? "" : verdict);
+        }
+    }
 
     std::string m_title;
     std::vector<Row> m_rows;
