@@ -24,8 +24,10 @@ inline TARN::SignalItem bus(const QString &name, const QStringList &members)
     TARN::SignalItem item;
     item.name = name;
     item.kind = 1;
-    for (const QString &member : members)
+    for (const QString &member : members) {
         item.members.append(net(member));
+        item.members.last().kind = 1;
+    }
     return item;
 }
 

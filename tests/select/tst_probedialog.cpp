@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "dialogsupport.h"
 #include "samplenetlist.h"
 
 #include <support/modalscript.h>
 #include <support/modeltext.h>
 #include <support/testcase.h>
 
-#include <core/projectmanager.h>
+#include <probes/signalsamples.h>
 #include <probes/signaltree.h>
 #include <select/probedialog.h>
 #include <select/signaltreewidget.h>
@@ -22,54 +23,11 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
-#include <QTranslator>
 
 using namespace TARN;
-using TarnTest::ModalScript;
-using TarnTest::modelText;
+using namespace TarnTest;
 
 namespace {
-
-/// Puts the context before every text.
-class ContextTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *text, const char *, int) const override
-    {
-        return QString("%1|%2").arg(context, text);
-    }
-};
-
-SignalItem single(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
-SignalItem bus(const QString &name, int width)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 1;
-    for (int i = width - 1; i >= 0; --i) {
-        SignalItem member;
-        member.name = QString("%1[%2]").arg(name).arg(i);
-        member.kind = 1;
-        item.members.append(member);
-    }
-    return item;
-}
-
-QStringList namesOf(const QList<SignalItem> &items)
-{
-    QStringList names;
-    for (const SignalItem &item : items)
-        names.append(item.name);
-    return names;
-}
 
 signalTreeWidget *listOf(const QDialog &dialog)
 {
@@ -84,18 +42,6 @@ QAbstractButton *buttonOf(const QDialog &dialog, const char *name)
 QString rowsOf(const QDialog &dialog)
 {
     return modelText(listOf(dialog)->model());
-}
-
-QTreeWidgetItem *rowOf(const QTreeWidget *tree, const QString &text)
-{
-    return tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive).value(0);
-}
-
-void select(QTreeWidget *tree, const QStringList &texts)
-{
-    tree->clearSelection();
-    for (const QString &text : texts)
-        rowOf(tree, text)->setSelected(true);
 }
 
 /// Chooses all results of a search for @p pattern and accepts.
@@ -155,9 +101,8 @@ private:
 
 void ProbeDialogTest::initTestCase()
 {
-    // The linker drops a library, and with it the icons, of which nothing is used.
-    QVERIFY(!Core::ProjectManager::currentProject());
-    m_netlist = TarnTest::sampleNetlist();
+    loadHostIcons();
+    m_netlist = sampleNetlist();
 }
 
 void ProbeDialogTest::formHasItsTextsSizesAndIcons()
@@ -220,7 +165,7 @@ void ProbeDialogTest::widgetsAreInOrder()
 void ProbeDialogTest::listIsSetUpForReordering()
 {
     ProbeIn port;
-    port.signals = {single("a"), bus("b", 2)};
+    port.signals = {net("a"), bus("b", 2)};
     ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     dialog.show();
     const signalTreeWidget *list = listOf(dialog);
@@ -252,7 +197,7 @@ void ProbeDialogTest::titleNamesTheKind()
 void ProbeDialogTest::opensWithTheSignalsOfThePort()
 {
     ProbeOut port;
-    port.signals = {single("x"), bus("d", 2), single("a")};
+    port.signals = {net("x"), bus("d", 2), net("a")};
     const ProbeDialog dialog(&port, nullptr, ProbeTypeOut, nullptr);
     QCOMPARE(rowsOf(dialog), QString("x\nd\n    d[1]\n    d[0]\na\n"));
     QCOMPARE(listOf(dialog)->topLevelItem(1)->type(), 0);
@@ -285,7 +230,7 @@ void ProbeDialogTest::removeIsEnabledForTopLevelRowsOnly()
 {
     QFETCH(QStringList, rows);
     ProbeIn port;
-    port.signals = {single("x"), bus("d", 2)};
+    port.signals = {net("x"), bus("d", 2)};
     const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     select(listOf(dialog), {"x"});
     select(listOf(dialog), rows);
@@ -295,7 +240,7 @@ void ProbeDialogTest::removeIsEnabledForTopLevelRowsOnly()
 void ProbeDialogTest::removeDeletesTheSelectedRows()
 {
     ProbeIn port;
-    port.signals = {single("x"), bus("d", 2), single("y"), bus("e", 1)};
+    port.signals = {net("x"), bus("d", 2), net("y"), bus("e", 1)};
     const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     select(listOf(dialog), {"x", "d"});
     buttonOf(dialog, "btnRemove")->click();
@@ -306,7 +251,7 @@ void ProbeDialogTest::removeDeletesTheSelectedRows()
 void ProbeDialogTest::removeCopesWithRowsBelowSelectedOnes()
 {
     ProbeIn port;
-    port.signals = {bus("d", 2), single("y"), bus("e", 2)};
+    port.signals = {bus("d", 2), net("y"), bus("e", 2)};
     ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     select(listOf(dialog), {"d[0]", "d", "d[1]", "e[1]"});
     dialog.onRemove();
@@ -320,7 +265,7 @@ void ProbeDialogTest::removeOfManyRowsKeepsTheOrder()
     ProbeIn port;
     QStringList kept;
     for (int i = 0; i < 200; ++i)
-        port.signals.append(single(QString("n%1").arg(i)));
+        port.signals.append(net(QString("n%1").arg(i)));
     const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     for (int i = 0; i < 200; ++i) {
         if (i % 2)
@@ -336,14 +281,14 @@ void ProbeDialogTest::removeOfManyRowsKeepsTheOrder()
 void ProbeDialogTest::addAppendsBusesThenSingles()
 {
     ProbeIn port;
-    port.signals = {single("x")};
+    port.signals = {net("x")};
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
     ModalScript script;
     script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
         QCOMPARE(search->parentWidget(), &dialog);
         // The chosen list itself holds the single first.
         signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"),
-                     {single("z"), bus("d", 2), single("y")}, 0);
+                     {net("z"), bus("d", 2), net("y")}, 0);
         search->accept();
     });
     buttonOf(dialog, "btnAdd")->click();
@@ -355,7 +300,7 @@ void ProbeDialogTest::addAppendsBusesThenSingles()
 void ProbeDialogTest::addLeavesOutWhatIsThere()
 {
     ProbeIn port;
-    port.signals = {single("top/clk"), bus("top/u0/cnt[1:0]", 2)};
+    port.signals = {net("top/clk"), bus("top/u0/cnt[1:0]", 2)};
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
     ModalScript script;
     script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
@@ -383,11 +328,11 @@ void ProbeDialogTest::addUsesTheKindOfThePort()
 void ProbeDialogTest::addOfNothingChangesNothing()
 {
     ProbeIn port;
-    port.signals = {single("x")};
+    port.signals = {net("x")};
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
     ModalScript script;
     script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *search) {
-        signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"), {single("y")}, 0);
+        signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"), {net("y")}, 0);
         search->reject();
     });
     buttonOf(dialog, "btnAdd")->click();
@@ -399,7 +344,7 @@ void ProbeDialogTest::acceptWritesTheListInOrder()
 {
     ProbeIn port;
     port.index = 3;
-    port.signals = {single("x"), bus("d", 2), single("y")};
+    port.signals = {net("x"), bus("d", 2), net("y")};
     ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     dialog.show();
     listOf(dialog)->insertTopLevelItem(0, listOf(dialog)->takeTopLevelItem(2));
@@ -444,7 +389,7 @@ void ProbeDialogTest::acceptRefusesMoreSignalsThanFit()
     ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     QList<SignalItem> items{bus("d", 200)};
     for (int i = 0; i < singles; ++i)
-        items.append(single(QString("n%1").arg(i)));
+        items.append(net(QString("n%1").arg(i)));
     signals2Tree(listOf(dialog), items, 0);
     dialog.show();
     ModalScript script;
@@ -478,12 +423,12 @@ void ProbeDialogTest::refusedDialogMayDieWithItsParent()
 void ProbeDialogTest::cancelLeavesThePortAlone()
 {
     ProbeIn port;
-    port.signals = {single("x"), single("y")};
+    port.signals = {net("x"), net("y")};
     ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     dialog.show();
     select(listOf(dialog), {"x"});
     buttonOf(dialog, "btnRemove")->click();
-    signals2Tree(listOf(dialog), {single("z")}, 0);
+    signals2Tree(listOf(dialog), {net("z")}, 0);
     dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel)->click();
     QVERIFY(!dialog.isVisible());
     QCOMPARE(namesOf(port.signals), (QStringList{"x", "y"}));
@@ -492,7 +437,7 @@ void ProbeDialogTest::cancelLeavesThePortAlone()
 void ProbeDialogTest::closeWidgetClosesWithoutWriting()
 {
     ProbeOut port;
-    port.signals = {single("x")};
+    port.signals = {net("x")};
     ProbeDialog dialog(&port, nullptr, ProbeTypeOut, nullptr);
     listOf(dialog)->clear();
     const QSignalSpy closing(&dialog, &ProbeDialog::closeOldSearchDialog);
@@ -508,7 +453,7 @@ void ProbeDialogTest::closeWidgetClosesTheSearchToo()
     ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeOut, nullptr);
     ModalScript script;
     script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
-        signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"), {single("y")}, 0);
+        signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"), {net("y")}, 0);
         dialog.closeWidget();
     });
     QTimer::singleShot(0, &dialog, &ProbeDialog::onAdd);
@@ -520,7 +465,7 @@ void ProbeDialogTest::closeWidgetClosesTheSearchToo()
 
 void ProbeDialogTest::newNetlistReachesTheSearch()
 {
-    auto first = TarnTest::sampleNetlist();
+    auto first = sampleNetlist();
     NETWEIR::NetlistBuilder builder("other");
     builder.addNet(builder.top(), "net");
     const auto second = builder.take();
@@ -540,7 +485,7 @@ void ProbeDialogTest::newNetlistReachesTheSearch()
 
 void ProbeDialogTest::newNetlistIsUsedFromThenOn()
 {
-    auto first = TarnTest::sampleNetlist();
+    auto first = sampleNetlist();
     ProbeIn port;
     ProbeDialog dialog(&port, first.get(), ProbeTypeIn, nullptr);
     dialog.setNetlist(nullptr);

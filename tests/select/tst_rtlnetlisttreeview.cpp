@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "dialogsupport.h"
+
 #include <support/modeltext.h>
 #include <support/testcase.h>
 
-#include <core/projectmanager.h>
 #include <netweir/hierachy.h>
 #include <netweir/netlistbuilder.h>
 #include <netweir/rtlnet.h>
@@ -38,8 +39,7 @@ private:
 
 void RtlNetlistTreeViewTest::initTestCase()
 {
-    // The linker drops a library, and with it the icons, of which nothing is used.
-    QVERIFY(!Core::ProjectManager::currentProject());
+    TarnTest::loadHostIcons();
 
     NETWEIR::NetlistBuilder builder("top");
     builder.addNet(builder.top(), "clk");

@@ -3,6 +3,7 @@
 #include <support/modeltext.h>
 #include <support/testcase.h>
 
+#include <probes/signalsamples.h>
 #include <probes/signaltree.h>
 #include <select/signaltreewidget.h>
 
@@ -18,31 +19,9 @@
 #include <memory>
 
 using namespace TARN;
-using TarnTest::modelText;
+using namespace TarnTest;
 
 namespace {
-
-SignalItem single(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
-SignalItem bus(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 1;
-    for (int i = 1; i >= 0; --i) {
-        SignalItem member;
-        member.name = QString("%1[%2]").arg(name).arg(i);
-        member.kind = 1;
-        item.members.append(member);
-    }
-    return item;
-}
 
 /// A list with the rows a to f, of which c is an expanded bus; open to the events of the mouse.
 class List : public signalTreeWidget
@@ -54,8 +33,7 @@ public:
         setDragDropMode(QAbstractItemView::InternalMove);
         setSelectionMode(QAbstractItemView::ExtendedSelection);
         setStyleSheet("QTreeWidget::item { height: 20px;}");
-        signals2Tree(
-            this, {single("a"), single("b"), bus("c"), single("d"), single("e"), single("f")}, 0);
+        signals2Tree(this, {net("a"), net("b"), bus("c", 2), net("d"), net("e"), net("f")}, 0);
         topLevelItem(2)->setExpanded(true);
         resize(200, 400);
         show();
@@ -236,7 +214,7 @@ void SignalTreeWidgetTest::manyRowsKeepTheirOrder()
     list.clear();
     QList<SignalItem> items;
     for (int i = 0; i < 60; ++i)
-        items.append(single(QString("%1,").arg(i)));
+        items.append(net(QString("%1,").arg(i)));
     signals2Tree(&list, items, 0);
     QStringList moved;
     QStringList stays;

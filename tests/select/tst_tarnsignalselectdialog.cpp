@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "dialogsupport.h"
 #include "samplenetlist.h"
 
 #include <support/modalscript.h>
 #include <support/modeltext.h>
 #include <support/testcase.h>
 
-#include <core/projectmanager.h>
+#include <probes/signalsamples.h>
 #include <probes/signaltree.h>
 #include <select/rtlnetlisttreeview.h>
 #include <select/tarnsignalselectdialog.h>
@@ -22,24 +23,11 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
-#include <QTranslator>
 
 using namespace TARN;
-using TarnTest::ModalScript;
-using TarnTest::modelText;
+using namespace TarnTest;
 
 namespace {
-
-/// Puts the context before every text.
-class ContextTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *text, const char *, int) const override
-    {
-        return QString("%1|%2").arg(context, text);
-    }
-};
 
 /// The dialog with handles of what the user touches.
 struct Dialog : TarnSignalSelectDialog
@@ -87,22 +75,6 @@ struct Dialog : TarnSignalSelectDialog
     }
 };
 
-QTreeWidgetItem *rowOf(const QTreeWidget *tree, const QString &text)
-{
-    const QList<QTreeWidgetItem *> rows =
-        tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
-    if (rows.isEmpty())
-        qFatal("no row %s", qPrintable(text));
-    return rows.first();
-}
-
-void select(QTreeWidget *tree, const QStringList &texts)
-{
-    tree->clearSelection();
-    for (const QString &text : texts)
-        rowOf(tree, text)->setSelected(true);
-}
-
 /// The fields of an item on one line, its members in brackets.
 QString textOf(const SignalItem &item)
 {
@@ -124,26 +96,12 @@ QStringList textsOf(const QList<SignalItem> &items)
     return texts;
 }
 
-SignalItem single(const QString &name)
+/// The bus of two bits "d", its members enabled or not.
+SignalItem busWithMembers(bool first, bool second)
 {
-    SignalItem item;
-    item.name = name;
-    item.kind = 0;
-    return item;
-}
-
-SignalItem bus(const QString &name, const QList<bool> &enabledMembers)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = 1;
-    for (int i = 0; i < enabledMembers.size(); ++i) {
-        SignalItem member;
-        member.name = QString("%1[%2]").arg(name).arg(i);
-        member.enabled = enabledMembers.at(i);
-        member.kind = 1;
-        item.members.append(member);
-    }
+    SignalItem item = bus("d", 2);
+    item.members[0].enabled = first;
+    item.members[1].enabled = second;
     return item;
 }
 
@@ -245,9 +203,8 @@ private:
 
 void TarnSignalSelectDialogTest::initTestCase()
 {
-    // The linker drops a library, and with it the icons, of which nothing is used.
-    QVERIFY(!Core::ProjectManager::currentProject());
-    m_netlist = TarnTest::sampleNetlist();
+    loadHostIcons();
+    m_netlist = sampleNetlist();
 }
 
 void TarnSignalSelectDialogTest::formShowsItsTexts_data()
@@ -692,7 +649,7 @@ void TarnSignalSelectDialogTest::singleStaysWhenItsBusIsAdded()
 {
     Dialog dialog(m_netlist.get());
     // A single net of kind 0 stays, a member of kind 1 gives way.
-    signals2Tree(dialog.chosen(), {single("top/u0/cnt[1]")}, 0);
+    signals2Tree(dialog.chosen(), {net("top/u0/cnt[1]")}, 0);
     dialog.search("cnt");
     select(dialog.results(), {"top/u0/cnt[0]"});
     dialog.click("btnAdd");
@@ -729,12 +686,11 @@ void TarnSignalSelectDialogTest::addAllTakesModuleRows()
 void TarnSignalSelectDialogTest::removeTakesSelectedTopLevelRowsOnly()
 {
     Dialog dialog(m_netlist.get());
-    signals2Tree(dialog.chosen(),
-                 {bus("d", {true, true}), single("x"), single("y"), bus("e", {true})}, 0);
+    signals2Tree(dialog.chosen(), {bus("d", 2), net("x"), net("y"), bus("e", 1)}, 0);
     select(dialog.chosen(), {"d[0]"});
     dialog.click("btnDel");
     QCOMPARE(modelText(dialog.chosen()->model()),
-             QString("d\n    d[0]\n    d[1]\nx\ny\ne\n    e[0]\n"));
+             QString("d\n    d[1]\n    d[0]\nx\ny\ne\n    e[0]\n"));
     select(dialog.chosen(), {"d", "d[1]", "y", "e[0]"});
     dialog.click("btnDel");
     QCOMPARE(modelText(dialog.chosen()->model()), QString("x\ne\n    e[0]\n"));
@@ -747,7 +703,7 @@ void TarnSignalSelectDialogTest::removeAllClearsTheChosenList()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("");
-    signals2Tree(dialog.chosen(), {bus("d", {true, true}), single("x")}, 0);
+    signals2Tree(dialog.chosen(), {bus("d", 2), net("x")}, 0);
     dialog.click("btnDelAll");
     QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
     QCOMPARE(modelText(dialog.results()->model()), QString(wholeDesign));
@@ -757,9 +713,9 @@ void TarnSignalSelectDialogTest::chosenRowsWithoutSignalAreLeftOut()
 {
     Dialog dialog(m_netlist.get());
     new QTreeWidgetItem(dialog.chosen(), {"plain"});
-    signals2Tree(dialog.chosen(), {bus("d", {true, true}), single("x")}, 0);
+    signals2Tree(dialog.chosen(), {bus("d", 2), net("x")}, 0);
     QCOMPARE(textsOf(dialog.getSelectedNets()),
-             (QStringList{"d '' EU 1 (d[0] '' EU 1) (d[1] '' EU 1)", "x '' EU 0"}));
+             (QStringList{"d '' EU 1 (d[1] '' EU 1) (d[0] '' EU 1)", "x '' EU 0"}));
 }
 
 void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice_data()
@@ -767,11 +723,11 @@ void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice_data()
     QTest::addColumn<QList<SignalItem>>("chosen");
     QTest::addColumn<QString>("name");
     QTest::newRow("none") << QList<SignalItem>() << "";
-    QTest::newRow("single") << QList<SignalItem>{single("x"), single("y")} << "x";
-    QTest::newRow("bus") << QList<SignalItem>{bus("d", {true, true}), single("y")} << "d[0]";
-    QTest::newRow("bus, first usable") << QList<SignalItem>{bus("d", {false, true})} << "d[1]";
+    QTest::newRow("single") << QList<SignalItem>{net("x"), net("y")} << "x";
+    QTest::newRow("bus") << QList<SignalItem>{bus("d", 2), net("y")} << "d[1]";
+    QTest::newRow("bus, first usable") << QList<SignalItem>{busWithMembers(false, true)} << "d[0]";
     QTest::newRow("bus without usable member")
-        << QList<SignalItem>{bus("d", {false, false}), single("y")} << "";
+        << QList<SignalItem>{busWithMembers(false, false), net("y")} << "";
 }
 
 void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice()
@@ -799,7 +755,7 @@ void TarnSignalSelectDialogTest::returnSearchesOnce()
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     dialog.check("checkBoxAdvancedFilter");
     dialog.search("");
-    signals2Tree(dialog.chosen(), {single("x")}, 0);
+    signals2Tree(dialog.chosen(), {net("x")}, 0);
     dialog.results()->setCurrentItem(dialog.results()->topLevelItem(0));
     dialog.chosen()->setCurrentItem(dialog.chosen()->topLevelItem(0));
     clearDebugLines();
@@ -868,7 +824,7 @@ void TarnSignalSelectDialogTest::getNetNameReturnsNothingOnCancel()
     ModalScript script;
     for (int i = 0; i < 2; ++i) {
         script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *dialog) {
-            signals2Tree(dialog->findChild<QTreeWidget *>("treeWidgetAddSignal"), {single("x")}, 0);
+            signals2Tree(dialog->findChild<QTreeWidget *>("treeWidgetAddSignal"), {net("x")}, 0);
             dialog->reject();
         });
     }
@@ -883,11 +839,11 @@ void TarnSignalSelectDialogTest::getOneNetNameReturnsTheName()
     ModalScript script;
     script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *dialog) {
         signals2Tree(dialog->findChild<QTreeWidget *>("treeWidgetAddSignal"),
-                     {bus("d", {false, true}), single("x")}, 0);
+                     {busWithMembers(false, true), net("x")}, 0);
         dialog->accept();
     });
     QCOMPARE(TarnSignalSelectDialog::getOneNetName(m_netlist.get(), ProbeTypeIn, nullptr),
-             QString("d[1]"));
+             QString("d[0]"));
     QCOMPARE(script.problems(), QString());
 }
 
@@ -909,7 +865,7 @@ void TarnSignalSelectDialogTest::dialogMayDieWithItsParent()
 
 void TarnSignalSelectDialogTest::newNetlistDropsTreeAndResults()
 {
-    auto first = TarnTest::sampleNetlist();
+    auto first = sampleNetlist();
     Dialog dialog(first.get());
     dialog.show();
     dialog.check("checkBoxAdvancedFilter");
