@@ -20,11 +20,6 @@ namespace {
 constexpr int LineHeight = 20;  // That of the rows of the tree of initial values.
 constexpr int PrefixLength = 2; // "0x"
 
-bool movesCursor(const QKeyEvent *event)
-{
-    return event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
-}
-
 } // namespace
 
 InitialValueLine::InitialValueLine(int index, ProbePortsOptionWidget *page, QWidget *parent)
@@ -129,27 +124,18 @@ void InitialValueLine::showEvent(QShowEvent *event)
     QLineEdit::showEvent(event);
 }
 
-void InitialValueLine::keyPressEvent(QKeyEvent *event)
+bool InitialValueLine::endangersPrefix(const QKeyEvent *event) const
 {
-    const int start = selectionStart();
-    // The prefix stays: keys that could change it are swallowed.
-    bool swallowed = false;
-    if (start == -1) {
-        if (cursorPosition() < PrefixLength)
-            swallowed = !movesCursor(event);
-        else
-            swallowed = cursorPosition() == PrefixLength && event->key() == Qt::Key_Backspace;
-    } else if (start < PrefixLength) {
-        swallowed = !movesCursor(event);
-    } else if (start == PrefixLength) {
-        swallowed = event->key() == Qt::Key_Backspace && !hasSelectedText();
-    }
-    if (!swallowed)
-        passOn(event);
+    const int start = hasSelectedText() ? selectionStart() : cursorPosition();
+    if (start < PrefixLength)
+        return event->key() != Qt::Key_Left && event->key() != Qt::Key_Right;
+    return start == PrefixLength && !hasSelectedText() && event->key() == Qt::Key_Backspace;
 }
 
-void InitialValueLine::passOn(QKeyEvent *event)
+void InitialValueLine::keyPressEvent(QKeyEvent *event)
 {
+    if (endangersPrefix(event))
+        return;
     if (m_page)
         m_page->spendModified();
     QLineEdit::keyPressEvent(event);
@@ -171,8 +157,8 @@ bool InitialValueLine::event(QEvent *event)
         if (!self)
             return true;
     }
-    // Past QLineEdit on purpose: its own handling of shortcuts and of leaving the line would apply
-    // and select text at moments that users of this line do not expect.
+    // Past QLineEdit on purpose: shortcuts of the window go before typing here, and no text is
+    // dragged out of the line.
     return QWidget::event(event);
 }
 

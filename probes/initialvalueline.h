@@ -65,7 +65,7 @@ protected:
 
 private:
     void onFocusOut();
-    void passOn(QKeyEvent *event);
+    bool endangersPrefix(const QKeyEvent *event) const;
     void dealOut(const QString &bits);
     void rejectValue();
 

@@ -51,8 +51,8 @@ QList<QTreeWidgetItem *> selectedRows(const QTreeWidget *tree)
     const QSet<QTreeWidgetItem *> all(selected.cbegin(), selected.cend());
     QList<QTreeWidgetItem *> rows;
     for (QTreeWidgetItem *row : selected) {
-        const QTreeWidgetItem *above = row->parent();
-        while (above && !all.contains(const_cast<QTreeWidgetItem *>(above)))
+        QTreeWidgetItem *above = row->parent();
+        while (above && !all.contains(above))
             above = above->parent();
         if (!above)
             rows.append(row);

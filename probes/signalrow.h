@@ -30,9 +30,6 @@ public:
     void setData(int column, int role, const QVariant &value) override;
     QTreeWidgetItem *clone() const override;
 
-    /// The item that the row was made from.
-    const SignalItem &item() const { return m_item; }
-
     /// Stores the computed roles as an ordinary row has them, for code that reads the storage of a
     /// row instead of asking it (drag and drop does).
     void storeRoles();

@@ -216,7 +216,10 @@ private Q_SLOTS:
         Fixture f;
         f.setBits({"10", "001"});
         f.line->setText("0xFF");
-        f.script.expectBox(tooWide("FF", 3));
+        f.script.expectBox(tooWide("FF", 3), QMessageBox::Ok, [&f](QMessageBox *) {
+            QCOMPARE(f.line->displayText(), QStringLiteral("0xFF"));
+            QCOMPARE(f.modified.count(), 0);
+        });
         f.line->onTextChange();
         QCOMPARE(f.shownBits(), QStringList({"10", "001"}));
         QCOMPARE(f.line->displayText(), QStringLiteral("0x11"));
@@ -245,6 +248,45 @@ private Q_SLOTS:
         f.focus("0x3C");
         f.other->setFocus();
         QCOMPARE(f.shownBits(), QStringList({"0011", "1100"}));
+    }
+
+    void eventAndFilterApplyEachByItself()
+    {
+        Fixture f;
+        f.setBits({"0000"});
+        QFocusEvent out(QEvent::FocusOut);
+        QFocusEvent in(QEvent::FocusIn);
+
+        f.line->setText("0x3");
+        QVERIFY(!f.line->eventFilter(f.other, &out));
+        QVERIFY(!f.line->eventFilter(f.line, &in));
+        QCOMPARE(f.shownBits(), QStringList("0000"));
+        QVERIFY(!f.line->eventFilter(f.line, &out));
+        QCOMPARE(f.shownBits(), QStringList("0011"));
+
+        f.line->setText("0x6");
+        f.line->event(&in);
+        QCOMPARE(f.shownBits(), QStringList("0011"));
+        f.line->event(&out);
+        QCOMPARE(f.shownBits(), QStringList("0110"));
+    }
+
+    void finishedEditingApplies()
+    {
+        Fixture f;
+        f.setBits({"0000"});
+        f.line->setText("0x9");
+        Q_EMIT f.line->editingFinished();
+        QCOMPARE(f.shownBits(), QStringList("1001"));
+    }
+
+    void shortcutsOfTheWindowGoBeforeTyping()
+    {
+        Fixture f;
+        QKeyEvent key(QEvent::ShortcutOverride, Qt::Key_A, Qt::NoModifier, "a");
+        key.ignore();
+        QCoreApplication::sendEvent(f.line, &key);
+        QVERIFY(!key.isAccepted());
     }
 
     void editingNeverFinishesByReturn()
@@ -397,6 +439,19 @@ private Q_SLOTS:
         QCOMPARE(f.modified.count(), int(passes));
         if (!passes)
             QCOMPARE(f.line->cursorPosition(), before);
+    }
+
+    void pageIsToldBeforeTheKeyActs()
+    {
+        Fixture f;
+        f.setBits({"0000"});
+        f.line->setCursorPosition(2);
+        QString shown;
+        connect(&f.page, &ProbePortsOptionWidget::modified, this,
+                [&] { shown = f.line->displayText(); });
+        QTest::keyClick(f.line, Qt::Key_7);
+        QCOMPARE(shown, QStringLiteral("0x0"));
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x7"));
     }
 
     void arrowsMoveTheCursorInThePrefix()

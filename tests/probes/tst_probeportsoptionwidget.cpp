@@ -16,6 +16,7 @@
 #include <qutil/eventmanager.h>
 #include <qutil/ievent.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
@@ -110,6 +111,14 @@ struct Fixture
         core->getProbeOut(port)->signals = items;
         page->updateProbeOutTree();
     }
+    /// Opens the dialog of the first port.
+    void editFirst(bool ofOuts)
+    {
+        if (ofOuts)
+            page->editProbeOut(out()->topLevelItem(0), 0);
+        else
+            page->editProbeIn(in()->topLevelItem(0), 0);
+    }
     void show()
     {
         page->resize(900, 500);
@@ -143,6 +152,40 @@ class TestProbePortsOptionWidget : public TarnTest::TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void interfaceKeepsItsNames_data()
+    {
+        QTest::addColumn<QByteArray>("signature");
+        for (const char *name : {"modified()",
+                                 "netlistChanged()",
+                                 "save()",
+                                 "setNlsdata(NETWEIR::RtlNetlist*)",
+                                 "spendModified()",
+                                 "onAddProbeIn()",
+                                 "onRemoveProbeIn()",
+                                 "onAddProbeOut()",
+                                 "onRemoveProbeOut()",
+                                 "editProbeIn(QTreeWidgetItem*,int)",
+                                 "editProbeOut(QTreeWidgetItem*,int)",
+                                 "onProbeOutClicked(QTreeWidgetItem*,int)",
+                                 "onValueTreeClicked(QTreeWidgetItem*,int)",
+                                 "onProbeOutTreeCollapsed(QTreeWidgetItem*)",
+                                 "onProbeOutTreeExpanded(QTreeWidgetItem*)",
+                                 "onValueTreeCollapsed(QTreeWidgetItem*)",
+                                 "onValueTreeExpanded(QTreeWidgetItem*)",
+                                 "onScrollProbeOutChanged()",
+                                 "onScrollInitialValueChanged()",
+                                 "onCheckUserClock()",
+                                 "onbtnUserClock()",
+                                 "updateProbeInTree()",
+                                 "updateProbeOutTree()"})
+            QTest::newRow(name) << QByteArray(name);
+    }
+    void interfaceKeepsItsNames()
+    {
+        QFETCH(QByteArray, signature);
+        QVERIFY(ProbePortsOptionWidget::staticMetaObject.indexOfMethod(signature) >= 0);
+    }
+
     void form()
     {
         Fixture f(coreOf({}, {}));
@@ -212,20 +255,26 @@ private Q_SLOTS:
 
     void storedValueGoesIntoTheLineAsItStands_data()
     {
+        QTest::addColumn<int>("width");
         QTest::addColumn<QString>("stored");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("shorter") << "0x1"
+        QTest::newRow("fits") << 8 << "0xA5"
+                              << "0xA5 10100101";
+        QTest::newRow("shorter") << 8 << "0x1"
                                  << "0x10 00010000";
-        QTest::newRow("longer") << "0x123"
+        QTest::newRow("longer") << 8 << "0x123"
                                 << "0x12 00010010";
-        QTest::newRow("none") << ""
+        QTest::newRow("longer in the same digits") << 5 << "0xF1"
+                                                   << "0x11 10001";
+        QTest::newRow("none") << 8 << ""
                               << "0x00 00000000";
     }
     void storedValueGoesIntoTheLineAsItStands()
     {
+        QFETCH(int, width);
         QFETCH(QString, stored);
         QFETCH(QString, shown);
-        const Fixture f(coreOf({}, {{bus("d", 8)}}, {stored}));
+        const Fixture f(coreOf({}, {{bus("d", width)}}, {stored}));
         QCOMPARE(f.shownValues(), QStringList(shown));
     }
 
@@ -253,6 +302,17 @@ private Q_SLOTS:
             QCOMPARE(f.in()->visualItemRect(*in).height(), 20);
     }
 
+    void labelsStandAboveTheirTrees()
+    {
+        Fixture f(coreOf({}, {}));
+        f.show();
+        const auto standsAbove = [](const QWidget *upper, const QWidget *lower) {
+            return upper->x() == lower->x() && upper->geometry().bottom() < lower->y();
+        };
+        QVERIFY(standsAbove(f.find<QLabel>("labelPorts"), f.out()));
+        QVERIFY(standsAbove(f.find<QLabel>("labelInitialValue"), f.values()));
+    }
+
     void valueFollowsTheWidth_data()
     {
         QTest::addColumn<Signals>("before");
@@ -272,6 +332,9 @@ private Q_SLOTS:
                               << "0x13 1 0011";
         QTest::newRow("to none") << Signals{bus("d", 5)} << "0x1E" << Signals{} << "0x0 off";
         QTest::newRow("from none") << Signals{} << "0x0" << Signals{bus("d", 6)} << "0x00 000000";
+        QTest::newRow("in other pieces")
+            << Signals{bus("d", 8)} << "0xA5" << Signals{a, bus("e", 3), bus("f", 4)}
+            << "0xA5 1 010 0101";
     }
     void valueFollowsTheWidth()
     {
@@ -298,6 +361,28 @@ private Q_SLOTS:
         QVERIFY(f.out()->topLevelItem(0)->isExpanded());
         QVERIFY(f.values()->topLevelItem(0)->isExpanded());
         QVERIFY(!f.values()->topLevelItem(1)->isExpanded());
+    }
+
+    void rebuildFitsTypedText_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("width");
+        QTest::addColumn<QString>("shown");
+        // As many bits as the port had count, from the right.
+        QTest::newRow("too wide, growing") << "0xF1" << 6 << "0x22 100010";
+        QTest::newRow("too wide, shrinking") << "0xF1" << 4 << "0x8 1000";
+        QTest::newRow("broken prefix") << "Zx11" << 5 << "0x00 00000";
+        QTest::newRow("broken prefix, growing") << "Zx11" << 9 << "0x000 000000000";
+    }
+    void rebuildFitsTypedText()
+    {
+        QFETCH(QString, typed);
+        QFETCH(int, width);
+        QFETCH(QString, shown);
+        Fixture f(coreOf({}, {{bus("d", 5)}}));
+        f.line(0)->setText(typed);
+        f.setSignals(0, {bus("d", width)});
+        QCOMPARE(f.shownValues(), QStringList(shown));
     }
 
     void rebuildShowsNoBox()
@@ -408,12 +493,44 @@ private Q_SLOTS:
         QCOMPARE(f.modified->count(), 2);
     }
 
+    void removesPortsInTheOrderOfTheSelection()
+    {
+        const QList<Signals> ports{{net("a")}, {net("b")}, {net("c")}, {net("d")}};
+        Fixture f(coreOf(ports, ports, {"0x0", "0x1", "0x0", "0x1"}));
+        for (QTreeWidget *tree : {f.in(), f.out()}) {
+            tree->topLevelItem(2)->setSelected(true);
+            tree->topLevelItem(0)->setSelected(true);
+        }
+        f.click("btnProbeInRemove");
+        QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    b\nProbe In1\n    d\n"));
+        QCOMPARE(TarnTest::namesOf(f.core->getProbeIn(0)->signals), QStringList("b"));
+        QCOMPARE(TarnTest::namesOf(f.core->getProbeIn(1)->signals), QStringList("d"));
+        f.click("btnProbeOutRemove");
+        QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n    b\nProbe Out1\n    d\n"));
+        QCOMPARE(f.shownValues(), QStringList({"0x1 1", "0x1 1"}));
+        QCOMPARE(TarnTest::namesOf(f.core->getProbeOut(0)->signals), QStringList("b"));
+        QCOMPARE(TarnTest::namesOf(f.core->getProbeOut(1)->signals), QStringList("d"));
+    }
+
+    void rowsBelowARemovedOneGoWithIt()
+    {
+        Fixture f(coreOf({{bus("d", 2)}, {bus("e", 2), net("a")}, {}}, {}));
+        f.in()->topLevelItem(0)->child(0)->child(1)->setSelected(true);
+        f.in()->topLevelItem(0)->setSelected(true);
+        f.in()->topLevelItem(1)->child(0)->setSelected(true);
+        f.in()->topLevelItem(1)->child(0)->child(0)->setSelected(true);
+        f.click("btnProbeInRemove");
+        QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    a\nProbe In1\n"));
+        QCOMPARE(f.core->probeIns.size(), 2);
+    }
+
     void removingASignalRowLeavesThePortAlone()
     {
         Fixture f(coreOf({{net("a"), net("b")}, {}}, {{net("c")}, {}}));
         f.in()->topLevelItem(0)->child(0)->setSelected(true);
         f.click("btnProbeInRemove");
         QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    b\nProbe In1\n"));
+        f.page->save();
         QCOMPARE(f.core->getProbeIn(0)->signals.size(), 2);
         QCOMPARE(f.modified->count(), 1);
 
@@ -551,16 +668,37 @@ private Q_SLOTS:
                                   if (!out)
                                       dialog->accept();
                               });
-        if (out)
-            f.page->editProbeOut(f.out()->topLevelItem(0), 0);
-        else
-            f.page->editProbeIn(f.in()->topLevelItem(0)->child(0), 0);
+        f.editFirst(out);
         QCOMPARE(f.script.problems(), QString());
         QCOMPARE(changed.count(), 1);
         QCOMPARE(f.textOf(f.in()), out ? QStringLiteral("Probe In0\n    a\n")
                                        : QStringLiteral("Probe In0\n    a\n    new\n"));
         QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n    b\n"));
         QCOMPARE(f.modified->count(), out ? 0 : 1);
+    }
+
+    void dialogsOfThePortsSearchTheNetlist_data() { editsAPort_data(); }
+    void dialogsOfThePortsSearchTheNetlist()
+    {
+        QFETCH(bool, out);
+        NETWEIR::NetlistBuilder builder("top");
+        const QString name = builder.addNet(builder.top(), "flag")->fullPathName();
+        const auto netlist = builder.take();
+        Fixture f(coreOf({{}}, {{}}));
+        f.page->setNlsdata(netlist.get());
+        f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+                              [](QDialog *dialog) {
+                                  dialog->findChild<QAbstractButton *>("btnAdd")->click();
+                                  dialog->accept();
+                              });
+        f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *dialog) {
+            searchAndAddAll(dialog, "flag");
+            dialog->accept();
+        });
+        f.editFirst(out);
+        QCOMPARE(f.script.problems(), QString());
+        const ProbeIn *port = out ? f.core->getProbeOut(0) : f.core->getProbeIn(0);
+        QCOMPARE(TarnTest::namesOf(port->signals), QStringList(name));
     }
 
     void newNetlistRebuildsTheProbeInsOnly()
@@ -582,10 +720,7 @@ private Q_SLOTS:
                                       delete f.page;
                                       f.core.reset();
                                   });
-            if (out)
-                f.page->editProbeOut(f.out()->topLevelItem(0), 0);
-            else
-                f.page->editProbeIn(f.in()->topLevelItem(0), 0);
+            f.editFirst(out);
             QVERIFY(!f.page);
             QCOMPARE(f.modified->count(), 0);
             QCOMPARE(f.script.problems(), QString());
@@ -611,9 +746,14 @@ private Q_SLOTS:
         delete valueRow->child(2);
         f.page->onProbeOutClicked(row->child(2), 0);
         QVERIFY(f.values()->selectedItems().isEmpty());
+        valueRow->setSelected(true);
+        for (const int type : {1000, 1002, 1003}) {
+            f.page->onProbeOutClicked(new QTreeWidgetItem(f.out(), type), 0);
+            QVERIFY(f.values()->selectedItems().isEmpty());
+        }
     }
 
-    void clickOnABitLabelReachesTheTree()
+    void clicksReachTheOtherTree()
     {
         Fixture f(coreOf({}, {{net("a"), net("b")}}));
         f.show();
@@ -623,6 +763,11 @@ private Q_SLOTS:
                           label->mapTo(label->window(), label->rect().center()));
         QCOMPARE(f.out()->selectedItems(),
                  QList<QTreeWidgetItem *>{f.out()->topLevelItem(0)->child(1)});
+        QTreeWidgetItem *first = f.out()->topLevelItem(0)->child(0);
+        QTest::mouseClick(f.out()->viewport(), Qt::LeftButton, {},
+                          f.out()->visualItemRect(first).center());
+        QCOMPARE(f.values()->selectedItems(),
+                 QList<QTreeWidgetItem *>{f.values()->topLevelItem(0)->child(0)});
     }
 
     void expansionIsMirrored()
@@ -637,6 +782,7 @@ private Q_SLOTS:
         QVERIFY(f.out()->topLevelItem(0)->isExpanded());
         f.out()->topLevelItem(0)->setExpanded(false);
         QVERIFY(!f.values()->topLevelItem(0)->isExpanded());
+        f.page->onProbeOutTreeExpanded(f.out()->topLevelItem(0)->child(0)); // Has no twin.
     }
 
     void scrollingIsMirrored()
@@ -685,6 +831,7 @@ private Q_SLOTS:
             QCOMPARE(f.core->syncUserClock, state);
             check->click();
         }
+        check->setChecked(!on); // Not by the user.
         QCOMPARE(f.modified->count(), 2);
         f.find<QLineEdit>("lineEditUserClock")->setText("other");
         QCOMPARE(f.modified->count(), 3);
@@ -694,16 +841,25 @@ private Q_SLOTS:
 
     void picksTheUserClock_data()
     {
+        QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("net");
         QTest::addColumn<bool>("accept");
-        QTest::newRow("accepted") << "clk" << true;
-        QTest::newRow("cancelled") << "clk" << false;
-        QTest::newRow("nothing chosen") << "none" << true;
+        QTest::addColumn<int>("modified");
+        QTest::newRow("accepted") << "old"
+                                  << "clk" << true << 2; // The text changes as well.
+        QTest::newRow("the same") << "top/clk"
+                                  << "clk" << true << 1;
+        QTest::newRow("cancelled") << "old"
+                                   << "clk" << false << 0;
+        QTest::newRow("nothing chosen") << "old"
+                                        << "none" << true << 0;
     }
     void picksTheUserClock()
     {
+        QFETCH(QString, before);
         QFETCH(QString, net);
         QFETCH(bool, accept);
+        QFETCH(int, modified);
         NETWEIR::NetlistBuilder builder("top");
         // Fit for a clock: only the mark for Probe In counts.
         NETWEIR::NetMarks marks;
@@ -712,6 +868,7 @@ private Q_SLOTS:
         const QString clockName = clock->fullPathName();
         const auto netlist = builder.take();
         auto core = coreOf({}, {});
+        core->userClock = before;
         core->syncUserClock = true;
         Fixture f(std::move(core), netlist.get());
         f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [=](QDialog *dialog) {
@@ -720,9 +877,8 @@ private Q_SLOTS:
         });
         f.click("btnUserClock");
         QCOMPARE(f.script.problems(), QString());
-        const bool chosen = accept && net == "clk";
-        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), chosen ? clockName : QString());
-        QVERIFY(f.modified->isEmpty() != chosen);
+        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), modified ? clockName : before);
+        QCOMPARE(f.modified->count(), modified);
     }
 
     void newNetlistWhileTheUserClockIsPicked()
@@ -763,6 +919,19 @@ private Q_SLOTS:
         QCOMPARE(f.core->getProbeOut(0)->initialValue, QStringLiteral("0xC3"));
         QCOMPARE(f.core->getProbeOut(1)->initialValue, QStringLiteral("0x0"));
         QCOMPARE(f.core->getProbeOut(2)->initialValue, QStringLiteral("0x1F"));
+    }
+
+    void savesByTheNumberOfThePort()
+    {
+        Fixture f(coreOf({}, {{net("a")}, {net("b")}, {net("c")}}, {"0x1", "0x0", "0x1"}));
+        f.core->getProbeOut(0)->index = 1;
+        f.core->getProbeOut(1)->index = 0;
+        f.core->getProbeOut(2)->index = 7; // No such row.
+        f.core->getProbeOut(2)->initialValue = QStringLiteral("kept");
+        f.page->save();
+        QCOMPARE(f.core->getProbeOut(0)->initialValue, QStringLiteral("0x0"));
+        QCOMPARE(f.core->getProbeOut(1)->initialValue, QStringLiteral("0x1"));
+        QCOMPARE(f.core->getProbeOut(2)->initialValue, QStringLiteral("kept"));
     }
 
     void typingMarksThePageModified()
