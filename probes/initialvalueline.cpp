@@ -159,7 +159,7 @@ bool InitialValueLine::event(QEvent *event)
     }
     // Past QLineEdit on purpose: shortcuts of the window go before typing here, and no text is
     // dragged out of the line.
-    return QWidget::event(event);
+    return QWidget::event(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
 bool InitialValueLine::eventFilter(QObject *watched, QEvent *event)

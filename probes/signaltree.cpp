@@ -168,6 +168,7 @@ SignalItem signalOfRow(const QTreeWidgetItem *row)
     return row->data(0, Qt::UserRole).value<SignalItem>();
 }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): by value in the interface
 bool isBussignalInBus(SignalItem bus, SignalItem signal)
 {
     return coversSingle(bus, signal);
@@ -299,5 +300,6 @@ void signals2ProbeOutTree(QTreeWidgetItem *parent, const QList<SignalItem> &item
         rows.append(new SignalRow(item, SignalRow::Holds::Item, type));
     parent->addChildren(rows);
 }
+// NOLINTEND(performance-unnecessary-value-param)
 
 } // namespace TARN

@@ -30,6 +30,7 @@ void addLabel(QTreeWidget *tree, QTreeWidgetItem *row, const QString &bits, Init
 
 } // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): by value in the interface
 void value2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, SignalItem item, QString &bits,
                 InitialValueLine *line, int type)
 {
