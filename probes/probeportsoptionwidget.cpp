@@ -451,11 +451,19 @@ void ProbePortsOptionWidget::removeValueRow(int index)
     if (InitialValueLine *line = lineOf(index)) {
         line->setInert(true);
         line->clearBitLabels();
-        delete line;
     }
+    deleteWidget(row);
     for (int i = 0; i < row->childCount(); ++i)
-        delete ui->treeValue->itemWidget(row->child(i), 0);
+        deleteWidget(row->child(i));
     delete row;
+}
+
+void ProbePortsOptionWidget::deleteWidget(QTreeWidgetItem *valueRow)
+{
+    QWidget *widget = ui->treeValue->itemWidget(valueRow, 0);
+    // The tree does not notice by itself that a widget of it has gone.
+    ui->treeValue->removeItemWidget(valueRow, 0);
+    delete widget;
 }
 
 InitialValueLine *ProbePortsOptionWidget::lineOf(int row) const

@@ -119,6 +119,31 @@ struct Fixture
         else
             page->editProbeIn(in()->topLevelItem(0), 0);
     }
+    /// The rows of the Probe Out ports, all expanded, and those of their values lie side by side,
+    /// and every widget in its row.
+    void verifyAligned() const
+    {
+        int y = -20 * out()->verticalScrollBar()->value();
+        QTreeWidgetItemIterator value(values());
+        for (QTreeWidgetItemIterator row(out()); *row; ++row, ++value) {
+            QVERIFY(*value);
+            const QRect rect = values()->visualItemRect(*value);
+            QCOMPARE(rect.top(), y);
+            QCOMPARE(rect.height(), 20);
+            QCOMPARE(out()->visualItemRect(*row).top(), y);
+            QCOMPARE(out()->visualItemRect(*row).height(), 20);
+            const QWidget *widget = values()->itemWidget(*value, 0);
+            QCOMPARE(widget->height(), 20);
+            if (values()->viewport()->rect().intersects(rect)) {
+                QVERIFY(widget->isVisible());
+                QCOMPARE(widget->geometry(), rect);
+            } else {
+                QVERIFY(!widget->isVisible() || widget->geometry() == rect);
+            }
+            y += 20;
+        }
+        QVERIFY(!*value);
+    }
     void show()
     {
         page->resize(900, 500);
@@ -284,18 +309,7 @@ private Q_SLOTS:
         f.show();
         f.in()->expandAll();
         f.out()->expandAll();
-        int y = 0;
-        for (QTreeWidgetItemIterator out(f.out()), value(f.values()); *out; ++out, ++value) {
-            QVERIFY(*value);
-            const QRect row = f.out()->visualItemRect(*out);
-            QCOMPARE(row.height(), 20);
-            QCOMPARE(row.top(), y);
-            QCOMPARE(f.values()->visualItemRect(*value).top(), y);
-            QCOMPARE(f.values()->visualItemRect(*value).height(), 20);
-            QCOMPARE(f.values()->itemWidget(*value, 0)->height(), 20);
-            y += 20;
-        }
-        QCOMPARE(y, 6 * 20);
+        f.verifyAligned();
         QCOMPARE(f.values()->viewport()->mapToGlobal(QPoint()).y(),
                  f.out()->viewport()->mapToGlobal(QPoint()).y());
         for (QTreeWidgetItemIterator in(f.in()); *in; ++in)
@@ -522,6 +536,20 @@ private Q_SLOTS:
         f.click("btnProbeInRemove");
         QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    a\nProbe In1\n"));
         QCOMPARE(f.core->probeIns.size(), 2);
+    }
+
+    void removesFromAShownPage()
+    {
+        Fixture f(
+            coreOf({}, {{bus("d", 4)}, {net("a"), net("b")}, {net("c")}}, {"0x9", "0x2", "0x1"}));
+        f.show();
+        f.out()->expandAll();
+        f.out()->topLevelItem(1)->setSelected(true);
+        f.click("btnProbeOutRemove");
+        f.values()->doItemsLayout(); // Looks at all widgets of the tree.
+        QCOMPARE(f.shownValues(), QStringList({"0x9 1001", "0x1 1"}));
+        QCOMPARE(f.values()->findChildren<QLabel *>().size(), 2);
+        f.verifyAligned();
     }
 
     void removingASignalRowLeavesThePortAlone()
