@@ -6,6 +6,7 @@
 #include <support/files.h>
 #include <support/modalscript.h>
 #include <support/testcase.h>
+#include <support/windowfit.h>
 
 #include <QApplication>
 #include <QCheckBox>
@@ -94,6 +95,8 @@ class TestNewFileDialog : public TestCase
 private Q_SLOTS:
     void init();
     void formHoldsNamedWidgets();
+    void nothingIsCutOff_data();
+    void nothingIsCutOff();
     void createInShowsPathOrHome();
     void checkBoxFollowsProject();
     void filePathTrimsOnlyTheWhole_data();
@@ -178,6 +181,20 @@ void TestNewFileDialog::formHoldsNamedWidgets()
     };
     QCOMPARE(place("label"), place("editName") + QPoint(1, 0));
     QCOMPARE(place("editName").y(), place("labelName").y());
+}
+
+void TestNewFileDialog::nothingIsCutOff_data()
+{
+    FontSize::addSizes();
+}
+
+void TestNewFileDialog::nothingIsCutOff()
+{
+    QFETCH(double, points);
+    const FontSize font(points);
+    NewFileDialog dialog(m_dir->path(), nullptr);
+    dialog.show();
+    QCOMPARE(layoutFaults(&dialog), QString());
 }
 
 void TestNewFileDialog::createInShowsPathOrHome()

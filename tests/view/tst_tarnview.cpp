@@ -4,6 +4,7 @@
 
 #include <support/files.h>
 #include <support/modeltext.h>
+#include <support/windowfit.h>
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
@@ -36,6 +37,8 @@ using TARN::TarnOptionWidget;
 using TARN::TarnView;
 using TARN::private_impl::TarnViewPrivate;
 using TarnTest::errorBox;
+using TarnTest::FontSize;
+using TarnTest::layoutFaults;
 using TarnTest::ModalScript;
 using TarnTest::modelText;
 using TarnTest::readFile;
@@ -175,6 +178,17 @@ private Q_SLOTS:
             const auto *text = banner->findChild<QLabel *>("labelFile");
             QTRY_VERIFY(text->height() >= text->heightForWidth(text->width()));
         }
+    }
+
+    void nothingIsCutOff_data() { FontSize::addSizes(); }
+    void nothingIsCutOff()
+    {
+        QFETCH(double, points);
+        const FontSize font(points);
+        const ShownView shown = show(writeConfig("a.tarn", {0, 1}));
+        shown->checkForReload();
+        shown.container->resize(shown.container->minimumSizeHint());
+        QTRY_COMPARE(layoutFaults(shown.container), QString());
     }
 
     void bannerAreaIsHiddenUntilUsed()
