@@ -87,12 +87,19 @@ void InitialValueLine::onTextChange()
     setText(QStringLiteral("0x%1").arg(stringBintoHex(getStringValue())));
 }
 
+void InitialValueLine::showBits(QLabel *label, const QString &bits)
+{
+    label->setText(bits);
+    if (bits.size() > 1)
+        label->setToolTip(bits); // Those of a wide bus are cut off on the label.
+}
+
 void InitialValueLine::dealOut(const QString &bits)
 {
     int position = 0;
     for (QLabel *label : qAsConst(m_bitLabels)) {
         const int length = label->text().size();
-        label->setText(bits.mid(position, length));
+        showBits(label, bits.mid(position, length));
         position += length;
     }
 }
@@ -141,20 +148,22 @@ void InitialValueLine::keyPressEvent(QKeyEvent *event)
     QLineEdit::keyPressEvent(event);
 }
 
-bool InitialValueLine::outlivesLossOfFocus()
+void InitialValueLine::onFocusOut()
 {
-    const QPointer<InitialValueLine> self(this);
     // A window that closes takes the focus away before its widgets learn that they are hidden.
     const bool windowCloses = isVisible() && window()->isHidden();
     if (!windowCloses)
         onTextChange();
-    return self;
 }
 
 bool InitialValueLine::event(QEvent *event)
 {
-    if (event->type() == QEvent::FocusOut && !outlivesLossOfFocus())
-        return true;
+    if (event->type() == QEvent::FocusOut) {
+        const QPointer<InitialValueLine> self(this);
+        onFocusOut();
+        if (!self)
+            return true;
+    }
     // Past QLineEdit on purpose: shortcuts of the window go before typing here, and no text is
     // dragged out of the line.
     return QWidget::event(event); // NOLINT(bugprone-parent-virtual-call)
@@ -162,8 +171,12 @@ bool InitialValueLine::event(QEvent *event)
 
 bool InitialValueLine::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == this && event->type() == QEvent::FocusOut && !outlivesLossOfFocus())
-        return true;
+    if (watched == this && event->type() == QEvent::FocusOut) {
+        const QPointer<InitialValueLine> self(this);
+        onFocusOut();
+        if (!self)
+            return true;
+    }
     return QObject::eventFilter(watched, event);
 }
 

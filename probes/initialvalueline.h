@@ -39,6 +39,9 @@ public:
     void addBitLabel(QLabel *label) { m_bitLabels.append(label); }
     void clearBitLabels() { m_bitLabels.clear(); }
 
+    /// Writes @p bits on @p label, which may be a bit label of any line.
+    static void showBits(QLabel *label, const QString &bits);
+
     /// Number of bits on the labels.
     int getWidth() const;
     /// The bits on the labels, in order.
@@ -64,8 +67,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    /// Applies the text. False when the line was deleted while a box about it was open.
-    bool outlivesLossOfFocus();
+    void onFocusOut();
     bool endangersPrefix(const QKeyEvent *event) const;
     void dealOut(const QString &bits);
     void rejectValue();

@@ -303,8 +303,11 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
     else
         updateProbeInTree();
     if (QTreeWidgetItem *row = tree->topLevelItem(index)) {
-        tree->setCurrentItem(row);
+        const int place = tree->verticalScrollBar()->value();
+        tree->setCurrentItem(row); // Scrolls to the row, which may be far above the one clicked.
         row->setExpanded(true);
+        tree->doItemsLayout();
+        tree->verticalScrollBar()->setValue(place);
     }
     Q_EMIT modified();
 }
@@ -442,6 +445,8 @@ InitialValueLine *ProbePortsOptionWidget::addProbeOutRow(int index)
     auto *valueRow = new QTreeWidgetItem(ui->treeValue, PortType);
     auto *line = new InitialValueLine(index, this);
     ui->treeValue->setItemWidget(valueRow, 0, line);
+    QWidget *above = lineOf(index - 1);
+    setTabOrder(above ? above : ui->treeValue, line);
     return line;
 }
 

@@ -22,7 +22,8 @@ QString takeBits(QString &bits, int width)
 
 void addLabel(QTreeWidget *tree, QTreeWidgetItem *row, const QString &bits, InitialValueLine *line)
 {
-    auto *label = new QLabel(bits, tree);
+    auto *label = new QLabel(tree);
+    InitialValueLine::showBits(label, bits);
     label->setFixedHeight(RowHeight);
     line->addBitLabel(label);
     tree->setItemWidget(row, 0, label);

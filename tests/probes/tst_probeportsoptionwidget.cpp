@@ -5,6 +5,7 @@
 #include <support/modalscript.h>
 #include <support/modeltext.h>
 #include <support/testcase.h>
+#include <support/windowfit.h>
 
 #include <model/tarncore.h>
 #include <netweir/netlistbuilder.h>
@@ -34,6 +35,7 @@
 
 using namespace TARN;
 using TarnTest::bus;
+using TarnTest::FontSize;
 using TarnTest::ModalScript;
 using TarnTest::modelText;
 using TarnTest::net;
@@ -240,6 +242,16 @@ private Q_SLOTS:
         }
         QCOMPARE(f.in()->selectionMode(), QAbstractItemView::ExtendedSelection);
         QCOMPARE(f.out()->selectionMode(), QAbstractItemView::ExtendedSelection);
+    }
+
+    void nothingIsCutOff_data() { FontSize::addSizes(); }
+    void nothingIsCutOff()
+    {
+        QFETCH(double, points);
+        const FontSize font(points);
+        Fixture f(coreOf({{net("a")}}, {{bus("e", 8)}}, {"0xA5"}));
+        f.show();
+        QCOMPARE(TarnTest::layoutFaults(f.page), QString());
     }
 
     void showsThePorts()
@@ -834,6 +846,101 @@ private Q_SLOTS:
         QTreeWidgetItem *last = f.values()->topLevelItem(1);
         QCOMPARE(f.values()->visualItemRect(last).top(),
                  f.out()->visualItemRect(f.out()->topLevelItem(1)).top());
+    }
+
+    void rebuildingKeepsPlaceAndExpansion_data()
+    {
+        QTest::addColumn<bool>("out");
+        QTest::addColumn<QString>("change");
+        for (const bool out : {false, true}) {
+            for (const char *change : {"add", "remove", "edit", "netlist"})
+                QTest::addRow("%s %s", change, out ? "out" : "in") << out << change;
+        }
+    }
+    void rebuildingKeepsPlaceAndExpansion()
+    {
+        QFETCH(bool, out);
+        QFETCH(QString, change);
+        Signals many;
+        for (int i = 0; i < 40; ++i)
+            many.append(net(QString::number(i)));
+        const QList<Signals> ports{many, many, many, {}};
+        Fixture f(coreOf(ports, ports));
+        f.show();
+        QTreeWidget *tree = out ? f.out() : f.in();
+        tree->topLevelItem(0)->setExpanded(true);
+        tree->topLevelItem(1)->setExpanded(true);
+        tree->scrollToItem(tree->topLevelItem(1)->child(30));
+        const int place = tree->verticalScrollBar()->value();
+        QVERIFY(place > 0);
+
+        if (change == "add") {
+            f.click(out ? "btnProbeOutAdd" : "btnProbeInAdd");
+        } else if (change == "remove") {
+            tree->topLevelItem(2)->setSelected(true);
+            f.click(out ? "btnProbeOutRemove" : "btnProbeInRemove");
+        } else if (change == "netlist") {
+            f.page->setNlsdata(nullptr);
+        } else {
+            // From a signal whose port is out of sight.
+            f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+                                  [](QDialog *dialog) { dialog->accept(); });
+            Q_EMIT tree->itemDoubleClicked(tree->topLevelItem(1)->child(30), 0);
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(f.script.problems(), QString());
+        QCOMPARE(tree->verticalScrollBar()->value(), place);
+        QVERIFY(tree->topLevelItem(0)->isExpanded());
+        QVERIFY(tree->topLevelItem(1)->isExpanded());
+        QVERIFY(!tree->topLevelItem(2)->isExpanded());
+        if (out)
+            QCOMPARE(f.values()->verticalScrollBar()->value(), place);
+    }
+
+    void longNamesAreElidedInTheMiddle()
+    {
+        const QString name = QString("top/") + QString(500, 'n');
+        Fixture f(coreOf({{net(name)}}, {{net(name)}}));
+        for (const QTreeWidget *tree : {f.in(), f.out()}) {
+            QCOMPARE(tree->textElideMode(), Qt::ElideMiddle);
+            QCOMPARE(tree->topLevelItem(0)->child(0)->toolTip(0), name);
+        }
+    }
+
+    void bitsThatDoNotFitAreInTheToolTip()
+    {
+        Fixture f(coreOf({}, {{bus("d", 256)}}, {"0x1"}));
+        f.show();
+        QTreeWidgetItem *row = f.values()->topLevelItem(0)->child(0);
+        const auto *label = qobject_cast<QLabel *>(f.values()->itemWidget(row, 0));
+        QCOMPARE(label->toolTip(), label->text());
+        f.line(0)->setText("0x8");
+        f.line(0)->onTextChange();
+        QVERIFY(label->text().contains('1'));
+        QCOMPARE(label->toolTip(), label->text());
+    }
+
+    void tabGoesThroughThePageInReadingOrder()
+    {
+        auto core = coreOf({{}}, {{net("a")}, {}, {net("b")}});
+        core->syncUserClock = true;
+        Fixture f(std::move(core));
+        f.show();
+        f.click("btnProbeOutAdd");
+        f.setSignals(1, {net("c")});
+        f.setSignals(3, {net("d")});
+        f.in()->setFocus();
+        QStringList names;
+        do {
+            const QWidget *focused = QApplication::focusWidget();
+            const auto *line = qobject_cast<const InitialValueLine *>(focused);
+            names.append(line ? QString("line %1").arg(line->index()) : focused->objectName());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        } while (QApplication::focusWidget() != f.in() && names.size() < 20);
+        QCOMPARE(names.join(' '),
+                 QStringLiteral("treeProbeIn btnProbeInAdd btnProbeInRemove treeProbeOut "
+                                "line 0 line 1 line 2 line 3 btnProbeOutAdd btnProbeOutRemove "
+                                "checkUserClock lineEditUserClock btnUserClock"));
     }
 
     void userClockOfTheCore_data()
