@@ -27,6 +27,7 @@ RtlNetlistTreeView::RtlNetlistTreeView(QWidget *parent)
     : QTreeWidget(parent)
 {
     setHeaderHidden(true);
+    setTextElideMode(Qt::ElideMiddle);
 }
 
 void RtlNetlistTreeView::setNetlistData(NETWEIR::RtlNetlist *netlist)
@@ -47,7 +48,9 @@ void RtlNetlistTreeView::updateTree()
 QTreeWidgetItem *RtlNetlistTreeView::buildHierachyItem(NETWEIR::Hierachy *node)
 {
     auto *row = new RtlTreeItem(RtlTreeItem::HierachyItem);
-    row->setText(0, nodeText(node));
+    const QString text = nodeText(node);
+    row->setText(0, text);
+    row->setToolTip(0, text);
     row->setIcon(0, QIcon(QStringLiteral(":/netlist/image/module.png")));
     row->setObject(node);
     for (NETWEIR::Hierachy *child : node->children())

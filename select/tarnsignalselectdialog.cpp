@@ -128,12 +128,41 @@ void TarnSignalSelectDialog::setUpModuleTree()
     // In this order: a model that is set later would take the view away again.
     ui->comboBoxSearchIn->setModel(m_moduleTree->model());
     ui->comboBoxSearchIn->setView(m_moduleTree);
+    connect(ui->comboBoxSearchIn, QOverload<int>::of(&QComboBox::activated), this,
+            &TarnSignalSelectDialog::pickModule);
+    ui->comboBoxSearchIn->installEventFilter(this);
+    m_moduleTree->installEventFilter(this);
 }
 
 void TarnSignalSelectDialog::fillModuleTree()
 {
+    m_pickedModule = nullptr;
     m_moduleTree->setNetlistData(m_netlist);
     m_moduleTree->expandAll();
+}
+
+void TarnSignalSelectDialog::pickModule(int row)
+{
+    // By keys and wheel the closed box goes to a row of the top level, the tree does not follow.
+    if (m_moduleTree->currentItem()->text(0) != ui->comboBoxSearchIn->currentText())
+        m_moduleTree->setCurrentItem(m_moduleTree->topLevelItem(row));
+    m_pickedModule = m_moduleTree->currentItem();
+}
+
+bool TarnSignalSelectDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    // The popup makes every row under the mouse current, and typing in the closed box may do so
+    // with a row that is not picked. The row picked before has to count again then, but only after
+    // the box had the chance to read its pick.
+    const bool popupCloses = watched == m_moduleTree && event->type() == QEvent::Hide;
+    if (popupCloses || (watched == ui->comboBoxSearchIn && event->type() == QEvent::KeyPress)) {
+        const auto restore = [this] {
+            if (!m_moduleTree->isVisible())
+                m_moduleTree->setCurrentItem(m_pickedModule);
+        };
+        QMetaObject::invokeMethod(this, restore, Qt::QueuedConnection);
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void TarnSignalSelectDialog::setUpButtons()
@@ -291,6 +320,7 @@ void TarnSignalSelectDialog::addModuleInWidget(QTreeWidgetItem *parent,
 QTreeWidgetItem *TarnSignalSelectDialog::newModuleRow(const ModuleForWidget &module) const
 {
     auto *row = new QTreeWidgetItem({module.name});
+    row->setToolTip(0, module.name);
     row->setIcon(0, QIcon(QStringLiteral(":/lumoins/image/module.png")));
     row->setFlags(row->flags() & ~Qt::ItemIsSelectable);
     for (const NETWEIR::RtlNetBus *bus : module.buses) {

@@ -68,11 +68,13 @@ protected:
     /// Return searches, wherever the focus is; every other key is ignored: neither Escape nor Enter
     /// ends the dialog.
     void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
     void setUpModuleTree();
     void fillModuleTree();
+    void pickModule(int row);
     void setUpButtons();
 
     SearchOptions searchOptions() const;
@@ -84,7 +86,8 @@ private:
 
     std::unique_ptr<Ui::TarnSignalSelectDialog> ui;
     NETWEIR::RtlNetlist *m_netlist;
-    RtlNetlistTreeView *m_moduleTree; ///< Owned by the combo box whose popup it is.
+    RtlNetlistTreeView *m_moduleTree;          ///< Owned by the combo box whose popup it is.
+    QTreeWidgetItem *m_pickedModule = nullptr; ///< Row that the combo box shows, once picked.
     ProbeType m_type;
 };
 

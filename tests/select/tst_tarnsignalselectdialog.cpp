@@ -6,6 +6,7 @@
 #include <support/modalscript.h>
 #include <support/modeltext.h>
 #include <support/testcase.h>
+#include <support/windowfit.h>
 
 #include <probes/signalsamples.h>
 #include <probes/signaltree.h>
@@ -16,13 +17,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTest>
 
 using namespace TARN;
@@ -146,14 +147,19 @@ private Q_SLOTS:
     void formShowsItsTexts();
     void textsAreTranslatedInTheContextOfTheClass();
     void formHasItsSizesAndIcons();
-    void widgetsAreInOrder();
-    void slotsKeepTheirNames();
+    void nothingIsCutOff_data();
+    void nothingIsCutOff();
     void buttonBoxAcceptsAndRejects();
     void opensWithoutResultsAndPanel();
     void searchFieldHasTheFocusOnOpening();
     void panelFollowsTheAdvancedFilter();
     void listsElideInTheMiddleAndExtendSelection();
     void searchInBoxShowsTheHierarchy();
+    void popupClosedWithoutAPickChangesNothing();
+    void boxAndModuleTreeAgreeAfterKeys();
+    void longModuleNamesAreElidedInTheMiddle();
+    void tabGoesThroughTheDialogInReadingOrder();
+    void chosenListKeepsItsPlace();
 
     void searchesTheWholeDesign_data();
     void searchesTheWholeDesign();
@@ -162,7 +168,6 @@ private Q_SLOTS:
     void hiddenPanelHasNoEffect();
     void searchesInTheCurrentModule_data();
     void searchesInTheCurrentModule();
-    void moduleThatIsPickedIsSearched();
     void foreignRowInTheModuleTreeStandsForTheTop();
     void flatSearchWritesItsTime();
     void hierarchyViewShowsModules();
@@ -281,48 +286,21 @@ void TarnSignalSelectDialogTest::formHasItsSizesAndIcons()
              QIcon(":/netlist/image/magnifier.png").pixmap(size).toImage());
 }
 
-void TarnSignalSelectDialogTest::widgetsAreInOrder()
+void TarnSignalSelectDialogTest::nothingIsCutOff_data()
 {
-    Dialog dialog(m_netlist.get());
-    dialog.check("checkBoxAdvancedFilter");
-    dialog.show();
-    const QVector<QVector<const char *>> rows{{"lineEditName", "pushButtonSearch"},
-                                              {"radioButtonNormal", "radioButtonWildcard",
-                                               "radioButtonRegularExpression",
-                                               "checkBoxCaseSensitive"},
-                                              {"line", "checkBoxAdvancedFilter", "line_2"},
-                                              {"checkBoxIncludeSubentries", "label_4"},
-                                              {"checkBoxHierarchyView"},
-                                              {"treeWidget", "btnAdd", "treeWidgetAddSignal"},
-                                              {"buttonBox"}};
-    const auto placeOf = [&dialog](const char *name) {
-        auto *widget = dialog.widget<QWidget>(name);
-        return QRect(widget->mapTo(&dialog, QPoint()), widget->size());
-    };
-    int bottom = -1;
-    for (const auto &row : rows) {
-        int right = -1;
-        for (const char *name : row) {
-            QVERIFY2(placeOf(name).top() > bottom, name);
-            QVERIFY2(placeOf(name).left() > right, name);
-            right = placeOf(name).right();
-        }
-        bottom = placeOf(row.first()).bottom();
-    }
-    bottom = -1;
-    for (const char *name : {"btnAdd", "btnAddAll", "btnDel", "btnDelAll"}) {
-        QCOMPARE(placeOf(name).left(), placeOf("btnAdd").left());
-        QVERIFY2(placeOf(name).top() > bottom, name);
-        bottom = placeOf(name).bottom();
-    }
+    TarnTest::FontSize::addSizes();
 }
 
-void TarnSignalSelectDialogTest::slotsKeepTheirNames()
+void TarnSignalSelectDialogTest::nothingIsCutOff()
 {
-    for (const char *slot :
-         {"on_pushButtonSearch_clicked()", "on_checkBoxAdvancedFilter_toggled(bool)",
-          "onAddSignal()", "onAddAllSignal()", "onDelSignal()", "onDelAllSignal()"})
-        QVERIFY2(TarnSignalSelectDialog::staticMetaObject.indexOfSlot(slot) != -1, slot);
+    QFETCH(double, points);
+    const TarnTest::FontSize font(points);
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    QCOMPARE(TarnTest::layoutFaults(&dialog), QString());
+    dialog.check("checkBoxAdvancedFilter");
+    QCoreApplication::processEvents(); // The layout makes room for the panel.
+    QCOMPARE(TarnTest::layoutFaults(&dialog), QString());
 }
 
 void TarnSignalSelectDialogTest::buttonBoxAcceptsAndRejects()
@@ -344,8 +322,6 @@ void TarnSignalSelectDialogTest::opensWithoutResultsAndPanel()
     QVERIFY(dialog.widget<QRadioButton>("radioButtonNormal")->isChecked());
     QVERIFY(!dialog.widget<QCheckBox>("checkBoxCaseSensitive")->isChecked());
     QVERIFY(!dialog.widget<QCheckBox>("checkBoxAdvancedFilter")->isChecked());
-    QVERIFY(dialog.widget<QCheckBox>("checkBoxIncludeSubentries")->isChecked());
-    QVERIFY(!dialog.widget<QCheckBox>("checkBoxHierarchyView")->isChecked());
     QVERIFY(!dialog.widget<QWidget>("widget_4")->isVisible());
     QCOMPARE(dialog.results()->topLevelItemCount(), 0);
     QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
@@ -395,6 +371,132 @@ void TarnSignalSelectDialogTest::searchInBoxShowsTheHierarchy()
     for (QTreeWidgetItemIterator row(dialog.modules(), QTreeWidgetItemIterator::HasChildren); *row;
          ++row)
         QVERIFY((*row)->isExpanded());
+}
+
+void TarnSignalSelectDialogTest::popupClosedWithoutAPickChangesNothing()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+
+    const auto hover = [&dialog](const QString &text) {
+        dialog.searchIn()->showPopup();
+        const QRect row = dialog.modules()->visualItemRect(rowOf(dialog.modules(), text));
+        QTest::mouseMove(dialog.modules()->viewport(), row.center());
+        QTRY_COMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), text));
+    };
+    const auto press = [&dialog](Qt::Key key) {
+        QTest::keyClick(dialog.modules(), key);
+        QTRY_VERIFY(!dialog.modules()->isVisible());
+        QCoreApplication::processEvents();
+    };
+
+    hover("deep[leaf]");
+    press(Qt::Key_Escape);
+    QVERIFY(!dialog.modules()->currentItem());
+    QCOMPARE(dialog.search(""), QString(wholeDesign));
+
+    hover("u0[core]");
+    press(Qt::Key_Return);
+    QCOMPARE(dialog.searchIn()->currentText(), QString("u0[core]"));
+    QCOMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), "u0[core]"));
+
+    hover("deep[leaf]");
+    press(Qt::Key_Escape);
+    QCOMPARE(dialog.searchIn()->currentText(), QString("u0[core]"));
+    QCOMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), "u0[core]"));
+    QCOMPARE(dialog.search("flag"), QString("top/u0/deep/flag\n"));
+
+    // Opened by a key, the popup starts at the pick.
+    QTest::keyClick(dialog.searchIn(), Qt::Key_F4);
+    QTRY_VERIFY(dialog.modules()->isVisible());
+    QCoreApplication::processEvents();
+    QCOMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), "u0[core]"));
+    press(Qt::Key_Escape);
+
+    // A new netlist takes the pick with it.
+    dialog.setNetlist(m_netlist.get());
+    hover("deep[leaf]");
+    press(Qt::Key_Escape);
+    QVERIFY(!dialog.modules()->currentItem());
+}
+
+void TarnSignalSelectDialogTest::boxAndModuleTreeAgreeAfterKeys()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    dialog.searchIn()->showPopup();
+    dialog.modules()->setCurrentItem(rowOf(dialog.modules(), "u1[none]"));
+    QTest::keyClick(dialog.modules(), Qt::Key_Return);
+    QCOMPARE(dialog.searchIn()->currentText(), QString("u1[none]"));
+
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_U, Qt::Key_T, Qt::Key_End}) {
+        QTest::keyClick(dialog.searchIn(), key);
+        QCoreApplication::processEvents();
+        QCOMPARE(dialog.modules()->currentItem()->text(0), dialog.searchIn()->currentText());
+    }
+}
+
+void TarnSignalSelectDialogTest::longModuleNamesAreElidedInTheMiddle()
+{
+    const Dialog dialog(m_netlist.get());
+    QCOMPARE(dialog.modules()->textElideMode(), Qt::ElideMiddle);
+    QCOMPARE(rowOf(dialog.modules(), "deep[leaf]")->toolTip(0), QString("deep[leaf]"));
+}
+
+void TarnSignalSelectDialogTest::tabGoesThroughTheDialogInReadingOrder()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QStringList names;
+    for (int i = 0; i < 14; ++i) {
+        names.append(QApplication::focusWidget()->objectName());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(names, QStringList({"lineEditName", "pushButtonSearch", "radioButtonNormal",
+                                 "checkBoxCaseSensitive", "checkBoxAdvancedFilter",
+                                 "checkBoxIncludeSubentries", "comboBoxSearchIn",
+                                 "checkBoxHierarchyView", "treeWidget", "btnAdd", "btnAddAll",
+                                 "btnDel", "btnDelAll", "treeWidgetAddSignal"}));
+}
+
+void TarnSignalSelectDialogTest::chosenListKeepsItsPlace()
+{
+    NETWEIR::NetlistBuilder builder("top");
+    for (int i = 0; i < 200; ++i)
+        builder.addNet(builder.top(), QString("n%1").arg(i));
+    const auto netlist = builder.take();
+    Dialog dialog(netlist.get());
+    dialog.show();
+    dialog.search("n");
+    dialog.results()->scrollToItem(dialog.results()->topLevelItem(120));
+    dialog.results()->topLevelItem(120)->setSelected(true);
+    const int place = dialog.results()->verticalScrollBar()->value();
+    QVERIFY(place > 0);
+    dialog.click("btnAddAll");
+    QCOMPARE(dialog.results()->verticalScrollBar()->value(), place);
+
+    QScrollBar *chosen = dialog.chosen()->verticalScrollBar();
+    dialog.chosen()->scrollToItem(dialog.chosen()->topLevelItem(100));
+    const int chosenPlace = chosen->value();
+    QVERIFY(chosenPlace > 0);
+    for (const int count : {1, 50}) {
+        for (int i = 0; i < count; ++i)
+            dialog.chosen()
+                ->topLevelItem(dialog.chosen()->topLevelItemCount() - 1 - i)
+                ->setSelected(true);
+        dialog.click("btnDel");
+        QCoreApplication::processEvents();
+        QCOMPARE(chosen->value(), chosenPlace);
+    }
+    dialog.click("btnAddAll");
+    QCoreApplication::processEvents();
+    QCOMPARE(chosen->value(), chosenPlace);
 }
 
 void TarnSignalSelectDialogTest::searchesTheWholeDesign_data()
@@ -486,24 +588,6 @@ void TarnSignalSelectDialogTest::searchesInTheCurrentModule()
     QTEST(dialog.search(""), "hierarchy");
 }
 
-void TarnSignalSelectDialogTest::moduleThatIsPickedIsSearched()
-{
-    Dialog dialog(m_netlist.get());
-    dialog.check("checkBoxAdvancedFilter");
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    dialog.searchIn()->showPopup();
-    // What comes at once is taken for the second click of a double click on the box.
-    QTest::qWait(QApplication::doubleClickInterval() + 50);
-    const QPoint place =
-        dialog.modules()->visualItemRect(rowOf(dialog.modules(), "u0[core]")).center();
-    QTest::mouseMove(dialog.modules()->viewport(), place);
-    QTest::mouseClick(dialog.modules()->viewport(), Qt::LeftButton, Qt::NoModifier, place);
-    QTRY_VERIFY(!dialog.modules()->isVisible());
-    QCOMPARE(dialog.searchIn()->currentText(), QString("u0[core]"));
-    QCOMPARE(dialog.search("clk"), QString("top/u0/clk\n"));
-}
-
 void TarnSignalSelectDialogTest::foreignRowInTheModuleTreeStandsForTheTop()
 {
     Dialog dialog(m_netlist.get());
@@ -517,18 +601,10 @@ void TarnSignalSelectDialogTest::foreignRowInTheModuleTreeStandsForTheTop()
 void TarnSignalSelectDialogTest::flatSearchWritesItsTime()
 {
     Dialog dialog(m_netlist.get());
-    connect(dialog.results()->model(), &QAbstractItemModel::rowsInserted, &dialog,
-            [] { QTest::qSleep(12); });
-    QElapsedTimer whole;
-    whole.start();
     dialog.search("");
     QCOMPARE(debugLines().size(), 1);
-    const QRegularExpression line("^([0-9]+(\\.[0-9]{1,3})?)s$");
-    const QRegularExpressionMatch match = line.match(debugLines().first());
-    QVERIFY2(match.hasMatch(), qPrintable(debugLines().first()));
-    const double seconds = match.captured(1).toDouble();
-    QVERIFY(seconds >= 0.012);
-    QVERIFY(seconds <= whole.elapsed() / 1000.0);
+    const QRegularExpression seconds("^[0-9]+(\\.[0-9]{1,3})?s$");
+    QVERIFY2(seconds.match(debugLines().first()).hasMatch(), qPrintable(debugLines().first()));
 }
 
 void TarnSignalSelectDialogTest::hierarchyViewShowsModules()
@@ -640,15 +716,11 @@ void TarnSignalSelectDialogTest::resultsCarrySignals()
     QFETCH(QString, row);
     Dialog dialog(m_netlist.get(), ProbeType(type));
     dialog.search("");
-    const QTreeWidgetItem *flat = rowOf(dialog.results(), "top/" + row);
-    QTEST(textOf(signalOfRow(flat)), "signal");
-    QCOMPARE(flat->type(), 0);
+    QTEST(textOf(signalOfRow(rowOf(dialog.results(), "top/" + row))), "signal");
     dialog.check("checkBoxAdvancedFilter");
     dialog.check("checkBoxHierarchyView");
     dialog.search("");
-    const QTreeWidgetItem *deep = rowOf(dialog.results(), row.section('/', -1));
-    QTEST(textOf(signalOfRow(deep)), "signal");
-    QCOMPARE(deep->type(), 0);
+    QTEST(textOf(signalOfRow(rowOf(dialog.results(), row.section('/', -1)))), "signal");
 }
 
 void TarnSignalSelectDialogTest::excludedResultsCannotBeSelected()
@@ -679,7 +751,6 @@ void TarnSignalSelectDialogTest::addTakesTheSelectionInTreeOrder()
     QCOMPARE(textsOf(dialog.getSelectedNets()),
              (QStringList{"top/u0/cnt[1:0] '' EU 1 (top/u0/cnt[1] '' EU 1) (top/u0/cnt[0] '' EU 1)",
                           "top/clk '' EU 0", "top/u0/clk '' EU 0", "top/rst '' EU 0"}));
-    QCOMPARE(dialog.chosen()->topLevelItem(0)->type(), 0);
 }
 
 void TarnSignalSelectDialogTest::addTakesAMemberRowByItsText()
