@@ -11,7 +11,7 @@
 namespace TARN {
 
 /// Kind of a probe port.
-enum ProbeType {
+enum ProbeType : int {
     ProbeTypeIn = 0,
     ProbeTypeOut = 1,
 };

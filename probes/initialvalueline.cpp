@@ -148,22 +148,20 @@ void InitialValueLine::keyPressEvent(QKeyEvent *event)
     QLineEdit::keyPressEvent(event);
 }
 
-void InitialValueLine::onFocusOut()
+bool InitialValueLine::outlivesLossOfFocus()
 {
+    const QPointer<InitialValueLine> self(this);
     // A window that closes takes the focus away before its widgets learn that they are hidden.
     const bool windowCloses = isVisible() && window()->isHidden();
     if (!windowCloses)
         onTextChange();
+    return self;
 }
 
 bool InitialValueLine::event(QEvent *event)
 {
-    if (event->type() == QEvent::FocusOut) {
-        const QPointer<InitialValueLine> self(this);
-        onFocusOut();
-        if (!self)
-            return true;
-    }
+    if (event->type() == QEvent::FocusOut && !outlivesLossOfFocus())
+        return true;
     // Past QLineEdit on purpose: shortcuts of the window go before typing here, and no text is
     // dragged out of the line.
     return QWidget::event(event); // NOLINT(bugprone-parent-virtual-call)
@@ -171,12 +169,8 @@ bool InitialValueLine::event(QEvent *event)
 
 bool InitialValueLine::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == this && event->type() == QEvent::FocusOut) {
-        const QPointer<InitialValueLine> self(this);
-        onFocusOut();
-        if (!self)
-            return true;
-    }
+    if (watched == this && event->type() == QEvent::FocusOut && !outlivesLossOfFocus())
+        return true;
     return QObject::eventFilter(watched, event);
 }
 

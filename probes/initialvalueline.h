@@ -67,7 +67,8 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    void onFocusOut();
+    /// Applies the text. False when the line was deleted while a box about it was open.
+    bool outlivesLossOfFocus();
     bool endangersPrefix(const QKeyEvent *event) const;
     void dealOut(const QString &bits);
     void rejectValue();

@@ -15,6 +15,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -83,6 +84,8 @@ struct Fixture
 };
 
 } // namespace
+
+Q_DECLARE_METATYPE(std::function<void(Fixture &)>)
 
 class TestInitialValueLine : public TarnTest::TestCase
 {
@@ -211,13 +214,20 @@ private Q_SLOTS:
         QCOMPARE(f.script.problems(), QString());
     }
 
+    void rejectsWhatIsTooWide_data()
+    {
+        QTest::addColumn<QString>("digits");
+        QTest::newRow("one bit") << "20";
+        QTest::newRow("all bits") << "FF";
+    }
     void rejectsWhatIsTooWide()
     {
+        QFETCH(QString, digits);
         Fixture f;
         f.setBits({"10", "001"});
-        f.line->setText("0xFF");
-        f.script.expectBox(tooWide("FF", 3), QMessageBox::Ok, [&f](QMessageBox *) {
-            QCOMPARE(f.line->displayText(), QStringLiteral("0xFF"));
+        f.line->setText("0x" + digits);
+        f.script.expectBox(tooWide(digits, 3), QMessageBox::Ok, [&](QMessageBox *) {
+            QCOMPARE(f.line->displayText(), "0x" + digits);
             QCOMPARE(f.modified.count(), 0);
         });
         f.line->onTextChange();
@@ -225,6 +235,10 @@ private Q_SLOTS:
         QCOMPARE(f.line->displayText(), QStringLiteral("0x11"));
         QCOMPARE(f.modified.count(), 1);
         QCOMPARE(f.script.problems(), QString());
+        // What fits is taken as before.
+        f.line->setText("0x1E");
+        f.line->onTextChange();
+        QCOMPARE(f.shownBits(), QStringList({"11", "110"}));
     }
 
     void withoutBitsOnlyZeroIsAccepted()
@@ -271,6 +285,20 @@ private Q_SLOTS:
         QCOMPARE(f.shownBits(), QStringList("0110"));
     }
 
+    void lossOfFocusAppliesTwice()
+    {
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("Zx12"); // The first time makes a zero of it, which changes the text.
+        const auto connection = std::make_shared<QMetaObject::Connection>();
+        *connection = connect(f.line, &QLineEdit::textChanged, this, [&f, connection] {
+            disconnect(*connection);
+            f.line->setText("0x5A");
+        });
+        f.other->setFocus();
+        QCOMPARE(f.shownBits(), QStringList("01011010"));
+    }
+
     void finishedEditingApplies()
     {
         Fixture f;
@@ -312,18 +340,40 @@ private Q_SLOTS:
         QCOMPARE(f.modified.count(), 1);
     }
 
+    void hidingShowsNoBox_data()
+    {
+        QTest::addColumn<bool>("window");
+        QTest::newRow("window") << true;
+        QTest::newRow("line") << false;
+    }
     void hidingShowsNoBox()
     {
+        QFETCH(bool, window);
         Fixture f;
         f.setBits({"00001"});
         f.focus("0xFF");
-        f.window.hide();
+        QWidget *hidden = window ? &f.window : f.line;
+        hidden->hide();
+        QVERIFY(!f.line->hasFocus());
         QCOMPARE(f.line->displayText(), QStringLiteral("0xFF"));
         // The next time it shows, the line works as ever.
+        hidden->show();
         f.focus("0xFF");
         f.script.expectBox(tooWide("FF", 3));
         f.other->setFocus();
         QCOMPARE(f.script.problems(), QString());
+    }
+
+    void minimisingTheWindowDoesNotMakeTheLineDeaf()
+    {
+        Fixture f;
+        f.setBits({"0000"});
+        f.focus("0x6");
+        QHideEvent minimised;
+        QSpontaneKeyEvent::setSpontaneous(&minimised);
+        qApp->notify(f.line, &minimised);
+        f.other->setFocus();
+        QCOMPARE(f.shownBits(), QStringList("0110"));
     }
 
     void inertLineKeepsItsText()
@@ -349,22 +399,29 @@ private Q_SLOTS:
         QCOMPARE(f.script.problems(), QString());
     }
 
+    void lineMayGoWhileItsBoxIsOpen_data()
+    {
+        using Trigger = std::function<void(Fixture &)>;
+        QTest::addColumn<Trigger>("trigger");
+        QTest::newRow("focus") << Trigger([](Fixture &f) { f.other->setFocus(); });
+        QTest::newRow("slot") << Trigger([](Fixture &f) { f.line->onTextChange(); });
+        QTest::newRow("event") << Trigger([](Fixture &f) {
+            QFocusEvent out(QEvent::FocusOut);
+            QVERIFY(f.line->event(&out));
+        });
+    }
     void lineMayGoWhileItsBoxIsOpen()
     {
-        for (const bool byFocus : {true, false}) {
-            Fixture f;
-            f.setBits({"00001"});
-            f.focus("0xFF");
-            f.script.expectBox(tooWide("FF", 3), QMessageBox::Ok,
-                               [&f](QMessageBox *) { delete f.line; });
-            if (byFocus)
-                f.other->setFocus();
-            else
-                f.line->onTextChange();
-            QVERIFY(!f.line);
-            QCOMPARE(f.modified.count(), 0);
-            QCOMPARE(f.script.problems(), QString());
-        }
+        QFETCH(std::function<void(Fixture &)>, trigger);
+        Fixture f;
+        f.setBits({"00001"});
+        f.focus("0xFF");
+        f.script.expectBox(tooWide("FF", 3), QMessageBox::Ok,
+                           [&f](QMessageBox *) { delete f.line; });
+        trigger(f);
+        QVERIFY(!f.line);
+        QCOMPARE(f.modified.count(), 0);
+        QCOMPARE(f.script.problems(), QString());
     }
 
     void pageMayGoFirst()

@@ -198,10 +198,17 @@ private Q_SLOTS:
         QCOMPARE(values.port->child(0)->type(), 1002);
     }
 
+    void tooFewBitsAreZeros_data()
+    {
+        QTest::addColumn<QString>("bits");
+        QTest::newRow("none") << "";
+        QTest::newRow("two") << "11";
+        QTest::newRow("all but one") << "111";
+    }
     void tooFewBitsAreZeros()
     {
+        QFETCH(QString, bits);
         Values values;
-        QString bits = QStringLiteral("11");
         value2Tree(&values.tree, values.port, bus("d", 4), bits, &values.line, 1002);
         QCOMPARE(bits, QString());
         value2Tree(&values.tree, values.port, bus("e", 3), bits, &values.line, 1002);

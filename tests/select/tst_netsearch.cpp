@@ -103,7 +103,7 @@ std::unique_ptr<RtlNetlist> makeRandomNetlist(QRandomGenerator &random)
     }
     for (int i = 0; i < 40; ++i) {
         Hierachy *node = nodes.at(random.bounded(nodes.size()));
-        const QString name = names.at(random.bounded(names.size()));
+        const QString &name = names.at(random.bounded(names.size()));
         if (random.bounded(2))
             builder.addNet(node, name);
         else
@@ -119,6 +119,7 @@ class NetSearchTest : public TarnTest::TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void fieldsKeepTheirOrder();
     void flatSearch_data();
     void flatSearch();
     void candidatesComeFromTheChosenPlace_data();
@@ -139,6 +140,22 @@ private Q_SLOTS:
     void singleCheckFollowsTheOptions();
     void hierarchyHoldsWhatTheFlatSearchFinds();
 };
+
+void NetSearchTest::fieldsKeepTheirOrder()
+{
+    const auto netlist = makeNetlist();
+    const SearchOptions options{"p", 0, true, 4, false, netlist->top(), true};
+    QCOMPARE(options.pattern, QString("p"));
+    QCOMPARE(options.caseSensitivity, 0);
+    QVERIFY(options.usePattern);
+    QCOMPARE(options.patternSyntax, 4);
+    QVERIFY(!options.useSearchIn);
+    QCOMPARE(options.searchIn, netlist->top());
+    QVERIFY(options.includeSubentries);
+    const ModuleForWidget module{"m", {nullptr}, {nullptr, nullptr}, {ModuleForWidget()}};
+    QCOMPARE(module.nets.size(), 1);
+    QCOMPARE(module.buses.size(), 2);
+}
 
 void NetSearchTest::flatSearch_data()
 {
@@ -239,11 +256,11 @@ void NetSearchTest::caseIsIgnoredInAllModesUnlessAsked()
 void NetSearchTest::resultsAreAppended()
 {
     const auto netlist = makeNetlist();
-    QList<RtlNet *> nets{netlist->top()->nets().at(1)};
+    QList<RtlNet *> nets{netlist->top()->nets().at(0)};
     QList<RtlNetBus *> buses{netlist->top()->buses().at(0)};
     searchNets(netlist.get(), everywhere(*netlist, "/c"), nets, buses);
     QCOMPARE(namesOf(nets, buses),
-             (QStringList{"top/rst", "top/clk", "top/u0/clk", "top/u0/clk_div", "top/data[1:0]",
+             (QStringList{"top/clk", "top/clk", "top/u0/clk", "top/u0/clk_div", "top/data[1:0]",
                           "top/u0/cnt[1:0]"}));
 }
 

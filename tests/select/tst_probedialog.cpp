@@ -21,7 +21,6 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -67,6 +66,7 @@ private Q_SLOTS:
     void formHasItsTextsSizesAndIcons();
     void textsAreTranslatedInTheContextOfTheClass();
     void widgetsAreInOrder();
+    void slotsKeepTheirNames();
     void nothingIsCutOff_data();
     void nothingIsCutOff();
     void listIsSetUpForReordering();
@@ -165,6 +165,16 @@ void ProbeDialogTest::widgetsAreInOrder()
     QVERIFY(buttonOf(dialog, "btnRemove")->x() > buttonOf(dialog, "btnAdd")->x());
 }
 
+void ProbeDialogTest::slotsKeepTheirNames()
+{
+    const QMetaObject &dialog = ProbeDialog::staticMetaObject;
+    for (const char *slot : {"onAdd()", "onRemove()", "on_treeWidget_itemSelectionChanged()",
+                             "accept()", "closeWidget()"})
+        QVERIFY2(dialog.indexOfSlot(slot) != -1, slot);
+    QVERIFY(dialog.indexOfSignal("closeOldSearchDialog()") != -1);
+    QVERIFY(signalTreeWidget::staticMetaObject.indexOfSignal("itemDragged()") != -1);
+}
+
 void ProbeDialogTest::nothingIsCutOff_data()
 {
     TarnTest::FontSize::addSizes();
@@ -192,6 +202,7 @@ void ProbeDialogTest::listIsSetUpForReordering()
     QCOMPARE(list->textElideMode(), Qt::ElideMiddle);
     QCOMPARE(list->styleSheet(), QString("QTreeWidget::item { height: 20px;}"));
     QCOMPARE(list->columnCount(), 1);
+    QVERIFY(list->isHeaderHidden());
     for (int i = 0; i < 2; ++i)
         QCOMPARE(list->visualItemRect(list->topLevelItem(i)).height(), 20);
 }
@@ -202,6 +213,7 @@ void ProbeDialogTest::titleNamesTheKind_data()
     QTest::addColumn<QString>("title");
     QTest::newRow("in") << 0 << "Probe In Port";
     QTest::newRow("out") << 1 << "Probe Out Port";
+    QTest::newRow("other") << 2 << "";
 }
 
 void ProbeDialogTest::titleNamesTheKind()
@@ -312,6 +324,7 @@ void ProbeDialogTest::addAppendsBusesThenSingles()
     buttonOf(dialog, "btnAdd")->click();
     QCOMPARE(script.problems(), QString());
     QCOMPARE(rowsOf(dialog), QString("x\nd\n    d[1]\n    d[0]\nz\ny\n"));
+    QCOMPARE(rowOf(listOf(dialog), "d")->type(), 0);
     QCOMPARE(namesOf(port.signals), QStringList{"x"});
 }
 
@@ -441,15 +454,16 @@ void ProbeDialogTest::refusedDialogMayDieWithItsParent()
 void ProbeDialogTest::cancelLeavesThePortAlone()
 {
     ProbeIn port;
-    port.signals = {net("x"), net("y")};
+    port.signals = {net("x"), net("y"), net("w")};
     ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
     dialog.show();
     select(listOf(dialog), {"x"});
     buttonOf(dialog, "btnRemove")->click();
+    listOf(dialog)->insertTopLevelItem(0, listOf(dialog)->takeTopLevelItem(1));
     signals2Tree(listOf(dialog), {net("z")}, 0);
     dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Cancel)->click();
     QVERIFY(!dialog.isVisible());
-    QCOMPARE(namesOf(port.signals), (QStringList{"x", "y"}));
+    QCOMPARE(namesOf(port.signals), (QStringList{"x", "y", "w"}));
 }
 
 void ProbeDialogTest::closeWidgetClosesWithoutWriting()
@@ -458,10 +472,12 @@ void ProbeDialogTest::closeWidgetClosesWithoutWriting()
     port.signals = {net("x")};
     ProbeDialog dialog(&port, nullptr, ProbeTypeOut, nullptr);
     listOf(dialog)->clear();
-    const QSignalSpy closing(&dialog, &ProbeDialog::closeOldSearchDialog);
+    QVector<bool> visibleWhenTold;
+    connect(&dialog, &ProbeDialog::closeOldSearchDialog, &dialog,
+            [&] { visibleWhenTold.append(dialog.isVisible()); });
     QTimer::singleShot(0, &dialog, &ProbeDialog::closeWidget);
     QCOMPARE(dialog.exec(), int(QDialog::Rejected));
-    QCOMPARE(closing.size(), 1);
+    QCOMPARE(visibleWhenTold, QVector<bool>{true});
     QCOMPARE(namesOf(port.signals), QStringList{"x"});
 }
 

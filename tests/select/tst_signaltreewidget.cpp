@@ -72,6 +72,7 @@ public:
     }
 
     void dispatch(QDropEvent *event) { dropEvent(event); }
+    void dispatch(QDragMoveEvent *event) { dragMoveEvent(event); }
     void dispatch(QMouseEvent *event)
     {
         if (event->type() == QEvent::MouseMove)
@@ -110,10 +111,12 @@ private Q_SLOTS:
     void dropBelowTheLastRowAppendsCopies();
     void dropBelowLeavesMemberRowsWhereTheyAre();
     void positionIsRounded();
+    void middleOfAnOddRowIsItsLowerHalf();
     void manyRowsKeepTheirOrder();
     void copiesCarryTheSignals();
     void onlyTheLeftButtonPresses();
     void memberRowsAreNotDragged();
+    void dragIsFollowedAsUsual();
     void dragCarriesAllRolesOfTheRow();
 };
 
@@ -144,8 +147,11 @@ void SignalTreeWidgetTest::dropMovesRowsBesideTheTarget()
     List list;
     QCOMPARE(list.visualItemRect(list.row("a")).height(), 20);
     list.select(dragged);
+    QString orderWhenTold;
+    connect(&list, &signalTreeWidget::itemDragged, &list, [&] { orderWhenTold = list.order(); });
     const Drop drop(list, list.pointIn(target, y));
     QTEST(list.order(), "order");
+    QTEST(orderWhenTold, "order");
     // After an accepted move the view would remove rows itself.
     QCOMPARE(drop.event.dropAction(), Qt::CopyAction);
     QVERIFY(!drop.event.isAccepted());
@@ -205,6 +211,16 @@ void SignalTreeWidgetTest::positionIsRounded()
     List list;
     list.select({"a"});
     const Drop drop(list, list.pointIn("d", 9.5));
+    QCOMPARE(list.order(), QString("bcdaef"));
+}
+
+void SignalTreeWidgetTest::middleOfAnOddRowIsItsLowerHalf()
+{
+    List list;
+    list.setStyleSheet("QTreeWidget::item { height: 21px;}");
+    QCOMPARE(list.visualItemRect(list.row("a")).height(), 21);
+    list.select({"a"});
+    const Drop drop(list, list.pointIn("d", 10));
     QCOMPARE(list.order(), QString("bcdaef"));
 }
 
@@ -268,6 +284,19 @@ void SignalTreeWidgetTest::memberRowsAreNotDragged()
     QVERIFY(isMoveTaken());
     list.setCurrentItem(nullptr);
     QVERIFY(!isMoveTaken());
+}
+
+void SignalTreeWidgetTest::dragIsFollowedAsUsual()
+{
+    List list;
+    // Internal moves need a real drag.
+    list.setDragDropMode(QAbstractItemView::DragDrop);
+    const std::unique_ptr<QMimeData> data(list.mimeData({list.row("a")}));
+    QDragMoveEvent move(list.pointIn("d", 5).toPoint(), Qt::CopyAction, data.get(), Qt::LeftButton,
+                        Qt::NoModifier);
+    move.ignore();
+    list.dispatch(&move);
+    QVERIFY(move.isAccepted());
 }
 
 void SignalTreeWidgetTest::dragCarriesAllRolesOfTheRow()
