@@ -14,7 +14,6 @@
 #include <select/tarnsignalselectdialog.h>
 #include <te/teconstants.h>
 
-#include <QPointer>
 #include <QScrollBar>
 #include <QSet>
 #include <QVector>
@@ -75,7 +74,7 @@ void mirrorSelection(const QTreeWidget *from, QTreeWidgetItem *item, QTreeWidget
     QTreeWidgetItem *twin = nullptr;
     if (item->type() == PortType) {
         twin = to->topLevelItem(from->indexOfTopLevelItem(item));
-    } else if (item->type() == SignalType && item->parent()) {
+    } else if (item->type() == SignalType) {
         QTreeWidgetItem *port = item->parent();
         twin = to->topLevelItem(from->indexOfTopLevelItem(port));
         twin = twin ? twin->child(port->indexOfChild(item)) : nullptr;
@@ -295,8 +294,7 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
     auto *dialog = new ProbeDialog(port, m_netlist, type, this);
     if (out)
         connect(this, &ProbePortsOptionWidget::netlistChanged, dialog, &ProbeDialog::closeWidget);
-    const QPointer<ProbePortsOptionWidget> self(this);
-    if (execAndDelete(dialog) != QDialog::Accepted || !self)
+    if (execAndDelete(dialog) != QDialog::Accepted) // As when the page went away with it.
         return;
     if (out)
         updateProbeOutTree();
@@ -362,9 +360,8 @@ void ProbePortsOptionWidget::onCheckUserClock()
 
 void ProbePortsOptionWidget::onbtnUserClock()
 {
-    const QPointer<ProbePortsOptionWidget> self(this);
     const QString name = TarnSignalSelectDialog::getOneNetName(m_netlist, ProbeTypeIn, this);
-    if (!self || name.isEmpty())
+    if (name.isEmpty()) // As when the page went away with the dialog.
         return;
     ui->lineEditUserClock->setText(name);
     Q_EMIT modified();

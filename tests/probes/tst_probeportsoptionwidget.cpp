@@ -150,8 +150,8 @@ struct Fixture
     {
         page->resize(900, 500);
         page->show();
-        QApplication::setActiveWindow(page);
-        QVERIFY(QTest::qWaitForWindowActive(page));
+        QApplication::setActiveWindow(page->window());
+        QVERIFY(QTest::qWaitForWindowActive(page->window()));
     }
 };
 
@@ -160,16 +160,38 @@ ModalScript::Box warning(const QString &text)
     return {QMessageBox::Warning, QStringLiteral("Warning"), text, QMessageBox::Ok, QString()};
 }
 
+QTreeWidget *listOf(const QDialog *dialog)
+{
+    return dialog->findChild<QTreeWidget *>(QStringLiteral("treeWidget"));
+}
+
+/// Chooses all nets of that name. Each has to be one that the user could choose alone as well.
 void searchAndAddAll(const QDialog *dialog, const QString &name)
 {
     dialog->findChild<QLineEdit *>(QStringLiteral("lineEditName"))->setText(name);
     dialog->findChild<QPushButton *>(QStringLiteral("pushButtonSearch"))->click();
+    const QTreeWidget *found = listOf(dialog);
+    for (int i = 0; i < found->topLevelItemCount(); ++i)
+        QVERIFY(found->topLevelItem(i)->flags() & Qt::ItemIsEnabled);
     dialog->findChild<QPushButton *>(QStringLiteral("btnAddAll"))->click();
 }
 
-QTreeWidget *listOf(const QDialog *dialog)
+/// Adds what a search for @p name finds to the list of the dialog of a port, and accepts it.
+void addBySearch(ModalScript *script, QDialog *dialog, const QString &name)
 {
-    return dialog->findChild<QTreeWidget *>(QStringLiteral("treeWidget"));
+    script->expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [name](QDialog *search) {
+        searchAndAddAll(search, name);
+        search->accept();
+    });
+    dialog->findChild<QAbstractButton *>(QStringLiteral("btnAdd"))->click();
+    dialog->accept();
+}
+
+std::unique_ptr<NETWEIR::RtlNetlist> netlistWith(const QString &net)
+{
+    NETWEIR::NetlistBuilder builder("top");
+    builder.addNet(builder.top(), net);
+    return builder.take();
 }
 
 } // namespace
@@ -391,21 +413,25 @@ private Q_SLOTS:
 
     void rebuildFitsTypedText_data()
     {
+        QTest::addColumn<Signals>("before");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<int>("width");
         QTest::addColumn<QString>("shown");
-        // As many bits as the port had count, from the right.
-        QTest::newRow("too wide, growing") << "0xF1" << 6 << "0x22 100010";
-        QTest::newRow("too wide, shrinking") << "0xF1" << 4 << "0x8 1000";
-        QTest::newRow("broken prefix") << "Zx11" << 5 << "0x00 00000";
-        QTest::newRow("broken prefix, growing") << "Zx11" << 9 << "0x000 000000000";
+        const Signals five{bus("d", 5)};
+        // As many bits as the port had count, from the right; all when it had none.
+        QTest::newRow("too wide, growing") << five << "0xF1" << 6 << "0x22 100010";
+        QTest::newRow("too wide, shrinking") << five << "0xF1" << 4 << "0x8 1000";
+        QTest::newRow("broken prefix") << five << "Zx11" << 5 << "0x00 00000";
+        QTest::newRow("broken prefix, growing") << five << "Zx11" << 9 << "0x000 000000000";
+        QTest::newRow("from none") << Signals{} << "0xF" << 6 << "0x3C 111100";
     }
     void rebuildFitsTypedText()
     {
+        QFETCH(Signals, before);
         QFETCH(QString, typed);
         QFETCH(int, width);
         QFETCH(QString, shown);
-        Fixture f(coreOf({}, {{bus("d", 5)}}));
+        Fixture f(coreOf({}, {before}));
         f.line(0)->setText(typed);
         f.setSignals(0, {bus("d", width)});
         QCOMPARE(f.shownValues(), QStringList(shown));
@@ -463,14 +489,22 @@ private Q_SLOTS:
         QCOMPARE(f.modified->count(), 2);
     }
 
+    void keepsTheLastPort_data()
+    {
+        QTest::addColumn<bool>("selected");
+        QTest::newRow("selected") << true;
+        QTest::newRow("not selected") << false;
+    }
     void keepsTheLastPort()
     {
+        QFETCH(bool, selected);
         Fixture f(coreOf({{}}, {{}}));
-        f.in()->selectAll();
+        f.in()->topLevelItem(0)->setSelected(selected);
+        f.out()->topLevelItem(0)->setSelected(selected);
         f.script.expectBox(warning("Support 1 Probe In at least."));
         f.click("btnProbeInRemove");
         f.script.expectBox(warning("Support 1 Probe Out at least."));
-        f.click("btnProbeOutRemove"); // With nothing selected too.
+        f.click("btnProbeOutRemove");
         QCOMPARE(f.script.problems(), QString());
         QCOMPARE(f.in()->topLevelItemCount(), 1);
         QCOMPARE(f.out()->topLevelItemCount(), 1);
@@ -541,8 +575,8 @@ private Q_SLOTS:
     void rowsBelowARemovedOneGoWithIt()
     {
         Fixture f(coreOf({{bus("d", 2)}, {bus("e", 2), net("a")}, {}}, {}));
-        f.in()->topLevelItem(0)->child(0)->child(1)->setSelected(true);
         f.in()->topLevelItem(0)->setSelected(true);
+        f.in()->topLevelItem(0)->child(0)->child(1)->setSelected(true);
         f.in()->topLevelItem(1)->child(0)->setSelected(true);
         f.in()->topLevelItem(1)->child(0)->child(0)->setSelected(true);
         f.click("btnProbeInRemove");
@@ -612,19 +646,34 @@ private Q_SLOTS:
         QCOMPARE(f.script.problems(), QString());
     }
 
+    void deletingThePageShowsNoBox_data()
+    {
+        QTest::addColumn<bool>("inAWindow");
+        QTest::addColumn<bool>("hidden");
+        QTest::newRow("window") << false << false;
+        QTest::newRow("hidden window") << false << true;
+        QTest::newRow("part of a window") << true << false;
+        QTest::newRow("hidden part of a window") << true << true;
+    }
     void deletingThePageShowsNoBox()
     {
-        for (const bool hide : {true, false}) {
-            Fixture f(coreOf({}, {{bus("d", 5)}}));
-            f.show();
-            f.line(0)->setFocus();
-            f.line(0)->setText("0xFF");
-            if (hide)
-                f.page->hide();
-            f.core.reset();
-            delete f.page;
-            QCOMPARE(f.script.problems(), QString());
+        QFETCH(bool, inAWindow);
+        QFETCH(bool, hidden);
+        QWidget window;
+        Fixture f(coreOf({}, {{bus("d", 5)}}));
+        if (inAWindow) {
+            f.page->setParent(&window);
+            window.show();
         }
+        f.show();
+        f.line(0)->setFocus();
+        f.line(0)->setText("0xFF");
+        QVERIFY(f.line(0)->hasFocus());
+        if (hidden)
+            f.page->hide();
+        f.core.reset();
+        delete f.page;
+        QCOMPARE(f.script.problems(), QString());
     }
 
     void editsAPort_data()
@@ -640,7 +689,8 @@ private Q_SLOTS:
         Fixture f(coreOf(ports, ports, {"0x1", "0x9"}));
         f.show();
         QTreeWidget *tree = out ? f.out() : f.in();
-        const auto add = [](QDialog *dialog) {
+        const auto add = [tree](QDialog *dialog) {
+            tree->setCurrentItem(tree->topLevelItem(0));
             signal2TreeItem(listOf(dialog), net("new"), 0);
             dialog->accept();
         };
@@ -696,7 +746,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, out);
         auto former = NETWEIR::NetlistBuilder("top").take();
-        const auto netlist = NETWEIR::NetlistBuilder("top").take();
+        const auto netlist = netlistWith("flag");
         Fixture f(coreOf({{net("a")}}, {{net("b")}}), former.get());
         QSignalSpy changed(f.page, &ProbePortsOptionWidget::netlistChanged);
         f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
@@ -704,15 +754,14 @@ private Q_SLOTS:
                                   f.page->setNlsdata(netlist.get());
                                   former.reset();
                                   QCOMPARE(dialog->isVisible(), !out);
-                                  signal2TreeItem(listOf(dialog), net("new"), 0);
                                   if (!out)
-                                      dialog->accept();
+                                      addBySearch(&f.script, dialog, "flag");
                               });
         f.editFirst(out);
         QCOMPARE(f.script.problems(), QString());
         QCOMPARE(changed.count(), 1);
         QCOMPARE(f.textOf(f.in()), out ? QStringLiteral("Probe In0\n    a\n")
-                                       : QStringLiteral("Probe In0\n    a\n    new\n"));
+                                       : QStringLiteral("Probe In0\n    a\n    top/flag\n"));
         QCOMPARE(f.textOf(f.out()), QStringLiteral("Probe Out0\n    b\n"));
         QCOMPARE(f.modified->count(), out ? 0 : 1);
     }
@@ -721,24 +770,15 @@ private Q_SLOTS:
     void dialogsOfThePortsSearchTheNetlist()
     {
         QFETCH(bool, out);
-        NETWEIR::NetlistBuilder builder("top");
-        const QString name = builder.addNet(builder.top(), "flag")->fullPathName();
-        const auto netlist = builder.take();
+        const auto netlist = netlistWith("flag");
         Fixture f(coreOf({{}}, {{}}));
         f.page->setNlsdata(netlist.get());
         f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
-                              [](QDialog *dialog) {
-                                  dialog->findChild<QAbstractButton *>("btnAdd")->click();
-                                  dialog->accept();
-                              });
-        f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *dialog) {
-            searchAndAddAll(dialog, "flag");
-            dialog->accept();
-        });
+                              [&f](QDialog *dialog) { addBySearch(&f.script, dialog, "flag"); });
         f.editFirst(out);
         QCOMPARE(f.script.problems(), QString());
         const ProbeIn *port = out ? f.core->getProbeOut(0) : f.core->getProbeIn(0);
-        QCOMPARE(TarnTest::namesOf(port->signals), QStringList(name));
+        QCOMPARE(TarnTest::namesOf(port->signals), QStringList("top/flag"));
     }
 
     void newNetlistRebuildsTheProbeInsOnly()
@@ -786,9 +826,16 @@ private Q_SLOTS:
         delete valueRow->child(2);
         f.page->onProbeOutClicked(row->child(2), 0);
         QVERIFY(f.values()->selectedItems().isEmpty());
-        valueRow->setSelected(true);
-        for (const int type : {1000, 1002, 1003}) {
-            f.page->onProbeOutClicked(new QTreeWidgetItem(f.out(), type), 0);
+        // Nor for a row that is neither a port nor a signal of one.
+        QTreeWidgetItem *foreign = new QTreeWidgetItem(1003);
+        row->insertChild(0, foreign);
+        f.page->onProbeOutClicked(foreign, 0);
+        QVERIFY(f.values()->selectedItems().isEmpty());
+        for (const int type : {1000, 1002}) {
+            valueRow->setSelected(true);
+            foreign = new QTreeWidgetItem(type);
+            f.out()->insertTopLevelItem(0, foreign);
+            f.page->onProbeOutClicked(foreign, 0);
             QVERIFY(f.values()->selectedItems().isEmpty());
         }
     }
@@ -846,6 +893,22 @@ private Q_SLOTS:
         QTreeWidgetItem *last = f.values()->topLevelItem(1);
         QCOMPARE(f.values()->visualItemRect(last).top(),
                  f.out()->visualItemRect(f.out()->topLevelItem(1)).top());
+    }
+
+    void scrollingReachesRowsThatAreNotLaidOutYet()
+    {
+        Signals many;
+        for (int i = 0; i < 100; ++i)
+            many.append(net(QString::number(i)));
+        Fixture f(coreOf({}, {{}, many}));
+        f.show();
+        f.out()->topLevelItem(0)->setSelected(true);
+        f.click("btnProbeOutRemove");
+        f.out()->topLevelItem(0)->setExpanded(true);
+        f.out()->scrollToItem(f.out()->topLevelItem(0)->child(90));
+        QVERIFY(f.out()->verticalScrollBar()->value() > 50);
+        QCoreApplication::processEvents();
+        QCOMPARE(f.values()->verticalScrollBar()->value(), f.out()->verticalScrollBar()->value());
     }
 
     void rebuildingKeepsPlaceAndExpansion_data()
@@ -999,8 +1062,7 @@ private Q_SLOTS:
         // Fit for a clock: only the mark for Probe In counts.
         NETWEIR::NetMarks marks;
         marks.excludedForProbeOut = true;
-        const NETWEIR::RtlNet *clock = builder.addNet(builder.top(), "clk", marks);
-        const QString clockName = clock->fullPathName();
+        builder.addNet(builder.top(), "clk", marks);
         const auto netlist = builder.take();
         auto core = coreOf({}, {});
         core->userClock = before;
@@ -1012,16 +1074,14 @@ private Q_SLOTS:
         });
         f.click("btnUserClock");
         QCOMPARE(f.script.problems(), QString());
-        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), modified ? clockName : before);
+        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), modified ? "top/clk" : before);
         QCOMPARE(f.modified->count(), modified);
     }
 
     void newNetlistWhileTheUserClockIsPicked()
     {
         auto former = NETWEIR::NetlistBuilder("top").take();
-        NETWEIR::NetlistBuilder builder("top");
-        const QString clockName = builder.addNet(builder.top(), "clk")->fullPathName();
-        const auto netlist = builder.take();
+        const auto netlist = netlistWith("clk");
         auto core = coreOf({}, {});
         core->syncUserClock = true;
         Fixture f(std::move(core), former.get());
@@ -1032,7 +1092,7 @@ private Q_SLOTS:
             dialog->accept();
         });
         f.click("btnUserClock");
-        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), clockName);
+        QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), QStringLiteral("top/clk"));
         QCOMPARE(f.script.problems(), QString());
     }
 
