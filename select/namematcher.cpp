@@ -24,18 +24,7 @@ bool hasSurrogates(const QString &text)
 class LiteralRuns
 {
 public:
-    explicit LiteralRuns(Qt::CaseSensitivity caseSensitivity)
-        : m_asciiOnly(caseSensitivity == Qt::CaseInsensitive)
-    {
-    }
-
-    void add(QChar c)
-    {
-        if (m_asciiOnly && c.unicode() >= 0x80)
-            end();
-        else
-            m_run += c;
-    }
+    void add(QChar c) { m_run += c; }
 
     /// The character before a quantifier may be missing from the match.
     void dropLast() { m_run.chop(1); }
@@ -56,90 +45,64 @@ public:
 private:
     QString m_run;
     QString m_longest;
-    bool m_asciiOnly;
 };
 
-/// Index behind the set that opens at @p open, -1 when its extent is not plain to see.
+/// Index behind the set that opens at @p open, 0 when its extent is not plain to see.
 int endOfSet(const QString &pattern, int open)
 {
     int i = open + 1;
     if (i < pattern.size() && pattern.at(i) == QLatin1Char('^'))
         ++i;
+    // In first place or behind a backslash the bracket may be one of the set.
     const int close = pattern.indexOf(QLatin1Char(']'), i);
-    if (close <= i)
-        return -1;
-    const QStringRef inside = pattern.midRef(i, close - i);
-    const bool plain = !inside.contains(QLatin1Char('\\')) && !inside.contains(QLatin1Char('['));
-    return plain ? close + 1 : -1;
+    if (close == i || pattern.midRef(i, close - i).contains(QLatin1Char('\\')))
+        return 0;
+    return close + 1;
 }
 
-/// Index behind the group that opens at @p open, -1 when its extent is not plain to see.
-int endOfGroup(const QString &pattern, int open)
+QString literalOfWildcard(const QString &pattern)
 {
-    int depth = 0;
-    for (int i = open; i < pattern.size();) {
+    LiteralRuns runs;
+    for (int i = 0; i < pattern.size();) {
         const QChar c = pattern.at(i);
-        if (c == QLatin1Char('\\')) {
-            i += 2;
-            continue;
-        }
         if (c == QLatin1Char('[')) {
+            runs.end();
             i = endOfSet(pattern, i);
-            if (i < 0)
-                return -1;
+            if (i == 0)
+                return QString();
             continue;
         }
         ++i;
-        if (c == QLatin1Char('('))
-            ++depth;
-        else if (c == QLatin1Char(')') && --depth == 0)
-            return i;
-    }
-    return -1;
-}
-
-QString literalOfWildcard(const QString &pattern, Qt::CaseSensitivity caseSensitivity)
-{
-    LiteralRuns runs(caseSensitivity);
-    for (int i = 0; i < pattern.size(); ++i) {
-        const QChar c = pattern.at(i);
-        if (c == QLatin1Char('\\')) {
-            if (i + 1 == pattern.size() || !QStringLiteral("*?[]").contains(pattern.at(i + 1)))
-                return QString();
-            runs.add(pattern.at(++i));
-        } else if (c == QLatin1Char('*') || c == QLatin1Char('?')) {
+        if (c == QLatin1Char('*') || c == QLatin1Char('?'))
             runs.end();
-        } else if (c == QLatin1Char('[')) {
-            const int behind = endOfSet(pattern, i);
-            if (behind < 0)
-                return QString();
-            runs.end();
-            i = behind - 1;
-        } else if (c == QLatin1Char(']')) {
-            return QString();
-        } else {
+        else if (c == QLatin1Char('\\') && i < pattern.size() &&
+                 QStringLiteral("*?[]").contains(pattern.at(i)))
+            runs.add(pattern.at(i++));
+        else
             runs.add(c);
-        }
     }
     return runs.longest();
 }
 
-QString literalOfExpression(const QString &pattern, Qt::CaseSensitivity caseSensitivity)
+QString literalOfExpression(const QString &pattern)
 {
-    LiteralRuns runs(caseSensitivity);
+    LiteralRuns runs;
+    int depth = 0; // Of groups: what they hold may be missing from the match.
     bool lastIsLiteral = false;
     for (int i = 0; i < pattern.size();) {
-        const QChar c = pattern.at(i);
+        QChar c = pattern.at(i);
         bool literal = false;
         int next = i + 1;
         switch (c.unicode()) {
-        case '|':
-        case ')':
-        case ']':
-        case '}':
-            return QString();
         case '(':
-            next = endOfGroup(pattern, i);
+            ++depth;
+            break;
+        case ')':
+            --depth;
+            break;
+        case '|':
+            if (depth == 0)
+                return QString();
             break;
         case '[':
             next = endOfSet(pattern, i);
@@ -157,26 +120,25 @@ QString literalOfExpression(const QString &pattern, Qt::CaseSensitivity caseSens
         case '^':
         case '$':
             break;
-        case '\\': {
+        case '\\':
             if (next == pattern.size())
                 return QString();
-            const QChar escaped = pattern.at(next++);
-            if (QStringLiteral("dDsSwWbB").contains(escaped))
+            c = pattern.at(next++);
+            if (QStringLiteral("dDsSwWbB").contains(c))
                 break;
-            if (escaped.isLetterOrNumber())
+            if (c.isLetterOrNumber())
                 return QString();
-            runs.add(escaped);
             literal = true;
             break;
-        }
         default:
-            runs.add(c);
             literal = true;
         }
-        if (next <= i)
+        if (next == 0)
             return QString();
         if (!literal)
             runs.end();
+        else if (depth == 0)
+            runs.add(c);
         lastIsLiteral = literal;
         i = next;
     }
@@ -185,13 +147,12 @@ QString literalOfExpression(const QString &pattern, Qt::CaseSensitivity caseSens
 
 } // namespace
 
-QString requiredLiteral(const QString &pattern, QRegExp::PatternSyntax syntax,
-                        Qt::CaseSensitivity caseSensitivity)
+QString requiredLiteral(const QString &pattern, QRegExp::PatternSyntax syntax)
 {
     if (syntax == QRegExp::WildcardUnix)
-        return literalOfWildcard(pattern, caseSensitivity);
+        return literalOfWildcard(pattern);
     if (syntax == QRegExp::RegExp)
-        return literalOfExpression(pattern, caseSensitivity);
+        return literalOfExpression(pattern);
     return QString();
 }
 
@@ -209,9 +170,8 @@ NameMatcher::NameMatcher(const SearchOptions &options)
     }
     const auto syntax = static_cast<QRegExp::PatternSyntax>(options.patternSyntax);
     m_expression = QRegExp(m_pattern, m_caseSensitivity, syntax);
-    m_mode = m_expression.isValid() ? Mode::Expression : Mode::Nothing;
-    m_literal =
-        QStringMatcher(requiredLiteral(m_pattern, syntax, m_caseSensitivity), m_caseSensitivity);
+    m_mode = Mode::Expression;
+    m_literal = QStringMatcher(requiredLiteral(m_pattern, syntax), m_caseSensitivity);
 }
 
 bool NameMatcher::matches(const QString &name)
@@ -219,8 +179,6 @@ bool NameMatcher::matches(const QString &name)
     switch (m_mode) {
     case Mode::All:
         return true;
-    case Mode::Nothing:
-        return false;
     case Mode::Substring:
         return m_plainSearch ? name.indexOf(m_pattern, 0, m_caseSensitivity) != -1
                              : m_literal.indexIn(name) != -1;
@@ -232,7 +190,7 @@ bool NameMatcher::matches(const QString &name)
 
 bool NameMatcher::mayMatchExpression(const QString &name) const
 {
-    if (m_literal.pattern().isEmpty() || m_literal.indexIn(name) != -1)
+    if (m_literal.indexIn(name) != -1)
         return true;
     // QRegExp and the substring search fold some letters beyond ASCII differently.
     return m_caseSensitivity == Qt::CaseInsensitive && !isAscii(name);

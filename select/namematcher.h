@@ -25,7 +25,7 @@ public:
     bool matches(const QString &name);
 
 private:
-    enum class Mode { All, Nothing, Substring, Expression };
+    enum class Mode { All, Substring, Expression };
 
     bool mayMatchExpression(const QString &name) const;
 
@@ -38,8 +38,8 @@ private:
 };
 
 /// The longest text that every match of the QRegExp @p pattern provably contains, empty when none
-/// is found. With case-insensitive matching only ASCII text is returned.
-QString requiredLiteral(const QString &pattern, QRegExp::PatternSyntax syntax,
-                        Qt::CaseSensitivity caseSensitivity);
+/// is found. Without regard to case QRegExp lets some letters beyond ASCII match others than the
+/// substring search does; a name of ASCII letters that matches contains the text either way.
+QString requiredLiteral(const QString &pattern, QRegExp::PatternSyntax syntax);
 
 } // namespace TARN

@@ -75,10 +75,10 @@ void ProbeDialog::onRemove()
     QList<QTreeWidgetItem *> topLevel;
     const QList<QTreeWidgetItem *> selected = ui->treeWidget->selectedItems();
     for (QTreeWidgetItem *row : selected) {
-        if (!row->parent())
+        if (row->parent())
+            delete row; // Before its parent, with which it would go.
+        else
             topLevel.append(row);
-        else if (!row->parent()->isSelected())
-            delete row; // Otherwise it goes with its parent.
     }
     removeTopLevelRows(ui->treeWidget, topLevel);
 }
