@@ -82,6 +82,19 @@ public:
     }
 };
 
+/// Counts how often the widgets that it watches are painted.
+class PaintCounter : public QObject
+{
+public:
+    int count = 0;
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
 /// A drop of dragged rows that counts what it does.
 struct Drop
 {
@@ -108,6 +121,7 @@ private Q_SLOTS:
     void dropMovesRowsBesideTheTarget();
     void dropOnMemberOrDraggedRowDoesNothing_data();
     void dropOnMemberOrDraggedRowDoesNothing();
+    void dropThatDoesNothingRemovesItsMark();
     void dropBelowTheLastRowAppendsCopies();
     void dropBelowLeavesMemberRowsWhereTheyAre();
     void positionIsRounded();
@@ -179,6 +193,19 @@ void SignalTreeWidgetTest::dropOnMemberOrDraggedRowDoesNothing()
     QVERIFY(!drop.event.isAccepted());
     QCOMPARE(drop.dragged.size(), 0);
     QCOMPARE(list.selectedItems().size(), 2);
+}
+
+void SignalTreeWidgetTest::dropThatDoesNothingRemovesItsMark()
+{
+    List list;
+    list.select({"b"});
+    QCoreApplication::processEvents();
+    PaintCounter paints;
+    list.viewport()->installEventFilter(&paints);
+    QCoreApplication::processEvents();
+    QCOMPARE(paints.count, 0);
+    const Drop drop(list, list.pointIn("b", 5));
+    QTRY_VERIFY(paints.count > 0);
 }
 
 void SignalTreeWidgetTest::dropBelowTheLastRowAppendsCopies()

@@ -558,6 +558,8 @@ void TarnSignalSelectDialogTest::searchesTheWholeDesign_data()
     QTest::newRow("normal")
         << QByteArray("radioButtonNormal") << "U0/C"
         << "top/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\ntop/u0/clk\n";
+    QTest::newRow("blanks count") << QByteArray("radioButtonNormal") << " clk"
+                                  << "";
     QTest::newRow("wildcard") << QByteArray("radioButtonWildcard") << "*/clk"
                               << "top/clk\ntop/u0/clk\n";
     QTest::newRow("wildcard covers the name") << QByteArray("radioButtonWildcard") << "clk"
@@ -958,6 +960,7 @@ void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice_data()
     QTest::newRow("none") << QList<SignalItem>() << "";
     QTest::newRow("single") << QList<SignalItem>{net("x"), net("y")} << "x";
     QTest::newRow("bus") << QList<SignalItem>{bus("d", 2), net("y")} << "d[1]";
+    QTest::newRow("member added alone") << QList<SignalItem>{bus("d[1]", 0)} << "d[1]";
     QTest::newRow("bus, first usable") << QList<SignalItem>{busWithMembers(false, true)} << "d[0]";
     QTest::newRow("bus without usable member")
         << QList<SignalItem>{busWithMembers(false, false), net("y")} << "";
