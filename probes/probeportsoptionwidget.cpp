@@ -18,6 +18,8 @@
 #include <QSet>
 #include <QVector>
 
+#include <initializer_list>
+
 namespace TARN {
 
 namespace {
@@ -41,6 +43,37 @@ QString fitted(const QString &bits, int previous, int width)
 QString hexTextOf(const QString &bits)
 {
     return (bits.isEmpty() ? QStringLiteral("0x0") : QStringLiteral("0x")) + stringBintoHex(bits);
+}
+
+/// A Probe Out port in the trees.
+struct OutPort
+{
+    QList<SignalItem> items;
+    int width;
+    QString bits;
+    QTreeWidgetItem *row;
+    QTreeWidgetItem *valueRow;
+    InitialValueLine *line;
+};
+
+/// Replaces the rows of the port's signals in both trees, in that of the values without labels.
+void makeRows(const OutPort &port)
+{
+    qDeleteAll(port.row->takeChildren());
+    qDeleteAll(port.valueRow->takeChildren());
+    signals2ProbeOutTree(port.row, port.items, SignalType);
+    QList<QTreeWidgetItem *> valueRows;
+    for (int i = 0; i < port.items.size(); ++i)
+        valueRows.append(new QTreeWidgetItem(SignalType));
+    port.valueRow->addChildren(valueRows);
+}
+
+void fitLine(const OutPort &port)
+{
+    port.line->setEnabled(port.width != 0);
+    // The mask for the width so far would cut a longer value.
+    port.line->updateValidatorForWidth(port.width);
+    port.line->setText(hexTextOf(port.bits));
 }
 
 /// The selected rows of @p tree without those below another one.
@@ -125,7 +158,8 @@ ProbePortsOptionWidget::~ProbePortsOptionWidget()
 
 void ProbePortsOptionWidget::setUpTrees()
 {
-    for (QTreeWidget *tree : {ui->treeProbeIn, ui->treeProbeOut, ui->treeValue}) {
+    for (QTreeWidget *tree :
+         std::initializer_list<QTreeWidget *>{ui->treeProbeIn, ui->treeProbeOut, ui->treeValue}) {
         tree->setStyleSheet(
             QStringLiteral("QTreeWidget::item { height: 20px;}QTreeWidget{ icon-size: 17px; }"));
     }
@@ -379,54 +413,32 @@ void ProbePortsOptionWidget::updateProbeInTree()
 
 void ProbePortsOptionWidget::updateProbeOutTree()
 {
-    struct Port
-    {
-        const QList<SignalItem> *items;
-        QTreeWidgetItem *valueRow;
-        InitialValueLine *line;
-        QString bits;
-    };
-    QVector<Port> ports;
-
-    // Each label that appears is compared with all others on the screen.
-    ui->treeValue->setUpdatesEnabled(false);
-
-    // The rows of all ports first and the labels after: the tree is laid out for every widget that
-    // it gets while there are new rows.
+    QVector<OutPort> ports;
     for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i) {
         const ProbeOut *port = m_core->getProbeOut(i);
         InitialValueLine *line = lineOf(i);
         if (!port || !line)
             continue;
-        QTreeWidgetItem *row = ui->treeProbeOut->topLevelItem(i);
-        QTreeWidgetItem *valueRow = ui->treeValue->topLevelItem(i);
         const int width = port->singleSignals().size();
-        const QString bits =
-            fitted(stringHextoBinfor0x(line->displayText()), line->getWidth(), width);
-
-        line->setInert(true);
-        line->clearBitLabels();
-        qDeleteAll(row->takeChildren());
-        qDeleteAll(valueRow->takeChildren());
-        signals2ProbeOutTree(row, port->signals, SignalType);
-        QList<QTreeWidgetItem *> valueRows;
-        for (int k = 0; k < port->signals.size(); ++k)
-            valueRows.append(new QTreeWidgetItem(SignalType));
-        valueRow->addChildren(valueRows);
-
-        line->setEnabled(width != 0);
-        // The mask for the width so far would cut a longer value.
-        line->updateValidatorForWidth(width);
-        line->setText(hexTextOf(bits));
-        ports.append({&port->signals, valueRow, line, bits});
+        ports.append({port->signals, width,
+                      fitted(stringHextoBinfor0x(line->displayText()), line->getWidth(), width),
+                      ui->treeProbeOut->topLevelItem(i), ui->treeValue->topLevelItem(i), line});
     }
-    for (Port &port : ports) {
-        values2Tree(ui->treeValue, port.valueRow, *port.items, port.bits, port.line);
+
+    // Step by step for all ports together: rows that come or go are compared with all labels.
+    ui->treeValue->suspendLayout();
+    for (const OutPort &port : qAsConst(ports))
+        deleteLabels(port.valueRow, port.line);
+    for (const OutPort &port : qAsConst(ports)) {
+        makeRows(port);
+        fitLine(port);
+    }
+    for (OutPort &port : ports) {
+        values2Tree(ui->treeValue, port.valueRow, port.items, port.bits, port.line);
         port.line->updateValidator();
         port.line->setInert(false);
     }
-    ui->treeValue->doItemsLayout();
-    ui->treeValue->setUpdatesEnabled(true);
+    ui->treeValue->resumeLayout();
 }
 
 void ProbePortsOptionWidget::addProbeInRow(int index)
@@ -451,13 +463,18 @@ void ProbePortsOptionWidget::removeValueRow(int index)
 {
     QTreeWidgetItem *row = ui->treeValue->topLevelItem(index);
     if (InitialValueLine *line = lineOf(index)) {
-        line->setInert(true);
-        line->clearBitLabels();
+        deleteLabels(row, line);
+        deleteWidget(row);
     }
-    deleteWidget(row);
-    for (int i = 0; i < row->childCount(); ++i)
-        deleteWidget(row->child(i));
     delete row;
+}
+
+void ProbePortsOptionWidget::deleteLabels(QTreeWidgetItem *valueRow, InitialValueLine *line)
+{
+    line->setInert(true);
+    line->clearBitLabels();
+    for (int i = 0; i < valueRow->childCount(); ++i)
+        deleteWidget(valueRow->child(i));
 }
 
 void ProbePortsOptionWidget::deleteWidget(QTreeWidgetItem *valueRow)

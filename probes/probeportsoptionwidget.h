@@ -93,6 +93,7 @@ private:
     void addProbeInRow(int index);
     InitialValueLine *addProbeOutRow(int index);
     void removeValueRow(int index);
+    void deleteLabels(QTreeWidgetItem *valueRow, InitialValueLine *line);
     void deleteWidget(QTreeWidgetItem *valueRow);
     InitialValueLine *lineOf(int row) const;
     void renumber(QTreeWidget *tree, ProbeType type);

@@ -60,6 +60,14 @@ std::unique_ptr<TarnCore> coreOf(const QList<Signals> &ins, const QList<Signals>
     return core;
 }
 
+Signals nets(int count)
+{
+    Signals items;
+    for (int i = 0; i < count; ++i)
+        items.append(net(QString::number(i)));
+    return items;
+}
+
 /// A page with its core, driven by the names of its widgets and slots.
 struct Fixture
 {
@@ -121,14 +129,19 @@ struct Fixture
         else
             page->editProbeIn(in()->topLevelItem(0), 0);
     }
-    /// The rows of the Probe Out ports, all expanded, and those of their values lie side by side,
-    /// and every widget in its row.
+    /// The rows of the Probe Out ports and those of their values lie side by side, and every widget
+    /// in its row.
     void verifyAligned() const
     {
         int y = -20 * out()->verticalScrollBar()->value();
         QTreeWidgetItemIterator value(values());
         for (QTreeWidgetItemIterator row(out()); *row; ++row, ++value) {
             QVERIFY(*value);
+            if ((*row)->parent() && !(*row)->parent()->isExpanded()) {
+                QVERIFY(!(*value)->parent()->isExpanded());
+                QVERIFY(!values()->itemWidget(*value, 0)->isVisible());
+                continue;
+            }
             const QRect rect = values()->visualItemRect(*value);
             QCOMPARE(rect.top(), y);
             QCOMPARE(rect.height(), 20);
@@ -396,6 +409,63 @@ private Q_SLOTS:
         QCOMPARE(f.shownValues(), QStringList(shown));
         QCOMPARE(f.values()->topLevelItem(0)->childCount(), after.size());
         QCOMPARE(f.out()->topLevelItem(0)->childCount(), after.size());
+    }
+
+    void rebuildOfAShownPageKeepsTheRowsInPlace()
+    {
+        Fixture f(coreOf({}, {nets(60), nets(20), nets(60), nets(60)}));
+        f.show();
+        for (const int port : {0, 2, 3})
+            f.out()->topLevelItem(port)->setExpanded(true);
+        QScrollBar *scrollBar = f.out()->verticalScrollBar();
+        for (const int row : {0, 50, 90, scrollBar->maximum()}) {
+            scrollBar->setValue(row);
+            f.verifyAligned();
+            f.page->updateProbeOutTree();
+            QCOMPARE(scrollBar->value(), row);
+            QCOMPARE(f.values()->verticalScrollBar()->value(), row);
+            f.verifyAligned();
+        }
+        scrollBar->setValue(50);
+        f.setSignals(2, nets(80));
+        f.setSignals(0, nets(10));
+        QCOMPARE(scrollBar->value(), 50);
+        f.verifyAligned();
+        QCOMPARE(scrollBar->maximum(), f.values()->verticalScrollBar()->maximum());
+        f.page->resize(900, 700);
+        f.verifyAligned();
+        f.out()->topLevelItem(2)->setExpanded(false);
+        f.verifyAligned();
+    }
+
+    void rebuildOfAShownPageKeepsTheFocus()
+    {
+        Fixture f(coreOf({}, {{bus("d", 8)}, nets(3)}, {"0xA5"}));
+        f.show();
+        f.out()->expandAll();
+        f.out()->setFocus();
+        f.page->updateProbeOutTree();
+        QVERIFY(f.out()->hasFocus());
+
+        f.line(0)->setFocus();
+        f.line(0)->setText("0x3C");
+        f.page->updateProbeOutTree();
+        QVERIFY(f.line(0)->hasFocus());
+        QCOMPARE(f.shownValues().first(), QStringLiteral("0x3C 00111100"));
+        f.verifyAligned();
+    }
+
+    void tabKeyBringsTheNextLineIntoSight()
+    {
+        Fixture f(coreOf({}, {nets(60), {net("a")}}));
+        f.show();
+        f.out()->expandAll();
+        f.line(0)->setFocus();
+        QVERIFY(!f.values()->viewport()->rect().intersects(f.line(1)->geometry()));
+        QTest::keyClick(f.line(0), Qt::Key_Tab);
+        QVERIFY(f.line(1)->hasFocus());
+        QVERIFY(f.values()->viewport()->rect().contains(f.line(1)->geometry()));
+        f.verifyAligned();
     }
 
     void rebuildKeepsExpansionAndTypedText()
@@ -874,10 +944,7 @@ private Q_SLOTS:
 
     void scrollingIsMirrored()
     {
-        Signals many;
-        for (int i = 0; i < 100; ++i)
-            many.append(net(QString::number(i)));
-        Fixture f(coreOf({}, {many, many}));
+        Fixture f(coreOf({}, {nets(100), nets(100)}));
         f.show();
         QScrollBar *out = f.out()->verticalScrollBar();
         QScrollBar *values = f.values()->verticalScrollBar();

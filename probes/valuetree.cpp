@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "valuetree.h"
+
+#include <QAbstractItemDelegate>
+#include <QApplication>
+#include <QSet>
+
+namespace TARN {
+
+void ValueTree::suspendLayout()
+{
+    m_suspended = true;
+    // Widgets that appear on the screen are slow, but a line being edited must keep the focus.
+    if (!viewport()->isAncestorOf(QApplication::focusWidget()))
+        viewport()->hide();
+}
+
+void ValueTree::resumeLayout()
+{
+    m_suspended = false;
+    doItemsLayout();
+    viewport()->show();
+}
+
+void ValueTree::scrollContentsBy(int dx, int dy)
+{
+    QTreeWidget::scrollContentsBy(dx, dy);
+    updateEditorGeometries();
+}
+
+void ValueTree::updateEditorGeometries()
+{
+    if (m_suspended)
+        return;
+    QSet<QObject *> placed;
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        placed.insert(place(model()->index(i, 0)));
+    const int bottom = viewport()->height();
+    for (QModelIndex index = indexAt(QPoint()); index.isValid(); index = indexBelow(index)) {
+        if (visualRect(index).top() >= bottom)
+            break;
+        placed.insert(place(index));
+    }
+    for (QObject *child : viewport()->children()) {
+        auto *widget = qobject_cast<QWidget *>(child);
+        if (widget && !widget->isHidden() && !placed.contains(widget))
+            widget->hide();
+    }
+}
+
+QWidget *ValueTree::place(const QModelIndex &index)
+{
+    QWidget *widget = indexWidget(index);
+    if (widget) {
+        QStyleOptionViewItem option = viewOptions();
+        option.rect = visualRect(index);
+        widget->show();
+        itemDelegate(index)->updateEditorGeometry(widget, option, index);
+    }
+    return widget;
+}
+
+} // namespace TARN
