@@ -273,7 +273,9 @@ void ProbePortsOptionWidget::onRemoveProbeIn()
     const QList<QTreeWidgetItem *> rows = selectedRows(ui->treeProbeIn);
     for (QTreeWidgetItem *row : rows) {
         // For the row of a signal that is -1: it goes, but its port stays as it is.
-        m_core->removeProbeIn(ui->treeProbeIn->indexOfTopLevelItem(row));
+        const int index = ui->treeProbeIn->indexOfTopLevelItem(row);
+        closeDialogOf(m_core->getProbeIn(index));
+        m_core->removeProbeIn(index);
         delete row;
     }
     renumber(ui->treeProbeIn, ProbeTypeIn);
@@ -292,6 +294,7 @@ void ProbePortsOptionWidget::onRemoveProbeOut()
         const int index = ui->treeProbeOut->indexOfTopLevelItem(row);
         if (index == -1)
             break;
+        closeDialogOf(m_core->getProbeOut(index));
         m_core->removeProbeOut(index);
         removeValueRow(index);
         delete row;
@@ -342,6 +345,14 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
         tree->verticalScrollBar()->setValue(place);
     }
     Q_EMIT modified();
+}
+
+void ProbePortsOptionWidget::closeDialogOf(const ProbeIn *port)
+{
+    for (ProbeDialog *dialog : findChildren<ProbeDialog *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (dialog->port() == port)
+            dialog->closeWidget();
+    }
 }
 
 void ProbePortsOptionWidget::onProbeOutClicked(QTreeWidgetItem *item, int column)

@@ -99,6 +99,8 @@ private:
     void renumber(QTreeWidget *tree, ProbeType type);
 
     void editPort(ProbeType type, QTreeWidgetItem *item);
+    /// Closes the dialog that edits @p port, which is about to go, if there is one.
+    void closeDialogOf(const ProbeIn *port);
     void enableUserClock(bool enabled);
     void warn(const QString &text);
 

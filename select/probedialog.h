@@ -30,6 +30,8 @@ public:
     ProbeDialog(ProbeIn *port, NETWEIR::RtlNetlist *netlist, ProbeType type, QWidget *parent);
     ~ProbeDialog() override;
 
+    const ProbeIn *port() const { return m_port; }
+
     /// Uses @p netlist, which may be null, from now on, in a signal select dialog that is open as
     /// well. To be called before the netlist so far is deleted.
     void setNetlist(NETWEIR::RtlNetlist *netlist);
