@@ -115,9 +115,9 @@ void ProbeDialog::accept()
 void ProbeDialog::closeWidget()
 {
     Q_EMIT closeOldSearchDialog();
-    const auto searches = findChildren<TarnSignalSelectDialog *>();
-    for (TarnSignalSelectDialog *search : searches)
-        search->reject();
+    const auto above = findChildren<QDialog *>();
+    for (QDialog *dialog : above)
+        dialog->reject();
     close();
 }
 

@@ -46,7 +46,7 @@ public Q_SLOTS:
     /// Writes the list into the port and closes the dialog; refuses more signals than a port has
     /// room for and stays open.
     void accept() override;
-    /// Closes the dialog, and a signal select dialog above it, without writing to the port.
+    /// Closes the dialog, and what is open above it, without writing to the port.
     void closeWidget();
 
 private:

@@ -94,6 +94,7 @@ private Q_SLOTS:
     void cancelLeavesThePortAlone();
     void closeWidgetClosesWithoutWriting();
     void closeWidgetClosesTheSearchToo();
+    void closeWidgetClosesTheWarningToo();
     void newNetlistReachesTheSearch();
     void newNetlistIsUsedFromThenOn();
     void dialogMayDieWhileItSearches();
@@ -494,6 +495,22 @@ void ProbeDialogTest::closeWidgetClosesTheSearchToo()
     QCOMPARE(dialog.exec(), int(QDialog::Rejected));
     QCOMPARE(script.problems(), QString());
     QCOMPARE(rowsOf(dialog), QString());
+    QVERIFY(port.signals.isEmpty());
+}
+
+void ProbeDialogTest::closeWidgetClosesTheWarningToo()
+{
+    ProbeOut port;
+    ProbeDialog dialog(&port, nullptr, ProbeTypeOut, nullptr);
+    signals2Tree(listOf(dialog), {bus("d", 257)}, 0);
+    ModalScript script;
+    script.expectDialog("QMessageBox", "Warning", [&](QDialog *warning) {
+        dialog.closeWidget();
+        QVERIFY(!warning->isVisible());
+    });
+    QTimer::singleShot(0, &dialog, &ProbeDialog::accept);
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+    QCOMPARE(script.problems(), QString());
     QVERIFY(port.signals.isEmpty());
 }
 
