@@ -40,11 +40,6 @@ QString fitted(const QString &bits, int previous, int width)
     return counting + QString(width - previous, QLatin1Char('0'));
 }
 
-QString hexTextOf(const QString &bits)
-{
-    return (bits.isEmpty() ? QStringLiteral("0x0") : QStringLiteral("0x")) + stringBintoHex(bits);
-}
-
 /// A Probe Out port in the trees.
 struct OutPort
 {
@@ -71,9 +66,9 @@ void makeRows(const OutPort &port)
 void fitLine(const OutPort &port)
 {
     port.line->setEnabled(port.width != 0);
-    // The mask for the width so far would cut a longer value.
+    // The mask first: that for the width so far would cut a longer value. Without bits it shows 0.
     port.line->updateValidatorForWidth(port.width);
-    port.line->setText(hexTextOf(port.bits));
+    port.line->setText(QStringLiteral("0x") + stringBintoHex(port.bits));
 }
 
 /// The selected rows of @p tree without those below another one.
@@ -446,7 +441,6 @@ void ProbePortsOptionWidget::updateProbeOutTree()
     }
     for (OutPort &port : ports) {
         values2Tree(ui->treeValue, port.valueRow, port.items, port.bits, port.line);
-        port.line->updateValidator();
         port.line->setInert(false);
     }
     ui->treeValue->resumeLayout();

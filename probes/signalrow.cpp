@@ -66,7 +66,7 @@ QVariant SignalRow::data(int column, int role) const
 
 void SignalRow::setData(int column, int role, const QVariant &value)
 {
-    if (column == 0 && computes(role))
+    if (computes(role))
         storeRoles();
     QTreeWidgetItem::setData(column, role, value);
 }
