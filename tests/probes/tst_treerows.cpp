@@ -47,10 +47,10 @@ void decorate(QTreeWidget *tree)
 {
     for (int i = 0; i < tree->topLevelItemCount(); ++i) {
         QTreeWidgetItem *row = tree->topLevelItem(i);
-        row->setExpanded(i % 2 == 0);
+        row->setExpanded(i % 5 != 0);
         row->setSelected(i % 5 < 2);
         if (row->childCount() > 0) {
-            row->child(0)->setExpanded(i % 4 == 0);
+            row->child(0)->setExpanded(i % 4 > 1);
             row->child(1)->setSelected(i % 7 == 0);
             row->child(0)->child(0)->setSelected(i % 9 == 0);
         }
@@ -123,13 +123,21 @@ private Q_SLOTS:
         QCOMPARE(tree.topLevelItemCount(), 0);
     }
 
+    void keepsTheScrollPosition_data()
+    {
+        QTest::addColumn<int>("current");
+        QTest::newRow("none current") << -1;
+        QTest::newRow("current out of sight") << 5;
+    }
     void keepsTheScrollPosition()
     {
+        QFETCH(int, current);
         QTreeWidget tree;
         fill(&tree, 900);
         tree.resize(200, 200);
         tree.show();
         QVERIFY(QTest::qWaitForWindowExposed(&tree));
+        tree.setCurrentItem(tree.topLevelItem(current));
         tree.verticalScrollBar()->setValue(400);
         Rows doomed;
         for (int i = 600; i < 700; ++i)
