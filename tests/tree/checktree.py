@@ -5,7 +5,7 @@
 
 usage: checktree.py CHECK ROOT [COMPILER FLAG...]
 
-CHECK is "includes", "lists", "licence", "format" or "headers"; only the last one needs the compiler.
+CHECK is "includes", "lists", "licence", "format", "links" or "headers"; only the last one needs the compiler.
 Prints one line a finding and exits with 1 when there is any. selftest.py shows each of them fail.
 """
 
@@ -232,6 +232,36 @@ def check_format(root):
     return found or [result.stderr.strip() or "clang-format failed"]
 
 
+# --- links --------------------------------------------------------------------------------------
+
+
+def anchors_of(text):
+    """The names under which the headings of a Markdown text can be linked to."""
+    headings = re.findall(r"^#+ (.*)$", text, re.MULTILINE)
+    return {re.sub(r"[^\w -]", "", heading).lower().replace(" ", "-") for heading in headings}
+
+
+def check_links(root):
+    """Follows the links between the documents, and looks for pictures that none shows."""
+    problems = []
+    reached = set()
+    for path in [*sorted(root.glob("*.md")), *sorted((root / "docs").rglob("*.md"))]:
+        for link in re.findall(r"\]\(([^)\s]+)\)", text_of(path)):
+            name, _, anchor = link.partition("#")
+            target = (path.parent / name).resolve() if name else path
+            reached.add(target)
+            if "://" in link:
+                continue
+            if not target.exists():
+                problems.append(f"{path.relative_to(root)}: no file {name}")
+            elif anchor and anchor not in anchors_of(text_of(target)):
+                problems.append(f"{path.relative_to(root)}: no heading for {link}")
+    for picture in sorted((root / "docs").rglob("*.png")):
+        if picture not in reached:
+            problems.append(f"{picture.relative_to(root)}: no document shows it")
+    return problems
+
+
 # --- headers ------------------------------------------------------------------------------------
 
 
@@ -257,6 +287,7 @@ CHECKS = {
     "lists": check_lists,
     "licence": check_licence,
     "format": check_format,
+    "links": check_links,
     "headers": check_headers,
 }
 

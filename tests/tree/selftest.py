@@ -131,6 +131,29 @@ class Includes(SampleTree):
         self.expect(checktree.check_includes(self.root), "own header first")
 
 
+class Links(SampleTree):
+    def setUp(self):
+        super().setUp()
+        self.write("README.md", "[Guide](docs/guide.md#what-an-io-core-is) [site](https://x.y/z)")
+        self.write("docs/guide.md", "# What an I/O core is\n![View](images/view.png) [top](../README.md)")
+        self.write("docs/images/view.png", "")
+
+    def test_good_tree(self):
+        self.assertEqual(checktree.check_links(self.root), [])
+
+    def test_missing_file(self):
+        self.write("docs/format.md", "[Guide](user.md)")
+        self.expect(checktree.check_links(self.root), "docs/format.md", "user.md")
+
+    def test_missing_heading(self):
+        self.write("docs/format.md", "[Guide](guide.md#what)")
+        self.expect(checktree.check_links(self.root), "docs/format.md", "guide.md#what")
+
+    def test_picture_that_is_not_shown(self):
+        self.write("docs/images/old.png", "")
+        self.expect(checktree.check_links(self.root), "docs/images/old.png")
+
+
 class Lists(SampleTree):
     def test_good_tree(self):
         self.assertEqual(checktree.check_lists(self.root), [])
