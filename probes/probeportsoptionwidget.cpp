@@ -336,7 +336,6 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
         const int place = tree->verticalScrollBar()->value();
         tree->setCurrentItem(row); // Scrolls to the row, which may be far above the one clicked.
         row->setExpanded(true);
-        tree->doItemsLayout();
         tree->verticalScrollBar()->setValue(place);
     }
     Q_EMIT modified();

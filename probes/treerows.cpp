@@ -105,7 +105,6 @@ void removeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
     if (current)
         tree->setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);
     tree->selectionModel()->select(selection, QItemSelectionModel::Select);
-    tree->doItemsLayout();
     tree->verticalScrollBar()->setValue(scrolled);
 }
 
