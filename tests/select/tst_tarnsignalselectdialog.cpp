@@ -433,6 +433,8 @@ void TarnSignalSelectDialogTest::popupClosedWithoutAPickChangesNothing()
     const auto hover = [&dialog](const QString &text) {
         dialog.searchIn()->showPopup();
         const QRect row = dialog.modules()->visualItemRect(rowOf(dialog.modules(), text));
+        // The mouse may have been left there before.
+        QTest::mouseMove(dialog.modules()->viewport(), row.topLeft());
         QTest::mouseMove(dialog.modules()->viewport(), row.center());
         QTRY_COMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), text));
     };
