@@ -60,6 +60,10 @@ class Image:
                 found.append((y, at // 3))
         return found
 
+    def part(self, x, y, width, height):
+        """The pixels of a rectangle, to be compared with those of another."""
+        return [row[3 * x : 3 * (x + width)] for row in self.rows[y : y + height]]
+
     def changed_box(self, other):
         """Left, top, right and bottom of what differs from `other`, None when nothing does."""
         rows = [y for y in range(self.height) if self.rows[y] != other.rows[y]]
@@ -80,22 +84,41 @@ class Image:
 class Screen:
     """Mouse, keys, windows and pixels of one X server."""
 
-    def __init__(self, shots):
+    def __init__(self, shots, pause=0.2):
+        """Waits `pause` seconds after an input; 0 suits who waits for what the input does."""
         self.shots = shots
+        self.pause = pause
         self.count = 0
 
     def key(self, *keys):
         for key in keys:
             run("xdotool", "key", "--clearmodifiers", key)
-            time.sleep(0.2)
+            time.sleep(self.pause)
 
     def type(self, text):
-        run("xdotool", "type", "--delay", "20", text)
-        time.sleep(0.2)
+        run("xdotool", "type", "--delay", "5", text)
+        time.sleep(self.pause)
 
-    def click(self, x, y, button=1):
-        run("xdotool", "mousemove", str(x), str(y), "sleep", "0.2", "click", str(button))
-        time.sleep(0.3)
+    def click(self, x, y, button=1, times=1, holding=()):
+        """Clicks while the keys `holding` are down."""
+        self.move(x, y)
+        time.sleep(self.pause)
+        down = [word for key in holding for word in ("keydown", key)]
+        up = [word for key in holding for word in ("keyup", key)]
+        click = ["click", "--repeat", str(times), "--delay", "30", str(button)]
+        run("xdotool", *down, *click, *up)
+        time.sleep(self.pause)
+
+    def move(self, *path):
+        """Moves the mouse to the points x, y, x, y... one after the other."""
+        steps = zip(path[::2], path[1::2])
+        run("xdotool", *[word for x, y in steps for word in ("mousemove", str(x), str(y))])
+
+    def button_down(self):
+        run("xdotool", "mousedown", "1")
+
+    def button_up(self):
+        run("xdotool", "mouseup", "1")
 
     def titles(self):
         found = subprocess.run(
@@ -132,12 +155,16 @@ class Screen:
 class Workbench:
     """The application as a process and what it writes."""
 
-    def __init__(self, program, project, configuration, log):
-        self.log = log
+    def __init__(self, program, files, scratch, plugins):
+        self.log = scratch / "log"
+        self.report = scratch / "report"
         environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_STYLE_OVERRIDE="Fusion")
-        with open(log, "wb") as output:
+        if plugins:
+            environment["QT_PLUGIN_PATH"] = str(plugins)
+            environment["QT_QPA_GENERIC_PLUGINS"] = f"widgetreport:{self.report}"
+        with open(self.log, "wb") as output:
             self.process = subprocess.Popen(
-                [program, project, configuration],
+                [program, *files],
                 stdin=subprocess.DEVNULL,
                 stdout=output,
                 stderr=output,
@@ -147,10 +174,13 @@ class Workbench:
     def lines(self):
         return self.log.read_text(errors="replace").splitlines()
 
+    def expect_running(self):
+        if self.process.poll() is not None:
+            raise Failure(f"the workbench ended, code {self.process.returncode}")
+
     def wait_for_line(self, beginning, count=1):
         def written():
-            if self.process.poll() is not None:
-                raise Failure(f"the workbench ended, code {self.process.returncode}")
+            self.expect_running()
             return sum(line.startswith(beginning) for line in self.lines()) >= count
 
         wait_for(f'line "{beginning}" {count} times', written)
@@ -180,9 +210,12 @@ def start_window_manager():
     return manager
 
 
-def drive(program, example, shots, job):
+def drive(program, example, shots, job, suffixes=("json", "tarn"), plugins=None):
     """Runs job(screen, workbench, folder) with the workbench on a copy of the example, and says
-    how that went. Returns the exit code."""
+    how that went. Returns the exit code.
+
+    The workbench opens the files of the example with these suffixes. With a folder of Qt plug-ins
+    it reports its widgets: a job that waits for them needs no pauses."""
     shots = Path(shots)
     shots.mkdir(parents=True, exist_ok=True)
     for old in shots.glob("*.png"):
@@ -191,23 +224,23 @@ def drive(program, example, shots, job):
         os.environ.pop(name, None)
 
     processes = [start_x_server()]
-    screen = Screen(shots)
+    screen = Screen(shots, 0 if plugins else 0.2)
     with tempfile.TemporaryDirectory(prefix="tarn drive ") as scratch:
-        folder = Path(scratch) / Path(example).name
+        scratch = Path(scratch)
+        folder = scratch / Path(example).name
         shutil.copytree(example, folder)
-        log = Path(scratch) / "log"
+        files = [folder / f"{folder.name}.{suffix}" for suffix in suffixes]
+        workbench = None
         try:
             processes.append(start_window_manager())
-            workbench = Workbench(
-                program, folder / f"{folder.name}.json", folder / f"{folder.name}.tarn", log
-            )
+            workbench = Workbench(program, files, scratch, plugins)
             processes.append(workbench.process)
             job(screen, workbench, folder)
         except Failure as failure:
             screen.shoot("failure")
             print(f"FAILED: {failure}; screenshots in {shots}")
-            if log.exists():
-                print(f"The workbench wrote:\n{log.read_text(errors='replace')}")
+            if workbench:
+                print("The workbench wrote:", *workbench.lines(), sep="\n")
             return 1
         finally:
             for process in reversed(processes):
