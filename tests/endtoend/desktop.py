@@ -210,9 +210,15 @@ def start_window_manager():
     return manager
 
 
-def drive(program, example, shots, job, suffixes=("json", "tarn"), plugins=None):
-    """Runs job(screen, workbench, folder) with the workbench on a copy of the example, and says
-    how that went. Returns the exit code.
+def drive(program, example, shots, job, **options):
+    """Like drive_in(), in a folder of its own that is gone afterwards."""
+    with tempfile.TemporaryDirectory(prefix="tarn drive ") as scratch:
+        return drive_in(Path(scratch), program, example, shots, job, **options)
+
+
+def drive_in(scratch, program, example, shots, job, suffixes=("json", "tarn"), plugins=None):
+    """Runs job(screen, workbench, folder) with the workbench on a copy of the example in the folder
+    `scratch`, and says how that went. Returns the exit code.
 
     The workbench opens the files of the example with these suffixes. With a folder of Qt plug-ins
     it reports its widgets: a job that waits for them needs no pauses."""
@@ -225,26 +231,24 @@ def drive(program, example, shots, job, suffixes=("json", "tarn"), plugins=None)
 
     processes = [start_x_server()]
     screen = Screen(shots, 0 if plugins else 0.2)
-    with tempfile.TemporaryDirectory(prefix="tarn drive ") as scratch:
-        scratch = Path(scratch)
-        folder = scratch / Path(example).name
-        shutil.copytree(example, folder)
-        files = [folder / f"{folder.name}.{suffix}" for suffix in suffixes]
-        workbench = None
-        try:
-            processes.append(start_window_manager())
-            workbench = Workbench(program, files, scratch, plugins)
-            processes.append(workbench.process)
-            job(screen, workbench, folder)
-        except Failure as failure:
-            screen.shoot("failure")
-            print(f"FAILED: {failure}; screenshots in {shots}")
-            if workbench:
-                print("The workbench wrote:", *workbench.lines(), sep="\n")
-            return 1
-        finally:
-            for process in reversed(processes):
-                process.terminate()
-                process.wait()
+    folder = scratch / Path(example).name
+    shutil.copytree(example, folder)
+    files = [folder / f"{folder.name}.{suffix}" for suffix in suffixes]
+    workbench = None
+    try:
+        processes.append(start_window_manager())
+        workbench = Workbench(program, files, scratch, plugins)
+        processes.append(workbench.process)
+        job(screen, workbench, folder)
+    except Failure as failure:
+        screen.shoot("failure")
+        print(f"FAILED: {failure}; screenshots in {shots}")
+        if workbench:
+            print("The workbench wrote:", *workbench.lines(), sep="\n")
+        return 1
+    finally:
+        for process in reversed(processes):
+            process.terminate()
+            process.wait()
     print(f"passed, {screen.count} screenshots in {shots}")
     return 0

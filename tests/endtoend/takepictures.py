@@ -1,0 +1,277 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: The TARN Inserter authors
+# SPDX-License-Identifier: Apache-2.0
+"""Takes the pictures of the documentation from the running workbench, under an X server of its own.
+
+usage: takepictures.py WORKBENCH EXAMPLE_FOLDER QT_PLUGIN_FOLDER PICTURE_FOLDER
+
+Goes with a copy of the example sensorhub through all windows of the editor, with mouse and keys,
+and writes one picture of each to PICTURE_FOLDER. Ends with exit code 1 and the reason when a window
+does not come.
+"""
+
+import os
+import shutil
+import sys
+import tempfile
+from pathlib import Path
+
+sys.dont_write_bytecode = True  # The folder of the sources stays as it is.
+from desktop import drive_in, run, wait_for
+from editor import Editor
+
+
+class SlowReading:
+    """Holds the reading of netlists up, so that its progress dialog can be seen."""
+
+    def __init__(self, folder):
+        self.flag = folder / "hold"
+        reader = folder / "verilator_bin"
+        reader.write_text(
+            "#!/bin/sh\n"
+            f'while [ -e "{self.flag}" ]; do sleep 0.1; done\n'
+            f'exec "{shutil.which("verilator_bin")}" "$@"\n'
+        )
+        reader.chmod(0o755)
+        os.environ["PATH"] = f"{folder}:{os.environ['PATH']}"
+
+    def hold(self):
+        self.flag.touch()
+
+    def release(self):
+        self.flag.unlink()
+
+
+class Tour(Editor):
+    def __init__(self, screen, workbench, folder, reading, pictures):
+        super().__init__(screen, workbench)
+        self.file = folder / f"{folder.name}.tarn"
+        self.source = folder / "rtl" / "crc8.v"
+        self.reading = reading
+        self.pictures = pictures
+
+    # Pictures
+
+    def picture(self, name, at_rest=True):
+        """The active window with its frame. No screen where a caret blinks comes to rest."""
+        self.screen.move(0, 0)  # No button looks as if it were about to be pressed.
+        if at_rest:
+            self.screen.still()
+        window = run("xdotool", "getactivewindow").decode().strip()
+        self.write(name, "-frame", "-window", window)
+
+    def picture_of_area(self, name, *rects):
+        """What encloses these rectangles of the screen."""
+        self.screen.still()
+        left = min(x for x, _, _, _ in rects)
+        top = min(y for _, y, _, _ in rects)
+        width = max(x + w for x, _, w, _ in rects) - left
+        height = max(y + h for _, y, _, h in rects) - top
+        self.write(name, "-window", "root", "-crop", f"{width}x{height}+{left}+{top}")
+
+    def picture_of_banners(self, name):
+        self.screen.move(0, 0)
+        self.picture_of_area(name, *[banner.rect for banner in self.shown("TARN__ReloadBanner")])
+
+    def write(self, name, *what):
+        picture = str(self.pictures / f"{name}.png")
+        run("import", *what, "+repage", picture)
+        # Few colours keep the files small.
+        run("convert", picture, "+dither", "-colors", "256", "-strip", f"PNG8:{picture}")
+
+    # Windows
+
+    def search_for(self, name):
+        self.enter("lineEditName", name)
+        self.screen.key("Return")
+
+    def leave(self, title):
+        """Cancels the window."""
+        self.press(text="Cancel")
+        self.wait_for_no_window(title)
+
+    def dismiss(self, title):
+        """Presses OK of the box."""
+        self.press(text="OK")
+        self.wait_for_no_window(title)
+
+    def add_core(self, name):
+        self.click_row("treeWidget", "tarn_1", button=3)
+        self.press_entry("Add")
+        self.row("treeWidget", name)
+
+    def change_source(self, text):
+        self.source.write_bytes(self.source.read_bytes() + text)
+
+    def wait_for_banners(self, count):
+        wait_for(f"{count} banners", lambda: len(self.shown("TARN__ReloadBanner")) == count)
+
+    # The tour
+
+    def run(self):
+        self.opens()
+        self.shows_the_page()
+        self.picks_signals_to_read()
+        self.picks_signals_to_drive()
+        self.types_a_value_that_is_too_wide()
+        self.meets_a_limit()
+        self.handles_cores()
+        self.fails_the_check()
+        self.asks_before_closing()
+        self.answers_banners()
+        self.creates_a_file()
+        self.reads_a_faulty_design()
+
+    def opens(self):
+        self.wait_for_window("Reading RTL Netlist")
+        self.picture("progress", at_rest=False)
+        self.reading.release()
+        self.wait_for_tab("sensorhub.tarn")
+
+    def shows_the_page(self):
+        for tree, port in (("treeProbeIn", "Probe In0"), ("treeProbeOut", "Probe Out0"),
+                           ("treeProbeOut", "Probe Out1")):
+            self.click_row(tree, port)
+            self.screen.key("Right")
+        self.picture("workbench")
+        self.picture_of_area("view", self.find("TARN__TarnView").rect)
+
+    def picks_signals_to_read(self):
+        self.open_port("In", 0)
+        self.click_row("treeWidget", "hub_top/rx_data[7:0]", times=2)
+        self.picture("port-in")
+        self.open_search()
+        self.press("checkBoxAdvancedFilter")
+        self.press("comboBoxSearchIn")
+        popup = self.find(type="TARN::RtlNetlistTreeView")
+        self.picture_of_area("search-in", popup.rect)
+        self.screen.key("Escape")
+        self.search_in("u_frame_rx[frame_rx]")
+        self.press("checkBoxHierarchyView")
+        self.search_for("crc")
+        self.click_row("treeWidget", "crc8:u_crc")
+        self.screen.key("Right")
+        self.choose("data[7:0]", "crc_ok")
+        self.picture("search-advanced")
+        self.leave("Search Nets")
+        self.leave("Probe In Port")
+
+    def picks_signals_to_drive(self):
+        self.open_port("Out", 1)
+        self.picture("port-out")
+        self.open_search()
+        self.search_for("sample")
+        self.choose("hub_top/dbg_sample_force")
+        self.picture("search")
+        self.leave("Search Nets")
+        self.leave("Probe Out Port")
+
+    def types_a_value_that_is_too_wide(self):
+        self.type_value(0, "8")
+        self.screen.key("Tab")
+        self.wait_for_window("Error")
+        self.picture("value-error", at_rest=False)
+        self.dismiss("Error")
+
+    def meets_a_limit(self):
+        self.click_row("treeWidget", "tarn_1")
+        self.press("btnProbeOutRemove")
+        self.wait_for_window("Warning")
+        self.picture("limit")
+        self.dismiss("Warning")
+
+    def handles_cores(self):
+        self.click_row("treeWidget", "tarn_1", button=3)
+        menu = self.find(type="QMenu")
+        x, y, width, _ = self.find("dockWidget").rect
+        self.picture_of_area("cores", [x, y, width, 0], menu.rect)
+        self.press_entry("Remove")
+        self.wait_for_window("Remove TARn")
+        self.picture("remove-core")
+        self.leave("Remove TARn")
+
+    def fails_the_check(self):
+        self.add_core("tarn_2")
+        self.press("checkUserClock")
+        self.add_ports("Out", 1)
+        self.open_port("Out", 0)
+        self.open_search()
+        self.search_for("lamp_test")
+        self.choose("hub_top/dbg_lamp_test")
+        self.accept()
+        self.accept()
+        self.add_core("tarn_3")
+        self.screen.key("ctrl+s")
+        self.wait_for_window("Error")
+        self.press(text="Show Details...")
+        self.picture("check")
+        self.dismiss("Error")
+
+    def asks_before_closing(self):
+        self.screen.key("ctrl+w")
+        self.wait_for_window("Save")
+        self.picture("close")
+        self.leave("Save")
+
+    def answers_banners(self):
+        self.file.write_bytes(self.file.read_bytes())
+        self.change_source(b"// changed\n")
+        self.wait_for_banners(2)
+        self.picture_of_banners("banners")
+        self.click(self.shown(text="Cancel")[0].rect)
+        self.wait_for_banners(1)
+        self.press(text="Cancel")
+        self.wait_for_banners(0)
+        self.file.unlink()
+        self.wait_for_banners(1)
+        self.picture_of_banners("banner-removed")
+        self.press(text="Keep It")
+        self.wait_for_banners(0)
+
+    def creates_a_file(self):
+        self.screen.key("ctrl+n")
+        self.wait_for_window("New File")
+        self.picture("new-file")
+        self.screen.key("Return")
+        self.wait_for_window("New TARN Config File")
+        self.screen.type("debug")
+        self.find("editName", text="debug")
+        self.picture("wizard", at_rest=False)
+        self.press("editCreateIn")
+        self.screen.key("ctrl+a", "BackSpace")
+        self.press(text="OK")
+        self.find("labelInfo", text="Please enter a path.")
+        self.picture("wizard-error", at_rest=False)
+        self.leave("New TARN Config File")
+
+    def reads_a_faulty_design(self):
+        self.change_source(b"assign nothing = ;\n")
+        self.wait_for_banners(1)
+        self.press(text="Reload")
+        self.wait_for_window("Design files contain some errors.")
+        self.picture("design-errors")
+        self.dismiss("Design files contain some errors.")
+
+
+def main(program, example, plugins, pictures):
+    pictures = Path(pictures)
+    pictures.mkdir(parents=True, exist_ok=True)
+    # Always the same folder, since windows show it.
+    scratch = Path(tempfile.gettempdir()) / "tarn"
+    scratch.mkdir()
+    try:
+        reading = SlowReading(scratch)
+        reading.hold()
+
+        def tour(screen, workbench, folder):
+            Tour(screen, workbench, folder, reading, pictures).run()
+
+        return drive_in(scratch, program, example, Path("screenshots"), tour, plugins=plugins)
+    finally:
+        shutil.rmtree(scratch)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 5:
+        sys.exit(__doc__)
+    sys.exit(main(*sys.argv[1:]))
