@@ -564,6 +564,9 @@ void TarnSignalSelectDialogTest::searchesTheWholeDesign_data()
                                   << "";
     QTest::newRow("wildcard") << QByteArray("radioButtonWildcard") << "*/clk"
                               << "top/clk\ntop/u0/clk\n";
+    QTest::newRow("wildcard, escaped brackets")
+        << QByteArray("radioButtonWildcard") << "*data\\[1:0\\]"
+        << "top/data[1:0]\n    top/data[1]\n    top/data[0]\n";
     QTest::newRow("wildcard covers the name") << QByteArray("radioButtonWildcard") << "clk"
                                               << "";
     QTest::newRow("expression") << QByteArray("radioButtonRegularExpression") << "top/[a-z]+"
