@@ -26,7 +26,7 @@ class LiteralRuns
 public:
     void add(QChar c) { m_run += c; }
 
-    /// The character before a quantifier may be missing from the match.
+    /// A character right before a quantifier may be missing from the match.
     void dropLast() { m_run.chop(1); }
 
     void end()
@@ -88,7 +88,6 @@ QString literalOfExpression(const QString &pattern)
 {
     LiteralRuns runs;
     int depth = 0; // Of groups: what they hold may be missing from the match.
-    bool lastIsLiteral = false;
     for (int i = 0; i < pattern.size();) {
         QChar c = pattern.at(i);
         bool literal = false;
@@ -112,8 +111,7 @@ QString literalOfExpression(const QString &pattern)
             Q_FALLTHROUGH();
         case '*':
         case '?':
-            if (lastIsLiteral)
-                runs.dropLast();
+            runs.dropLast();
             break;
         case '+':
         case '.':
@@ -139,7 +137,6 @@ QString literalOfExpression(const QString &pattern)
             runs.end();
         else if (depth == 0)
             runs.add(c);
-        lastIsLiteral = literal;
         i = next;
     }
     return runs.longest();

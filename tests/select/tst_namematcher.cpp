@@ -146,10 +146,11 @@ private:
     QRandomGenerator m_random{20231120};
     QStringList m_letters{"", "", ""};
     const QStringList m_allLetters{
-        "a",          "A",      "b",      "s",      "S",      "/",      "[",      "]",
-        "0",          "k",      "_",      "\\",     "\u017f", "\u00b5", "\u03bc", "\u03c2",
-        "\u03c3",     "\u03a3", "\u212a", "\u0130", "\u0131", "\u00df", "\u1e9e", "\U00010400",
-        "\U00010428", "a",      "A",      "b",      "s",      " "};
+        "a",      "A",      "b",           "s",           "S",          "/",      "[",
+        "]",      "0",      "k",           "_",           "\\",         "\u017f", "\u00b5",
+        "\u03bc", "\u03c2", "\u03c3",      "\u03a3",      "\u212a",     "\u0130", "\u0131",
+        "\u00df", "\u1e9e", "\U00010400",  "\U00010428",  "a",          "A",      "b",
+        "s",      " ",      QChar(0xd801), QChar(0xdc00), QChar(0xdc28)};
 };
 
 const QVector<Mark> &marksOf(QRegExp::PatternSyntax syntax)
