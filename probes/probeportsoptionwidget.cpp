@@ -16,6 +16,7 @@
 
 #include <QScrollBar>
 #include <QSet>
+#include <QShortcut>
 #include <QVector>
 
 #include <initializer_list>
@@ -192,6 +193,21 @@ void ProbePortsOptionWidget::connectTrees()
             &Page::onScrollProbeOutChanged);
     connect(ui->treeValue->verticalScrollBar(), &QScrollBar::valueChanged, this,
             &Page::onScrollInitialValueChanged);
+    editByKey(ui->treeProbeIn, &Page::editProbeIn);
+    editByKey(ui->treeProbeOut, &Page::editProbeOut);
+}
+
+void ProbePortsOptionWidget::editByKey(QTreeWidget *tree,
+                                       void (ProbePortsOptionWidget::*edit)(QTreeWidgetItem *, int))
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *shortcut = new QShortcut(key, tree);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, [this, tree, edit] {
+            if (QTreeWidgetItem *item = tree->currentItem())
+                (this->*edit)(item, 0);
+        });
+    }
 }
 
 void ProbePortsOptionWidget::connectWidgets()

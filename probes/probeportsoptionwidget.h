@@ -89,6 +89,8 @@ private:
     void setUpUserClock();
     void connectWidgets();
     void connectTrees();
+    /// Return and Enter do with the current row of @p tree what a double click does with a row.
+    void editByKey(QTreeWidget *tree, void (ProbePortsOptionWidget::*edit)(QTreeWidgetItem *, int));
 
     void addProbeInRow(int index);
     InitialValueLine *addProbeOutRow(int index);

@@ -803,6 +803,38 @@ private Q_SLOTS:
         QCOMPARE(f.script.problems(), QString());
     }
 
+    void returnAndEnterOpenTheCurrentPort_data()
+    {
+        QTest::addColumn<bool>("out");
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("in, Return") << false << Qt::Key_Return;
+        QTest::newRow("in, Enter") << false << Qt::Key_Enter;
+        QTest::newRow("out, Return") << true << Qt::Key_Return;
+        QTest::newRow("out, Enter") << true << Qt::Key_Enter;
+    }
+    void returnAndEnterOpenTheCurrentPort()
+    {
+        QFETCH(bool, out);
+        QFETCH(Qt::Key, key);
+        Fixture f(coreOf({{}, {net("a")}}, {{}, {net("a")}}));
+        QTreeWidget *tree = out ? f.out() : f.in();
+        f.page->show();
+        f.page->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(f.page));
+        tree->setFocus();
+        tree->setCurrentItem(nullptr);
+        QTest::keyClick(tree, key);
+
+        f.script.expectDialog(
+            "TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port", [](QDialog *dialog) {
+                QCOMPARE(modelText(listOf(dialog)->model()), QStringLiteral("a\n"));
+                dialog->reject();
+            });
+        tree->setCurrentItem(tree->topLevelItem(1));
+        QTest::keyClick(tree, key);
+        QCOMPARE(f.script.problems(), QString());
+    }
+
     void rowWithoutAPortIsNotEdited()
     {
         Fixture f(coreOf({{}}, {{}}));
