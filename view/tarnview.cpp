@@ -260,12 +260,10 @@ void TarnView::on_treeWidget_customContextMenuRequested(const QPoint &pos)
     d->removeAction->setEnabled(index.isValid());
 
     const QPointer<TarnView> self(this);
-    const QPointer<QMenu> menu(new QMenu(this));
+    const QPointer<QMenu> menu(new QMenu(this)); // Chooses nothing when it goes with the view.
     menu->addAction(d->addAction.get());
     menu->addAction(d->removeAction.get());
     const QAction *chosen = menu->exec(QCursor::pos());
-    if (!self)
-        return;
     delete menu;
 
     int shown = 0;
@@ -287,16 +285,13 @@ void TarnView::closeEvent(QCloseEvent *event)
         event->accept();
         return;
     }
-    const QPointer<TarnView> self(this);
     Message question;
     question.icon = QMessageBox::Question;
     question.title = tr("Save");
     question.text = tr("Save changes to \"%1\" ?").arg(QDir::toNativeSeparators(file()));
     question.buttons = QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Cancel;
     question.defaultButton = QMessageBox::Ok;
-    const QMessageBox::StandardButton answer = showMessage(this, question);
-    if (!self)
-        return;
+    const QMessageBox::StandardButton answer = showMessage(this, question); // None without a view.
     // Saved without asking for the synthesis tool: closing must not get stuck on a setting.
     event->setAccepted(answer == QMessageBox::Discard || (answer == QMessageBox::Ok && d->save()));
 }

@@ -441,6 +441,20 @@ private Q_SLOTS:
         QVERIFY(sibling.view && sibling.container->isVisible());
     }
 
+    void bannerMayGoBehindTheBoxOfAnInvalidFile()
+    {
+        const QString file = writeConfig("a.tarn", {0});
+        const ShownView shown = showQuick(file);
+        overwrite(file, "<TARN_CONFIG>");
+        shown->checkForReload();
+        script().expectBox(invalidFileBox(), QMessageBox::Ok, [&](QMessageBox *) {
+            clickBanner(shown.view, "btnB");
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        });
+        clickBanner(shown.view, "btnA");
+        QVERIFY(!shown.container->isVisible());
+    }
+
     // Close
 
     void closeClosesTheContainerWithoutAQuestion()
