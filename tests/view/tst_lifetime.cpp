@@ -6,6 +6,8 @@
 
 #include <model/tarncore.h>
 #include <netweir/rtlnetlist.h>
+#include <qutil/eventmanager.h>
+#include <qutil/ievent.h>
 #include <te/designmanager.h>
 #include <te/taskengine.h>
 #include <te/teconstants.h>
@@ -228,6 +230,19 @@ private Q_SLOTS:
         m_shown->onFileChange();
         delete m_shown.container;
         QTest::qWait(600);
+    }
+
+    void eventOfTheDesignAmidst()
+    {
+        script().expectMenu([](QMenu *menu) {
+            // An action of the view, which goes when most of it has gone.
+            connect(menu->actions().first(), &QObject::destroyed, [] {
+                QUtil::EventManager::instance()->send(
+                    QUtil::IEvent(TE::E_OPTION_CHANGE, {{TE::K_OPTION, TE::OPT::TOPMODULE}}));
+            });
+        });
+        openMenu(m_shown.view, 0);
+        delete m_shown.container;
     }
 
     void bannerIsShown()

@@ -528,6 +528,20 @@ private Q_SLOTS:
         QCOMPARE(currentPageOf(shown.view), kept);
     }
 
+    void coreThatIsTheLastBehindTheRemoveQuestionStays()
+    {
+        const ShownView shown = show(writeConfig("a.tarn", {0, 1}));
+        const TarnOptionWidget *kept = pagesOf(shown.view).at(1);
+        script().expectMenu(FullMenu, "Remove");
+        script().expectBox(removeQuestion(1), QMessageBox::Ok,
+                           [&](QMessageBox *) { openMenu(shown.view, 0); });
+        script().expectMenu(FullMenu, "Remove");
+        script().expectBox(removeQuestion(0));
+        openMenu(shown.view, 1);
+        QCOMPARE(treeTextOf(shown.view), QStringLiteral("tarn_0\n"));
+        QCOMPARE(currentPageOf(shown.view), kept);
+    }
+
     void fileReloadedBehindTheMenuKeepsItsCores()
     {
         const ShownView shown = show(writeConfig("a.tarn", {0, 1}));
