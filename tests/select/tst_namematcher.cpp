@@ -361,6 +361,9 @@ void NameMatcherTest::behaviourOfQRegExpIsKept_data()
     QTest::newRow("unbalanced bracket") << "*data[" << wildcard << "top/data[" << false;
     QTest::newRow("whole name") << "data*" << wildcard << "top/data0" << false;
     QTest::newRow("case ignored") << "*CLK" << wildcard << "top/clk" << true;
+    // To the substring search a pair is one letter.
+    QTest::newRow("half a surrogate pair")
+        << QString("?") + QChar(0xdc00) << wildcard << "\U00010400" << true;
     QTest::newRow("no lazy star") << ".*?clk" << expression << "top/clk" << false;
     QTest::newRow("unbalanced group") << "(clk" << expression << "(clk" << false;
     QTest::newRow("unbalanced set") << "clk[" << expression << "clk[" << false;
