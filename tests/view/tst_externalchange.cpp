@@ -444,7 +444,7 @@ private Q_SLOTS:
     void bannerMayGoBehindTheBoxOfAnInvalidFile()
     {
         const QString file = writeConfig("a.tarn", {0});
-        const ShownView shown = showQuick(file);
+        const ShownView shown = show(file);
         overwrite(file, "<TARN_CONFIG>");
         shown->checkForReload();
         script().expectBox(invalidFileBox(), QMessageBox::Ok, [&](QMessageBox *) {

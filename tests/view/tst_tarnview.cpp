@@ -3,7 +3,6 @@
 #include "viewtest.h"
 
 #include <support/files.h>
-#include <support/modeltext.h>
 #include <support/windowfit.h>
 
 #include <model/tarnconfig.h>
@@ -40,7 +39,6 @@ using TarnTest::errorBox;
 using TarnTest::FontSize;
 using TarnTest::layoutFaults;
 using TarnTest::ModalScript;
-using TarnTest::modelText;
 using TarnTest::readFile;
 using TarnTest::ShownView;
 using TarnTest::writeFile;
