@@ -725,6 +725,24 @@ private Q_SLOTS:
         QTest::newRow("part of a window") << true << false;
         QTest::newRow("hidden part of a window") << true << true;
     }
+    void linesAreInertBeforeTheirPageGoes()
+    {
+        QWidget container; // The page is not hidden before it is deleted.
+        Fixture f(coreOf({}, {{bus("d", 5)}}));
+        f.page->setParent(&container);
+        container.show();
+        QApplication::setActiveWindow(&container);
+        InitialValueLine *line = f.line(0);
+        line->setFocus();
+        line->setText("0xFF");
+        QVERIFY(line->hasFocus());
+        QObject::connect(f.find<QLabel>("labelPorts"), &QObject::destroyed, line,
+                         [line] { line->clearFocus(); });
+        f.core.reset();
+        delete f.page;
+        QCOMPARE(f.script.problems(), QString());
+    }
+
     void deletingThePageShowsNoBox()
     {
         QFETCH(bool, inAWindow);
