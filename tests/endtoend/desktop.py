@@ -187,9 +187,12 @@ class Workbench:
 
 
 def start_x_server():
+    """With the first free number. Without -noreset it would start anew, and refuse who connects
+    meanwhile, each time that the last program leaves it."""
     read_end, write_end = os.pipe()
+    screen = ["-screen", "0", "1280x800x24"]
     server = subprocess.Popen(
-        ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+        ["Xvfb", "-displayfd", str(write_end), *screen, "-nolisten", "tcp", "-noreset"],
         pass_fds=[write_end],
         stdin=subprocess.DEVNULL,
         stderr=subprocess.DEVNULL,

@@ -37,9 +37,8 @@ class Job(Editor):
         self.close()
         self.screen.shoot("closed")
         self.open_from_project("job.tarn", "job.tarn")
-        after = self.page()
+        wait_for("the same on the reopened page", lambda: self.page() == before)
         self.screen.shoot("reopened")
-        expect(after == before, "the reopened page shows the same")
 
     def save_again(self):
         """Saves what was read, after changes that cancel each other out."""

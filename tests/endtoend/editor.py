@@ -114,9 +114,9 @@ class Editor(Widgets):
         for tree in ("treeProbeOut", "treeProbeIn"):
             ports = [row.text for row in self.find(tree).rows if row.depth == 0]
             for port in reversed(ports):
-                self.click_row(tree, port)
+                self.select(tree, port)
                 self.screen.key("asterisk")
-        self.find("treeProbeIn", focus=True)
+                wait_for(f"{port} expanded", lambda: self.row(tree, port).expanded)
         self.screen.move(0, 0)
         pixels = self.screen.still().part(*self.find("TARN__ProbePortsOptionWidget").rect)
         texts = [self.rows("treeProbeIn"), self.rows("treeProbeOut"), self.values(), self.bits()]
