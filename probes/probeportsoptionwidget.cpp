@@ -135,6 +135,8 @@ ProbePortsOptionWidget::ProbePortsOptionWidget(TarnCore *core, NETWEIR::RtlNetli
     , m_netlist(netlist)
 {
     ui->setupUi(this);
+    // By the stretch of the form alone, Probe In would get what its two neighbours leave.
+    ui->splitter->setSizes({200, 300});
     setUpTrees();
     setUpUserClock();
     connectTrees();
