@@ -78,11 +78,9 @@ Result runDialog(NETWEIR::RtlNetlist *netlist, ProbeType type, QWidget *parent,
 {
     const QPointer<TarnSignalSelectDialog> dialog(
         new TarnSignalSelectDialog(netlist, type, parent));
-    if (dialog->exec() != QDialog::Accepted || !dialog) {
-        delete dialog;
-        return Result();
-    }
-    const Result chosen = (dialog->*result)();
+    Result chosen;
+    if (dialog->exec() == QDialog::Accepted) // Then it is still there.
+        chosen = (dialog->*result)();
     delete dialog;
     return chosen;
 }
