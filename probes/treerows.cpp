@@ -7,6 +7,9 @@
 #include <QSet>
 #include <QTreeWidget>
 
+#include <algorithm>
+#include <vector>
+
 namespace TARN {
 
 namespace {
@@ -49,63 +52,149 @@ void collectSelection(const QAbstractItemModel *model, const QTreeWidgetItem *pa
     }
 }
 
-QTreeWidgetItem *topLevelOf(QTreeWidgetItem *row)
+/// Row of the top-level row that @p index is in.
+int topRowOf(const QModelIndex &index)
 {
-    while (row->parent())
-        row = row->parent();
-    return row;
+    return index.parent().isValid() ? topRowOf(index.parent()) : index.row();
 }
 
-/// The children of @p root that are not in @p doomed.
-Rows rowsBut(const RowSet &doomed, const QTreeWidgetItem *root)
+const QTreeWidgetItem *rowAt(const QTreeWidget *tree, const QModelIndex &index)
 {
-    Rows kept;
-    for (int i = 0; i < root->childCount(); ++i) {
-        if (!doomed.contains(root->child(i)))
-            kept.append(root->child(i));
+    if (!index.isValid())
+        return tree->invisibleRootItem();
+    return rowAt(tree, index.parent())->child(index.row());
+}
+
+/// The top-level rows of a tree, told apart into those that go and those that stay.
+class TopLevel
+{
+public:
+    /// @p isDoomed is asked for each row with its number, in order. Everything is found out in one
+    /// pass: looking at 100,000 rows costs as much as deleting a good part of them.
+    template <typename IsDoomed>
+    TopLevel(QTreeWidget *tree, const IsDoomed &isDoomed)
+        : m_tree(tree)
+        , m_isDoomed(std::size_t(tree->topLevelItemCount()))
+    {
+        const int count = tree->topLevelItemCount();
+        for (int i = 0; i < count; ++i) {
+            QTreeWidgetItem *row = tree->topLevelItem(i);
+            const bool goes = isDoomed(i, row);
+            m_isDoomed[std::size_t(i)] = goes;
+            (goes ? m_doomed : m_kept).append(row);
+            if (!goes)
+                collectExpanded(row, &m_expanded);
+        }
     }
-    return kept;
+
+    /// Deletes those that go.
+    void reduce();
+
+private:
+    bool isDoomed(int row) const { return m_isDoomed[std::size_t(row)]; }
+    RowSet keptSelected() const;
+    void replaceRows();
+    void select(const RowSet &rows);
+
+    QTreeWidget *m_tree;
+    std::vector<bool> m_isDoomed;
+    Rows m_doomed;
+    Rows m_kept;
+    Rows m_expanded; ///< Those below the kept ones, too.
+};
+
+void TopLevel::reduce()
+{
+    if (m_doomed.size() <= FewRows) {
+        qDeleteAll(m_doomed);
+        return;
+    }
+    const RowSet selected = keptSelected();
+    QTreeWidgetItem *current = m_tree->currentItem();
+    if (current && isDoomed(topRowOf(m_tree->currentIndex())))
+        current = nullptr;
+    const int scrolled = m_tree->verticalScrollBar()->value();
+
+    // Thousands of selected ranges would be followed while their rows leave, and their places on
+    // the screen looked up when they are cleared.
+    m_tree->setUpdatesEnabled(false);
+    m_tree->selectionModel()->clearSelection();
+    replaceRows();
+    if (current)
+        m_tree->setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);
+    select(selected);
+    m_tree->verticalScrollBar()->setValue(scrolled);
+    m_tree->setUpdatesEnabled(true);
 }
 
-/// Replaces the rows of @p tree at one stroke. Those that go are deleted.
-void reduceTo(QTreeWidget *tree, const Rows &kept, const RowSet &doomed)
+/// The selected rows at all levels that stay.
+RowSet TopLevel::keptSelected() const
 {
-    Rows expanded;
-    for (QTreeWidgetItem *row : kept)
-        collectExpanded(row, &expanded);
-    tree->invisibleRootItem()->takeChildren();
-    qDeleteAll(doomed);
-    tree->addTopLevelItems(kept);
-    for (QTreeWidgetItem *row : qAsConst(expanded))
+    RowSet rows;
+    const QItemSelection selection = m_tree->selectionModel()->selection();
+    for (const QItemSelectionRange &range : selection) {
+        const QTreeWidgetItem *parent = rowAt(m_tree, range.parent());
+        for (int i = range.top(); i <= range.bottom(); ++i) {
+            if (!isDoomed(range.parent().isValid() ? topRowOf(range.parent()) : i))
+                rows.insert(parent->child(i));
+        }
+    }
+    return rows;
+}
+
+void TopLevel::replaceRows()
+{
+    m_tree->invisibleRootItem()->takeChildren();
+    qDeleteAll(m_doomed);
+    m_tree->addTopLevelItems(m_kept);
+    for (QTreeWidgetItem *row : qAsConst(m_expanded))
         row->setExpanded(true);
+}
+
+void TopLevel::select(const RowSet &rows)
+{
+    if (rows.isEmpty())
+        return;
+    QItemSelection selection;
+    collectSelection(m_tree->model(), m_tree->invisibleRootItem(), QModelIndex(), rows, &selection);
+    m_tree->selectionModel()->select(selection, QItemSelectionModel::Select);
+}
+
+/// For each top-level row whether a selected range spans it.
+std::vector<bool> inSelection(const QTreeWidget *tree)
+{
+    std::vector<bool> inside(std::size_t(tree->topLevelItemCount()));
+    const QItemSelection selection = tree->selectionModel()->selection();
+    for (const QItemSelectionRange &range : selection) {
+        if (!range.parent().isValid())
+            std::fill(inside.begin() + range.top(), inside.begin() + range.bottom() + 1, true);
+    }
+    return inside;
 }
 
 } // namespace
 
 void removeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
 {
-    if (rows.size() <= FewRows) {
-        qDeleteAll(rows);
-        return;
-    }
-    const RowSet doomed(rows.cbegin(), rows.cend());
-    const Rows selected = tree->selectedItems();
-    QTreeWidgetItem *current = tree->currentItem();
-    if (current && doomed.contains(topLevelOf(current)))
-        current = nullptr;
-    const int scrolled = tree->verticalScrollBar()->value();
+    auto next = rows.cbegin();
+    const auto isNext = [&](int, const QTreeWidgetItem *row) {
+        if (next == rows.cend() || row != *next)
+            return false;
+        ++next;
+        return true;
+    };
+    TopLevel(tree, isNext).reduce();
+}
 
-    const QTreeWidgetItem *root = tree->invisibleRootItem();
-    reduceTo(tree, rowsBut(doomed, root), doomed);
-
-    // Rows that are gone are looked up by address only.
-    QItemSelection selection;
-    collectSelection(tree->model(), root, QModelIndex(), RowSet(selected.cbegin(), selected.cend()),
-                     &selection);
-    if (current)
-        tree->setCurrentItem(current, 0, QItemSelectionModel::NoUpdate);
-    tree->selectionModel()->select(selection, QItemSelectionModel::Select);
-    tree->verticalScrollBar()->setValue(scrolled);
+void removeSelectedTopLevelRows(QTreeWidget *tree)
+{
+    static constexpr Qt::ItemFlags selectable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    const std::vector<bool> inside = inSelection(tree);
+    // A range that spans a disabled row does not select it.
+    const auto isSelected = [&inside](int i, const QTreeWidgetItem *row) {
+        return inside[std::size_t(i)] && (row->flags() & selectable) == selectable;
+    };
+    TopLevel(tree, isSelected).reduce();
 }
 
 } // namespace TARN

@@ -9,8 +9,12 @@ class QTreeWidgetItem;
 
 namespace TARN {
 
-/// Deletes top-level rows of @p tree, with their children, in linear time. The rows that stay keep
-/// their expansion, selection and order, and the tree its current row and scroll position.
+/// Deletes top-level rows of @p tree, with their children, in linear time. @p rows has the order of
+/// the tree. The rows that stay keep their expansion, selection and order, and the tree its current
+/// row and scroll position.
 void removeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows);
+
+/// The same for the selected top-level rows.
+void removeSelectedTopLevelRows(QTreeWidget *tree);
 
 } // namespace TARN

@@ -72,15 +72,12 @@ void ProbeDialog::onAdd()
 
 void ProbeDialog::onRemove()
 {
-    QList<QTreeWidgetItem *> topLevel;
     const QList<QTreeWidgetItem *> selected = ui->treeWidget->selectedItems();
     for (QTreeWidgetItem *row : selected) {
         if (row->parent())
             delete row; // Before its parent, with which it would go.
-        else
-            topLevel.append(row);
     }
-    removeTopLevelRows(ui->treeWidget, topLevel);
+    removeSelectedTopLevelRows(ui->treeWidget);
 }
 
 void ProbeDialog::on_treeWidget_itemSelectionChanged()

@@ -20,8 +20,6 @@
 #include <QRegExp>
 #include <QSet>
 
-#include <algorithm>
-
 namespace TARN {
 
 namespace {
@@ -366,11 +364,7 @@ void TarnSignalSelectDialog::choose(const QList<SignalItem> &items)
 
 void TarnSignalSelectDialog::onDelSignal()
 {
-    QList<QTreeWidgetItem *> rows = ui->treeWidgetAddSignal->selectedItems();
-    rows.erase(std::remove_if(rows.begin(), rows.end(),
-                              [](const QTreeWidgetItem *row) { return row->parent(); }),
-               rows.end());
-    removeTopLevelRows(ui->treeWidgetAddSignal, rows);
+    removeSelectedTopLevelRows(ui->treeWidgetAddSignal);
 }
 
 void TarnSignalSelectDialog::onDelAllSignal()

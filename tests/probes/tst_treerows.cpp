@@ -112,6 +112,45 @@ private Q_SLOTS:
         QVERIFY(!tree.currentItem() || tree.indexOfTopLevelItem(tree.currentItem()) >= 0);
     }
 
+    void removesWhatIsSelected_data()
+    {
+        QTest::addColumn<QVector<int>>("starts");
+        QTest::addColumn<int>("length");
+        QTest::newRow("nothing") << QVector<int>() << 0;
+        QTest::newRow("few") << QVector<int>{4, 50} << 3;
+        QTest::newRow("many, not in order") << QVector<int>{90, 10, 50} << 12;
+        QTest::newRow("overlapping") << QVector<int>{20, 30} << 25;
+        QTest::newRow("all") << QVector<int>{0} << 120;
+    }
+    void removesWhatIsSelected()
+    {
+        QFETCH(QVector<int>, starts);
+        QFETCH(int, length);
+        QTreeWidget tree, plain;
+        for (QTreeWidget *each : {&tree, &plain}) {
+            fill(each, 120);
+            each->expandAll();
+            for (const int start : starts) {
+                const QModelIndex first = each->model()->index(start, 0);
+                const QModelIndex last = each->model()->index(start + length - 1, 0);
+                each->selectionModel()->select(QItemSelection(first, last),
+                                               QItemSelectionModel::Select);
+            }
+            each->topLevelItem(15)->setDisabled(true); // Spanned by a range, yet not selected.
+            each->topLevelItem(60)->child(1)->setSelected(true);
+            each->topLevelItem(3)->child(1)->setSelected(true);
+        }
+        Rows doomed = plain.selectedItems();
+        doomed.erase(std::remove_if(doomed.begin(), doomed.end(),
+                                    [](const QTreeWidgetItem *row) { return row->parent(); }),
+                     doomed.end());
+        const int gone = doomed.size();
+        qDeleteAll(doomed);
+        TARN::removeSelectedTopLevelRows(&tree);
+        QCOMPARE(stateOf(tree), stateOf(plain));
+        QCOMPARE(tree.topLevelItemCount(), 120 - gone);
+    }
+
     void removesAll()
     {
         QTreeWidget tree;
