@@ -22,8 +22,9 @@ SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QStrin
     , m_text(text)
     , m_holdsItem(holds == Holds::Item)
 {
-    constexpr Qt::ItemFlags usable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-    setFlags(item.enabled ? flags() | usable : flags() & ~usable);
+    // A new row is selectable and enabled as it is.
+    if (!item.enabled)
+        setFlags(flags() & ~(Qt::ItemIsSelectable | Qt::ItemIsEnabled));
 }
 
 bool SignalRow::computes(int role) const

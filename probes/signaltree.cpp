@@ -10,6 +10,7 @@
 #include <QTreeWidget>
 
 #include <algorithm>
+#include <numeric>
 #include <vector>
 
 namespace TARN {
@@ -21,30 +22,61 @@ namespace {
 class PositionsByName
 {
 public:
-    void add(const QString &name, int position) { m_positions[name].all.append(position); }
+    /// @p count is the number of entries to come.
+    explicit PositionsByName(int count)
+    {
+        m_chains.reserve(count);
+        m_links.reserve(static_cast<std::size_t>(count));
+    }
+
+    void add(const QString &name, int position)
+    {
+        const int link = static_cast<int>(m_links.size());
+        m_links.push_back({position, End});
+        Chain &chain = m_chains[name];
+        (chain.first == End ? chain.first : linkAt(chain.last).next) = link;
+        chain.last = link;
+    }
 
     /// The first position under @p name for which @p alive holds, -1 when there is none.
     template <typename Alive>
     int first(const QString &name, const Alive &alive)
     {
-        const auto it = m_positions.find(name);
-        if (it == m_positions.end())
+        const auto it = m_chains.find(name);
+        if (it == m_chains.end())
             return -1;
-        Queue &queue = it.value();
-        while (queue.head < queue.all.size() && !alive(queue.all.at(queue.head)))
-            ++queue.head;
-        return queue.head < queue.all.size() ? queue.all.at(queue.head) : -1;
+        int &first = it.value().first;
+        while (first != End && !alive(linkAt(first).position))
+            first = linkAt(first).next;
+        return first == End ? -1 : linkAt(first).position;
     }
 
 private:
-    struct Queue
+    static constexpr int End = -1;
+
+    struct Link
     {
-        QVector<int> all;
-        int head = 0;
+        int position;
+        int next;
+    };
+    struct Chain
+    {
+        int first = End;
+        int last = End;
     };
 
-    QHash<QString, Queue> m_positions;
+    Link &linkAt(int index) { return m_links[static_cast<std::size_t>(index)]; }
+
+    QHash<QString, Chain> m_chains;
+    std::vector<Link> m_links;
 };
+
+int memberCount(const QList<SignalItem> &list)
+{
+    return std::accumulate(list.cbegin(), list.cend(), 0, [](int sum, const SignalItem &item) {
+        return sum + item.members.size();
+    });
+}
 
 /// Signals that are about to be added, from which shown rows strike what is there already.
 class Incoming
@@ -53,6 +85,8 @@ public:
     explicit Incoming(QList<SignalItem> &list)
         : m_list(list)
         , m_alive(static_cast<std::size_t>(list.size()), true)
+        , m_byName(list.size())
+        , m_byMember(memberCount(list))
     {
         for (int i = 0; i < list.size(); ++i) {
             const SignalItem &item = list.at(i);
@@ -133,23 +167,12 @@ private:
     bool m_struck = false;
 };
 
-SignalRow *newRow(const SignalItem &item, int type)
-{
-    auto *row = new SignalRow(item, SignalRow::Holds::Item, type);
-    QList<QTreeWidgetItem *> members;
-    members.reserve(item.members.size());
-    for (const SignalItem &member : item.members)
-        members.append(new SignalRow(member, SignalRow::Holds::Nothing, type));
-    row->addChildren(members);
-    return row;
-}
-
 QList<QTreeWidgetItem *> newRows(const QList<SignalItem> &items, int type)
 {
     QList<QTreeWidgetItem *> rows;
     rows.reserve(items.size());
     for (const SignalItem &item : items)
-        rows.append(newRow(item, type));
+        rows.append(newSignalRow(item, type));
     return rows;
 }
 
@@ -247,19 +270,30 @@ void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> 
     incomingSingles.store();
 }
 
+QTreeWidgetItem *newSignalRow(const SignalItem &item, int type)
+{
+    auto *row = new SignalRow(item, SignalRow::Holds::Item, type);
+    QList<QTreeWidgetItem *> members;
+    members.reserve(item.members.size());
+    for (const SignalItem &member : item.members)
+        members.append(new SignalRow(member, SignalRow::Holds::Nothing, type));
+    row->addChildren(members);
+    return row;
+}
+
 void signal2TreeItem(QTreeWidget *tree, SignalItem item, int type)
 {
-    tree->addTopLevelItem(newRow(item, type));
+    tree->addTopLevelItem(newSignalRow(item, type));
 }
 
 void signal2TreeItem(QTreeWidgetItem *parent, SignalItem item, int type)
 {
-    parent->addChild(newRow(item, type));
+    parent->addChild(newSignalRow(item, type));
 }
 
 void signal2TreeItemWithIndex(QTreeWidget *tree, SignalItem item, int type, int index)
 {
-    tree->insertTopLevelItem(index, newRow(item, type));
+    tree->insertTopLevelItem(index, newSignalRow(item, type));
 }
 
 void signals2Tree(QTreeWidget *tree, const QList<SignalItem> &items, int type)

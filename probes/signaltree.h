@@ -44,6 +44,8 @@ void CheckRepeatBus(QTreeWidget *tree, int &row, QList<SignalItem> &buses);
 /// incoming signals, bus members included.
 void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> &singles);
 
+/// A row for @p item, with a child row for each member, that is in no tree yet.
+QTreeWidgetItem *newSignalRow(const SignalItem &item, int type);
 /// Appends a top-level row for @p item, with a child row for each member, to @p tree.
 void signal2TreeItem(QTreeWidget *tree, SignalItem item, int type);
 /// The same as a child row of @p parent.

@@ -9,6 +9,8 @@
 #include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
 
+#include <QStringBuilder>
+
 namespace TARN {
 
 namespace {
@@ -37,12 +39,11 @@ QString moduleLabel(const NETWEIR::Hierachy *node)
 {
     if (!node->parent())
         return node->instName();
-    return node->moduleName() + QLatin1Char(':') + node->instName();
+    return node->moduleName() % QLatin1Char(':') % node->instName();
 }
 
 void fillModule(ModuleForWidget &module, const NETWEIR::Hierachy *node, NameMatcher &matcher)
 {
-    module.name = moduleLabel(node);
     if (matcher.matchesAll()) {
         module.nets = node->nets();
         module.buses = node->buses();
@@ -54,16 +55,20 @@ void fillModule(ModuleForWidget &module, const NETWEIR::Hierachy *node, NameMatc
 
 void appendModule(ModuleForWidget &parent, const NETWEIR::Hierachy *node, NameMatcher &matcher)
 {
-    ModuleForWidget module;
+    parent.subModules.append(ModuleForWidget());
+    ModuleForWidget &module = parent.subModules.last();
     fillModule(module, node, matcher);
     for (const NETWEIR::Hierachy *child : node->children())
         appendModule(module, child, matcher);
-    if (!module.nets.isEmpty() || !module.buses.isEmpty() || !module.subModules.isEmpty())
-        parent.subModules.append(module);
+    if (module.nets.isEmpty() && module.buses.isEmpty() && module.subModules.isEmpty())
+        parent.subModules.removeLast();
+    else
+        module.name = moduleLabel(node);
 }
 
 } // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): by value in the interface
 void searchNets(NETWEIR::RtlNetlist *netlist, SearchOptions options, QList<NETWEIR::RtlNet *> &nets,
                 QList<NETWEIR::RtlNetBus *> &buses)
 {
@@ -86,6 +91,7 @@ void searchNets(NETWEIR::RtlNetlist *netlist, SearchOptions options, QList<NETWE
     appendMatches(candidateBuses, matcher, buses);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): by value in the interface
 ModuleForWidget searchNetsHierarchy(SearchOptions options)
 {
     ModuleForWidget root;

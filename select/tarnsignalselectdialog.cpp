@@ -281,15 +281,15 @@ void TarnSignalSelectDialog::setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
 {
     QElapsedTimer timer;
     timer.start();
-    QList<SignalItem> items;
-    items.reserve(nets.size() + buses.size());
+    QList<QTreeWidgetItem *> rows;
+    rows.reserve(nets.size() + buses.size());
     if (m_netlist) {
         for (const NETWEIR::RtlNetBus *bus : buses)
-            items.append(itemOf(bus));
+            rows.append(newSignalRow(itemOf(bus), 0));
     }
     for (const NETWEIR::RtlNet *net : nets)
-        items.append(itemOf(net, 0));
-    signals2Tree(ui->treeWidget, items, 0);
+        rows.append(newSignalRow(itemOf(net, 0), 0));
+    ui->treeWidget->addTopLevelItems(rows);
     qDebug().noquote().nospace() << timer.elapsed() / 1000.0 << "s";
 }
 
