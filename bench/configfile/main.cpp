@@ -9,12 +9,11 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-#include <cstdio>
-#include <cstdlib>
 #include <vector>
 
 using TARN::SignalItem;
 using TARN::TarnCore;
+using TarnBench::fail;
 
 namespace {
 
@@ -68,12 +67,6 @@ QList<TarnCore *> fullCores()
         cores.append(core);
     }
     return cores;
-}
-
-[[noreturn]] void fail(const char *what)
-{
-    std::fprintf(stderr, "%s\n", what);
-    std::exit(1);
 }
 
 /// A document as the calls that write it.

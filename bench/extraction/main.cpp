@@ -3,7 +3,6 @@
 #include "generateddesign.h"
 
 #include <netweir/hierachy.h>
-#include <netweir/netlistbuilder.h>
 #include <netweir/rtlextraction.h>
 #include <netweir/rtlnet.h>
 #include <netweir/rtlnetbus.h>
@@ -13,6 +12,7 @@
 #include <te/fileinfo.h>
 
 #include <support/benchmark.h>
+#include <support/generatednetlist.h>
 
 #include <QApplication>
 #include <QDir>
@@ -43,8 +43,7 @@ struct Design
 
 void fail(const QString &reason)
 {
-    std::fprintf(stderr, "bench_extraction: %s\n", qPrintable(reason));
-    std::exit(1);
+    TarnBench::fail(reason.toStdString());
 }
 
 Design exampleDesign(const QString &name, const QString &top)
@@ -174,38 +173,12 @@ bool compareWithElaborator(const std::string &title, const Design &design, int r
     return table.print();
 }
 
-/// A netlist of a million bits under names of the length that designs have.
-std::unique_ptr<RtlNetlist> buildNetlist()
-{
-    NetlistBuilder builder(QStringLiteral("bench_top"));
-    std::vector<QString> names;
-    for (int i = 0; i < 12; ++i)
-        names.push_back(QStringLiteral("state_register_%1").arg(i));
-    const QString module = QStringLiteral("block");
-    const QString bus = QStringLiteral("data_register");
-    const std::vector<NetMarks> marks(30);
-    for (int group = 0; group < 400; ++group) {
-        Hierachy *parent = builder.addHierachy(
-            builder.top(), QStringLiteral("group_inst_%1").arg(group), QStringLiteral("group"));
-        for (int block = 0; block < 50; ++block) {
-            Hierachy *node =
-                builder.addHierachy(parent, QStringLiteral("block_inst_%1").arg(block), module);
-            for (const QString &name : names)
-                builder.addNet(node, name);
-            builder.addBus(node, bus, 29, 0, marks);
-            if (block % 4 == 0)
-                builder.addBus(node, QStringLiteral("sum"), 29, 0, marks);
-        }
-    }
-    return builder.take();
-}
-
 bool measureNetlist()
 {
     // First, while the memory of the process has never been used.
     const double before = TarnBench::residentBytes();
     std::unique_ptr<RtlNetlist> netlist;
-    const double coldTime = TarnBench::timeOf([&] { netlist = buildNetlist(); });
+    const double coldTime = TarnBench::timeOf([&] { netlist = TarnBench::generatedNetlist(); });
     const double bits = bitCount(*netlist);
     const double indexTime = TarnBench::timeOf([&] { netlist->findNet(QString()); });
     const double bytes = TarnBench::residentBytes() - before;
@@ -221,7 +194,7 @@ bool measureNetlist()
                                           }
                                       }})[0];
     const std::vector<double> warm = TarnBench::interleavedMedians(
-        5, {[&] { netlist = buildNetlist(); }, [&] { netlist.reset(); }});
+        5, {[&] { netlist = TarnBench::generatedNetlist(); }, [&] { netlist.reset(); }});
 
     Table table("Netlist of " + std::to_string(int(bits)) + " bits, CPU time");
     table.add("building, first time in the process", coldTime / bits * 1e9, "ns/net", 200);

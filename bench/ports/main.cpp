@@ -24,6 +24,7 @@ using TARN::ProbePortsOptionWidget;
 using TARN::TarnCore;
 using TARN::TarnView;
 using TarnBench::BarePage;
+using TarnBench::fail;
 using TarnBench::Table;
 
 namespace {
@@ -33,12 +34,6 @@ constexpr int PortCount = 64;
 constexpr int SignalCount = 256;
 constexpr int Rounds = 9;
 constexpr double Linear = 2.6; // For twice the input.
-
-[[noreturn]] void fail(const char *what)
-{
-    std::fprintf(stderr, "bench_ports: %s\n", what);
-    std::exit(1);
-}
 
 /// Gives @p port single nets that are numbered from @p first on.
 void fill(TARN::ProbeIn *port, int first, int count)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -15,6 +16,13 @@
 /// What all benchmarks share: rounds that alternate between the candidates, so that a slower or
 /// faster minute of the machine meets them all, medians, CPU time, and one form of table.
 namespace TarnBench {
+
+/// Ends the program: what it would measure is not what it is meant to measure.
+[[noreturn]] inline void fail(const std::string &reason)
+{
+    std::fprintf(stderr, "%s\n", reason.c_str());
+    std::exit(2);
+}
 
 inline double seconds(const timeval &time)
 {

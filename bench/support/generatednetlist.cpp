@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "generatednetlist.h"
+
+#include <netweir/hierachy.h>
+#include <netweir/netlistbuilder.h>
+#include <netweir/rtlnetlist.h>
+
+#include <QString>
+
+#include <vector>
+
+using NETWEIR::Hierachy;
+using NETWEIR::NetlistBuilder;
+using NETWEIR::NetMarks;
+
+namespace TarnBench {
+
+namespace {
+
+constexpr int GroupCount = 400;
+constexpr int BlocksPerGroup = 49;
+constexpr int NetCount = 250000;
+constexpr int BusCount = 25000;
+constexpr int BusWidth = 30;
+
+/// The names and marks that all blocks share.
+struct Content
+{
+    std::vector<QString> nets;
+    std::vector<QString> buses;
+    std::vector<NetMarks> free = std::vector<NetMarks>(BusWidth);
+    std::vector<NetMarks> partlyDriven = free;
+
+    Content()
+    {
+        for (int i = 0; i < 13; ++i)
+            nets.push_back(QStringLiteral("state_register_%1").arg(i));
+        for (int i = 0; i < 2; ++i)
+            buses.push_back(QStringLiteral("data_register_%1").arg(i));
+        partlyDriven.back().excludedForProbeOut = true;
+    }
+};
+
+/// How many of @p total fall on the block @p index when they are dealt out evenly.
+int shareOf(int total, int index)
+{
+    constexpr qint64 blocks = GroupCount * BlocksPerGroup;
+    return int((index + 1) * qint64(total) / blocks - index * qint64(total) / blocks);
+}
+
+void fillBlock(NetlistBuilder &builder, Hierachy *node, int index, const Content &content)
+{
+    const int nets = shareOf(NetCount, index);
+    for (int i = 0; i < nets; ++i)
+        builder.addNet(node, content.nets[std::size_t(i)], {i == 3, i == 5});
+    const int buses = shareOf(BusCount, index);
+    for (int i = 0; i < buses; ++i)
+        builder.addBus(node, content.buses[std::size_t(i)], BusWidth - 1, 0,
+                       index % 5 == 0 ? content.partlyDriven : content.free);
+}
+
+} // namespace
+
+std::unique_ptr<NETWEIR::RtlNetlist> generatedNetlist()
+{
+    const Content content;
+    const QString module = QStringLiteral("block");
+    NetlistBuilder builder(QStringLiteral("bench_top"));
+    int index = 0;
+    for (int group = 0; group < GroupCount; ++group) {
+        Hierachy *parent = builder.addHierachy(
+            builder.top(), QStringLiteral("group_inst_%1").arg(group), QStringLiteral("group"));
+        for (int block = 0; block < BlocksPerGroup; ++block) {
+            Hierachy *node =
+                builder.addHierachy(parent, QStringLiteral("block_inst_%1").arg(block), module);
+            fillBlock(builder, node, index++, content);
+        }
+    }
+    return builder.take();
+}
+
+} // namespace TarnBench
