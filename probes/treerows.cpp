@@ -20,14 +20,34 @@ constexpr int FewRows = 16;
 using Rows = QList<QTreeWidgetItem *>;
 using RowSet = QSet<QTreeWidgetItem *>;
 
-void collectExpanded(QTreeWidgetItem *row, Rows *expanded)
+// The view knows rows by their index, which is quick to make from a row's number but takes a search
+// to find for a row alone.
+
+/// Adds @p row, which has @p index, and the rows below it to @p expanded when they are.
+void collectExpanded(const QTreeWidget *tree, QTreeWidgetItem *row, const QModelIndex &index,
+                     RowSet *expanded)
 {
-    if (row->childCount() == 0)
-        return;
-    if (row->isExpanded())
-        expanded->append(row);
-    for (int i = 0; i < row->childCount(); ++i)
-        collectExpanded(row->child(i), expanded);
+    if (tree->isExpanded(index))
+        expanded->insert(row);
+    for (int i = 0; i < row->childCount(); ++i) {
+        if (row->child(i)->childCount() > 0)
+            collectExpanded(tree, row->child(i), tree->model()->index(i, 0, index), expanded);
+    }
+}
+
+/// Expands those below @p parent that are in @p rows.
+void expand(QTreeWidget *tree, const QTreeWidgetItem *parent, const QModelIndex &parentIndex,
+            const RowSet &rows)
+{
+    for (int i = 0; i < parent->childCount(); ++i) {
+        QTreeWidgetItem *row = parent->child(i);
+        if (row->childCount() == 0)
+            continue;
+        const QModelIndex index = tree->model()->index(i, 0, parentIndex);
+        if (rows.contains(row))
+            tree->expand(index);
+        expand(tree, row, index, rows);
+    }
 }
 
 /// Adds the children of @p parent that are in @p rows to @p selection, neighbours in one range.
@@ -82,8 +102,8 @@ public:
             const bool goes = isDoomed(i, row);
             m_isDoomed[std::size_t(i)] = goes;
             (goes ? m_doomed : m_kept).append(row);
-            if (!goes)
-                collectExpanded(row, &m_expanded);
+            if (!goes && row->childCount() > 0)
+                collectExpanded(tree, row, tree->model()->index(i, 0), &m_expanded);
         }
     }
 
@@ -100,7 +120,7 @@ private:
     std::vector<bool> m_isDoomed;
     Rows m_doomed;
     Rows m_kept;
-    Rows m_expanded; ///< Those below the kept ones, too.
+    RowSet m_expanded; ///< Those below the kept ones, too.
 };
 
 void TopLevel::reduce()
@@ -147,8 +167,8 @@ void TopLevel::replaceRows()
     m_tree->invisibleRootItem()->takeChildren();
     qDeleteAll(m_doomed);
     m_tree->addTopLevelItems(m_kept);
-    for (QTreeWidgetItem *row : qAsConst(m_expanded))
-        row->setExpanded(true);
+    if (!m_expanded.isEmpty())
+        expand(m_tree, m_tree->invisibleRootItem(), QModelIndex(), m_expanded);
 }
 
 void TopLevel::select(const RowSet &rows)
@@ -176,6 +196,8 @@ std::vector<bool> inSelection(const QTreeWidget *tree)
 
 void removeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
 {
+    if (rows.isEmpty())
+        return;
     auto next = rows.cbegin();
     const auto isNext = [&](int, const QTreeWidgetItem *row) {
         if (next == rows.cend() || row != *next)
