@@ -8,35 +8,47 @@ namespace NETWEIR {
 
 namespace {
 
-/// Calls @p visit for @p root and its descendants, each node before its children and the children
-/// in order. Iterative: a design may be nested deeper than the stack.
-template <typename Visit>
-void visitSubtree(const Hierachy *root, Visit visit)
+/// @p root and its descendants, each node before its children and the children in order. Iterative:
+/// a design may be nested deeper than the stack.
+std::vector<const Hierachy *> subtreeOf(const Hierachy *root)
 {
+    std::vector<const Hierachy *> nodes;
     std::vector<const Hierachy *> pending{root};
     while (!pending.empty()) {
         const Hierachy *node = pending.back();
         pending.pop_back();
-        visit(node);
+        nodes.push_back(node);
         const QList<Hierachy *> &children = node->children();
         pending.insert(pending.end(), children.crbegin(), children.crend());
     }
+    return nodes;
+}
+
+/// What @p own returns of each node of the subtree of @p root, joined.
+template <typename Item>
+QList<Item *> joined(const Hierachy *root, const QList<Item *> &(Hierachy::*own)() const)
+{
+    const std::vector<const Hierachy *> nodes = subtreeOf(root);
+    int size = 0;
+    for (const Hierachy *node : nodes)
+        size += (node->*own)().size();
+    QList<Item *> all;
+    all.reserve(size);
+    for (const Hierachy *node : nodes)
+        all += (node->*own)();
+    return all;
 }
 
 } // namespace
 
 QList<RtlNet *> Hierachy::singleNetsIncludeSub() const
 {
-    QList<RtlNet *> all;
-    visitSubtree(this, [&all](const Hierachy *node) { all += node->nets(); });
-    return all;
+    return joined(this, &Hierachy::nets);
 }
 
 QList<RtlNetBus *> Hierachy::netbusesIncludeSub() const
 {
-    QList<RtlNetBus *> all;
-    visitSubtree(this, [&all](const Hierachy *node) { all += node->buses(); });
-    return all;
+    return joined(this, &Hierachy::buses);
 }
 
 } // namespace NETWEIR
