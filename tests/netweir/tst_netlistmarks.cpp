@@ -373,6 +373,58 @@ top : top
         deep : leaf2
             j[1:0] O.
 )");
+    row("inputs written within", R"(
+module writes(input a, input [3:0] b, input logic [1:0] c, input d, e, output y);
+  assign a = 1'b1; always_comb c[0] = d; assign b[2:1] = 2'b0; gives g(e); endmodule
+module gives(output o); assign o = 1'b0; endmodule
+module wraps(input [3:0] b, input f, z); writes w(.a(f), .b(b), .c(), .d(f & z), .e(), .y());
+endmodule
+module top(output y); wire p, q, r, z; wire [3:0] v, w; wire [1:0] c;
+  writes u(.a(p), .b(v), .c(c), .d(z), .e(q), .y(y)); wraps x(w, r, z); endmodule)",
+        R"(
+top : top
+    y O
+    p O
+    q O
+    r O
+    z .
+    v[3:0] .OO.
+    w[3:0] .OO.
+    c[1:0] .O
+    u : writes
+        a O
+        d .
+        e O
+        y .
+        b[3:0] .OO.
+        c[1:0] .O
+        g : gives
+            o O
+    x : wraps
+        f O
+        z .
+        b[3:0] .OO.
+        w : writes
+            a O
+            d O
+            e O
+            y .
+            b[3:0] .OO.
+            c[1:0] .O
+            g : gives
+                o O
+)");
+    row("an input written from outside", R"(
+module sub(input i, j); endmodule
+module top(); wire p, q; sub u(.i(p), .j(q)); assign u.i = 1'b0; endmodule)",
+        R"(
+top : top
+    p .
+    q .
+    u : sub
+        i O
+        j .
+)");
     row("inouts are driven from either side", R"(
 module drives(inout [1:0] p); assign p[0] = 1'b1; endmodule
 module idles(inout [1:0] p); endmodule

@@ -109,6 +109,7 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
         QStringLiteral("-Wno-lint"),
         QStringLiteral("-Wno-style"),
         QStringLiteral("-Wno-context"),
+        QStringLiteral("-Wno-ASSIGNIN"),     // Other tools let modules write to their inputs.
         QStringLiteral("-Wno-MODDUP"),       // A library module that the sources define too.
         QStringLiteral("-Wno-TIMESCALEMOD"), // Stubs have no time scale.
         QStringLiteral("-Wno-STMTDLY"),      // Delays have no bearing on nets.

@@ -228,8 +228,10 @@ bool DefinitionReader::enter(const pugi::xml_node &node)
         m_definition->calls.push_back({node, level().scope});
         return true;
     case Tag::Initial:
-        if (isMovedAssignment(node))
+        if (isMovedAssignment(node)) {
+            addConstantInput(node.first_child());
             return false;
+        }
         m_levels.push_back({node, level().scope, true});
         return true;
     case Tag::Instance:
@@ -371,6 +373,17 @@ void DefinitionReader::addAssignment(const pugi::xml_node &node)
     addWrite(target);
     if (isSupplyAssignment(node))
         m_definition->supplies.push_back({target, level().scope});
+}
+
+/// The constant of an input may be a default as well; the assignment tells them apart.
+void DefinitionReader::addConstantInput(const pugi::xml_node &assignment)
+{
+    const Symbol symbol = m_definition->find(0, attribute(assignment.last_child(), "name"));
+    if (symbol.kind != Symbol::Kind::Variable)
+        return;
+    Variable &variable = m_definition->variables[std::size_t(symbol.index)];
+    if (variable.direction == Direction::Input && variable.node.child("const"))
+        variable.isDrivenByConstant = true;
 }
 
 void DefinitionReader::addWrite(const pugi::xml_node &lvalue)

@@ -21,7 +21,12 @@ struct Definition;
 enum class Direction { None, Input, Output, Inout, Ref };
 
 /// The two exclusion marks as bits of one number.
-enum Mark : quint8 { MarkIn = 1, MarkOut = 2, MarkBoth = MarkIn | MarkOut };
+enum Mark : quint8 {
+    MarkIn = 1,
+    MarkOut = 2,
+    MarkBoth = MarkIn | MarkOut,
+    MarkWritten = 4, ///< Something is known to drive it: through an input that drives outwards too.
+};
 
 /// What a name means within a scope of a definition.
 struct Symbol
@@ -203,6 +208,7 @@ private:
     void addRoutine(const pugi::xml_node &node);
     void addModport(const pugi::xml_node &node);
     void addAssignment(const pugi::xml_node &node);
+    void addConstantInput(const pugi::xml_node &assignment);
     void addWrite(const pugi::xml_node &lvalue);
     void numberPorts();
     bool isGenvar(const pugi::xml_node &node) const;

@@ -36,12 +36,14 @@ pugi::xml_node connectedPart(pugi::xml_node expression)
     return expression;
 }
 
-void markBits(const BitRange &range, Mark mark, std::vector<quint8> *marks)
+constexpr int MarkDriver = MarkOut | MarkWritten;
+
+void markBits(const BitRange &range, int mark, std::vector<quint8> *marks)
 {
     const qint64 end = std::min(range.end, qint64(marks->size()));
     const auto fill = [&](qint64 first, qint64 last) {
         for (qint64 bit = first; bit < std::min(last, end); ++bit)
-            (*marks)[std::size_t(bit)] |= mark;
+            (*marks)[std::size_t(bit)] |= quint8(mark);
     };
     if (range.step <= range.width) {
         fill(range.low, range.high + range.width);
@@ -64,18 +66,20 @@ MarkReader::MarkReader(ElaboratedDesign *design, const Layout &layout, Definitio
 void MarkReader::read()
 {
     for (const Variable &variable : m_definition->variables) {
-        if ((variable.isDrivenByConstant || variable.isTied) && variable.isNet)
+        if (variable.isDrivenByConstant && variable.isNet)
+            markVariable(variable, MarkDriver);
+        else if (variable.isTied && variable.isNet)
             markVariable(variable, MarkOut);
     }
     markSupplies();
     for (const Occurrence &target : m_definition->writes)
-        markWrites(target);
+        markWrites(target, MarkDriver);
     for (const Occurrence &call : m_definition->calls) {
         const std::vector<bool> written = m_design->writtenArguments(*m_definition, call);
         std::size_t i = 0;
         for (const pugi::xml_node &argument : call.node.children("arg")) {
             if (i < written.size() && written[i])
-                markWrites({argument.first_child(), call.scope});
+                markWrites({argument.first_child(), call.scope}, MarkDriver);
             ++i;
         }
     }
@@ -83,33 +87,33 @@ void MarkReader::read()
         readPins(int(item));
 }
 
-void MarkReader::markWrites(const Occurrence &target)
+void MarkReader::markWrites(const Occurrence &target, int marks)
 {
-    forEachReference(target, [this](const Reference &reference) {
+    forEachReference(target, [this, marks](const Reference &reference) {
         if (reference.isConstant() || reference.isHierarchical()) {
-            markWrite(reference);
+            markWrite(reference, marks);
             return;
         }
         m_indexes.forEachRound({reference.node, reference.scope},
-                               [this, &reference] { markWrite(reference); });
+                               [this, &reference, marks] { markWrite(reference, marks); });
     });
 }
 
-void MarkReader::markWrite(const Reference &reference)
+void MarkReader::markWrite(const Reference &reference, int marks)
 {
     if (reference.isHierarchical()) {
         m_definition->writesElsewhere.push_back(reference);
         return;
     }
     if (const Variable *variable = variableOf(reference))
-        markBits(m_layout.locate(*variable, reference, m_indexes), MarkOut, &m_definition->marks);
+        markBits(m_layout.locate(*variable, reference, m_indexes), marks, &m_definition->marks);
 }
 
-void MarkReader::markVariable(const Variable &variable, Mark mark)
+void MarkReader::markVariable(const Variable &variable, int marks)
 {
     const qint64 end = variable.bit + m_layout.widthOf(variable);
     for (qint64 bit = variable.bit; bit < end; ++bit)
-        m_definition->marks[std::size_t(bit)] |= mark;
+        m_definition->marks[std::size_t(bit)] |= quint8(marks);
 }
 
 void MarkReader::markSupplies()
@@ -140,7 +144,7 @@ void MarkReader::readPin(int item, const pugi::xml_node &pin)
     if (!inner || inner->role == Definition::Role::Stub) {
         const Occurrence connected{connectedPart(expression.node), expression.scope};
         if (isConnectable(connected))
-            markWrites(connected);
+            markWrites(connected, MarkOut);
         return;
     }
     const int port = inner->portOfPin(attribute(pin, "name"));
@@ -152,7 +156,7 @@ void MarkReader::readPin(int item, const pugi::xml_node &pin)
     const bool isTwoWay =
         variable.direction == Direction::Inout || variable.direction == Direction::Ref;
     if (variable.direction == Direction::Output || (isTwoWay && !inner->isNode()))
-        markWrites(expression);
+        markWrites(expression, MarkDriver);
     else if (inner->isNode())
         connect(item, port, expression.node);
 }
@@ -164,8 +168,7 @@ void MarkReader::connect(int item, int port, const pugi::xml_node &expression)
     connection.item = item;
     connection.port = port;
     addSegments(expression, instance.scope, &connection);
-    if (instance.definition->variables[std::size_t(port)].direction != Direction::Input)
-        markDrivenWithin(connection);
+    markDrivenWithin(connection);
     m_definition->connections.push_back(std::move(connection));
 }
 
@@ -226,19 +229,23 @@ void MarkReader::addSegment(Segment::Kind kind, qint64 bit, qint64 width, Connec
     connection->width += width;
 }
 
-/// A port of both directions that the instance drives from within is a driver here.
+/// A port of both directions that the instance drives from within is a driver here, and so is an
+/// input that the instance writes to. What only may drive, such as a pin of an unknown module, does
+/// not count behind an input.
 void MarkReader::markDrivenWithin(const Connection &connection)
 {
     const InstanceItem &instance = m_definition->instances[std::size_t(connection.item)];
     const Definition &inner = *instance.definition;
     const Variable &port = inner.variables[std::size_t(connection.port)];
+    const int driver = port.direction == Direction::Input ? MarkWritten : MarkOut;
     const qint64 portWidth = m_layout.widthOf(port);
     qint64 offset = 0;
     for (const Segment &segment : connection.segments) {
         for (qint64 i = 0; i < segment.width && segment.kind == Segment::Kind::Own; ++i) {
             const std::size_t innerBit = std::size_t(port.bit + (offset + i) % portWidth);
-            if (innerBit < inner.marks.size() && (inner.marks[innerBit] & MarkOut))
-                m_definition->marks[std::size_t(segment.bit + i)] |= MarkOut;
+            if (innerBit < inner.marks.size() && (inner.marks[innerBit] & driver))
+                m_definition->marks[std::size_t(segment.bit + i)] |=
+                    quint8(MarkOut | (inner.marks[innerBit] & MarkWritten));
         }
         offset += segment.width;
     }

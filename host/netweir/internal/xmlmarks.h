@@ -19,9 +19,9 @@ public:
     void read();
 
 private:
-    void markWrites(const Occurrence &target);
-    void markWrite(const Reference &reference);
-    void markVariable(const Variable &variable, Mark mark);
+    void markWrites(const Occurrence &target, int marks);
+    void markWrite(const Reference &reference, int marks);
+    void markVariable(const Variable &variable, int marks);
     void markSupplies();
     void readPins(int item);
     void readPin(int item, const pugi::xml_node &pin);
