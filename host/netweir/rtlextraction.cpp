@@ -32,6 +32,12 @@ std::shared_ptr<Extraction> &lastExtraction()
     return last;
 }
 
+void logMessages(const QStringList &messages)
+{
+    for (const QString &message : messages)
+        qDebug().noquote() << message;
+}
+
 void reportNetlist(const RtlNetlist &netlist, qint64 milliseconds)
 {
     int nets = 0;
@@ -59,10 +65,15 @@ void catchRtlModules(QStringList &tops, QStringList &modules, QStringList &messa
                      QMap<QString, QVariant> &info, QWidget *parent)
 {
     const auto extraction = std::make_shared<Extraction>(readDesignSources(info));
+    QStringList found;
     {
         ExtractionProgress progress(parent);
-        extraction->findModules(&progress, &tops, &modules, &messages);
+        extraction->findModules(&progress, &tops, &modules, &found);
     }
+    // Callers show messages only when there is an error among them.
+    if (!containsError(found))
+        logMessages(found);
+    messages += found;
     // Only now: while this one waited, another one may have come and gone.
     lastExtraction() = extraction;
 }
@@ -80,8 +91,7 @@ void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &messages,
     } else {
         found.append(errorMessage(Text::tr("No design has been read.")));
     }
-    for (const QString &message : qAsConst(found))
-        qDebug().noquote() << message;
+    logMessages(found);
     messages += found;
     if (result)
         reportNetlist(*result, extraction->spentMilliseconds());

@@ -65,6 +65,8 @@ private Q_SLOTS:
     void reportsErrors();
     void warnsOfWhatDoesNotStopADesign_data();
     void warnsOfWhatDoesNotStopADesign();
+    void saysWhyThereIsNoTop_data();
+    void saysWhyThereIsNoTop();
     void refusesFilesTheToolCannotRead_data();
     void refusesFilesTheToolCannotRead();
     void readsUnknownModules_data();
@@ -200,20 +202,22 @@ void TestExtraction::buildsOnlyWhatWasGiven()
 {
     DesignFixture none;
     none.findModules();
-    QCOMPARE(none.messages, QStringList());
+    const QString reason =
+        QStringLiteral("WARNING: The design has no Verilog source. Add one, or enable it.");
+    QCOMPARE(none.messages, QStringList(reason));
     QVERIFY(none.tops.isEmpty() && none.modules.isEmpty());
     QVERIFY(!none.buildNetlist());
-    QCOMPARE(none.netMessages.size(), 1);
-    QVERIFY(none.netMessages[0].startsWith(QLatin1String("ERROR")));
-    QCOMPARE(debugLines(), none.netMessages);
+    QCOMPARE(none.netMessages.size(), 2);
+    QCOMPARE(none.netMessages[0], reason);
+    QVERIFY(none.netMessages[1].startsWith(QLatin1String("ERROR")));
+    QCOMPARE(debugLines(), none.messages + none.netMessages);
 
     DesignFixture two;
     two.add(QStringLiteral("a.v"), "module a; endmodule module b; endmodule\n");
     two.findModules();
     QVERIFY(!two.buildNetlist());
-    QCOMPARE(two.netMessages,
-             QStringList(QStringLiteral("ERROR: The design has no single top module. Set the top "
-                                        "module.")));
+    QCOMPARE(two.netMessages.value(1),
+             QStringLiteral("ERROR: The design has no single top module. Set the top module."));
 }
 
 void TestExtraction::findsTops_data()
@@ -371,6 +375,9 @@ void TestExtraction::warnsOfWhatDoesNotStopADesign_data()
         << "WARNING: The design has no module \"x\". Candidates for the top module: top.";
     QTest::newRow("include folder") << "include"
                                     << "WARNING: none: The include folder does not exist.";
+    QTest::newRow("macro") << "macro"
+                           << "WARNING: a.v:3:13: Redefining existing define: 'A', with different "
+                              "value: '2'";
 }
 
 void TestExtraction::warnsOfWhatDoesNotStopADesign()
@@ -378,16 +385,60 @@ void TestExtraction::warnsOfWhatDoesNotStopADesign()
     QFETCH(QString, what);
     QFETCH(QString, warning);
     DesignFixture design;
-    design.add(QStringLiteral("a.v"), "module top; endmodule\n");
+    design.add(QStringLiteral("a.v"), what == QLatin1String("macro")
+                                          ? "`define A 1\n`define A 2\nmodule top; endmodule\n"
+                                          : "module top; endmodule\n");
     if (what == QLatin1String("empty"))
         design.add(QStringLiteral("empty.v"), "");
     else if (what == QLatin1String("top"))
         design.set(TE::DesignInfo::Top, QStringLiteral("x"));
-    else
+    else if (what == QLatin1String("include"))
         design.set(TE::DesignInfo::IncludePaths, QStringList(design.path(QStringLiteral("none"))));
     QVERIFY(design.extract());
     QCOMPARE(design.messages.size(), 1);
+    QCOMPARE(debugLines().mid(0, 1), design.messages);
+    QCOMPARE(debugLines().size(), 2); // The netlist is the other one: nothing is said twice.
     QCOMPARE(design.messages[0].remove(design.path(QString()) + QLatin1Char('/')), warning);
+}
+
+void TestExtraction::saysWhyThereIsNoTop_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QString>("top");
+    QTest::addColumn<QStringList>("reasons");
+    const auto row = [](const char *name, const char *source, const char *top,
+                        const QStringList &reasons) {
+        QTest::newRow(name) << QByteArray(source) << QString::fromLatin1(top) << reasons;
+    };
+    const QString noModule = QStringLiteral("WARNING: The sources define no module. Add the files "
+                                            "that define the modules of the design.");
+    const QString noTop = QStringLiteral("WARNING: No top module: every module is instantiated or "
+                                         "bound. Set the top module.");
+    row("no module", "`define A\n", "", {noModule});
+    row("no module and a choice", "package p; endpackage\n", "x", {noModule});
+    row("several", "module b; endmodule module a; endmodule", "",
+        {QStringLiteral("WARNING: The design has several candidates for the top module: b, a.")});
+    row("several and a choice", "module b; endmodule module a; endmodule", "x",
+        {QStringLiteral("WARNING: The design has no module \"x\". Candidates for the top module: "
+                        "b, a.")});
+    row("all bound", "module b; endmodule bind b b u();\n", "", {noTop});
+    row("instantiated by an interface", "module b; endmodule interface i; b u(); endinterface", "x",
+        {QStringLiteral("WARNING: The design has no module \"x\"."), noTop});
+}
+
+/// Callers do not show what is no error, and tell only that there is no top.
+void TestExtraction::saysWhyThereIsNoTop()
+{
+    QFETCH(QByteArray, source);
+    QFETCH(QString, top);
+    QFETCH(QStringList, reasons);
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), source);
+    design.set(TE::DesignInfo::Top, top);
+    design.findModules();
+    QVERIFY(design.tops.size() != 1);
+    QCOMPARE(design.messages, reasons);
+    QCOMPARE(debugLines(), reasons);
 }
 
 void TestExtraction::refusesFilesTheToolCannotRead_data()

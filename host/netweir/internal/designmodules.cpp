@@ -59,6 +59,32 @@ QStringList DesignModules::tops(const QString &top) const
     return result;
 }
 
+QStringList DesignModules::topWarnings(const QString &top) const
+{
+    const QStringList all = modules();
+    if (all.isEmpty())
+        return {warningMessage({}, Text::tr("The sources define no module. Add the files that "
+                                            "define the modules of the design."))};
+    if (all.contains(top))
+        return {};
+    const QStringList candidates = tops(QString());
+    const QString names = candidates.join(QLatin1String(", "));
+    QStringList result;
+    if (!top.isEmpty() && !candidates.isEmpty())
+        result.append(warningMessage({}, Text::tr("The design has no module \"%1\". Candidates for "
+                                                  "the top module: %2.")
+                                             .arg(top, names)));
+    else if (!top.isEmpty())
+        result.append(warningMessage({}, Text::tr("The design has no module \"%1\".").arg(top)));
+    else if (candidates.size() > 1)
+        result.append(warningMessage(
+            {}, Text::tr("The design has several candidates for the top module: %1.").arg(names)));
+    if (candidates.isEmpty() && circleError(candidates).isEmpty())
+        result.append(warningMessage({}, Text::tr("No top module: every module is instantiated or "
+                                                  "bound. Set the top module.")));
+    return result;
+}
+
 bool DesignModules::isInstantiation(const Instantiation &instantiation) const
 {
     return !instantiation.bare || m_units.contains(instantiation.module);

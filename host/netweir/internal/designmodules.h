@@ -31,6 +31,10 @@ public:
     /// instantiates.
     QStringList tops(const QString &top) const;
 
+    /// Why there is no module or no single top, and which modules could be the top. Empty when
+    /// there is one, and it is @p top if that is not empty.
+    QStringList topWarnings(const QString &top) const;
+
     /// One message for each module that the sources define twice.
     QStringList duplicateErrors() const;
 

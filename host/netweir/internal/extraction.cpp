@@ -187,6 +187,9 @@ void Extraction::prepare(ExtractionProgress *progress, QStringList *messages)
         messages->append(errorMessage(error));
     else
         *messages += checkSources(m_sources);
+    if (m_sources.files.isEmpty())
+        messages->append(warningMessage({}, Text::tr("The design has no Verilog source. Add one, "
+                                                     "or enable it.")));
     if (containsError(*messages) || m_sources.files.isEmpty())
         return;
     if (prepareFolder(messages) && preprocess(progress, messages))
@@ -300,11 +303,7 @@ void Extraction::scan(QStringList *messages)
     const DesignModules modules(scan, *m_text);
     m_modules = modules.modules();
     m_tops = modules.tops(m_sources.top);
-    if (!m_sources.top.isEmpty() && !m_modules.isEmpty() && !m_modules.contains(m_sources.top))
-        messages->append(
-            warningMessage({}, Text::tr("The design has no module \"%1\". Candidates for the top "
-                                        "module: %2.")
-                                   .arg(m_sources.top, m_tops.join(QLatin1String(", ")))));
+    *messages += modules.topWarnings(m_sources.top);
     *messages += modules.duplicateErrors();
     const QString circle = modules.circleError(m_tops);
     const QString endless = m_tops.size() == 1 ? modules.endlessError(m_tops.first()) : QString();
