@@ -7,11 +7,12 @@
 #include "replacefile.h"
 #include "tarncore.h"
 
+#include <files/regularfile.h>
+
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 namespace TARN {
 
@@ -27,16 +28,14 @@ QString describe(const QString &path, const QString &reason)
 /// The one way into a file, so that check and read always agree. On failure @p error is filled.
 QList<TarnCore *> readCores(const QString &path, QString *error)
 {
-    // Opening a pipe would wait for its writer.
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile()) {
-        *error = describe(path, QCoreApplication::translate(
-                                    "TARN::TarnConfig", "It is no file. Choose a \".tarn\" file."));
-        return {};
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = describe(path, file.errorString());
+    QFile file;
+    QString reason;
+    const Files::Access access = Files::openRegularFile(path, &file, &reason);
+    if (access != Files::Access::Granted) {
+        if (access != Files::Access::Failed)
+            reason = QCoreApplication::translate("TARN::TarnConfig",
+                                                 "It is no file. Choose a \".tarn\" file.");
+        *error = describe(path, reason);
         return {};
     }
     ConfigReader reader(&file);

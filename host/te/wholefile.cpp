@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "wholefile.h"
 
+#include <files/regularfile.h>
+
 #include <QCoreApplication>
-#include <QFile>
-#include <QFileInfo>
 
 namespace TE {
 
@@ -21,26 +21,22 @@ class WholeFile
 
 bool readWholeFile(const QString &path, QByteArray *content, QString *reason)
 {
-    QFile file(path);
-    if (QFileInfo(path).isDir()) {
+    switch (Files::readRegularFile(path, LargestFile, content, reason)) {
+    case Files::Access::Granted:
+        return true;
+    case Files::Access::Folder:
         *reason = WholeFile::tr("it is a folder");
-        return false;
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        *reason = file.errorString();
-        return false;
-    }
-    // Only pipes and devices hide their size, and reading up to a limit takes memory for all of it.
-    if (file.isSequential())
-        *content = file.read(LargestFile + 1);
-    else if (file.size() <= LargestFile)
-        *content = file.readAll();
-    if (content->size() > LargestFile || file.size() > LargestFile) {
+        break;
+    case Files::Access::Special:
+        *reason = WholeFile::tr("it is a pipe or a device");
+        break;
+    case Files::Access::TooLarge:
         *reason = WholeFile::tr("it is too large");
-        return false;
+        break;
+    case Files::Access::Failed:
+        break;
     }
-    *reason = file.errorString();
-    return file.error() == QFileDevice::NoError;
+    return false;
 }
 
 } // namespace TE

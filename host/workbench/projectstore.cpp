@@ -3,11 +3,11 @@
 #include "projectstore.h"
 
 #include <core/viewmanager.h>
+#include <files/regularfile.h>
 #include <te/designmanager.h>
 #include <te/teconstants.h>
 
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -18,8 +18,11 @@ namespace {
 
 QByteArray contentOf(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    constexpr qint64 LargestFile = 64 * 1024 * 1024; // No project can be read from a larger one.
+    QByteArray content;
+    QString error;
+    Files::readRegularFile(path, LargestFile, &content, &error);
+    return content;
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <core/coreconstants.h>
 #include <core/iview.h>
 #include <core/viewmanager.h>
+#include <files/regularfile.h>
 #include <te/designmanager.h>
 #include <te/taskengine.h>
 
@@ -33,6 +34,7 @@ namespace {
 
 constexpr int PollMilliseconds = 20;
 constexpr int SettleMilliseconds = 200;
+constexpr qint64 LargestFile = 1024 * 1024 * 1024;
 
 QAction *saveCommand()
 {
@@ -69,8 +71,11 @@ Session::~Session() = default;
 
 bool Session::run(const QString &tarnFile)
 {
-    if (!QDir().mkpath(m_folder) || !m_copies.isValid())
+    if (!QDir().mkpath(m_folder))
         return fail(tr("Cannot write to the folder %1").arg(QDir::toNativeSeparators(m_folder)));
+    if (!m_copies.isValid())
+        return fail(tr("Cannot make a temporary folder in %1: %2")
+                        .arg(QDir::toNativeSeparators(QDir::tempPath()), m_copies.errorString()));
     m_report.append(
         tr("design: %1").arg(TE::TaskEngine::instance()->designManager()->project().name));
     m_window->show();
@@ -85,9 +90,8 @@ bool Session::run(const QString &tarnFile)
 bool Session::openCopy(const QString &tarnFile)
 {
     const QString copy = m_copies.filePath(QFileInfo(tarnFile).fileName());
-    if (!QFile::copy(tarnFile, copy) ||
-        !QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner))
-        return fail(tr("Cannot read the file %1").arg(QDir::toNativeSeparators(tarnFile)));
+    if (!copyFile(tarnFile, copy))
+        return false;
     m_window->openTarnFile(copy);
     settle();
     if (hasFailed())
@@ -98,6 +102,20 @@ bool Session::openCopy(const QString &tarnFile)
         return fail(tr("The netlist of the design was not read"));
     m_report.append(tr("cores: %1").arg(coreList()->topLevelItemCount()));
     return true;
+}
+
+bool Session::copyFile(const QString &from, const QString &to)
+{
+    QByteArray content;
+    QString error;
+    const Files::Access access = Files::readRegularFile(from, LargestFile, &content, &error);
+    if (access != Files::Access::Granted)
+        return fail(tr("Cannot read the file %1").arg(QDir::toNativeSeparators(from)));
+    QFile copy(to);
+    if (copy.open(QIODevice::WriteOnly) && copy.write(content) == content.size() && copy.flush())
+        return true;
+    return fail(
+        tr("Cannot write the file %1: %2").arg(QDir::toNativeSeparators(to), copy.errorString()));
 }
 
 bool Session::addCore()

@@ -44,6 +44,7 @@ public:
     QStringList failures() const { return m_failures; }
 
 private:
+    bool copyFile(const QString &from, const QString &to);
     bool openCopy(const QString &tarnFile);
     bool addCore();
     bool removeCore();

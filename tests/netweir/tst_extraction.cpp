@@ -1130,6 +1130,15 @@ void TestExtraction::reportsAToolThat_data()
         "ERROR: Elaborating the design failed: its result is not complete.");
     row("writes half", preprocess + "echo '<verilator_xml><netlist>' > design.xml\nexit 0\n",
         "ERROR: Elaborating the design failed: its result is not complete.");
+    row("writes a pipe", preprocess + "mkfifo design.xml\nexit 0\n",
+        "ERROR: Elaborating the design failed: its result is not complete.");
+    row("replaces its messages by a pipe", preprocess + "rm stderr\nmkfifo stderr\nexit 1\n",
+        "ERROR: Elaborating the design failed: the elaborator gave no reason (exit code 1).");
+    row("leaves pipes for the next run",
+        "case \"$1\" in -E) mkfifo text0.v stubs.sv; rm stderr; mkfifo stderr;;\n"
+        "*) echo '%Error: text0.v:1:2: no' >&2; exit 1;; esac\n" +
+            preprocess,
+        "ERROR: top.v:1:2: no");
     row("crashes with a full result",
         preprocess + "echo '<verilator_xml></verilator_xml>' > design.xml\nkill -SEGV $$\n",
         "ERROR: Elaborating the design failed: the elaborator crashed.");

@@ -15,6 +15,7 @@
 #include <csignal>
 #include <random>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace TE;
@@ -323,6 +324,10 @@ void TestProject::refusesFileThatCannotBeRead()
                         .arg(path("none.json")));
     QVERIFY(!readProject(m_dir.path(), &project, &error));
     QCOMPARE(error, QStringLiteral("Cannot read the project %1: it is a folder").arg(m_dir.path()));
+    ::mkfifo(QFile::encodeName(path("pipe.json")).constData(), 0600);
+    QVERIFY(!readProject(path("pipe.json"), &project, &error));
+    QCOMPARE(error, QStringLiteral("Cannot read the project %1: it is a pipe or a device")
+                        .arg(path("pipe.json")));
     QFile large(path("large.json"));
     QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(64 * 1024 * 1024 + 1));
     QVERIFY(!readProject(large.fileName(), &project, &error));

@@ -13,6 +13,8 @@
 
 #include <random>
 
+#include <sys/stat.h>
+
 using namespace TE;
 using TarnTest::writeFile;
 
@@ -45,6 +47,7 @@ void TestProjectArguments::initTestCase()
     for (const char *name : {"a.v", "b.sv", "c.vhd", "d.inc", "lib.v", "sub/e.v", "my file.v",
                              "a//x.v", "quo\"te.v", "#hash.v"})
         writeFile(m_dir.filePath(QString::fromLatin1(name)), "\n");
+    QCOMPARE(::mkfifo(QFile::encodeName(m_dir.filePath("pipe")).constData(), 0600), 0);
 }
 
 /// The project from @p arguments in short form, or the reason of the refusal; the folder of the
@@ -177,6 +180,8 @@ void TestProjectArguments::refuses_data()
     row({"-v", "none.v"}, "cannot read the file ~/none.v");
     row({"-f", "none.f"}, "cannot read the argument file ~/none.f: No such file or directory");
     row({"-f", "sub"}, "cannot read the argument file ~/sub: it is a folder");
+    row({"-f", "pipe"}, "cannot read the argument file ~/pipe: it is a pipe or a device");
+    row({"-f", "/dev/zero"}, "cannot read the argument file /dev/zero: it is a pipe or a device");
     for (const char *option : {"-f", "-I", "-D", "-v", "--top"}) {
         const QString text = QString::fromLatin1(option);
         row({"a.v", text}, qPrintable(text + " needs a value"));

@@ -18,7 +18,8 @@ import sys
 
 PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "model")
 HOST_LIBRARIES = ("core", "dev", "extsys", "netweir", "qutil", "te")
-FOLDERS = PLUGIN_FOLDERS + (
+GROUND_FOLDER = "files"  # Below host and plug-in, which both use it.
+FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER,) + (
     "host", "tests", "bench", "fuzz", "examples", "cmake", "scripts", "translations", "forms", ".ci")
 
 # The layers of the plug-in from the ground up, by file (without extension) or folder. A file may
@@ -105,6 +106,10 @@ def wrong_arrow(includer, included, public):
     to_plugin = included.parts[0] in PLUGIN_FOLDERS
     if (from_host or from_plugin) and included.parts[0] == "tests":
         return "includes test code"
+    if includer.parts[0] == GROUND_FOLDER and included.parts[0] != GROUND_FOLDER:
+        return "the ground knows nothing above it"
+    if includer in public and included.parts[0] == GROUND_FOLDER:
+        return "not installed with the public headers"
     if from_host and to_plugin:
         if includer.parts[1] != "workbench":
             return "the host's libraries know no plug-in"
@@ -266,9 +271,10 @@ def check_links(root):
 
 
 def check_headers(root, command):
-    """Compiles each public header of the host and each header of the plug-in by itself."""
+    """Compiles each public header of the host and each header of plug-in and ground by itself."""
     headers = sorted(public_headers(root)) + [
-        path for path in files_of(root, (".h",)) if path.parts[0] in PLUGIN_FOLDERS]
+        path for path in files_of(root, (".h",))
+        if path.parts[0] in PLUGIN_FOLDERS + (GROUND_FOLDER,)]
 
     def compile_one(path):
         # From the standard input, so that "#pragma once in main file" is no issue.

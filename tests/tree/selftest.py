@@ -17,16 +17,17 @@ SPDX = ("// SPDX-FileCopyrightText: The TARN Inserter authors\n"
         "// SPDX-License-Identifier: Apache-2.0\n")
 
 GOOD = {
+    "files/reader.h": SPDX,
     "host/core/CMakeLists.txt": "find_package(x)\ntarn_host_library(core\n    HEADERS\n        iview.h\n"
                                 "    SOURCES\n        iview.cpp\n        secret.h\n)\n",
     "host/core/iview.h": SPDX + "#pragma once\n",
     "host/core/iview.cpp": SPDX + '#include "iview.h"\n\n#include "internal/container.h"\n',
     "host/core/secret.h": SPDX,
     "host/core/internal/container.h": SPDX + "#include <core/iview.h>\n",
-    "host/netweir/rtlnet.cpp": SPDX + "#include <core/iview.h>\n",
+    "host/netweir/rtlnet.cpp": SPDX + "#include <core/iview.h>\n#include <files/reader.h>\n",
     "host/workbench/main.cpp": SPDX + "#include <plugin/tarnviewmanager.h>\n",
     "host/workbench/window.h": SPDX,
-    "model/tarncore.h": SPDX + "#include <probes/signalitem.h>\n",
+    "model/tarncore.h": SPDX + "#include <files/reader.h>\n#include <probes/signalitem.h>\n",
     "plugin/tarnviewmanager.h": SPDX + "#include <view/tarnview.h>\n",
     "plugin/other.h": SPDX,
     "probes/page.h": SPDX + "#include <probes/signaltree.h>\n#include <select/dialog.h>\n",
@@ -114,6 +115,19 @@ class Includes(SampleTree):
     def test_internal_header_of_another_library(self):
         self.add_include("host/netweir/rtlnet.cpp", "<core/internal/container.h>")
         self.expect(checktree.check_includes(self.root), "internal to another library")
+
+    def test_ground_and_what_stands_on_it(self):
+        for name in ("<core/iview.h>", "<model/tarncore.h>"):
+            with self.subTest(name=name):
+                self.setUp()
+                self.add_include("files/reader.h", name)
+                problems = [problem for problem in checktree.check_includes(self.root)
+                            if "circle" not in problem]
+                self.expect(problems, "files/reader.h:3", "nothing above")
+
+    def test_public_header_and_the_ground(self):
+        self.add_include("host/core/iview.h", "<files/reader.h>")
+        self.expect(checktree.check_includes(self.root), "host/core/iview.h:4", "not installed")
 
     def test_product_and_test_code(self):
         self.add_include("view/tarnview.h", "<support/files.h>")

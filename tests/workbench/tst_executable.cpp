@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using TarnTest::Run;
 using TarnTest::runWorkbench;
 using TarnTest::writeFile;
@@ -39,14 +41,15 @@ void TestExecutable::initTestCase()
     writeFile(path("tiny.json"), R"({"version": 1, "sources": [{"file": "one.tarn"}]})");
     writeFile(path("odd.json"), R"({"version": 1, "colour": "red"})");
     QVERIFY(QDir().mkpath(path("noplugins")));
+    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe.json")).constData(), 0600), 0);
 }
 
 void TestExecutable::informsWithoutDisplay()
 {
-    const Run help = runWorkbench({"--help"}, QStringLiteral("xcb"));
+    const Run help = runWorkbench({"--help"}, {QStringLiteral("xcb"), {}, {}});
     QCOMPARE(help.exitCode, 0);
     QVERIFY(help.output.startsWith(QLatin1String("Usage: tarn-workbench ")));
-    const Run version = runWorkbench({"x.json", "--version"}, QStringLiteral("xcb"));
+    const Run version = runWorkbench({"x.json", "--version"}, {QStringLiteral("xcb"), {}, {}});
     QCOMPARE(version.exitCode, 0);
     QCOMPARE(version.output, QStringLiteral("tarn-workbench 1.0.0\n"));
 }
@@ -62,6 +65,9 @@ void TestExecutable::wrongUsageIsExitCode2_data()
         << QStringList({"a.json", "b.v"})
         << "a project file and arguments of a design exclude each other";
     QTest::newRow("unknown argument") << QStringList("--lint") << "unknown argument --lint";
+    QTest::newRow("pipe for a list")
+        << QStringList({"-f", "~/pipe.json"})
+        << "cannot read the argument file ~/pipe.json: it is a pipe or a device";
     QTest::newRow("unknown source") << QStringList("/none.v") << "cannot read the file /none.v";
     QTest::newRow("session without configuration")
         << QStringList({"--session", "~/shots", "~/tiny.v"})
@@ -73,7 +79,7 @@ void TestExecutable::wrongUsageIsExitCode2()
     QFETCH(QStringList, arguments);
     QFETCH(QString, reason);
     const Run result = runWorkbench(arguments.replaceInStrings("~", m_dir.path()));
-    QCOMPARE(result.errors, reason + '\n');
+    QCOMPARE(result.errors, expanded(reason) + '\n');
     QCOMPARE(result.exitCode, 2);
     QCOMPARE(result.output, QString());
 }
@@ -86,6 +92,9 @@ void TestExecutable::failureIsExitCode1_data()
                                 << "There is no display. See --session in the text of --help.";
     QTest::newRow("no project") << QStringList("~/no.json")
                                 << "Cannot read the project ~/no.json: No such file or directory";
+    QTest::newRow("pipe for a project") << QStringList("~/pipe.json")
+                                        << "Cannot read the project ~/pipe.json: it is a pipe or "
+                                           "a device";
     QTest::newRow("bad project") << QStringList("~/odd.json")
                                  << "~/odd.json: colour: unknown key, known are: version, name, "
                                     "top, sources, options, libraryFiles, macros, device";

@@ -38,6 +38,8 @@
 
 #include <memory>
 
+#include <sys/stat.h>
+
 using TarnTest::ModalScript;
 using TarnTest::readFile;
 using TarnTest::writeFile;
@@ -122,6 +124,7 @@ private Q_SLOTS:
     void saveIsTheSharedCommand();
     void dockShowsTheProject();
     void projectThatCannotBeReadLeavesTheOpenOne();
+    void pipeIsNoProject();
     void projectMenuRaisesEvents();
     void checkBoxAndTopLineRaiseEvents();
     void optionsRaiseEventsForWhatChanged();
@@ -260,6 +263,22 @@ void TestMainWindow::projectThatCannotBeReadLeavesTheOpenOne()
     m_script->expectBox(box);
     QVERIFY(!m_window->openProject(path("none.json")));
     QCOMPARE(design()->project().name, QStringLiteral("demo"));
+}
+
+void TestMainWindow::pipeIsNoProject()
+{
+    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    ModalScript::Box box;
+    box.icon = QMessageBox::Critical;
+    box.title = QStringLiteral("Error");
+    box.text =
+        QStringLiteral("Cannot read the project %1: it is a pipe or a device").arg(path("pipe"));
+    m_script->expectDialog("QFileDialog", "Open", [this](QDialog *dialog) {
+        dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path("pipe"));
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    m_script->expectBox(box);
+    trigger("Open...");
 }
 
 void TestMainWindow::projectMenuRaisesEvents()

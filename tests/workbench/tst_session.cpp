@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using TarnTest::readFile;
 using TarnTest::Run;
 using TarnTest::runWorkbench;
@@ -24,6 +26,9 @@ private Q_SLOTS:
     void initTestCase();
     void opensAddsChecksAndSaves();
     void takesTheConfigurationOfTheProject();
+    void worksWithLittleMemory_data();
+    void worksWithLittleMemory();
+    void namesATemporaryFolderThatIsNone();
     void reportsFailures_data();
     void reportsFailures();
 
@@ -46,6 +51,7 @@ void TestSession::initTestCase()
     writeFile(path("broken.v"), "module broken(; endmodule");
     writeFile(path("empty.json"), R"({"version": 1})");
     writeFile(path("bad.tarn"), "no XML");
+    QCOMPARE(::mkfifo(QFile::encodeName(path("pipe.tarn")).constData(), 0600), 0);
     writeFile(path("none.tarn"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<TARN_CONFIG>\n"
                                  "    <Version>1.0</Version>\n</TARN_CONFIG>\n");
     writeFile(path("one.tarn"), R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -99,12 +105,46 @@ void TestSession::takesTheConfigurationOfTheProject()
     QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
 }
 
+void TestSession::worksWithLittleMemory_data()
+{
+    QTest::addColumn<QString>("limit");
+    QTest::newRow("300 MB at most") << "ulimit -v 300000";
+    QTest::newRow("300 MB that may be raised") << "ulimit -Sv 300000";
+}
+
+void TestSession::worksWithLittleMemory()
+{
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("The sanitizer alone takes more address space");
+#endif
+    QFETCH(QString, limit);
+    const QString project = QStringLiteral(TARN_EXAMPLES_DIR "/sensorhub/sensorhub.json");
+    const Run result = runWorkbench({"--session", path("shots"), project},
+                                    {QStringLiteral("offscreen"), limit, {}});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
+}
+
+void TestSession::namesATemporaryFolderThatIsNone()
+{
+    writeFile(path("file"), "");
+    const Run result = runWorkbench({"--session", path("shots"), path("tiny.json")},
+                                    {QStringLiteral("offscreen"), {}, path("file")});
+    QCOMPARE(result.errors,
+             QStringLiteral("Cannot make a temporary folder in %1: Not a directory\n")
+                 .arg(path("file")));
+    QCOMPARE(result.exitCode, 1);
+}
+
 void TestSession::reportsFailures_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("reason");
     QTest::newRow("no configuration")
         << QStringList({"~/tiny.json", "~/no.tarn"}) << "Cannot read the file ~/no.tarn";
+    QTest::newRow("pipe for a configuration")
+        << QStringList({"~/tiny.json", "~/pipe.tarn"}) << "Cannot read the file ~/pipe.tarn";
     QTest::newRow("bad configuration")
         << QStringList({"~/tiny.json", "~/bad.tarn"}) << "bad.tarn open file failed.";
     QTest::newRow("no design") << QStringList({"~/empty.json", "~/one.tarn"})

@@ -16,17 +16,28 @@ struct Run
     QString errors; ///< Its own, without the remarks of the toolkit.
 };
 
+/// Surroundings in which the workbench runs.
+struct Surroundings
+{
+    QString platform = QStringLiteral("offscreen");
+    QString shellCommand;    ///< Run by the shell that then becomes the workbench: "ulimit -v 9".
+    QString temporaryFolder; ///< Empty for that of the test.
+};
+
 /// Runs the workbench at WORKBENCH without a display.
-inline Run runWorkbench(const QStringList &arguments,
-                        const QString &platform = QStringLiteral("offscreen"))
+inline Run runWorkbench(const QStringList &arguments, const Surroundings &surroundings = {})
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("DISPLAY"));
     environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), surroundings.platform);
+    if (!surroundings.temporaryFolder.isEmpty())
+        environment.insert(QStringLiteral("TMPDIR"), surroundings.temporaryFolder);
     process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(WORKBENCH), arguments);
+    const QString script = surroundings.shellCommand + QLatin1String("\nexec \"$0\" \"$@\"");
+    process.start(QStringLiteral("/bin/sh"),
+                  QStringList{QStringLiteral("-c"), script, QStringLiteral(WORKBENCH)} + arguments);
     Run run;
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
         return run;

@@ -4,6 +4,7 @@
 
 #include "messages.h"
 
+#include <files/regularfile.h>
 #include <te/designinfo.h>
 #include <te/fileinfo.h>
 #include <te/teconstants.h>
@@ -44,6 +45,25 @@ QString knownStandard(const QString &standard)
             return standard;
     }
     return QLatin1String(TE::OPT::DefaultVerilogStandard);
+}
+
+/// Reads the file; what is wrong with it when it cannot be read.
+QString readProblem(const QString &path, QByteArray *content)
+{
+    QString reason;
+    switch (Files::readRegularFile(path, LargestFile, content, &reason)) {
+    case Files::Access::Granted:
+        break;
+    case Files::Access::Folder:
+        return Text::tr("This is a folder. Add the source files in it instead.");
+    case Files::Access::Special:
+        return Text::tr("This is no regular file.");
+    case Files::Access::TooLarge:
+        return Text::tr("The file is larger than 1 GB.");
+    case Files::Access::Failed:
+        return Text::tr("The file cannot be read: %1.").arg(reason);
+    }
+    return {};
 }
 
 /// Checks files one by one and follows their include lines.
@@ -98,25 +118,19 @@ void SourceCheck::checkFile(const QString &path, bool library)
         return;
     m_seen.insert(id);
 
+    QByteArray content;
     QString problem;
-    QFile file(path);
     if (!info.exists())
         problem = library ? Text::tr("The library file does not exist. Remove it from the options.")
                           : Text::tr("The file does not exist. Restore it or remove it from the "
                                      "project.");
-    else if (info.isDir())
-        problem = Text::tr("This is a folder. Add the source files in it instead.");
-    else if (!info.isFile())
-        problem = Text::tr("This is no regular file.");
-    else if (info.size() > LargestFile)
-        problem = Text::tr("The file is larger than 1 GB.");
-    else if (!file.open(QIODevice::ReadOnly))
-        problem = Text::tr("The file cannot be read: %1.").arg(file.errorString());
+    else
+        problem = readProblem(path, &content);
 
     if (!problem.isEmpty())
         m_messages.append(errorMessage({path}, problem));
     else
-        checkContent(path, file.readAll());
+        checkContent(path, content);
 }
 
 void SourceCheck::checkContent(const QString &path, const QByteArray &content)

@@ -10,6 +10,8 @@
 
 #include "../rtlnetlist.h"
 
+#include <files/regularfile.h>
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -29,8 +31,6 @@ constexpr int ErrorWait = 2000;
 
 /// The first run and one for pins that the scan did not see, or for test benches that wait.
 constexpr int MostRuns = 2;
-
-constexpr qint64 MostText = 1024 * 1024 * 1024;
 
 const char TextPrefix[] = "text";
 const char StubFile[] = "stubs.sv";
@@ -53,18 +53,22 @@ bool isPlainName(const QString &name)
     return !name.isEmpty();
 }
 
+/// Never into what the tool has left under that name, which may be a pipe.
 bool writeText(const QString &path, const QByteArray &text)
 {
+    QFile::remove(path);
     QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly) &&
+           file.write(text) == text.size() && file.flush();
 }
 
 /// A crash of the elaborator may leave half a file.
 bool isCompleteXml(const QString &path)
 {
     constexpr int TailLength = 64;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    QFile file;
+    QString error;
+    if (Files::openRegularFile(path, &file, &error) != Files::Access::Granted)
         return false;
     file.seek(qMax<qint64>(0, file.size() - TailLength));
     return file.readAll().trimmed().endsWith("</verilator_xml>");
@@ -274,7 +278,7 @@ bool Extraction::preprocess(ExtractionProgress *progress, QStringList *messages)
     }
     const ToolProcess::Result result = m_process->result();
     m_text.reset();
-    if (QFileInfo(QDir(m_folder->path()).filePath(QStringLiteral("stdout"))).size() > MostText) {
+    if (QFileInfo(m_process->standardOutputPath()).size() > ToolProcess::MostOutput) {
         messages->append(errorMessage(Text::tr("The sources are larger than 1 GB.")));
         return false;
     }

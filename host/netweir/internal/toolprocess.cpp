@@ -4,6 +4,8 @@
 
 #include "messages.h"
 
+#include <files/regularfile.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -61,8 +63,8 @@ ToolProcess::ToolProcess(const QString &workingFolder)
 {
     setWorkingDirectory(workingFolder);
     setStandardInputFile(nullDevice());
-    setStandardOutputFile(QDir(workingFolder).filePath(QStringLiteral("stdout")));
-    setStandardErrorFile(QDir(workingFolder).filePath(QStringLiteral("stderr")));
+    setStandardOutputFile(standardOutputPath());
+    setStandardErrorFile(errorOutputPath());
     m_timeout.setSingleShot(true);
     connect(&m_timeout, &QTimer::timeout, this, [this] {
         m_timedOut = true;
@@ -83,6 +85,9 @@ ToolProcess::~ToolProcess()
 void ToolProcess::run(const QString &program, const QStringList &arguments, int timeoutSeconds)
 {
     m_timedOut = false;
+    // What an earlier run may have put there: writing to a pipe would wait for its reader.
+    QFile::remove(standardOutputPath());
+    QFile::remove(errorOutputPath());
     start(program, arguments);
     m_group = processId();
     m_timeout.start(qMin(timeoutSeconds, 1000000) * 1000);
@@ -119,19 +124,30 @@ ToolProcess::Result ToolProcess::result() const
 
 QByteArray ToolProcess::standardOutput() const
 {
-    return read("stdout");
+    return read(standardOutputPath());
 }
 
 QByteArray ToolProcess::errorOutput() const
 {
-    return read("stderr");
+    return read(errorOutputPath());
 }
 
-QByteArray ToolProcess::read(const char *name) const
+QString ToolProcess::standardOutputPath() const
 {
-    constexpr qint64 Most = 1024 * 1024 * 1024;
-    QFile file(QDir(workingDirectory()).filePath(QLatin1String(name)));
-    return file.open(QIODevice::ReadOnly) ? file.read(Most) : QByteArray();
+    return QDir(workingDirectory()).filePath(QStringLiteral("stdout"));
+}
+
+QString ToolProcess::errorOutputPath() const
+{
+    return QDir(workingDirectory()).filePath(QStringLiteral("stderr"));
+}
+
+QByteArray ToolProcess::read(const QString &path)
+{
+    QByteArray output;
+    QString error;
+    Files::readRegularFile(path, MostOutput, &output, &error);
+    return output;
 }
 
 qint64 ToolProcess::memoryLimit()

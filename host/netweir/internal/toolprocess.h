@@ -27,6 +27,9 @@ class NETWEIR_EXPORT ToolProcess final : public QProcess
 public:
     enum Result { Succeeded, Failed, Crashed, OutOfMemory, TimedOut, NotStarted };
 
+    /// The output that is read, in bytes.
+    static constexpr qint64 MostOutput = 1024 * 1024 * 1024;
+
     explicit ToolProcess(const QString &workingFolder);
     ~ToolProcess() override;
 
@@ -41,6 +44,8 @@ public:
     /// Of a run that is over. Failed: the exit code is not 0.
     Result result() const;
 
+    QString standardOutputPath() const;
+    /// Empty when it is larger than MostOutput bytes.
     QByteArray standardOutput() const;
     QByteArray errorOutput() const;
 
@@ -52,7 +57,8 @@ protected:
 
 private:
     void killGroup();
-    QByteArray read(const char *name) const;
+    QString errorOutputPath() const;
+    static QByteArray read(const QString &path);
 
     QTimer m_timeout;
     qint64 m_group = 0;

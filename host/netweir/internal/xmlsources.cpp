@@ -4,10 +4,17 @@
 
 #include "xmlnames.h"
 
+#include <files/regularfile.h>
+
 #include <QDir>
-#include <QFile>
 
 namespace NETWEIR::Internal {
+
+namespace {
+
+constexpr qint64 LargestFile = 1024 * 1024 * 1024;
+
+} // namespace
 
 void SourceTexts::setFiles(const pugi::xml_node &files, const QString &folder)
 {
@@ -71,10 +78,14 @@ const QList<QByteArray> &SourceTexts::linesOf(const QByteArray &file)
     const auto known = m_lines.constFind(file);
     if (known != m_lines.constEnd())
         return *known;
-    QFile source(QDir(m_folder).absoluteFilePath(m_paths.value(file)));
     QList<QByteArray> lines;
-    if (m_paths.contains(file) && source.open(QIODevice::ReadOnly))
-        lines = source.readAll().split('\n');
+    if (m_paths.contains(file)) {
+        QByteArray text;
+        QString error;
+        Files::readRegularFile(QDir(m_folder).absoluteFilePath(m_paths.value(file)), LargestFile,
+                               &text, &error);
+        lines = text.split('\n');
+    }
     return *m_lines.insert(file, lines);
 }
 

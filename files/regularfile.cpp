@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "regularfile.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Files {
+
+namespace {
+
+constexpr qint64 PieceSize = 1024 * 1024;
+constexpr qint64 UnknownSize = 64 * 1024;
+
+Access accessTo(const struct stat &status)
+{
+    if (S_ISREG(status.st_mode))
+        return Access::Granted;
+    return S_ISDIR(status.st_mode) ? Access::Folder : Access::Special;
+}
+
+Access failed(int code, QString *error)
+{
+    *error = qt_error_string(code);
+    return Access::Failed;
+}
+
+/// How much to ask for next of a file of @p size bytes by its own account, of which @p read have
+/// come: one byte more than there should be, to see that it ends. Some files have no size.
+qint64 nextPiece(qint64 size, qint64 read)
+{
+    return size >= read ? std::min(size - read + 1, PieceSize) : UnknownSize;
+}
+
+int openWithoutWaiting(const QByteArray &path)
+{
+    int handle = -1;
+    do
+        handle = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    while (handle < 0 && errno == EINTR);
+    return handle;
+}
+
+} // namespace
+
+Access openRegularFile(const QString &path, QFile *file, QString *error)
+{
+    const QByteArray encoded = QFile::encodeName(path);
+    struct stat status = {};
+    // Opening alone can already disturb a device or the writer of a pipe.
+    if (::stat(encoded.constData(), &status) != 0)
+        return failed(errno, error);
+    Access access = accessTo(status);
+    if (access != Access::Granted)
+        return access;
+    const int handle = openWithoutWaiting(encoded);
+    if (handle < 0)
+        return failed(errno, error);
+    access = ::fstat(handle, &status) == 0 ? accessTo(status) : failed(errno, error);
+    if (access != Access::Granted) {
+        ::close(handle);
+        return access;
+    }
+    if (file->open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return Access::Granted;
+    ::close(handle);
+    *error = file->errorString();
+    return Access::Failed;
+}
+
+Access readRegularFile(const QString &path, qint64 limit, QByteArray *content, QString *error)
+{
+    content->clear();
+    QFile file;
+    const Access access = openRegularFile(path, &file, error);
+    if (access != Access::Granted)
+        return access;
+    const qint64 size = file.size();
+    if (size > limit)
+        return Access::TooLarge;
+    QByteArray read;
+    read.reserve(int(size) + 1);
+    qint64 length = 1;
+    while (length > 0 && read.size() <= limit) {
+        const int before = read.size();
+        read.resize(before + int(nextPiece(size, before)));
+        length = file.read(read.data() + before, read.size() - before);
+        read.resize(before + int(std::max<qint64>(length, 0)));
+    }
+    if (read.size() > limit)
+        return Access::TooLarge;
+    if (length < 0) {
+        *error = file.errorString();
+        return Access::Failed;
+    }
+    *content = read;
+    return Access::Granted;
+}
+
+} // namespace Files
