@@ -76,6 +76,8 @@ void TestToolMessages::readAsTheUserNeedsThem_data()
     row("macro", "%Error: a.v:1:1: Define or directive not defined: '`X'\n",
         {QStringLiteral("ERROR: a.v:1:1: The macro `X is not defined. Define it in the options or "
                         "in a file that is read earlier.")});
+    row("string", "%Error: a.v:8:5: Unterminated string\n",
+        {QStringLiteral("ERROR: a.v:7:5: Unterminated string")});
     row("interface", "%Error: a.v:1:1: Cannot find file containing interface: 'x_if'\n",
         {QStringLiteral("ERROR: a.v:1:1: The interface \"x_if\" is not defined. Add the file that "
                         "defines it.")});

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designsources.h"
 
+#include "hiddencode.h"
 #include "messages.h"
 
 #include <files/regularfile.h>
@@ -77,6 +78,8 @@ public:
 
     QStringList run();
 
+    const SourceWords &words() const { return m_words; }
+
 private:
     void checkFile(const QString &path, bool library);
     void checkContent(const QString &path, const QByteArray &content);
@@ -85,6 +88,7 @@ private:
 
     const DesignSources &m_sources;
     QStringList m_messages;
+    SourceWords m_words;
     QStringList m_pending; ///< Included files still to be checked.
     QSet<QString> m_seen;
 };
@@ -158,6 +162,7 @@ void SourceCheck::checkContent(const QString &path, const QByteArray &content)
         }
         begin = end + 1;
     }
+    m_words.hidesCode = m_words.hidesCode || mayHideCode(content);
     collectIncludes(path, content);
 }
 
@@ -231,9 +236,13 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
     return result;
 }
 
-QStringList checkSources(const DesignSources &sources)
+QStringList checkSources(const DesignSources &sources, SourceWords *words)
 {
-    return SourceCheck(sources).run();
+    SourceCheck check(sources);
+    const QStringList messages = check.run();
+    if (words)
+        *words = check.words();
+    return messages;
 }
 
 } // namespace Internal

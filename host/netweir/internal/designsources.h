@@ -36,10 +36,17 @@ struct DesignSources
 /// Reads the map whose keys te/designinfo.h names. Files that are no design sources are left out.
 NETWEIR_EXPORT DesignSources readDesignSources(const QMap<QString, QVariant> &info);
 
+/// What the sources mention and the extraction acts on.
+struct SourceWords
+{
+    bool hidesCode = false; ///< Comments that hide code from synthesis.
+};
+
 /// Looks for what would make the elaborator hang or fail without a reason: missing, unreadable,
 /// empty and binary files, folders, lines over 1 MB, VHDL; included files too, as far as their
-/// names stand in the text. One message a finding. Reads each file once.
-NETWEIR_EXPORT QStringList checkSources(const DesignSources &sources);
+/// names stand in the text. One message a finding. Reads each file once; @p words, if given, learns
+/// what they mention.
+NETWEIR_EXPORT QStringList checkSources(const DesignSources &sources, SourceWords *words = nullptr);
 
 } // namespace Internal
 } // namespace NETWEIR

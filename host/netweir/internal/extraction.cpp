@@ -4,6 +4,7 @@
 
 #include "designmodules.h"
 #include "extractionprogress.h"
+#include "hiddencode.h"
 #include "netlistreader.h"
 #include "toolmessages.h"
 #include "toolprocess.h"
@@ -17,8 +18,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QThread>
+
+#include <algorithm>
 
 namespace NETWEIR {
 namespace Internal {
@@ -33,6 +37,10 @@ constexpr int ErrorWait = 2000;
 constexpr int MostRuns = 2;
 
 const char TextPrefix[] = "text";
+/// Keeps comments that hide code. See commentFilter().
+const char FilterFile[] = "netweir_filter.pl";
+const char FilterProgram[] = "perl";
+
 const char StubFile[] = "stubs.sv";
 
 /// Instantiates a top that instantiates itself: the elaborator would drop instances of its top.
@@ -79,6 +87,20 @@ QString textName(const SourceFile &file, int index)
 {
     return QLatin1String(TextPrefix) + QString::number(index) +
            QLatin1String(file.systemVerilog ? ".sv" : ".v");
+}
+
+/// Whether one of @p macros, each "NAME" or "NAME=VALUE", is @p name.
+bool definesMacro(const QStringList &macros, const QString &name)
+{
+    return std::any_of(macros.begin(), macros.end(), [&name](const QString &macro) {
+        return macro.section(QLatin1Char('='), 0, 0) == name;
+    });
+}
+
+QString folderError()
+{
+    return errorMessage(
+        Text::tr("The temporary folder cannot be written. Make room in %1.").arg(QDir::tempPath()));
 }
 
 /// Adds the time until its end to a sum.
@@ -190,7 +212,7 @@ void Extraction::prepare(ExtractionProgress *progress, QStringList *messages)
     if (m_program.isEmpty())
         messages->append(errorMessage(error));
     else
-        *messages += checkSources(m_sources);
+        *messages += checkSources(m_sources, &m_words);
     if (m_sources.files.isEmpty())
         messages->append(warningMessage({}, Text::tr("The design has no Verilog source. Add one, "
                                                      "or enable it.")));
@@ -253,8 +275,12 @@ QStringList Extraction::preprocessorArguments() const
 {
     // The design is read as synthesis reads it, not as a simulation by this tool.
     QStringList arguments = {QStringLiteral("-E"), QStringLiteral("--relative-includes"),
-                             QStringLiteral("-Wno-fatal"), QStringLiteral("-UVERILATOR"),
-                             QStringLiteral("-DSYNTHESIS")};
+                             QStringLiteral("-Wno-fatal"), QStringLiteral("-UVERILATOR")};
+    if (m_words.hidesCode)
+        arguments += {QStringLiteral("--pipe-filter"),
+                      QLatin1String(FilterProgram) + QLatin1Char(' ') + QLatin1String(FilterFile)};
+    if (!definesMacro(m_sources.macros, QStringLiteral("SYNTHESIS")))
+        arguments.append(QStringLiteral("-DSYNTHESIS"));
     for (const QString &macro : m_sources.macros)
         arguments.append(QStringLiteral("-D") + macro);
     for (const PathAlias &folder : m_folders)
@@ -267,8 +293,26 @@ QStringList Extraction::preprocessorArguments() const
     return arguments;
 }
 
+/// Lets the preprocessor keep the comments that hide code, if there may be some.
+bool Extraction::filterComments(QStringList *messages)
+{
+    if (!m_words.hidesCode)
+        return true;
+    if (QStandardPaths::findExecutable(QLatin1String(FilterProgram)).isEmpty()) {
+        messages->append(warningMessage({}, Text::tr("Code that comments hide from synthesis is "
+                                                     "read too, because Perl is not installed.")));
+        m_words.hidesCode = false;
+        return true;
+    }
+    return writeText(QDir(m_folder->path()).filePath(QLatin1String(FilterFile)), commentFilter());
+}
+
 bool Extraction::preprocess(ExtractionProgress *progress, QStringList *messages)
 {
+    if (!filterComments(messages)) {
+        messages->append(folderError());
+        return false;
+    }
     m_process = std::make_unique<ToolProcess>(m_folder->path());
     m_process->run(m_program, preprocessorArguments(), m_sources.timeoutSeconds);
     progress->wait(m_process.get());
@@ -283,13 +327,27 @@ bool Extraction::preprocess(ExtractionProgress *progress, QStringList *messages)
         return false;
     }
     m_text = std::make_unique<PreprocessedText>(m_process->standardOutput(), m_files, m_folders);
-    *messages += toUserMessages(
-        parseToolOutput(m_process->errorOutput()), [this](const ToolMessage &message) {
-            return Place{m_text->path(message.file), message.line, message.column};
-        });
-    if (result != ToolProcess::Succeeded && !containsError(*messages))
+    *messages += m_text->warnings();
+    const bool excused = addPreprocessorMessages(messages) && result == ToolProcess::Failed;
+    if (result != ToolProcess::Succeeded && !excused && !containsError(*messages))
         messages->append(failureOf(*m_process, Text::tr("Reading the sources")));
     return true;
+}
+
+/// What is wrong in hidden code is left out. True when there was such.
+bool Extraction::addPreprocessorMessages(QStringList *messages) const
+{
+    const auto placeOf = [this](const ToolMessage &message) {
+        return Place{m_text->path(message.file), message.line, message.column};
+    };
+    QVector<ToolMessage> found = parseToolOutput(m_process->errorOutput());
+    const auto visible =
+        std::remove_if(found.begin(), found.end(),
+                       [&](const ToolMessage &message) { return m_text->hides(placeOf(message)); });
+    const bool anyHidden = visible != found.end();
+    found.erase(visible, found.end());
+    *messages += toUserMessages(found, placeOf);
+    return anyHidden;
 }
 
 void Extraction::scan(QStringList *messages)
@@ -339,9 +397,7 @@ void Extraction::startElaboration(const QString &top, bool wrap, QStringList *me
     if (writeElaboratorInput())
         runElaborator();
     else
-        messages->append(errorMessage(Text::tr("The temporary folder cannot be written. Make room "
-                                               "in %1.")
-                                          .arg(QDir::tempPath())));
+        messages->append(folderError());
 }
 
 bool Extraction::writeElaboratorInput()

@@ -65,6 +65,8 @@ private:
     bool linkSources();
     bool preprocess(ExtractionProgress *progress, QStringList *messages);
     QStringList preprocessorArguments() const;
+    bool filterComments(QStringList *messages);
+    bool addPreprocessorMessages(QStringList *messages) const;
     void scan(QStringList *messages);
     void startElaboration(const QString &top, bool wrap, QStringList *messages);
     bool writeElaboratorInput();
@@ -83,6 +85,7 @@ private:
     DesignSources m_sources;
     State m_state = Idle;
     QString m_program;
+    SourceWords m_words;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<ToolProcess> m_process;
     QVector<PathAlias> m_files;

@@ -66,6 +66,7 @@ PreprocessedText::PreprocessedText(const QByteArray &output, const QVector<PathA
     for (const PathAlias &file : m_files)
         m_filePaths.insert(file.alias, file.path);
     split(output);
+    hideCode();
 }
 
 void PreprocessedText::split(const QByteArray &output)
@@ -118,6 +119,55 @@ Place PreprocessedText::place(const TextLine &line) const
         return {m_files[line.text].path, line.line};
     const Origin &origin = *(after - 1);
     return {m_paths[origin.file], origin.line + line.line - origin.textLine};
+}
+
+void PreprocessedText::hideCode()
+{
+    for (int text = 0; text < m_texts.size(); ++text) {
+        const QVector<HiddenRegion> regions = blankHiddenCode(&m_texts[text]);
+        for (const HiddenRegion &region : regions) {
+            noteHidden(text, region);
+            if (!region.closed)
+                m_unclosed.append({text, region.mark});
+        }
+    }
+}
+
+void PreprocessedText::noteHidden(int text, const HiddenRegion &region)
+{
+    const QVector<Origin> &origins = m_origins[text];
+    const auto after = std::upper_bound(
+        origins.begin(), origins.end(), region.first,
+        [](int textLine, const Origin &origin) { return textLine < origin.textLine; });
+    for (auto origin = after == origins.begin() ? after : after - 1;
+         origin != origins.end() && origin->textLine <= region.last; ++origin) {
+        const int next = origin + 1 == origins.end() ? region.last + 1 : (origin + 1)->textLine;
+        const int begin = qMax(origin->textLine, region.first);
+        const int end = qMin(next - 1, region.last);
+        if (begin > end)
+            continue;
+        m_hidden[m_paths[origin->file]].append(
+            {origin->line + begin - origin->textLine, origin->line + end - origin->textLine});
+    }
+}
+
+bool PreprocessedText::hides(const Place &place) const
+{
+    const QVector<LineRange> ranges = m_hidden.value(place.file);
+    return std::any_of(ranges.begin(), ranges.end(), [&place](const LineRange &range) {
+        return range.first <= place.line && place.line <= range.last;
+    });
+}
+
+QStringList PreprocessedText::warnings() const
+{
+    QStringList result;
+    for (const TextLine &mark : m_unclosed)
+        result.append(
+            warningMessage(place(mark), Text::tr("The code behind this comment is hidden up to the "
+                                                 "end of the file. Add a comment with translate_on "
+                                                 "where the design goes on.")));
+    return result;
 }
 
 int PreprocessedText::currentFile(const Directive &directive)

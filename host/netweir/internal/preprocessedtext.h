@@ -4,11 +4,13 @@
 
 #include "../netweir_global.h"
 
+#include "hiddencode.h"
 #include "messages.h"
 
 #include <QByteArray>
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace NETWEIR {
@@ -28,7 +30,8 @@ struct TextLine
     int line = 0;
 };
 
-/// The output of the preprocessor, taken apart into one text for each file that it was given.
+/// The output of the preprocessor, taken apart into one text for each file that it was given, code
+/// between marks left out.
 ///
 /// The texts hold no `line directives: where a line comes from stands in a table, so that the
 /// elaborator's locations are positions in the texts themselves. Memory: the size of the output.
@@ -48,6 +51,12 @@ public:
     /// The path behind a name as the preprocessor prints it. Null for a name that is no source.
     QString path(const QByteArray &name) const;
 
+    /// Whether a line of a user's file lies between marks that hide it.
+    bool hides(const Place &place) const;
+
+    /// One message for each mark that hides code and has no counterpart.
+    QStringList warnings() const;
+
 private:
     struct Directive;
 
@@ -59,7 +68,16 @@ private:
         int line;
     };
 
+    /// Lines of a user's file.
+    struct LineRange
+    {
+        int first;
+        int last;
+    };
+
     void split(const QByteArray &output);
+    void hideCode();
+    void noteHidden(int text, const HiddenRegion &region);
     void follow(const Directive &directive);
     int currentFile(const Directive &directive);
     int numberOf(const QByteArray &name);
@@ -69,7 +87,9 @@ private:
     QHash<QByteArray, QString> m_filePaths; ///< By alias.
     QVector<PathAlias> m_folders;
     QVector<QByteArray> m_texts;
-    QVector<QVector<Origin>> m_origins; ///< By text, in the order of its lines.
+    QVector<QVector<Origin>> m_origins;          ///< By text, in the order of its lines.
+    QHash<QString, QVector<LineRange>> m_hidden; ///< By path.
+    QVector<TextLine> m_unclosed;                ///< Marks without a counterpart.
 
     QVector<QString> m_paths;            ///< By file number.
     QHash<QByteArray, int> m_numbers;    ///< By name as the preprocessor prints it.

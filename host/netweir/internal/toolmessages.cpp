@@ -114,6 +114,8 @@ QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
         } else {
             takePlace(&message);
         }
+        if (message.text == "Unterminated string")
+            --message.line; // Noticed at the end of the line, which counts as the next one.
         if (!isAdvice(message.text))
             result.append(message);
     }
