@@ -4,8 +4,8 @@
 
 #include "ui_newfiledialog.h"
 
-#include <core/projectmanager.h>
 #include <model/tarnconfig.h>
+#include <sdk/core.h>
 
 #include <QDir>
 #include <QFile>
@@ -75,7 +75,7 @@ void NewFileDialog::accept()
         ui->labelInfo->setText(error);
         return;
     }
-    Core::IProject *project = Core::ProjectManager::currentProject();
+    auto *project = Core::ProjectManager::currentProject();
     if (project && ui->checkBoxAddToCurrent->isChecked())
         project->addFile(target);
     QDialog::accept();

@@ -10,8 +10,8 @@
 namespace TARN {
 
 TarnFileWizardFactory::TarnFileWizardFactory(QObject *parent)
-    : Core::IFileWizardFactory(parent)
 {
+    setParent(parent);
 }
 
 QString TarnFileWizardFactory::id() const

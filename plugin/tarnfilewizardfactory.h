@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <core/ifilewizardfactory.h>
+#include <sdk/core.h>
 
 namespace TARN {
 

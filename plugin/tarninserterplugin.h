@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <extsys/iplugin.h>
+#include <sdk/extsys.h>
 
 namespace TARN {
 

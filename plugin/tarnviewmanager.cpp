@@ -4,14 +4,11 @@
 
 #include "tarnconstants.h"
 
-#include <core/actionmanager.h>
-#include <core/coreconstants.h>
-#include <core/viewmanager.h>
-#include <dev/devicearg.h>
 #include <probes/modaldialog.h>
-#include <te/flowmanager.h>
-#include <te/taskengine.h>
-#include <te/teconstants.h>
+#include <sdk/core.h>
+#include <sdk/dev.h>
+#include <sdk/te.h>
+#include <view/hostdesign.h>
 #include <view/tarnview.h>
 
 #include <QAction>
@@ -53,9 +50,7 @@ TarnViewManager *TarnViewManager::instance()
 void TarnViewManager::initialize()
 {
     d->saveAction = new QAction(this);
-    Core::ActionManager::registerAction(d->saveAction,
-                                        QString::fromLatin1(Core::Constants::A_FILE_SAVE),
-                                        QString::fromLatin1(TARN_CONTEXT));
+    Core::ActionManager::registerAction(d->saveAction, Core::Constants::A_FILE_SAVE, TARN_CONTEXT);
     d->saveAction->setEnabled(false);
 
     connect(d->saveAction, &QAction::triggered, this, &TarnViewManager::onActSave);
@@ -73,26 +68,25 @@ void TarnViewManager::deinit()
 bool TarnViewManager::openTarnView(const QString &filePath, const DEV::DeviceArg &device)
 {
     if (TarnView *open = findView(filePath)) {
-        Core::ViewManager::showView(open);
+        Core::ViewManager::instance()->showView(open);
         return true;
     }
 
     // Guarded: reading the design and message boxes run event loops.
     QPointer<TarnViewManager> self(this);
     QPointer<TarnView> view(new TarnView(nullptr));
-    const QString netlistPath =
-        TE::TaskEngine::instance()->flowManager()->resultFile(QString::fromLatin1(TE::RES_NETLIST));
+    const QString netlistPath = HostDesign::resultFile(TE::RES_NETLIST);
     QString errorText;
     if (!view->open(filePath, netlistPath, &errorText)) {
         if (!errorText.isEmpty())
-            showMessage(Core::ViewManager::dialogParent(),
+            showMessage(Core::ViewManager::instance()->dialogParent(),
                         {QMessageBox::Critical, tr("Error"), errorText});
         delete view;
     } else if (!self) {
         delete view;
     } else if (TarnView *open = findView(filePath)) {
         delete view; // Opened once more meanwhile: a file never has two views.
-        Core::ViewManager::showView(open);
+        Core::ViewManager::instance()->showView(open);
     } else if (view) {
         addView(view, device);
     }
@@ -108,8 +102,8 @@ void TarnViewManager::addView(TarnView *view, const DEV::DeviceArg &device)
     connect(view, &TarnView::modificationStatusChanged, this, &TarnViewManager::onTarnViewModified);
     // For a view that goes without having been closed.
     connect(view, &QObject::destroyed, this, [this, view] { d->views.removeAll(view); });
-    Core::ViewManager::registerContext(view, QString::fromLatin1(TARN_CONTEXT), 1);
-    Core::ViewManager::showView(view);
+    Core::ViewManager::instance()->registerContext(view, TARN_CONTEXT, 1);
+    Core::ViewManager::instance()->showView(view);
 }
 
 bool TarnViewManager::closeTarnView(const QString &filePath)
@@ -117,7 +111,7 @@ bool TarnViewManager::closeTarnView(const QString &filePath)
     TarnView *view = findView(filePath);
     if (!view)
         return false;
-    Core::ViewManager::closeView(view);
+    Core::ViewManager::instance()->closeView(view);
     return true;
 }
 

@@ -9,10 +9,10 @@
 #include "ui_probeportsoptionwidget.h"
 
 #include <model/bitstring.h>
-#include <qutil/eventmanager.h>
+#include <sdk/qutil.h>
+#include <sdk/te.h>
 #include <select/probedialog.h>
 #include <select/tarnsignalselectdialog.h>
-#include <te/teconstants.h>
 
 #include <QScrollBar>
 #include <QSet>
@@ -141,12 +141,12 @@ ProbePortsOptionWidget::ProbePortsOptionWidget(TarnCore *core, NETWEIR::RtlNetli
     setUpUserClock();
     connectTrees();
     connectWidgets();
-    QUtil::EventManager::instance()->subscribe(this, QLatin1String(TE::E_DEVICE_CHANGE));
+    QUtil::EventManager::instance()->subscribe(this, TE::E_DEVICE_CHANGE);
 }
 
 ProbePortsOptionWidget::~ProbePortsOptionWidget()
 {
-    QUtil::EventManager::instance()->unsubscribe(this, QLatin1String(TE::E_DEVICE_CHANGE));
+    QUtil::EventManager::instance()->unsubscribe(this, TE::E_DEVICE_CHANGE);
     // The labels of a line go before it does.
     for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i) {
         if (InitialValueLine *line = lineOf(i))

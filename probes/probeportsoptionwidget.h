@@ -3,7 +3,7 @@
 #pragma once
 
 #include <model/tarncore.h>
-#include <qutil/ieventhandler.h>
+#include <sdk/qutil.h>
 
 #include <QWidget>
 

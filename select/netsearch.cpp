@@ -4,10 +4,7 @@
 
 #include "namematcher.h"
 
-#include <netweir/hierachy.h>
-#include <netweir/rtlnet.h>
-#include <netweir/rtlnetbus.h>
-#include <netweir/rtlnetlist.h>
+#include <sdk/netweir.h>
 
 #include <QStringBuilder>
 
@@ -15,12 +12,14 @@ namespace TARN {
 
 namespace {
 
-const QString &fullName(const NETWEIR::RtlNet *net)
+// The names as the host returns them: a reference costs no copy, a value outlives the call.
+
+decltype(auto) fullName(NETWEIR::RtlNet *net)
 {
     return net->fullPathName();
 }
 
-const QString &fullName(const NETWEIR::RtlNetBus *bus)
+decltype(auto) fullName(NETWEIR::RtlNetBus *bus)
 {
     return bus->fullBusName();
 }
@@ -35,14 +34,14 @@ void appendMatches(const QList<Item *> &candidates, NameMatcher &matcher, QList<
 }
 
 /// The top node has no module to tell apart from its instance.
-QString moduleLabel(const NETWEIR::Hierachy *node)
+QString moduleLabel(NETWEIR::Hierachy *node)
 {
     if (!node->parent())
         return node->instName();
     return node->moduleName() % QLatin1Char(':') % node->instName();
 }
 
-void fillModule(ModuleForWidget &module, const NETWEIR::Hierachy *node, NameMatcher &matcher)
+void fillModule(ModuleForWidget &module, NETWEIR::Hierachy *node, NameMatcher &matcher)
 {
     if (matcher.matchesAll()) {
         module.nets = node->nets();
@@ -53,12 +52,13 @@ void fillModule(ModuleForWidget &module, const NETWEIR::Hierachy *node, NameMatc
     appendMatches(node->buses(), matcher, module.buses);
 }
 
-void appendModule(ModuleForWidget &parent, const NETWEIR::Hierachy *node, NameMatcher &matcher)
+void appendModule(ModuleForWidget &parent, NETWEIR::Hierachy *node, NameMatcher &matcher)
 {
     parent.subModules.append(ModuleForWidget());
     ModuleForWidget &module = parent.subModules.last();
     fillModule(module, node, matcher);
-    for (const NETWEIR::Hierachy *child : node->children())
+    const auto &children = node->children();
+    for (NETWEIR::Hierachy *child : children)
         appendModule(module, child, matcher);
     if (module.nets.isEmpty() && module.buses.isEmpty() && module.subModules.isEmpty())
         parent.subModules.removeLast();
@@ -75,7 +75,7 @@ void searchNets(NETWEIR::RtlNetlist *netlist, SearchOptions options, QList<NETWE
     if (!netlist)
         return;
     const bool subentries = options.useSearchIn && options.includeSubentries;
-    const NETWEIR::Hierachy *node = options.useSearchIn ? options.searchIn : netlist->top();
+    NETWEIR::Hierachy *node = options.useSearchIn ? options.searchIn : netlist->top();
     const QList<NETWEIR::RtlNet *> candidateNets =
         subentries ? node->singleNetsIncludeSub() : node->nets();
     const QList<NETWEIR::RtlNetBus *> candidateBuses =
@@ -103,7 +103,8 @@ ModuleForWidget searchNetsHierarchy(SearchOptions options)
     NameMatcher matcher(options);
     fillModule(root, options.searchIn, matcher);
     if (options.includeSubentries) {
-        for (const NETWEIR::Hierachy *child : options.searchIn->children())
+        const auto &children = options.searchIn->children();
+        for (NETWEIR::Hierachy *child : children)
             appendModule(root, child, matcher);
     }
     return root;
@@ -117,12 +118,12 @@ void createModuleForWidget(ModuleForWidget &parent, NETWEIR::Hierachy *node, Sea
 
 bool checkNetForHierarchy(NETWEIR::RtlNet *net, SearchOptions &options)
 {
-    return NameMatcher(options).matches(net->fullPathName());
+    return NameMatcher(options).matches(fullName(net));
 }
 
 bool checkNetForHierarchy(NETWEIR::RtlNetBus *bus, SearchOptions &options)
 {
-    return NameMatcher(options).matches(bus->fullBusName());
+    return NameMatcher(options).matches(fullName(bus));
 }
 
 } // namespace TARN

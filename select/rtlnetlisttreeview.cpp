@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "rtlnetlisttreeview.h"
 
-#include <netweir/hierachy.h>
-#include <netweir/rtlnet.h>
-#include <netweir/rtlnetbus.h>
-#include <netweir/rtlnetlist.h>
+#include <sdk/netweir.h>
 
 #include <QIcon>
 
@@ -14,7 +11,7 @@ namespace TARN {
 namespace {
 
 /// The top node has no module to tell apart from its instance.
-QString nodeText(const NETWEIR::Hierachy *node)
+QString nodeText(NETWEIR::Hierachy *node)
 {
     if (!node->parent())
         return node->instName();
@@ -53,7 +50,8 @@ QTreeWidgetItem *RtlNetlistTreeView::buildHierachyItem(NETWEIR::Hierachy *node)
     row->setToolTip(0, text);
     row->setIcon(0, QIcon(QStringLiteral(":/netlist/image/module.png")));
     row->setObject(node);
-    for (NETWEIR::Hierachy *child : node->children())
+    const auto &children = node->children();
+    for (NETWEIR::Hierachy *child : children)
         row->addChild(buildHierachyItem(child));
     return row;
 }
@@ -70,7 +68,8 @@ QTreeWidgetItem *RtlNetlistTreeView::buildNetBusItem(NETWEIR::RtlNetBus *bus)
 {
     auto *row = new RtlTreeItem(RtlTreeItem::NetBusItem);
     row->setText(0, bus->fullBusName());
-    for (NETWEIR::RtlNet *net : bus->nets())
+    const auto &nets = bus->nets();
+    for (NETWEIR::RtlNet *net : nets)
         row->addChild(buildNetItem(net));
     return row;
 }

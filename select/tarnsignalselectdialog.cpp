@@ -5,11 +5,9 @@
 #include "rtlnetlisttreeview.h"
 #include "ui_tarnsignalselectdialog.h"
 
-#include <netweir/rtlnet.h>
-#include <netweir/rtlnetbus.h>
-#include <netweir/rtlnetlist.h>
 #include <probes/signaltree.h>
 #include <probes/treerows.h>
+#include <sdk/netweir.h>
 
 #include <QApplication>
 #include <QDebug>
@@ -252,7 +250,7 @@ void TarnSignalSelectDialog::on_checkBoxAdvancedFilter_toggled(bool checked)
     ui->widget_4->setVisible(checked);
 }
 
-SignalItem TarnSignalSelectDialog::itemOf(const NETWEIR::RtlNet *net, int kind) const
+SignalItem TarnSignalSelectDialog::itemOf(NETWEIR::RtlNet *net, int kind) const
 {
     SignalItem item;
     item.name = net->fullPathName();
@@ -262,16 +260,17 @@ SignalItem TarnSignalSelectDialog::itemOf(const NETWEIR::RtlNet *net, int kind) 
     return item;
 }
 
-SignalItem TarnSignalSelectDialog::itemOf(const NETWEIR::RtlNetBus *bus) const
+SignalItem TarnSignalSelectDialog::itemOf(NETWEIR::RtlNetBus *bus) const
 {
     SignalItem item;
     item.name = bus->fullBusName();
     item.enabled =
         !(m_type == ProbeTypeOut ? bus->excludedForProbeOut() : bus->excludedForProbeIn());
     item.kind = 1;
-    item.members.reserve(bus->nets().size());
+    const auto &nets = bus->nets();
+    item.members.reserve(nets.size());
     // The members carry the bus's kind, which files and shown lists rely on.
-    for (const NETWEIR::RtlNet *net : bus->nets())
+    for (NETWEIR::RtlNet *net : nets)
         item.members.append(itemOf(net, 1));
     return item;
 }
@@ -284,10 +283,10 @@ void TarnSignalSelectDialog::setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
     QList<QTreeWidgetItem *> rows;
     rows.reserve(nets.size() + buses.size());
     if (m_netlist) {
-        for (const NETWEIR::RtlNetBus *bus : buses)
+        for (NETWEIR::RtlNetBus *bus : buses)
             rows.append(newSignalRow(itemOf(bus), 0));
     }
-    for (const NETWEIR::RtlNet *net : nets)
+    for (NETWEIR::RtlNet *net : nets)
         rows.append(newSignalRow(itemOf(net, 0), 0));
     ui->treeWidget->addTopLevelItems(rows);
     qDebug().noquote().nospace() << timer.elapsed() / 1000.0 << "s";
@@ -319,14 +318,15 @@ QTreeWidgetItem *TarnSignalSelectDialog::newModuleRow(const ModuleForWidget &mod
     row->setToolTip(0, module.name);
     row->setIcon(0, QIcon(QStringLiteral(":/lumoins/image/module.png")));
     row->setFlags(row->flags() & ~Qt::ItemIsSelectable);
-    for (const NETWEIR::RtlNetBus *bus : module.buses) {
+    for (NETWEIR::RtlNetBus *bus : module.buses) {
+        const auto &nets = bus->nets();
         QStringList names{bus->BusName()};
-        names.reserve(bus->nets().size() + 1);
-        for (const NETWEIR::RtlNet *net : bus->nets())
+        names.reserve(nets.size() + 1);
+        for (NETWEIR::RtlNet *net : nets)
             names.append(net->name());
         signal2TreeItemForHierarchy(row, itemOf(bus), names, 0);
     }
-    for (const NETWEIR::RtlNet *net : module.nets)
+    for (NETWEIR::RtlNet *net : module.nets)
         signal2TreeItemForHierarchy(row, itemOf(net, 0), {net->name()}, 0);
     return row;
 }

@@ -79,8 +79,8 @@ private:
 
     SearchOptions searchOptions() const;
 
-    SignalItem itemOf(const NETWEIR::RtlNet *net, int kind) const;
-    SignalItem itemOf(const NETWEIR::RtlNetBus *bus) const;
+    SignalItem itemOf(NETWEIR::RtlNet *net, int kind) const;
+    SignalItem itemOf(NETWEIR::RtlNetBus *bus) const;
     QTreeWidgetItem *newModuleRow(const ModuleForWidget &module) const;
     void choose(const QList<SignalItem> &items);
 

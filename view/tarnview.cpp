@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tarnview.h"
 
+#include "hostdesign.h"
 #include "messagedlg.h"
 #include "reloadbanner.h"
 #include "tarnoptionwidget.h"
@@ -11,17 +12,10 @@
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
-#include <netweir/hierachy.h>
-#include <netweir/rtlextraction.h>
-#include <netweir/rtlnetlist.h>
 #include <probes/modaldialog.h>
-#include <qutil/eventmanager.h>
-#include <qutil/ievent.h>
-#include <te/designinfo.h>
-#include <te/designmanager.h>
-#include <te/fileinfo.h>
-#include <te/taskengine.h>
-#include <te/teconstants.h>
+#include <sdk/netweir.h>
+#include <sdk/qutil.h>
+#include <sdk/te.h>
 
 #include <QCloseEvent>
 #include <QDir>
@@ -44,13 +38,10 @@ namespace {
 
 constexpr int FileCheckDelay = 500; // Milliseconds.
 
-constexpr const char *SubscribedEvents[] = {TE::E_FILE_ADD,       TE::E_FILE_REMOVE,
-                                            TE::E_FILE_CH_ENABLE, TE::E_FILE_CH_TYPE,
-                                            TE::E_FILE_MODIFIED,  TE::E_OPTION_CHANGE};
-
-TE::DesignManager *designManager()
+QStringList subscribedEvents()
 {
-    return TE::TaskEngine::instance()->designManager();
+    return {TE::E_FILE_ADD,     TE::E_FILE_REMOVE,   TE::E_FILE_CH_ENABLE,
+            TE::E_FILE_CH_TYPE, TE::E_FILE_MODIFIED, TE::E_OPTION_CHANGE};
 }
 
 /// Makes @p dock wide enough for its title, which would be cut off otherwise.
@@ -65,17 +56,17 @@ bool changesDesign(const QUtil::IEvent &event)
 {
     const QString name = event.name();
     const int type = event.get(TE::K_TYPE).toInt();
-    if (name == TE::E_FILE_ADD || name == TE::E_FILE_MODIFIED) {
-        const TE::FileInfo info = designManager()->getFileInfo(event.get(TE::K_FILE).toString());
-        return info.enabled && TE::isDesignSource(info.type);
-    }
+    if (name == TE::E_FILE_ADD || name == TE::E_FILE_MODIFIED)
+        return HostDesign::isEnabledSource(event.get(TE::K_FILE).toString());
     if (name == TE::E_FILE_REMOVE)
-        return TE::isDesignSource(type);
+        return HostDesign::isSourceType(type);
     // Only enabling asks: who disables a file goes on working with the netlist that is there.
     if (name == TE::E_FILE_CH_ENABLE)
-        return TE::isDesignSource(type) && event.get(TE::K_ENABLE).toBool();
-    if (name == TE::E_FILE_CH_TYPE)
-        return TE::isDesignSource(type) || TE::isDesignSource(event.get(TE::K_PREVIOUS).toInt());
+        return HostDesign::isSourceType(type) && event.get(TE::K_ENABLE).toBool();
+    if (name == TE::E_FILE_CH_TYPE) {
+        return HostDesign::isSourceType(type) ||
+               HostDesign::isSourceType(event.get(TE::K_PREVIOUS).toInt());
+    }
     if (name == TE::E_OPTION_CHANGE) {
         const QString option = event.get(TE::K_OPTION).toString();
         return option == TE::OPT::INCLUDEPATH || option == TE::OPT::Verilog_Standard;
@@ -159,7 +150,7 @@ void TarnView::showCores(const QList<TarnCore *> &cores)
 
 bool TarnView::save()
 {
-    const QString tool = designManager()->getOptionValue(TE::OPT::SYNTHESIZE_TOOL).toString();
+    const QString tool = HostDesign::optionValue(TE::OPT::SYNTHESIZE_TOOL).toString();
     if (tool == TE::OPT::Synplify_pro) {
         showError(tr("Error"),
                   tr("For RTL Design, TARN is only available for OstraSynthesis. Please change "
@@ -420,9 +411,9 @@ bool TarnView::reloadTarnFile()
 bool TarnView::readRtlNetlist()
 {
     d->setNlsData(nullptr);
-    QMap<QString, QVariant> info = designManager()->getSourceFileInfo();
-    const QString top = info.value(TE::DesignInfo::Top).toString();
-    if (info.value(TE::DesignInfo::Files).toList().isEmpty()) {
+    QMap<QString, QVariant> info = HostDesign::sourceFileInfo();
+    const QString top = info.value(HostDesign::Top).toString();
+    if (info.value(HostDesign::Files).toList().isEmpty()) {
         showError(tr("Error"), tr("Design files are not exist."));
         return false;
     }
@@ -509,8 +500,8 @@ void TarnView::showError(const QString &title, const QString &text)
 
 QStringList TarnView::includePaths() const
 {
-    const QString workingDir = designManager()->workingDir();
-    QStringList paths = designManager()->getOptionValue(TE::OPT::INCLUDEPATH).toStringList();
+    const QString workingDir = HostDesign::workingDir();
+    QStringList paths = HostDesign::optionValue(TE::OPT::INCLUDEPATH).toStringList();
     for (QString &path : paths) {
         if (QDir::isRelativePath(path))
             path = QDir::cleanPath(workingDir + QLatin1Char('/') + path);
@@ -520,13 +511,15 @@ QStringList TarnView::includePaths() const
 
 void TarnView::subscribeEvent()
 {
-    for (const char *event : SubscribedEvents)
+    const QStringList events = subscribedEvents();
+    for (const QString &event : events)
         QUtil::EventManager::instance()->subscribe(this, event);
 }
 
 void TarnView::unsubscribeEvent()
 {
-    for (const char *event : SubscribedEvents)
+    const QStringList events = subscribedEvents();
+    for (const QString &event : events)
         QUtil::EventManager::instance()->unsubscribe(this, event);
 }
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <core/iview.h>
-#include <qutil/ieventhandler.h>
+#include <sdk/core.h>
+#include <sdk/qutil.h>
 
 #include <QList>
 #include <QMap>

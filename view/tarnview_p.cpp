@@ -7,10 +7,8 @@
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
-#include <netweir/hierachy.h>
-#include <netweir/rtlnet.h>
-#include <netweir/rtlnetlist.h>
 #include <probes/modaldialog.h>
+#include <sdk/netweir.h>
 
 #include <QAction>
 #include <QDebug>
@@ -238,7 +236,7 @@ QString TarnViewPrivate::checkClock(const TarnCore *core) const
         return QString();
     if (core->userClock.isEmpty())
         return tr("No synchronization clock specified");
-    const NETWEIR::RtlNet *net = netlist ? netlist->findNet(core->userClock) : nullptr;
+    NETWEIR::RtlNet *net = netlist ? netlist->findNet(core->userClock) : nullptr;
     if (!net)
         return tr("The output probe synchronizes with user clock does not exist");
     if (net->excludedForProbeIn())

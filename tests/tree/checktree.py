@@ -16,7 +16,7 @@ import re
 import subprocess
 import sys
 
-PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "model")
+PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "model", "sdk")
 HOST_LIBRARIES = ("core", "dev", "extsys", "netweir", "qutil", "te")
 GROUND_FOLDER = "files"  # Below host and plug-in, which both use it.
 FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER,) + (
@@ -25,7 +25,7 @@ FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER,) + (
 # The layers of the plug-in from the ground up, by file (without extension) or folder. A file may
 # include files of its own layer and of lower ones; layers in one line do not see each other.
 LAYERS = (
-    (("probes/signalitem",), ("probes/modaldialog",)),
+    (("probes/signalitem",), ("probes/modaldialog",), ("sdk/",)),
     (("probes/signalrow",), ("probes/treerows",)),
     (("model/",), ("probes/signaltree",)),
     (("select/",),),
@@ -120,6 +120,8 @@ def wrong_arrow(includer, included, public):
         return "internal to another library"
     if from_plugin and included.parts[0] == "host" and included not in public:
         return "no public header of the host"
+    if from_plugin and included.parts[0] == "host" and includer.parts[0] != "sdk":
+        return "the host's headers are included in sdk/ alone"
     if from_plugin and to_plugin:
         upper, lower = layer_of(includer), layer_of(included)
         if upper[1] != lower[1] and upper[0] <= lower[0]:

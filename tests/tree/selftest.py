@@ -36,7 +36,8 @@ GOOD = {
     "select/dialog.h": SPDX + "#include <model/tarncore.h>\n#include <probes/signaltree.h>\n",
     "tests/view/tst_view.cpp": SPDX + "#include <support/files.h>\n#include <view/tarnview.h>\n",
     "tests/support/files.h": SPDX,
-    "view/tarnview.h": SPDX + "#include <core/iview.h>\n#include <probes/page.h>\n",
+    "sdk/core.h": SPDX + "#include <core/iview.h>\n",
+    "view/tarnview.h": SPDX + "#include <probes/page.h>\n#include <sdk/core.h>\n",
 }
 
 
@@ -75,6 +76,7 @@ class Includes(SampleTree):
                 ("probes/signaltree.h", "<model/tarncore.h>"),
                 ("probes/signalitem.h", "<probes/signaltree.h>"),
                 ("probes/signalitem.h", "<model/bitstring.h>"),
+                ("sdk/core.h", "<probes/signalitem.h>"),
         ):
             with self.subTest(includer=includer, included=included):
                 self.setUp()
@@ -95,6 +97,10 @@ class Includes(SampleTree):
                 self.setUp()
                 self.add_include("view/tarnview.h", name)
                 self.expect(checktree.check_includes(self.root), "view/tarnview.h:5", "no public")
+
+    def test_host_past_the_wrappers(self):
+        self.add_include("view/tarnview.h", "<core/iview.h>")
+        self.expect(checktree.check_includes(self.root), "view/tarnview.h:5", "in sdk/ alone")
 
     def test_host_and_the_plugin(self):
         self.add_include("host/core/secret.h", "<model/tarncore.h>")

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+namespace TARN {
+
+/// The design of the host's open project, as far as the plug-in reads it. While the host has no
+/// task engine or no manager for it, every answer is an empty one.
+namespace HostDesign {
+
+/// Keys of sourceFileInfo().
+constexpr char Top[] = "Top";     ///< String: the top module that the user chose, empty for none.
+constexpr char Files[] = "Files"; ///< List: the design's source files.
+
+/// True for the file types of the kinds of design sources. Other files have no nets.
+bool isSourceType(int type);
+
+/// The design information map, which the finder of modules gets as it is.
+QMap<QString, QVariant> sourceFileInfo();
+
+/// True when the project knows @p file as a design source that is enabled.
+bool isEnabledSource(const QString &file);
+
+/// The value of the option @p name of the project.
+QVariant optionValue(const QString &name);
+
+/// The project's working folder.
+QString workingDir();
+
+/// The path of the result @p id of the flow.
+QString resultFile(const QString &id);
+
+} // namespace HostDesign
+} // namespace TARN
