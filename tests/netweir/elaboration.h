@@ -4,7 +4,7 @@
 
 #include "netlisttext.h"
 
-#include <netweir/internal/extraction.h>
+#include <netweir/internal/elaboratorinput.h>
 #include <netweir/internal/netlistreader.h>
 #include <netweir/rtlnetlist.h>
 

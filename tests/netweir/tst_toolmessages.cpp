@@ -28,6 +28,7 @@ class TestToolMessages : public TarnTest::TestCase
 private Q_SLOTS:
     void readAsTheUserNeedsThem_data();
     void readAsTheUserNeedsThem();
+    void knowTheirKind();
     void comeOnceEach();
     void endWithTheNumberLeftOut();
     void textsAreSplitByFile();
@@ -92,6 +93,16 @@ void TestToolMessages::readAsTheUserNeedsThem()
     QFETCH(QByteArray, output);
     QFETCH(QStringList, expected);
     QCOMPARE(userMessages(output), expected);
+}
+
+void TestToolMessages::knowTheirKind()
+{
+    const QVector<ToolMessage> messages = parseToolOutput(
+        "%Error: a-b.v:7:2: syntax error\n%Error-UNSUPPORTED: a.v:1:2: Unsupported: x\n");
+    QCOMPARE(messages.size(), 2);
+    QCOMPARE(messages[0].code, QByteArray());
+    QCOMPARE(messages[1].code, QByteArray("UNSUPPORTED"));
+    QCOMPARE(messages[1].file, QByteArray("a.v"));
 }
 
 void TestToolMessages::comeOnceEach()

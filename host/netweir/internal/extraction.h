@@ -3,15 +3,10 @@
 #pragma once
 
 #include "designsources.h"
-#include "modulescan.h"
-#include "preprocessedtext.h"
-#include "stubs.h"
 
 #include <QStringList>
 
 #include <memory>
-
-class QTemporaryDir;
 
 namespace NETWEIR {
 
@@ -19,18 +14,11 @@ class RtlNetlist;
 
 namespace Internal {
 
+class ElaboratorInput;
 class ExtractionProgress;
+class SourceReading;
+class ToolFolder;
 class ToolProcess;
-struct ToolMessage;
-
-/// What the elaborator writes into its working folder.
-constexpr char ElaboratedFile[] = "design.xml";
-
-/// The elaborator's arguments, but for the files to be read, with module @p top and the language
-/// @p standard of the files that are not SystemVerilog. Delays and events are left out unless
-/// @p timed.
-NETWEIR_EXPORT QStringList elaboratorArguments(const QString &top, const QString &standard,
-                                               bool timed);
 
 /// The way of one design from its sources to its netlist.
 ///
@@ -62,43 +50,24 @@ private:
 
     void prepare(ExtractionProgress *progress, QStringList *messages);
     bool prepareFolder(QStringList *messages);
-    bool linkSources();
     bool preprocess(ExtractionProgress *progress, QStringList *messages);
-    QStringList preprocessorArguments() const;
-    bool filterComments(QStringList *messages);
-    bool addPreprocessorMessages(QStringList *messages) const;
-    void scan(QStringList *messages);
-    void startElaboration(const QString &top, bool wrap, QStringList *messages);
-    bool writeElaboratorInput();
-    void runElaborator();
+    void runElaborator(QStringList *messages);
     void elaborate(ExtractionProgress *progress, int limit, QStringList *messages);
     bool finishElaboration(QStringList *messages);
-    bool runsOnceMore();
-    bool addMissingPins();
-    bool addTypeParameters();
-    QStringList unknownPinErrors() const;
-    TextLine textLineOf(const ToolMessage &message) const;
     QString failureOf(const ToolProcess &process, const QString &phase) const;
     std::unique_ptr<RtlNetlist> readNetlist(ExtractionProgress *progress, QStringList *messages);
+    bool hasOneTop() const;
     void reset();
 
     DesignSources m_sources;
     State m_state = Idle;
     QString m_program;
     SourceWords m_words;
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<ToolFolder> m_folder;
     std::unique_ptr<ToolProcess> m_process;
-    QVector<PathAlias> m_files;
-    QVector<PathAlias> m_folders;
-    std::unique_ptr<PreprocessedText> m_text;
-    std::unique_ptr<Stubs> m_stubs;
-    QStringList m_tops;
-    QStringList m_modules;
-    QString m_top; ///< Being elaborated.
-    bool m_wrapsTop = false;
-    QHash<QString, QSet<QString>> m_tiedNets; ///< By module.
+    std::unique_ptr<SourceReading> m_reading;
+    std::unique_ptr<ElaboratorInput> m_input;
     int m_runs = 0;
-    bool m_timed = false; ///< The tool looks at delays and events; by default it leaves them out.
     qint64 m_spent = 0;
 };
 

@@ -107,6 +107,9 @@ QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
         const int head = line.indexOf(": ");
         if (head < 0)
             continue;
+        const int code = line.indexOf('-');
+        if (code >= 0 && code < head)
+            message.code = line.mid(code + 1, head - code - 1);
         message.text = line.mid(head + 2);
         if (message.text.startsWith(InternalError)) {
             message.text.remove(0, int(strlen(InternalError)));

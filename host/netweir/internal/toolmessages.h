@@ -21,6 +21,7 @@ struct ToolMessage
     QByteArray file; ///< As the tool names it.
     int line = 0;
     int column = 0;
+    QByteArray code; ///< The tool's own name for its kind, for instance "UNSUPPORTED".
     QByteArray text;
 };
 

@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "elaboratorinput.h"
+
+#include "designsources.h"
+#include "netlistreader.h"
+#include "sourcereading.h"
+#include "toolfolder.h"
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+const char TextPrefix[] = "text";
+const char StubFile[] = "stubs.sv";
+
+/// Instantiates a top that instantiates itself: the elaborator would drop instances of its top.
+const char WrapperFile[] = "wrapper.v";
+const char WrapperModule[] = "netweir_top";
+
+/// Name of the text of file @p index for the elaborator. The suffix selects the language.
+QString textName(const SourceFile &file, int index)
+{
+    return QLatin1String(TextPrefix) + QString::number(index) +
+           QLatin1String(file.systemVerilog ? ".sv" : ".v");
+}
+
+/// The elaborator reads the texts under the names that textName() gives them.
+TextLine textLineOf(const ToolMessage &message)
+{
+    const QByteArray prefix(TextPrefix);
+    bool isText = message.file.startsWith(prefix);
+    const QByteArray number =
+        message.file.mid(prefix.size(), message.file.indexOf('.') - prefix.size());
+    const int text = isText ? number.toInt(&isText) : -1;
+    return isText ? TextLine{text, message.line} : TextLine();
+}
+
+} // namespace
+
+QStringList elaboratorArguments(const QString &top, const QString &standard, bool timed)
+{
+    return {
+        QStringLiteral("--xml-only"),
+        QStringLiteral("--xml-output"),
+        QLatin1String(ElaboratedFile),
+        QStringLiteral("-O0"), // The default optimisation deletes nets of the user.
+        timed ? QStringLiteral("--timing") : QStringLiteral("--no-timing"),
+        QStringLiteral("-Wno-fatal"),
+        QStringLiteral("-Wno-lint"),
+        QStringLiteral("-Wno-style"),
+        QStringLiteral("-Wno-context"),
+        QStringLiteral("-Wno-ASSIGNIN"),     // Other tools let modules write to their inputs.
+        QStringLiteral("-Wno-MODDUP"),       // A library module that the sources define too.
+        QStringLiteral("-Wno-TIMESCALEMOD"), // Stubs have no time scale.
+        QStringLiteral("-Wno-STMTDLY"),      // Delays have no bearing on nets.
+        QStringLiteral("--bbox-sys"),
+        QStringLiteral("--bbox-unsup"),
+        QStringLiteral("--error-limit"),
+        QStringLiteral("100000"),
+        QStringLiteral("--unroll-count"),
+        QStringLiteral("100000"),
+        QStringLiteral("--Mdir"),
+        QStringLiteral("."),
+        QStringLiteral("--top-module"),
+        top,
+        QStringLiteral("--default-language"),
+        standard,
+        QStringLiteral("+1800-2017ext+sv"),
+    };
+}
+
+ElaboratorInput::ElaboratorInput(const DesignSources &sources, const SourceReading &reading)
+    : m_sources(sources)
+    , m_reading(reading)
+    , m_stubs(reading.unknownInstantiations(), reading.scanned())
+    , m_wrapsTop(reading.topInstantiatesItself())
+{
+}
+
+bool ElaboratorInput::write(const ToolFolder &folder) const
+{
+    bool ok = true;
+    for (int i = 0; i < m_sources.files.size() && ok; ++i)
+        ok = folder.write(textName(m_sources.files[i], i),
+                          m_stubs.withoutArrays(i, m_reading.text().texts()[i]));
+    if (m_wrapsTop && ok)
+        ok = folder.write(QLatin1String(WrapperFile), QByteArray("module ") + WrapperModule +
+                                                          "; \\" + m_reading.chosenTop().toUtf8() +
+                                                          " top();\nendmodule\n");
+    if (!m_stubs.isEmpty() && ok)
+        ok = folder.write(QLatin1String(StubFile), m_stubs.text());
+    return ok;
+}
+
+QStringList ElaboratorInput::arguments() const
+{
+    QStringList result = elaboratorArguments(m_wrapsTop ? QString(QLatin1String(WrapperModule))
+                                                        : m_reading.chosenTop(),
+                                             m_sources.standard, m_timed);
+    for (int i = 0; i < m_sources.files.size(); ++i) {
+        if (m_sources.files[i].library)
+            result.append(QStringLiteral("-v"));
+        result.append(textName(m_sources.files[i], i));
+    }
+    if (m_wrapsTop)
+        result.append(QLatin1String(WrapperFile));
+    if (!m_stubs.isEmpty())
+        result.append(QLatin1String(StubFile));
+    return result;
+}
+
+bool ElaboratorInput::learn(const QVector<ToolMessage> &messages)
+{
+    bool learned = false;
+    for (const ToolMessage &message : messages) {
+        if (message.code == "NOTIMING" && !m_timed)
+            learned = m_timed = true;
+        learned = addMissingPin(message) || addTypeParameter(message) || learned;
+    }
+    return learned;
+}
+
+/// A pin that the scan did not see.
+bool ElaboratorInput::addMissingPin(const ToolMessage &message)
+{
+    static const QByteArray pin("Pin not found: '");
+    static const QByteArray parameter("Parameter pin not found: '");
+    const bool isParameter = message.text.startsWith(parameter);
+    if (!isParameter && !message.text.startsWith(pin))
+        return false;
+    QByteArray name = message.text.mid(isParameter ? parameter.size() : pin.size());
+    name.chop(1);
+    return m_stubs.addMissing(textLineOf(message), name, isParameter);
+}
+
+/// An unknown module may have types as parameters.
+bool ElaboratorInput::addTypeParameter(const ToolMessage &message)
+{
+    static const QByteArray beginning("Can't convert defparam value to constant: Param '");
+    if (!message.text.startsWith(beginning))
+        return false;
+    const int end = message.text.indexOf("' of '", beginning.size());
+    const QByteArray name = message.text.mid(beginning.size(), end - beginning.size());
+    return m_stubs.addType(textLineOf(message), name);
+}
+
+QStringList ElaboratorInput::userMessages(const QVector<ToolMessage> &messages) const
+{
+    QStringList result;
+    for (const ToolMessage &message : messages) {
+        if (isBadUnknownPin(message))
+            result.append(
+                errorMessage(placeOf(message),
+                             Text::tr("An interface or an array is connected to a module that no "
+                                      "file defines. Add the file that defines the module.")));
+    }
+    return result + toUserMessages(messages,
+                                   [this](const ToolMessage &message) { return placeOf(message); });
+}
+
+/// The elaborator takes neither an interface nor an unpacked array for the vectors that the pins of
+/// stubs are.
+bool ElaboratorInput::isBadUnknownPin(const ToolMessage &message) const
+{
+    return message.text.startsWith("Illegal input port connection '") &&
+           m_stubs.isUnknownAt(textLineOf(message));
+}
+
+Place ElaboratorInput::placeOf(const ToolMessage &message) const
+{
+    Place place = m_reading.text().place(textLineOf(message));
+    place.column = message.column;
+    return place;
+}
+
+void ElaboratorInput::describe(ReadOptions *options) const
+{
+    options->topIsWrapped = m_wrapsTop;
+    options->unknownModules = m_stubs.unknownModules();
+    options->primitiveModules = m_stubs.primitiveModules();
+    options->tiedNets = m_reading.tiedNets();
+}
+
+} // namespace Internal
+} // namespace NETWEIR

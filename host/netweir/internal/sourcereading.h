@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "../netweir_global.h"
+
+#include "designsources.h"
+#include "modulescan.h"
+#include "preprocessedtext.h"
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace NETWEIR {
+namespace Internal {
+
+class ToolFolder;
+class ToolProcess;
+
+/// The sources behind the preprocessor, and what the scan finds in them.
+class SourceReading
+{
+public:
+    /// Sources and folder must live as long as this.
+    SourceReading(const DesignSources &sources, const SourceWords &words, const ToolFolder &folder);
+
+    /// To be called in front of the preprocessor. False when the folder cannot be written.
+    bool prepare(QStringList *messages);
+    QStringList preprocessorArguments() const;
+
+    /// Takes what the preprocessor wrote and says. False when that is no text to go on with.
+    bool takeTexts(const ToolProcess &process, QStringList *messages);
+
+    /// The preprocessor found faults in code that marks hide; nobody is told of them.
+    bool hasHiddenFaults() const { return m_hasHiddenFaults; }
+
+    /// Finds modules and tops, and what cannot be elaborated.
+    void scan(QStringList *messages);
+
+    const PreprocessedText &text() const { return *m_text; }
+    const ModuleScan &scanned() const { return m_scan; }
+    const QStringList &tops() const { return m_tops; }
+    const QStringList &modules() const { return m_modules; }
+
+    /// The module to be elaborated: the only top or, in texts that the scan does not understand,
+    /// any one, so that the elaborator says what is wrong. Null when there is nothing to do.
+    const QString &chosenTop() const { return m_chosenTop; }
+    bool topInstantiatesItself() const { return m_topInstantiatesItself; }
+
+    /// See ReadOptions.
+    const QHash<QString, QSet<QString>> &tiedNets() const { return m_tiedNets; }
+    /// Instantiations of modules that neither sources nor libraries define.
+    const QVector<Instantiation> &unknownInstantiations() const { return m_unknown; }
+
+private:
+    void addMessages(const ToolProcess &process, QStringList *messages);
+    void scanTexts();
+
+    const DesignSources &m_sources;
+    SourceWords m_words;
+    const ToolFolder &m_folder;
+    bool m_hasHiddenFaults = false;
+    std::unique_ptr<PreprocessedText> m_text;
+    ModuleScan m_scan;
+    QStringList m_tops;
+    QStringList m_modules;
+    QString m_chosenTop;
+    bool m_topInstantiatesItself = false;
+    QHash<QString, QSet<QString>> m_tiedNets;
+    QVector<Instantiation> m_unknown;
+};
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "../netweir_global.h"
+
+#include "preprocessedtext.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QVector>
+
+namespace NETWEIR {
+namespace Internal {
+
+struct DesignSources;
+
+/// The private folder in which the tool works, with links to all that it reads. The names in it are
+/// plain: the tool cuts names at blanks and takes several characters for its own. Removed with this
+/// object.
+class ToolFolder
+{
+public:
+    bool isValid() const { return m_folder.isValid(); }
+    QString errorString() const { return m_folder.errorString(); }
+
+    QString path() const { return m_folder.path(); }
+    QString path(const QString &name) const { return QDir(path()).filePath(name); }
+
+    /// Gives every source and include folder a plain name here.
+    bool linkSources(const DesignSources &sources);
+
+    /// The sources in their order, and the include folders.
+    const QVector<PathAlias> &files() const { return m_files; }
+    const QVector<PathAlias> &folders() const { return m_folders; }
+
+    /// Never into what the tool has left under that name, which may be a pipe.
+    bool write(const QString &name, const QByteArray &text) const;
+
+private:
+    bool link(const QString &target, const QString &name) const;
+    bool linkIncludeFolder(const QString &folder);
+
+    QTemporaryDir m_folder;
+    QVector<PathAlias> m_files;
+    QVector<PathAlias> m_folders;
+};
+
+} // namespace Internal
+} // namespace NETWEIR
