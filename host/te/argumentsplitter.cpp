@@ -3,6 +3,7 @@
 #include "argumentsplitter.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 namespace TE {
 
@@ -18,10 +19,12 @@ public:
     {
     }
 
-    bool split(QStringList *arguments);
+    bool split(QVector<Argument> *arguments);
     QString error() const { return m_error; }
 
 private:
+    bool atEnd() const { return m_position == m_text.size(); }
+    QChar current() const { return m_text.at(m_position); }
     bool startsWith(const char *token) const
     {
         return m_text.midRef(m_position).startsWith(QLatin1String(token));
@@ -29,39 +32,50 @@ private:
     bool skipBlanksAndComments();
     void skipLine();
     bool skipBlockComment();
-    bool readArgument(QString *argument);
-    bool readQuoted(QString *argument);
+    bool skipLineJoint();
+    bool readArgument(Argument *argument);
+    bool readQuoted(Argument *argument);
+    void readCharacter(Argument *argument);
+    bool readVariable(Argument *argument);
+    int lineAt(int position);
     bool fail(int position, const QString &what);
 
     const QString &m_text;
     int m_position = 0;
+    int m_line = 1;        ///< At m_counted.
+    int m_counted = 0;     ///< Line feeds up to here are counted.
+    bool m_quoted = false; ///< Part of the argument being read is.
     QString m_error;
 };
 
-bool Splitter::split(QStringList *arguments)
+bool Splitter::split(QVector<Argument> *arguments)
 {
     while (skipBlanksAndComments()) {
-        if (m_position == m_text.size())
+        if (atEnd())
             return true;
-        QString argument;
+        Argument argument;
+        argument.line = lineAt(m_position);
         if (!readArgument(&argument))
             return false;
-        arguments->append(argument);
+        // A variable with nothing in it is no argument, unless quotes say so.
+        if (m_quoted || !argument.text.isEmpty())
+            arguments->append(argument);
     }
     return false;
 }
 
 bool Splitter::skipBlanksAndComments()
 {
-    while (m_position < m_text.size()) {
-        if (m_text.at(m_position).isSpace())
+    while (!atEnd()) {
+        if (current().isSpace())
             ++m_position;
         else if (startsWith("//") || startsWith("#"))
             skipLine();
-        else if (!startsWith("/*"))
+        else if (startsWith("/*")) {
+            if (!skipBlockComment())
+                return false;
+        } else if (!skipLineJoint())
             return true;
-        else if (!skipBlockComment())
-            return false;
     }
     return true;
 }
@@ -81,48 +95,97 @@ bool Splitter::skipBlockComment()
     return true;
 }
 
-bool Splitter::readArgument(QString *argument)
+/// A backslash with nothing but blanks up to the end of its line.
+bool Splitter::skipLineJoint()
 {
-    while (m_position < m_text.size() && !m_text.at(m_position).isSpace()) {
-        const QChar c = m_text.at(m_position);
-        if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
+    if (current() != QLatin1Char('\\'))
+        return false;
+    int end = m_position + 1;
+    while (end < m_text.size() && m_text.at(end).isSpace() && m_text.at(end) != QLatin1Char('\n'))
+        ++end;
+    if (end < m_text.size() && m_text.at(end) != QLatin1Char('\n'))
+        return false;
+    m_position = qMin(end + 1, m_text.size());
+    return true;
+}
+
+bool Splitter::readArgument(Argument *argument)
+{
+    m_quoted = false;
+    while (!atEnd() && !current().isSpace()) {
+        if (current() == QLatin1Char('"') || current() == QLatin1Char('\'')) {
             if (!readQuoted(argument))
                 return false;
-            continue;
+        } else if (!skipLineJoint() && !readVariable(argument)) {
+            readCharacter(argument);
         }
-        if (c == QLatin1Char('\\') && m_position + 1 < m_text.size())
-            ++m_position;
-        argument->append(m_text.at(m_position++));
     }
     return true;
 }
 
-bool Splitter::readQuoted(QString *argument)
+bool Splitter::readQuoted(Argument *argument)
 {
     const int start = m_position;
-    const QChar quote = m_text.at(m_position++);
-    const bool escapes = quote == QLatin1Char('"');
-    while (m_position < m_text.size() && m_text.at(m_position) != quote) {
-        if (escapes && m_text.at(m_position) == QLatin1Char('\\') && m_position + 1 < m_text.size())
-            ++m_position;
-        argument->append(m_text.at(m_position++));
+    const QChar quote = current();
+    const bool isPlain = quote == QLatin1Char('\'');
+    m_quoted = true;
+    ++m_position;
+    while (!atEnd() && current() != quote) {
+        if (isPlain)
+            argument->text.append(m_text.at(m_position++));
+        else if (!skipLineJoint() && !readVariable(argument))
+            readCharacter(argument);
     }
-    if (m_position == m_text.size())
+    if (atEnd())
         return fail(start, tr("the quote is not closed"));
     ++m_position;
     return true;
 }
 
+void Splitter::readCharacter(Argument *argument)
+{
+    if (current() == QLatin1Char('\\')) // Never the last character: that is a joint.
+        ++m_position;
+    argument->text.append(m_text.at(m_position++));
+}
+
+bool Splitter::readVariable(Argument *argument)
+{
+    static const QRegularExpression form(QStringLiteral("\\$(?:(\\w+)|\\{(\\w+)\\}|\\((\\w+)\\))"));
+    if (current() != QLatin1Char('$'))
+        return false;
+    const QRegularExpressionMatch match =
+        form.match(m_text, m_position, QRegularExpression::NormalMatch,
+                   QRegularExpression::AnchoredMatchOption);
+    if (!match.hasMatch())
+        return false;
+    const QString name = match.captured(match.lastCapturedIndex());
+    const QByteArray key = name.toLocal8Bit();
+    const bool isSet = qEnvironmentVariableIsSet(key.constData());
+    argument->text.append(isSet ? qEnvironmentVariable(key.constData()) : match.captured());
+    if (!isSet && argument->unsetVariable.isEmpty())
+        argument->unsetVariable = name;
+    m_position = match.capturedEnd();
+    return true;
+}
+
+/// Positions must not decrease from call to call: each line feed is counted once.
+int Splitter::lineAt(int position)
+{
+    m_line += m_text.midRef(m_counted, position - m_counted).count(QLatin1Char('\n'));
+    m_counted = position;
+    return m_line;
+}
+
 bool Splitter::fail(int position, const QString &what)
 {
-    const int line = m_text.leftRef(position).count(QLatin1Char('\n')) + 1;
-    m_error = QStringLiteral("%1: %2").arg(QString::number(line), what);
+    m_error = QStringLiteral("%1: %2").arg(QString::number(lineAt(position)), what);
     return false;
 }
 
 } // namespace
 
-bool splitArguments(const QString &text, QStringList *arguments, QString *error)
+bool splitArguments(const QString &text, QVector<Argument> *arguments, QString *error)
 {
     Splitter splitter(text);
     if (splitter.split(arguments))

@@ -19,6 +19,10 @@ constexpr char IncludePaths[] = "IncludePaths"; ///< String list: absolute folde
 constexpr char Macros[] = "Macros";             ///< String list: "NAME" or "NAME=VALUE".
 constexpr char LibraryFiles[] =
     "LibraryFiles"; ///< String list: absolute paths of library sources, read as `-v` files.
+constexpr char LibraryFolders[] =
+    "LibraryFolders"; ///< String list: absolute folders, in search order, read as `-y` folders.
+constexpr char LibraryExtensions[] =
+    "LibraryExtensions"; ///< String list: of the files in them; empty for ".v" and ".sv".
 constexpr char Standard[] = "Standard"; ///< String: value of TE::OPT::Verilog_Standard.
 constexpr char Timeout[] = "Timeout";   ///< Int: seconds; missing or 0 is the default of 120.
 

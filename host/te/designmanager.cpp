@@ -112,6 +112,8 @@ QMap<QString, QVariant> DesignManager::getSourceFileInfo() const
         {QLatin1String(DesignInfo::IncludePaths), includePaths},
         {QLatin1String(DesignInfo::Macros), d->project.macros},
         {QLatin1String(DesignInfo::LibraryFiles), d->project.libraryFiles},
+        {QLatin1String(DesignInfo::LibraryFolders), d->project.libraryFolders},
+        {QLatin1String(DesignInfo::LibraryExtensions), d->project.libraryExtensions},
         {QLatin1String(DesignInfo::Standard), getOptionValue(QLatin1String(OPT::Verilog_Standard))},
         {QLatin1String(DesignInfo::Timeout),
          getOptionValue(QLatin1String(OPT::EXTRACTION_TIMEOUT))}};

@@ -33,7 +33,11 @@ struct Project
     QList<ProjectSource> sources;
     QMap<QString, QVariant> options; ///< By the names in TE::OPT.
     QStringList libraryFiles;        ///< Absolute paths.
-    QStringList macros;              ///< "NAME" or "NAME=VALUE".
+    /// Absolute folders that are searched, in this order, for a file named like a module that no
+    /// file defines.
+    QStringList libraryFolders;
+    QStringList libraryExtensions; ///< Of the files in them, dot included. Empty: ".v" and ".sv".
+    QStringList macros;            ///< "NAME" or "NAME=VALUE".
     DEV::DeviceArg device;
 };
 
@@ -57,15 +61,27 @@ TE_EXPORT bool readProject(const QString &path, Project *project, QString *error
 TE_EXPORT bool writeProject(const Project &project, QString *error);
 
 /// Builds a project without a file from command-line arguments in the form that Verilog tools
-/// share: source files, `-f FILE`, `-I DIR`, `-IDIR`, `+incdir+DIR+...`, `-DNAME[=VALUE]`,
-/// `+define+NAME[=VALUE]+...`, `-v FILE`, `--top NAME`.
+/// share: source files, `-f FILE`, `-F FILE`, `-I DIR`, `+incdir+DIR+...`, `-DNAME[=VALUE]`,
+/// `+define+NAME[=VALUE]+...`, `-v FILE`, `-y DIR`, `+libext+EXT+...`, `--top NAME`, `-sv`,
+/// `--language LANGUAGE`.
 ///
-/// A `-f` file holds further arguments, divided by white space, with comments (`//` and `#` to the
-/// end of the line, `/* */`), quotes and backslash escapes; its paths are relative to
-/// @p workingDir. A file without a known extension is read as Verilog, a repeated one counts once.
-/// Returns false and sets @p error for an unknown or incomplete argument and for a file that
-/// cannot be read.
+/// A `-f` or `-F` file holds further arguments, see TE::splitArguments(). Relative paths start in
+/// @p workingDir, in a `-F` file in its own folder; lists within a list have their own say. A name
+/// with `*`, `?` or `[...]` stands for all files of its folder that match, in alphabetical order. A
+/// file without a known extension is read as Verilog, a repeated one counts once. `-sv` and
+/// `--language` choose the standard of all Verilog files, wherever they stand; the last one counts.
+///
+/// Lists are written for tools with more arguments. In a list an unknown one is left out, with its
+/// place in @p warnings; so is what follows on its line, as its value, unless that is an argument
+/// or named like a design source. In a macro a variable that is not set stays as it is written, as
+/// `$clog2` does; everywhere else it is an error.
+///
+/// Returns false and sets @p error, with the list and its line, for an incomplete argument, for an
+/// unknown one among @p arguments, and for a file that cannot be read.
 TE_EXPORT bool projectFromArguments(const QStringList &arguments, const QString &workingDir,
-                                    Project *project, QString *error);
+                                    Project *project, QStringList *warnings, QString *error);
+
+/// Whether @p argument, of those that projectFromArguments() takes, has its value in the next one.
+TE_EXPORT bool takesNextArgument(const QString &argument);
 
 } // namespace TE

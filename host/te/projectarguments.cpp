@@ -12,12 +12,144 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <algorithm>
+
 namespace TE {
 
 namespace {
 
-constexpr int DeepestFile = 32;
-constexpr int MostFiles = 1000;
+constexpr int DeepestList = 32;
+constexpr int MostLists = 1000;
+constexpr char SystemVerilogStandard[] = "1800-2017";
+
+enum class Option {
+    Unknown,
+    List,
+    ListOfItsFolder,
+    IncludePath,
+    Macro,
+    LibraryFile,
+    LibraryFolder,
+    LibraryExtension,
+    Top,
+    Language,
+    SystemVerilog
+};
+
+struct OptionName
+{
+    const char *name;
+    Option option;
+};
+
+/// With one dash; a second one makes no difference.
+constexpr OptionName ShortNames[] = {
+    {"-f", Option::List},           {"-F", Option::ListOfItsFolder},
+    {"-I", Option::IncludePath},    {"-D", Option::Macro},
+    {"-v", Option::LibraryFile},    {"-y", Option::LibraryFolder},
+    {"-sv", Option::SystemVerilog}, {"-sverilog", Option::SystemVerilog}};
+
+/// These may have their value behind an equals sign as well.
+constexpr OptionName LongNames[] = {{"-top", Option::Top},
+                                    {"-top-module", Option::Top},
+                                    {"-language", Option::Language},
+                                    {"-default-language", Option::Language}};
+
+constexpr OptionName PlusNames[] = {{"incdir", Option::IncludePath},
+                                    {"define", Option::Macro},
+                                    {"libext", Option::LibraryExtension}};
+
+template <int Count>
+Option find(const OptionName (&names)[Count], const QString &name)
+{
+    const auto found = std::find_if(names, names + Count, [&name](const OptionName &known) {
+        return name == QLatin1String(known.name);
+    });
+    return found == names + Count ? Option::Unknown : found->option;
+}
+
+/// An argument that is no file.
+struct Setting
+{
+    Option option = Option::Unknown;
+    QString name;       ///< For messages.
+    QStringList values; ///< As far as they stand in the argument itself.
+    bool takesNext = false;
+};
+
+Setting plusSetting(const QString &text)
+{
+    QStringList parts = text.mid(1).split(QLatin1Char('+'));
+    const Option option = find(PlusNames, parts.takeFirst());
+    // Lists made by programs end in a plus sign.
+    parts.removeAll(QString());
+    return {option, text, parts};
+}
+
+Setting dashSetting(const QString &text)
+{
+    const QString name = text.mid(text.startsWith(QLatin1String("--")) ? 1 : 0);
+    const int equals = name.indexOf(QLatin1Char('='));
+    const Option shortOption = find(ShortNames, name);
+    const Option longOption = find(LongNames, name.left(equals));
+    if (shortOption != Option::Unknown)
+        return {shortOption, text, {}, shortOption != Option::SystemVerilog};
+    if (longOption != Option::Unknown && equals < 0)
+        return {longOption, text, {}, true};
+    if (longOption != Option::Unknown)
+        return {longOption, text, {name.mid(equals + 1)}};
+    if (text.startsWith(QLatin1String("-I")) || text.startsWith(QLatin1String("-D")))
+        return {find(ShortNames, text.left(2)), text.left(2), {text.mid(2)}};
+    return {Option::Unknown, text, {}};
+}
+
+/// The value of TE::OPT::Verilog_Standard for @p language, null for none.
+QString standardOf(const QString &language)
+{
+    for (const char *standard : OPT::VerilogStandards) {
+        if (language.startsWith(QLatin1String(standard)))
+            return QLatin1String(standard);
+    }
+    // All editions of SystemVerilog are read as the one that there is.
+    return language.startsWith(QLatin1String("1800-"))
+               ? QString(QLatin1String(SystemVerilogStandard))
+               : QString();
+}
+
+/// By its extension, which may also be one of those that only other tools know.
+bool looksLikeSource(const QString &path)
+{
+    static const QStringList others = {QStringLiteral("vg"),  QStringLiteral("vm"),
+                                       QStringLiteral("vo"),  QStringLiteral("vp"),
+                                       QStringLiteral("svp"), QStringLiteral("verilog")};
+    return isDesignSource(fileTypeOf(path)) || others.contains(QFileInfo(path).suffix().toLower());
+}
+
+/// Whether @p next seems to be the value of @p unknown, an argument that is not known.
+bool isValueOf(const Argument &unknown, const Argument &next)
+{
+    const auto isOption = [](const QString &text) {
+        return text.startsWith(QLatin1Char('-')) || text.startsWith(QLatin1Char('+'));
+    };
+    return unknown.text.startsWith(QLatin1Char('-')) && !unknown.text.contains(QLatin1Char('=')) &&
+           next.line == unknown.line && !isOption(next.text) && !looksLikeSource(next.text);
+}
+
+/// The files that @p path stands for, which may hold wildcards behind its last slash.
+QStringList filesOf(const QString &path)
+{
+    const QFileInfo info(path);
+    const auto isWildcard = [](QChar c) { return QStringLiteral("*?[").contains(c); };
+    const QString name = info.fileName();
+    if (std::none_of(name.begin(), name.end(), isWildcard) || info.exists())
+        return {path};
+    QStringList files;
+    const QFileInfoList found =
+        info.dir().entryInfoList({name}, QDir::Files | QDir::CaseSensitive, QDir::Name);
+    for (const QFileInfo &file : found)
+        files.append(file.filePath());
+    return files;
+}
 
 /// Collects a project from arguments. Every function returns false at the first thing that is
 /// wrong, with error() set to what it is.
@@ -28,26 +160,45 @@ class ArgumentReader
 public:
     explicit ArgumentReader(const QString &workingDir);
 
-    bool read(const QStringList &arguments);
+    bool read(const QVector<Argument> &arguments);
     Project project() const;
+    QStringList warnings() const { return m_warnings; }
     QString error() const { return m_error; }
 
 private:
+    /// A `-f` or `-F` file being read.
+    struct List
+    {
+        QString path;
+        QString folder; ///< Where its relative paths start.
+        int line = 0;   ///< Of the argument being read.
+    };
+
+    QString placed(const QString &what) const;
     bool fail(const QString &what);
-    bool readOption(const QString &option, const QString &value);
-    bool readPlus(const QString &argument);
-    bool readFile(const QString &path);
+    bool readArgument(const QVector<Argument> &arguments, int *index);
+    bool readSetting(const Setting &setting);
+    bool apply(Option option, const QString &value);
+    bool skipUnknown(const QVector<Argument> &arguments, int *index);
+    bool checkVariables(const Argument &argument);
+    bool readList(const QString &path, bool startsInItsFolder);
+    bool addSources(const QString &name);
     bool addSource(const QString &path);
     bool addLibraryFile(const QString &path);
     bool addMacro(const QString &macro);
+    bool setLanguage(const QString &language);
     bool checkFile(const QString &path);
+    QString hintFor(const QString &path) const;
+    QString folder() const;
     QString absolute(const QString &path) const;
+    QString includePath(const QString &path) const;
 
     Project m_project;
     QStringList m_includePaths;
     QSet<QString> m_sources;
-    QStringList m_openFiles; ///< The `-f` files being read, the outermost first.
-    int m_fileCount = 0;     ///< Of `-f` files.
+    QVector<List> m_lists; ///< The outermost first.
+    int m_listCount = 0;
+    QStringList m_warnings;
     QString m_error;
 };
 
@@ -67,120 +218,181 @@ Project ArgumentReader::project() const
     return project;
 }
 
+/// @p what with the place of the argument being read in front.
+QString ArgumentReader::placed(const QString &what) const
+{
+    if (m_lists.isEmpty())
+        return what;
+    const List &list = m_lists.last();
+    return QStringLiteral("%1:%2: %3")
+        .arg(QDir::toNativeSeparators(list.path), QString::number(list.line), what);
+}
+
 bool ArgumentReader::fail(const QString &what)
 {
-    m_error =
-        m_openFiles.isEmpty()
-            ? what
-            : QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(m_openFiles.last()), what);
+    m_error = placed(what);
     return false;
+}
+
+/// Where relative paths start.
+QString ArgumentReader::folder() const
+{
+    return m_lists.isEmpty() ? m_project.workingDir : m_lists.last().folder;
 }
 
 QString ArgumentReader::absolute(const QString &path) const
 {
-    return QDir::cleanPath(QDir(m_project.workingDir).absoluteFilePath(path));
+    return QDir::cleanPath(QDir(folder()).absoluteFilePath(path));
 }
 
-bool ArgumentReader::read(const QStringList &arguments)
+/// Include paths of a project are relative to its working folder, so most may stay as they are.
+QString ArgumentReader::includePath(const QString &path) const
 {
-    static const QStringList withValue = {QStringLiteral("-f"), QStringLiteral("-I"),
-                                          QStringLiteral("-D"), QStringLiteral("-v"),
-                                          QStringLiteral("--top")};
+    return folder() == m_project.workingDir ? path : absolute(path);
+}
+
+bool ArgumentReader::read(const QVector<Argument> &arguments)
+{
     for (int i = 0; i < arguments.size(); ++i) {
-        const QString &argument = arguments.at(i);
-        bool good = false;
-        if (withValue.contains(argument)) {
-            if (++i == arguments.size())
-                return fail(tr("%1 needs a value").arg(argument));
-            good = readOption(argument, arguments.at(i));
-        } else if (argument.startsWith(QLatin1String("-I")) ||
-                   argument.startsWith(QLatin1String("-D"))) {
-            good = readOption(argument.left(2), argument.mid(2));
-        } else if (argument.startsWith(QLatin1Char('+'))) {
-            good = readPlus(argument);
-        } else if (argument.startsWith(QLatin1Char('-'))) {
-            return fail(tr("unknown argument %1").arg(argument));
-        } else {
-            good = addSource(argument);
-        }
-        if (!good)
+        if (!m_lists.isEmpty())
+            m_lists.last().line = arguments.at(i).line;
+        if (!readArgument(arguments, &i))
             return false;
     }
     return true;
 }
 
-bool ArgumentReader::readOption(const QString &option, const QString &value)
+/// Moves @p index to the last argument that was used.
+bool ArgumentReader::readArgument(const QVector<Argument> &arguments, int *index)
 {
-    if (value.isEmpty())
-        return fail(tr("%1 needs a value").arg(option));
-    if (option == QLatin1String("-f"))
-        return readFile(value);
-    if (option == QLatin1String("-v"))
-        return addLibraryFile(value);
-    if (option == QLatin1String("-D"))
+    const Argument &argument = arguments.at(*index);
+    const bool isPlus = argument.text.startsWith(QLatin1Char('+'));
+    if (!isPlus && !argument.text.startsWith(QLatin1Char('-')))
+        return checkVariables(argument) && addSources(argument.text);
+
+    Setting setting = isPlus ? plusSetting(argument.text) : dashSetting(argument.text);
+    if (setting.option == Option::Unknown)
+        return skipUnknown(arguments, index);
+    const bool mayHoldVariables = setting.option == Option::Macro;
+    if (!mayHoldVariables && !checkVariables(argument))
+        return false;
+    if (setting.takesNext && *index + 1 < arguments.size()) {
+        const Argument &next = arguments.at(++*index);
+        if (!mayHoldVariables && !checkVariables(next))
+            return false;
+        setting.values.append(next.text);
+    }
+    return readSetting(setting);
+}
+
+bool ArgumentReader::readSetting(const Setting &setting)
+{
+    if (setting.option == Option::SystemVerilog)
+        return setLanguage(QLatin1String(SystemVerilogStandard));
+    if (setting.values.isEmpty() || setting.values.contains(QString()))
+        return fail(tr("%1 needs a value").arg(setting.name));
+    return std::all_of(
+        setting.values.begin(), setting.values.end(),
+        [this, &setting](const QString &value) { return apply(setting.option, value); });
+}
+
+bool ArgumentReader::apply(Option option, const QString &value)
+{
+    switch (option) {
+    case Option::List:
+    case Option::ListOfItsFolder:
+        return readList(value, option == Option::ListOfItsFolder);
+    case Option::Macro:
         return addMacro(value);
-    if (option == QLatin1String("-I"))
-        m_includePaths.append(value);
-    else
+    case Option::LibraryFile:
+        return addLibraryFile(value);
+    case Option::Language:
+        return setLanguage(value);
+    case Option::IncludePath:
+        m_includePaths.append(includePath(value));
+        return true;
+    case Option::LibraryFolder:
+        m_project.libraryFolders.append(absolute(value));
+        return true;
+    case Option::LibraryExtension:
+        m_project.libraryExtensions.append(value);
+        return true;
+    case Option::Top:
         m_project.options.insert(QLatin1String(OPT::TOPMODULE), value);
-    return true;
-}
-
-bool ArgumentReader::readPlus(const QString &argument)
-{
-    const QStringList parts = argument.mid(1).split(QLatin1Char('+'));
-    const bool isInclude = parts.first() == QLatin1String("incdir");
-    if (!isInclude && parts.first() != QLatin1String("define"))
-        return fail(tr("unknown argument %1").arg(argument));
-    const QStringList values = parts.mid(1);
-    if (values.isEmpty() || values.contains(QString()))
-        return fail(tr("%1 needs a value").arg(argument));
-    for (const QString &value : values) {
-        if (isInclude)
-            m_includePaths.append(value);
-        else if (!addMacro(value))
-            return false;
+        return true;
+    case Option::SystemVerilog:
+    case Option::Unknown:
+        break;
     }
+    return false;
+}
+
+/// A list is written for several tools; on the command line it is a slip of the pen.
+bool ArgumentReader::skipUnknown(const QVector<Argument> &arguments, int *index)
+{
+    const Argument &unknown = arguments.at(*index);
+    if (m_lists.isEmpty())
+        return fail(tr("unknown argument %1").arg(unknown.text));
+    QString skipped = unknown.text;
+    if (*index + 1 < arguments.size() && isValueOf(unknown, arguments.at(*index + 1)))
+        skipped += QLatin1Char(' ') + arguments.at(++*index).text;
+    m_warnings.append(placed(tr("the unknown argument %1 is left out").arg(skipped)));
     return true;
 }
 
-bool ArgumentReader::readFile(const QString &path)
+bool ArgumentReader::checkVariables(const Argument &argument)
+{
+    return argument.unsetVariable.isEmpty() ||
+           fail(tr("the environment variable %1 is not set").arg(argument.unsetVariable));
+}
+
+bool ArgumentReader::readList(const QString &path, bool startsInItsFolder)
 {
     const QString absolutePath = absolute(path);
     const QString shown = QDir::toNativeSeparators(absolutePath);
-    if (m_openFiles.contains(absolutePath) || m_openFiles.size() == DeepestFile)
+    const auto isThis = [&absolutePath](const List &list) { return list.path == absolutePath; };
+    if (std::any_of(m_lists.begin(), m_lists.end(), isThis) || m_lists.size() == DeepestList)
         return fail(tr("the argument file %1 includes itself or is nested too deep").arg(shown));
-    if (++m_fileCount > MostFiles)
-        return fail(tr("there are more than %1 argument files").arg(MostFiles));
+    if (++m_listCount > MostLists)
+        return fail(tr("there are more than %1 argument files").arg(MostLists));
     QByteArray content;
     QString problem;
     if (!readWholeFile(absolutePath, &content, &problem))
-        return fail(tr("cannot read the argument file %1: %2").arg(shown, problem));
+        return fail(tr("cannot read the argument file %1: %2").arg(shown, problem) +
+                    hintFor(absolutePath));
 
-    QStringList arguments;
+    QVector<Argument> arguments;
     if (!splitArguments(QString::fromUtf8(content), &arguments, &problem)) {
         m_error = QStringLiteral("%1:%2").arg(shown, problem);
         return false;
     }
-    m_openFiles.append(absolutePath);
+    m_lists.append(
+        {absolutePath, startsInItsFolder ? QFileInfo(absolutePath).path() : m_project.workingDir});
     const bool good = read(arguments);
-    m_openFiles.removeLast();
+    m_lists.removeLast();
     return good;
+}
+
+bool ArgumentReader::addSources(const QString &name)
+{
+    const QStringList paths = filesOf(absolute(name));
+    if (paths.isEmpty())
+        return fail(tr("no file is named like %1").arg(QDir::toNativeSeparators(absolute(name))));
+    return std::all_of(paths.begin(), paths.end(),
+                       [this](const QString &path) { return addSource(path); });
 }
 
 bool ArgumentReader::addSource(const QString &path)
 {
-    ProjectSource source;
-    source.path = absolute(path);
-    if (m_sources.contains(source.path))
+    if (m_sources.contains(path))
         return true;
-    if (!checkFile(source.path))
+    if (!checkFile(path))
         return false;
-    source.type = fileTypeOf(source.path);
-    if (source.type == UnknownFile)
-        source.type = VerilogFile;
-    m_sources.insert(source.path);
-    m_project.sources.append(source);
+    int type = fileTypeOf(path);
+    if (type == UnknownFile)
+        type = VerilogFile;
+    m_sources.insert(path);
+    m_project.sources.append({path, type, true});
     return true;
 }
 
@@ -201,26 +413,58 @@ bool ArgumentReader::addMacro(const QString &macro)
     return true;
 }
 
+bool ArgumentReader::setLanguage(const QString &language)
+{
+    const QString standard = standardOf(language);
+    if (standard.isEmpty())
+        return fail(tr("%1 is no edition of Verilog or SystemVerilog such as %2")
+                        .arg(language, QLatin1String(SystemVerilogStandard)));
+    m_project.options.insert(QLatin1String(OPT::Verilog_Standard), standard);
+    return true;
+}
+
 bool ArgumentReader::checkFile(const QString &path)
 {
     const QFileInfo info(path);
     if (info.isFile() && info.isReadable())
         return true;
-    return fail(tr("cannot read the file %1").arg(QDir::toNativeSeparators(path)));
+    return fail(tr("cannot read the file %1").arg(QDir::toNativeSeparators(path)) + hintFor(path));
+}
+
+/// What to say more about a missing file that a list names as if paths began in its own folder.
+QString ArgumentReader::hintFor(const QString &path) const
+{
+    if (m_lists.isEmpty())
+        return {};
+    const QString name = QDir(folder()).relativeFilePath(path);
+    if (!QFileInfo(QFileInfo(m_lists.last().path).dir(), name).isFile())
+        return {};
+    return tr(" (paths in a list that is read with -f start in %1, with -F in the list's folder)")
+        .arg(QDir::toNativeSeparators(m_project.workingDir));
 }
 
 } // namespace
 
 bool projectFromArguments(const QStringList &arguments, const QString &workingDir, Project *project,
-                          QString *error)
+                          QStringList *warnings, QString *error)
 {
+    QVector<Argument> given;
+    for (const QString &argument : arguments)
+        given.append({argument, 0, QString()});
     ArgumentReader reader(workingDir);
-    if (!reader.read(arguments)) {
+    const bool good = reader.read(given);
+    *warnings = reader.warnings();
+    if (!good) {
         *error = reader.error();
         return false;
     }
     *project = reader.project();
     return true;
+}
+
+bool takesNextArgument(const QString &argument)
+{
+    return argument.startsWith(QLatin1Char('-')) && dashSetting(argument).takesNext;
 }
 
 } // namespace TE

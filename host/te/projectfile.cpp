@@ -61,7 +61,7 @@ private:
     bool readSources(const QJsonValue &value);
     bool readOptions(const QJsonValue &value);
     bool readOption(const QString &name, const QJsonValue &value);
-    bool readLibraryFiles(const QJsonValue &value);
+    bool readPaths(const QString &where, const QJsonValue &value, QStringList *paths);
     bool readMacros(const QJsonValue &value);
     bool readDevice(const QJsonValue &value);
 
@@ -86,10 +86,16 @@ bool Reader::fail(const QString &where, const QString &what)
 
 bool Reader::read(const QJsonObject &root)
 {
-    const QStringList known = {QStringLiteral("version"), QStringLiteral("name"),
-                               QStringLiteral("top"),     QStringLiteral("sources"),
-                               QStringLiteral("options"), QStringLiteral("libraryFiles"),
-                               QStringLiteral("macros"),  QStringLiteral("device")};
+    const QStringList known = {QStringLiteral("version"),
+                               QStringLiteral("name"),
+                               QStringLiteral("top"),
+                               QStringLiteral("sources"),
+                               QStringLiteral("options"),
+                               QStringLiteral("libraryFiles"),
+                               QStringLiteral("macros"),
+                               QStringLiteral("device"),
+                               QStringLiteral("libraryFolders"),
+                               QStringLiteral("libraryExtensions")};
     QString top;
     if (!readVersion(root.value(QLatin1String("version"))) || !checkKeys({}, root, known) ||
         !readName(known[1], root.value(known[1]), &m_project.name) ||
@@ -98,8 +104,10 @@ bool Reader::read(const QJsonObject &root)
     if (!top.isEmpty())
         m_project.options.insert(QLatin1String(OPT::TOPMODULE), top);
     return readSources(root.value(known[3])) && readOptions(root.value(known[4])) &&
-           readLibraryFiles(root.value(known[5])) && readMacros(root.value(known[6])) &&
-           readDevice(root.value(known[7]));
+           readPaths(known[5], root.value(known[5]), &m_project.libraryFiles) &&
+           readMacros(root.value(known[6])) && readDevice(root.value(known[7])) &&
+           readPaths(known[8], root.value(known[8]), &m_project.libraryFolders) &&
+           readTexts(known[9], root.value(known[9]), &m_project.libraryExtensions);
 }
 
 bool Reader::readVersion(const QJsonValue &value)
@@ -169,7 +177,7 @@ bool Reader::readPath(const QString &where, const QJsonValue &value, QString *pa
     if (!readText(where, value, &text))
         return false;
     if (text.isEmpty())
-        return fail(where, ProjectFile::tr("must be the path of a file"));
+        return fail(where, ProjectFile::tr("must be a path"));
     *path = QDir::cleanPath(QDir(m_project.workingDir).absoluteFilePath(text));
     return true;
 }
@@ -261,9 +269,8 @@ bool Reader::readOption(const QString &name, const QJsonValue &value)
     return true;
 }
 
-bool Reader::readLibraryFiles(const QJsonValue &value)
+bool Reader::readPaths(const QString &where, const QJsonValue &value, QStringList *paths)
 {
-    const QString where = QStringLiteral("libraryFiles");
     QStringList texts;
     if (!readTexts(where, value, &texts))
         return false;
@@ -271,7 +278,7 @@ bool Reader::readLibraryFiles(const QJsonValue &value)
         QString path;
         if (!readPath(element(where, i), texts.at(i), &path))
             return false;
-        m_project.libraryFiles.append(path);
+        paths->append(path);
     }
     return true;
 }
@@ -325,6 +332,14 @@ QString storedPath(const QString &workingDir, const QString &path)
     return path.startsWith(prefix) ? path.mid(prefix.size()) : path;
 }
 
+QJsonArray pathsToJson(const QString &folder, const QStringList &paths)
+{
+    QJsonArray stored;
+    for (const QString &path : paths)
+        stored.append(storedPath(folder, path));
+    return stored;
+}
+
 QJsonArray sourcesToJson(const Project &project, const QString &folder)
 {
     QJsonArray sources;
@@ -357,18 +372,21 @@ QJsonObject deviceToJson(const DEV::DeviceArg &device)
 QByteArray toJson(const Project &project)
 {
     const QString folder = QFileInfo(project.filePath).absolutePath();
-    QStringList libraryFiles;
-    for (const QString &path : project.libraryFiles)
-        libraryFiles.append(storedPath(folder, path));
-    const QJsonObject root{
+    QJsonObject root{
         {QStringLiteral("version"), FormatVersion},
         {QStringLiteral("name"), project.name},
         {QStringLiteral("top"), project.options.value(QLatin1String(OPT::TOPMODULE)).toString()},
         {QStringLiteral("sources"), sourcesToJson(project, folder)},
         {QStringLiteral("options"), optionsToJson(project)},
-        {QStringLiteral("libraryFiles"), QJsonArray::fromStringList(libraryFiles)},
+        {QStringLiteral("libraryFiles"), pathsToJson(folder, project.libraryFiles)},
         {QStringLiteral("macros"), QJsonArray::fromStringList(project.macros)},
         {QStringLiteral("device"), deviceToJson(project.device)}};
+    // Not in every file: applications that do not know these keys read the others still.
+    if (!project.libraryFolders.isEmpty())
+        root.insert(QStringLiteral("libraryFolders"), pathsToJson(folder, project.libraryFolders));
+    if (!project.libraryExtensions.isEmpty())
+        root.insert(QStringLiteral("libraryExtensions"),
+                    QJsonArray::fromStringList(project.libraryExtensions));
     return QJsonDocument(root).toJson();
 }
 

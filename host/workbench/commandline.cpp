@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.h"
 
+#include <te/project.h>
+
 namespace Workbench {
 
 bool CommandLine::parse(const QStringList &arguments, QString *error)
 {
-    static const QStringList withValue = {QStringLiteral("-f"), QStringLiteral("-I"),
-                                          QStringLiteral("-D"), QStringLiteral("-v"),
-                                          QStringLiteral("--top")};
     for (int i = 0; i < arguments.size(); ++i) {
         const QString &argument = arguments.at(i);
         if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
@@ -21,7 +20,7 @@ bool CommandLine::parse(const QStringList &arguments, QString *error)
                 return false;
         } else if (argument.startsWith(QLatin1Char('-')) || argument.startsWith(QLatin1Char('+'))) {
             designArguments.append(argument);
-            if (withValue.contains(argument) && i + 1 < arguments.size())
+            if (TE::takesNextArgument(argument) && i + 1 < arguments.size())
                 designArguments.append(arguments.at(++i));
         } else if (!takeFile(argument, error)) {
             return false;
@@ -81,11 +80,19 @@ QString CommandLine::help()
         "\n"
         "DESIGN is a list of source files and of these arguments:\n"
         "  -f FILE                          more arguments from a file\n"
+        "  -F FILE                          the same; relative paths in it start in its folder\n"
         "  -I DIR, +incdir+DIR+...          folders of include files\n"
         "  -D NAME[=VALUE], +define+NAME[=VALUE]+...\n"
         "                                   macros\n"
         "  -v FILE                          library file\n"
+        "  -y DIR                           library folder: has a file for each missing module\n"
+        "  +libext+EXT+...                  extensions of these files (.v and .sv)\n"
         "  --top NAME                       top module\n"
+        "  -sv                              read Verilog files as SystemVerilog\n"
+        "  --language EDITION               read Verilog files as 1364-1995, 1364-2001,\n"
+        "                                   1364-2005 or 1800-2017\n"
+        "In files, $NAME, ${NAME} and $(NAME) stand for environment variables, and arguments that\n"
+        "are not known here are left out with a warning.\n"
         "\n"
         "Exit codes: 0 success, 1 failure, 2 wrong usage.\n");
 }

@@ -14,6 +14,7 @@
 #include <te/taskengine.h>
 
 #include <QApplication>
+#include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
@@ -55,6 +56,7 @@ private:
 
     CommandLine m_commandLine;
     std::optional<TE::Project> m_project;
+    QStringList m_warnings; ///< About the arguments of the design.
 };
 
 void printError(const QString &text)
@@ -84,6 +86,8 @@ int Application::run()
     QString error;
     if (loadPlugins(&plugins, &error))
         window.setTarnOpener(openTarnFile);
+    for (const QString &warning : qAsConst(m_warnings))
+        qDebug().noquote() << QStringLiteral("WARNING: ") + warning;
     if (m_project)
         window.showProject(*m_project);
 
@@ -120,7 +124,10 @@ int Application::readDesign()
         }
         m_project = project;
     } else if (!arguments.isEmpty()) {
-        if (!TE::projectFromArguments(arguments, QDir::currentPath(), &project, &error)) {
+        if (!TE::projectFromArguments(arguments, QDir::currentPath(), &project, &m_warnings,
+                                      &error)) {
+            for (const QString &warning : qAsConst(m_warnings))
+                printError(warning);
             printError(error);
             return WrongUsage;
         }

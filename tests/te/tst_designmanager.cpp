@@ -102,12 +102,18 @@ void TestDesignManager::sourceInfoHoldsOptions()
     design()->setOptionValue(OPT::EXTRACTION_TIMEOUT, 5);
     design()->setMacros({"A", "B=1"});
     design()->setLibraryFiles({"lib.v"});
+    Project project = design()->project();
+    project.libraryFolders = QStringList("/cells");
+    project.libraryExtensions = QStringList(".vlib");
+    design()->setProject(project);
     QMap<QString, QVariant> info = design()->getSourceFileInfo();
     info.remove("Files");
     const QMap<QString, QVariant> expected = {{"Top", "main"},
                                               {"IncludePaths", QStringList({"/w/h", "/abs", "/w"})},
                                               {"Macros", QStringList({"A", "B=1"})},
                                               {"LibraryFiles", QStringList("/w/lib.v")},
+                                              {"LibraryFolders", QStringList("/cells")},
+                                              {"LibraryExtensions", QStringList(".vlib")},
                                               {"Standard", "1800-2017"},
                                               {"Timeout", 5}};
     QCOMPARE(info, expected);

@@ -41,6 +41,7 @@ QString text(const Project &project)
                                   : it.value().toString()));
     }
     lines += project.libraryFiles + project.macros;
+    lines += project.libraryFolders + project.libraryExtensions;
     const DEV::DeviceArg &device = project.device;
     lines += QStringList{device.family, device.package, device.speedGrade, device.deviceName};
     return lines.join(QLatin1Char('\n'));
@@ -53,8 +54,16 @@ const QByteArray FullProject = R"({
         "package": "FBG484",
         "speedGrade": "-2"
     },
+    "libraryExtensions": [
+        ".v",
+        ".vlib"
+    ],
     "libraryFiles": [
         "lib/cells.v"
+    ],
+    "libraryFolders": [
+        "lib",
+        "/usr/share/cells"
     ],
     "macros": [
         "SIM",
@@ -168,14 +177,28 @@ void TestProject::readsEveryField()
     QString error;
     QVERIFY2(readProject(path("full/p.json"), &project, &error), qPrintable(error));
     const QString folder = path("full");
-    QCOMPARE(text(project),
-             QStringList({folder + "/p.json", "blinky", folder, folder + "/rtl/top.v 2 on",
-                          "/opt/ip/fifo.sv 4 off", "Extraction_Timeout=int 30",
-                          "IncludePath=QStringList rtl/include|/usr/share/inc",
-                          "Synthesize_tool=QString Synplify", "TopModule=QString top",
-                          "Verilog_Standard=QString 1364-2001", folder + "/lib/cells.v", "SIM",
-                          "WIDTH=8", "KX", "FBG484", "-2", "KX70-FBG484-2"})
-                 .join('\n'));
+    QCOMPARE(text(project), QStringList({folder + "/p.json",
+                                         "blinky",
+                                         folder,
+                                         folder + "/rtl/top.v 2 on",
+                                         "/opt/ip/fifo.sv 4 off",
+                                         "Extraction_Timeout=int 30",
+                                         "IncludePath=QStringList rtl/include|/usr/share/inc",
+                                         "Synthesize_tool=QString Synplify",
+                                         "TopModule=QString top",
+                                         "Verilog_Standard=QString 1364-2001",
+                                         folder + "/lib/cells.v",
+                                         "SIM",
+                                         "WIDTH=8",
+                                         folder + "/lib",
+                                         "/usr/share/cells",
+                                         ".v",
+                                         ".vlib",
+                                         "KX",
+                                         "FBG484",
+                                         "-2",
+                                         "KX70-FBG484-2"})
+                                .join('\n'));
 }
 
 void TestProject::missingKeysGiveDefaults()
@@ -218,6 +241,8 @@ void TestProject::writesPathsBelowItsFolderRelative()
     QVERIFY(content.contains("\"sub/a.v\""));
     QVERIFY(content.contains('"' + path("folder2/b.v").toUtf8() + '"'));
     QVERIFY(content.contains("\"l.v\""));
+    QVERIFY2(!content.contains("libraryFolders") && !content.contains("libraryExtensions"),
+             "what is not used is not in the file, so that older applications read it");
 }
 
 void TestProject::refusesWithReasonAndPlace_data()
@@ -239,7 +264,7 @@ void TestProject::refusesWithReasonAndPlace_data()
         ": version: must be 1, the version of project files that this application reads");
     row("unknown key", "{\"version\": 1, \"source\": []}",
         ": source: unknown key, known are: version, name, top, sources, options, libraryFiles, "
-        "macros, device");
+        "macros, device, libraryFolders, libraryExtensions");
     row("empty name", "{\"version\": 1, \"name\": \"\"}",
         ": name: must not be empty and must not hold '/'");
     row("path as name", "{\"version\": 1, \"name\": \"a/b\"}",
@@ -251,7 +276,7 @@ void TestProject::refusesWithReasonAndPlace_data()
     row("source no object", "{\"version\": 1, \"sources\": [\"a.v\"]}",
         ": sources[0]: must be an object");
     row("source without file", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\"}, {}]}",
-        ": sources[1].file: must be the path of a file");
+        ": sources[1].file: must be a path");
     row("file no text", "{\"version\": 1, \"sources\": [{\"file\": 1}]}",
         ": sources[0].file: must be a text");
     row("unknown source key",
@@ -288,8 +313,12 @@ void TestProject::refusesWithReasonAndPlace_data()
     }
     row("library file no text", "{\"version\": 1, \"libraryFiles\": [\"a\", {}]}",
         ": libraryFiles[1]: must be a text");
+    row("library folder no path", "{\"version\": 1, \"libraryFolders\": [\"\"]}",
+        ": libraryFolders[0]: must be a path");
+    row("library extensions no list", "{\"version\": 1, \"libraryExtensions\": \".v\"}",
+        ": libraryExtensions: must be a list of texts");
     row("empty library file", "{\"version\": 1, \"libraryFiles\": [\"\"]}",
-        ": libraryFiles[0]: must be the path of a file");
+        ": libraryFiles[0]: must be a path");
     row("macros no list", "{\"version\": 1, \"macros\": \"A\"}",
         ": macros: must be a list of texts");
     row("bad macro", "{\"version\": 1, \"macros\": [\"A=\", \"1A\"]}",

@@ -28,6 +28,8 @@ private Q_SLOTS:
     void collects();
     void argumentFiles_data();
     void argumentFiles();
+    void listsStartInTheirFolders_data();
+    void listsStartInTheirFolders();
     void projectHasWorkingFolderAndNoFile();
     void refuses_data();
     void refuses();
@@ -44,10 +46,33 @@ private:
 
 void TestProjectArguments::initTestCase()
 {
-    for (const char *name : {"a.v", "b.sv", "c.vhd", "d.inc", "lib.v", "sub/e.v", "my file.v",
-                             "a//x.v", "quo\"te.v", "#hash.v"})
+    for (const char *name : {"a.v",
+                             "b.sv",
+                             "c.vhd",
+                             "d.inc",
+                             "lib.v",
+                             "sub/e.v",
+                             "my file.v",
+                             "a//x.v",
+                             "quo\"te.v",
+                             "#hash.v",
+                             "$HOME.v",
+                             "wild/b2.sv",
+                             "wild/Z.sv",
+                             "wild/a.sv",
+                             "wild/b1.sv",
+                             "wild/C.SV",
+                             "wild/.hidden.sv",
+                             "wild/[x].v",
+                             "wild/sub.sv/none.txt",
+                             "with space/f.v",
+                             "sub/deep/g.v"})
         writeFile(m_dir.filePath(QString::fromLatin1(name)), "\n");
     QCOMPARE(::mkfifo(QFile::encodeName(m_dir.filePath("pipe")).constData(), 0600), 0);
+    qputenv("TARN_DIR", "sub");
+    qputenv("TARN_BLANK", "with space");
+    qputenv("TARN_EMPTY", "");
+    qunsetenv("TARN_UNSET");
 }
 
 /// The project from @p arguments in short form, or the reason of the refusal; the folder of the
@@ -57,7 +82,8 @@ QString TestProjectArguments::collect(const QStringList &arguments)
     Project project;
     project.name = QStringLiteral("untouched");
     QString error;
-    if (!projectFromArguments(arguments, m_dir.path(), &project, &error)) {
+    QStringList warnings;
+    if (!projectFromArguments(arguments, m_dir.path(), &project, &warnings, &error)) {
         if (project.name != QLatin1String("untouched"))
             return QStringLiteral("touched the project");
         return error.replace(m_dir.path(), QLatin1String("~"));
@@ -71,8 +97,17 @@ QString TestProjectArguments::collect(const QStringList &arguments)
         parts.append(QStringLiteral("D:") + macro);
     for (const QString &path : qAsConst(project.libraryFiles))
         parts.append(QStringLiteral("v:") + path);
+    for (const QString &path : qAsConst(project.libraryFolders))
+        parts.append(QStringLiteral("y:") + path);
+    for (const QString &extension : qAsConst(project.libraryExtensions))
+        parts.append(QStringLiteral("ext:") + extension);
     if (project.options.contains(OPT::TOPMODULE))
         parts.append(QStringLiteral("top:") + project.options.value(OPT::TOPMODULE).toString());
+    if (project.options.contains(OPT::Verilog_Standard))
+        parts.append(QStringLiteral("std:") +
+                     project.options.value(OPT::Verilog_Standard).toString());
+    for (const QString &warning : qAsConst(warnings))
+        parts.append(QStringLiteral("\nWARNING: ") + warning);
     return parts.join(QLatin1Char(' ')).replace(m_dir.path(), QLatin1String("~"));
 }
 
@@ -97,6 +132,25 @@ void TestProjectArguments::collects_data()
     row({"-v", "lib.v", "-v", "a.v"}, "v:~/lib.v v:~/a.v");
     row({"--top", "main"}, "top:main");
     row({"--top", "first", "--top", "second"}, "top:second");
+    row({"-top", "a"}, "top:a");
+    row({"--top-module=b"}, "top:b");
+    row({"-y", "cells", "-y", "/abs/more", "+libext+.v+.sv+", "+libext+.vlib"},
+        "y:~/cells y:/abs/more ext:.v ext:.sv ext:.vlib");
+    row({"+incdir+a++b+"}, "I:a I:b");
+    row({"-sv"}, "std:1800-2017");
+    row({"--sv"}, "std:1800-2017");
+    row({"-sverilog"}, "std:1800-2017");
+    row({"--language", "1364-2001"}, "std:1364-2001");
+    row({"--language=1364-1995"}, "std:1364-1995");
+    row({"-language", "1364-2001-noconfig"}, "std:1364-2001");
+    row({"--default-language", "1800-2012"}, "std:1800-2017");
+    row({"a.v", "-sv", "b.sv"}, "~/a.v:2 ~/b.sv:3 std:1800-2017");
+    row({"-sv", "--language", "1364-2005"}, "std:1364-2005");
+    row({"--language", "1364-2005", "-sv"}, "std:1800-2017");
+    row({"wild/*.sv"}, "~/wild/Z.sv:3 ~/wild/a.sv:3 ~/wild/b1.sv:3 ~/wild/b2.sv:3");
+    row({"wild/b?.sv", "wild/*.v"}, "~/wild/b1.sv:3 ~/wild/b2.sv:3 ~/wild/[x].v:2");
+    row({"wild/b[2-9].sv", "wild/[x].v"}, "~/wild/b2.sv:3 ~/wild/[x].v:2");
+    row({"$HOME.v"}, "~/$HOME.v:2");
 }
 
 void TestProjectArguments::collects()
@@ -128,13 +182,63 @@ void TestProjectArguments::argumentFiles_data()
     row("-I \"inc dir\" +incdir+\"x y\"+z", "I:inc dir I:x y I:z");
     row("-I\ninc\n--top\nmain", "I:inc top:main");
     row("-v lib.v +define+A=1 -DB", "D:A=1 D:B v:~/lib.v");
-    row("a.v\\", "cannot read");
-    row("-D", "~/list.f: -D needs a value");
+    row("a.v\\", "~/a.v:2");
+    row("-D", "~/list.f:1: -D needs a value");
     row("\n\n \"a.v", "~/list.f:3: the quote is not closed");
     row("a.v 'b", "~/list.f:1: the quote is not closed");
     row("a.v\n/* b.v", "~/list.f:2: the comment is not closed");
-    row("missing.v", "~/list.f: cannot read the file ~/missing.v");
-    row("-x", "~/list.f: unknown argument -x");
+    row("\n\n a.v\nmissing.v", "~/list.f:4: cannot read the file ~/missing.v");
+    row("wild/*.vhd", "~/list.f:1: no file is named like ~/wild/*.vhd");
+
+    // Lines that go on.
+    row("a.v \\\nb.sv", "~/a.v:2 ~/b.sv:3");
+    row("a.v \\ \t\r\n  b.sv\\\r\n c.vhd", "~/a.v:2 ~/b.sv:3 ~/c.vhd:4");
+    row("+incdir+x\\\n+y", "I:x I:y");
+    row("\\\n\\\n", "");
+    row("a.v \\\n// b.sv \\\nc.vhd", "~/a.v:2 ~/c.vhd:4");
+    row("\"my \\\nfile.v\"", "~/my file.v:2");
+    row("a.v \\\n missing.v", "~/list.f:2: cannot read the file ~/missing.v");
+
+    // Variables.
+    row("$TARN_DIR/e.v ${TARN_DIR}/e.v $(TARN_DIR)/deep/g.v", "~/sub/e.v:2 ~/sub/deep/g.v:2");
+    row("\"${TARN_BLANK}/f.v\" $TARN_BLANK/f.v", "~/with space/f.v:2");
+    row("-y $TARN_DIR -I $TARN_DIR/h -v ${TARN_DIR}/e.v +incdir+$TARN_DIR+$(TARN_DIR)/i",
+        "I:sub/h I:sub I:sub/i v:~/sub/e.v y:~/sub");
+    row("$TARN_EMPTY a.v ${TARN_EMPTY}b.sv", "~/a.v:2 ~/b.sv:3");
+    row("-DA=$TARN_DIR -D B=${TARN_DIR} +define+C=$(TARN_DIR)", "D:A=sub D:B=sub D:C=sub");
+    row("-DA=$clog2(8) +define+B=$unsigned(1)+C=$TARN_DIR -D E=$TARN_UNSET",
+        "D:A=$clog2(8) D:B=$unsigned(1) D:C=sub D:E=$TARN_UNSET");
+    row("-DA='$TARN_DIR' -DB=\\$TARN_DIR '$HOME.v' \\$HOME.v",
+        "~/$HOME.v:2 D:A=$TARN_DIR D:B=$TARN_DIR");
+    row("a.v\n$TARN_UNSET/b.v", "~/list.f:2: the environment variable TARN_UNSET is not set");
+    row("a.v\n+incdir+${TARN_UNSET}/b",
+        "~/list.f:2: the environment variable TARN_UNSET is not set");
+    row("-y\n$(TARN_UNSET)", "~/list.f:1: the environment variable TARN_UNSET is not set");
+    row("-f $TARN_UNSET.f", "~/list.f:1: the environment variable TARN_UNSET is not set");
+    row("-Da=$ -Db=$$ -Dc=${TARN_DIR -Dd=${}", "D:a=$ D:b=$$ D:c=${TARN_DIR D:d=${}");
+
+    // Arguments of other tools.
+    const auto unknown = [&row](const QByteArray &content, const char *files, const char *skipped) {
+        const QString warning =
+            QStringLiteral("\nWARNING: ~/list.f:%1 is left out")
+                .arg(QString::fromLatin1(skipped).replace('|', ": the unknown argument "));
+        row(content, qPrintable(files + (*files ? QStringLiteral(" ") : QString()) + warning));
+    };
+    unknown("-x", "", "1|-x");
+    unknown("a.v\n-timescale 1ns/1ps b.sv", "~/a.v:2 ~/b.sv:3", "2|-timescale 1ns/1ps");
+    unknown("-timescale=1ns/1ps d.inc", "~/d.inc:2", "1|-timescale=1ns/1ps");
+    unknown("-l list.f\nb.sv", "~/b.sv:3", "1|-l list.f");
+    unknown("-quiet a.v", "~/a.v:2", "1|-quiet");
+    unknown("-quiet\nd.inc", "~/d.inc:2", "1|-quiet");
+    unknown("-quiet -sv", "std:1800-2017", "1|-quiet");
+    unknown("-quiet +define+A", "D:A", "1|-quiet");
+    unknown("+acc+r a.v", "~/a.v:2", "1|+acc+r");
+    unknown("-l $TARN_UNSET", "", "1|-l $TARN_UNSET");
+    unknown("-", "", "1|-");
+    row("-q1 -q2", "\nWARNING: ~/list.f:1: the unknown argument -q1 is left out "
+                   "\nWARNING: ~/list.f:1: the unknown argument -q2 is left out");
+    row("--language ada", "~/list.f:1: ada is no edition of Verilog or SystemVerilog such as "
+                          "1800-2017");
 }
 
 void TestProjectArguments::argumentFiles()
@@ -142,28 +246,65 @@ void TestProjectArguments::argumentFiles()
     QFETCH(QByteArray, content);
     QFETCH(QString, result);
     writeFile(m_dir.filePath("list.f"), content);
-    const QString got = collect({"-f", "list.f"});
-    if (result == QLatin1String("cannot read"))
-        QCOMPARE(got, QStringLiteral("~/list.f: cannot read the file ~/a.v\\"));
-    else
-        QCOMPARE(got, result);
+    QCOMPARE(collect({"-f", "list.f"}), result);
 
     // Nested, from another folder: paths still start in the working folder.
     writeFile(m_dir.filePath("sub/outer.f"), "sub/e.v -f ./list.f sub/e.v");
-    if (!result.contains(QLatin1String("list.f")) && result != QLatin1String("cannot read"))
+    if (!result.contains(QLatin1String("list.f")) && !result.contains(QLatin1String("sub/e.v")))
         QCOMPARE(collect({"-f", "sub/outer.f"}).remove("~/sub/e.v:2").trimmed(), result);
+}
+
+/// Paths start in the working folder in -f files, and in the list's own folder in -F files.
+void TestProjectArguments::listsStartInTheirFolders_data()
+{
+    QTest::addColumn<QByteArray>("outer");
+    QTest::addColumn<QByteArray>("inner");
+    QTest::addColumn<QString>("result");
+    const auto row = [](const char *name, const QByteArray &outer, const QByteArray &inner,
+                        const char *result) {
+        QTest::newRow(name) << outer << inner << QString::fromLatin1(result);
+    };
+    row("own folder", "-F sub/inner.f", "e.v deep/*.v", "~/sub/e.v:2 ~/sub/deep/g.v:2");
+    row("everything", "-F sub/inner.f a.v", "-I h +incdir+../i+/abs -v e.v -y deep -DA=e.v",
+        "~/a.v:2 I:~/sub/h I:~/i I:/abs D:A=e.v v:~/sub/e.v y:~/sub/deep");
+    row("working folder", "-f sub/inner.f", "a.v sub/e.v -I h", "~/a.v:2 ~/sub/e.v:2 I:h");
+    row("list in own folder", "-F sub/inner.f", "-F deep/third.f", "~/sub/deep/g.v:2");
+    row("back to the working folder", "-F sub/inner.f", "-f deep/fourth.f e.v",
+        "~/sub/deep/g.v:2 ~/sub/e.v:2");
+    row("missing in own folder", "-F sub/inner.f", "\na.v",
+        "~/sub/inner.f:2: cannot read the file ~/sub/a.v");
+    row("hint", "-f sub/inner.f", "e.v",
+        "~/sub/inner.f:1: cannot read the file ~/e.v (paths in a list that is read with -f start "
+        "in ~, with -F in the list's folder)");
+    row("hint for a list", "\n-f sub/inner.f", "-f deep/third.f",
+        "~/sub/inner.f:1: cannot read the argument file ~/deep/third.f: No such file or directory "
+        "(paths in a list that is read with -f start in ~, with -F in the list's folder)");
+    row("circle", "-F sub/inner.f", "-F ../outer.f",
+        "~/sub/inner.f:1: the argument file ~/outer.f includes itself or is nested too deep");
+}
+
+void TestProjectArguments::listsStartInTheirFolders()
+{
+    QFETCH(QByteArray, outer);
+    QFETCH(QByteArray, inner);
+    writeFile(m_dir.filePath("outer.f"), outer);
+    writeFile(m_dir.filePath("sub/inner.f"), inner);
+    writeFile(m_dir.filePath("sub/deep/third.f"), "g.v");
+    writeFile(m_dir.filePath("sub/deep/fourth.f"), "sub/deep/g.v");
+    QTEST(collect({"-f", "outer.f"}), "result");
 }
 
 void TestProjectArguments::projectHasWorkingFolderAndNoFile()
 {
     Project project;
     QString error;
-    QVERIFY(projectFromArguments({"a.v"}, m_dir.path() + "/sub/..", &project, &error));
+    QStringList warnings;
+    QVERIFY(projectFromArguments({"a.v"}, m_dir.path() + "/sub/..", &project, &warnings, &error));
     QCOMPARE(project.filePath, QString());
     QCOMPARE(project.workingDir, m_dir.path());
     QCOMPARE(project.name, QDir(m_dir.path()).dirName());
     QVERIFY(project.sources.first().enabled);
-    QVERIFY(projectFromArguments({}, QStringLiteral("/"), &project, &error));
+    QVERIFY(projectFromArguments({}, QStringLiteral("/"), &project, &warnings, &error));
     QCOMPARE(project.name, QStringLiteral("project"));
 }
 
@@ -182,17 +323,19 @@ void TestProjectArguments::refuses_data()
     row({"-f", "sub"}, "cannot read the argument file ~/sub: it is a folder");
     row({"-f", "pipe"}, "cannot read the argument file ~/pipe: it is a pipe or a device");
     row({"-f", "/dev/zero"}, "cannot read the argument file /dev/zero: it is a pipe or a device");
-    for (const char *option : {"-f", "-I", "-D", "-v", "--top"}) {
+    for (const char *option : {"-f", "-F", "-I", "-D", "-v", "-y", "--top", "--language"}) {
         const QString text = QString::fromLatin1(option);
         row({"a.v", text}, qPrintable(text + " needs a value"));
         row({text, ""}, qPrintable(text + " needs a value"));
     }
     row({"+incdir"}, "+incdir needs a value");
     row({"+incdir+"}, "+incdir+ needs a value");
-    row({"+incdir+a++b"}, "+incdir+a++b needs a value");
     row({"+define+"}, "+define+ needs a value");
-    row({"+libext+.v"}, "unknown argument +libext+.v");
-    row({"-y", "lib"}, "unknown argument -y");
+    row({"+libext+"}, "+libext+ needs a value");
+    row({"+acc"}, "unknown argument +acc");
+    row({"--top="}, "--top= needs a value");
+    row({"--language", "1800"}, "1800 is no edition of Verilog or SystemVerilog such as 1800-2017");
+    row({"wild/*.vhd"}, "no file is named like ~/wild/*.vhd");
     row({"--lint"}, "unknown argument --lint");
     row({"-"}, "unknown argument -");
     row({"-D1A"}, "1A is no macro definition: NAME or NAME=VALUE");
@@ -212,7 +355,7 @@ void TestProjectArguments::refusesFilesThatIncludeEachOther()
     writeFile(m_dir.filePath("y.f"), "a.v -f sub/../x.f");
     QCOMPARE(
         collect({"-f", "x.f"}),
-        QStringLiteral("~/y.f: the argument file ~/x.f includes itself or is nested too deep"));
+        QStringLiteral("~/y.f:1: the argument file ~/x.f includes itself or is nested too deep"));
     // Twice beside each other is no circle.
     writeFile(m_dir.filePath("y.f"), "a.v");
     QCOMPARE(collect({"-f", "y.f", "-f", "x.f"}), QStringLiteral("~/a.v:2"));
@@ -226,7 +369,7 @@ void TestProjectArguments::refusesDeepNesting()
     writeFile(m_dir.filePath(QStringLiteral("n40.f")), "a.v");
     QCOMPARE(collect({"-f", "n9.f"}), QStringLiteral("~/a.v:2"));
     QCOMPARE(collect({"-f", "n8.f"}),
-             QStringLiteral("~/n39.f: the argument file ~/n40.f includes itself or is nested too "
+             QStringLiteral("~/n39.f:1: the argument file ~/n40.f includes itself or is nested too "
                             "deep"));
 }
 
@@ -248,18 +391,22 @@ void TestProjectArguments::refusesEndlessLists()
 void TestProjectArguments::survivesRandomLists()
 {
     std::mt19937 random(7);
-    const QList<QByteArray> pieces = {"a.v",      "b.sv",
-                                      " ",        "\n",
-                                      "\"",       "'",
-                                      "\\",       "//",
-                                      "/*",       "*/",
-                                      "#",        "-I",
-                                      "-D",       "-f",
-                                      "-v",       "x",
-                                      "=",        "+incdir+",
-                                      "+define+", "--top",
-                                      "\xff",     QByteArray("\0", 1),
-                                      "list.f",   "-"};
+    const QList<QByteArray> pieces = {"a.v",       "b.sv",
+                                      " ",         "\n",
+                                      "\"",        "'",
+                                      "\\",        "//",
+                                      "/*",        "*/",
+                                      "#",         "-I",
+                                      "-D",        "-f",
+                                      "-v",        "x",
+                                      "=",         "+incdir+",
+                                      "+define+",  "--top",
+                                      "\xff",      QByteArray("\0", 1),
+                                      "list.f",    "-",
+                                      "$TARN_DIR", "${",
+                                      "-y",        "-sv",
+                                      "-F",        "\\\n",
+                                      "*.v",       "+libext+"};
     int accepted = 0;
     for (int round = 0; round < 1500; ++round) {
         QByteArray content;
@@ -268,7 +415,9 @@ void TestProjectArguments::survivesRandomLists()
         writeFile(m_dir.filePath("list.f"), content);
         Project project;
         QString error;
-        const bool good = projectFromArguments({"-f", "list.f"}, m_dir.path(), &project, &error);
+        QStringList warnings;
+        const bool good =
+            projectFromArguments({"-f", "list.f"}, m_dir.path(), &project, &warnings, &error);
         QCOMPARE(error.isEmpty(), good);
         QCOMPARE(project.workingDir.isEmpty(), !good);
         for (const ProjectSource &source : qAsConst(project.sources))

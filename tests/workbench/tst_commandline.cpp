@@ -58,6 +58,8 @@ void TestCommandLine::divides_data()
         "tarn=");
     row({"+incdir+a.json", "-Ia.tarn", "-DA=b.json"},
         "plugins= session= project= design=+incdir+a.json|-Ia.tarn|-DA=b.json tarn=");
+    row({"-F", "a.json", "-y", "b.json", "--language", "c.tarn", "-sv", "x.tarn"},
+        "plugins= session= project= design=-F|a.json|-y|b.json|--language|c.tarn|-sv tarn=x.tarn");
     row({"--lint", "-f"}, "plugins= session= project= design=--lint|-f tarn=");
 }
 
@@ -100,7 +102,8 @@ void TestCommandLine::helpNamesEveryOptionAndExitCode()
     const QString help = CommandLine::help();
     for (const char *text :
          {"--help", "--version", "--plugins DIR", "--session DIR", "-f FILE", "-I DIR", "+incdir+",
-          "-D NAME", "+define+", "-v FILE", "--top NAME", "0 success, 1 failure, 2 wrong usage"})
+          "-D NAME", "+define+", "-v FILE", "--top NAME", "-F FILE", "-y DIR", "+libext+", "-sv",
+          "--language EDITION", "0 success, 1 failure, 2 wrong usage"})
         QVERIFY2(help.contains(QLatin1String(text)), text);
     for (const QString &line : help.split('\n'))
         QVERIFY2(line.size() <= 90, qPrintable(line));

@@ -97,7 +97,8 @@ void TestExecutable::failureIsExitCode1_data()
                                            "a device";
     QTest::newRow("bad project") << QStringList("~/odd.json")
                                  << "~/odd.json: colour: unknown key, known are: version, name, "
-                                    "top, sources, options, libraryFiles, macros, device";
+                                    "top, sources, options, libraryFiles, macros, device, "
+                                    "libraryFolders, libraryExtensions";
     QTest::newRow("no plug-in") << QStringList({"--plugins", "~/noplugins", "--session", "~/s",
                                                 "~/tiny.json"})
                                 << "There is no plug-in in ~/noplugins.";
