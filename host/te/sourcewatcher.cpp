@@ -12,6 +12,10 @@ namespace TE {
 namespace {
 
 constexpr int BurstMilliseconds = 100;
+
+/// Longer than a file is missing that an editor or a version control system replaces by a new one.
+constexpr int AbsenceMilliseconds = 500;
+
 constexpr int ShardSize = 2048;
 
 QString nearestFolder(const QString &path)
@@ -30,6 +34,9 @@ SourceWatcher::SourceWatcher(QObject *parent)
     m_timer.setSingleShot(true);
     m_timer.setInterval(BurstMilliseconds);
     connect(&m_timer, &QTimer::timeout, this, &SourceWatcher::check);
+    m_absence.setSingleShot(true);
+    m_absence.setInterval(AbsenceMilliseconds);
+    connect(&m_absence, &QTimer::timeout, this, &SourceWatcher::reportVanished);
     connect(&m_folders, &QFileSystemWatcher::directoryChanged, this, &SourceWatcher::startTimer);
 }
 
@@ -38,8 +45,10 @@ SourceWatcher::~SourceWatcher() = default;
 void SourceWatcher::setFiles(const QStringList &paths)
 {
     m_timer.stop();
+    m_absence.stop();
     m_changed.clear();
     m_missing.clear();
+    m_vanished.clear();
     m_files.clear();
     m_shards.clear();
     for (int first = 0; first < paths.size(); first += ShardSize) {
@@ -78,6 +87,7 @@ void SourceWatcher::removeFile(const QString &path)
     shard->watcher.removePath(path);
     m_changed.remove(path);
     m_missing.remove(path);
+    m_vanished.remove(path);
 }
 
 SourceWatcher::Shard *SourceWatcher::shardWithRoom()
@@ -117,17 +127,32 @@ void SourceWatcher::check()
     const QSet<QString> changed = std::exchange(m_changed, {});
     for (const QString &path : changed) {
         rearm(path);
-        if (!m_missing.contains(path))
+        if (!m_missing.contains(path)) {
             modified.insert(path);
+        } else {
+            m_vanished.insert(path);
+            m_absence.start();
+        }
     }
     takeReturned(&modified);
     watchFoldersOfMissing();
     // Those that came back just before their folder was watched.
     takeReturned(&modified);
+    report(modified);
+}
 
-    QStringList reports = modified.values();
-    std::sort(reports.begin(), reports.end());
-    for (const QString &path : qAsConst(reports)) {
+void SourceWatcher::reportVanished()
+{
+    QSet<QString> vanished = std::exchange(m_vanished, {});
+    check(); // Of these some may be back.
+    report(vanished.intersect(m_missing));
+}
+
+void SourceWatcher::report(const QSet<QString> &paths)
+{
+    QStringList sorted = paths.values();
+    std::sort(sorted.begin(), sorted.end());
+    for (const QString &path : qAsConst(sorted)) {
         if (m_files.contains(path))
             Q_EMIT fileModified(path);
     }
@@ -142,6 +167,7 @@ void SourceWatcher::takeReturned(QSet<QString> *modified)
     }
     for (const QString &path : qAsConst(returned)) {
         m_missing.remove(path);
+        m_vanished.remove(path);
         rearm(path);
         if (!m_missing.contains(path))
             modified->insert(path);

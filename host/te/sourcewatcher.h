@@ -17,9 +17,10 @@ namespace TE {
 
 /// Reports changes of files on disk, each file once for a burst of changes.
 ///
-/// A file that is replaced or that vanishes and returns has changed; while it is missing the
-/// nearest folder that exists is watched for its return. Costs one kernel watch a file; a change
-/// costs time by the number of changed and missing files, not by that of watched ones.
+/// A file that is replaced has changed, once; one that is gone has changed when it is still missing
+/// after a while, and again when it returns. While it is missing the nearest folder that exists is
+/// watched for its return. Costs one kernel watch a file; a change costs time by the number of
+/// changed and missing files, not by that of watched ones.
 class SourceWatcher : public QObject
 {
     Q_OBJECT
@@ -34,6 +35,7 @@ public:
     void removeFile(const QString &path);
 
 Q_SIGNALS:
+    /// The content of @p path is another one than before, or gone.
     void fileModified(const QString &path);
 
 private:
@@ -48,6 +50,8 @@ private:
     void rearm(const QString &path);
     void onFileChanged(const QString &path);
     void check();
+    void reportVanished();
+    void report(const QSet<QString> &paths);
     void takeReturned(QSet<QString> *modified);
     void watchFoldersOfMissing();
     void startTimer();
@@ -57,7 +61,9 @@ private:
     QFileSystemWatcher m_folders;
     QSet<QString> m_changed; ///< Since the last check.
     QSet<QString> m_missing;
+    QSet<QString> m_vanished; ///< Those missing ones whose absence is yet to be reported.
     QTimer m_timer;
+    QTimer m_absence; ///< Runs from the last file that vanished on.
 };
 
 } // namespace TE

@@ -13,7 +13,7 @@ constexpr char E_FILE_ADD[] = "TE.File.Add";                 ///< file
 constexpr char E_FILE_REMOVE[] = "TE.File.Remove";           ///< file, type
 constexpr char E_FILE_CH_ENABLE[] = "TE.File.Change.Enable"; ///< file, type, enable (new state)
 constexpr char E_FILE_CH_TYPE[] = "TE.File.Change.Type"; ///< file, type (new), previous (former)
-constexpr char E_FILE_MODIFIED[] = "TE.File.Modified";   ///< file
+constexpr char E_FILE_MODIFIED[] = "TE.File.Modified";   ///< file (written, gone from disk or back)
 constexpr char E_OPTION_CHANGE[] = "TE.Option.Change";   ///< option (its name)
 constexpr char E_DEVICE_CHANGE[] = "TE.Device.Change";   ///< none
 

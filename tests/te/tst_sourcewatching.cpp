@@ -24,6 +24,12 @@ using TarnTest::writeFile;
 namespace {
 /// Longer than the watcher takes to report.
 constexpr int QuietMilliseconds = 350;
+
+/// Longer than a file may be missing before the watcher reports that.
+constexpr int GoneMilliseconds = 800;
+
+/// Longer than the watcher collects changes, shorter than a file may be missing.
+constexpr int ShortAbsenceMilliseconds = 250;
 } // namespace
 
 class TestSourceWatching : public TarnTest::TestCase
@@ -37,7 +43,11 @@ private Q_SLOTS:
     void everyReplacementIsReported_data();
     void everyReplacementIsReported();
     void replacementOfAHardLinkedFileKeepsWatching();
-    void vanishedFileIsReportedWhenItReturns();
+    void shortAbsenceIsOneChange();
+    void vanishedFileIsReportedOnceAndWhenItReturns();
+    void movedFileIsReported();
+    void vanishedFileIsForgottenWithItsProject_data();
+    void vanishedFileIsForgottenWithItsProject();
     void fileReturnsWithItsFolder();
     void missingFromTheStartIsReportedWhenItAppears();
     void addedFilesAreWatchedAndRemovedOnesAreNot();
@@ -138,25 +148,79 @@ void TestSourceWatching::replacementOfAHardLinkedFileKeepsWatching()
     m_log->take();
 }
 
-void TestSourceWatching::vanishedFileIsReportedWhenItReturns()
+void TestSourceWatching::shortAbsenceIsOneChange()
 {
     writeFile(path("a.v"), "1");
     watch({"a.v"});
     for (int i = 0; i < 2; ++i) {
         QVERIFY(QFile::remove(path("a.v")));
-        QTest::qWait(QuietMilliseconds);
-        QCOMPARE(m_log->take(), QStringList());
-        writeFile(path("other.v"), QByteArray::number(i));
-        QTest::qWait(QuietMilliseconds);
+        QTest::qWait(ShortAbsenceMilliseconds);
         QCOMPARE(m_log->take(), QStringList());
         writeFile(path("a.v"), "2");
-        QTRY_VERIFY(!m_log->lines().isEmpty());
-        QTest::qWait(QuietMilliseconds);
+        QTest::qWait(GoneMilliseconds);
         QCOMPARE(m_log->take(), QStringList(report("a.v")));
+    }
+}
+
+void TestSourceWatching::vanishedFileIsReportedOnceAndWhenItReturns()
+{
+    writeFile(path("a.v"), "1");
+    writeFile(path("b.v"), "1");
+    watch({"a.v", "b.v"});
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(QFile::remove(path("b.v")));
+        QVERIFY(QFile::remove(path("a.v")));
+        QTest::qWait(GoneMilliseconds);
+        QCOMPARE(m_log->take(), QStringList({report("a.v"), report("b.v")}));
+        // It still belongs to the project, so that a view takes its event seriously.
+        QVERIFY(m_design->getFileInfo(path("a.v")).enabled);
+        writeFile(path("other.v"), QByteArray::number(i));
+        QTest::qWait(GoneMilliseconds);
+        QCOMPARE(m_log->take(), QStringList());
+        writeFile(path("a.v"), "2");
+        writeFile(path("b.v"), "2");
+        QTRY_COMPARE(m_log->lines().size(), 2);
+        QTest::qWait(GoneMilliseconds);
+        QCOMPARE(m_log->take(), QStringList({report("a.v"), report("b.v")}));
     }
     writeFile(path("a.v"), "3");
     QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
     m_log->take();
+}
+
+void TestSourceWatching::movedFileIsReported()
+{
+    writeFile(path("a.v"), "1");
+    watch({"a.v"});
+    QVERIFY(QFile::rename(path("a.v"), path("b.v")));
+    QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
+    QVERIFY(QFile::rename(path("b.v"), path("a.v")));
+    QTRY_COMPARE(m_log->lines().size(), 2);
+    m_log->take();
+}
+
+void TestSourceWatching::vanishedFileIsForgottenWithItsProject_data()
+{
+    QTest::addColumn<bool>("wholeProject");
+    QTest::newRow("file") << false;
+    QTest::newRow("project") << true;
+}
+
+void TestSourceWatching::vanishedFileIsForgottenWithItsProject()
+{
+    QFETCH(bool, wholeProject);
+    writeFile(path("a.v"), "1");
+    writeFile(path("b.v"), "1");
+    watch({"a.v", "b.v"});
+    QVERIFY(QFile::remove(path("a.v")));
+    QTest::qWait(ShortAbsenceMilliseconds);
+    if (wholeProject)
+        watch({"b.v"});
+    else
+        m_design->removeFile(path("a.v"));
+    m_log->take();
+    QTest::qWait(GoneMilliseconds);
+    QCOMPARE(m_log->take(), QStringList());
 }
 
 void TestSourceWatching::fileReturnsWithItsFolder()
@@ -164,7 +228,8 @@ void TestSourceWatching::fileReturnsWithItsFolder()
     writeFile(path("rtl/deep/a.v"), "1");
     watch({"rtl/deep/a.v"});
     QVERIFY(QDir(path("rtl")).removeRecursively());
-    QTest::qWait(QuietMilliseconds);
+    QTest::qWait(GoneMilliseconds);
+    QCOMPARE(m_log->take(), QStringList(report("rtl/deep/a.v")));
     QVERIFY(QDir().mkpath(path("rtl")));
     QTest::qWait(QuietMilliseconds);
     QVERIFY(QDir().mkpath(path("rtl/deep")));
