@@ -84,6 +84,8 @@ struct DesignManager::Private
 DesignManager::DesignManager()
     : d(std::make_unique<Private>())
 {
+    // A file that is gone from the disk is modified, not removed: it still belongs to the project,
+    // and only in this event views leave disabled files alone.
     connect(&d->watcher, &SourceWatcher::fileModified, this, [](const QString &path) {
         raise(E_FILE_MODIFIED, {{QLatin1String(K_FILE), path}});
     });
@@ -267,16 +269,23 @@ bool DesignManager::setLibraryFiles(const QStringList &paths)
     for (const QString &path : qAsConst(entered))
         d->watcher.addFile(path);
 
+    bool changed = false;
     for (const QString &path : former) {
         if (!entered.contains(path)) {
+            changed = true;
             raise(E_FILE_REMOVE,
                   {{QLatin1String(K_FILE), path}, {QLatin1String(K_TYPE), libraryFileType(path)}});
         }
     }
     for (const QString &path : qAsConst(entered)) {
-        if (!former.contains(path))
+        if (!former.contains(path)) {
+            changed = true;
             raise(E_FILE_ADD, {{QLatin1String(K_FILE), path}});
+        }
     }
+    // Their order decides which definition of a module counts.
+    if (!changed && !entered.isEmpty())
+        raise(E_FILE_MODIFIED, {{QLatin1String(K_FILE), entered.first()}});
     Q_EMIT projectChanged();
     return true;
 }
@@ -288,6 +297,9 @@ bool DesignManager::setMacros(const QStringList &macros)
         return false;
     d->project.macros = macros;
     raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), QLatin1String(OPT::MACROS)}});
+    // Views that know the include path alone of what the preprocessor is given have to read the
+    // design again as well.
+    raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), QLatin1String(OPT::INCLUDEPATH)}});
     Q_EMIT projectChanged();
     return true;
 }

@@ -59,9 +59,11 @@ public:
     bool setFileEnabled(const QString &path, bool enabled);
     bool setFileType(const QString &path, int type);
     bool setOptionValue(const QString &name, const QVariant &value);
-    /// Raises the events of added and removed files.
+    /// Raises the events of added and removed files; when only the order changes, that of a
+    /// modified one.
     bool setLibraryFiles(const QStringList &paths);
-    /// Raises TE::E_OPTION_CHANGE with TE::OPT::MACROS.
+    /// Raises TE::E_OPTION_CHANGE with TE::OPT::MACROS and, for views that do not know that one,
+    /// with TE::OPT::INCLUDEPATH.
     bool setMacros(const QStringList &macros);
     bool setDevice(const DEV::DeviceArg &device);
 

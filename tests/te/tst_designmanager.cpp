@@ -195,7 +195,8 @@ void TestDesignManager::changesRaiseEvents()
         QCOMPARE(log.take(), QStringList(QStringLiteral("TE.Option.Change option=") + option));
     }
     QVERIFY(design()->setMacros({"A=1"}));
-    QCOMPARE(log.take(), QStringList("TE.Option.Change option=Macros"));
+    QCOMPARE(log.take(), QStringList({"TE.Option.Change option=Macros",
+                                      "TE.Option.Change option=IncludePath"}));
     QCOMPARE(design()->getOptionValue(OPT::MACROS).toStringList(), QStringList("A=1"));
     QVERIFY(design()->setDevice({"KX", "P", "-1", "KX70"}));
     QCOMPARE(log.take(), QStringList("TE.Device.Change"));
@@ -255,6 +256,12 @@ void TestDesignManager::libraryFilesAreAddedAndRemoved()
     QVERIFY(design()->setLibraryFiles({"three.v", "one.v"}));
     QCOMPARE(log.take(),
              QStringList({"TE.File.Remove file=/w/two.sv type=3", "TE.File.Add file=/w/three.v"}));
+    QVERIFY(design()->setLibraryFiles({"one.v", "three.v"}));
+    QCOMPARE(log.take(), QStringList("TE.File.Modified file=/w/one.v"));
+    QVERIFY(!design()->setLibraryFiles({"one.v", "three.v"}));
+    QVERIFY(design()->setLibraryFiles({}));
+    QCOMPARE(log.take(), QStringList({"TE.File.Remove file=/w/one.v type=2",
+                                      "TE.File.Remove file=/w/three.v type=2"}));
 }
 
 void TestDesignManager::removingManyFilesIsFast()

@@ -341,12 +341,13 @@ void TestMainWindow::optionsRaiseEventsForWhatChanged()
         pressOk(dialog);
     });
     trigger("Options...");
-    QCOMPARE(events(), QStringList({"TE.Option.Change option=Macros",
-                                    "TE.Option.Change option=Verilog_Standard",
-                                    "TE.Option.Change option=Synthesize_tool",
-                                    "TE.Option.Change option=Extraction_Timeout",
-                                    "TE.Option.Change option=IncludePath", "TE.File.Add file=lib.v",
-                                    "TE.Device.Change"}));
+    QCOMPARE(events(),
+             QStringList({"TE.Option.Change option=Macros", "TE.Option.Change option=IncludePath",
+                          "TE.Option.Change option=Verilog_Standard",
+                          "TE.Option.Change option=Synthesize_tool",
+                          "TE.Option.Change option=Extraction_Timeout",
+                          "TE.Option.Change option=IncludePath", "TE.File.Add file=lib.v",
+                          "TE.Device.Change"}));
     const TE::Project &project = design()->project();
     QCOMPARE(design()->getOptionValue("IncludePath").toStringList(),
              QStringList({"inc", "more dirs"}));
