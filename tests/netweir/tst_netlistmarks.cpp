@@ -308,6 +308,21 @@ top : top
     n[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
     line[7:0] OOOOOOOO
 )");
+    row("system functions that write their arguments or open files", R"(
+module top; int file, multi, seed, drawn, idle; logic [7:0] text, shown;
+  initial begin file = $fopen("a", "w"); multi = $fopen("b"); drawn = $random(seed);
+    $sformat(text, "%d", shown); $fclose(idle); end
+endmodule)",
+        R"(
+top : top
+    file[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
+    multi[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
+    seed[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
+    drawn[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
+    idle[31:0] ................................
+    text[7:0] OOOOOOOO
+    shown[7:0] ........
+)");
     row("gates and pulls", R"(
 module top(input a, input b); wire n, t, p; nand (n, a, b); bufif0 (t, a, b); pullup (p);
 endmodule)",

@@ -290,6 +290,17 @@ top : top
                       "_m; wire w; endmodule")
         << QString::fromLatin1("top : top\n    %1 .\n    %1/x .\n    %1_u : %1_m\n        w .\n")
                .arg(QString::fromLatin1(longName));
+    row("empty places among the ports", R"(
+module leaf(a, , b); input a, b; endmodule
+module top(x, , y); input x; output y; leaf u(x, , y); endmodule)",
+        R"(
+top : top
+    x O
+    y .
+    u : leaf
+        a O
+        b .
+)");
     row("what is no net", R"(
 package pk; int packaged; function automatic logic pf(input logic i); pf = i; endfunction endpackage
 module top(input c); parameter P = 1; localparam L = 2; typedef logic t_t;

@@ -15,6 +15,8 @@ namespace {
 /// What the elaborator appends to the name of an interface instance to name a reference to it.
 constexpr std::string_view InterfaceReference = "__Viftop";
 constexpr std::string_view ToolMadeName = "__V";
+/// Begins the names of positional pins, and of ports whose place in the list is empty.
+constexpr std::string_view PinNumber = "__pinNumber";
 
 enum class Tag {
     Other,
@@ -32,6 +34,7 @@ enum class Tag {
     Variable,
     MemoryFile,
     WritesAll,
+    WritesFirst,
     WritesSecond,
 };
 
@@ -50,6 +53,8 @@ Tag tagOf(std::string_view name)
         {"contassign", Tag::Assignment},
         {"fgets", Tag::WritesAll},
         {"final", Tag::Process},
+        {"fopen", Tag::WritesFirst},
+        {"fopenmcd", Tag::WritesFirst},
         {"fread", Tag::WritesAll},
         {"fscanf", Tag::WritesAll},
         {"func", Tag::Routine},
@@ -61,8 +66,10 @@ Tag tagOf(std::string_view name)
         {"modport", Tag::Modport},
         {"property", Tag::Skipped},
         {"pull", Tag::Pull},
+        {"rand", Tag::WritesFirst}, // The seed.
         {"readmem", Tag::MemoryFile},
         {"sequence", Tag::Skipped},
+        {"sformat", Tag::WritesSecond},
         {"sscanf", Tag::WritesAll},
         {"task", Tag::Routine},
         {"taskref", Tag::Call},
@@ -158,10 +165,9 @@ Symbol Definition::find(int scope, std::string_view name) const
 
 int Definition::portOfPin(std::string_view pinName) const
 {
-    constexpr std::string_view Positional = "__pinNumber";
-    if (pinName.substr(0, Positional.size()) == Positional) {
+    if (pinName.substr(0, PinNumber.size()) == PinNumber) {
         int number = 0;
-        pinName.remove_prefix(Positional.size());
+        pinName.remove_prefix(PinNumber.size());
         std::from_chars(pinName.data(), pinName.data() + pinName.size(), number);
         const bool exists = number > 0 && std::size_t(number) <= ports.size();
         return exists ? ports[std::size_t(number) - 1] : -1;
@@ -261,6 +267,9 @@ bool DefinitionReader::enter(const pugi::xml_node &node)
     case Tag::MemoryFile:
         m_definition->computedIndexes.push_back({node.first_child().next_sibling(), level().scope});
         return true;
+    case Tag::WritesFirst:
+        addWrite(node.first_child());
+        return true;
     case Tag::WritesSecond:
         addWrite(node.first_child().next_sibling());
         return true;
@@ -317,7 +326,10 @@ void DefinitionReader::addVariable(const pugi::xml_node &node)
     variable.isInterfacePort = isInterface && !level().isLocal;
 
     const bool isParameter = node.attribute("param") || node.attribute("localparam");
-    const bool isToolMade = contains(encoded, ToolMadeName) && !contains(encoded, HashedName);
+    const bool isEmptyPort =
+        variable.pinNumber > 0 && encoded.substr(0, PinNumber.size()) == PinNumber;
+    const bool isToolMade =
+        isEmptyPort || (contains(encoded, ToolMadeName) && !contains(encoded, HashedName));
     const bool mayBeGenvar = m_types.at(variable.type).isIntegerKeyword &&
                              variable.direction == Direction::None && !level().isLocal;
     variable.isNet = !level().isLocal && !isInterface && !isParameter && !isToolMade &&
