@@ -5,19 +5,12 @@
 #include "tarnfilewizardfactory.h"
 #include "tarnviewmanager.h"
 
-#include <QDebug>
-
 namespace TARN {
 
 bool TarnInserterPlugin::initialize()
 {
-    TarnViewManager *manager = TarnViewManager::instance();
-    if (!manager) {
-        qCritical("TARN Inserter was shut down and cannot be initialised again.");
-        return false;
-    }
     addAutoReleasedObject(new TarnFileWizardFactory);
-    manager->initialize();
+    TarnViewManager::ensureInstance()->initialize();
     return true;
 }
 

@@ -47,8 +47,17 @@ TarnViewManager *TarnViewManager::instance()
     return s_instance;
 }
 
+TarnViewManager *TarnViewManager::ensureInstance()
+{
+    if (!s_instance)
+        s_instance = new TarnViewManager;
+    return s_instance;
+}
+
 void TarnViewManager::initialize()
 {
+    if (d->saveAction)
+        return;
     d->saveAction = new QAction(this);
     Core::ActionManager::registerAction(d->saveAction, Core::Constants::A_FILE_SAVE, TARN_CONTEXT);
     d->saveAction->setEnabled(false);
@@ -158,6 +167,8 @@ void TarnViewManager::onTarnViewClosed(Core::IView *view)
 
 void TarnViewManager::updateActions()
 {
+    if (!d->saveAction)
+        return; // A view before initialize().
     if (!d->hasCurrent || !d->currentView) {
         d->saveAction->setEnabled(false);
         return;

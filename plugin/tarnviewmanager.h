@@ -28,8 +28,8 @@ struct TarnViewManager_Private;
 /// Opens, finds and closes the editor views, at most one a file, and drives the host's Save
 /// command while one of them is active.
 ///
-/// One object a process, made when the library is loaded and gone after deinit(). It owns the Save
-/// action; views belong to the host's view manager, and this one learns of their end from it.
+/// One object, made when the library is loaded and gone after deinit(). It owns the Save action;
+/// views belong to the host's view manager, and this one learns of their end from it.
 /// Look-ups walk the open views.
 class TARN_PLUGIN_EXPORT TarnViewManager final : public QObject
 {
@@ -39,7 +39,10 @@ public:
     /// Null after deinit().
     static TarnViewManager *instance();
 
-    /// Registers the Save action and follows the host's active view.
+    /// The one object, made anew after deinit(): a host may start the plug-in again.
+    static TarnViewManager *ensureInstance();
+
+    /// Registers the Save action and follows the host's active view. Does nothing the second time.
     void initialize();
 
     /// Deletes the manager and its action; open views stay.

@@ -30,6 +30,8 @@ public:
 private Q_SLOTS:
     void managerIsThereBeforeTheApplication();
     void goesThroughItsLife();
+    void startsAgainAfterItsEnd();
+    void managerStartsOnce();
 
 private:
     TarnViewManager *m_managerAtStart;
@@ -63,10 +65,37 @@ void TestTarnInserterPlugin::goesThroughItsLife()
     QVERIFY(!TarnViewManager::instance());
     asHostSeesIt->shutDown();
 
-    expectWarning("^TARN Inserter was shut down and cannot be initialised again\\.$");
-    QVERIFY(!asHostSeesIt->initialize());
-    QCOMPARE(ObjectPool::allObjects().size(), 1);
     ObjectPool::release(&plugin);
+}
+
+void TestTarnInserterPlugin::startsAgainAfterItsEnd()
+{
+    TarnInserterPlugin plugin;
+    QVERIFY(!TarnViewManager::instance()); // Shut down above.
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY(plugin.initialize());
+        const QPointer<TarnViewManager> manager = TarnViewManager::instance();
+        QVERIFY(manager);
+        QCOMPARE(manager->findChildren<QAction *>().size(), 1);
+        QCOMPARE(ObjectPool::objects<Core::IFileWizardFactory>().size(), 1);
+        plugin.shutDown();
+        ObjectPool::release(&plugin);
+        QVERIFY(!manager);
+    }
+}
+
+void TestTarnInserterPlugin::managerStartsOnce()
+{
+    TarnViewManager *manager = TarnViewManager::ensureInstance();
+    QCOMPARE(TarnViewManager::ensureInstance(), manager);
+    QAction *command = Core::ActionManager::command(Core::Constants::A_FILE_SAVE);
+    manager->onCurrentViewChanged(nullptr); // Nothing to show it with yet.
+    QVERIFY(manager->findChildren<QAction *>().isEmpty());
+    manager->initialize();
+    manager->initialize();
+    QCOMPARE(manager->findChildren<QAction *>().size(), 1);
+    QVERIFY(!command->isEnabled());
+    manager->deinit();
 }
 
 int main(int argc, char *argv[])
