@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "preprocessedtext.h"
 
+#include "encryptedcode.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -66,6 +68,7 @@ PreprocessedText::PreprocessedText(const QByteArray &output, const QVector<PathA
     for (const PathAlias &file : m_files)
         m_filePaths.insert(file.alias, file.path);
     split(output);
+    leaveOutEncryptedCode();
     hideCode();
 }
 
@@ -126,24 +129,35 @@ void PreprocessedText::hideCode()
     for (int text = 0; text < m_texts.size(); ++text) {
         const QVector<HiddenRegion> regions = blankHiddenCode(&m_texts[text]);
         for (const HiddenRegion &region : regions) {
-            noteHidden(text, region);
+            noteHidden(text, region.first, region.last);
             if (!region.closed)
                 m_unclosed.append({text, region.mark});
         }
     }
 }
 
-void PreprocessedText::noteHidden(int text, const HiddenRegion &region)
+void PreprocessedText::leaveOutEncryptedCode()
+{
+    for (int text = 0; text < m_texts.size(); ++text) {
+        const QVector<EncryptedRegion> regions = blankEncryptedCode(&m_texts[text]);
+        for (const EncryptedRegion &region : regions) {
+            noteHidden(text, region.first, region.last);
+            m_encrypted.append({text, region.first});
+        }
+    }
+}
+
+void PreprocessedText::noteHidden(int text, int first, int last)
 {
     const QVector<Origin> &origins = m_origins[text];
     const auto after = std::upper_bound(
-        origins.begin(), origins.end(), region.first,
+        origins.begin(), origins.end(), first,
         [](int textLine, const Origin &origin) { return textLine < origin.textLine; });
     for (auto origin = after == origins.begin() ? after : after - 1;
-         origin != origins.end() && origin->textLine <= region.last; ++origin) {
-        const int next = origin + 1 == origins.end() ? region.last + 1 : (origin + 1)->textLine;
-        const int begin = qMax(origin->textLine, region.first);
-        const int end = qMin(next - 1, region.last);
+         origin != origins.end() && origin->textLine <= last; ++origin) {
+        const int next = origin + 1 == origins.end() ? last + 1 : (origin + 1)->textLine;
+        const int begin = qMax(origin->textLine, first);
+        const int end = qMin(next - 1, last);
         if (begin > end)
             continue;
         m_hidden[m_paths[origin->file]].append(
@@ -167,6 +181,9 @@ QStringList PreprocessedText::warnings() const
             warningMessage(place(mark), Text::tr("The code behind this comment is hidden up to the "
                                                  "end of the file. Add a comment with translate_on "
                                                  "where the design goes on.")));
+    for (const TextLine &begin : m_encrypted)
+        result.append(warningMessage(place(begin), Text::tr("The encrypted code from this line on "
+                                                            "is left out.")));
     return result;
 }
 

@@ -31,7 +31,7 @@ struct TextLine
 };
 
 /// The output of the preprocessor, taken apart into one text for each file that it was given, code
-/// between marks left out.
+/// between marks and encrypted code left out.
 ///
 /// The texts hold no `line directives: where a line comes from stands in a table, so that the
 /// elaborator's locations are positions in the texts themselves. Memory: the size of the output.
@@ -51,10 +51,11 @@ public:
     /// The path behind a name as the preprocessor prints it. Null for a name that is no source.
     QString path(const QByteArray &name) const;
 
-    /// Whether a line of a user's file lies between marks that hide it.
+    /// Whether a line of a user's file lies between marks that hide it or is encrypted.
     bool hides(const Place &place) const;
 
-    /// One message for each mark that hides code and has no counterpart.
+    /// One message for each mark that hides code and has no counterpart, and for each piece of
+    /// encrypted code.
     QStringList warnings() const;
 
 private:
@@ -77,7 +78,8 @@ private:
 
     void split(const QByteArray &output);
     void hideCode();
-    void noteHidden(int text, const HiddenRegion &region);
+    void leaveOutEncryptedCode();
+    void noteHidden(int text, int first, int last);
     void follow(const Directive &directive);
     int currentFile(const Directive &directive);
     int numberOf(const QByteArray &name);
@@ -90,6 +92,7 @@ private:
     QVector<QVector<Origin>> m_origins;          ///< By text, in the order of its lines.
     QHash<QString, QVector<LineRange>> m_hidden; ///< By path.
     QVector<TextLine> m_unclosed;                ///< Marks without a counterpart.
+    QVector<TextLine> m_encrypted;               ///< Where encrypted code begins.
 
     QVector<QString> m_paths;            ///< By file number.
     QHash<QByteArray, int> m_numbers;    ///< By name as the preprocessor prints it.
