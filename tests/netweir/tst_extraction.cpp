@@ -91,6 +91,9 @@ private Q_SLOTS:
     void readsMacrosOfTheProject();
     void readsAsSynthesisDoes();
     void readsLibraryFiles();
+    void readsLibraryFilesInTheirOrder();
+    void findsModulesInLibraryFolders();
+    void saysWhatIsWrongInLibraryFolders();
     void readsEachFileInItsLanguage_data();
     void readsEachFileInItsLanguage();
     void readsDelays_data();
@@ -883,6 +886,102 @@ void TestExtraction::readsLibraryFiles()
     design.findModules();
     QCOMPARE(design.firstError(), QStringLiteral("ERROR: none.v: The library file does not exist. "
                                                  "Remove it from the options."));
+}
+
+/// Macros carry over from one to the next, and the first definition of a module counts.
+void TestExtraction::readsLibraryFilesInTheirOrder()
+{
+    DesignFixture design;
+    QByteArray top = "module top; same s();";
+    QStringList paths;
+    for (int i = 0; i < 12; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        const QByteArray before = i == 0 ? QByteArray("1") : "`W" + QByteArray::number(i - 1);
+        top += " m" + number + " u" + number + "();";
+        paths.append(design.path(QStringLiteral("lib%1.v").arg(12 - i)));
+        TarnTest::writeFile(paths.last(), "`define W" + number + " 1+" + before + "\nmodule m" +
+                                              number + "; wire [`W" + number +
+                                              ":0] w; endmodule\nmodule same; wire w" + number +
+                                              "; endmodule\n");
+    }
+    design.add(QStringLiteral("a.v"), top + " endmodule\n");
+    design.set(TE::DesignInfo::LibraryFiles, paths);
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/u11/w[13]")));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/s/w0")));
+
+    // Twice, or a source as well: it is one file.
+    paths.append({paths.first(), design.path(QStringLiteral("a.v"))});
+    design.set(TE::DesignInfo::LibraryFiles, paths);
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/u11/w[13]")));
+}
+
+void TestExtraction::findsModulesInLibraryFolders()
+{
+    DesignFixture design;
+    const auto write = [&design](const char *name, const QByteArray &text) {
+        TarnTest::writeFile(design.path(QString::fromLatin1(name)), text);
+    };
+    design.add(QStringLiteral("a.v"), "`define WIDTH 4\n"
+                                      "module top; first u(); second v(); plain w(.x(1'b1));\n"
+                                      "own o(); empty e(); endmodule\n"
+                                      "module own; wire mine; endmodule\n"
+                                      "module unused_too; fourth x(); endmodule\n");
+    write("cells/first.v", "module first; wire [`WIDTH-1:0] w; third t(); endmodule\n");
+    write("more/first.v", "module first; wire wrong; endmodule\n");
+    // What is found needs more, and so on.
+    write("cells/third.sv", "module third; logic l; second s(); endmodule\n"
+                            "module not_needed; fifth x(); endmodule\n");
+    write("more/second.vlib", "module second; wire w; endmodule\n");
+    write("more/fourth.v", "module fourth; endmodule\n");
+    write("cells/empty.v", "// Another module of that name is meant.\nmodule other; endmodule\n");
+    // Not asked for, so that what is wrong with them does not matter.
+    write("cells/own.v", "oops\n");
+    write("cells/fifth.v", "oops\n");
+    write("cells/top.v", "oops\n");
+    design.set(TE::DesignInfo::LibraryFolders, QStringList({design.path(QStringLiteral("cells")),
+                                                            design.path(QStringLiteral("more"))}));
+    design.set(TE::DesignInfo::Top, QStringLiteral("top"));
+    design.set(TE::DesignInfo::LibraryExtensions,
+               QStringList({QStringLiteral(".vlib"), QStringLiteral(".v"), QStringLiteral(".sv")}));
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+        QCOMPARE(design.messages, QStringList());
+        QCOMPARE(design.modules, QStringList({QStringLiteral("top"), QStringLiteral("own"),
+                                              QStringLiteral("unused_too")}));
+        for (const char *net : {"top/u/w[3]", "top/u/t/l", "top/u/t/s/w", "top/v/w", "top/o/mine"})
+            QVERIFY2(design.netlist->findNet(QString::fromLatin1(net)), net);
+        QVERIFY(!design.netlist->findNet(QStringLiteral("top/u/wrong")));
+    }
+    // The result is used up: everything is read once more.
+    QVERIFY(design.buildNetlist());
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/u/t/s/w")));
+}
+
+void TestExtraction::saysWhatIsWrongInLibraryFolders()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), "module top; lib u(); endmodule\n");
+    const QString none = design.path(QStringLiteral("none"));
+    design.set(TE::DesignInfo::LibraryFolders, QStringList({none, design.path(QString())}));
+    QVERIFY(design.extract());
+    const QStringList missing = {
+        QStringLiteral("WARNING: %1: The library folder does not exist.").arg(none)};
+    QCOMPARE(design.messages, missing);
+
+    // Once, though the folder is searched again and again.
+    TarnTest::writeFile(design.path(QStringLiteral("lib.sv")),
+                        "module lib; logic l; lib2 u(); endmodule\n");
+    TarnTest::writeFile(design.path(QStringLiteral("lib2.v")), "module lib2; wire w; endmodule\n");
+    QVERIFY(design.extract());
+    QCOMPARE(design.messages, missing);
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/u/u/w")));
+
+    TarnTest::writeFile(design.path(QStringLiteral("lib2.v")), "module lib2;\nwire = ;\n");
+    QVERIFY(!design.extract());
+    QVERIFY2(design.firstError().startsWith(QStringLiteral("ERROR: lib2.v:2:6: ")),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
 }
 
 void TestExtraction::readsEachFileInItsLanguage_data()

@@ -189,15 +189,16 @@ QStringList DesignModules::dimensionErrors(const QString &top) const
             }
         }
     };
-    const QVector<int> reachable = reachableFrom(top);
+    const QVector<int> reachable = reachableFrom({m_units.value(top.toUtf8(), -1)});
     for (const int unit : reachable)
         collect(m_scan.units[unit].instantiations);
     collect(m_scan.bindings);
     return result;
 }
 
-/// Units that @p top instantiates, itself or by way of others, and itself.
-QVector<int> DesignModules::reachableFrom(const QString &top) const
+/// Those of @p starts that are no -1, and the units that they instantiate, themselves or by way of
+/// others.
+QVector<int> DesignModules::reachableFrom(const QVector<int> &starts) const
 {
     QVector<int> result;
     QSet<int> known;
@@ -207,7 +208,8 @@ QVector<int> DesignModules::reachableFrom(const QString &top) const
             result.append(unit);
         }
     };
-    add(m_units.value(top.toUtf8(), -1));
+    for (const int start : starts)
+        add(start);
     for (const Instantiation &binding : m_scan.bindings)
         add(m_units.value(binding.module, -1));
     for (int i = 0; i < result.size(); ++i) {
@@ -305,6 +307,31 @@ QVector<Instantiation> DesignModules::unknownInstantiations() const
     };
     for (const DesignUnit &unit : m_scan.units)
         collect(unit.instantiations);
+    collect(m_scan.bindings);
+    return result;
+}
+
+QByteArrayList DesignModules::missingModules() const
+{
+    QVector<int> sources;
+    for (int i = 0; i < m_scan.units.size(); ++i) {
+        if (!m_scan.units[i].library)
+            sources.append(i);
+    }
+    QByteArrayList result;
+    QSet<QByteArray> listed;
+    const auto collect = [this, &result, &listed](const QVector<Instantiation> &instantiations) {
+        for (const Instantiation &instantiation : instantiations) {
+            const QByteArray &name = instantiation.module;
+            if (!m_units.contains(name) && !listed.contains(name)) {
+                listed.insert(name);
+                result.append(name);
+            }
+        }
+    };
+    const QVector<int> needed = reachableFrom(sources);
+    for (const int unit : needed)
+        collect(m_scan.units[unit].instantiations);
     collect(m_scan.bindings);
     return result;
 }

@@ -6,6 +6,7 @@
 
 #include "modulescan.h"
 
+#include <QByteArrayList>
 #include <QHash>
 #include <QSet>
 #include <QString>
@@ -60,10 +61,14 @@ public:
     /// Instantiations of modules that neither sources nor libraries define.
     QVector<Instantiation> unknownInstantiations() const;
 
+    /// Names of modules that no file defines and that the sources need, by way of library modules
+    /// or themselves. Some may be types of variables. Each name once, in the order of first use.
+    QByteArrayList missingModules() const;
+
 private:
     enum class Circle { Any, Endless, Mutual };
 
-    QVector<int> reachableFrom(const QString &top) const;
+    QVector<int> reachableFrom(const QVector<int> &starts) const;
     bool isInstantiation(const Instantiation &instantiation) const;
     QSet<QByteArray> instantiatedNames() const;
     QVector<int> findCircle(const QVector<int> &starts, Circle kind) const;

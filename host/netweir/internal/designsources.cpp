@@ -39,6 +39,43 @@ SourceFile sourceFile(const QString &path, int type)
     return file;
 }
 
+SourceFile libraryFile(const QString &path)
+{
+    const bool isVhdl = hasSuffix(path, ".vhd") || hasSuffix(path, ".vhdl");
+    SourceFile file = sourceFile(path, isVhdl ? TE::VhdlFile : TE::VerilogFile);
+    file.library = true;
+    return file;
+}
+
+/// Adds those of @p paths that are not among @p files yet, and each once.
+void addLibraryFiles(const QStringList &paths, QVector<SourceFile> *files)
+{
+    QSet<QString> known;
+    for (const SourceFile &file : qAsConst(*files))
+        known.insert(file.path);
+    for (const QString &path : paths) {
+        if (!known.contains(path)) {
+            known.insert(path);
+            files->append(libraryFile(path));
+        }
+    }
+}
+
+/// The file for @p module in the library folders, null when there is none.
+QString findLibraryFile(const DesignSources &sources, const QString &module)
+{
+    if (module.contains(QLatin1Char('/'))) // An escaped name.
+        return {};
+    for (const QString &folder : sources.libraryFolders) {
+        for (const QString &extension : sources.libraryExtensions) {
+            const QString path = QDir(folder).filePath(module + extension);
+            if (QFileInfo(path).isFile())
+                return path;
+        }
+    }
+    return {};
+}
+
 QString knownStandard(const QString &standard)
 {
     for (const char *known : TE::OPT::VerilogStandards) {
@@ -99,6 +136,11 @@ QStringList SourceCheck::run()
         if (!QFileInfo(folder).isDir())
             m_messages.append(
                 warningMessage({folder}, Text::tr("The include folder does not exist.")));
+    }
+    for (const QString &folder : m_sources.libraryFolders) {
+        if (!QFileInfo(folder).isDir())
+            m_messages.append(
+                warningMessage({folder}, Text::tr("The library folder does not exist.")));
     }
     for (const SourceFile &file : m_sources.files) {
         if (file.vhdl) {
@@ -220,13 +262,11 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
         if (isDesignSource(type))
             result.files.append(sourceFile(path, type));
     }
-    const QStringList libraryFiles = value(DesignInfo::LibraryFiles).toStringList();
-    for (const QString &path : libraryFiles) {
-        const bool isVhdl = hasSuffix(path, ".vhd") || hasSuffix(path, ".vhdl");
-        SourceFile file = sourceFile(path, isVhdl ? VhdlFile : VerilogFile);
-        file.library = true;
-        result.files.append(file);
-    }
+    addLibraryFiles(value(DesignInfo::LibraryFiles).toStringList(), &result.files);
+    result.libraryFolders = value(DesignInfo::LibraryFolders).toStringList();
+    result.libraryExtensions = value(DesignInfo::LibraryExtensions).toStringList();
+    if (result.libraryExtensions.isEmpty())
+        result.libraryExtensions = QStringList{QStringLiteral(".v"), QStringLiteral(".sv")};
     result.includePaths = value(DesignInfo::IncludePaths).toStringList();
     result.macros = value(DesignInfo::Macros).toStringList();
     result.standard = knownStandard(value(DesignInfo::Standard).toString());
@@ -234,6 +274,19 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
     if (timeout > 0)
         result.timeoutSeconds = timeout;
     return result;
+}
+
+int addFilesOfLibraryFolders(const QByteArrayList &modules, DesignSources *sources)
+{
+    QStringList found;
+    for (const QByteArray &module : modules) {
+        const QString path = findLibraryFile(*sources, QString::fromUtf8(module));
+        if (!path.isEmpty())
+            found.append(path);
+    }
+    const int before = sources->files.size();
+    addLibraryFiles(found, &sources->files);
+    return sources->files.size() - before;
 }
 
 QStringList checkSources(const DesignSources &sources, SourceWords *words)

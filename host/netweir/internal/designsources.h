@@ -4,6 +4,7 @@
 
 #include "../netweir_global.h"
 
+#include <QByteArrayList>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -27,6 +28,9 @@ struct DesignSources
 {
     QString top;
     QVector<SourceFile> files; ///< Sources in project order, then library files.
+    /// Folders that have a file for each module of a library, in search order.
+    QStringList libraryFolders;
+    QStringList libraryExtensions; ///< Of these files, with the dot; not empty.
     QStringList includePaths;
     QStringList macros;
     QString standard; ///< Language of the Verilog files; never empty.
@@ -35,6 +39,10 @@ struct DesignSources
 
 /// Reads the map whose keys te/designinfo.h names. Files that are no design sources are left out.
 NETWEIR_EXPORT DesignSources readDesignSources(const QMap<QString, QVariant> &info);
+
+/// Adds the files that the library folders of @p sources have for @p modules, in their order. Files
+/// that are known already do not count. Returns how many were added.
+NETWEIR_EXPORT int addFilesOfLibraryFolders(const QByteArrayList &modules, DesignSources *sources);
 
 /// What the sources mention and the extraction acts on.
 struct SourceWords

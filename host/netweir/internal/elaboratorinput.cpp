@@ -22,7 +22,12 @@ const char WrapperModule[] = "netweir_top";
 /// Name of the text of file @p index for the elaborator. The suffix selects the language.
 QString textName(const SourceFile &file, int index)
 {
-    return QLatin1String(TextPrefix) + QString::number(index) +
+    // The elaborator reads library files in the order of their names, and the first of two
+    // definitions counts.
+    constexpr int Digits = 6;
+    const QString number = QString::number(index);
+    return QLatin1String(TextPrefix) +
+           (file.library ? number.rightJustified(Digits, QLatin1Char('0')) : number) +
            QLatin1String(file.systemVerilog ? ".sv" : ".v");
 }
 

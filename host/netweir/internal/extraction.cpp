@@ -70,7 +70,8 @@ private:
 } // namespace
 
 Extraction::Extraction(const DesignSources &sources)
-    : m_sources(sources)
+    : m_design(sources)
+    , m_sources(sources)
 {
 }
 
@@ -123,26 +124,41 @@ void Extraction::prepare(ExtractionProgress *progress, QStringList *messages)
     progress->setPhase(Text::tr("Reading sources"));
     QString error;
     m_program = findElaborator(&error);
-    if (m_program.isEmpty())
+    if (m_program.isEmpty()) {
         messages->append(errorMessage(error));
-    else
-        *messages += checkSources(m_sources, &m_words);
-    if (m_sources.files.isEmpty())
-        messages->append(warningMessage({}, Text::tr("The design has no Verilog source. Add one, "
-                                                     "or enable it.")));
-    if (containsError(*messages) || m_sources.files.isEmpty())
         return;
-    if (!prepareFolder(messages))
-        return;
-    m_reading = std::make_unique<SourceReading>(m_sources, m_words, *m_folder);
-    if (!preprocess(progress, messages))
-        return;
-    m_reading->scan(messages);
-    if (containsError(*messages) || m_reading->chosenTop().isEmpty())
+    }
+    // Each level of a library folder's files takes a round, as their macros are those of all that
+    // is read before. What an unfinished round has to say the next one says too.
+    m_sources = m_design;
+    QStringList found;
+    bool read = false;
+    do {
+        found.clear();
+        read = readSources(progress, &found);
+    } while (read && addFilesOfLibraryFolders(m_reading->missingModules(), &m_sources) > 0);
+    *messages += found;
+    if (!read || m_reading->chosenTop().isEmpty())
         return;
     m_input = std::make_unique<ElaboratorInput>(m_sources, *m_reading);
     m_runs = 0;
     runElaborator(messages);
+}
+
+/// Up to the scan. False when there is nothing to go on with.
+bool Extraction::readSources(ExtractionProgress *progress, QStringList *messages)
+{
+    *messages += checkSources(m_sources, &m_words);
+    if (m_sources.files.isEmpty())
+        messages->append(warningMessage({}, Text::tr("The design has no Verilog source. Add one, "
+                                                     "or enable it.")));
+    if (containsError(*messages) || m_sources.files.isEmpty() || !prepareFolder(messages))
+        return false;
+    m_reading = std::make_unique<SourceReading>(m_sources, m_words, *m_folder);
+    if (!preprocess(progress, messages))
+        return false;
+    m_reading->scan(messages);
+    return !containsError(*messages);
 }
 
 bool Extraction::prepareFolder(QStringList *messages)

@@ -49,6 +49,7 @@ private:
     enum State { Idle, Elaborating, Elaborated, Broken };
 
     void prepare(ExtractionProgress *progress, QStringList *messages);
+    bool readSources(ExtractionProgress *progress, QStringList *messages);
     bool prepareFolder(QStringList *messages);
     bool preprocess(ExtractionProgress *progress, QStringList *messages);
     void runElaborator(QStringList *messages);
@@ -59,7 +60,8 @@ private:
     bool hasOneTop() const;
     void reset();
 
-    DesignSources m_sources;
+    const DesignSources m_design;
+    DesignSources m_sources; ///< The design and what is needed of its library folders.
     State m_state = Idle;
     QString m_program;
     SourceWords m_words;

@@ -69,11 +69,9 @@ QStringList SourceReading::preprocessorArguments() const
         arguments.append(QStringLiteral("-D") + macro);
     for (const PathAlias &folder : m_folder.folders())
         arguments.append(QStringLiteral("-I") + QString::fromLatin1(folder.alias));
-    for (int i = 0; i < m_folder.files().size(); ++i) {
-        if (m_sources.files[i].library)
-            arguments.append(QStringLiteral("-v"));
-        arguments.append(QString::fromLatin1(m_folder.files()[i].alias));
-    }
+    // Library files too: behind -v they would come in the order of their names.
+    for (const PathAlias &file : m_folder.files())
+        arguments.append(QString::fromLatin1(file.alias));
     return arguments;
 }
 
@@ -126,6 +124,7 @@ void SourceReading::scan(QStringList *messages)
         *messages += modules.dimensionErrors(m_tops.first());
     m_tiedNets = modules.tiedNets();
     m_unknown = modules.unknownInstantiations();
+    m_missing = modules.missingModules();
     if (m_tops.size() == 1)
         m_chosenTop = m_tops.first();
     else if (!m_scan.balanced)

@@ -8,6 +8,7 @@
 #include "modulescan.h"
 #include "preprocessedtext.h"
 
+#include <QByteArrayList>
 #include <QHash>
 #include <QSet>
 #include <QString>
@@ -55,6 +56,8 @@ public:
     const QHash<QString, QSet<QString>> &tiedNets() const { return m_tiedNets; }
     /// Instantiations of modules that neither sources nor libraries define.
     const QVector<Instantiation> &unknownInstantiations() const { return m_unknown; }
+    /// See DesignModules.
+    const QByteArrayList &missingModules() const { return m_missing; }
 
 private:
     void addMessages(const ToolProcess &process, QStringList *messages);
@@ -72,6 +75,7 @@ private:
     bool m_topInstantiatesItself = false;
     QHash<QString, QSet<QString>> m_tiedNets;
     QVector<Instantiation> m_unknown;
+    QByteArrayList m_missing;
 };
 
 } // namespace Internal
