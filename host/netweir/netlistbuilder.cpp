@@ -3,6 +3,7 @@
 #include "netlistbuilder.h"
 
 #include "internal/netliststore.h"
+#include "internal/readguard.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -57,6 +58,14 @@ QString bitName(const QString &busPath, int index)
     return text;
 }
 
+/// A reading in this thread ends here as well, when it may. The names of a deep hierarchy take
+/// memory by the square of its depth, so long ones count more.
+void checkGuard(const QString &name)
+{
+    constexpr int LettersOfWork = 256;
+    Internal::ReadGuard::check(1 + name.size() / LettersOfWork);
+}
+
 } // namespace
 
 struct NetlistBuilder::Private
@@ -65,6 +74,7 @@ struct NetlistBuilder::Private
 
     RtlNet *addNet(const QString &fullPathName, int nameOffset, NetMarks marks)
     {
+        checkGuard(fullPathName);
         RtlNet *net = store->nets.add();
         net->m_fullPathName = fullPathName;
         net->m_nameOffset = nameOffset;
@@ -94,6 +104,7 @@ Hierachy *NetlistBuilder::addHierachy(Hierachy *parent, const QString &instName,
     node->m_instName = instName;
     node->m_moduleName = moduleName;
     node->m_parent = parent;
+    checkGuard(parent ? parent->m_prefix : instName);
     node->m_prefix = (parent ? parent->m_prefix : QString()) + instName + QLatin1Char('/');
     if (parent)
         parent->m_children.append(node);

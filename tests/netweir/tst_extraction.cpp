@@ -25,6 +25,10 @@ const char Endless[] = "module top; genvar i;\n"
                        "generate for (i = 0; i < 1000000000; i = i + 1) begin : g wire x; end\n"
                        "endgenerate\nendmodule\n";
 
+/// Beginning of the script of a tool that preprocesses a design of "module top; endmodule".
+const QByteArray PreprocessTop("case \"$1\" in -E) echo '`line 1 \"netweir_s1/top.v\" 1';"
+                               " echo 'module top; endmodule'; exit 0;; esac\n");
+
 /// Calls a function as soon as the progress dialog shows, in the phase that begins with that text.
 class DialogWatch : public QObject
 {
@@ -101,6 +105,9 @@ private Q_SLOTS:
     void cancelEndsTheToolAtOnce_data();
     void cancelEndsTheToolAtOnce();
     void cancelEndsTheReader();
+    void boundsTheReader();
+    void endsWithTheApplication_data();
+    void endsWithTheApplication();
     void showsPhaseAndTime();
     void survivesTheDeathOfTheParent();
     void callsMayNest();
@@ -115,6 +122,7 @@ private:
     QStringList leftFolders() const;
     QStringList leftProcesses() const;
     QString fakeTool(const QByteArray &script);
+    QByteArray toolOfEndlessReading();
 
     QTemporaryDir m_temp;
 };
@@ -1124,6 +1132,86 @@ void TestExtraction::cancelEndsTheReader()
     QVERIFY2(cancelled < whole / 2,
              qPrintable(QStringLiteral("%1 ns of %2 ns").arg(cancelled).arg(whole)));
     QCOMPARE(design.netMessages,
+             QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
+}
+
+/// A result that takes hours to read, and is no slower to write than any other.
+QByteArray TestExtraction::toolOfEndlessReading()
+{
+    constexpr int Depth = 300000;
+    QByteArray xml(
+        "<verilator_xml><netlist><module name=\"top\" origName=\"top\" topModule=\"1\">");
+    for (int i = 0; i < Depth; ++i)
+        xml += "<alias>";
+    for (int i = 0; i < Depth; ++i)
+        xml += "</alias>";
+    xml += "</module><typetable/></netlist></verilator_xml>";
+    const QString path = m_temp.filePath(QStringLiteral("tool-design.xml"));
+    TarnTest::writeFile(path, xml);
+    return PreprocessTop + "cp '" + path.toLocal8Bit() + "' design.xml\n";
+}
+
+void TestExtraction::boundsTheReader()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; endmodule\n");
+    design.set(TE::DesignInfo::Timeout, 1);
+    qputenv("TARN_VERILATOR", fakeTool(toolOfEndlessReading()).toLocal8Bit());
+    design.findModules();
+    QCOMPARE(design.firstError(), QString());
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(!design.buildNetlist());
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(design.netMessages,
+             QStringList(QStringLiteral(
+                 "ERROR: The elaborated design cannot be read: Reading took longer than 1 seconds "
+                 "and was ended. Raise the timeout in the project's options.")));
+    QCOMPARE(debugLines(), design.netMessages);
+
+    design.set(TE::DesignInfo::Timeout, 1000);
+    design.findModules();
+    QElapsedTimer sinceCancel;
+    const auto cancel = [&](QProgressDialog *dialog) {
+        sinceCancel.start();
+        Q_EMIT dialog->canceled();
+    };
+    DialogWatch watch(cancel, QStringLiteral("Building netlist"));
+    QVERIFY(!design.buildNetlist());
+    QVERIFY2(sinceCancel.elapsed() < 1000, qPrintable(QString::number(sinceCancel.elapsed())));
+    QCOMPARE(design.netMessages,
+             QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
+}
+
+void TestExtraction::endsWithTheApplication_data()
+{
+    QTest::addColumn<QByteArray>("tool");
+    QTest::newRow("while preprocessing") << QByteArray("sleep 1000\n");
+    QTest::newRow("while elaborating") << PreprocessTop + "sleep 1000\n";
+    QTest::newRow("while reading") << toolOfEndlessReading();
+}
+
+/// The application that ends does not wait for its design, and computes nothing meanwhile.
+void TestExtraction::endsWithTheApplication()
+{
+    QFETCH(QByteArray, tool);
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; endmodule\n");
+    qputenv("TARN_VERILATOR", fakeTool(tool).toLocal8Bit());
+    QTimer::singleShot(0, [&] {
+        design.findModules();
+        if (design.firstError().isEmpty())
+            design.buildNetlist();
+        design.messages += design.netMessages;
+    });
+    QElapsedTimer sinceQuit;
+    QTimer::singleShot(1000, [&] {
+        sinceQuit.start();
+        QCoreApplication::quit();
+    });
+    QCoreApplication::exec();
+    QVERIFY2(sinceQuit.elapsed() < 1000, qPrintable(QString::number(sinceQuit.elapsed())));
+    QCOMPARE(design.messages,
              QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
 }
 

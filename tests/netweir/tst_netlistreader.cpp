@@ -5,9 +5,15 @@
 
 #include <support/testcase.h>
 
+#include <QElapsedTimer>
 #include <QTest>
+#include <QThread>
 
+#include <atomic>
+#include <memory>
 #include <random>
+
+#include <malloc.h>
 
 using namespace NETWEIR;
 
@@ -26,14 +32,23 @@ private Q_SLOTS:
     void longConcatenationsNeedNoStack();
     void damagedFilesNeverCrash();
     void endsWhenCancelled();
+    void deepScopesTakeLittleMemory();
+    void namesOfDeepHierarchiesAreRead();
+    void endsAtTheLimitOfMemory_data();
+    void endsAtTheLimitOfMemory();
+    void endsInAnyWork_data();
+    void endsInAnyWork();
 
 private:
-    std::unique_ptr<RtlNetlist> read(const QByteArray &xml, QString *error);
+    std::unique_ptr<RtlNetlist> read(const QByteArray &xml, QString *error,
+                                     const Internal::ReadOptions &options = {});
 
     QTemporaryDir m_folder;
 };
 
 namespace {
+
+constexpr qint64 Megabyte = 1024 * 1024;
 
 /// A bit of everything that the reader looks at.
 const char VariedDesign[] = R"(
@@ -70,6 +85,25 @@ QByteArray design(const QByteArray &members, const QByteArray &types = QByteArra
            "<var name=\"n\" origName=\"n\" dtype_id=\"1\" vartype=\"logic\"/>" +
            members + "</module><typetable><basicdtype id=\"1\" name=\"logic\"/>" + types +
            "</typetable></netlist></verilator_xml>";
+}
+
+/// A design in which each module but the last holds one instance of the next.
+QByteArray chain(int depth)
+{
+    QByteArray modules;
+    for (int i = 0; i < depth; ++i) {
+        const QByteArray name = "m" + QByteArray::number(i);
+        const QByteArray next = "m" + QByteArray::number(i + 1);
+        modules += "<module name=\"" + name + "\" origName=\"" + name +
+                   (i == 0 ? "\" topModule=\"1\">" : "\">") +
+                   "<var name=\"v\" origName=\"v\" dtype_id=\"1\"/>";
+        if (i + 1 < depth)
+            modules += "<instance name=\"u\" origName=\"u\" defName=\"" + next + "\"/>";
+        modules += "</module>";
+    }
+    return "<verilator_xml><netlist>" + modules +
+           "<typetable><basicdtype id=\"1\" name=\"logic\"/></typetable></netlist>"
+           "</verilator_xml>";
 }
 
 /// One random damage: bytes changed, a piece lost, doubled or moved, or a number replaced.
@@ -120,11 +154,12 @@ QByteArray damaged(QByteArray xml, std::mt19937 *random)
 
 } // namespace
 
-std::unique_ptr<RtlNetlist> tst_NetlistReader::read(const QByteArray &xml, QString *error)
+std::unique_ptr<RtlNetlist> tst_NetlistReader::read(const QByteArray &xml, QString *error,
+                                                    const Internal::ReadOptions &options)
 {
     const QString path = m_folder.filePath(QStringLiteral("design.xml"));
     TarnTest::writeFile(path, xml);
-    return Internal::readElaboratedXml(path, {}, error);
+    return Internal::readElaboratedXml(path, options, error);
 }
 
 void tst_NetlistReader::refusesWhatIsNoElaboratedDesign_data()
@@ -302,6 +337,109 @@ void tst_NetlistReader::endsWhenCancelled()
     cancelled = true;
     QVERIFY(!elaboration.read(options, &error));
     QCOMPARE(error, QStringLiteral("Reading was cancelled."));
+}
+
+/// The names of all of them would take 80 GB.
+void tst_NetlistReader::deepScopesTakeLittleMemory()
+{
+    QByteArray scopes;
+    for (int i = 0; i < 200000; ++i)
+        scopes += "<begin name=\"b\" origName=\"b\">";
+    for (int i = 0; i < 200000; ++i)
+        scopes += "</begin>";
+    Internal::ReadOptions options;
+    options.memoryLimit = 1000 * Megabyte;
+    QString error;
+    const auto netlist = read(design(scopes), &error, options);
+    QVERIFY2(netlist, qPrintable(error));
+    QVERIFY(netlist->findNet(QStringLiteral("top/n")));
+}
+
+void tst_NetlistReader::namesOfDeepHierarchiesAreRead()
+{
+    constexpr int Depth = 4000;
+    QString error;
+    const auto netlist = read(chain(Depth), &error);
+    QVERIFY2(netlist, qPrintable(error));
+    QString path = QStringLiteral("m0/");
+    for (int i = 1; i < Depth; ++i)
+        path += QStringLiteral("u/");
+    QVERIFY(netlist->findNet(path + QLatin1Char('v')));
+}
+
+void tst_NetlistReader::endsAtTheLimitOfMemory_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    QTest::newRow("many elements") << design(nested("x", 2000000, QByteArray()));
+    QTest::newRow("long names") << chain(20000);
+    QTest::newRow("wide bus") << design("<var name=\"w\" origName=\"w\" dtype_id=\"2\"/>",
+                                        "<basicdtype id=\"2\" name=\"logic\" left=\"9999999\" "
+                                        "right=\"0\"/>");
+}
+
+void tst_NetlistReader::endsAtTheLimitOfMemory()
+{
+    QFETCH(QByteArray, xml);
+    Internal::ReadOptions options;
+    options.memoryLimit = 100 * Megabyte;
+    ::malloc_trim(0); // What the tests before this one gave back would be taken first.
+    QString error;
+    QVERIFY(!read(xml, &error, options));
+    QCOMPARE(error, QStringLiteral("Reading needs more than 100 MB of memory and was ended."));
+}
+
+void tst_NetlistReader::endsInAnyWork_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    const QByteArray variable("<varref name=\"n\" dtype_id=\"1\"/>");
+    QTest::newRow("writes within writes") << design(nested("alias", 300000, variable));
+    QTest::newRow("concatenation of one")
+        << design("<instance name=\"u\" defName=\"sub\" origName=\"u\"><port name=\"p\">" +
+                  nested("concat", 100, variable) + "</port></instance>")
+               .replace("<typetable>",
+                        "<module name=\"sub\" origName=\"sub\"><var name=\"p\" origName=\"p\" "
+                        "dtype_id=\"1\" dir=\"input\" pinIndex=\"1\"/></module><typetable>");
+    QByteArray types("<unpackarraydtype id=\"t0\" sub_dtype_id=\"1\"><range><const name=\"32'h0\"/>"
+                     "<const name=\"32'h0\"/></range></unpackarraydtype>");
+    for (int i = 1; i < 60; ++i) {
+        const QByteArray inner = "t" + QByteArray::number(i - 1);
+        types += "<uniondtype id=\"t" + QByteArray::number(i) + "\"><memberdtype id=\"a" +
+                 QByteArray::number(i) + "\" name=\"a\" sub_dtype_id=\"" + inner +
+                 "\"/><memberdtype id=\"b" + QByteArray::number(i) +
+                 "\" name=\"b\" sub_dtype_id=\"" + inner + "\"/></uniondtype>";
+    }
+    QTest::newRow("types that double")
+        << design("<var name=\"w\" origName=\"w\" dtype_id=\"t59\"/>", types);
+}
+
+/// What a file can make last for hours ends in time, by itself and when cancelled.
+void tst_NetlistReader::endsInAnyWork()
+{
+    QFETCH(QByteArray, xml);
+    Internal::ReadOptions options;
+    options.timeoutSeconds = 1;
+    QString error;
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(!read(xml, &error, options));
+    QCOMPARE(error, QStringLiteral("Reading took longer than 1 seconds and was ended. Raise the "
+                                   "timeout in the project's options."));
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+
+    std::atomic<bool> cancelled{false};
+    options.timeoutSeconds = 1000;
+    options.cancelled = &cancelled;
+    QElapsedTimer sinceCancel;
+    const std::unique_ptr<QThread> canceller(QThread::create([&] {
+        QThread::msleep(500);
+        sinceCancel.start();
+        cancelled = true;
+    }));
+    canceller->start();
+    QVERIFY(!read(xml, &error, options));
+    canceller->wait();
+    QCOMPARE(error, QStringLiteral("Reading was cancelled."));
+    QVERIFY2(sinceCancel.elapsed() < 1000, qPrintable(QString::number(sinceCancel.elapsed())));
 }
 
 QTEST_APPLESS_MAIN(tst_NetlistReader)

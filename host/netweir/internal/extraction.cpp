@@ -278,6 +278,7 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
     ReadOptions options;
     m_input->describe(&options);
     options.cancelled = &progress->cancelled();
+    options.timeoutSeconds = m_sources.timeoutSeconds;
     std::unique_ptr<RtlNetlist> netlist;
     QString error;
     const std::unique_ptr<QThread> thread(

@@ -89,7 +89,7 @@ void ExtractionProgress::wait(QThread *thread)
 {
     const QMetaObject::Connection connection =
         connect(thread, &QThread::finished, &m_loop, &QEventLoop::quit);
-    exec([thread] { return thread->isFinished(); }, -1);
+    exec([this, thread] { return m_cancelled || thread->isFinished(); }, -1);
     disconnect(connection);
 }
 
@@ -113,7 +113,9 @@ void ExtractionProgress::exec(const std::function<bool()> &isDone, int limit)
         if (interval >= 0)
             timer.start(int(interval));
         const bool hidden = waitsForDialog && untilShown > 0;
-        m_loop.exec(hidden ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents);
+        // Refused when the application is about to end: nobody waits for the design any more.
+        if (m_loop.exec(hidden ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents) < 0)
+            cancel();
     }
     m_tick.stop();
 }

@@ -43,7 +43,8 @@ public:
     /// False when it still runs. Cancel kills it.
     bool wait(ToolProcess *process, int limit = -1);
 
-    /// Waits for the end of the thread, which has to look at cancelled() by itself.
+    /// Waits for the end of the thread or for Cancel, after which the thread has to end by itself:
+    /// it looks at cancelled().
     void wait(QThread *thread);
 
 private:

@@ -7,9 +7,14 @@
 #include "xmlinstances.h"
 #include "xmlmarks.h"
 
+#include <files/regularfile.h>
+
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
+
+#include <cstdlib>
+#include <mutex>
+#include <new>
 
 namespace NETWEIR::Internal {
 
@@ -51,26 +56,98 @@ bool usesJtagPrimitive(const ElaboratedDesign &design)
     return false;
 }
 
-/// False when the design is too large, or reading was cancelled.
-bool buildInstances(ElaboratedDesign *design, const ReadOptions &options, NetlistBuilder *builder)
+/// False when the design has too many bits or instances.
+bool buildInstances(ElaboratedDesign *design, NetlistBuilder *builder)
 {
     const Layout layout(design->types());
-    InstanceTree instances(design, layout, options);
+    InstanceTree instances(design, layout);
     if (!instances.build())
         return false;
     findMemories(design, layout);
     instances.findMemoriesElsewhere();
     for (Definition *definition : design->bottomUp()) {
         layout.placeVariables(definition);
-        if (definition->bits > MostBits || options.isCancelled())
+        if (definition->bits > MostBits)
             return false;
     }
-    for (Definition *definition : design->bottomUp()) {
+    for (Definition *definition : design->bottomUp())
         MarkReader(design, layout, definition).read();
-        if (options.isCancelled())
-            return false;
+    if (!instances.markInstances())
+        return false;
+    instances.stamp(builder);
+    return true;
+}
+
+/// The elements of a document take many times the memory of its text, so parsing stops for the
+/// guard too. Other threads, and other users of the XML library, get memory as ever.
+void *allocate(std::size_t size)
+{
+    constexpr std::size_t BytesOfWork = 512;
+    return ReadGuard::mayGoOn(qint64(size / BytesOfWork)) ? std::malloc(size) : nullptr;
+}
+
+bool parse(const QString &xmlPath, QByteArray *text, pugi::xml_document *document, QString *error)
+{
+    static std::once_flag guarded;
+    std::call_once(guarded, [] { pugi::set_memory_management_functions(allocate, std::free); });
+
+    constexpr qint64 LargestFile = 2000000000;
+    QString reason;
+    const Files::Access access = Files::readRegularFile(xmlPath, LargestFile, text, &reason);
+    if (access != Files::Access::Granted) {
+        if (access == Files::Access::TooLarge)
+            reason = tr("it is larger than 2 GB");
+        else if (access != Files::Access::Failed)
+            reason = tr("it is no regular file");
+        *error = tr("The elaborated design \"%1\" cannot be read: %2.").arg(xmlPath, reason);
+        return false;
     }
-    return instances.markInstances() && instances.stamp(builder);
+    ReadGuard::checkNow();
+    const pugi::xml_parse_result parsed =
+        document->load_buffer_inplace(text->data(), std::size_t(text->size()));
+    if (parsed)
+        return true;
+    ReadGuard::checkNow();
+    *error = tr("The elaborated design \"%1\" cannot be read: %2 (byte %3).")
+                 .arg(xmlPath, QString::fromLatin1(parsed.description()),
+                      QString::number(parsed.offset));
+    return false;
+}
+
+std::unique_ptr<RtlNetlist> read(const QString &xmlPath, const ReadOptions &options, QString *error)
+{
+    QByteArray text; // The document lives in it.
+    pugi::xml_document document;
+    if (!parse(xmlPath, &text, &document, error))
+        return nullptr;
+    ElaboratedDesign design;
+    if (!design.read(document, options, QFileInfo(xmlPath).absolutePath(), error))
+        return nullptr;
+    NetlistBuilder builder(design.top()->sourceName);
+    builder.setUsesJtagPrimitive(usesJtagPrimitive(design));
+    if (buildInstances(&design, &builder))
+        return builder.take();
+    *error = tr("The design is too large to be read.");
+    return nullptr;
+}
+
+QString endedText(ReadGuard::Reason reason, const ReadOptions &options)
+{
+    constexpr qint64 Megabyte = 1024 * 1024;
+    switch (reason) {
+    case ReadGuard::Cancelled:
+        return tr("Reading was cancelled.");
+    case ReadGuard::TimedOut:
+        return tr("Reading took longer than %1 seconds and was ended. Raise the timeout in the "
+                  "project's options.")
+            .arg(options.timeoutSeconds);
+    case ReadGuard::TooLarge:
+        return tr("Reading needs more than %1 MB of memory and was ended.")
+            .arg(options.memoryLimit / Megabyte);
+    case ReadGuard::GoesOn:
+        break;
+    }
+    return {};
 }
 
 } // namespace
@@ -78,30 +155,14 @@ bool buildInstances(ElaboratedDesign *design, const ReadOptions &options, Netlis
 std::unique_ptr<RtlNetlist> readElaboratedXml(const QString &xmlPath, const ReadOptions &options,
                                               QString *error)
 {
-    pugi::xml_document document;
-    const pugi::xml_parse_result parsed =
-        document.load_file(QFile::encodeName(xmlPath).constData());
-    if (!parsed) {
-        *error = tr("The elaborated design \"%1\" cannot be read: %2 (byte %3).")
-                     .arg(xmlPath, QString::fromLatin1(parsed.description()),
-                          QString::number(parsed.offset));
-        return nullptr;
+    ReadGuard guard(options.cancelled, options.timeoutSeconds, options.memoryLimit);
+    try {
+        return read(xmlPath, options, error);
+    } catch (const ReadingEnded &) {
+        *error = endedText(guard.reason(), options);
+    } catch (const std::bad_alloc &) {
+        *error = tr("Reading needs more memory than the system gives to this program.");
     }
-
-    ElaboratedDesign design;
-    if (options.isCancelled()) {
-        *error = tr("Reading was cancelled.");
-        return nullptr;
-    }
-    if (!design.read(document, options, QFileInfo(xmlPath).absolutePath(), error))
-        return nullptr;
-
-    NetlistBuilder builder(design.top()->sourceName);
-    builder.setUsesJtagPrimitive(usesJtagPrimitive(design));
-    if (buildInstances(&design, options, &builder))
-        return builder.take();
-    *error = options.isCancelled() ? tr("Reading was cancelled.")
-                                   : tr("The design is too large to be read.");
     return nullptr;
 }
 

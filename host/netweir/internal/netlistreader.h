@@ -3,6 +3,7 @@
 #pragma once
 
 #include "../netweir_global.h"
+#include "readguard.h"
 
 #include <QHash>
 #include <QSet>
@@ -33,12 +34,13 @@ struct ReadOptions
     QHash<QString, QSet<QString>> tiedNets;
     /// Reading ends soon after it became true. Null when nobody can cancel.
     const std::atomic<bool> *cancelled = nullptr;
-
-    bool isCancelled() const { return cancelled && cancelled->load(std::memory_order_relaxed); }
+    int timeoutSeconds = 120;
+    qint64 memoryLimit = ReadGuard::defaultMemoryLimit(); ///< In bytes.
 };
 
 /// Reads the elaborator's XML file at @p xmlPath into a netlist. Null when the file is not complete
-/// or not of the expected form, or when reading was cancelled; @p error then says what and where.
+/// or not of the expected form, or when reading was cancelled or took too much time or memory;
+/// @p error then says what and where.
 NETWEIR_EXPORT std::unique_ptr<RtlNetlist>
 readElaboratedXml(const QString &xmlPath, const ReadOptions &options, QString *error);
 

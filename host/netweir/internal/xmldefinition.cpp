@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xmldefinition.h"
 
+#include "readguard.h"
 #include "xmlnames.h"
 #include "xmlsources.h"
+
+#include <QStringList>
 
 #include <algorithm>
 #include <charconv>
@@ -154,6 +157,7 @@ bool Reference::isConstant() const
 Symbol Definition::find(int scope, std::string_view name) const
 {
     while (scope >= 0) {
+        ReadGuard::check();
         const NameScope &level = scopes[std::size_t(scope)];
         const auto found = level.symbols.find(name);
         if (found != level.symbols.end())
@@ -161,6 +165,18 @@ Symbol Definition::find(int scope, std::string_view name) const
         scope = level.parent;
     }
     return {};
+}
+
+/// Put together only where a name is needed: the names of all scopes of a deep nest would take
+/// memory by the square of its depth.
+QString Definition::prefixOf(int scope) const
+{
+    QStringList names;
+    for (; scope > 0; scope = scopes[std::size_t(scope)].parent) {
+        ReadGuard::check();
+        names.prepend(scopes[std::size_t(scope)].name);
+    }
+    return names.join(QString());
 }
 
 int Definition::portOfPin(std::string_view pinName) const
@@ -194,6 +210,7 @@ void DefinitionReader::read()
 
     pugi::xml_node node = root.first_child();
     while (node) {
+        ReadGuard::check();
         if (enter(node) && node.first_child()) {
             node = node.first_child();
             continue;
@@ -291,14 +308,14 @@ void DefinitionReader::enterBlock(const pugi::xml_node &node)
         return;
     // A loop leaves an empty block of its own name beside those of its rounds.
     scope().symbols.emplace(name, Symbol{Symbol::Kind::Scope, int(m_definition->scopes.size())});
-    openScope(node, scope().prefix + m_sources->nameOf(node) + QLatin1Char('.'), false);
+    openScope(node, m_sources->nameOf(node) + QLatin1Char('.'), false);
 }
 
-void DefinitionReader::openScope(const pugi::xml_node &node, const QString &prefix, bool isLocal)
+void DefinitionReader::openScope(const pugi::xml_node &node, const QString &name, bool isLocal)
 {
     NameScope opened;
     opened.parent = level().scope;
-    opened.prefix = prefix;
+    opened.name = name;
     m_levels.push_back({node, int(m_definition->scopes.size()), isLocal});
     m_definition->scopes.push_back(std::move(opened));
 }
@@ -442,6 +459,7 @@ bool DefinitionReader::isGenvar(const pugi::xml_node &node) const
 
     const std::string_view name = attribute(node, "name");
     const pugi::xml_node reference = m_definition->node.find_node([name](const pugi::xml_node &n) {
+        ReadGuard::check();
         const std::string_view tag = n.name();
         return (tag == "varref" || tag == "varxref") && attribute(n, "name") == name;
     });

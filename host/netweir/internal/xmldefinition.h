@@ -41,7 +41,7 @@ struct Symbol
 struct NameScope
 {
     int parent = -1;
-    QString prefix; ///< What local names begin with: "g[0].".
+    QString name; ///< What it adds to the names within, as "g[0]."; empty for blocks.
     std::unordered_map<std::string_view, Symbol> symbols;
 };
 
@@ -177,6 +177,8 @@ struct Definition
 
     /// Looks @p name up in @p scope and the scopes around it.
     Symbol find(int scope, std::string_view name) const;
+    /// What the names of nets and instances of @p scope begin with: "g[0].h.".
+    QString prefixOf(int scope) const;
     /// The port that a pin of that name belongs to: its name, or "__pinNumber3" for the third.
     /// Negative when there is none.
     int portOfPin(std::string_view pinName) const;
@@ -202,7 +204,7 @@ private:
 
     bool enter(const pugi::xml_node &node);
     void enterBlock(const pugi::xml_node &node);
-    void openScope(const pugi::xml_node &node, const QString &prefix, bool isLocal);
+    void openScope(const pugi::xml_node &node, const QString &name, bool isLocal);
     void addVariable(const pugi::xml_node &node);
     void addInstance(const pugi::xml_node &node);
     void addRoutine(const pugi::xml_node &node);

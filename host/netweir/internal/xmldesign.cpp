@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xmldesign.h"
 
+#include "readguard.h"
 #include "xmlnames.h"
 
 #include <QCoreApplication>
@@ -34,6 +35,7 @@ std::vector<bool> argumentsOf(const pugi::xml_node &routine)
     std::vector<bool> arguments;
     bool isReturnValue = std::string_view(routine.name()) == "func";
     for (const pugi::xml_node &variable : routine.children("var")) {
+        ReadGuard::check();
         const std::string_view direction = attribute(variable, "dir");
         if (!direction.empty() && !isReturnValue)
             arguments.push_back(direction != "input");
@@ -56,6 +58,7 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
     m_sources.setFiles(root.child("files"), folder);
     m_types.read(netlist.child("typetable"));
     for (const pugi::xml_node &node : netlist.children()) {
+        ReadGuard::check();
         const std::string_view tag = node.name();
         if (tag == "package")
             addPackage(node);
@@ -95,6 +98,7 @@ std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definitio
     std::vector<bool> written;
     const auto [first, last] = m_routines.equal_range(name);
     for (auto routine = first; routine != last; ++routine) {
+        ReadGuard::check();
         const std::vector<bool> arguments = argumentsOf(routine->second);
         written.resize(std::max(written.size(), arguments.size()));
         for (std::size_t i = 0; i < arguments.size(); ++i)
@@ -132,6 +136,7 @@ void ElaboratedDesign::addDefinition(const pugi::xml_node &node, const ReadOptio
 void ElaboratedDesign::addPackage(const pugi::xml_node &node)
 {
     for (const pugi::xml_node &member : node.children()) {
+        ReadGuard::check();
         const std::string_view tag = member.name();
         if (tag == "var")
             m_packageVariables.insert(attribute(member, "name"));
@@ -163,6 +168,7 @@ bool ElaboratedDesign::sortBottomUp(QString *error)
     std::vector<Visit> path{{m_top, 0}};
     states[m_top] = Open;
     while (!path.empty()) {
+        ReadGuard::check();
         Visit &visit = path.back();
         if (visit.next == visit.definition->instances.size()) {
             states[visit.definition] = Done;

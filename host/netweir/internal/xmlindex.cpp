@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xmlindex.h"
 
+#include "readguard.h"
 #include "xmlnames.h"
 
 #include <algorithm>
@@ -97,6 +98,7 @@ void IndexEvaluator::forEachRound(const Occurrence &place, const std::function<v
     m_known.clear();
     for (pugi::xml_node node = place.node; node && node != m_definition.node;
          node = node.parent()) {
+        ReadGuard::check();
         if (!is(node, "while"))
             continue;
         const Loop &loop = loopAt(node, place.scope);
@@ -154,6 +156,7 @@ bool IndexEvaluator::isAssignedWithin(const pugi::xml_node &body, int variable) 
     // By name alone: a variable of the same name in an inner block makes the loop unknown, at
     // worst.
     const pugi::xml_node assignment = body.find_node([&](const pugi::xml_node &node) {
+        ReadGuard::check();
         return (is(node, "assign") || is(node, "assigndly")) &&
                attribute(node.last_child(), "name") == name;
     });

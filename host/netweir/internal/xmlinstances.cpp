@@ -4,6 +4,7 @@
 
 #include "../hierachy.h"
 #include "../netlistbuilder.h"
+#include "readguard.h"
 #include "xmlnames.h"
 
 #include <algorithm>
@@ -42,11 +43,9 @@ void forEachBit(const BitRange &range, Visit visit)
 
 } // namespace
 
-InstanceTree::InstanceTree(ElaboratedDesign *design, const Layout &layout,
-                           const ReadOptions &options)
+InstanceTree::InstanceTree(ElaboratedDesign *design, const Layout &layout)
     : m_design(design)
     , m_layout(layout)
-    , m_options(options)
 {
 }
 
@@ -58,9 +57,9 @@ bool InstanceTree::build()
     top.definition = m_design->top();
     m_instances.push_back(top);
     for (std::size_t i = 0; i < m_instances.size(); ++i) {
-        if (m_instances.size() + std::size_t(m_instances[i].definition->childCount) >
-                MostInstances ||
-            m_options.isCancelled())
+        const qint64 children = m_instances[i].definition->childCount;
+        ReadGuard::check(1 + children);
+        if (m_instances.size() + std::size_t(children) > MostInstances)
             return false;
         addChildren(int(i));
     }
@@ -103,20 +102,22 @@ bool InstanceTree::markInstances()
             variable.direction != Direction::Output)
             markVariable(0, variable);
     }
-    for (std::size_t i = 0; i < m_instances.size() && !m_options.isCancelled(); ++i) {
+    for (std::size_t i = 0; i < m_instances.size(); ++i) {
+        ReadGuard::check();
         markWritesElsewhere(int(i));
         markModports(int(i));
     }
     // Parents come first. Interfaces come before their siblings, whose ports may be connected to
     // members of them.
-    for (std::size_t i = 0; i < m_instances.size() && !m_options.isCancelled(); ++i) {
+    for (std::size_t i = 0; i < m_instances.size(); ++i) {
+        ReadGuard::check();
         markConnections(int(i), true);
         markConnections(int(i), false);
     }
-    return !m_options.isCancelled();
+    return true;
 }
 
-bool InstanceTree::stamp(NetlistBuilder *builder) const
+void InstanceTree::stamp(NetlistBuilder *builder) const
 {
     std::vector<Hierachy *> nodes(m_instances.size());
     std::vector<NetMarks> busMarks;
@@ -133,8 +134,6 @@ bool InstanceTree::stamp(NetlistBuilder *builder) const
             return NetMarks{bool(marks[bit] & MarkIn), bool(marks[bit] & MarkOut)};
         };
         for (const Leaf &leaf : instance.definition->leafs) {
-            if (m_options.isCancelled())
-                return false;
             if (!leaf.isBus) {
                 builder->addNet(node, leaf.name, marksAt(leaf.bit));
                 continue;
@@ -145,7 +144,6 @@ bool InstanceTree::stamp(NetlistBuilder *builder) const
             builder->addBus(node, leaf.name, leaf.left, leaf.right, busMarks);
         }
     }
-    return true;
 }
 
 void InstanceTree::listChildren(Definition *definition)
@@ -196,6 +194,7 @@ void InstanceTree::bindPorts(int index)
         outer.interfacePins.begin(), outer.interfacePins.end(), instance.item,
         [](const InterfacePin &candidate, int wanted) { return candidate.item < wanted; });
     for (; pin != outer.interfacePins.end() && pin->item == instance.item; ++pin) {
+        ReadGuard::check();
         std::vector<int> interfaces = interfacesOf(instance.parent, pin->expression);
         const DataType &type =
             m_design->types().at(instance.definition->variables[std::size_t(pin->port)].type);
@@ -325,8 +324,10 @@ InstanceTree::Place InstanceTree::stepToElement(const Place &from,
 InstanceTree::Place InstanceTree::walk(Place from, const std::vector<std::string> &path,
                                        std::size_t first) const
 {
-    for (std::size_t i = first; i < path.size() && from.instance >= 0; ++i)
+    for (std::size_t i = first; i < path.size() && from.instance >= 0; ++i) {
+        ReadGuard::check();
         from = step(from, path[i]);
+    }
     return from;
 }
 
@@ -340,6 +341,7 @@ InstanceTree::Place InstanceTree::resolve(const Place &from, std::string_view do
         const Instance &instance = m_instances[std::size_t(place.instance)];
         for (int scope = place.scope; scope >= 0;
              scope = instance.definition->scopes[std::size_t(scope)].parent) {
+            ReadGuard::check();
             const Place found = walk({place.instance, scope}, path, 0);
             if (found.instance >= 0)
                 return found;
@@ -421,6 +423,7 @@ void InstanceTree::markConnections(int index, bool interfaces)
         const InstanceItem &item = definition.instances[std::size_t(connection.item)];
         if ((item.definition->role == Definition::Role::Interface) != interfaces)
             continue;
+        ReadGuard::check(item.count());
         for (qint64 position = 0; position < item.count(); ++position)
             markConnection(index, connection, childOf(index, connection.item, position));
     }
@@ -448,6 +451,7 @@ void InstanceTree::markConnection(int index, const Connection &connection, int c
         const qint64 begin = std::max(first, offset);
         const qint64 end = std::min(first + portWidth, offset + segment.width);
         const quint8 *source = begin < end ? marksOf(index, segment) : nullptr;
+        ReadGuard::check();
         for (qint64 bit = begin; bit < end; ++bit) {
             if (!source || (source[bit - offset] & MarkOut))
                 marks[bit - first] |= MarkOut;
@@ -488,7 +492,7 @@ QString InstanceTree::localName(const Instance &instance) const
 {
     const Definition &outer = *m_instances[std::size_t(instance.parent)].definition;
     const InstanceItem &item = outer.instances[std::size_t(instance.item)];
-    QString name = outer.scopes[std::size_t(item.scope)].prefix + item.name;
+    QString name = outer.prefixOf(item.scope) + item.name;
     if (item.isArray)
         name += QStringLiteral("[%1]").arg(item.indexAt(instance.position));
     return name;

@@ -18,7 +18,7 @@ class InstanceTree
 {
 public:
     /// All have to outlive this.
-    InstanceTree(ElaboratedDesign *design, const Layout &layout, const ReadOptions &options);
+    InstanceTree(ElaboratedDesign *design, const Layout &layout);
 
     /// Lists all instances and binds interface ports. False when there are too many, or when
     /// reading was cancelled.
@@ -32,7 +32,7 @@ public:
     bool markInstances();
 
     /// False when reading was cancelled.
-    bool stamp(NetlistBuilder *builder) const;
+    void stamp(NetlistBuilder *builder) const;
 
 private:
     /// What an interface port is bound to, from the left; one for a port that is no array.
@@ -88,7 +88,6 @@ private:
 
     ElaboratedDesign *m_design;
     const Layout &m_layout;
-    const ReadOptions &m_options;
     std::vector<Instance> m_instances;
     std::vector<quint8> m_marks;
 };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xmllayout.h"
 
+#include "readguard.h"
 #include "xmlnames.h"
 
 #include <algorithm>
@@ -12,6 +13,7 @@ namespace {
 
 using Kind = DataType::Kind;
 
+constexpr int LettersOfWork = 64;     ///< As many of a name count as one round.
 constexpr qint64 LargestArray = 4096; ///< Bits of an unpacked array that is shown as buses.
 
 bool isSelection(std::string_view tag)
@@ -47,6 +49,7 @@ void forEachReference(const Occurrence &target, const std::function<void(const R
         reference.steps.clear();
         pugi::xml_node base = expression;
         while (isSelection(base.name())) {
+            ReadGuard::check();
             reference.steps.push_back(base);
             base = base.first_child();
         }
@@ -57,8 +60,10 @@ void forEachReference(const Occurrence &target, const std::function<void(const R
             visit(reference);
             continue;
         }
-        for (pugi::xml_node part = base.last_child(); part; part = part.previous_sibling())
+        for (pugi::xml_node part = base.last_child(); part; part = part.previous_sibling()) {
+            ReadGuard::check();
             pending.push_back(part);
+        }
     }
 }
 
@@ -84,9 +89,8 @@ void Layout::placeVariables(Definition *definition) const
         if (definition->bits > MostBits)
             return;
         definition->marks.resize(std::size_t(definition->bits));
-        const QString &prefix = definition->scopes[std::size_t(variable.scope)].prefix;
-        addLeafs(variable, variable.type, prefix + variable.name, std::string(), variable.bit,
-                 definition);
+        addLeafs(variable, variable.type, definition->prefixOf(variable.scope) + variable.name,
+                 std::string(), variable.bit, definition);
     }
 }
 
@@ -153,6 +157,7 @@ bool Layout::isMemory(const Variable &variable, int type, const std::string &pat
 
 qint64 Layout::storedWidth(const Variable &variable, int typeIndex, const std::string &path) const
 {
+    ReadGuard::check();
     const DataType &type = m_types.at(typeIndex);
     if (!type.holdsUnpackedArray)
         return type.width;
@@ -234,6 +239,7 @@ void Layout::selectMember(const Variable &variable, std::string_view name, Part 
 void Layout::addLeafs(const Variable &variable, int typeIndex, const QString &name,
                       const std::string &path, qint64 bit, Definition *definition) const
 {
+    ReadGuard::check(1 + name.size() / LettersOfWork);
     const DataType &type = m_types.at(typeIndex);
     if (type.kind == Kind::Vector)
         return addVector(name, type.ranged, type.left, type.right, bit, definition);

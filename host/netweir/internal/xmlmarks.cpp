@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xmlmarks.h"
 
+#include "readguard.h"
 #include "xmlnames.h"
 
 #include <algorithm>
@@ -31,8 +32,10 @@ pugi::xml_node connectedPart(pugi::xml_node expression)
 {
     while (is(expression, "extend") || is(expression, "extends") ||
            (is(expression, "sel") &&
-            attribute(expression, "loc") == attribute(expression.first_child(), "loc")))
+            attribute(expression, "loc") == attribute(expression.first_child(), "loc"))) {
+        ReadGuard::check();
         expression = expression.first_child();
+    }
     return expression;
 }
 
@@ -49,8 +52,10 @@ void markBits(const BitRange &range, int mark, std::vector<quint8> *marks)
         fill(range.low, range.high + range.width);
         return;
     }
-    for (qint64 low = range.low; low <= range.high; low += range.step)
+    for (qint64 low = range.low; low <= range.high; low += range.step) {
+        ReadGuard::check();
         fill(low, low + range.width);
+    }
 }
 
 } // namespace
@@ -78,6 +83,7 @@ void MarkReader::read()
         const std::vector<bool> written = m_design->writtenArguments(*m_definition, call);
         std::size_t i = 0;
         for (const pugi::xml_node &argument : call.node.children("arg")) {
+            ReadGuard::check();
             if (i < written.size() && written[i])
                 markWrites({argument.first_child(), call.scope}, MarkDriver);
             ++i;
@@ -131,6 +137,7 @@ void MarkReader::readPins(int item)
 {
     for (const pugi::xml_node &pin :
          m_definition->instances[std::size_t(item)].node.children("port")) {
+        ReadGuard::check();
         if (pin.first_child())
             readPin(item, pin);
     }
@@ -177,6 +184,7 @@ void MarkReader::addSegments(const pugi::xml_node &expression, int scope, Connec
     const TypeTable &types = m_design->types();
     std::vector<pugi::xml_node> pending{expression};
     while (!pending.empty()) {
+        ReadGuard::check();
         const pugi::xml_node part = pending.back();
         pending.pop_back();
         if (is(part, "concat")) {
@@ -257,6 +265,7 @@ bool MarkReader::isConnectable(const Occurrence &expression) const
 {
     std::vector<pugi::xml_node> pending{expression.node};
     while (!pending.empty()) {
+        ReadGuard::check();
         pugi::xml_node part = pending.back();
         pending.pop_back();
         if (is(part, "concat")) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xmltypes.h"
 
+#include "readguard.h"
 #include "xmlnames.h"
 
 #include <algorithm>
@@ -61,6 +62,7 @@ void TypeTable::read(const pugi::xml_node &typeTable)
     }
     for (const pugi::xml_node &node : typeTable.children()) {
         readType(node, &m_types[std::size_t(typeOf(node, "id"))]);
+        ReadGuard::check();
         for (const pugi::xml_node &member : node.children("memberdtype"))
             readType(member, &m_types[std::size_t(typeOf(member, "id"))]);
     }
@@ -133,6 +135,7 @@ void TypeTable::measure(int index, std::vector<char> *state)
     enum State : char { New, Open, Done };
     std::vector<int> path{index};
     while (!path.empty()) {
+        ReadGuard::check();
         const int current = path.back();
         DataType &type = m_types[std::size_t(current)];
         char &mark = (*state)[std::size_t(current)];
