@@ -270,6 +270,19 @@ void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> 
     incomingSingles.store();
 }
 
+void mergeSignals(QTreeWidget *tree, const QList<SignalItem> &chosen)
+{
+    QList<SignalItem> buses;
+    QList<SignalItem> singles;
+    Grouped(chosen, buses, singles);
+    CheckRepeat(tree, buses, singles);
+    const int shown = tree->topLevelItemCount();
+    signals2Tree(tree, buses + singles, 0);
+    const int last = tree->topLevelItemCount() - 1;
+    if (last >= shown)
+        bringIntoSight(tree, tree->topLevelItem(shown), tree->topLevelItem(last));
+}
+
 QTreeWidgetItem *newSignalRow(const SignalItem &item, int type)
 {
     auto *row = new SignalRow(item, SignalRow::Holds::Item, type);

@@ -44,6 +44,10 @@ void CheckRepeatBus(QTreeWidget *tree, int &row, QList<SignalItem> &buses);
 /// incoming signals, bus members included.
 void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> &singles);
 
+/// Appends what @p chosen adds to the top-level rows of @p tree, buses before the rest, and scrolls
+/// to it.
+void mergeSignals(QTreeWidget *tree, const QList<SignalItem> &chosen);
+
 /// A row for @p item, with a child row for each member, that is in no tree yet.
 QTreeWidgetItem *newSignalRow(const SignalItem &item, int type);
 /// Appends a top-level row for @p item, with a child row for each member, to @p tree.

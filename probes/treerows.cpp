@@ -109,10 +109,13 @@ public:
 
     /// Deletes those that go.
     void reduce();
+    /// Puts the rows into the order of @p rows, which holds those that stay, all of them.
+    void arrange(const Rows &rows);
 
 private:
     bool isDoomed(int row) const { return m_isDoomed[std::size_t(row)]; }
     RowSet keptSelected() const;
+    void rebuild();
     void replaceRows();
     void select(const RowSet &rows);
 
@@ -125,10 +128,21 @@ private:
 
 void TopLevel::reduce()
 {
-    if (m_doomed.size() <= FewRows) {
+    if (m_doomed.size() <= FewRows)
         qDeleteAll(m_doomed);
-        return;
-    }
+    else
+        rebuild();
+}
+
+void TopLevel::arrange(const Rows &rows)
+{
+    m_kept = rows;
+    rebuild();
+}
+
+/// Takes all rows out and puts those that stay back in.
+void TopLevel::rebuild()
+{
     const RowSet selected = keptSelected();
     QTreeWidgetItem *current = m_tree->currentItem();
     if (current && isDoomed(topRowOf(m_tree->currentIndex())))
@@ -217,6 +231,18 @@ void removeSelectedTopLevelRows(QTreeWidget *tree)
         return inside[std::size_t(i)] && (row->flags() & selectable) == selectable;
     };
     TopLevel(tree, isSelected).reduce();
+}
+
+void arrangeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
+{
+    const auto goes = [](int, const QTreeWidgetItem *) { return false; };
+    TopLevel(tree, goes).arrange(rows);
+}
+
+void bringIntoSight(QTreeWidget *tree, const QTreeWidgetItem *row, const QTreeWidgetItem *other)
+{
+    tree->scrollToItem(other);
+    tree->scrollToItem(row);
 }
 
 } // namespace TARN

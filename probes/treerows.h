@@ -17,4 +17,11 @@ void removeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
 /// The same for the selected top-level rows.
 void removeSelectedTopLevelRows(QTreeWidget *tree);
 
+/// Puts the top-level rows of @p tree into the order of @p rows, which holds all of them, in linear
+/// time. Expansion, selection, current row and scroll position stay.
+void arrangeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows);
+
+/// Scrolls as little as it takes to show @p row and, when there is room for both, @p other.
+void bringIntoSight(QTreeWidget *tree, const QTreeWidgetItem *row, const QTreeWidgetItem *other);
+
 } // namespace TARN

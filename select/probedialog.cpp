@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "probedialog.h"
 
+#include "keypress.h"
+#include "sizememory.h"
 #include "tarnsignalselectdialog.h"
 #include "ui_probedialog.h"
 
@@ -12,11 +14,21 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <numeric>
 
 namespace TARN {
 
 /// How many single signals fit on one port.
 static constexpr int MaxSignals = 256;
+
+/// Size that the user gave the dialog last.
+static QSize userSize;
+
+static int widthOf(const QList<SignalItem> &items)
+{
+    return std::accumulate(items.cbegin(), items.cend(), 0,
+                           [](int sum, const SignalItem &item) { return sum + item.width(); });
+}
 
 static QString titleOf(ProbeType type)
 {
@@ -45,6 +57,9 @@ ProbeDialog::ProbeDialog(ProbeIn *port, NETWEIR::RtlNetlist *netlist, ProbeType 
     setWindowTitle(titleOf(type));
     connect(ui->btnAdd, &QAbstractButton::clicked, this, &ProbeDialog::onAdd);
     connect(ui->btnRemove, &QAbstractButton::clicked, this, &ProbeDialog::onRemove);
+    ui->treeWidget->installEventFilter(this);
+    showCount();
+    new SizeMemory(this, &userSize);
 }
 
 ProbeDialog::~ProbeDialog() = default;
@@ -63,11 +78,8 @@ void ProbeDialog::onAdd()
     const QList<SignalItem> chosen = TarnSignalSelectDialog::getNetName(m_netlist, m_type, this);
     if (!guard)
         return;
-    QList<SignalItem> buses;
-    QList<SignalItem> singles;
-    Grouped(chosen, buses, singles);
-    CheckRepeat(ui->treeWidget, buses, singles);
-    signals2Tree(ui->treeWidget, buses + singles, 0);
+    mergeSignals(ui->treeWidget, chosen);
+    showCount();
 }
 
 void ProbeDialog::onRemove()
@@ -78,6 +90,16 @@ void ProbeDialog::onRemove()
             delete row; // Before its parent, with which it would go.
     }
     removeSelectedTopLevelRows(ui->treeWidget);
+    showCount();
+}
+
+bool ProbeDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == ui->treeWidget && isPressOf(Qt::Key_Delete, event)) {
+        ui->btnRemove->click(); // Nothing while it is disabled.
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void ProbeDialog::on_treeWidget_itemSelectionChanged()
@@ -89,15 +111,26 @@ void ProbeDialog::on_treeWidget_itemSelectionChanged()
     ui->btnRemove->setEnabled(!selected.isEmpty() && topLevelOnly);
 }
 
+QList<SignalItem> ProbeDialog::shownSignals() const
+{
+    QList<SignalItem> items;
+    for (int i = 0; i < ui->treeWidget->topLevelItemCount(); ++i)
+        items.append(signalOfRow(ui->treeWidget->topLevelItem(i)));
+    return items;
+}
+
+void ProbeDialog::showCount()
+{
+    const int width = widthOf(shownSignals());
+    ui->labelCount->setText(tr("%1 of %2").arg(width).arg(MaxSignals));
+    ui->labelCount->setStyleSheet(width > MaxSignals ? QStringLiteral("QLabel { color: red }")
+                                                     : QString());
+}
+
 void ProbeDialog::accept()
 {
-    QList<SignalItem> chosen;
-    int width = 0;
-    for (int i = 0; i < ui->treeWidget->topLevelItemCount(); ++i) {
-        chosen.append(signalOfRow(ui->treeWidget->topLevelItem(i)));
-        width += chosen.constLast().width();
-    }
-    if (width > MaxSignals) {
+    const QList<SignalItem> chosen = shownSignals();
+    if (widthOf(chosen) > MaxSignals) {
         Message warning;
         warning.icon = QMessageBox::Warning;
         warning.title = tr("Warning");

@@ -49,7 +49,13 @@ public Q_SLOTS:
     /// Closes the dialog, and what is open above it, without writing to the port.
     void closeWidget();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    QList<SignalItem> shownSignals() const;
+    void showCount();
+
     std::unique_ptr<Ui::ProbeDialog> ui;
     ProbeIn *m_port;
     NETWEIR::RtlNetlist *m_netlist;

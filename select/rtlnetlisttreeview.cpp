@@ -4,6 +4,7 @@
 
 #include <sdk/netweir.h>
 
+#include <QHeaderView>
 #include <QIcon>
 
 namespace TARN {
@@ -20,17 +21,34 @@ QString nodeText(NETWEIR::Hierachy *node)
 
 } // namespace
 
+/// So many rows around those in sight decide how wide the column has to be: 0.1 s at most.
+static constexpr int MeasuredRows = 20000;
+
 RtlNetlistTreeView::RtlNetlistTreeView(QWidget *parent)
     : QTreeWidget(parent)
 {
     setHeaderHidden(true);
     setTextElideMode(Qt::ElideMiddle);
+    setIndentation(12);
+    header()->setResizeContentsPrecision(MeasuredRows);
 }
 
 void RtlNetlistTreeView::setNetlistData(NETWEIR::RtlNetlist *netlist)
 {
     m_netlist = netlist;
     updateTree();
+}
+
+QString RtlNetlistTreeView::pathOf(const QTreeWidgetItem *row)
+{
+    QStringList names;
+    const auto *item = dynamic_cast<const RtlTreeItem *>(row);
+    if (item && item->type() == RtlTreeItem::HierachyItem) {
+        const auto *node = static_cast<const NETWEIR::Hierachy *>(item->object());
+        for (; node; node = node->parent())
+            names.prepend(node->instName());
+    }
+    return names.join(QLatin1Char('/'));
 }
 
 void RtlNetlistTreeView::updateTree()

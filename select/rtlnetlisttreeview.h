@@ -50,6 +50,10 @@ public:
     void setNetlistData(NETWEIR::RtlNetlist *netlist);
     NETWEIR::RtlNetlist *netlistData() const { return m_netlist; }
 
+    /// The instance names from the top to the node of @p row, as paths of nets have them. Empty for
+    /// null and rows of other kinds.
+    static QString pathOf(const QTreeWidgetItem *row);
+
     /// Builds the tree anew: the top row open, the rest closed.
     void updateTree();
 

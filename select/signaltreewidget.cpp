@@ -7,8 +7,12 @@
 
 #include <QDataStream>
 #include <QDropEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QSet>
+
+#include <algorithm>
 
 namespace TARN {
 
@@ -28,13 +32,15 @@ static QDataStream &operator>>(QDataStream &stream, SignalItem &item)
     return stream;
 }
 
-static QList<QTreeWidgetItem *> copiesOf(const QList<QTreeWidgetItem *> &rows)
+/// Moves each row of @p selected one place towards the front of @p rows. Those that are at the
+/// front stay, and so do those right behind them.
+static void moveTowardsFront(QList<QTreeWidgetItem *> *rows,
+                             const QSet<QTreeWidgetItem *> &selected)
 {
-    QList<QTreeWidgetItem *> copies;
-    copies.reserve(rows.size());
-    for (const QTreeWidgetItem *row : rows)
-        copies.append(row->clone());
-    return copies;
+    for (int i = 1; i < rows->size(); ++i) {
+        if (selected.contains(rows->at(i)) && !selected.contains(rows->at(i - 1)))
+            rows->swapItemsAt(i, i - 1);
+    }
 }
 
 signalTreeWidget::signalTreeWidget(QWidget *parent)
@@ -53,8 +59,9 @@ void signalTreeWidget::mousePressEvent(QMouseEvent *event)
 
 void signalTreeWidget::mouseMoveEvent(QMouseEvent *event)
 {
+    const bool otherButton = event->buttons() && !(event->buttons() & Qt::LeftButton);
     const QTreeWidgetItem *current = currentItem();
-    if (current && !current->parent())
+    if (!otherButton && current && !current->parent())
         QTreeWidget::mouseMoveEvent(event);
     else
         event->ignore();
@@ -74,19 +81,74 @@ void signalTreeWidget::dropEvent(QDropEvent *event)
         viewport()->update(); // The mark of the drop place goes.
         return;
     }
-    const QList<QTreeWidgetItem *> dragged = draggedRows();
+    const QList<QTreeWidgetItem *> dragged = selectedTopLevelRows();
+    QList<QTreeWidgetItem *> copies;
     if (target) {
-        dropBeside(target, position.y(), dragged);
+        copies = dropBeside(target, position.y(), dragged);
         // Not accepted: after an accepted move the view would remove what is selected by then.
         event->setDropAction(Qt::CopyAction);
         removeTopLevelRows(this, dragged);
     } else {
-        dropAtEnd(dragged);
+        copies = dropAtEnd(dragged);
         // The view removes the dragged rows after a move.
         event->setDropAction(Qt::MoveAction);
         event->accept();
     }
+    if (!copies.isEmpty()) {
+        m_firstDropped = indexFromItem(copies.first());
+        m_lastDropped = indexFromItem(copies.last());
+    }
     Q_EMIT itemDragged();
+}
+
+void signalTreeWidget::startDrag(Qt::DropActions supportedActions)
+{
+    m_firstDropped = m_lastDropped = QModelIndex();
+    const QPointer<signalTreeWidget> guard(this);
+    QTreeWidget::startDrag(supportedActions);
+    // Not before: after a move the view removes what is selected.
+    if (guard)
+        selectDropped();
+}
+
+void signalTreeWidget::selectDropped()
+{
+    if (!m_firstDropped.isValid() || !m_lastDropped.isValid())
+        return;
+    selectionModel()->select(QItemSelection(m_firstDropped, m_lastDropped),
+                             QItemSelectionModel::ClearAndSelect);
+    selectionModel()->setCurrentIndex(m_firstDropped, QItemSelectionModel::NoUpdate);
+    bringIntoSight(this, itemFromIndex(m_firstDropped), itemFromIndex(m_lastDropped));
+}
+
+void signalTreeWidget::keyPressEvent(QKeyEvent *event)
+{
+    const bool isArrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (isArrow && (event->modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier)
+        moveSelectedRows(event->key() == Qt::Key_Up);
+    else
+        QTreeWidget::keyPressEvent(event);
+}
+
+void signalTreeWidget::moveSelectedRows(bool up)
+{
+    const QList<QTreeWidgetItem *> moved = selectedTopLevelRows();
+    if (moved.isEmpty())
+        return;
+    QList<QTreeWidgetItem *> rows;
+    rows.reserve(topLevelItemCount());
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        rows.append(topLevelItem(i));
+    if (!up)
+        std::reverse(rows.begin(), rows.end());
+    moveTowardsFront(&rows, QSet<QTreeWidgetItem *>(moved.cbegin(), moved.cend()));
+    if (!up)
+        std::reverse(rows.begin(), rows.end());
+    arrangeTopLevelRows(this, rows);
+    if (up)
+        bringIntoSight(this, moved.first(), moved.last());
+    else
+        bringIntoSight(this, moved.last(), moved.first());
 }
 
 QMimeData *signalTreeWidget::mimeData(const QList<QTreeWidgetItem *> items) const
@@ -98,7 +160,7 @@ QMimeData *signalTreeWidget::mimeData(const QList<QTreeWidgetItem *> items) cons
     return QTreeWidget::mimeData(items);
 }
 
-QList<QTreeWidgetItem *> signalTreeWidget::draggedRows() const
+QList<QTreeWidgetItem *> signalTreeWidget::selectedTopLevelRows() const
 {
     const QList<QTreeWidgetItem *> selection = selectedItems();
     const QSet<QTreeWidgetItem *> selected(selection.cbegin(), selection.cend());
@@ -110,15 +172,15 @@ QList<QTreeWidgetItem *> signalTreeWidget::draggedRows() const
     return rows;
 }
 
-void signalTreeWidget::dropBeside(QTreeWidgetItem *target, int y,
-                                  const QList<QTreeWidgetItem *> &dragged)
+QList<QTreeWidgetItem *> signalTreeWidget::dropBeside(QTreeWidgetItem *target, int y,
+                                                      const QList<QTreeWidgetItem *> &dragged)
 {
     const QRect rect = visualItemRect(target);
     const bool below = y - rect.top() >= (rect.bottom() - rect.top() + 1) / 2;
-    insertTopLevelItems(indexOfTopLevelItem(target) + (below ? 1 : 0), copiesOf(dragged));
+    return insertCopies(indexOfTopLevelItem(target) + (below ? 1 : 0), dragged);
 }
 
-void signalTreeWidget::dropAtEnd(const QList<QTreeWidgetItem *> &dragged)
+QList<QTreeWidgetItem *> signalTreeWidget::dropAtEnd(const QList<QTreeWidgetItem *> &dragged)
 {
     // The view removes all that is selected, but member rows are never dragged.
     const QList<QTreeWidgetItem *> selection = selectedItems();
@@ -126,7 +188,22 @@ void signalTreeWidget::dropAtEnd(const QList<QTreeWidgetItem *> &dragged)
         if (row->parent())
             row->setSelected(false);
     }
-    addTopLevelItems(copiesOf(dragged));
+    return insertCopies(topLevelItemCount(), dragged);
+}
+
+QList<QTreeWidgetItem *> signalTreeWidget::insertCopies(int index,
+                                                        const QList<QTreeWidgetItem *> &rows)
+{
+    QList<QTreeWidgetItem *> copies;
+    copies.reserve(rows.size());
+    for (const QTreeWidgetItem *row : rows)
+        copies.append(row->clone());
+    insertTopLevelItems(index, copies);
+    for (int i = 0; i < rows.size(); ++i) {
+        if (rows.at(i)->isExpanded())
+            copies.at(i)->setExpanded(true);
+    }
+    return copies;
 }
 
 } // namespace TARN

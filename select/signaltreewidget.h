@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QPersistentModelIndex>
 #include <QTreeWidget>
 
 namespace TARN {
 
-/// List of signals whose top-level rows the user reorders by dragging. Member rows of a bus stay
-/// where they are.
+/// List of signals whose top-level rows the user reorders by dragging, or with Alt+Up and Alt+Down.
+/// Member rows of a bus stay where they are. What was moved stays selected and expanded.
 class signalTreeWidget : public QTreeWidget
 {
     Q_OBJECT
@@ -24,12 +25,22 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    void startDrag(Qt::DropActions supportedActions) override;
+    void keyPressEvent(QKeyEvent *event) override;
     QMimeData *mimeData(const QList<QTreeWidgetItem *> items) const override;
 
 private:
-    QList<QTreeWidgetItem *> draggedRows() const;
-    void dropBeside(QTreeWidgetItem *target, int y, const QList<QTreeWidgetItem *> &dragged);
-    void dropAtEnd(const QList<QTreeWidgetItem *> &dragged);
+    QList<QTreeWidgetItem *> selectedTopLevelRows() const;
+    // These return the copies that they put in.
+    QList<QTreeWidgetItem *> dropBeside(QTreeWidgetItem *target, int y,
+                                        const QList<QTreeWidgetItem *> &dragged);
+    QList<QTreeWidgetItem *> dropAtEnd(const QList<QTreeWidgetItem *> &dragged);
+    QList<QTreeWidgetItem *> insertCopies(int index, const QList<QTreeWidgetItem *> &rows);
+    void selectDropped();
+    void moveSelectedRows(bool up);
+
+    QPersistentModelIndex m_firstDropped; ///< The rows dropped last lie from here ...
+    QPersistentModelIndex m_lastDropped;  ///< ... to here.
 };
 
 } // namespace TARN

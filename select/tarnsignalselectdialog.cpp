@@ -2,13 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tarnsignalselectdialog.h"
 
+#include "keypress.h"
 #include "rtlnetlisttreeview.h"
+#include "sizememory.h"
 #include "ui_tarnsignalselectdialog.h"
 
 #include <probes/signaltree.h>
 #include <probes/treerows.h>
 #include <sdk/netweir.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDebug>
 #include <QElapsedTimer>
@@ -21,6 +24,9 @@
 namespace TARN {
 
 namespace {
+
+/// Size that the user gave the dialog last.
+QSize userSize;
 
 /// Shows that a search is under way: by the cursor and on the button that started it.
 class Busy
@@ -47,13 +53,6 @@ private:
     bool m_focused;
 };
 
-void setUpList(QTreeWidget *list)
-{
-    list->setHeaderHidden(true);
-    list->setTextElideMode(Qt::ElideMiddle);
-    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-}
-
 /// The signal of a result row. Rows without one, those of a bus's members and of modules, stand
 /// for what they show.
 SignalItem signalOfResult(const QTreeWidgetItem *row)
@@ -64,6 +63,16 @@ SignalItem signalOfResult(const QTreeWidgetItem *row)
     item.name = row->data(0, Qt::DisplayRole).toString();
     item.kind = 1;
     return item;
+}
+
+/// What the list of results says when a search has found nothing.
+QString noticeFor(const SearchOptions &options)
+{
+    const auto syntax = static_cast<QRegExp::PatternSyntax>(options.patternSyntax);
+    if (!options.usePattern || QRegExp(options.pattern, Qt::CaseSensitive, syntax).isValid())
+        return TarnSignalSelectDialog::tr("Nothing found.");
+    return syntax == QRegExp::RegExp ? TarnSignalSelectDialog::tr("The expression is invalid.")
+                                     : TarnSignalSelectDialog::tr("The wildcard is invalid.");
 }
 
 /// Runs a dialog, which may go away with its parent, and returns what @p result takes from it when
@@ -95,10 +104,10 @@ TarnSignalSelectDialog::TarnSignalSelectDialog(NETWEIR::RtlNetlist *netlist, Pro
     ui->radioButtonNormal->setChecked(true);
     ui->checkBoxAdvancedFilter->setChecked(false);
     ui->widget_4->setVisible(false);
-    setUpList(ui->treeWidget);
-    setUpList(ui->treeWidgetAddSignal);
+    setUpLists();
     setUpModuleTree();
     setUpButtons();
+    new SizeMemory(this, &userSize);
 }
 
 TarnSignalSelectDialog::~TarnSignalSelectDialog() = default;
@@ -113,6 +122,21 @@ QString TarnSignalSelectDialog::getOneNetName(NETWEIR::RtlNetlist *netlist, Prob
                                               QWidget *parent)
 {
     return runDialog(netlist, type, parent, &TarnSignalSelectDialog::getOneSelectedNetName);
+}
+
+void TarnSignalSelectDialog::setUpLists()
+{
+    for (QTreeWidget *list :
+         {static_cast<QTreeWidget *>(ui->treeWidget), ui->treeWidgetAddSignal}) {
+        list->setHeaderHidden(true);
+        list->setTextElideMode(Qt::ElideMiddle);
+        list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    }
+    connect(ui->treeWidget, &QTreeWidget::itemDoubleClicked, this, [this](QTreeWidgetItem *row) {
+        if (ResultTreeWidget::canBeChosen(row))
+            mergeSignals(ui->treeWidgetAddSignal, {signalOfResult(row)});
+    });
+    ui->treeWidgetAddSignal->installEventFilter(this);
 }
 
 void TarnSignalSelectDialog::setUpModuleTree()
@@ -133,6 +157,7 @@ void TarnSignalSelectDialog::fillModuleTree()
     m_pickedModule = nullptr;
     m_moduleTree->setNetlistData(m_netlist);
     m_moduleTree->expandAll();
+    ui->comboBoxSearchIn->setToolTip(RtlNetlistTreeView::pathOf(m_moduleTree->topLevelItem(0)));
 }
 
 void TarnSignalSelectDialog::pickModule(int row)
@@ -141,9 +166,16 @@ void TarnSignalSelectDialog::pickModule(int row)
     if (m_moduleTree->currentItem()->text(0) != ui->comboBoxSearchIn->currentText())
         m_moduleTree->setCurrentItem(m_moduleTree->topLevelItem(row));
     m_pickedModule = m_moduleTree->currentItem();
+    ui->comboBoxSearchIn->setToolTip(RtlNetlistTreeView::pathOf(m_pickedModule));
 }
 
 bool TarnSignalSelectDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    keepPickedModule(watched, event);
+    return handleKey(watched, event) || QDialog::eventFilter(watched, event);
+}
+
+void TarnSignalSelectDialog::keepPickedModule(const QObject *watched, const QEvent *event)
 {
     // The popup makes every row under the mouse current, and typing in the closed box may do so
     // with a row that is not picked. The row picked before has to count again then, but only after
@@ -156,7 +188,21 @@ bool TarnSignalSelectDialog::eventFilter(QObject *watched, QEvent *event)
         };
         QMetaObject::invokeMethod(this, restore, Qt::QueuedConnection);
     }
-    return QDialog::eventFilter(watched, event);
+}
+
+/// Takes the keys that mean something to the chosen list, OK and Cancel alone.
+bool TarnSignalSelectDialog::handleKey(QObject *watched, const QEvent *event)
+{
+    if (watched == ui->treeWidgetAddSignal && isPressOf(Qt::Key_Delete, event)) {
+        onDelSignal();
+        return true;
+    }
+    auto *button = qobject_cast<QAbstractButton *>(watched);
+    if (button && isPressOf(Qt::Key_Return, event)) {
+        button->click();
+        return true;
+    }
+    return false;
 }
 
 void TarnSignalSelectDialog::setUpButtons()
@@ -171,12 +217,16 @@ void TarnSignalSelectDialog::setUpButtons()
     connect(ui->btnDel, &QAbstractButton::clicked, this, &TarnSignalSelectDialog::onDelSignal);
     connect(ui->btnDelAll, &QAbstractButton::clicked, this,
             &TarnSignalSelectDialog::onDelAllSignal);
+    const QList<QAbstractButton *> endings = ui->buttonBox->buttons();
+    for (QAbstractButton *button : endings)
+        button->installEventFilter(this);
 }
 
 void TarnSignalSelectDialog::setNetlist(NETWEIR::RtlNetlist *netlist)
 {
     m_netlist = netlist;
     ui->treeWidget->clear();
+    ui->treeWidget->setNotice(QString());
     fillModuleTree();
 }
 
@@ -210,17 +260,25 @@ void TarnSignalSelectDialog::on_pushButtonSearch_clicked()
 {
     const Busy busy(ui->pushButtonSearch);
     ui->treeWidget->clear();
-    SearchOptions options = searchOptions();
+    const SearchOptions options = searchOptions();
+    ui->treeWidget->setNotice(search(options) ? QString() : noticeFor(options));
+}
+
+bool TarnSignalSelectDialog::search(const SearchOptions &options)
+{
     if (ui->checkBoxAdvancedFilter->isChecked() && ui->checkBoxHierarchyView->isChecked()) {
         qDebug().noquote().nospace() << "checked Hierarchy View";
-        if (options.searchIn)
-            setTreeWidget(searchNetsHierarchy(options));
-        return;
+        if (!options.searchIn)
+            return false;
+        const ModuleForWidget found = searchNetsHierarchy(options);
+        setTreeWidget(found);
+        return !found.nets.isEmpty() || !found.buses.isEmpty() || !found.subModules.isEmpty();
     }
     QList<NETWEIR::RtlNet *> nets;
     QList<NETWEIR::RtlNetBus *> buses;
     searchNets(m_netlist, options, nets, buses);
     setTreeWidget(nets, buses);
+    return !nets.isEmpty() || !buses.isEmpty();
 }
 
 SearchOptions TarnSignalSelectDialog::searchOptions() const
@@ -342,7 +400,7 @@ void TarnSignalSelectDialog::onAddSignal()
         if (selected.contains(*row))
             items.append(signalOfResult(*row));
     }
-    choose(items);
+    mergeSignals(ui->treeWidgetAddSignal, items);
 }
 
 void TarnSignalSelectDialog::onAddAllSignal()
@@ -350,16 +408,7 @@ void TarnSignalSelectDialog::onAddAllSignal()
     QList<SignalItem> items;
     for (QTreeWidgetItemIterator row(ui->treeWidget); *row; ++row)
         items.append(signalOfResult(*row));
-    choose(items);
-}
-
-void TarnSignalSelectDialog::choose(const QList<SignalItem> &items)
-{
-    QList<SignalItem> buses;
-    QList<SignalItem> singles;
-    Grouped(items, buses, singles);
-    CheckRepeat(ui->treeWidgetAddSignal, buses, singles);
-    signals2Tree(ui->treeWidgetAddSignal, buses + singles, 0);
+    mergeSignals(ui->treeWidgetAddSignal, items);
 }
 
 void TarnSignalSelectDialog::onDelSignal()

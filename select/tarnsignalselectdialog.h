@@ -65,8 +65,8 @@ public Q_SLOTS:
     void onDelAllSignal();
 
 protected:
-    /// Return searches, wherever the focus is; every other key is ignored: neither Escape nor Enter
-    /// ends the dialog.
+    /// Return searches, wherever the focus is but on OK and Cancel; every other key is ignored:
+    /// neither Escape nor Enter ends the dialog.
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
@@ -75,14 +75,18 @@ private:
     void setUpModuleTree();
     void fillModuleTree();
     void pickModule(int row);
+    void keepPickedModule(const QObject *watched, const QEvent *event);
+    void setUpLists();
     void setUpButtons();
+    bool handleKey(QObject *watched, const QEvent *event);
 
     SearchOptions searchOptions() const;
+    /// Shows what is found. Returns false when that is nothing.
+    bool search(const SearchOptions &options);
 
     SignalItem itemOf(NETWEIR::RtlNet *net, int kind) const;
     SignalItem itemOf(NETWEIR::RtlNetBus *bus) const;
     QTreeWidgetItem *newModuleRow(const ModuleForWidget &module) const;
-    void choose(const QList<SignalItem> &items);
 
     std::unique_ptr<Ui::TarnSignalSelectDialog> ui;
     NETWEIR::RtlNetlist *m_netlist;
