@@ -185,6 +185,70 @@ private Q_SLOTS:
         QCOMPARE(tree.verticalScrollBar()->value(), 400);
         QCOMPARE(tree.itemAt(5, 5)->text(0), QStringLiteral("400"));
     }
+
+    void arrangingKeepsTheState_data()
+    {
+        QTest::addColumn<int>("current");
+        QTest::newRow("none current") << -1;
+        QTest::newRow("a row") << 44;
+        QTest::newRow("a child") << 45;
+    }
+    void arrangingKeepsTheState()
+    {
+        QFETCH(int, current);
+        QTreeWidget tree;
+        fill(&tree, 120);
+        QTreeWidgetItem *row = tree.topLevelItem(current);
+        const bool inChild = row && row->childCount() > 0;
+        tree.setCurrentItem(inChild ? row->child(0) : row, 0, QItemSelectionModel::NoUpdate);
+        decorate(&tree);
+        tree.resize(200, 200);
+        tree.show();
+        tree.verticalScrollBar()->setValue(30);
+        Rows rows;
+        QString expected;
+        for (int i = 0; i < 120; ++i) {
+            rows.append(tree.topLevelItem(i * 7 % 120));
+            expected += stateOf(tree, rows.last());
+        }
+        TARN::arrangeTopLevelRows(&tree, rows);
+        QString actual;
+        for (int i = 0; i < 120; ++i)
+            actual += stateOf(tree, tree.topLevelItem(i));
+        QCOMPARE(actual, expected);
+        QCOMPARE(tree.verticalScrollBar()->value(), 30);
+    }
+
+    void rowsAreBroughtIntoSight_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<int>("other");
+        QTest::addColumn<bool>("both");
+        QTest::newRow("below") << 60 << 62 << true;
+        QTest::newRow("below, the last first") << 62 << 60 << true;
+        QTest::newRow("above") << 3 << 1 << true;
+        QTest::newRow("in sight already") << 31 << 32 << true;
+        QTest::newRow("too far apart") << 10 << 80 << false;
+        QTest::newRow("too far apart, the last first") << 80 << 10 << false;
+    }
+    void rowsAreBroughtIntoSight()
+    {
+        QFETCH(int, row);
+        QFETCH(int, other);
+        QTreeWidget tree;
+        fill(&tree, 120);
+        tree.resize(200, 200);
+        tree.show();
+        tree.verticalScrollBar()->setValue(30);
+        TARN::bringIntoSight(&tree, tree.topLevelItem(row), tree.topLevelItem(other));
+        const auto isInSight = [&tree](int number) {
+            const QRect place = tree.visualItemRect(tree.topLevelItem(number));
+            return tree.viewport()->rect().contains(place);
+        };
+        QVERIFY(isInSight(row));
+        QTEST(isInSight(other), "both");
+        QCOMPARE(tree.verticalScrollBar()->value() == 30, row == 31);
+    }
 };
 
 TARN_TEST_MAIN(TestTreeRows)

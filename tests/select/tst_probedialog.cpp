@@ -23,6 +23,9 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
+
+#include <functional>
 
 using namespace TARN;
 using namespace TarnTest;
@@ -85,6 +88,13 @@ private Q_SLOTS:
     void addLeavesOutWhatIsThere();
     void addUsesTheKindOfThePort();
     void addOfNothingChangesNothing();
+    void addedRowsAreInSight();
+    void deleteKeyRemovesWhatTheButtonRemoves_data();
+    void deleteKeyRemovesWhatTheButtonRemoves();
+
+    void countFollowsTheList();
+    void countTurnsRedAboveTheLimit_data();
+    void countTurnsRedAboveTheLimit();
 
     void acceptWritesTheListInOrder();
     void acceptTakesDefaultItemsOfForeignRows();
@@ -98,6 +108,7 @@ private Q_SLOTS:
     void newNetlistReachesTheSearch();
     void newNetlistIsUsedFromThenOn();
     void dialogMayDieWhileItSearches();
+    void sizeOfTheUserIsRemembered();
 
 private:
     std::unique_ptr<NETWEIR::RtlNetlist> m_netlist;
@@ -372,6 +383,116 @@ void ProbeDialogTest::addOfNothingChangesNothing()
     QCOMPARE(rowsOf(dialog), QString("x\n"));
 }
 
+void ProbeDialogTest::addedRowsAreInSight()
+{
+    ProbeIn port;
+    for (int i = 0; i < 100; ++i)
+        port.signals.append(net(QString("n%1").arg(i)));
+    ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
+    dialog.show();
+    const auto isInSight = [&dialog](const QString &text) {
+        const signalTreeWidget *list = listOf(dialog);
+        return list->viewport()->rect().contains(list->visualItemRect(rowOf(list, text)));
+    };
+    QVERIFY(isInSight("n0"));
+    ModalScript script;
+    for (const char *pattern : {"clk", "clk"}) {
+        script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                            [=](QDialog *search) { chooseAll(search, pattern); });
+    }
+    buttonOf(dialog, "btnAdd")->click();
+    QVERIFY(isInSight("top/clk"));
+    QVERIFY(isInSight("top/u0/clk"));
+    // Nothing new, nothing to show.
+    listOf(dialog)->scrollToTop();
+    buttonOf(dialog, "btnAdd")->click();
+    QVERIFY(isInSight("n0"));
+    QCOMPARE(script.problems(), QString());
+}
+
+void ProbeDialogTest::deleteKeyRemovesWhatTheButtonRemoves_data()
+{
+    QTest::addColumn<QStringList>("selected");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("rows");
+    const QString all = "x\nd\n    d[1]\n    d[0]\ny\n";
+    QTest::newRow("single") << QStringList{"x"} << int(Qt::NoModifier)
+                            << "d\n    d[1]\n    d[0]\ny\n";
+    QTest::newRow("several") << QStringList{"x", "d"} << int(Qt::NoModifier) << "y\n";
+    QTest::newRow("key of the number pad")
+        << QStringList{"x", "d"} << int(Qt::KeypadModifier) << "y\n";
+    QTest::newRow("nothing") << QStringList() << int(Qt::NoModifier) << all;
+    // The button is disabled for these.
+    QTest::newRow("member") << QStringList{"d[1]"} << int(Qt::NoModifier) << all;
+    QTest::newRow("member and single") << QStringList{"d[1]", "x"} << int(Qt::NoModifier) << all;
+}
+
+void ProbeDialogTest::deleteKeyRemovesWhatTheButtonRemoves()
+{
+    QFETCH(QStringList, selected);
+    QFETCH(int, modifiers);
+    ProbeIn port;
+    port.signals = {net("x"), bus("d", 2), net("y")};
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    dialog.show();
+    select(listOf(dialog), selected);
+    QTest::keyClick(listOf(dialog), Qt::Key_Delete, Qt::KeyboardModifiers(modifiers));
+    QTEST(rowsOf(dialog), "rows");
+    QVERIFY(dialog.isVisible());
+}
+
+void ProbeDialogTest::countFollowsTheList()
+{
+    ProbeIn port;
+    port.signals = {net("x"), bus("d", 8)};
+    const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
+    const auto *count = dialog.findChild<QLabel *>("labelCount");
+    QCOMPARE(count->text(), QString("9 of 256"));
+    ModalScript script;
+    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                        [](QDialog *search) { chooseAll(search, "cnt"); });
+    buttonOf(dialog, "btnAdd")->click();
+    QCOMPARE(script.problems(), QString());
+    QCOMPARE(count->text(), QString("11 of 256"));
+    select(listOf(dialog), {"x", "d"});
+    buttonOf(dialog, "btnRemove")->click();
+    QCOMPARE(count->text(), QString("2 of 256"));
+    select(listOf(dialog), {"top/u0/cnt[1:0]"});
+    buttonOf(dialog, "btnRemove")->click();
+    QCOMPARE(count->text(), QString("0 of 256"));
+}
+
+void ProbeDialogTest::countTurnsRedAboveTheLimit_data()
+{
+    QTest::addColumn<int>("singles");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("red");
+    QTest::newRow("256") << 56 << "256 of 256" << false;
+    QTest::newRow("257") << 57 << "257 of 256" << true;
+}
+
+void ProbeDialogTest::countTurnsRedAboveTheLimit()
+{
+    QFETCH(int, singles);
+    QFETCH(bool, red);
+    ProbeIn port;
+    port.signals = {bus("d", 200)};
+    for (int i = 0; i < singles; ++i)
+        port.signals.append(net(QString("n%1").arg(i)));
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    dialog.show();
+    const auto *count = dialog.findChild<QLabel *>("labelCount");
+    const auto isRed = [count] {
+        return count->palette().color(QPalette::WindowText) == QColor(Qt::red);
+    };
+    QTEST(count->text(), "text");
+    QCOMPARE(isRed(), red);
+    QCOMPARE(layoutFaults(&dialog), QString());
+    select(listOf(dialog), {"n0"});
+    buttonOf(dialog, "btnRemove")->click();
+    QVERIFY(!isRed());
+}
+
 void ProbeDialogTest::acceptWritesTheListInOrder()
 {
     ProbeIn port;
@@ -561,6 +682,33 @@ void ProbeDialogTest::dialogMayDieWhileItSearches()
     QVERIFY(!page);
     QCOMPARE(script.problems(), QString());
     QVERIFY(port.signals.isEmpty());
+}
+
+void ProbeDialogTest::sizeOfTheUserIsRemembered()
+{
+    ProbeIn port;
+    const auto sizeOnOpening = [&port] {
+        ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+        dialog.show();
+        return dialog.size();
+    };
+    const auto leaveAfter = [&port](const std::function<void(QDialog *)> &action) {
+        ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        action(&dialog);
+        QCoreApplication::processEvents();
+        dialog.reject();
+    };
+    // What the program does is not remembered.
+    leaveAfter([](QDialog *dialog) { dialog->resize(600, 500); });
+    QCOMPARE(sizeOnOpening(), QSize(410, 461));
+    leaveAfter([](QDialog *dialog) { dialog->windowHandle()->resize(600, 500); });
+    QCOMPARE(sizeOnOpening(), QSize(600, 500));
+    leaveAfter([](QDialog *dialog) { dialog->windowHandle()->resize(500, 400); });
+    QCOMPARE(sizeOnOpening(), QSize(500, 400));
+    leaveAfter([](QDialog *dialog) { dialog->resize(450, 450); });
+    QCOMPARE(sizeOnOpening(), QSize(500, 400));
 }
 
 TARN_TEST_MAIN(ProbeDialogTest)

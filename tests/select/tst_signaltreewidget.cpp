@@ -11,11 +11,13 @@
 #include <QDataStream>
 #include <QDragMoveEvent>
 #include <QDropEvent>
+#include <QElapsedTimer>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 using namespace TARN;
@@ -41,7 +43,16 @@ public:
             qFatal("the list does not come up");
     }
 
-    using signalTreeWidget::mimeData;
+    /// A drag asks for it when it begins.
+    QMimeData *mimeData(const QList<QTreeWidgetItem *> items) const override
+    {
+        QMimeData *dragged = signalTreeWidget::mimeData(items);
+        if (m_drop)
+            m_drop();
+        return dragged;
+    }
+
+    bool isDragging() const { return state() == DraggingState; }
 
     QTreeWidgetItem *row(const QString &text) const
     {
@@ -72,6 +83,38 @@ public:
     }
 
     void dispatch(QDropEvent *event) { dropEvent(event); }
+    /// Drags what is selected and drops it at @p point while the drag goes on. Off the screen no
+    /// drag ends in a move, after which the view would remove the rows.
+    void dragTo(const QPointF &point)
+    {
+        m_drop = [this, point] {
+            const QMimeData dragged;
+            QDropEvent drop(point, Qt::MoveAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+            dropEvent(&drop);
+        };
+        startDrag(Qt::MoveAction);
+        m_drop = {};
+    }
+
+    /// The top-level rows in order, '*' selected, '+' expanded, '!' current.
+    QString stateOfRows() const
+    {
+        QString result;
+        for (int i = 0; i < topLevelItemCount(); ++i) {
+            const QTreeWidgetItem *row = topLevelItem(i);
+            result += row->text(0);
+            result += QLatin1String(row->isSelected() ? "*" : "");
+            result += QLatin1String(row->isExpanded() ? "+" : "");
+            result += QLatin1String(row == currentItem() ? "!" : "");
+        }
+        return result;
+    }
+
+    bool isInSight(const QTreeWidgetItem *row) const
+    {
+        return viewport()->rect().contains(visualItemRect(row));
+    }
+
     void dispatch(QDragMoveEvent *event) { dragMoveEvent(event); }
     void dispatch(QMouseEvent *event)
     {
@@ -80,6 +123,9 @@ public:
         else
             mousePressEvent(event);
     }
+
+private:
+    std::function<void()> m_drop;
 };
 
 /// Counts how often the widgets that it watches are painted.
@@ -130,8 +176,20 @@ private Q_SLOTS:
     void copiesCarryTheSignals();
     void onlyTheLeftButtonPresses();
     void memberRowsAreNotDragged();
+    void otherButtonsDragNothing_data();
+    void otherButtonsDragNothing();
     void dragIsFollowedAsUsual();
     void dragCarriesAllRolesOfTheRow();
+    void rowsStaySelectedAndExpandedAfterADrag_data();
+    void rowsStaySelectedAndExpandedAfterADrag();
+    void dragWithoutADropSelectsNothingElse();
+    void droppedRowsAreInSight();
+    void arrowsWithAltMoveRows_data();
+    void arrowsWithAltMoveRows();
+    void otherArrowsMoveNothing_data();
+    void otherArrowsMoveNothing();
+    void rowsMovedByKeysAreInSight();
+    void manyRowsMoveByKeysInTime();
 };
 
 void SignalTreeWidgetTest::dropMovesRowsBesideTheTarget_data()
@@ -313,6 +371,33 @@ void SignalTreeWidgetTest::memberRowsAreNotDragged()
     QVERIFY(!isMoveTaken());
 }
 
+void SignalTreeWidgetTest::otherButtonsDragNothing_data()
+{
+    QTest::addColumn<int>("buttons");
+    QTest::addColumn<bool>("drags");
+    QTest::newRow("left") << int(Qt::LeftButton) << true;
+    QTest::newRow("right") << int(Qt::RightButton) << false;
+    QTest::newRow("middle") << int(Qt::MiddleButton) << false;
+    QTest::newRow("left and right") << int(Qt::LeftButton | Qt::RightButton) << true;
+}
+
+void SignalTreeWidgetTest::otherButtonsDragNothing()
+{
+    QFETCH(int, buttons);
+    List list;
+    // A click before makes the row one that can be dragged.
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      list.pointIn("b", 5).toPoint());
+    const auto moveTo = [&](const QPointF &point) {
+        QMouseEvent move(QEvent::MouseMove, point, Qt::NoButton, Qt::MouseButtons(buttons),
+                         Qt::NoModifier);
+        list.dispatch(&move);
+        return move.isAccepted();
+    };
+    QTEST(moveTo(list.pointIn("b", 6)), "drags");
+    QTEST(list.isDragging(), "drags");
+}
+
 void SignalTreeWidgetTest::dragIsFollowedAsUsual()
 {
     List list;
@@ -350,6 +435,161 @@ void SignalTreeWidgetTest::dragCarriesAllRolesOfTheRow()
     QVERIFY(item.usable);
     QCOMPARE(item.members.size(), 2);
     QCOMPARE(item.members.last().name, QString("c[0]"));
+}
+
+void SignalTreeWidgetTest::rowsStaySelectedAndExpandedAfterADrag_data()
+{
+    QTest::addColumn<QStringList>("dragged");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("state");
+    QTest::newRow("beside") << QStringList{"a"} << "d"
+                            << "bc+da*!ef";
+    QTest::newRow("beside, expanded") << QStringList{"c"} << "a"
+                                      << "ac*+!bdef";
+    QTest::newRow("beside, several") << QStringList{"f", "c", "a"} << "d"
+                                     << "bda*!c*+f*e";
+}
+
+void SignalTreeWidgetTest::rowsStaySelectedAndExpandedAfterADrag()
+{
+    QFETCH(QStringList, dragged);
+    QFETCH(QString, target);
+    List list;
+    list.select(dragged);
+    QSignalSpy told(&list, &signalTreeWidget::itemDragged);
+    list.dragTo(list.pointIn(target, 15));
+    QTEST(list.stateOfRows(), "state");
+    QCOMPARE(told.size(), 1);
+}
+
+void SignalTreeWidgetTest::dragWithoutADropSelectsNothingElse()
+{
+    List list;
+    list.select({"a"});
+    list.dragTo(list.pointIn("d", 15));
+    QCOMPARE(list.stateOfRows(), QString("bc+da*!ef"));
+    list.select({"b", "e"});
+    list.dragTo(list.pointIn("c[0]", 5));
+    QCOMPARE(list.stateOfRows(), QString("b*c+da!e*f"));
+}
+
+void SignalTreeWidgetTest::droppedRowsAreInSight()
+{
+    List list;
+    list.resize(200, 90);
+    list.select({"a", "b"});
+    list.scrollToItem(list.row("f"));
+    list.dragTo(list.pointIn("f", 15));
+    QCOMPARE(list.stateOfRows(), QString("c+defa*!b*"));
+    QVERIFY(list.isInSight(list.row("a")));
+    QVERIFY(list.isInSight(list.row("b")));
+}
+
+void SignalTreeWidgetTest::arrowsWithAltMoveRows_data()
+{
+    QTest::addColumn<QStringList>("selected");
+    QTest::addColumn<QString>("current");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QStringList>("states"); // After each press.
+    const int up = Qt::Key_Up;
+    const int down = Qt::Key_Down;
+    QTest::newRow("one up") << QStringList{"b"} << "b" << up
+                            << QStringList{"b*!ac+def", "b*!ac+def"};
+    QTest::newRow("one down") << QStringList{"e"} << "e" << down
+                              << QStringList{"abc+dfe*!", "abc+dfe*!"};
+    QTest::newRow("past an expanded bus")
+        << QStringList{"d"} << "d" << up << QStringList{"abd*!c+ef", "ad*!bc+ef"};
+    QTest::newRow("an expanded bus")
+        << QStringList{"c"} << "c" << down << QStringList{"abdc*+!ef", "abdec*+!f"};
+    QTest::newRow("a block") << QStringList{"b", "c"} << "c" << down
+                             << QStringList{"adb*c*+!ef", "adeb*c*+!f", "adefb*c*+!"};
+    QTest::newRow("apart, until they meet at the end")
+        << QStringList{"b", "d"} << "b" << up
+        << QStringList{"b*!ad*c+ef", "b*!d*ac+ef", "b*!d*ac+ef"};
+    QTest::newRow("apart, down") << QStringList{"a", "e"} << "f" << down
+                                 << QStringList{"ba*c+df!e*", "bc+a*df!e*"};
+    QTest::newRow("all") << QStringList{"a", "b", "c", "d", "e", "f"} << "a" << up
+                         << QStringList{"a*!b*c*+d*e*f*"};
+    QTest::newRow("none") << QStringList() << "b" << down << QStringList{"ab!c+def"};
+    QTest::newRow("a member") << QStringList{"c[0]"} << "c[0]" << up << QStringList{"abc+def"};
+    QTest::newRow("a member and another row")
+        << QStringList{"c[0]", "e"} << "e" << up << QStringList{"abc+e*!df"};
+}
+
+void SignalTreeWidgetTest::arrowsWithAltMoveRows()
+{
+    QFETCH(QStringList, selected);
+    QFETCH(QString, current);
+    QFETCH(int, key);
+    QFETCH(QStringList, states);
+    List list;
+    list.setCurrentItem(list.row(current), 0, QItemSelectionModel::NoUpdate);
+    list.select(selected);
+    QSignalSpy told(&list, &signalTreeWidget::itemDragged);
+    for (const QString &state : qAsConst(states)) {
+        QTest::keyClick(&list, Qt::Key(key), Qt::AltModifier);
+        QCOMPARE(list.stateOfRows(), state);
+        QCOMPARE(list.selectedItems().size(), selected.size());
+    }
+    // Only a drop is told.
+    QCOMPARE(told.size(), 0);
+    QCOMPARE(signalOfRow(list.row("c")).members.size(), 2);
+}
+
+void SignalTreeWidgetTest::otherArrowsMoveNothing_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::newRow("alone") << int(Qt::Key_Up) << int(Qt::NoModifier);
+    QTest::newRow("Shift") << int(Qt::Key_Down) << int(Qt::ShiftModifier);
+    QTest::newRow("Ctrl") << int(Qt::Key_Down) << int(Qt::ControlModifier);
+    QTest::newRow("Alt and Shift") << int(Qt::Key_Up) << int(Qt::AltModifier | Qt::ShiftModifier);
+    QTest::newRow("Alt, to the right") << int(Qt::Key_Right) << int(Qt::AltModifier);
+}
+
+void SignalTreeWidgetTest::otherArrowsMoveNothing()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    List list;
+    list.setCurrentItem(list.row("b"));
+    QTest::keyClick(&list, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(list.order(), QString("abcdef"));
+}
+
+void SignalTreeWidgetTest::rowsMovedByKeysAreInSight()
+{
+    List list;
+    list.resize(200, 90);
+    list.setCurrentItem(list.row("a"));
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
+        for (int i = 0; i < 6; ++i) {
+            QTest::keyClick(&list, key, Qt::AltModifier);
+            QVERIFY(list.isInSight(list.row("a")));
+        }
+    }
+}
+
+void SignalTreeWidgetTest::manyRowsMoveByKeysInTime()
+{
+    List list;
+    list.clear();
+    QList<SignalItem> items;
+    for (int i = 0; i < 20000; ++i)
+        items.append(net(QString::number(i)));
+    signals2Tree(&list, items, 0);
+    QItemSelection selection;
+    for (int i = 1; i < items.size(); i += 2)
+        selection.select(list.model()->index(i, 0), list.model()->index(i, 0));
+    list.selectionModel()->select(selection, QItemSelectionModel::Select);
+    QElapsedTimer timer;
+    timer.start();
+    QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
+    QVERIFY2(timer.elapsed() < 5000, qPrintable(QString("%1 ms").arg(timer.elapsed())));
+    QCOMPARE(list.topLevelItem(0)->text(0), QString("1"));
+    QCOMPARE(list.topLevelItem(1)->text(0), QString("0"));
+    QCOMPARE(list.topLevelItem(19999)->text(0), QString("19998"));
+    QCOMPARE(list.selectedItems().size(), 10000);
 }
 
 TARN_TEST_MAIN(SignalTreeWidgetTest)

@@ -10,6 +10,7 @@
 
 #include <probes/signalsamples.h>
 #include <probes/signaltree.h>
+#include <select/resulttreewidget.h>
 #include <select/rtlnetlisttreeview.h>
 #include <select/tarnsignalselectdialog.h>
 
@@ -24,8 +25,12 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTest>
+#include <QWindow>
+
+#include <functional>
 
 using namespace TARN;
 using namespace TarnTest;
@@ -50,6 +55,11 @@ struct Dialog : TarnSignalSelectDialog
     }
 
     QTreeWidget *results() const { return widget<QTreeWidget>("treeWidget"); }
+    void setNotice(const QString &notice) const
+    {
+        widget<ResultTreeWidget>("treeWidget")->setNotice(notice);
+    }
+    QString notice() const { return widget<ResultTreeWidget>("treeWidget")->notice(); }
     QTreeWidget *chosen() const { return widget<QTreeWidget>("treeWidgetAddSignal"); }
     QComboBox *searchIn() const { return widget<QComboBox>("comboBoxSearchIn"); }
     auto *modules() const { return qobject_cast<RtlNetlistTreeView *>(searchIn()->view()); }
@@ -58,6 +68,22 @@ struct Dialog : TarnSignalSelectDialog
         widget<QAbstractButton>(name)->setChecked(on);
     }
     void click(const char *name) const { widget<QAbstractButton>(name)->click(); }
+
+    /// A double click with the mouse on the row of the results that shows @p text.
+    void doubleClick(const QString &text, Qt::MouseButton button = Qt::LeftButton) const
+    {
+        QTreeWidgetItem *row = rowOf(results(), text);
+        results()->scrollToItem(row);
+        const QPoint place = results()->visualItemRect(row).center();
+        QTest::mouseClick(results()->viewport(), button, Qt::NoModifier, place);
+        QTest::mouseDClick(results()->viewport(), button, Qt::NoModifier, place);
+    }
+
+    bool isInSight(const QTreeWidgetItem *row) const
+    {
+        return row->treeWidget()->viewport()->rect().contains(
+            row->treeWidget()->visualItemRect(row));
+    }
 
     /// The widget of that name or the button of the button box with that text.
     QWidget *focusable(const QString &name) const
@@ -161,6 +187,11 @@ private Q_SLOTS:
     void popupClosedWithoutAPickChangesNothing();
     void boxAndModuleTreeAgreeAfterKeys();
     void longModuleNamesAreElidedInTheMiddle();
+    void popupIsAsWideAsItsRows_data();
+    void popupIsAsWideAsItsRows();
+    void searchInBoxTellsTheFullPath();
+    void indentationLeavesRoomForNames();
+    void sizeOfTheUserIsRemembered();
     void tabGoesThroughTheDialogInReadingOrder();
     void chosenListKeepsItsPlace();
 
@@ -180,6 +211,11 @@ private Q_SLOTS:
     void nullNetlistYieldsNothing();
     void searchShowsThatItIsBusy();
 
+    void emptyListTellsWhy_data();
+    void emptyListTellsWhy();
+    void noticeIsPaintedAlone();
+    void noticeGoesWithTheSearch();
+
     void resultsCarrySignals_data();
     void resultsCarrySignals();
     void excludedResultsCannotBeSelected();
@@ -195,12 +231,24 @@ private Q_SLOTS:
     void removeTakesSelectedTopLevelRowsOnly();
     void removeAllClearsTheChosenList();
 
+    void doubleClickAddsTheSignal_data();
+    void doubleClickAddsTheSignal();
+    void doubleClickOpensModules();
+    void doubleClickOnAGreyRowAddsNothing_data();
+    void doubleClickOnAGreyRowAddsNothing();
+    void doubleClickOfOtherButtonsAddsNothing();
+    void doubleClickAddsOnce();
+    void addedRowsAreInSight();
+    void deleteKeyRemovesChosenRows();
+
     void chosenRowsWithoutSignalAreLeftOut();
     void oneNameIsThatOfTheFirstChoice_data();
     void oneNameIsThatOfTheFirstChoice();
 
     void returnSearchesOnce_data();
     void returnSearchesOnce();
+    void returnPressesTheFocusedEnding_data();
+    void returnPressesTheFocusedEnding();
     void otherKeysDoNothing_data();
     void otherKeysDoNothing();
 
@@ -228,10 +276,12 @@ void TarnSignalSelectDialogTest::formShowsItsTexts_data()
                                       << "";
     QTest::newRow("radioButtonNormal") << "Normal"
                                        << "";
-    QTest::newRow("radioButtonWildcard") << "Wildcard"
-                                         << "";
-    QTest::newRow("radioButtonRegularExpression") << "Regular Expression"
-                                                  << "";
+    QTest::newRow("radioButtonWildcard")
+        << "Wildcard"
+        << "The wildcard must match the whole path: *clk finds top/u_core/clk, clk does not.";
+    QTest::newRow("radioButtonRegularExpression")
+        << "Regular Expression"
+        << "The expression must match the whole path: .*clk finds top/u_core/clk, clk does not.";
     QTest::newRow("checkBoxCaseSensitive") << "Case Sensitive"
                                            << "";
     QTest::newRow("checkBoxAdvancedFilter") << "Advanced Filter"
@@ -499,6 +549,104 @@ void TarnSignalSelectDialogTest::longModuleNamesAreElidedInTheMiddle()
     QCOMPARE(rowOf(dialog.modules(), "deep[leaf]")->toolTip(0), QString("deep[leaf]"));
 }
 
+void TarnSignalSelectDialogTest::popupIsAsWideAsItsRows_data()
+{
+    QTest::addColumn<int>("letters");
+    QTest::addColumn<bool>("fits");
+    QTest::newRow("wider than the box") << 60 << true;
+    QTest::newRow("wider than the screen") << 600 << false;
+}
+
+void TarnSignalSelectDialogTest::popupIsAsWideAsItsRows()
+{
+    QFETCH(int, letters);
+    QFETCH(bool, fits);
+    NETWEIR::NetlistBuilder builder("top");
+    const QString name(letters, 'n');
+    NETWEIR::Hierachy *node = builder.addHierachy(builder.top(), "u0", "core");
+    builder.addHierachy(builder.addHierachy(node, "u1", "core"), name, "leaf");
+    const auto netlist = builder.take();
+    Dialog dialog(netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.show();
+    const QSize size = dialog.size();
+    dialog.searchIn()->showPopup();
+    const QWidget *popup = dialog.modules()->window();
+    const int screen = dialog.screen()->availableSize().width();
+    QVERIFY(popup->width() > dialog.searchIn()->width());
+    QVERIFY2(popup->width() <= screen, qPrintable(QString::number(popup->width())));
+    // A row goes on to the right edge; what its text needs stands beside its indentation.
+    const QTreeWidgetItem *row = rowOf(dialog.modules(), name + "[leaf]");
+    const int room = dialog.modules()->visualItemRect(row).width();
+    const int needed = dialog.modules()->fontMetrics().horizontalAdvance(row->text(0));
+    QCOMPARE(room > needed, fits);
+    QCOMPARE(dialog.size(), size);
+    dialog.searchIn()->hidePopup();
+}
+
+void TarnSignalSelectDialogTest::searchInBoxTellsTheFullPath()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QCOMPARE(dialog.searchIn()->toolTip(), QString("top"));
+    for (const auto &[row, path] :
+         {std::pair("deep[leaf]", "top/u0/deep"), std::pair("u1[none]", "top/u1")}) {
+        dialog.searchIn()->showPopup();
+        dialog.modules()->setCurrentItem(rowOf(dialog.modules(), row));
+        QTest::keyClick(dialog.modules(), Qt::Key_Return);
+        QCOMPARE(dialog.searchIn()->toolTip(), QString(path));
+    }
+    QTest::keyClick(dialog.searchIn(), Qt::Key_Up);
+    QCOMPARE(dialog.searchIn()->currentText(), QString("top"));
+    QCOMPARE(dialog.searchIn()->toolTip(), QString("top"));
+    dialog.setNetlist(nullptr);
+    QCOMPARE(dialog.searchIn()->toolTip(), QString());
+}
+
+void TarnSignalSelectDialogTest::indentationLeavesRoomForNames()
+{
+    const Dialog dialog(m_netlist.get());
+    const QTreeWidget usual;
+    for (const QTreeWidget *list :
+         {dialog.results(), dialog.chosen(), static_cast<QTreeWidget *>(dialog.modules())})
+        QVERIFY(list->indentation() < usual.indentation());
+}
+
+void TarnSignalSelectDialogTest::sizeOfTheUserIsRemembered()
+{
+    const auto leaveAfter = [this](const std::function<void(Dialog *)> &action) {
+        Dialog dialog(m_netlist.get());
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        action(&dialog);
+        QCoreApplication::processEvents();
+        dialog.reject();
+    };
+    // Neither what the program does is remembered nor what the panel needs.
+    leaveAfter([](Dialog *dialog) {
+        dialog->resize(517, dialog->minimumSizeHint().height());
+        dialog->check("checkBoxAdvancedFilter");
+    });
+    QCOMPARE(Dialog(m_netlist.get()).size(), QSize(517, 500));
+    leaveAfter([](Dialog *dialog) { dialog->windowHandle()->resize(640, 560); });
+    QCOMPARE(Dialog(m_netlist.get()).size(), QSize(640, 560));
+
+    // All else is as on every opening.
+    leaveAfter([](Dialog *dialog) {
+        dialog->check("radioButtonWildcard");
+        dialog->check("checkBoxAdvancedFilter");
+    });
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    QCOMPARE(dialog.size(), QSize(640, 560));
+    QVERIFY(dialog.widget<QRadioButton>("radioButtonNormal")->isChecked());
+    QVERIFY(!dialog.widget<QWidget>("widget_4")->isVisible());
+    dialog.windowHandle()->resize(517, 500);
+    QCoreApplication::processEvents();
+}
+
 void TarnSignalSelectDialogTest::tabGoesThroughTheDialogInReadingOrder()
 {
     Dialog dialog(m_netlist.get());
@@ -546,9 +694,15 @@ void TarnSignalSelectDialogTest::chosenListKeepsItsPlace()
         QCoreApplication::processEvents();
         QCOMPARE(chosen->value(), chosenPlace);
     }
-    dialog.click("btnAddAll");
+    // Nothing is new below the rows that are there.
+    select(dialog.results(), {"top/n0"});
+    dialog.click("btnAdd");
     QCoreApplication::processEvents();
     QCOMPARE(chosen->value(), chosenPlace);
+    dialog.click("btnAddAll");
+    QCoreApplication::processEvents();
+    QCOMPARE(dialog.chosen()->topLevelItemCount(), 200);
+    QVERIFY(dialog.isInSight(rowOf(dialog.chosen(), "top/n149")));
 }
 
 void TarnSignalSelectDialogTest::searchesTheWholeDesign_data()
@@ -771,6 +925,84 @@ void TarnSignalSelectDialogTest::searchShowsThatItIsBusy()
     QVERIFY(!QApplication::overrideCursor());
 }
 
+void TarnSignalSelectDialogTest::emptyListTellsWhy_data()
+{
+    QTest::addColumn<QByteArray>("mode");
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<bool>("hierarchy");
+    QTest::addColumn<QString>("notice");
+    const QByteArray normal = "radioButtonNormal";
+    const QByteArray wildcard = "radioButtonWildcard";
+    const QByteArray expression = "radioButtonRegularExpression";
+    const QString nothing = "Nothing found.";
+    QTest::newRow("found") << normal << "clk" << false << "";
+    QTest::newRow("everything") << expression << "" << false << "";
+    QTest::newRow("only grey rows") << normal << "gated" << false << "";
+    QTest::newRow("nothing") << normal << "none" << false << nothing;
+    QTest::newRow("no expression") << normal << "(clk" << false << nothing;
+    QTest::newRow("wildcard for nothing") << wildcard << "clk" << false << nothing;
+    QTest::newRow("invalid wildcard") << wildcard << "[clk" << false << "The wildcard is invalid.";
+    QTest::newRow("expression for nothing") << expression << "clk" << false << nothing;
+    QTest::newRow("invalid expression")
+        << expression << "(clk" << false << "The expression is invalid.";
+    QTest::newRow("found by module") << normal << "flag" << true << "";
+    QTest::newRow("nothing by module") << normal << "none" << true << nothing;
+    QTest::newRow("invalid by module") << expression << "*" << true << "The expression is invalid.";
+}
+
+void TarnSignalSelectDialogTest::emptyListTellsWhy()
+{
+    QFETCH(QByteArray, mode);
+    QFETCH(QString, pattern);
+    QFETCH(bool, hierarchy);
+    Dialog dialog(m_netlist.get());
+    QCOMPARE(dialog.notice(), QString());
+    dialog.check(mode);
+    dialog.check("checkBoxAdvancedFilter", hierarchy);
+    dialog.check("checkBoxHierarchyView", hierarchy);
+    dialog.search(pattern);
+    QTEST(dialog.notice(), "notice");
+}
+
+void TarnSignalSelectDialogTest::noticeIsPaintedAlone()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    const auto painted = [&dialog] { return dialog.results()->viewport()->grab().toImage(); };
+    const QImage before = painted();
+    QCOMPARE(dialog.search("none"), QString());
+    QVERIFY(painted() != before);
+    dialog.search("clk");
+    const QImage found = painted();
+    QVERIFY(found != before);
+    dialog.setNotice("None.");
+    QVERIFY(painted() != found);
+    dialog.setNotice(QString());
+    QCOMPARE(painted(), found);
+
+    // The row of the topmost module stays readable.
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.check("checkBoxHierarchyView");
+    QCOMPARE(dialog.search("none"), QString("top\n"));
+    const QRect row = dialog.results()->visualItemRect(dialog.results()->topLevelItem(0));
+    const QImage whole = painted();
+    dialog.setNotice(QString());
+    QCOMPARE(painted().copy(row), whole.copy(row));
+    QVERIFY(painted() != whole);
+}
+
+void TarnSignalSelectDialogTest::noticeGoesWithTheSearch()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.search("none");
+    QVERIFY(!dialog.notice().isEmpty());
+    dialog.search("clk");
+    QCOMPARE(dialog.notice(), QString());
+    dialog.search("none");
+    dialog.setNetlist(m_netlist.get());
+    QCOMPARE(dialog.notice(), QString());
+}
+
 void TarnSignalSelectDialogTest::resultsCarrySignals_data()
 {
     QTest::addColumn<int>("type");
@@ -949,6 +1181,145 @@ void TarnSignalSelectDialogTest::removeAllClearsTheChosenList()
     QCOMPARE(modelText(dialog.results()->model()), QString(wholeDesign));
 }
 
+void TarnSignalSelectDialogTest::doubleClickAddsTheSignal_data()
+{
+    QTest::addColumn<bool>("hierarchy");
+    QTest::addColumn<QString>("row");
+    QTest::addColumn<QString>("signal");
+    const QString cnt = "top/u0/cnt[1:0] '' EU 1 (top/u0/cnt[1] '' EU 1) (top/u0/cnt[0] '' EU 1)";
+    QTest::newRow("net") << false << "top/u0/clk"
+                         << "top/u0/clk '' EU 0";
+    QTest::newRow("bus") << false << "top/u0/cnt[1:0]" << cnt;
+    QTest::newRow("member") << false << "top/u0/cnt[0]"
+                            << "top/u0/cnt[0] '' EU 1";
+    QTest::newRow("net by module") << true << "rst"
+                                   << "top/rst '' EU 0";
+    QTest::newRow("bus by module") << true << "cnt[1:0]" << cnt;
+    QTest::newRow("member by module") << true << "cnt[0]"
+                                      << "top/u0/cnt[0] '' EU 1";
+}
+
+void TarnSignalSelectDialogTest::doubleClickAddsTheSignal()
+{
+    QFETCH(bool, hierarchy);
+    QFETCH(QString, row);
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter", hierarchy);
+    dialog.check("checkBoxHierarchyView", hierarchy);
+    dialog.show();
+    const QString before = dialog.search("");
+    dialog.results()->expandAll();
+    for (const bool expanded : {true, false}) {
+        rowOf(dialog.results(), row)->setExpanded(expanded);
+        dialog.chosen()->clear();
+        clearDebugLines();
+        dialog.doubleClick(row);
+        QTEST(textsOf(dialog.getSelectedNets()).join('\n'), "signal");
+        QCOMPARE(dialog.chosen()->topLevelItemCount(), 1);
+        if (rowOf(dialog.results(), row)->childCount() > 0)
+            QCOMPARE(rowOf(dialog.results(), row)->isExpanded(), expanded);
+    }
+    QCOMPARE(modelText(dialog.results()->model()), before);
+    QCOMPARE(debugLines(), QStringList());
+    QVERIFY(dialog.isVisible());
+}
+
+void TarnSignalSelectDialogTest::doubleClickOpensModules()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.check("checkBoxAdvancedFilter");
+    dialog.check("checkBoxHierarchyView");
+    dialog.show();
+    dialog.search("");
+    QTreeWidgetItem *module = rowOf(dialog.results(), "core:u0");
+    for (const bool expanded : {true, false}) {
+        dialog.doubleClick("core:u0");
+        QCOMPARE(module->isExpanded(), expanded);
+        dialog.doubleClick("clk"); // Does not change what the next one does.
+    }
+    QCOMPARE(modelText(dialog.chosen()->model()), QString("top/clk\n"));
+}
+
+void TarnSignalSelectDialogTest::doubleClickOnAGreyRowAddsNothing_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::newRow("net") << "top/u0/gated";
+    QTest::newRow("bus") << "top/data[1:0]";
+    QTest::newRow("member") << "top/data[1]";
+}
+
+void TarnSignalSelectDialogTest::doubleClickOnAGreyRowAddsNothing()
+{
+    QFETCH(QString, row);
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    dialog.search("");
+    dialog.results()->expandAll();
+    dialog.doubleClick(row);
+    QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
+}
+
+void TarnSignalSelectDialogTest::doubleClickOfOtherButtonsAddsNothing()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    dialog.search("");
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        dialog.doubleClick("top/clk", button);
+        dialog.doubleClick("top/u0/cnt[1:0]", button);
+    }
+    QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
+}
+
+void TarnSignalSelectDialogTest::doubleClickAddsOnce()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    dialog.search("");
+    dialog.doubleClick("top/clk");
+    dialog.doubleClick("top/u0/cnt[1:0]");
+    dialog.doubleClick("top/clk");
+    QCOMPARE(modelText(dialog.chosen()->model()),
+             QString("top/clk\ntop/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\n"));
+}
+
+void TarnSignalSelectDialogTest::addedRowsAreInSight()
+{
+    NETWEIR::NetlistBuilder builder("top");
+    for (int i = 0; i < 200; ++i)
+        builder.addNet(builder.top(), QString("n%1").arg(i));
+    const auto netlist = builder.take();
+    Dialog dialog(netlist.get());
+    dialog.show();
+    dialog.search("");
+    dialog.results()->selectAll();
+    dialog.results()->topLevelItem(7)->setSelected(false);
+    dialog.results()->topLevelItem(8)->setSelected(false);
+    dialog.click("btnAdd");
+    QVERIFY(dialog.isInSight(rowOf(dialog.chosen(), "top/n0")));
+    select(dialog.results(), {"top/n7", "top/n8"});
+    dialog.click("btnAdd");
+    QVERIFY(dialog.isInSight(rowOf(dialog.chosen(), "top/n7")));
+    QVERIFY(dialog.isInSight(rowOf(dialog.chosen(), "top/n8")));
+}
+
+void TarnSignalSelectDialogTest::deleteKeyRemovesChosenRows()
+{
+    Dialog dialog(m_netlist.get());
+    dialog.show();
+    dialog.search("clk");
+    signals2Tree(dialog.chosen(), {bus("d", 2), net("x"), net("y"), bus("e", 1)}, 0);
+    select(dialog.results(), {"top/clk"});
+    QTest::keyClick(dialog.results(), Qt::Key_Delete);
+    select(dialog.chosen(), {"d[0]"});
+    QTest::keyClick(dialog.chosen(), Qt::Key_Delete);
+    QCOMPARE(modelText(dialog.results()->model()), QString("top/clk\ntop/u0/clk\n"));
+    QCOMPARE(dialog.chosen()->topLevelItemCount(), 4);
+    select(dialog.chosen(), {"d", "y", "e[0]"});
+    QTest::keyClick(dialog.chosen(), Qt::Key_Delete);
+    QCOMPARE(modelText(dialog.chosen()->model()), QString("x\ne\n    e[0]\n"));
+}
+
 void TarnSignalSelectDialogTest::chosenRowsWithoutSignalAreLeftOut()
 {
     Dialog dialog(m_netlist.get());
@@ -982,9 +1353,9 @@ void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice()
 void TarnSignalSelectDialogTest::returnSearchesOnce_data()
 {
     QTest::addColumn<QString>("widget");
-    for (const char *name : {"lineEditName", "treeWidget", "treeWidgetAddSignal",
-                             "radioButtonNormal", "checkBoxCaseSensitive", "comboBoxSearchIn",
-                             "pushButtonSearch", "btnAdd", "btnDelAll", "OK", "Cancel"})
+    for (const char *name :
+         {"lineEditName", "treeWidget", "treeWidgetAddSignal", "radioButtonNormal",
+          "checkBoxCaseSensitive", "comboBoxSearchIn", "pushButtonSearch", "btnAdd", "btnDelAll"})
         QTest::newRow(name) << name;
 }
 
@@ -1009,6 +1380,29 @@ void TarnSignalSelectDialogTest::returnSearchesOnce()
     QCOMPARE(modelText(dialog.chosen()->model()), QString("x\n"));
     QVERIFY(!QApplication::overrideCursor());
     QCOMPARE(dialog.focusWidget(), focused);
+}
+
+void TarnSignalSelectDialogTest::returnPressesTheFocusedEnding_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<int>("result");
+    QTest::newRow("OK") << "OK" << int(QDialog::Accepted);
+    QTest::newRow("Cancel") << "Cancel" << int(QDialog::Rejected);
+}
+
+void TarnSignalSelectDialogTest::returnPressesTheFocusedEnding()
+{
+    QFETCH(QString, button);
+    Dialog dialog(m_netlist.get());
+    dialog.setResult(-1);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QWidget *focused = dialog.focusable(button);
+    focused->setFocus();
+    QTest::keyClick(focused, Qt::Key_Return);
+    QVERIFY(!dialog.isVisible());
+    QTEST(dialog.result(), "result");
+    QCOMPARE(debugLines(), QStringList());
 }
 
 void TarnSignalSelectDialogTest::otherKeysDoNothing_data()
