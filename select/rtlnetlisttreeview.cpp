@@ -44,7 +44,7 @@ QString RtlNetlistTreeView::pathOf(const QTreeWidgetItem *row)
     QStringList names;
     const auto *item = dynamic_cast<const RtlTreeItem *>(row);
     if (item && item->type() == RtlTreeItem::HierachyItem) {
-        const auto *node = static_cast<const NETWEIR::Hierachy *>(item->object());
+        auto *node = static_cast<NETWEIR::Hierachy *>(item->object());
         for (; node; node = node->parent())
             names.prepend(node->instName());
     }

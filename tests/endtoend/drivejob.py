@@ -15,8 +15,9 @@ import sys
 from pathlib import Path
 
 sys.dont_write_bytecode = True  # The folder of the sources stays as it is.
-from desktop import drive, expect, wait_for
+from desktop import drive, expect, run, wait_for
 from editor import Editor
+from widgets import expect_soon
 
 EXPECTED = Path(__file__).parent / "expected"
 
@@ -69,6 +70,7 @@ class SensorHub(Job):
         self.expect_rows("treeProbeOut", "Probe Out0", "Probe Out1")
         self.picks_from_flat_lists()
         self.orders_by_dragging()
+        self.finds_its_size_again()
         self.picks_within_an_instance()
         self.removes_a_port()
         self.picks_nets_to_drive()
@@ -148,25 +150,39 @@ class SensorHub(Job):
         self.expect_rows("treeWidget", data, *states, valid, error)
         self.drag("treeWidget", error, data, "above")
         self.expect_rows("treeWidget", error, data, *states, valid)
+        self.expect_selected("treeWidget", error)
         self.drag("treeWidget", data, states[1], "below")
         self.expect_rows("treeWidget", error, states[0], states[1], data, states[2], valid)
         self.select("treeWidget", states[0], data)
         self.drag("treeWidget", data, None, "end")
         self.expect_rows("treeWidget", error, states[1], states[2], valid, states[0], data)
+        self.expect_selected("treeWidget", states[0], data)
+        self.screen.key("alt+Up")
+        self.expect_rows("treeWidget", error, states[1], states[2], states[0], data, valid)
+        self.screen.key("alt+Down")
+        self.expect_rows("treeWidget", error, states[1], states[2], valid, states[0], data)
+        self.expect_selected("treeWidget", states[0], data)
         self.screen.shoot("ordered")
 
         self.click_row("treeWidget", states[2], times=2)
+        members = [f". hub_top/u_frame_tx/state[{n}]" for n in (2, 1, 0)]
+        self.drag("treeWidget", states[2], None, "end")
+        self.expect_rows(
+            "treeWidget", error, states[1], valid, states[0], data, states[2], *members
+        )
+        self.drag("treeWidget", states[2], valid, "above")
         member = "hub_top/u_frame_tx/state[1]"
         self.drag("treeWidget", error, member, "below")
-        members = [f". hub_top/u_frame_tx/state[{n}]" for n in (2, 1, 0)]
         self.expect_rows(
             "treeWidget", error, states[1], states[2], *members, valid, states[0], data
         )
         self.select("treeWidget", member)
         self.find("btnRemove", enabled=False)
+        self.screen.key("Delete")
         self.select("treeWidget", states[2], valid)
-        self.press("btnRemove")
+        self.screen.key("Delete")
         self.expect_rows("treeWidget", error, states[1], states[0], data)
+        self.find("labelCount", text="14 of 256")
         self.accept()
         self.expect_rows(
             "treeProbeIn",
@@ -175,6 +191,19 @@ class SensorHub(Job):
             "Probe In1",
             "Probe In2",
         )
+
+    def finds_its_size_again(self):
+        for width, height in ((450, 480), (410, 461)):
+            self.open_port("In", 1)
+            run("xdotool", "getactivewindow", "windowsize", str(width), str(height))
+            expect_soon("the size", self.size_of_port, [width, height])
+            self.leave("Probe In Port")
+            self.open_port("Out", 1)
+            expect_soon("the size", self.size_of_port, [width, height])
+            self.leave("Probe Out Port")
+
+    def size_of_port(self):
+        return self.find("TARN__ProbeDialog").rect[2:]
 
     def picks_within_an_instance(self):
         self.open_port("In", 1)
@@ -234,11 +263,13 @@ class SensorHub(Job):
             *driven,
             "hub_top/dbg_duty_force",
         )
-        self.choose("hub_top/dbg_duty[7:0]", "hub_top/dbg_duty_force")
+        for row in ("hub_top/dbg_duty[7:0]", "hub_top/dbg_duty_force"):
+            self.click_row("treeWidget", row, times=2)
         # Grey: what drives it already is the design.
         self.click_row("treeWidget", "hub_top/duty[23:0]")
         self.screen.shoot("drivable")
         self.press("btnAdd")
+        self.click_row("treeWidget", "hub_top/duty[23:0]", times=2)
         self.expect_chosen("hub_top/dbg_duty[7:0]", "hub_top/dbg_duty_force")
         self.accept()
         self.drag("treeWidget", "hub_top/dbg_duty_force", "hub_top/dbg_duty[7:0]", "above")
@@ -394,6 +425,8 @@ class PacketFilter(Job):
         self.select("treeWidget", port2, passed, dropped)
         self.drag("treeWidget", passed, valid, "above")
         self.expect_rows("treeWidget", port2, passed, dropped, valid, port1, runt)
+        self.expect_selected("treeWidget", port2, passed, dropped)
+        self.select("treeWidget", port2)
         self.drag("treeWidget", port2, None, "end")
         self.expect_rows("treeWidget", passed, dropped, valid, port1, runt, port2)
         self.drag("treeWidget", dropped, runt, "below")
@@ -463,7 +496,8 @@ class PacketFilter(Job):
         self.open_port("Out", 2)
         self.open_search()
         self.search("dbg_block", self.BLOCK)
-        self.click_row("treeWidget", self.BLOCK, times=2)
+        self.click_row("treeWidget", self.BLOCK)
+        self.screen.key("Right")
         bits = [f"pf_top/dbg_block[{n}]" for n in (3, 2, 1, 0)]
         self.expect_rows("treeWidget", self.BLOCK, *[f". {bit}" for bit in bits])
         self.choose(bits[1], bits[3])

@@ -130,6 +130,11 @@ class Editor(Widgets):
         self.click(button.rect)
         self.wait_for_no_window(button.window)
 
+    def leave(self, title):
+        """Cancels the window."""
+        self.press(text="Cancel")
+        self.wait_for_no_window(title)
+
     def open_search(self):
         self.press("btnAdd")
         self.wait_for_window("Search Nets")

@@ -85,11 +85,6 @@ class Tour(Editor):
         self.enter("lineEditName", name)
         self.screen.key("Return")
 
-    def leave(self, title):
-        """Cancels the window."""
-        self.press(text="Cancel")
-        self.wait_for_no_window(title)
-
     def dismiss(self, title):
         """Presses OK of the box."""
         self.press(text="OK")

@@ -129,6 +129,9 @@ class Widgets:
         """Selects these rows and no others, one by one."""
         for i, row in enumerate(rows):
             self.click_row(name, row, holding=["ctrl"] if i else [])
+        self.expect_selected(name, *rows)
+
+    def expect_selected(self, name, *rows):
         expect_soon(f"selection of {name}", lambda: sorted(self.selected(name)), sorted(rows))
 
     def selected(self, name):

@@ -703,6 +703,11 @@ void ProbeDialogTest::sizeOfTheUserIsRemembered()
     // What the program does is not remembered.
     leaveAfter([](QDialog *dialog) { dialog->resize(600, 500); });
     QCOMPARE(sizeOnOpening(), QSize(410, 461));
+    leaveAfter([](QDialog *dialog) {
+        dialog->showMaximized();
+        QTRY_VERIFY(dialog->width() > 600);
+    });
+    QCOMPARE(sizeOnOpening(), QSize(410, 461));
     leaveAfter([](QDialog *dialog) { dialog->windowHandle()->resize(600, 500); });
     QCOMPARE(sizeOnOpening(), QSize(600, 500));
     leaveAfter([](QDialog *dialog) { dialog->windowHandle()->resize(500, 400); });
