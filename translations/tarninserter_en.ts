@@ -116,6 +116,10 @@
         <source>Support 256 signals at most.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>TARN::ProbePortsOptionWidget</name>
@@ -394,6 +398,26 @@ Do you still want to keep it?</source>
     </message>
     <message>
         <source>Remove all</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The wildcard must match the whole path: *clk finds top/u_core/clk, clk does not.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The expression must match the whole path: .*clk finds top/u_core/clk, clk does not.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing found.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The expression is invalid.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The wildcard is invalid.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
