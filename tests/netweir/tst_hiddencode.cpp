@@ -80,8 +80,6 @@ void TestHiddenCode::marksAreToldFromComments_data()
     row("// anyword   translate_off  \r", HidingMark::Off);
     row("// a_maker-s translate_on", HidingMark::On);
     row("/*verilator translate_off*/", HidingMark::Off);
-    row("/*verilator synopsys translate_off*/", HidingMark::Off);
-    row("/*verilator  synthesis  translate_on */", HidingMark::On);
     row("// synopsys translate_off simulation only", HidingMark::Off);
     row("// anyword translate_off -- simulation", HidingMark::Off);
     row("// see translate_off below", HidingMark::None);
@@ -158,6 +156,9 @@ void TestHiddenCode::designsAreReadWithoutHiddenCode_data()
                            << QByteArray("/* synthesis translate_on */");
     QTest::newRow("block of several lines")
         << QByteArray("/* pragma\n * translate_off\n */") << QByteArray("/*pragma translate_on*/");
+    QTest::newRow("block with stars in front")
+        << QByteArray("/*\n * synthesis translate_off\n */\n")
+        << QByteArray("/**\r\n\t* synthesis\ttranslate_on\r\n\t**/\n");
     QTest::newRow("upper case") << QByteArray("// PRAGMA TRANSLATE_OFF\r\n")
                                 << QByteArray("//PRAGMA TRANSLATE_ON\r\n");
     QTest::newRow("line that ends in a backslash")
@@ -203,6 +204,11 @@ void TestHiddenCode::marksComeOutOfMacrosAndIncludes_data()
         << QByteArray("module top; wire a;\n`include \"whole.vh\"\nwire z;\n");
     QTest::newRow("include by the name in a macro")
         << QByteArray("`define FILE \"whole.vh\"\nmodule top; wire a;\n`include `FILE\nwire z;\n");
+    QTest::newRow("no word in front")
+        << QByteArray("module top; wire a;\n// translate_off\nwire z;\n");
+    QTest::newRow("the word of the filter")
+        << QByteArray("module top; wire a;\n/*verilator translate_off*/ wire b;\n"
+                      "/* verilator translate_on */ wire z;\n");
     QTest::newRow("branch not taken")
         << QByteArray("module top; wire a;\n`ifdef NEVER\n// synopsys translate_off\n`endif\n"
                       "wire z;\n");

@@ -16,7 +16,7 @@ sub kept
     my ($comment) = @_;
     return $comment unless $comment =~ /translate_o(?:n|ff)/i;
     my $breaks = join '', $comment =~ /\\?\r?\n/g;
-    $comment =~ s{^/[/*]}{};
+    $comment =~ s{^/[/*][\s*]*}{};
     $comment =~ s{\*/$}{};
     $comment =~ s{\\?\r?\n}{ }g;
     $comment =~ s{/[/*]|\*/}{ ! }g;

@@ -247,6 +247,11 @@ QString SourceCheck::findInclude(const QString &includingFile, const QString &na
 
 } // namespace
 
+bool isSystemVerilog(const DesignSources &sources, int index)
+{
+    return sources.files[index].systemVerilog || sources.standard.startsWith(QLatin1String("1800"));
+}
+
 DesignSources readDesignSources(const QMap<QString, QVariant> &info)
 {
     using namespace TE;

@@ -37,6 +37,9 @@ struct DesignSources
     int timeoutSeconds = 120;
 };
 
+/// Whether file @p index is read by the rules of SystemVerilog: by its type or by the standard.
+NETWEIR_EXPORT bool isSystemVerilog(const DesignSources &sources, int index);
+
 /// Reads the map whose keys te/designinfo.h names. Files that are no design sources are left out.
 NETWEIR_EXPORT DesignSources readDesignSources(const QMap<QString, QVariant> &info);
 

@@ -19,25 +19,28 @@ const char StubFile[] = "stubs.sv";
 const char WrapperFile[] = "wrapper.v";
 const char WrapperModule[] = "netweir_top";
 
-/// Name of the text of file @p index for the elaborator. The suffix selects the language.
-QString textName(const SourceFile &file, int index)
+/// Name of a piece of the text of @p file for the elaborator: "text7.sv", or "text7_2.sv" for a
+/// package of that text. The suffix selects the language.
+QString pieceName(const SourceFile &file, const TextPiece &piece)
 {
     // The elaborator reads library files in the order of their names, and the first of two
     // definitions counts.
     constexpr int Digits = 6;
-    const QString number = QString::number(index);
-    return QLatin1String(TextPrefix) +
-           (file.library ? number.rightJustified(Digits, QLatin1Char('0')) : number) +
-           QLatin1String(file.systemVerilog ? ".sv" : ".v");
+    QString name = QString::number(piece.text);
+    if (file.library)
+        name = name.rightJustified(Digits, QLatin1Char('0'));
+    if (piece.package >= 0)
+        name += QLatin1Char('_') + QString::number(piece.package);
+    return QLatin1String(TextPrefix) + name + QLatin1String(file.systemVerilog ? ".sv" : ".v");
 }
 
-/// The elaborator reads the texts under the names that textName() gives them.
+/// The elaborator reads the texts under the names that pieceName() gives them.
 TextLine textLineOf(const ToolMessage &message)
 {
     const QByteArray prefix(TextPrefix);
     bool isText = message.file.startsWith(prefix);
-    const QByteArray number =
-        message.file.mid(prefix.size(), message.file.indexOf('.') - prefix.size());
+    QByteArray number = message.file.mid(prefix.size(), message.file.indexOf('.') - prefix.size());
+    number = number.split('_').first();
     const int text = isText ? number.toInt(&isText) : -1;
     return isText ? TextLine{text, message.line} : TextLine();
 }
@@ -87,9 +90,12 @@ ElaboratorInput::ElaboratorInput(const DesignSources &sources, const SourceReadi
 bool ElaboratorInput::write(const ToolFolder &folder) const
 {
     bool ok = true;
-    for (int i = 0; i < m_sources.files.size() && ok; ++i)
-        ok = folder.write(textName(m_sources.files[i], i),
-                          m_stubs.withoutArrays(i, m_reading.text().texts()[i]));
+    for (const TextPiece &piece : m_reading.order().pieces()) {
+        const QByteArray text =
+            m_stubs.withoutArrays(piece.text, m_reading.text().texts()[piece.text]);
+        ok = ok && folder.write(pieceName(m_sources.files[piece.text], piece),
+                                m_reading.order().contentOf(piece, text));
+    }
     if (m_wrapsTop && ok)
         ok = folder.write(QLatin1String(WrapperFile), QByteArray("module ") + WrapperModule +
                                                           "; \\" + m_reading.chosenTop().toUtf8() +
@@ -104,10 +110,11 @@ QStringList ElaboratorInput::arguments() const
     QStringList result = elaboratorArguments(m_wrapsTop ? QString(QLatin1String(WrapperModule))
                                                         : m_reading.chosenTop(),
                                              m_sources.standard, m_timed);
-    for (int i = 0; i < m_sources.files.size(); ++i) {
-        if (m_sources.files[i].library)
+    for (const TextPiece &piece : m_reading.order().pieces()) {
+        const SourceFile &file = m_sources.files[piece.text];
+        if (file.library && piece.package < 0)
             result.append(QStringLiteral("-v"));
-        result.append(textName(m_sources.files[i], i));
+        result.append(pieceName(file, piece));
     }
     if (m_wrapsTop)
         result.append(QLatin1String(WrapperFile));

@@ -98,7 +98,9 @@ QVector<HiddenRegion> HidingWalk::run()
 void HidingWalk::scanComment()
 {
     char *const end = endOfComment();
-    const QByteArray comment(m_at, int(end - m_at));
+    QByteArray comment(m_at, int(end - m_at));
+    if (comment.startsWith(KeptComment))
+        comment.replace(0, int(strlen(KeptComment)), "/*");
     meet(hidingMarkOf(comment), end);
     m_line += comment.count('\n');
     if (mentions(comment, Mark)) // The elaborator does not know it.
@@ -179,7 +181,7 @@ void HidingWalk::blank(char *begin, char *end)
 HidingMark hidingMarkOf(const QByteArray &comment)
 {
     static const QRegularExpression mark(
-        QStringLiteral("^/[/*]\\s*+(?:verilator (?=\\s*\\S+\\s+translate_o))?[\\s*]*"
+        QStringLiteral("^/[/*][\\s*]*"
                        "([a-z_][\\w-]*)\\s+translate_(on|off)\\b(.*)$"),
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
     static const QByteArrayList reserved = {"synthesis", "synopsys", "pragma"};

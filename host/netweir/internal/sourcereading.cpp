@@ -106,6 +106,8 @@ void SourceReading::addMessages(const ToolProcess &process, QStringList *message
 void SourceReading::scan(QStringList *messages)
 {
     scanTexts();
+    m_order = std::make_unique<SourceOrder>(m_sources, *m_text);
+    *messages += m_order->errors();
     const DesignModules modules(m_scan, *m_text);
     m_modules = modules.modules();
     m_tops = modules.tops(m_sources.top);
@@ -137,9 +139,7 @@ void SourceReading::scanTexts()
     for (int i = 0; i < m_sources.files.size(); ++i) {
         const SourceFile &file = m_sources.files[i];
         const int before = m_scan.units.size();
-        scanModules(m_text->texts()[i], i,
-                    file.systemVerilog || m_sources.standard.startsWith(QLatin1String("1800")),
-                    &m_scan);
+        scanModules(m_text->texts()[i], i, isSystemVerilog(m_sources, i), &m_scan);
         for (int unit = before; unit < m_scan.units.size(); ++unit)
             m_scan.units[unit].library = file.library;
     }

@@ -7,6 +7,7 @@
 #include "designsources.h"
 #include "modulescan.h"
 #include "preprocessedtext.h"
+#include "sourceorder.h"
 
 #include <QByteArrayList>
 #include <QHash>
@@ -43,6 +44,7 @@ public:
     void scan(QStringList *messages);
 
     const PreprocessedText &text() const { return *m_text; }
+    const SourceOrder &order() const { return *m_order; }
     const ModuleScan &scanned() const { return m_scan; }
     const QStringList &tops() const { return m_tops; }
     const QStringList &modules() const { return m_modules; }
@@ -68,6 +70,7 @@ private:
     const ToolFolder &m_folder;
     bool m_hasHiddenFaults = false;
     std::unique_ptr<PreprocessedText> m_text;
+    std::unique_ptr<SourceOrder> m_order;
     ModuleScan m_scan;
     QStringList m_tops;
     QStringList m_modules;

@@ -1,0 +1,304 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "scopescan.h"
+
+#include "verilogtokens.h"
+
+#include <QHash>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+QByteArray toBytes(std::string_view text)
+{
+    return QByteArray(text.data(), int(text.size()));
+}
+
+/// Adds uses of packages to a list that holds each once.
+class UseList
+{
+public:
+    void add(QVector<PackageUse> *uses, const PackageUse &use)
+    {
+        const auto known = m_indexes.constFind(use.package);
+        if (known == m_indexes.constEnd()) {
+            m_indexes.insert(use.package, uses->size());
+            uses->append(use);
+        } else {
+            (*uses)[*known].imported |= use.imported;
+        }
+    }
+
+private:
+    QHash<QByteArray, int> m_indexes;
+};
+
+/// Walks over all tokens of a text. Bodies of modules, classes and functions are passed over; what
+/// they use is noted on the way.
+class ScopeScanner
+{
+public:
+    explicit ScopeScanner(const QByteArray &text)
+        : m_text(text.constData())
+        , m_tokens(text, true)
+    {
+        advance();
+    }
+
+    TextScopes run();
+
+private:
+    void advance();
+    bool atEnd() const { return m_token.kind == Token::EndOfText; }
+    bool inPackage() const { return m_package >= 0; }
+    int offset(const Token &token) const { return int(token.place - m_text); }
+
+    void scanItem();
+    void openPackage();
+    void closePackage();
+    void scanImport();
+    void scanTypedef();
+    void scanClass();
+    void declare(const QByteArray &type);
+    void noteUse(const Token &token);
+    void noteTypeParameter();
+    void passUnit(Keyword opening, Keyword closing);
+    void passTo(Keyword keyword);
+
+    const char *m_text;
+    VerilogTokens m_tokens;
+    Token m_token;
+    Token m_previous;
+    Token m_beforePrevious;
+    bool m_importing = false;
+    bool m_inUnit = false;
+    int m_package = -1; ///< Index of the open one.
+    UseList m_ownUses;
+    UseList m_packageUses;
+    TextScopes m_result;
+};
+
+TextScopes ScopeScanner::run()
+{
+    while (!atEnd())
+        scanItem();
+    if (inPackage())
+        closePackage();
+    return m_result;
+}
+
+void ScopeScanner::advance()
+{
+    m_beforePrevious = m_previous;
+    m_previous = m_token;
+    m_token = m_tokens.next();
+    const bool isScoped = m_beforePrevious.is('c') || m_beforePrevious.is('.');
+    if (m_token.is('c') && m_previous.kind == Token::Identifier && !isScoped)
+        noteUse(m_previous);
+    if (m_token.kind == Token::Identifier && m_previous.text == "type")
+        m_result.types.insert(toBytes(m_token.text));
+}
+
+void ScopeScanner::scanItem()
+{
+    switch (m_token.keyword) {
+    case Keyword::Package:
+        openPackage();
+        break;
+    case Keyword::Endpackage:
+        advance();
+        closePackage();
+        break;
+    case Keyword::Module:
+        passUnit(Keyword::Module, Keyword::Endmodule);
+        break;
+    case Keyword::Program:
+        passUnit(Keyword::Program, Keyword::Endprogram);
+        break;
+    case Keyword::Interface:
+        if (VerilogTokens(m_tokens).next().is(Keyword::Class) || m_previous.is(Keyword::Virtual))
+            advance();
+        else
+            passUnit(Keyword::Interface, Keyword::Endinterface);
+        break;
+    case Keyword::Function:
+        passTo(Keyword::Endfunction);
+        break;
+    case Keyword::Task:
+        passTo(Keyword::Endtask);
+        break;
+    case Keyword::Class:
+        scanClass();
+        break;
+    case Keyword::Typedef:
+        scanTypedef();
+        break;
+    case Keyword::Extern:
+        scanImport();
+        break;
+    default:
+        advance();
+    }
+}
+
+void ScopeScanner::openPackage()
+{
+    if (inPackage())
+        closePackage();
+    PackageDeclaration package;
+    package.range.begin = offset(m_token);
+    package.line = m_token.line;
+    advance();
+    while (m_token.is(Keyword::Other)) // automatic, static
+        advance();
+    package.name = toBytes(m_token.text);
+    m_package = m_result.packages.size();
+    m_packageUses = UseList();
+    m_result.packages.append(package);
+}
+
+/// Behind the end keyword.
+void ScopeScanner::closePackage()
+{
+    if (m_token.is(':')) {
+        advance();
+        advance();
+    }
+    if (inPackage())
+        m_result.packages[m_package].range.end = offset(m_token);
+    m_package = -1;
+}
+
+/// "import NAME::NAME, ... ;". The other forms have no scopes, and functions without a body.
+void ScopeScanner::scanImport()
+{
+    m_importing = m_token.text == "import";
+    while (!atEnd() && !m_token.is(';')) {
+        advance();
+        const bool isShared = m_importing && !m_inUnit && !inPackage();
+        if (isShared && m_previous.is('c'))
+            m_result.sharedImports.append({toBytes(m_beforePrevious.text),
+                                           m_token.is('*') ? QByteArray() : toBytes(m_token.text)});
+    }
+    m_importing = false;
+}
+
+/// The name is the last one outside of brackets.
+void ScopeScanner::scanTypedef()
+{
+    int depth = 0;
+    QByteArray name;
+    for (advance(); !atEnd() && (depth > 0 || !m_token.is(';')); advance()) {
+        if (m_token.is('(') || m_token.is('[') || m_token.is('{'))
+            ++depth;
+        else if (m_token.is(')') || m_token.is(']') || m_token.is('}'))
+            --depth;
+        else if (m_token.kind == Token::Identifier && depth == 0)
+            name = toBytes(m_token.text);
+    }
+    declare(name);
+}
+
+/// Classes nest.
+void ScopeScanner::scanClass()
+{
+    int depth = 0;
+    bool isForward = false; // typedef class NAME;
+    while (!atEnd()) {
+        if (m_token.is(Keyword::Class) && !isForward)
+            ++depth;
+        else if (m_token.kind == Token::Identifier && m_previous.is(Keyword::Class))
+            declare(toBytes(m_token.text));
+        isForward = m_token.is(Keyword::Typedef);
+        const bool closes = m_token.is(Keyword::Endclass);
+        advance();
+        if (closes && --depth <= 0)
+            return;
+    }
+}
+
+void ScopeScanner::declare(const QByteArray &type)
+{
+    m_result.types.insert(type);
+    if (m_inUnit)
+        return;
+    if (inPackage())
+        m_result.packages[m_package].types.insert(type);
+    else
+        m_result.sharedTypes.insert(type);
+}
+
+void ScopeScanner::noteUse(const Token &token)
+{
+    if (token.text.front() == '$' || token.text == "std")
+        return;
+    const PackageUse use{toBytes(token.text), offset(token), token.line, m_importing};
+    if (inPackage())
+        m_packageUses.add(&m_result.packages[m_package].uses, use);
+    else
+        m_ownUses.add(&m_result.uses, use);
+}
+
+/// Up to the end of a module or one of its relatives. Modules nest; "extern module" has no end.
+void ScopeScanner::passUnit(Keyword opening, Keyword closing)
+{
+    if (m_previous.is(Keyword::Extern)) {
+        advance();
+        return;
+    }
+    m_inUnit = true;
+    int depth = 0;
+    while (!atEnd()) {
+        const bool nests = m_token.is(opening) && (depth == 0 || opening == Keyword::Module);
+        const bool closes = m_token.is(closing);
+        depth += nests ? 1 : closes ? -1 : 0;
+        if (closes && depth <= 0)
+            break;
+        if (m_token.is(Keyword::Typedef))
+            scanTypedef();
+        else if (m_token.is(Keyword::Class) && depth > 0)
+            scanClass();
+        else if (m_token.is(Keyword::Extern))
+            scanImport();
+        else
+            advance();
+    }
+    m_inUnit = false;
+    advance();
+}
+
+void ScopeScanner::passTo(Keyword keyword)
+{
+    while (!atEnd() && !m_token.is(keyword) && !m_token.is(Keyword::Endpackage))
+        advance();
+}
+
+} // namespace
+
+TextScopes scanScopes(const QByteArray &text)
+{
+    return ScopeScanner(text).run();
+}
+
+QVector<QByteArray> mentionedNames(const QByteArray &text, const QSet<QByteArray> &names)
+{
+    QVector<QByteArray> result;
+    QSet<QByteArray> seen;
+    VerilogTokens tokens(text, true);
+    for (Token token = tokens.next(); token.kind != Token::EndOfText; token = tokens.next()) {
+        if (token.kind != Token::Identifier)
+            continue;
+        const auto name =
+            names.constFind(QByteArray::fromRawData(token.text.data(), int(token.text.size())));
+        if (name == names.constEnd() || seen.contains(*name))
+            continue;
+        seen.insert(*name);
+        result.append(*name);
+    }
+    return result;
+}
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,400 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "sourceorder.h"
+
+#include "designsources.h"
+#include "messages.h"
+#include "preprocessedtext.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+/// A walk over a graph that leaves what a node needs before the node itself, without recursion.
+class DepthFirstWalk
+{
+public:
+    explicit DepthFirstWalk(int nodes)
+        : m_states(nodes, New)
+    {
+    }
+
+    /// Visits @p start if that has not been done. @p needed gives the nodes that one needs; @p
+    /// leave is called for each node behind all that it needs. An edge that closes a circle is not
+    /// followed; @p close is called with its ends.
+    template <typename Needed, typename Leave, typename Close>
+    void visit(int start, const Needed &needed, const Leave &leave, const Close &close)
+    {
+        enter(start, needed);
+        while (!m_path.isEmpty()) {
+            Step &step = m_path.last();
+            if (step.next == step.needed.size()) {
+                const int node = step.node;
+                m_states[node] = Done;
+                m_path.removeLast();
+                leave(node);
+                continue;
+            }
+            const int node = step.needed[step.next++];
+            if (m_states[node] == Open)
+                close(step.node, node);
+            else
+                enter(node, needed);
+        }
+    }
+
+    /// The open nodes from @p node to the last one.
+    QVector<int> pathFrom(int node) const
+    {
+        QVector<int> path;
+        for (const Step &step : m_path) {
+            if (!path.isEmpty() || step.node == node)
+                path.append(step.node);
+        }
+        return path;
+    }
+
+private:
+    enum State : char { New, Open, Done };
+
+    struct Step
+    {
+        int node;
+        QVector<int> needed;
+        int next;
+    };
+
+    template <typename Needed>
+    void enter(int node, const Needed &needed)
+    {
+        if (m_states[node] != New)
+            return;
+        m_states[node] = Open;
+        m_path.append(Step{node, needed(node), 0});
+    }
+
+    QVector<char> m_states;
+    QVector<Step> m_path;
+};
+
+void blank(QByteArray *text, const TextRange &range)
+{
+    std::replace_if(
+        text->begin() + range.begin, text->begin() + range.end, [](char c) { return c != '\n'; },
+        ' ');
+}
+
+} // namespace
+
+SourceOrder::SourceOrder(const DesignSources &sources, const PreprocessedText &text)
+    : m_sources(sources)
+    , m_text(text)
+    , m_scopes(sources.files.size())
+    , m_typeProviders(sources.files.size())
+{
+    scan();
+    indexPackages();
+    findTypeUses();
+    findOrder();
+}
+
+void SourceOrder::scan()
+{
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        if (isSystemVerilog(m_sources, i))
+            m_scopes[i] = scanScopes(m_text.texts()[i]);
+        m_types.unite(m_scopes[i].types);
+    }
+}
+
+void SourceOrder::indexPackages()
+{
+    for (const bool library : {false, true}) {
+        for (int i = 0; i < m_scopes.size(); ++i) {
+            if (m_sources.files[i].library != library)
+                continue;
+            for (int k = 0; k < m_scopes[i].packages.size(); ++k) {
+                const QByteArray &name = m_scopes[i].packages[k].name;
+                if (!m_packageOf.contains(name)) {
+                    m_packageOf.insert(name, m_packages.size());
+                    m_packages.append({i, k});
+                }
+            }
+        }
+    }
+    m_hoisted.fill(false, m_packages.size());
+}
+
+const PackageDeclaration &SourceOrder::declaration(int package) const
+{
+    const PackagePlace &place = m_packages[package];
+    return m_scopes[place.text].packages[place.package];
+}
+
+QHash<QByteArray, SourceOrder::TypeOwner> SourceOrder::typeOwners() const
+{
+    QHash<QByteArray, TypeOwner> owners;
+    const auto add = [&owners](const QByteArray &type, const TypeOwner &owner) {
+        if (!owners.contains(type))
+            owners.insert(type, owner);
+    };
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        for (const QByteArray &type : m_scopes[i].sharedTypes)
+            add(type, {i, {}});
+        for (const SharedImport &import : m_scopes[i].sharedImports) {
+            const int package = m_packageOf.value(import.package, -1);
+            const QSet<QByteArray> types =
+                package < 0 ? QSet<QByteArray>() : declaration(package).types;
+            for (const QByteArray &type : types) {
+                if (import.name.isNull() || import.name == type)
+                    add(type, {i, import.package});
+            }
+        }
+    }
+    return owners;
+}
+
+void SourceOrder::findTypeUses()
+{
+    const QHash<QByteArray, TypeOwner> owners = typeOwners();
+    if (owners.isEmpty())
+        return;
+    QSet<QByteArray> names;
+    for (auto owner = owners.begin(); owner != owners.end(); ++owner)
+        names.insert(owner.key());
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        if (!isSystemVerilog(m_sources, i))
+            continue;
+        QSet<QByteArray> used;
+        for (const PackageUse &use : usesOf(i))
+            used.insert(use.package);
+        for (const QByteArray &name : mentionedNames(m_text.texts()[i], names)) {
+            const TypeOwner &owner = owners[name];
+            if (owner.text != i && !m_scopes[i].types.contains(name) &&
+                !used.contains(owner.package))
+                m_typeProviders[i].append(owner.text);
+        }
+    }
+}
+
+/// In the order of the text.
+QVector<PackageUse> SourceOrder::usesOf(int text) const
+{
+    QVector<PackageUse> result = m_scopes[text].uses;
+    for (const PackageDeclaration &package : m_scopes[text].packages)
+        result += package.uses;
+    std::sort(result.begin(), result.end(),
+              [](const PackageUse &a, const PackageUse &b) { return a.offset < b.offset; });
+    return result;
+}
+
+void SourceOrder::findOrder()
+{
+    hoistLibraries();
+    const QVector<int> texts = orderOfTexts();
+    DepthFirstWalk walk(m_packages.size());
+    for (int i = 0; i < m_packages.size(); ++i) {
+        if (m_hoisted[i])
+            walk.visit(
+                i, [this](int package) { return neededPackages(package); },
+                [this](int package) {
+                    m_pieces.append({m_packages[package].text, m_packages[package].package});
+                },
+                [](int, int) {});
+    }
+    for (const int text : texts)
+        m_pieces.append({text, -1});
+}
+
+/// The elaborator reads library files last.
+void SourceOrder::hoistLibraries()
+{
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        for (const PackageUse &use : usesOf(i)) {
+            const int package = m_packageOf.value(use.package, -1);
+            if (package >= 0 && m_packages[package].text != i &&
+                m_sources.files[m_packages[package].text].library)
+                hoist(package);
+        }
+    }
+}
+
+/// With the packages that it needs.
+void SourceOrder::hoist(int package)
+{
+    QVector<int> pending = {package};
+    while (!pending.isEmpty()) {
+        const int next = pending.takeLast();
+        if (m_hoisted[next])
+            continue;
+        m_hoisted[next] = true;
+        pending += neededPackages(next);
+    }
+}
+
+/// Texts that need packages of each other have these hoisted.
+QVector<int> SourceOrder::orderOfTexts()
+{
+    QVector<int> result;
+    DepthFirstWalk walk(m_scopes.size());
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        walk.visit(
+            i, [this](int text) { return neededTexts(text); },
+            [&result](int text) { result.append(text); },
+            [this](int user, int text) {
+                for (const PackageUse &use : usesOf(user)) {
+                    const int package = m_packageOf.value(use.package, -1);
+                    if (package >= 0 && m_packages[package].text == text)
+                        hoist(package);
+                }
+            });
+    }
+    return result;
+}
+
+/// Other texts, in the order of the uses; those of types last.
+QVector<int> SourceOrder::neededTexts(int text) const
+{
+    QVector<int> result;
+    for (const PackageUse &use : usesOf(text)) {
+        const int package = m_packageOf.value(use.package, -1);
+        if (package >= 0 && !m_hoisted[package] && m_packages[package].text != text)
+            result.append(m_packages[package].text);
+    }
+    return result + m_typeProviders[text];
+}
+
+QVector<int> SourceOrder::neededPackages(int package) const
+{
+    QVector<int> result;
+    for (const PackageUse &use : declaration(package).uses) {
+        const int needed = m_packageOf.value(use.package, -1);
+        if (needed >= 0 && needed != package)
+            result.append(needed);
+    }
+    return result;
+}
+
+QByteArray SourceOrder::contentOf(const TextPiece &piece, const QByteArray &text) const
+{
+    const TextScopes &scopes = m_scopes[piece.text];
+    if (piece.package >= 0) {
+        const TextRange range = scopes.packages[piece.package].range;
+        const int lineStart = range.begin == 0 ? 0 : text.lastIndexOf('\n', range.begin - 1) + 1;
+        return QByteArray(scopes.packages[piece.package].line - 1, '\n') +
+               QByteArray(range.begin - lineStart, ' ') +
+               text.mid(range.begin, range.end - range.begin) + '\n';
+    }
+    QByteArray result = text;
+    for (int i = 0; i < scopes.packages.size(); ++i) {
+        const int package = m_packageOf.value(scopes.packages[i].name, -1);
+        if (m_hoisted[package] && m_packages[package].text == piece.text &&
+            m_packages[package].package == i)
+            blank(&result, scopes.packages[i].range);
+    }
+    return result;
+}
+
+QStringList SourceOrder::errors() const
+{
+    QStringList result = messagesOfMissing(true);
+    const QString circle = circleError();
+    if (!circle.isEmpty())
+        result.append(circle);
+    return result;
+}
+
+QStringList SourceOrder::suspicions() const
+{
+    return messagesOfMissing(false);
+}
+
+bool SourceOrder::usesMissing(int text) const
+{
+    const QVector<PackageUse> uses = usesOf(text);
+    return std::any_of(uses.begin(), uses.end(),
+                       [this](const PackageUse &use) { return isMissing(use); });
+}
+
+/// A name in front of a "::" may be that of a class as well; that of an import may not.
+bool SourceOrder::isMissing(const PackageUse &use) const
+{
+    return !m_packageOf.contains(use.package) && (use.imported || !m_types.contains(use.package));
+}
+
+QStringList SourceOrder::messagesOfMissing(bool imported) const
+{
+    struct First
+    {
+        int text;
+        PackageUse use;
+    };
+    QVector<First> missing;
+    QHash<QByteArray, int> indexes;
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        for (const PackageUse &use : usesOf(i)) {
+            if (!isMissing(use))
+                continue;
+            if (!indexes.contains(use.package)) {
+                indexes.insert(use.package, missing.size());
+                missing.append({i, use});
+            }
+            missing[indexes[use.package]].use.imported |= use.imported;
+        }
+    }
+    QStringList result;
+    for (const First &first : qAsConst(missing)) {
+        if (first.use.imported == imported)
+            result.append(messageAt(first.text, first.use,
+                                    Text::tr("No file declares the package \"%1\". Add the file "
+                                             "that declares it.")
+                                        .arg(QString::fromUtf8(first.use.package))));
+    }
+    return result;
+}
+
+QString SourceOrder::circleError() const
+{
+    QVector<int> circle;
+    DepthFirstWalk walk(m_packages.size());
+    for (int i = 0; i < m_packages.size() && circle.isEmpty(); ++i) {
+        walk.visit(
+            i, [this](int package) { return neededPackages(package); }, [](int) {},
+            [&walk, &circle](int, int package) {
+                if (circle.isEmpty())
+                    circle = walk.pathFrom(package);
+            });
+    }
+    if (circle.isEmpty())
+        return {};
+    QStringList names;
+    for (const int package : qAsConst(circle))
+        names.append(QString::fromUtf8(declaration(package).name));
+    names.append(names.first());
+    const PackageDeclaration &first = declaration(circle.first());
+    const QByteArray &second = declaration(circle.size() > 1 ? circle[1] : circle[0]).name;
+    const auto use =
+        std::find_if(first.uses.begin(), first.uses.end(), [&second](const PackageUse &candidate) {
+            return candidate.package == second;
+        });
+    return messageAt(m_packages[circle.first()].text, *use,
+                     Text::tr("Packages need each other in a circle (%1). Move what they share "
+                              "into a package of its own.")
+                         .arg(names.join(QLatin1String(" -> "))));
+}
+
+QString SourceOrder::messageAt(int text, const PackageUse &use, const QString &words) const
+{
+    Place place = m_text.place({text, use.line});
+    const QByteArray &content = m_text.texts()[text];
+    const int lineStart = use.offset == 0 ? 0 : content.lastIndexOf('\n', use.offset - 1) + 1;
+    place.column = use.offset - lineStart + 1;
+    return errorMessage(place, words);
+}
+
+} // namespace Internal
+} // namespace NETWEIR
