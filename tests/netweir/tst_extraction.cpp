@@ -94,6 +94,9 @@ private Q_SLOTS:
     void carriesMacrosFromFileToFile();
     void readsMacrosOfTheProject();
     void readsAsSynthesisDoes();
+    void definesTheMacroOfTheToolWhenNeeded_data();
+    void definesTheMacroOfTheToolWhenNeeded();
+    void cancelEndsTheSecondReading();
     void readsLibraryFiles();
     void readsLibraryFilesInTheirOrder();
     void findsModulesInLibraryFolders();
@@ -872,6 +875,121 @@ void TestExtraction::readsAsSynthesisDoes()
     QVERIFY(design.extract());
     QVERIFY(design.netlist->findNet(QStringLiteral("top/s")));
     QVERIFY(!design.netlist->findNet(QStringLiteral("top/v")));
+}
+
+void TestExtraction::definesTheMacroOfTheToolWhenNeeded_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QStringList>("macros");
+    QTest::addColumn<QStringList>("messages");
+    QTest::addColumn<QString>("net"); // Empty: no netlist.
+    const auto row = [](const char *name, const char *source, const QStringList &macros,
+                        const QStringList &messages, const char *net) {
+        QTest::newRow(name) << QByteArray(source) << macros << messages << QString::fromLatin1(net);
+    };
+    const auto defined = [](const char *reason) {
+        return QStringLiteral("WARNING: The sources are read with the macro VERILATOR defined, "
+                              "since they cannot be read without it: ") +
+               QString::fromLatin1(reason);
+    };
+    row("not needed",
+        "`ifdef VERILATOR\nmodule top; wire a; endmodule\n`else\n"
+        "module top; wire b; endmodule\n`endif\n",
+        {}, {}, "top/b");
+    row("for the elaborator",
+        "`ifndef VERILATOR\nwire = 1;\n`endif\nmodule top; wire a; endmodule\n", {},
+        {defined("a.v:2:6: syntax error, unexpected '='")}, "top/a");
+    row("for the preprocessor",
+        "`ifndef VERILATOR\n`include \"none.vh\"\n`endif\nmodule top; wire a; endmodule\n", {},
+        {defined("a.v:2:10: Cannot find the include file \"none.vh\". Add its folder to the "
+                 "include paths.")},
+        "top/a");
+    row("in an include", "module top; wire a;\n`include \"hides.vh\"\nendmodule\n", {},
+        {defined("hides.vh:2:6: syntax error, unexpected '='")}, "top/a");
+    row("for the scan",
+        "`ifndef VERILATOR\nmodule top; wire b; endmodule\n`endif\nmodule top; wire a; "
+        "endmodule\n",
+        {},
+        {defined("a.v:4: \"top\" is defined a second time; the first definition is in a.v:2. "
+                 "Rename or remove one of them.")},
+        "top/a");
+    row("as bad with it", "// VERILATOR\nmodule top; wire a;\nwire = 1;\nendmodule\n", {},
+        {QStringLiteral("ERROR: a.v:3:6: syntax error, unexpected '='")}, "");
+    row("worse with it",
+        "`ifdef VERILATOR\n`include \"none.vh\"\n`include \"none.vh\"\n`endif\n"
+        "module top;\nwire = 1;\nendmodule\n",
+        {}, {QStringLiteral("ERROR: a.v:6:6: syntax error, unexpected '='")}, "");
+    row("better with it, but not well",
+        "`ifndef VERILATOR\n`include \"none.vh\"\n`include \"none.vh\"\n`endif\n"
+        "module top;\nwire = 1;\nendmodule\n",
+        {},
+        {defined(
+             "a.v:2:10: Cannot find the include file \"none.vh\". Add its folder to the include "
+             "paths."),
+         QStringLiteral("ERROR: a.v:6:6: syntax error, unexpected '='")},
+        "");
+    row("no top with it",
+        "`ifdef VERILATOR\nmodule a; endmodule module b; endmodule\n`else\nmodule top;\nwire = 1;\n"
+        "endmodule\n`endif\n",
+        {}, {QStringLiteral("ERROR: a.v:5:6: syntax error, unexpected '='")}, "");
+    row("not named", "module top;\nwire = 1;\nendmodule\n", {},
+        {QStringLiteral("ERROR: a.v:2:6: syntax error, unexpected '='")}, "");
+    row("defined anyway", "`ifdef VERILATOR\nmodule top; wire a; endmodule\n`endif\n",
+        {QStringLiteral("VERILATOR")}, {}, "top/a");
+}
+
+void TestExtraction::definesTheMacroOfTheToolWhenNeeded()
+{
+    QFETCH(QByteArray, source);
+    QFETCH(QStringList, macros);
+    QFETCH(QStringList, messages);
+    QFETCH(QString, net);
+    DesignFixture design;
+    TarnTest::writeFile(design.path(QStringLiteral("hides.vh")),
+                        "`ifndef VERILATOR\nwire = 1;\n`endif\n");
+    design.add(QStringLiteral("a.v"), source);
+    design.set(TE::DesignInfo::Macros, macros);
+    design.findModules();
+    QStringList found = design.messages;
+    found.replaceInStrings(design.path(QString()) + QLatin1Char('/'), QString());
+    found.replaceInStrings(QRegularExpression(QStringLiteral(", expecting .*")), QString());
+    QCOMPARE(found, messages);
+    QCOMPARE(design.buildNetlist() != nullptr, !net.isEmpty());
+    if (!net.isEmpty()) {
+        QVERIFY(design.netlist->findNet(net));
+        QCOMPARE(design.netMessages, QStringList());
+    }
+}
+
+void TestExtraction::cancelEndsTheSecondReading()
+{
+    const QString tool = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
+    qputenv("TARN_VERILATOR", fakeTool("case \"$*\" in *-UVERILATOR*) ;; *-E*) sleep 1000;; esac\n"
+                                       "exec " +
+                                       tool.toLocal8Bit() + " \"$@\"\n")
+                                  .toLocal8Bit());
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"),
+               "`ifdef VERILATOR\n`endif\nmodule top;\nwire = 1;\nendmodule\n");
+    QElapsedTimer sinceCancel;
+    {
+        DialogWatch watch([&](QProgressDialog *dialog) {
+            QCOMPARE(leftProcesses().isEmpty(), false);
+            sinceCancel.start();
+            Q_EMIT dialog->canceled();
+        });
+        design.findModules();
+    }
+    QVERIFY(sinceCancel.isValid());
+    QVERIFY2(sinceCancel.elapsed() < 1000, qPrintable(QString::number(sinceCancel.elapsed())));
+    QCOMPARE(design.messages.value(1), QStringLiteral("ERROR: Reading the design was cancelled."));
+
+    design.set(TE::DesignInfo::Timeout, 1);
+    design.findModules();
+    QVERIFY2(design.messages.value(1).startsWith(
+                 QLatin1String("ERROR: Reading the sources took longer than 1 seconds")),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY2(design.messages.size() == 2, qPrintable(design.messages.join(QLatin1Char('\n'))));
 }
 
 void TestExtraction::readsLibraryFiles()

@@ -15,6 +15,7 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <algorithm>
 #include <cstring>
 
 namespace NETWEIR {
@@ -204,6 +205,7 @@ void SourceCheck::checkContent(const QString &path, const QByteArray &content)
         }
         begin = end + 1;
     }
+    m_words.namesTool = m_words.namesTool || content.contains(ToolMacro);
     m_words.hidesCode = m_words.hidesCode || mayHideCode(content);
     collectIncludes(path, content);
 }
@@ -250,6 +252,13 @@ QString SourceCheck::findInclude(const QString &includingFile, const QString &na
 bool isSystemVerilog(const DesignSources &sources, int index)
 {
     return sources.files[index].systemVerilog || sources.standard.startsWith(QLatin1String("1800"));
+}
+
+bool DesignSources::defines(const QString &macro) const
+{
+    return std::any_of(macros.begin(), macros.end(), [&macro](const QString &definition) {
+        return definition.section(QLatin1Char('='), 0, 0) == macro;
+    });
 }
 
 DesignSources readDesignSources(const QMap<QString, QVariant> &info)

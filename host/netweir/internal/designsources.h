@@ -24,8 +24,11 @@ struct SourceFile
 };
 
 /// What the design information map says, in the types of the extractor.
-struct DesignSources
+struct NETWEIR_EXPORT DesignSources
 {
+    /// Whether one of the macros, each "NAME" or "NAME=VALUE", is @p macro.
+    bool defines(const QString &macro) const;
+
     QString top;
     QVector<SourceFile> files; ///< Sources in project order, then library files.
     /// Folders that have a file for each module of a library, in search order.
@@ -47,10 +50,14 @@ NETWEIR_EXPORT DesignSources readDesignSources(const QMap<QString, QVariant> &in
 /// that are known already do not count. Returns how many were added.
 NETWEIR_EXPORT int addFilesOfLibraryFolders(const QByteArrayList &modules, DesignSources *sources);
 
+/// Defined by the elaborator itself.
+constexpr char ToolMacro[] = "VERILATOR";
+
 /// What the sources mention and the extraction acts on.
 struct SourceWords
 {
     bool hidesCode = false; ///< Comments that hide code from synthesis.
+    bool namesTool = false; ///< The macro by which sources know that this tool reads them.
 };
 
 /// Looks for what would make the elaborator hang or fail without a reason: missing, unreadable,

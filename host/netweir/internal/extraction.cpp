@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "extraction.h"
 
-#include "elaboratorinput.h"
+#include "attempt.h"
 #include "extractionprogress.h"
 #include "netlistreader.h"
-#include "sourcereading.h"
-#include "toolfolder.h"
-#include "toolmessages.h"
 #include "toolprocess.h"
 
 #include "../rtlnetlist.h"
@@ -49,6 +46,25 @@ QString folderError()
         Text::tr("The temporary folder cannot be written. Make room in %1.").arg(QDir::tempPath()));
 }
 
+QString toolMacroWarning(const QString &reason)
+{
+    return warningMessage({}, Text::tr("The sources are read with the macro %1 defined, since they "
+                                       "cannot be read without it: %2")
+                                  .arg(QLatin1String(ToolMacro), reason));
+}
+
+QString cancelError()
+{
+    return errorMessage(Text::tr("Reading the design was cancelled."));
+}
+
+/// More of the same would not help.
+bool isLimit(ToolProcess::Result result)
+{
+    return result == ToolProcess::TimedOut || result == ToolProcess::OutOfMemory ||
+           result == ToolProcess::NotStarted;
+}
+
 /// Adds the time until its end to a sum.
 class Stopwatch
 {
@@ -71,7 +87,6 @@ private:
 
 Extraction::Extraction(const DesignSources &sources)
     : m_design(sources)
-    , m_sources(sources)
 {
 }
 
@@ -83,12 +98,12 @@ void Extraction::findModules(ExtractionProgress *progress, QStringList *tops, QS
     const Stopwatch stopwatch(&m_spent);
     QStringList found;
     prepare(progress, &found);
-    if (m_state == Elaborating)
-        elaborate(progress, ErrorWait, &found);
-    if (m_reading) {
-        *tops += m_reading->tops();
-        *modules += m_reading->modules();
+    elaborate(progress, ErrorWait);
+    if (m_attempt && m_attempt->reading) {
+        *tops += m_attempt->reading->tops();
+        *modules += m_attempt->reading->modules();
     }
+    takeMessages(&found);
     *messages += found;
     if (containsError(found) || !hasOneTop())
         reset();
@@ -105,8 +120,8 @@ std::unique_ptr<RtlNetlist> Extraction::buildNetlist(ExtractionProgress *progres
             m_spent = 0;
             prepare(progress, &found);
         }
-        if (m_state == Elaborating)
-            elaborate(progress, -1, &found);
+        elaborate(progress, -1);
+        takeMessages(&found);
         if (m_state == Elaborated && hasOneTop())
             netlist = readNetlist(progress, &found);
         else if (!containsError(found))
@@ -118,127 +133,141 @@ std::unique_ptr<RtlNetlist> Extraction::buildNetlist(ExtractionProgress *progres
     return netlist;
 }
 
-/// Up to the start of the elaborator.
+/// Up to the start of the elaborator. Adds what does not belong to an attempt to @p messages.
 void Extraction::prepare(ExtractionProgress *progress, QStringList *messages)
 {
-    progress->setPhase(Text::tr("Reading sources"));
     QString error;
     m_program = findElaborator(&error);
-    if (m_program.isEmpty()) {
+    m_stage = AsSynthesis;
+    if (m_program.isEmpty())
         messages->append(errorMessage(error));
-        return;
-    }
+    else
+        begin(progress, false);
+}
+
+/// Reads the sources and starts the elaborator.
+void Extraction::begin(ExtractionProgress *progress, bool asTheTool)
+{
+    progress->setPhase(Text::tr("Reading sources"));
+    m_state = Broken;
     // Each level of a library folder's files takes a round, as their macros are those of all that
     // is read before. What an unfinished round has to say the next one says too.
-    m_sources = m_design;
-    QStringList found;
-    bool read = false;
+    DesignSources sources = m_design;
     do {
-        found.clear();
-        read = readSources(progress, &found);
-    } while (read && addFilesOfLibraryFolders(m_reading->missingModules(), &m_sources) > 0);
-    *messages += found;
-    if (!read || m_reading->chosenTop().isEmpty())
-        return;
-    m_input = std::make_unique<ElaboratorInput>(m_sources, *m_reading);
-    m_runs = 0;
-    runElaborator(messages);
+        m_attempt = std::make_unique<Attempt>(sources, asTheTool);
+        if (asTheTool)
+            m_attempt->notes.append(toolMacroWarning(m_failed->reason()));
+        if (m_attempt->prepare() && preprocess(progress))
+            m_attempt->reading->scan(&m_attempt->notes);
+    } while (m_attempt->reading && !m_attempt->hasErrors() &&
+             addFilesOfLibraryFolders(m_attempt->reading->missingModules(), &sources) > 0);
+
+    if (m_attempt->canElaborate()) {
+        m_attempt->input =
+            std::make_unique<ElaboratorInput>(m_attempt->sources, *m_attempt->reading);
+        runElaborator();
+    } else if (asTheTool || m_attempt->hasErrors()) {
+        tryOtherwise(progress);
+    }
 }
 
-/// Up to the scan. False when there is nothing to go on with.
-bool Extraction::readSources(ExtractionProgress *progress, QStringList *messages)
+bool Extraction::preprocess(ExtractionProgress *progress)
 {
-    *messages += checkSources(m_sources, &m_words);
-    if (m_sources.files.isEmpty())
-        messages->append(warningMessage({}, Text::tr("The design has no Verilog source. Add one, "
-                                                     "or enable it.")));
-    if (containsError(*messages) || m_sources.files.isEmpty() || !prepareFolder(messages))
-        return false;
-    m_reading = std::make_unique<SourceReading>(m_sources, m_words, *m_folder);
-    if (!preprocess(progress, messages))
-        return false;
-    m_reading->scan(messages);
-    return !containsError(*messages);
-}
-
-bool Extraction::prepareFolder(QStringList *messages)
-{
-    m_folder = std::make_unique<ToolFolder>();
-    if (m_folder->isValid() && m_folder->linkSources(m_sources))
-        return true;
-    messages->append(errorMessage(Text::tr("No temporary folder can be made: %1. Make room in %2.")
-                                      .arg(m_folder->errorString(), QDir::tempPath())));
-    return false;
-}
-
-bool Extraction::preprocess(ExtractionProgress *progress, QStringList *messages)
-{
-    if (!m_reading->prepare(messages)) {
+    QStringList *messages = &m_attempt->notes;
+    if (!m_attempt->reading->prepare(messages)) {
         messages->append(folderError());
         return false;
     }
-    m_process = std::make_unique<ToolProcess>(m_folder->path());
-    m_process->run(m_program, m_reading->preprocessorArguments(), m_sources.timeoutSeconds);
+    m_process = std::make_unique<ToolProcess>(m_attempt->folder.path());
+    m_process->run(m_program, m_attempt->reading->preprocessorArguments(), m_design.timeoutSeconds);
     progress->wait(m_process.get());
     if (progress->isCancelled()) {
-        messages->append(errorMessage(Text::tr("Reading the design was cancelled.")));
+        messages->append(cancelError());
+        m_attempt->isFinal = true;
         return false;
     }
-    if (!m_reading->takeTexts(*m_process, messages))
+    if (!m_attempt->reading->takeTexts(*m_process, messages))
         return false;
     const ToolProcess::Result result = m_process->result();
-    const bool excused = m_reading->hasHiddenFaults() && result == ToolProcess::Failed;
+    const bool excused = m_attempt->reading->hasHiddenFaults() && result == ToolProcess::Failed;
     if (result != ToolProcess::Succeeded && !excused && !containsError(*messages))
         messages->append(failureOf(*m_process, Text::tr("Reading the sources")));
+    m_attempt->isFinal = isLimit(result);
     return true;
 }
 
-void Extraction::runElaborator(QStringList *messages)
+void Extraction::runElaborator()
 {
-    QFile::remove(m_folder->path(QStringLiteral("stdout")));
-    QFile::remove(m_folder->path(QLatin1String(ElaboratedFile)));
-    if (!m_input->write(*m_folder)) {
-        messages->append(folderError());
+    QFile::remove(m_attempt->folder.path(QStringLiteral("stdout")));
+    QFile::remove(m_attempt->folder.path(QLatin1String(ElaboratedFile)));
+    m_attempt->outcome.clear();
+    if (!m_attempt->input->write(m_attempt->folder)) {
+        m_attempt->outcome.append(folderError());
         m_state = Broken;
         return;
     }
-    ++m_runs;
+    ++m_attempt->runs;
     m_state = Elaborating;
-    m_process = std::make_unique<ToolProcess>(m_folder->path());
-    m_process->run(m_program, m_input->arguments(), m_sources.timeoutSeconds);
+    m_process = std::make_unique<ToolProcess>(m_attempt->folder.path());
+    m_process->run(m_program, m_attempt->input->arguments(), m_design.timeoutSeconds);
 }
 
-/// Waits for the elaborator, at most @p limit milliseconds if that is not negative.
-void Extraction::elaborate(ExtractionProgress *progress, int limit, QStringList *messages)
+/// Waits for the elaborator, at most @p limit milliseconds a run if that is not negative.
+void Extraction::elaborate(ExtractionProgress *progress, int limit)
 {
-    progress->setPhase(Text::tr("Elaborating design"));
-    while (m_state == Elaborating && progress->wait(m_process.get(), limit)) {
+    while (m_state == Elaborating) {
+        progress->setPhase(Text::tr("Elaborating design"));
+        if (!progress->wait(m_process.get(), limit))
+            return;
         if (progress->isCancelled()) {
-            messages->append(errorMessage(Text::tr("Reading the design was cancelled.")));
+            m_attempt->outcome.append(cancelError());
             m_state = Broken;
-        } else if (finishElaboration(messages)) {
-            m_state = Elaborated;
-        } else if (containsError(*messages)) {
-            m_state = Broken;
+        } else {
+            finishElaboration(progress);
         }
     }
 }
 
-/// False when it failed, or runs once more.
-bool Extraction::finishElaboration(QStringList *messages)
+/// After a run: takes its result, or runs once more.
+void Extraction::finishElaboration(ExtractionProgress *progress)
 {
-    const bool succeeded = m_process->result() == ToolProcess::Succeeded;
+    const ToolProcess::Result result = m_process->result();
     const QVector<ToolMessage> said = parseToolOutput(m_process->errorOutput());
-    if (!succeeded && m_runs < MostRuns && m_input->learn(said)) {
-        runElaborator(messages);
-        return false;
+    if (result != ToolProcess::Succeeded && m_attempt->runs < MostRuns &&
+        m_attempt->input->learn(said)) {
+        runElaborator();
+        return;
     }
-    QStringList found = m_input->userMessages(said);
-    const bool complete = succeeded && isCompleteXml(m_folder->path(QLatin1String(ElaboratedFile)));
-    if (!complete && (!containsError(found) || m_process->result() != ToolProcess::Failed))
-        found.append(failureOf(*m_process, Text::tr("Elaborating the design")));
-    *messages += found;
-    return complete;
+    QStringList *outcome = &m_attempt->outcome;
+    *outcome = m_attempt->input->userMessages(said);
+    if (result == ToolProcess::Succeeded &&
+        isCompleteXml(m_attempt->folder.path(QLatin1String(ElaboratedFile)))) {
+        m_state = Elaborated;
+        return;
+    }
+    if (!containsError(*outcome) || result != ToolProcess::Failed)
+        outcome->append(failureOf(*m_process, Text::tr("Elaborating the design")));
+    m_attempt->isFinal = isLimit(result);
+    m_state = Broken;
+    tryOtherwise(progress);
+}
+
+/// After an attempt that failed.
+void Extraction::tryOtherwise(ExtractionProgress *progress)
+{
+    if (m_attempt->isFinal)
+        return;
+    if (m_stage == AsSynthesis && m_attempt->words.namesTool &&
+        !m_design.defines(QLatin1String(ToolMacro))) {
+        m_stage = AsTheTool;
+        m_failed = std::move(m_attempt);
+        begin(progress, true);
+        return;
+    }
+    if (m_stage == AsTheTool && m_failed->errors() <= m_attempt->errors())
+        m_attempt = std::move(m_failed);
+    m_failed.reset();
+    m_stage = Chosen;
 }
 
 QString Extraction::failureOf(const ToolProcess &process, const QString &phase) const
@@ -248,7 +277,7 @@ QString Extraction::failureOf(const ToolProcess &process, const QString &phase) 
         return errorMessage(Text::tr("%1 took longer than %2 seconds and was ended. Raise the "
                                      "timeout in the project's options.")
                                 .arg(phase)
-                                .arg(m_sources.timeoutSeconds));
+                                .arg(m_design.timeoutSeconds));
     case ToolProcess::OutOfMemory:
         return errorMessage(Text::tr("%1 needs more than %2 MB of memory and was ended.")
                                 .arg(phase)
@@ -274,11 +303,11 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
                                                     QStringList *messages)
 {
     progress->setPhase(Text::tr("Building netlist"));
-    const QString path = m_folder->path(QLatin1String(ElaboratedFile));
+    const QString path = m_attempt->folder.path(QLatin1String(ElaboratedFile));
     ReadOptions options;
-    m_input->describe(&options);
+    m_attempt->input->describe(&options);
     options.cancelled = &progress->cancelled();
-    options.timeoutSeconds = m_sources.timeoutSeconds;
+    options.timeoutSeconds = m_design.timeoutSeconds;
     std::unique_ptr<RtlNetlist> netlist;
     QString error;
     const std::unique_ptr<QThread> thread(
@@ -287,7 +316,7 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
     progress->wait(thread.get());
     thread->wait();
     if (progress->isCancelled()) {
-        messages->append(errorMessage(Text::tr("Reading the design was cancelled.")));
+        messages->append(cancelError());
         return nullptr;
     }
     if (!netlist)
@@ -298,16 +327,29 @@ std::unique_ptr<RtlNetlist> Extraction::readNetlist(ExtractionProgress *progress
 
 bool Extraction::hasOneTop() const
 {
-    return m_reading && m_reading->tops().size() == 1;
+    return m_attempt && m_attempt->hasOneTop();
+}
+
+/// Hands out what the attempt has to say and nobody was told yet.
+void Extraction::takeMessages(QStringList *messages)
+{
+    if (!m_attempt)
+        return;
+    const QStringList all = m_attempt->notes + m_attempt->outcome;
+    for (const QString &message : all) {
+        if (!m_said.contains(message))
+            messages->append(message);
+        m_said.insert(message);
+    }
 }
 
 /// Ends the tool and removes its folder.
 void Extraction::reset()
 {
     m_process.reset();
-    m_input.reset();
-    m_reading.reset();
-    m_folder.reset();
+    m_attempt.reset();
+    m_failed.reset();
+    m_said.clear();
     m_state = Idle;
 }
 

@@ -4,6 +4,7 @@
 
 #include "designsources.h"
 
+#include <QSet>
 #include <QStringList>
 
 #include <memory>
@@ -14,17 +15,18 @@ class RtlNetlist;
 
 namespace Internal {
 
-class ElaboratorInput;
 class ExtractionProgress;
-class SourceReading;
-class ToolFolder;
 class ToolProcess;
+struct Attempt;
 
 /// The way of one design from its sources to its netlist.
 ///
 /// The preprocessor runs first; its output tells the modules and, file by file, is what the
 /// elaborator then reads. So macros carry over from file to file, nothing is preprocessed twice,
-/// and the names that the tool sees are free of blanks. Owns the running tool and the private
+/// and the names that the tool sees are free of blanks.
+///
+/// The sources are read as synthesis reads them. When that fails and they ask for the tool by its
+/// macro, they are read once more with the macro defined. Owns the running tool and the private
 /// folder it works in; both are gone as soon as they are not needed any more.
 class Extraction
 {
@@ -47,29 +49,29 @@ public:
 
 private:
     enum State { Idle, Elaborating, Elaborated, Broken };
+    enum Stage { AsSynthesis, AsTheTool, Chosen };
 
     void prepare(ExtractionProgress *progress, QStringList *messages);
-    bool readSources(ExtractionProgress *progress, QStringList *messages);
-    bool prepareFolder(QStringList *messages);
-    bool preprocess(ExtractionProgress *progress, QStringList *messages);
-    void runElaborator(QStringList *messages);
-    void elaborate(ExtractionProgress *progress, int limit, QStringList *messages);
-    bool finishElaboration(QStringList *messages);
+    void begin(ExtractionProgress *progress, bool asTheTool);
+    bool preprocess(ExtractionProgress *progress);
+    void runElaborator();
+    void elaborate(ExtractionProgress *progress, int limit);
+    void finishElaboration(ExtractionProgress *progress);
+    void tryOtherwise(ExtractionProgress *progress);
     QString failureOf(const ToolProcess &process, const QString &phase) const;
     std::unique_ptr<RtlNetlist> readNetlist(ExtractionProgress *progress, QStringList *messages);
     bool hasOneTop() const;
+    void takeMessages(QStringList *messages);
     void reset();
 
     const DesignSources m_design;
-    DesignSources m_sources; ///< The design and what is needed of its library folders.
     State m_state = Idle;
     QString m_program;
-    SourceWords m_words;
-    std::unique_ptr<ToolFolder> m_folder;
     std::unique_ptr<ToolProcess> m_process;
-    std::unique_ptr<SourceReading> m_reading;
-    std::unique_ptr<ElaboratorInput> m_input;
-    int m_runs = 0;
+    std::unique_ptr<Attempt> m_attempt;
+    std::unique_ptr<Attempt> m_failed; ///< To be gone back to when the current one is no better.
+    Stage m_stage = AsSynthesis;
+    QSet<QString> m_said; ///< Messages handed out since the last reset.
     qint64 m_spent = 0;
 };
 

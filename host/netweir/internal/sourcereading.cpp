@@ -23,20 +23,13 @@ namespace {
 const char FilterFile[] = "netweir_filter.pl";
 const char FilterProgram[] = "perl";
 
-/// Whether one of @p macros, each "NAME" or "NAME=VALUE", is @p name.
-bool definesMacro(const QStringList &macros, const QString &name)
-{
-    return std::any_of(macros.begin(), macros.end(), [&name](const QString &macro) {
-        return macro.section(QLatin1Char('='), 0, 0) == name;
-    });
-}
-
 } // namespace
 
 SourceReading::SourceReading(const DesignSources &sources, const SourceWords &words,
-                             const ToolFolder &folder)
+                             const ToolFolder &folder, bool asTheTool)
     : m_sources(sources)
     , m_words(words)
+    , m_asTheTool(asTheTool)
     , m_folder(folder)
 {
 }
@@ -57,13 +50,15 @@ bool SourceReading::prepare(QStringList *messages)
 
 QStringList SourceReading::preprocessorArguments() const
 {
-    // The design is read as synthesis reads it, not as a simulation by this tool.
+    // The design is read as synthesis reads it, not as a simulation by this tool, if it can be.
     QStringList arguments = {QStringLiteral("-E"), QStringLiteral("--relative-includes"),
-                             QStringLiteral("-Wno-fatal"), QStringLiteral("-UVERILATOR")};
+                             QStringLiteral("-Wno-fatal")};
+    if (!m_asTheTool)
+        arguments.append(QStringLiteral("-U") + QLatin1String(ToolMacro));
     if (m_words.hidesCode)
         arguments += {QStringLiteral("--pipe-filter"),
                       QLatin1String(FilterProgram) + QLatin1Char(' ') + QLatin1String(FilterFile)};
-    if (!definesMacro(m_sources.macros, QStringLiteral("SYNTHESIS")))
+    if (!m_sources.defines(QStringLiteral("SYNTHESIS")))
         arguments.append(QStringLiteral("-DSYNTHESIS"));
     for (const QString &macro : m_sources.macros)
         arguments.append(QStringLiteral("-D") + macro);
@@ -111,7 +106,8 @@ void SourceReading::scan(QStringList *messages)
     const DesignModules modules(m_scan, *m_text);
     m_modules = modules.modules();
     m_tops = modules.tops(m_sources.top);
-    *messages += modules.topWarnings(m_sources.top);
+    if (!containsError(*messages))
+        *messages += modules.topWarnings(m_sources.top);
     *messages += modules.duplicateErrors();
     const QString circle = modules.circleError(m_tops);
     const QString endless = m_tops.size() == 1 ? modules.endlessError(m_tops.first()) : QString();

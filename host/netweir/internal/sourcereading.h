@@ -27,8 +27,10 @@ class ToolProcess;
 class SourceReading
 {
 public:
-    /// Sources and folder must live as long as this.
-    SourceReading(const DesignSources &sources, const SourceWords &words, const ToolFolder &folder);
+    /// Sources and folder must live as long as this. The macro of the tool is defined only with
+    /// @p asTheTool.
+    SourceReading(const DesignSources &sources, const SourceWords &words, const ToolFolder &folder,
+                  bool asTheTool);
 
     /// To be called in front of the preprocessor. False when the folder cannot be written.
     bool prepare(QStringList *messages);
@@ -67,6 +69,7 @@ private:
 
     const DesignSources &m_sources;
     SourceWords m_words;
+    bool m_asTheTool;
     const ToolFolder &m_folder;
     bool m_hasHiddenFaults = false;
     std::unique_ptr<PreprocessedText> m_text;
