@@ -22,6 +22,8 @@ QByteArray instantiationText(const Instantiation &instantiation)
     if (instantiation.positionalParameters > 0)
         text += '#' + QByteArray::number(instantiation.positionalParameters) + ' ';
     text += instantiation.instances.join(',');
+    if (!instantiation.unnamed.isEmpty())
+        text += QByteArray::number(instantiation.unnamed.size()) + " unnamed ";
     if (instantiation.multidimensional.line > 0)
         text += "[][]";
     if (instantiation.bare)
@@ -118,6 +120,12 @@ void TestModuleScan::findsInstantiations_data()
     row("positional parameters", "s #(8, (1, 2)) u(a);", "s #2 u()1");
     row("one parameter", "s #8 u(a);", "s #1 u()1");
     row("empty parameters", "s #() u(a);", "s u()1");
+    row("delay with a fraction", "s #0.1 u(a, b);", "s #1 u()2");
+    row("strengths", "s (strong0, weak1) #2 u(a);", "s #1 u()1");
+    row("without a name", "s (a, b);", "s 1 unnamed ()2");
+    row("several without a name", "s #(1, 2) (a, f(b)), u(c), (d);", "s #2 u2 unnamed ()2");
+    row("label of a generated case that looks alike",
+        "case (P) f(1): s u(a); g(1), h(2): t v(b); endcase", "s u()1 if|t v()1 if");
     row("attribute", "(* keep = \"u(\" *) s u(.a(b));", "s u(a)");
     row("attribute of a pin", "s u((* x *) .a(b), (* y *) c);", "s u(a)");
     row("grouped expression as pin", "s u((a), (b));", "s u()2");

@@ -83,6 +83,7 @@ ElaboratorInput::ElaboratorInput(const DesignSources &sources, const SourceReadi
     : m_sources(sources)
     , m_reading(reading)
     , m_stubs(reading.unknownInstantiations(), reading.scanned())
+    , m_primitives(reading.scanned())
     , m_wrapsTop(reading.topInstantiatesItself())
 {
 }
@@ -93,8 +94,10 @@ bool ElaboratorInput::write(const ToolFolder &folder) const
     for (const TextPiece &piece : m_reading.order().pieces()) {
         const QByteArray text =
             m_stubs.withoutArrays(piece.text, m_reading.text().texts()[piece.text]);
-        ok = ok && folder.write(pieceName(m_sources.files[piece.text], piece),
-                                m_reading.order().contentOf(piece, text));
+        QByteArray content = m_reading.order().contentOf(piece, text);
+        if (piece.package < 0) // In the others there are no instances.
+            content = m_primitives.named(piece.text, content);
+        ok = ok && folder.write(pieceName(m_sources.files[piece.text], piece), content);
     }
     if (m_wrapsTop && ok)
         ok = folder.write(QLatin1String(WrapperFile), QByteArray("module ") + WrapperModule +

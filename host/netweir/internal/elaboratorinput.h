@@ -4,6 +4,7 @@
 
 #include "../netweir_global.h"
 
+#include "primitiveinstances.h"
 #include "stubs.h"
 #include "toolmessages.h"
 
@@ -58,6 +59,7 @@ private:
     const DesignSources &m_sources;
     const SourceReading &m_reading;
     Stubs m_stubs;
+    PrimitiveInstances m_primitives;
     bool m_wrapsTop;
     bool m_timed = false; ///< The tool looks at delays and events; by default it leaves them out.
 };

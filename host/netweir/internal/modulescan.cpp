@@ -93,6 +93,7 @@ private:
 
     void scanInstantiation();
     bool scanOneInstantiation(Instantiation *instantiation);
+    void scanValues(Instantiation *instantiation);
     bool scanInstances(Instantiation *instantiation);
     void scanBind();
     void scanDefparam();
@@ -378,35 +379,58 @@ void Scanner::scanInstantiation()
     }
 }
 
-/// NAME #(PARAMETERS) INSTANCE [RANGE] (PINS), ... up to the semicolon.
+/// NAME #(PARAMETERS) INSTANCE [RANGE] (PINS), ... up to the semicolon. Of a primitive, strengths
+/// in parentheses may stand in front of its delays, and names may be missing.
 bool Scanner::scanOneInstantiation(Instantiation *instantiation)
 {
     instantiation->module = toBytes(m_token.text);
     instantiation->first = {m_index, m_token.line};
+    const bool isSystemTask = *m_token.place == '$';
     advance();
-    if (m_token.is('#')) {
+    if (m_token.is('(') && nextToken().kind == Token::Reserved) {
+        const int begin = position();
+        skipGroup();
+        instantiation->values.append({begin, position()});
+    }
+    if (m_token.is('#'))
+        scanValues(instantiation);
+    const bool mayBegin = m_token.kind == Token::Identifier || (m_token.is('(') && !isSystemTask);
+    const bool isInstantiation = mayBegin && scanInstances(instantiation);
+    instantiation->last = {m_index, m_token.line};
+    return isInstantiation;
+}
+
+/// At the hash.
+void Scanner::scanValues(Instantiation *instantiation)
+{
+    const int begin = position();
+    advance();
+    if (m_token.is('(')) {
+        const Connections parameters = scanConnections();
+        instantiation->parameters = parameters.named;
+        instantiation->positionalParameters = parameters.positional;
+    } else {
+        instantiation->positionalParameters = 1;
         advance();
-        if (m_token.is('(')) {
-            const Connections parameters = scanConnections();
-            instantiation->parameters = parameters.named;
-            instantiation->positionalParameters = parameters.positional;
-        } else {
-            instantiation->positionalParameters = 1;
+        if (m_token.is('.')) { // A delay with a fraction.
+            advance();
             advance();
         }
     }
-    const bool isInstantiation = m_token.kind == Token::Identifier && scanInstances(instantiation);
-    instantiation->last = {m_index, m_token.line};
-    return isInstantiation;
+    instantiation->values.append({begin, position()});
 }
 
 /// Ends at the semicolon, or where the text stops looking like instances.
 bool Scanner::scanInstances(Instantiation *instantiation)
 {
     instantiation->bare = true;
-    while (m_token.kind == Token::Identifier) {
-        instantiation->instances.append(toBytes(m_token.text));
-        advance();
+    while (m_token.kind == Token::Identifier || m_token.is('(')) {
+        if (m_token.is('(')) {
+            instantiation->unnamed.append(position());
+        } else {
+            instantiation->instances.append(toBytes(m_token.text));
+            advance();
+        }
         if (m_token.is('['))
             skipRanges(instantiation);
         if (m_token.is('(')) {
@@ -419,7 +443,8 @@ bool Scanner::scanInstances(Instantiation *instantiation)
             break;
         advance();
     }
-    return !instantiation->bare || m_token.is(';');
+    const bool isNamed = instantiation->unnamed.isEmpty(); // Otherwise it may be a label.
+    return (!instantiation->bare && isNamed) || m_token.is(';');
 }
 
 /// At the parenthesis; ends behind the closing one. Elements are ".name", ".name(...)", ".*" or

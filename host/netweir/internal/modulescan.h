@@ -31,6 +31,10 @@ struct Instantiation
     QByteArrayList pins;       ///< Those connected by name, in any of the instances.
     QVector<TextRange> ranges; ///< Those of arrays of instances, brackets included.
     TextLine multidimensional; ///< Where an array with several ranges is, if there is one.
+    /// Where instances without a name begin, at their parenthesis. Only primitives have such.
+    QVector<int> unnamed;
+    /// "#(...)" and, of a primitive, its strengths.
+    QVector<TextRange> values;
     int positionalParameters = 0;
     int positionalPins = 0;
     /// Within a generate block that may be left out.
