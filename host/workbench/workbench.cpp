@@ -87,7 +87,7 @@ int Application::run()
     if (loadPlugins(&plugins, &error))
         window.setTarnOpener(openTarnFile);
     for (const QString &warning : qAsConst(m_warnings))
-        qDebug().noquote() << QStringLiteral("WARNING: ") + warning;
+        qDebug().noquote() << QLatin1String("WARNING: ") + warning;
     if (m_project)
         window.showProject(*m_project);
 
@@ -127,7 +127,7 @@ int Application::readDesign()
         if (!TE::projectFromArguments(arguments, QDir::currentPath(), &project, &m_warnings,
                                       &error)) {
             for (const QString &warning : qAsConst(m_warnings))
-                printError(warning);
+                printError(QLatin1String("WARNING: ") + warning);
             printError(error);
             return WrongUsage;
         }

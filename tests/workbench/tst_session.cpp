@@ -26,6 +26,8 @@ private Q_SLOTS:
     void initTestCase();
     void opensAddsChecksAndSaves();
     void takesTheConfigurationOfTheProject();
+    void opensTheDesignOfAList();
+    void namesWhatIsWrongInAList();
     void worksWithLittleMemory_data();
     void worksWithLittleMemory();
     void namesATemporaryFolderThatIsNone();
@@ -103,6 +105,51 @@ void TestSession::takesTheConfigurationOfTheProject()
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
     QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
+}
+
+/// A list in the form of other tools, for a design in several folders.
+void TestSession::opensTheDesignOfAList()
+{
+    writeFile(path("soc/rtl/tiny.v"), R"(`include "width.vh"
+        module tiny(input clk, input [`WIDTH-1:0] d, output [`WIDTH-1:0] q);
+        stage #(`WIDTH) s(clk, d, q);
+        endmodule)");
+    writeFile(path("soc/inc/width.vh"), "`define WIDTH `BITS\n");
+    writeFile(path("soc/cells/stage.v"), R"(module stage #(parameter W = 1) (
+        input clk, input [W-1:0] d, output [W-1:0] q);
+        delay #(W) x(clk, d, q);
+        endmodule)");
+    writeFile(path("soc/cells/delay.sv"), R"(module delay #(parameter W = 1) (
+        input logic clk, input logic [W-1:0] d, output logic [W-1:0] q);
+        always_ff @(posedge clk) q <= d;
+        endmodule)");
+    writeFile(path("soc/sim/all.f"), "// Everything.\n-timescale 1ns/1ps -l run.log \\\n"
+                                     "+define+BITS=3+UNUSED\n-F ${TARN_TEST_SOC}/rtl/rtl.f\n"
+                                     "-y $(TARN_TEST_SOC)/cells +libext+.v+.sv\n");
+    writeFile(path("soc/rtl/rtl.f"), "*.v # all of them\n+incdir+../inc\n+acc\n");
+    qputenv("TARN_TEST_SOC", QFile::encodeName(path("soc")));
+
+    const Run result =
+        runWorkbench({"--session", path("shots"), "-f", path("soc/sim/all.f"), path("one.tarn")});
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.warnings,
+             expanded("WARNING: ~/soc/sim/all.f:2: the unknown argument -timescale 1ns/1ps is left "
+                      "out\n"
+                      "WARNING: ~/soc/sim/all.f:2: the unknown argument -l run.log is left out\n"
+                      "WARNING: ~/soc/rtl/rtl.f:3: the unknown argument +acc is left out\n"));
+    QVERIFY2(result.output.contains(QLatin1String("nets read: 21 (6 buses, 3 nodes, ")),
+             qPrintable(result.output));
+    QCOMPARE(result.exitCode, 0);
+}
+
+void TestSession::namesWhatIsWrongInAList()
+{
+    writeFile(path("wrong.f"), "-quiet\n\n$TARN_TEST_UNSET/a.v\n");
+    const Run result = runWorkbench({"-f", path("wrong.f")});
+    QCOMPARE(result.errors,
+             expanded("WARNING: ~/wrong.f:1: the unknown argument -quiet is left out\n"
+                      "~/wrong.f:3: the environment variable TARN_TEST_UNSET is not set\n"));
+    QCOMPARE(result.exitCode, 2);
 }
 
 void TestSession::worksWithLittleMemory_data()

@@ -13,7 +13,8 @@ struct Run
 {
     int exitCode = -1; ///< -1: it crashed or did not end.
     QString output;
-    QString errors; ///< Its own, without the remarks of the toolkit.
+    QString errors;   ///< Its own, without the remarks of the toolkit.
+    QString warnings; ///< About the design.
 };
 
 /// Surroundings in which the workbench runs.
@@ -48,6 +49,8 @@ inline Run runWorkbench(const QStringList &arguments, const Surroundings &surrou
     for (const QString &line : lines) {
         if (line.startsWith(QLatin1String("tarn-workbench: ")))
             run.errors += line.mid(16) + QLatin1Char('\n');
+        else if (line.startsWith(QLatin1String("WARNING: ")))
+            run.warnings += line + QLatin1Char('\n');
     }
     return run;
 }
