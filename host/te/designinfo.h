@@ -22,7 +22,7 @@ constexpr char LibraryFiles[] =
 constexpr char LibraryFolders[] =
     "LibraryFolders"; ///< String list: absolute folders, in search order, read as `-y` folders.
 constexpr char LibraryExtensions[] =
-    "LibraryExtensions"; ///< String list: of the files in them; empty for ".v" and ".sv".
+    "LibraryExtensions";                ///< String list: of the files in them, with the dot.
 constexpr char Standard[] = "Standard"; ///< String: value of TE::OPT::Verilog_Standard.
 constexpr char Timeout[] = "Timeout";   ///< Int: seconds; missing or 0 is the default of 120.
 

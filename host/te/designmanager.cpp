@@ -11,6 +11,8 @@
 #include <qutil/ievent.h>
 
 #include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
 #include <QHash>
 #include <QSet>
 
@@ -39,6 +41,14 @@ int libraryFileType(const QString &path)
     return isDesignSource(type) ? type : int(VerilogFile);
 }
 
+/// Raises the change of the option @p name, which views need not know, and of the include path,
+/// after which all of them have to read the design again.
+void raiseReadingChange(const char *name)
+{
+    for (const char *option : {name, OPT::INCLUDEPATH})
+        raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), QLatin1String(option)}});
+}
+
 } // namespace
 
 struct DesignManager::Private
@@ -60,18 +70,35 @@ struct DesignManager::Private
         for (int i = 0; i < project.sources.size(); ++i)
             indexes.insert(project.sources.at(i).path, i);
     }
+    bool isInLibraryFolder(const QString &path) const
+    {
+        const QStringList extensions = libraryExtensionsOf(project);
+        return project.libraryFolders.contains(QFileInfo(path).path()) &&
+               std::any_of(extensions.begin(), extensions.end(),
+                           [&path](const QString &extension) { return path.endsWith(extension); });
+    }
+    /// The sources first: should the system have too few watches, the library goes without.
     void watchAll()
     {
-        QStringList paths = project.libraryFiles;
+        QStringList paths;
         for (const ProjectSource &source : qAsConst(project.sources))
             paths.append(source.path);
+        paths += project.libraryFiles;
+        for (const QString &folder : qAsConst(project.libraryFolders)) {
+            QDirIterator files(folder, QDir::Files | QDir::Hidden);
+            while (files.hasNext()) {
+                if (isInLibraryFolder(files.next()))
+                    paths.append(files.filePath());
+            }
+        }
         paths.removeDuplicates();
         watcher.setFiles(paths);
     }
-    /// Stops watching @p path unless it is still a source or a library file.
+    /// Stops watching @p path unless it is still a source or a file of a library.
     void unwatch(const QString &path)
     {
-        if (!indexes.contains(path) && !project.libraryFiles.contains(path))
+        if (!indexes.contains(path) && !project.libraryFiles.contains(path) &&
+            !isInLibraryFolder(path))
             watcher.removeFile(path);
     }
 
@@ -115,7 +142,7 @@ QMap<QString, QVariant> DesignManager::getSourceFileInfo() const
         {QLatin1String(DesignInfo::Macros), d->project.macros},
         {QLatin1String(DesignInfo::LibraryFiles), d->project.libraryFiles},
         {QLatin1String(DesignInfo::LibraryFolders), d->project.libraryFolders},
-        {QLatin1String(DesignInfo::LibraryExtensions), d->project.libraryExtensions},
+        {QLatin1String(DesignInfo::LibraryExtensions), libraryExtensionsOf(d->project)},
         {QLatin1String(DesignInfo::Standard), getOptionValue(QLatin1String(OPT::Verilog_Standard))},
         {QLatin1String(DesignInfo::Timeout),
          getOptionValue(QLatin1String(OPT::EXTRACTION_TIMEOUT))}};
@@ -126,7 +153,7 @@ FileInfo DesignManager::getFileInfo(const QString &file) const
     const QString path = d->absolute(file);
     if (const ProjectSource *source = d->find(path))
         return {source->type, source->enabled};
-    if (d->project.libraryFiles.contains(path))
+    if (d->project.libraryFiles.contains(path) || d->isInLibraryFolder(path))
         return {libraryFileType(path), true};
     return {};
 }
@@ -135,6 +162,8 @@ QVariant DesignManager::getOptionValue(const QString &name) const
 {
     if (name == QLatin1String(OPT::MACROS))
         return d->project.macros;
+    if (name == QLatin1String(OPT::LIBRARYFOLDERS))
+        return d->project.libraryFolders;
     return d->project.options.value(name, defaultOption(name));
 }
 
@@ -290,16 +319,27 @@ bool DesignManager::setLibraryFiles(const QStringList &paths)
     return true;
 }
 
+bool DesignManager::setLibraryFolders(const QStringList &paths)
+{
+    QStringList entered;
+    for (const QString &path : paths)
+        entered.append(d->absolute(path));
+    if (!d->hasProject || entered == d->project.libraryFolders)
+        return false;
+    d->project.libraryFolders = entered;
+    d->watchAll();
+    raiseReadingChange(OPT::LIBRARYFOLDERS);
+    Q_EMIT projectChanged();
+    return true;
+}
+
 bool DesignManager::setMacros(const QStringList &macros)
 {
     if (!d->hasProject || macros == d->project.macros ||
         !std::all_of(macros.begin(), macros.end(), isMacroDefinition))
         return false;
     d->project.macros = macros;
-    raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), QLatin1String(OPT::MACROS)}});
-    // Views that know the include path alone of what the preprocessor is given have to read the
-    // design again as well.
-    raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), QLatin1String(OPT::INCLUDEPATH)}});
+    raiseReadingChange(OPT::MACROS);
     Q_EMIT projectChanged();
     return true;
 }

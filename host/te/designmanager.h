@@ -31,7 +31,7 @@ public:
     QMap<QString, QVariant> getSourceFileInfo() const;
 
     /// Type and enabled flag of @p file, which may be relative to the working folder. A library
-    /// file counts as an enabled design source.
+    /// file, also one in a library folder, counts as an enabled design source.
     FileInfo getFileInfo(const QString &file) const;
 
     /// Value of the option @p name (TE::OPT), its default when the project does not set it, an
@@ -62,8 +62,9 @@ public:
     /// Raises the events of added and removed files; when only the order changes, that of a
     /// modified one.
     bool setLibraryFiles(const QStringList &paths);
-    /// Raises TE::E_OPTION_CHANGE with TE::OPT::MACROS and, for views that do not know that one,
-    /// with TE::OPT::INCLUDEPATH.
+    /// These two raise TE::E_OPTION_CHANGE with TE::OPT::LIBRARYFOLDERS or MACROS and, for views
+    /// that do not know those, with TE::OPT::INCLUDEPATH.
+    bool setLibraryFolders(const QStringList &paths);
     bool setMacros(const QStringList &macros);
     bool setDevice(const DEV::DeviceArg &device);
 

@@ -6,6 +6,13 @@
 
 namespace TE {
 
+QStringList libraryExtensionsOf(const Project &project)
+{
+    if (project.libraryExtensions.isEmpty())
+        return {QStringLiteral(".v"), QStringLiteral(".sv")};
+    return project.libraryExtensions;
+}
+
 int fileTypeOf(const QString &path)
 {
     const QString extension = QFileInfo(path).suffix().toLower();

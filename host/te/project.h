@@ -36,10 +36,14 @@ struct Project
     /// Absolute folders that are searched, in this order, for a file named like a module that no
     /// file defines.
     QStringList libraryFolders;
-    QStringList libraryExtensions; ///< Of the files in them, dot included. Empty: ".v" and ".sv".
+    QStringList libraryExtensions; ///< Of the files in them; see libraryExtensionsOf().
     QStringList macros;            ///< "NAME" or "NAME=VALUE".
     DEV::DeviceArg device;
 };
+
+/// The extensions, dot included, that files of library folders have in @p project: ".v" and ".sv"
+/// unless it has its own. In search order, never empty.
+TE_EXPORT QStringList libraryExtensionsOf(const Project &project);
 
 /// FileType that the extension of @p path stands for: .v .vh, .sv .svh, .vhd .vhdl, .tarn, .sdc
 /// .pdc.

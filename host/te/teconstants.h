@@ -32,7 +32,8 @@ constexpr char TOPMODULE[] = "TopModule"; ///< Name of the top module; empty: fo
 constexpr char EXTRACTION_TIMEOUT[] =
     "Extraction_Timeout"; ///< Seconds after which reading the netlist is given up.
 
-constexpr char MACROS[] = "Macros"; ///< String list: "NAME" or "NAME=VALUE".
+constexpr char LIBRARYFOLDERS[] = "LibraryFolders"; ///< String list: absolute paths.
+constexpr char MACROS[] = "Macros";                 ///< String list: "NAME" or "NAME=VALUE".
 
 // Values of Verilog_Standard, the oldest first.
 constexpr const char *VerilogStandards[] = {"1364-1995", "1364-2001", "1364-2005", "1800-2017"};

@@ -51,6 +51,7 @@ OptionsDialog::OptionsDialog(TE::DesignManager *design, QWidget *parent)
     , m_timeout(new QSpinBox(this))
     , m_macros(createListEdit(QStringLiteral("macros"), this))
     , m_libraryFiles(createListEdit(QStringLiteral("libraryFiles"), this))
+    , m_libraryFolders(createListEdit(QStringLiteral("libraryFolders"), this))
     , m_device(new QLineEdit(this))
     , m_problem(new QLabel(this))
 {
@@ -87,6 +88,7 @@ void OptionsDialog::createForm()
     form->addRow(tr("Include paths, one a line:"), m_includePaths);
     form->addRow(tr("Macros, one a line:"), m_macros);
     form->addRow(tr("Library files, one a line:"), m_libraryFiles);
+    form->addRow(tr("Library folders, one a line:"), m_libraryFolders);
     form->addRow(m_problem);
     form->addRow(buttons);
     resize(600, sizeHint().height());
@@ -104,6 +106,7 @@ void OptionsDialog::load()
     m_includePaths->setPlainText(lines(value(TE::OPT::INCLUDEPATH).toStringList()));
     m_macros->setPlainText(lines(m_design->project().macros));
     m_libraryFiles->setPlainText(lines(m_design->project().libraryFiles));
+    m_libraryFolders->setPlainText(lines(m_design->project().libraryFolders));
     m_device->setText(m_design->project().device.deviceName);
 }
 
@@ -120,6 +123,7 @@ void OptionsDialog::accept()
     m_design->setOptionValue(QLatin1String(TE::OPT::EXTRACTION_TIMEOUT), m_timeout->value());
     m_design->setOptionValue(QLatin1String(TE::OPT::INCLUDEPATH), linesOf(m_includePaths));
     m_design->setLibraryFiles(linesOf(m_libraryFiles));
+    m_design->setLibraryFolders(linesOf(m_libraryFolders));
     DEV::DeviceArg device = m_design->project().device;
     device.deviceName = m_device->text().trimmed();
     m_design->setDevice(device);

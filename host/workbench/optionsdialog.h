@@ -40,6 +40,7 @@ private:
     QSpinBox *m_timeout;
     QPlainTextEdit *m_macros;
     QPlainTextEdit *m_libraryFiles;
+    QPlainTextEdit *m_libraryFolders;
     QLineEdit *m_device;
     QLabel *m_problem;
 };

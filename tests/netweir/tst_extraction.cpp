@@ -1091,6 +1091,8 @@ void TestExtraction::saysWhatIsWrongInLibraryFolders()
     design.add(QStringLiteral("a.v"), "module top; lib u(); endmodule\n");
     const QString none = design.path(QStringLiteral("none"));
     design.set(TE::DesignInfo::LibraryFolders, QStringList({none, design.path(QString())}));
+    design.set(TE::DesignInfo::LibraryExtensions,
+               QStringList({QStringLiteral(".v"), QStringLiteral(".sv")}));
     QVERIFY(design.extract());
     const QStringList missing = {
         QStringLiteral("WARNING: %1: The library folder does not exist.").arg(none)};

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void optionsRefuseWrongValues();
     void eventsComeAfterTheChange();
     void libraryFilesAreAddedAndRemoved();
+    void libraryFoldersAreReadAnew();
     void removingManyFilesIsFast();
     void handlersMayChangeTheProject();
     void resultFileLiesInTheWorkingFolder();
@@ -105,6 +106,8 @@ void TestDesignManager::sourceInfoHoldsOptions()
     Project project = design()->project();
     project.libraryFolders = QStringList("/cells");
     project.libraryExtensions = QStringList(".vlib");
+    QCOMPARE(design()->getSourceFileInfo().value("LibraryExtensions").toStringList(),
+             QStringList({".v", ".sv"}));
     design()->setProject(project);
     QMap<QString, QVariant> info = design()->getSourceFileInfo();
     info.remove("Files");
@@ -262,6 +265,34 @@ void TestDesignManager::libraryFilesAreAddedAndRemoved()
     QVERIFY(design()->setLibraryFiles({}));
     QCOMPARE(log.take(), QStringList({"TE.File.Remove file=/w/one.v type=2",
                                       "TE.File.Remove file=/w/three.v type=2"}));
+}
+
+void TestDesignManager::libraryFoldersAreReadAnew()
+{
+    TarnTest::EventLog log;
+    QVERIFY(!design()->getFileInfo("/w/cells/a.v").enabled);
+    QVERIFY(design()->setLibraryFolders({"cells", "/more/cells"}));
+    const QStringList events = {"TE.Option.Change option=LibraryFolders",
+                                "TE.Option.Change option=IncludePath"};
+    QCOMPARE(log.take(), events);
+    QCOMPARE(design()->getOptionValue("LibraryFolders").toStringList(),
+             QStringList({"/w/cells", "/more/cells"}));
+    QVERIFY(!design()->setLibraryFolders({"/w/cells", "/more/../more/cells"}));
+    QCOMPARE(log.take(), QStringList());
+
+    // What lies in one is a design source like a library file.
+    QCOMPARE(design()->getFileInfo("cells/a.v").type, int(VerilogFile));
+    QCOMPARE(design()->getFileInfo("/more/cells/a.sv").type, int(SystemVerilogFile));
+    QVERIFY(design()->getFileInfo("cells/a.v").enabled);
+    for (const char *none : {"cells/a.txt", "cells/sub/a.v", "cells.v", "more/cells/a.v"})
+        QVERIFY2(!design()->getFileInfo(none).enabled, none);
+    Project project = design()->project();
+    project.libraryExtensions = QStringList{".vlib"};
+    design()->setProject(project);
+    QVERIFY(design()->getFileInfo("cells/a.vlib").enabled);
+    QVERIFY(!design()->getFileInfo("cells/a.v").enabled);
+    QVERIFY(design()->setLibraryFolders({}));
+    QCOMPARE(log.take(), events);
 }
 
 void TestDesignManager::removingManyFilesIsFast()

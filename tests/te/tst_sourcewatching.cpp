@@ -52,6 +52,7 @@ private Q_SLOTS:
     void missingFromTheStartIsReportedWhenItAppears();
     void addedFilesAreWatchedAndRemovedOnesAreNot();
     void libraryFilesAreWatched();
+    void filesOfLibraryFoldersAreWatched();
     void anotherProjectEndsWatching();
     void thousandsOfSourcesAreWatched();
 
@@ -291,6 +292,30 @@ void TestSourceWatching::libraryFilesAreWatched()
     m_design->setLibraryFiles({});
     m_log->take();
     writeFile(path("lib.v"), "3");
+    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(m_log->take(), QStringList());
+}
+
+void TestSourceWatching::filesOfLibraryFoldersAreWatched()
+{
+    for (const char *name : {"a.v", "cells/b.v", "cells/c.sv", "cells/d.txt", "cells/sub/e.v"})
+        writeFile(path(QString::fromLatin1(name)), "1");
+    watch({"a.v", "cells/c.sv"});
+    m_design->setLibraryFolders({path("cells")});
+    m_design->removeFile(path("cells/c.sv"));
+    m_log->take();
+    for (const char *name : {"a.v", "cells/b.v", "cells/c.sv", "cells/d.txt", "cells/sub/e.v"})
+        writeFile(path(QString::fromLatin1(name)), "2");
+    const QStringList changed = {report("a.v"), report("cells/b.v"), report("cells/c.sv")};
+    QTRY_COMPARE(m_log->lines(), changed);
+    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(m_log->take(), changed);
+    QVERIFY(QFile::remove(path("cells/b.v")));
+    QTRY_COMPARE(m_log->lines(), QStringList(report("cells/b.v")));
+    m_design->setLibraryFolders({});
+    m_log->take();
+    writeFile(path("cells/b.v"), "3");
+    writeFile(path("cells/c.sv"), "3");
     QTest::qWait(QuietMilliseconds);
     QCOMPARE(m_log->take(), QStringList());
 }

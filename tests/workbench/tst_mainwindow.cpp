@@ -337,6 +337,7 @@ void TestMainWindow::optionsRaiseEventsForWhatChanged()
         dialog->findChild<QPlainTextEdit *>("includePaths")->setPlainText("inc\n\n more dirs \n");
         dialog->findChild<QPlainTextEdit *>("macros")->setPlainText("A\nB=1");
         dialog->findChild<QPlainTextEdit *>("libraryFiles")->setPlainText("lib.v");
+        dialog->findChild<QPlainTextEdit *>("libraryFolders")->setPlainText("cells\n/more\n");
         dialog->findChild<QLineEdit *>("device")->setText("KX100");
         pressOk(dialog);
     });
@@ -347,12 +348,14 @@ void TestMainWindow::optionsRaiseEventsForWhatChanged()
                           "TE.Option.Change option=Synthesize_tool",
                           "TE.Option.Change option=Extraction_Timeout",
                           "TE.Option.Change option=IncludePath", "TE.File.Add file=lib.v",
-                          "TE.Device.Change"}));
+                          "TE.Option.Change option=LibraryFolders",
+                          "TE.Option.Change option=IncludePath", "TE.Device.Change"}));
     const TE::Project &project = design()->project();
     QCOMPARE(design()->getOptionValue("IncludePath").toStringList(),
              QStringList({"inc", "more dirs"}));
     QCOMPARE(project.macros, QStringList({"A", "B=1"}));
     QCOMPARE(project.libraryFiles, QStringList(path("lib.v")));
+    QCOMPARE(project.libraryFolders, QStringList({path("cells"), QStringLiteral("/more")}));
     QCOMPARE(project.device.deviceName, QStringLiteral("KX100"));
     QCOMPARE(project.device.family, QStringLiteral("KX"));
 }

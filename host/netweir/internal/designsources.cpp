@@ -279,8 +279,6 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
     addLibraryFiles(value(DesignInfo::LibraryFiles).toStringList(), &result.files);
     result.libraryFolders = value(DesignInfo::LibraryFolders).toStringList();
     result.libraryExtensions = value(DesignInfo::LibraryExtensions).toStringList();
-    if (result.libraryExtensions.isEmpty())
-        result.libraryExtensions = QStringList{QStringLiteral(".v"), QStringLiteral(".sv")};
     result.includePaths = value(DesignInfo::IncludePaths).toStringList();
     result.macros = value(DesignInfo::Macros).toStringList();
     result.standard = knownStandard(value(DesignInfo::Standard).toString());

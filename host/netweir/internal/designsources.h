@@ -33,7 +33,7 @@ struct NETWEIR_EXPORT DesignSources
     QVector<SourceFile> files; ///< Sources in project order, then library files.
     /// Folders that have a file for each module of a library, in search order.
     QStringList libraryFolders;
-    QStringList libraryExtensions; ///< Of these files, with the dot; not empty.
+    QStringList libraryExtensions; ///< Of these files, with the dot, in search order.
     QStringList includePaths;
     QStringList macros;
     QString standard; ///< Language of the Verilog files; never empty.
