@@ -3,6 +3,7 @@
 #include "mainwindow.h"
 
 #include "gallerydialog.h"
+#include "messagelog.h"
 #include "messagesdock.h"
 #include "projectdock.h"
 #include "projectmenu.h"
@@ -22,6 +23,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -46,6 +48,24 @@ public:
 bool isTarnFile(const QString &path)
 {
     return TE::fileTypeOf(path) == TE::TarnFile;
+}
+
+bool isList(const QString &path)
+{
+    return path.endsWith(QLatin1String(".f"), Qt::CaseInsensitive);
+}
+
+/// Reads the list of a design. All relative paths start in its folder.
+bool readList(const QString &path, TE::Project *project, QString *error)
+{
+    const QFileInfo info(path);
+    QStringList warnings;
+    const bool read = TE::projectFromArguments({QStringLiteral("-f"), info.absoluteFilePath()},
+                                               info.absolutePath(), project, &warnings, error);
+    MessageLog::warn(warnings);
+    if (read)
+        project->name = info.completeBaseName();
+    return read;
 }
 
 } // namespace
@@ -176,7 +196,7 @@ void MainWindow::open()
 {
     const QString path = QFileDialog::getOpenFileName(
         this, tr("Open"), designManager()->workingDir(),
-        tr("Projects and configurations (*.json *.tarn);;All files (*)"));
+        tr("Projects, lists and configurations (*.json *.f *.tarn);;All files (*)"));
     if (path.isEmpty())
         return;
     if (isTarnFile(path))
@@ -189,7 +209,7 @@ bool MainWindow::openProject(const QString &path)
 {
     TE::Project project;
     QString error;
-    if (TE::readProject(path, &project, &error))
+    if (isList(path) ? readList(path, &project, &error) : TE::readProject(path, &project, &error))
         return showProject(project);
     QMessageBox::critical(this, tr("Error"), error);
     return false;

@@ -44,8 +44,9 @@ public:
     /// What opens a configuration file; while there is none, opening one is refused.
     void setTarnOpener(const TarnOpener &opener) { m_openTarn = opener; }
 
-    /// Closes what is open, asking the user, and opens the project file at @p path. False when the
-    /// user refuses or the file cannot be read; the user knows why.
+    /// Closes what is open, asking the user, and opens the project file at @p path, or the list
+    /// (.f), which gives a project without a file. False when the user refuses or the file cannot
+    /// be read; the user knows why.
     bool openProject(const QString &path);
     /// The same with a project that is read already.
     bool showProject(const TE::Project &project);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "messagelog.h"
 
+#include <QDebug>
+
 #include <atomic>
 #include <utility>
 
@@ -22,6 +24,12 @@ MessageLog::~MessageLog()
 {
     qInstallMessageHandler(m_previous);
     currentLog = nullptr;
+}
+
+void MessageLog::warn(const QStringList &warnings)
+{
+    for (const QString &warning : warnings)
+        qDebug().noquote() << QLatin1String("WARNING: ") + warning;
 }
 
 void MessageLog::flush()

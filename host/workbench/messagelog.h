@@ -25,6 +25,9 @@ public:
     explicit MessageLog(QObject *parent = nullptr);
     ~MessageLog() override;
 
+    /// Writes each of @p warnings, about the design, to the debug stream.
+    static void warn(const QStringList &warnings);
+
     /// Hands out what is waiting without returning to the event loop.
     void flush();
 

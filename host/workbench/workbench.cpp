@@ -14,7 +14,6 @@
 #include <te/taskengine.h>
 
 #include <QApplication>
-#include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
@@ -86,8 +85,7 @@ int Application::run()
     QString error;
     if (loadPlugins(&plugins, &error))
         window.setTarnOpener(openTarnFile);
-    for (const QString &warning : qAsConst(m_warnings))
-        qDebug().noquote() << QLatin1String("WARNING: ") + warning;
+    MessageLog::warn(m_warnings);
     if (m_project)
         window.showProject(*m_project);
 

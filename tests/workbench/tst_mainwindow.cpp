@@ -124,6 +124,7 @@ private Q_SLOTS:
     void saveIsTheSharedCommand();
     void dockShowsTheProject();
     void projectThatCannotBeReadLeavesTheOpenOne();
+    void listIsOpenedAsAProject();
     void pipeIsNoProject();
     void projectMenuRaisesEvents();
     void checkBoxAndTopLineRaiseEvents();
@@ -263,6 +264,43 @@ void TestMainWindow::projectThatCannotBeReadLeavesTheOpenOne()
     m_script->expectBox(box);
     QVERIFY(!m_window->openProject(path("none.json")));
     QCOMPARE(design()->project().name, QStringLiteral("demo"));
+}
+
+void TestMainWindow::listIsOpenedAsAProject()
+{
+    writeFile(path("a.v"), "\n");
+    writeFile(path("sub/b.sv"), "\n");
+    writeFile(path("lists/soc.f"), "-quiet\n../a.v\n-f more.F\n+incdir+../h\n");
+    writeFile(path("lists/more.F"), "../sub/b.sv\n");
+    QStringList messages;
+    connect(m_log.get(), &Workbench::MessageLog::messagesAdded, this,
+            [&messages](const QStringList &added) { messages += added; });
+    m_script->expectDialog("QFileDialog", "Open", [this](QDialog *dialog) {
+        dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path("lists/soc.f"));
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    trigger("Open...");
+    const TE::Project &project = design()->project();
+    QCOMPARE(project.name, QStringLiteral("soc"));
+    QCOMPARE(project.filePath, QString());
+    QCOMPARE(project.workingDir, path("lists"));
+    QCOMPARE(project.sources.size(), 2);
+    QCOMPARE(project.sources.first().path, path("a.v"));
+    QCOMPARE(project.sources.last().path, path("sub/b.sv"));
+    QCOMPARE(design()->getSourceFileInfo().value("IncludePaths").toStringList(),
+             QStringList(path("h")));
+    m_log->flush();
+    const QString warning = path("lists/soc.f") + ":1: the unknown argument -quiet is left out";
+    QVERIFY2(messages.contains("WARNING: " + warning), qPrintable(messages.join('\n')));
+
+    writeFile(path("lists/more.F"), "\n../sub/none.sv\n");
+    ModalScript::Box box;
+    box.icon = QMessageBox::Critical;
+    box.title = QStringLiteral("Error");
+    box.text = path("lists/more.F") + ":2: cannot read the file " + path("sub/none.sv");
+    m_script->expectBox(box);
+    QVERIFY(!m_window->openProject(path("lists/soc.f")));
+    QCOMPARE(design()->project().sources.size(), 2);
 }
 
 void TestMainWindow::pipeIsNoProject()
