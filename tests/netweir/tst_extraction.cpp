@@ -13,6 +13,8 @@
 #include <QProgressDialog>
 #include <QtTest>
 
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -116,6 +118,9 @@ private Q_SLOTS:
     void callsMayNest();
     void reportsAToolThat_data();
     void reportsAToolThat();
+    void namesATemporaryFolderThatIsNone_data();
+    void namesATemporaryFolderThatIsNone();
+    void saysThatTheTemporaryFolderIsFull();
     void reportsAMissingTool();
     void limitsMemoryAndStackOfTheTool();
     void timesOutAfterTwoMinutesByDefault();
@@ -1470,6 +1475,72 @@ void TestExtraction::reportsAToolThat()
     QVERIFY2(design.firstError().startsWith(error),
              qPrintable(design.messages.join(QLatin1Char('\n'))));
     QVERIFY(!design.buildNetlist());
+}
+
+void TestExtraction::namesATemporaryFolderThatIsNone_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("file") << "design-file"
+                          << "Not a directory";
+    QTest::newRow("below a file") << "design-file/folder"
+                                  << "Not a directory";
+}
+
+void TestExtraction::namesATemporaryFolderThatIsNone()
+{
+    QFETCH(QString, folder);
+    QFETCH(QString, reason);
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; endmodule\n");
+    TarnTest::writeFile(m_temp.filePath(QStringLiteral("design-file")), "");
+    const QString path = m_temp.filePath(folder);
+    qputenv("TMPDIR", path.toLocal8Bit());
+    design.findModules();
+    qputenv("TMPDIR", m_temp.path().toLocal8Bit());
+    QCOMPARE(design.messages,
+             QStringList(QStringLiteral("ERROR: No temporary folder can be made in %1: %2. Make "
+                                        "room there, or set the environment variable TMPDIR to "
+                                        "another folder.")
+                             .arg(path, reason)));
+}
+
+/// Of any size: the tool itself does not notice that its output was cut off.
+void TestExtraction::saysThatTheTemporaryFolderIsFull()
+{
+    const QString disk = m_temp.filePath(QStringLiteral("design-disk"));
+    QDir().mkpath(disk);
+    const QByteArray folder = QFile::encodeName(disk);
+    if (::unshare(CLONE_NEWNS) != 0 ||
+        ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+        QSKIP("Only root can mount a small disk");
+
+    QByteArray source("module top(input [7:0] a, output [7:0] b);\n");
+    for (int i = 0; i < 500; ++i)
+        source += "(* keep *) wire [7:0] w" + QByteArray::number(i) + " = a;\n";
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), source + "assign b = w1;\nendmodule\n");
+    int full = 0;
+    int read = 0;
+    for (int kilobytes = 8; kilobytes <= 4096; kilobytes += kilobytes / 3) {
+        const QByteArray options = "size=" + QByteArray::number(kilobytes) + "k";
+        QCOMPARE(::mount("none", folder.constData(), "tmpfs", 0, options.constData()), 0);
+        qputenv("TMPDIR", folder);
+        design.findModules();
+        const bool done = design.firstError().isEmpty() && design.buildNetlist();
+        qputenv("TMPDIR", m_temp.path().toLocal8Bit());
+        QCOMPARE(::umount(folder.constData()), 0);
+        ++(done ? read : full);
+        if (done)
+            continue;
+        const QStringList said = design.messages + design.netMessages;
+        QVERIFY2(said.first().startsWith(
+                     QStringLiteral("ERROR: The temporary folder in %1 cannot be written: No space "
+                                    "left on device. Make room there")
+                         .arg(disk)),
+                 qPrintable(QString::number(kilobytes) + said.join('\n')));
+    }
+    QVERIFY2(full > 3 && read > 3, qPrintable(QStringLiteral("%1 %2").arg(full).arg(read)));
 }
 
 void TestExtraction::reportsAMissingTool()

@@ -22,10 +22,8 @@ bool Attempt::prepare()
     if (sources.files.isEmpty())
         notes.append(warningMessage({}, Text::tr("The design has no Verilog source. Add one, or "
                                                  "enable it.")));
-    if (!hasErrors() && !sources.files.isEmpty() &&
-        (!folder.isValid() || !folder.linkSources(sources)))
-        notes.append(errorMessage(Text::tr("No temporary folder can be made: %1. Make room in %2.")
-                                      .arg(folder.errorString(), QDir::tempPath())));
+    if (!hasErrors() && !sources.files.isEmpty() && !folder.linkSources(sources))
+        notes.append(folder.writeError());
     isFinal = hasErrors() || sources.files.isEmpty();
     if (!isFinal)
         reading = std::make_unique<SourceReading>(sources, words, folder, asTheTool);

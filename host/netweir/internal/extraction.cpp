@@ -40,12 +40,6 @@ bool isCompleteXml(const QString &path)
     return file.readAll().trimmed().endsWith("</verilator_xml>");
 }
 
-QString folderError()
-{
-    return errorMessage(
-        Text::tr("The temporary folder cannot be written. Make room in %1.").arg(QDir::tempPath()));
-}
-
 QString toolMacroWarning(const QString &reason)
 {
     return warningMessage({}, Text::tr("The sources are read with the macro %1 defined, since they "
@@ -175,7 +169,7 @@ bool Extraction::preprocess(ExtractionProgress *progress)
 {
     QStringList *messages = &m_attempt->notes;
     if (!m_attempt->reading->prepare(messages)) {
-        messages->append(folderError());
+        messages->append(m_attempt->folder.writeError());
         return false;
     }
     m_process = std::make_unique<ToolProcess>(m_attempt->folder.path());
@@ -186,7 +180,7 @@ bool Extraction::preprocess(ExtractionProgress *progress)
         m_attempt->isFinal = true;
         return false;
     }
-    if (!m_attempt->reading->takeTexts(*m_process, messages))
+    if (hasFolderProblem(messages) || !m_attempt->reading->takeTexts(*m_process, messages))
         return false;
     const ToolProcess::Result result = m_process->result();
     const bool excused = m_attempt->reading->hasHiddenFaults() && result == ToolProcess::Failed;
@@ -196,13 +190,24 @@ bool Extraction::preprocess(ExtractionProgress *progress)
     return true;
 }
 
+/// True when the folder of the tool is full: what came of that would only hide the cause.
+bool Extraction::hasFolderProblem(QStringList *messages)
+{
+    const QString problem = m_attempt->folder.problem();
+    if (problem.isEmpty())
+        return false;
+    messages->append(errorMessage(problem));
+    m_attempt->isFinal = true;
+    return true;
+}
+
 void Extraction::runElaborator()
 {
     QFile::remove(m_attempt->folder.path(QStringLiteral("stdout")));
     QFile::remove(m_attempt->folder.path(QLatin1String(ElaboratedFile)));
     m_attempt->outcome.clear();
     if (!m_attempt->input->write(m_attempt->folder)) {
-        m_attempt->outcome.append(folderError());
+        m_attempt->outcome.append(m_attempt->folder.writeError());
         m_state = Broken;
         return;
     }
@@ -232,16 +237,21 @@ void Extraction::elaborate(ExtractionProgress *progress, int limit)
 void Extraction::finishElaboration(ExtractionProgress *progress)
 {
     const ToolProcess::Result result = m_process->result();
+    const bool complete = result == ToolProcess::Succeeded &&
+                          isCompleteXml(m_attempt->folder.path(QLatin1String(ElaboratedFile)));
+    QStringList *outcome = &m_attempt->outcome;
+    if (!complete && hasFolderProblem(outcome)) {
+        m_state = Broken;
+        return;
+    }
     const QVector<ToolMessage> said = parseToolOutput(m_process->errorOutput());
     if (result != ToolProcess::Succeeded && m_attempt->runs < MostRuns &&
         m_attempt->input->learn(said)) {
         runElaborator();
         return;
     }
-    QStringList *outcome = &m_attempt->outcome;
     *outcome = m_attempt->input->userMessages(said);
-    if (result == ToolProcess::Succeeded &&
-        isCompleteXml(m_attempt->folder.path(QLatin1String(ElaboratedFile)))) {
+    if (complete) {
         m_state = Elaborated;
         return;
     }

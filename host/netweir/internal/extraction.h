@@ -54,6 +54,7 @@ private:
     void prepare(ExtractionProgress *progress, QStringList *messages);
     void begin(ExtractionProgress *progress, bool asTheTool);
     bool preprocess(ExtractionProgress *progress);
+    bool hasFolderProblem(QStringList *messages);
     void runElaborator();
     void elaborate(ExtractionProgress *progress, int limit);
     void finishElaboration(ExtractionProgress *progress);

@@ -3,10 +3,14 @@
 #include "toolfolder.h"
 
 #include "designsources.h"
+#include "messages.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QRandomGenerator>
+
+#include <array>
 
 namespace NETWEIR {
 namespace Internal {
@@ -27,6 +31,21 @@ bool isPlainName(const QString &name)
     return !name.isEmpty();
 }
 
+/// Writes a file that is new even where one was before. Why that failed, or null.
+QString writeNew(const QString &path, const QByteArray &content)
+{
+    QFile::remove(path);
+    QFile file(path);
+    bool ok = file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered);
+    // A full disk takes a part at first; what is behind it then has a reason.
+    for (qint64 written = 0; ok && written < content.size();) {
+        const qint64 size = file.write(content.constData() + written, content.size() - written);
+        ok = size > 0;
+        written += size;
+    }
+    return ok ? QString() : file.errorString();
+}
+
 } // namespace
 
 /// A source keeps its own name within a link to its folder, so that included files are found beside
@@ -34,7 +53,7 @@ bool isPlainName(const QString &name)
 bool ToolFolder::linkSources(const DesignSources &sources)
 {
     QHash<QString, QString> links; // By source folder.
-    bool ok = true;
+    bool ok = m_folder.isValid();
     for (const QString &folder : sources.includePaths)
         ok = ok && linkIncludeFolder(folder);
     for (int i = 0; i < sources.files.size(); ++i) {
@@ -55,6 +74,35 @@ bool ToolFolder::linkSources(const DesignSources &sources)
     return ok;
 }
 
+QString ToolFolder::problem() const
+{
+    if (!m_folder.isValid())
+        return Text::tr("No temporary folder can be made in %1: %2. Make room there, or set the "
+                        "environment variable TMPDIR to another folder.")
+            .arg(QDir::tempPath(), m_folder.errorString());
+    std::array<quint32, 16 * 1024> room; // Of bytes that no file system can compress.
+    QRandomGenerator::global()->fillRange(room.data(), int(room.size()));
+    const QString probe = path(QStringLiteral("netweir_probe"));
+    const QString reason =
+        writeNew(probe, QByteArray::fromRawData(reinterpret_cast<const char *>(room.data()),
+                                                int(room.size() * sizeof(quint32))));
+    QFile::remove(probe);
+    if (reason.isEmpty())
+        return {};
+    return Text::tr("The temporary folder in %1 cannot be written: %2. Make room there, or set the "
+                    "environment variable TMPDIR to another folder.")
+        .arg(QDir::tempPath(), reason);
+}
+
+QString ToolFolder::writeError() const
+{
+    const QString reason = problem();
+    return errorMessage(!reason.isEmpty()
+                            ? reason
+                            : Text::tr("A file in the temporary folder in %1 cannot be written.")
+                                  .arg(QDir::tempPath()));
+}
+
 bool ToolFolder::link(const QString &target, const QString &name) const
 {
     return QFile::link(target, path(name));
@@ -69,10 +117,7 @@ bool ToolFolder::linkIncludeFolder(const QString &folder)
 
 bool ToolFolder::write(const QString &name, const QByteArray &text) const
 {
-    QFile::remove(path(name));
-    QFile file(path(name));
-    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly) &&
-           file.write(text) == text.size() && file.flush();
+    return writeNew(path(name), text).isEmpty();
 }
 
 } // namespace Internal

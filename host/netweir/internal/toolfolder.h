@@ -21,8 +21,13 @@ struct DesignSources;
 class ToolFolder
 {
 public:
-    bool isValid() const { return m_folder.isValid(); }
-    QString errorString() const { return m_folder.errorString(); }
+    /// Why the folder could not be made, or why nothing more can be written into it now; null when
+    /// all is well. Looks by writing: file systems count their room in ways of their own. A tool
+    /// need not notice that its output was cut off.
+    QString problem() const;
+
+    /// The message after something could not be written.
+    QString writeError() const;
 
     QString path() const { return m_folder.path(); }
     QString path(const QString &name) const { return QDir(path()).filePath(name); }
