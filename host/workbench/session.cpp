@@ -10,6 +10,7 @@
 #include <core/iview.h>
 #include <core/viewmanager.h>
 #include <files/regularfile.h>
+#include <files/temporarypath.h>
 #include <te/designmanager.h>
 #include <te/taskengine.h>
 
@@ -61,6 +62,7 @@ Session::Session(MainWindow *window, MessageLog *log, const QString &folder)
     : m_window(window)
     , m_log(log)
     , m_folder(folder)
+    , m_copies(Files::temporaryTemplate())
 {
     connect(log, &MessageLog::messagesAdded, this, &Session::onMessages);
     connect(&m_timer, &QTimer::timeout, this, &Session::answerWindows);
@@ -74,8 +76,9 @@ bool Session::run(const QString &tarnFile)
     if (!QDir().mkpath(m_folder))
         return fail(tr("Cannot write to the folder %1").arg(QDir::toNativeSeparators(m_folder)));
     if (!m_copies.isValid())
-        return fail(tr("Cannot make a temporary folder in %1: %2")
-                        .arg(QDir::toNativeSeparators(QDir::tempPath()), m_copies.errorString()));
+        return fail(
+            tr("Cannot make a temporary folder in %1: %2")
+                .arg(QDir::toNativeSeparators(Files::temporaryPath()), m_copies.errorString()));
     m_report.append(
         tr("design: %1").arg(TE::TaskEngine::instance()->designManager()->project().name));
     m_window->show();

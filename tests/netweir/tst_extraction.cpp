@@ -1483,6 +1483,8 @@ void TestExtraction::namesATemporaryFolderThatIsNone_data()
     QTest::addColumn<QString>("reason");
     QTest::newRow("file") << "design-file"
                           << "Not a directory";
+    QTest::newRow("missing") << "design-none"
+                             << "No such file or directory";
     QTest::newRow("below a file") << "design-file/folder"
                                   << "Not a directory";
 }

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void namesWhatIsWrongInAList();
     void worksWithLittleMemory_data();
     void worksWithLittleMemory();
+    void namesATemporaryFolderThatIsNone_data();
     void namesATemporaryFolderThatIsNone();
     void reportsFailures_data();
     void reportsFailures();
@@ -173,14 +174,26 @@ void TestSession::worksWithLittleMemory()
     QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
 }
 
+void TestSession::namesATemporaryFolderThatIsNone_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("file") << "file"
+                          << "Not a directory";
+    QTest::newRow("missing") << "none"
+                             << "No such file or directory";
+}
+
 void TestSession::namesATemporaryFolderThatIsNone()
 {
+    QFETCH(QString, folder);
+    QFETCH(QString, reason);
     writeFile(path("file"), "");
     const Run result = runWorkbench({"--session", path("shots"), path("tiny.json")},
-                                    {QStringLiteral("offscreen"), {}, path("file")});
-    QCOMPARE(result.errors,
-             QStringLiteral("Cannot make a temporary folder in %1: Not a directory\n")
-                 .arg(path("file")));
+                                    {QStringLiteral("offscreen"), {}, path(folder)});
+    QCOMPARE(
+        result.errors,
+        QStringLiteral("Cannot make a temporary folder in %1: %2\n").arg(path(folder), reason));
     QCOMPARE(result.exitCode, 1);
 }
 

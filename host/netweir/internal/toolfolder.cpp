@@ -79,7 +79,7 @@ QString ToolFolder::problem() const
     if (!m_folder.isValid())
         return Text::tr("No temporary folder can be made in %1: %2. Make room there, or set the "
                         "environment variable TMPDIR to another folder.")
-            .arg(QDir::tempPath(), m_folder.errorString());
+            .arg(Files::temporaryPath(), m_folder.errorString());
     std::array<quint32, 16 * 1024> room; // Of bytes that no file system can compress.
     QRandomGenerator::global()->fillRange(room.data(), int(room.size()));
     const QString probe = path(QStringLiteral("netweir_probe"));
@@ -91,7 +91,7 @@ QString ToolFolder::problem() const
         return {};
     return Text::tr("The temporary folder in %1 cannot be written: %2. Make room there, or set the "
                     "environment variable TMPDIR to another folder.")
-        .arg(QDir::tempPath(), reason);
+        .arg(Files::temporaryPath(), reason);
 }
 
 QString ToolFolder::writeError() const
@@ -100,7 +100,7 @@ QString ToolFolder::writeError() const
     return errorMessage(!reason.isEmpty()
                             ? reason
                             : Text::tr("A file in the temporary folder in %1 cannot be written.")
-                                  .arg(QDir::tempPath()));
+                                  .arg(Files::temporaryPath()));
 }
 
 bool ToolFolder::link(const QString &target, const QString &name) const

@@ -6,6 +6,8 @@
 
 #include "preprocessedtext.h"
 
+#include <files/temporarypath.h>
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QVector>
@@ -46,7 +48,7 @@ private:
     bool link(const QString &target, const QString &name) const;
     bool linkIncludeFolder(const QString &folder);
 
-    QTemporaryDir m_folder;
+    QTemporaryDir m_folder{Files::temporaryTemplate()};
     QVector<PathAlias> m_files;
     QVector<PathAlias> m_folders;
 };
