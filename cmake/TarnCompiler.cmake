@@ -22,8 +22,13 @@ set(TARN_DATA_DIR "${CMAKE_INSTALL_DATADIR}/tarn")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${TARN_LIB_DIR}")
 
-# QT_NO_KEYWORDS: a port's list of signals is named "signals".
-add_compile_definitions(QT_NO_KEYWORDS QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050d00)
+# QT_NO_KEYWORDS: a port's list of signals is named "signals". A host's headers may use keywords all
+# the same, see sdk/keywordson.h.
+add_compile_definitions(QT_NO_KEYWORDS QT_DEPRECATED_WARNINGS)
+if(NOT TARN_SDK_DIR)
+    # The headers of another host may have been written for an older Qt.
+    add_compile_definitions(QT_DISABLE_DEPRECATED_BEFORE=0x050d00)
+endif()
 add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wshadow)
 if(TARN_WARNINGS_AS_ERRORS)
     add_compile_options(-Werror)

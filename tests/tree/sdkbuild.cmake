@@ -3,6 +3,7 @@
 
 # Installs the SDK of a built tree, builds the plug-in against nothing but that, and installs it.
 # Run with -D SOURCE_DIR=... BUILD_DIR=... WORK_DIR=... GENERATOR=... COMPILER=... LIB_DIR=...
+# QT_INCLUDES=...
 
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
@@ -31,6 +32,11 @@ foreach(folder IN ITEMS "${SOURCE_DIR}/host" "${BUILD_DIR}/host")
         message(FATAL_ERROR "The plug-in was compiled with ${folder}, not with the SDK alone.")
     endif()
 endforeach()
+
+# With the header of the view manager a host opens files in the plug-in.
+file(WRITE "${WORK_DIR}/alone.cpp" "#include <plugin/tarnviewmanager.h>\n")
+run("${COMPILER}" -std=c++17 -fPIC -Wall -Wextra -Werror -fsyntax-only ${QT_INCLUDES}
+    "-I${WORK_DIR}/moved sdk/include/tarn-inserter" "${WORK_DIR}/alone.cpp")
 
 file(GLOB_RECURSE libraries RELATIVE "${WORK_DIR}/plugin" "${WORK_DIR}/plugin/*.so*")
 if(NOT libraries STREQUAL "${LIB_DIR}/tarn/plugins/libTarnInserter.so")
