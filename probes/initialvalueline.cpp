@@ -7,9 +7,12 @@
 
 #include <model/bitstring.h>
 
+#include <QDropEvent>
 #include <QHideEvent>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QRegExpValidator>
 #include <QShowEvent>
 
@@ -114,8 +117,8 @@ void InitialValueLine::rejectValue()
     message.text = tr("Value '%1' for Probe Out%2 Initial Value exceeds the effective width.")
                        .arg(shown, QString::number(m_index));
     showMessage(this, message);
-    if (self && m_page)
-        m_page->spendModified();
+    if (self)
+        markPage();
 }
 
 void InitialValueLine::hideEvent(QHideEvent *event)
@@ -143,9 +146,57 @@ void InitialValueLine::keyPressEvent(QKeyEvent *event)
 {
     if (endangersPrefix(event))
         return;
+    // Each key that acts marks the page, whatever becomes of the text.
+    markPage();
+    changeText([this, event] { QLineEdit::keyPressEvent(event); });
+}
+
+void InitialValueLine::mouseReleaseEvent(QMouseEvent *event)
+{
+    // The middle button pastes.
+    if (changeText([this, event] { QLineEdit::mouseReleaseEvent(event); }))
+        markPage();
+}
+
+void InitialValueLine::dropEvent(QDropEvent *event)
+{
+    if (!changeText([this, event] { QLineEdit::dropEvent(event); })) {
+        event->setDropAction(Qt::IgnoreAction); // Nothing was taken: nobody has to give it up.
+        event->ignore();
+        return;
+    }
+    markPage();
+    // The text is applied when the focus goes, so that it has to come first.
+    QMetaObject::invokeMethod(
+        this, [this] { setFocus(Qt::MouseFocusReason); }, Qt::QueuedConnection);
+}
+
+void InitialValueLine::inputMethodEvent(QInputMethodEvent *event)
+{
+    if (changeText([this, event] { QLineEdit::inputMethodEvent(event); }))
+        markPage();
+}
+
+template <typename Change>
+bool InitialValueLine::changeText(const Change &change)
+{
+    const QString before = displayText();
+    const int cursor = cursorPosition();
+    int anchor = cursor; // The other end of the selection.
+    if (hasSelectedText())
+        anchor = selectionStart() == cursor ? selectionEnd() : selectionStart();
+    change();
+    if (displayText().leftRef(PrefixLength) == before.leftRef(PrefixLength))
+        return displayText() != before;
+    setText(before);
+    setSelection(anchor, cursor - anchor);
+    return false;
+}
+
+void InitialValueLine::markPage()
+{
     if (m_page)
         m_page->spendModified();
-    QLineEdit::keyPressEvent(event);
 }
 
 bool InitialValueLine::outlivesLossOfFocus()

@@ -21,6 +21,9 @@ class ProbePortsOptionWidget;
 /// that shows them; whoever deletes one calls clearBitLabels() first. What the line shows is its
 /// displayText(): text() leaves out the characters that the input mask fills in.
 ///
+/// Every change of the text by the user marks the page, be it typed, pasted, dropped or composed by
+/// an input method; one that reaches into the prefix is undone. setText() marks nothing.
+///
 /// A line that is hidden with its page, or disabled, deleted or rebuilt by it, loses the focus.
 /// Then it neither applies its text nor shows boxes: it takes note of being hidden itself, for the
 /// rest the page makes it inert.
@@ -62,14 +65,22 @@ public Q_SLOTS:
     void onTextChange();
 
 protected:
+    void dropEvent(QDropEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
     /// Applies the text. False when the line was deleted while a box about it was open.
     bool outlivesLossOfFocus();
     bool endangersPrefix(const QKeyEvent *event) const;
+    /// Runs @p change, which is a user's, and undoes it when it reached into the prefix. Returns
+    /// whether the line shows another text then.
+    template <typename Change>
+    bool changeText(const Change &change);
+    void markPage();
     void dealOut(const QString &bits);
     void rejectValue();
 

@@ -78,6 +78,7 @@ class SensorHub(Job):
         self.picks_the_clock()
         self.save_and_reopen()
         self.save_again()
+        self.pastes_a_value()
         self.quit()
 
     def picks_from_flat_lists(self):
@@ -318,6 +319,20 @@ class SensorHub(Job):
         self.screen.key("Tab")
         self.expect_values(["0x1A5", "0x1"], ["1", "10100101", "1"])
         self.screen.shoot("values")
+
+    def pastes_a_value(self):
+        # The middle button pastes the selection, of which only hexadecimal digits fit.
+        self.click(self.find("lineEditUserClock").rect, times=2)
+        x, y, _, height = self.lines()[0].rect
+        self.screen.click(x + 25, y + height // 2, button=2)
+        self.wait_for_tab("job.tarn *")
+        value = self.values()[0]
+        expect(value[:2] == "0x" and value != "0x1A5", f"{value} is pasted")
+        self.screen.shoot("pasted")
+        self.type_value(0, "1a5")
+        self.screen.key("Tab")
+        self.save("job.tarn")
+        self.expect_saved()
 
     def picks_the_clock(self):
         self.press("checkUserClock")

@@ -8,7 +8,11 @@
 #include <probes/probeportsoptionwidget.h>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QInputMethodEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QPointer>
 #include <QRegExpValidator>
 #include <QSignalSpy>
@@ -72,6 +76,37 @@ struct Fixture
         line->setFocus();
         QVERIFY(line->hasFocus());
         line->setText(text);
+    }
+
+    /// Drops @p text, which its source offers to give up, before the character at @p position.
+    /// Returns what becomes of it.
+    Qt::DropAction drop(const QString &text, int position) const
+    {
+        QPoint place(0, line->height() / 2);
+        while (line->cursorPositionAt(place) < position)
+            place.rx()++;
+        QMimeData data;
+        data.setText(text);
+        QDragEnterEvent enter(place, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(line, &enter);
+        QDropEvent event(place, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(line, &event);
+        return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+    }
+
+    /// One event, without those of the modifier itself.
+    void press(int key, Qt::KeyboardModifiers modifiers) const
+    {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QCoreApplication::sendEvent(line, &event);
+    }
+
+    QString cursorText() const
+    {
+        return QStringLiteral("%1 %2 \"%3\"")
+            .arg(line->cursorPosition())
+            .arg(line->selectionStart())
+            .arg(line->selectedText());
     }
 
     QStringList shownBits() const
@@ -496,6 +531,160 @@ private Q_SLOTS:
         QCOMPARE(f.modified.count(), int(passes));
         if (!passes)
             QCOMPARE(f.line->cursorPosition(), before);
+    }
+
+    void keysThatReachIntoThePrefixAreUndone_data()
+    {
+        QTest::addColumn<int>("cursor");
+        QTest::newRow("behind the first digit") << 3;
+        QTest::newRow("at the end") << 4;
+    }
+    void keysThatReachIntoThePrefixAreUndone()
+    {
+        QFETCH(int, cursor);
+        Fixture f;
+        f.setBits({"00000000"});
+        f.line->setText("0xAB");
+        f.line->setCursorPosition(cursor);
+        f.press(Qt::Key_Backspace, Qt::ControlModifier); // Deletes the word.
+        QCOMPARE(f.line->displayText(), QStringLiteral("0xAB"));
+        QCOMPARE(f.line->cursorPosition(), cursor);
+        // The key was passed on all the same.
+        QCOMPARE(f.modified.count(), 1);
+    }
+
+    void editingKeysMarkOnce_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("paste") << int(Qt::Key_V) << "0x56";
+        QTest::newRow("cut") << int(Qt::Key_X) << "0x00";
+        QTest::newRow("undo") << int(Qt::Key_Z) << "0x00";
+        QTest::newRow("copy") << int(Qt::Key_C) << "0xAB";
+    }
+    void editingKeysMarkOnce()
+    {
+        QFETCH(int, key);
+        QFETCH(QString, shown);
+        Fixture f;
+        f.setBits({"00000000"});
+        QApplication::clipboard()->setText("56");
+        f.line->setCursorPosition(2);
+        QTest::keyClicks(f.line, "ab");
+        f.line->setSelection(2, 2);
+        f.modified.clear();
+        f.press(key, Qt::ControlModifier);
+        QCOMPARE(f.line->displayText(), shown);
+        QCOMPARE(f.modified.count(), 1);
+    }
+
+    void dropMarksAndPutsTheFocusOnTheLine()
+    {
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0x00");
+        f.other->setFocus();
+        QCOMPARE(f.drop("a5", 2), Qt::MoveAction);
+        QCOMPARE(f.line->displayText(), QStringLiteral("0xA5"));
+        QCOMPARE(f.modified.count(), 1);
+        QTRY_VERIFY(f.line->hasFocus());
+        f.other->setFocus();
+        QCOMPARE(f.shownBits(), QStringList("10100101"));
+        QCOMPARE(f.modified.count(), 1);
+    }
+
+    void dropThatTakesNothingIsRefused_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("position");
+        QTest::newRow("into the prefix") << "77" << 1;
+        QTest::newRow("before the prefix") << "77" << 0;
+        QTest::newRow("no digits") << "zz" << 2;
+        QTest::newRow("the digit that is there") << "A" << 2;
+    }
+    void dropThatTakesNothingIsRefused()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, position);
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0xAB");
+        // The source of a move would remove its text.
+        QCOMPARE(f.drop(text, position), Qt::IgnoreAction);
+        QCOMPARE(f.line->displayText(), QStringLiteral("0xAB"));
+        QCOMPARE(f.modified.count(), 0);
+    }
+
+    void inputMethodMarks()
+    {
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0x00");
+        f.line->setCursorPosition(2);
+        QInputMethodEvent composing("b", {});
+        QCoreApplication::sendEvent(f.line, &composing);
+        QCOMPARE(f.modified.count(), 0);
+        QInputMethodEvent committing;
+        committing.setCommitString("b7");
+        QCoreApplication::sendEvent(f.line, &committing);
+        QCOMPARE(f.line->displayText(), QStringLiteral("0xB7"));
+        QCOMPARE(f.modified.count(), 1);
+    }
+
+    void inputMethodLeavesThePrefix_data()
+    {
+        QTest::addColumn<int>("cursor");
+        QTest::addColumn<int>("length"); // Of the selection.
+        QTest::addColumn<int>("from");   // Of what is replaced, relative to the cursor.
+        QTest::addColumn<int>("count");
+        QTest::addColumn<QString>("composed");
+        QTest::addColumn<QString>("committed");
+        QTest::newRow("commit at 0") << 0 << 0 << 0 << 0 << ""
+                                     << "7";
+        QTest::newRow("commit at 1") << 1 << 0 << 0 << 0 << ""
+                                     << "7";
+        QTest::newRow("commit over a selection") << 4 << -3 << 0 << 0 << ""
+                                                 << "7";
+        QTest::newRow("composition over a selection") << 0 << 4 << 0 << 0 << "7"
+                                                      << "";
+        QTest::newRow("replacement") << 3 << 0 << -2 << 2 << ""
+                                     << "7";
+    }
+    void inputMethodLeavesThePrefix()
+    {
+        QFETCH(int, cursor);
+        QFETCH(int, length);
+        QFETCH(int, from);
+        QFETCH(int, count);
+        QFETCH(QString, composed);
+        QFETCH(QString, committed);
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0xAB");
+        f.line->setSelection(cursor, length);
+        const QString before = f.cursorText();
+        QInputMethodEvent event(composed, {});
+        event.setCommitString(committed, from, count);
+        QCoreApplication::sendEvent(f.line, &event);
+        QCOMPARE(f.line->displayText(), QStringLiteral("0xAB"));
+        QCOMPARE(f.cursorText(), before);
+        QCOMPARE(f.modified.count(), 0);
+    }
+
+    void settingTheTextMarksNothing()
+    {
+        Fixture f;
+        f.setBits({"00000000"});
+        f.line->setText("0x12");
+        f.line->updateValidatorForWidth(4);
+        f.line->onTextChange();
+        QCOMPARE(f.modified.count(), 0);
+    }
+
+    void noTextIsDraggedOut()
+    {
+        InitialValueLine line(0, nullptr);
+        QVERIFY(!line.dragEnabled());
     }
 
     void pageIsToldBeforeTheKeyActs()
