@@ -11,6 +11,18 @@
 
 namespace TARN {
 
+namespace {
+
+/// A row that gives its flags to others.
+QTreeWidgetItem rowWith(Qt::ItemFlags flags)
+{
+    QTreeWidgetItem row;
+    row.setFlags(flags);
+    return row;
+}
+
+} // namespace
+
 SignalRow::SignalRow(const SignalItem &item, Holds holds, int type)
     : SignalRow(item, holds, type, item.displayName.isEmpty() ? item.name : item.displayName)
 {
@@ -22,9 +34,32 @@ SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QStrin
     , m_text(text)
     , m_holdsItem(holds == Holds::Item)
 {
-    // A new row is selectable and enabled as it is.
-    if (!item.enabled)
-        setFlags(flags() & ~(Qt::ItemIsSelectable | Qt::ItemIsEnabled));
+    static const QTreeWidgetItem usable;
+    static const QTreeWidgetItem unusable =
+        rowWith(usable.flags() & ~(Qt::ItemIsSelectable | Qt::ItemIsEnabled));
+    ignoreRowsAbove();
+    QTreeWidgetItem::operator=(item.enabled ? usable : unusable);
+}
+
+SignalRow::SignalRow(const SignalRow &other)
+    : QTreeWidgetItem(Type)
+    , m_item(other.m_item)
+    , m_text(other.m_text)
+    , m_holdsItem(other.m_holdsItem)
+    , m_stored(other.m_stored)
+{
+    ignoreRowsAbove();
+    QTreeWidgetItem::operator=(other);
+}
+
+void SignalRow::ignoreRowsAbove()
+{
+    // A row hands "enabled" and "disabled" down to those below it but for rows that were disabled
+    // themselves. Such a row this one becomes: assignment gives it flags without another word about
+    // that. The first one only spares the search for children.
+    static const QTreeWidgetItem disabled = rowWith(Qt::NoItemFlags);
+    QTreeWidgetItem::operator=(disabled);
+    setFlags(Qt::NoItemFlags);
 }
 
 bool SignalRow::computes(int role) const

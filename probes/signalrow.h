@@ -12,6 +12,9 @@ namespace TARN {
 /// A tree row that shows a SignalItem: text, tool tip, font and colour are computed from the item
 /// instead of being stored role by role, which is what makes lists of a million rows bearable.
 ///
+/// The flags are those of the item, whatever the row above is: the free bits of a bus that cannot
+/// be used as a whole can be chosen.
+///
 /// To everybody else it is an ordinary row. A role that is set by hand turns the row into one that
 /// stores its roles, with the same values; a clone has the type QTreeWidgetItem::Type like every
 /// clone of a tree row.
@@ -35,9 +38,11 @@ public:
     void storeRoles();
 
 private:
-    SignalRow(const SignalRow &other) = default;
+    SignalRow(const SignalRow &other);
 
     bool computes(int role) const;
+    /// From now on no row above changes the flags. Clears them and all that is stored.
+    void ignoreRowsAbove();
 
     SignalItem m_item;
     QString m_text;

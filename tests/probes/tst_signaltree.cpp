@@ -4,6 +4,7 @@
 
 #include <probes/initialvalueline.h>
 #include <probes/signaltree.h>
+#include <probes/treerows.h>
 #include <support/modeltext.h>
 #include <support/testcase.h>
 
@@ -13,6 +14,9 @@
 #include <QLabel>
 #include <QTest>
 #include <QTreeWidget>
+
+#include <functional>
+#include <memory>
 
 using namespace TARN;
 using TarnTest::bus;
@@ -54,6 +58,33 @@ const char *const SampleRows = "d #000000 italic on 1002 top.d\n"
                                "  top.d[1] #a0a0a4 off 1002 -\n"
                                "  top.d[0] #ff0000 on 1002 -\n";
 
+/// A bus that cannot be used itself, with members that can, or the other way round.
+SignalItem mixedBus(bool enabled)
+{
+    SignalItem item = bus("d", 4);
+    item.enabled = enabled;
+    item.members[1].enabled = false;
+    item.members[3].enabled = false;
+    return item;
+}
+
+/// Which rows can be selected and are enabled, children in brackets.
+QString flagsText(const QTreeWidgetItem *row)
+{
+    QString text = row->flags() & Qt::ItemIsSelectable ? "s" : "-";
+    text += row->flags() & Qt::ItemIsEnabled ? "e" : "-";
+    for (int i = 0; i < row->childCount(); ++i)
+        text += " (" + flagsText(row->child(i)) + ")";
+    return text;
+}
+
+QString mixedFlags(bool enabled)
+{
+    return QString(enabled ? "se" : "--") + " (se) (--) (se) (--)";
+}
+
+using AddRow = std::function<QTreeWidgetItem *(QTreeWidget *, const SignalItem &)>;
+
 /// The values tree with one port.
 struct Values
 {
@@ -71,6 +102,8 @@ struct Values
 };
 
 } // namespace
+
+Q_DECLARE_METATYPE(AddRow)
 
 class TestSignalTree : public TarnTest::TestCase
 {
@@ -124,6 +157,110 @@ private Q_SLOTS:
         signal2TreeItemWithIndex(&tree, sampleBus(), 1002, 1);
         QCOMPARE(tree.topLevelItemCount(), 3);
         QCOMPARE(rowText(tree.topLevelItem(1)), QString(SampleRows));
+    }
+
+    void rowsHaveTheFlagsOfTheirOwnItem_data()
+    {
+        QTest::addColumn<AddRow>("add");
+        QTest::newRow("top level") << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+            signal2TreeItem(tree, item, 0);
+            return tree->topLevelItem(0);
+        });
+        QTest::newRow("below a row") << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+            auto *port = new QTreeWidgetItem(tree);
+            signal2TreeItem(port, item, 0);
+            return port->child(0);
+        });
+        QTest::newRow("below a row that is in no tree yet")
+            << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+                   auto *port = new QTreeWidgetItem;
+                   signal2TreeItem(port, item, 0);
+                   tree->addTopLevelItem(port);
+                   return port->child(0);
+               });
+        QTest::newRow("below a disabled row")
+            << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+                   auto *port = new QTreeWidgetItem(tree);
+                   port->setDisabled(true);
+                   signal2TreeItem(port, item, 0);
+                   return port->child(0);
+               });
+        QTest::newRow("below a row that is disabled later")
+            << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+                   auto *port = new QTreeWidgetItem(tree);
+                   signal2TreeItem(port, item, 0);
+                   port->setDisabled(true);
+                   return port->child(0);
+               });
+        QTest::newRow("at an index") << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+            signal2TreeItem(tree, net("a"), 0);
+            signal2TreeItem(tree, net("b"), 0);
+            signal2TreeItemWithIndex(tree, item, 0, 1);
+            return tree->topLevelItem(1);
+        });
+        QTest::newRow("by module") << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+            auto *module = new QTreeWidgetItem;
+            signal2TreeItemForHierarchy(module, item, {"d", "3", "2", "1", "0"}, 0);
+            tree->addTopLevelItem(module);
+            return module->child(0);
+        });
+        QTest::newRow("all at once") << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+            signals2Tree(tree, {net("a"), item}, 0);
+            return tree->topLevelItem(1);
+        });
+        QTest::newRow("clone") << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+            const std::unique_ptr<QTreeWidgetItem> row(newSignalRow(item, 0));
+            tree->addTopLevelItem(row->clone());
+            return tree->topLevelItem(0);
+        });
+        QTest::newRow("clone of a clone") << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+            const std::unique_ptr<QTreeWidgetItem> row(newSignalRow(item, 0));
+            const std::unique_ptr<QTreeWidgetItem> copy(row->clone());
+            auto *port = new QTreeWidgetItem(tree);
+            port->addChild(copy->clone());
+            return port->child(0);
+        });
+        QTest::newRow("clone of a row with other texts")
+            << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+                   const std::unique_ptr<QTreeWidgetItem> row(newSignalRow(item, 0));
+                   row->child(0)->setText(0, "other");
+                   tree->addTopLevelItem(row->clone());
+                   return tree->topLevelItem(0);
+               });
+        QTest::newRow("taken out and put back")
+            << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+                   signal2TreeItem(tree, item, 0);
+                   QTreeWidgetItem *row = tree->takeTopLevelItem(0);
+                   row->insertChildren(0, row->takeChildren());
+                   tree->addTopLevelItem(row);
+                   return row;
+               });
+        QTest::newRow("removal of others") << AddRow([](QTreeWidget *tree, const SignalItem &item) {
+            for (int i = 0; i < 100; ++i)
+                signal2TreeItem(tree, net("a"), 0);
+            signal2TreeItem(tree, item, 0);
+            QList<QTreeWidgetItem *> others;
+            for (int i = 0; i < 100; ++i)
+                others.append(tree->topLevelItem(i));
+            removeTopLevelRows(tree, others);
+            return tree->topLevelItem(0);
+        });
+    }
+    void rowsHaveTheFlagsOfTheirOwnItem()
+    {
+        QFETCH(AddRow, add);
+        for (bool enabled : {false, true}) {
+            QTreeWidget tree;
+            QTreeWidgetItem *row = add(&tree, mixedBus(enabled));
+            QCOMPARE(flagsText(row), mixedFlags(enabled));
+            // The view goes by them.
+            tree.setSelectionMode(QAbstractItemView::ExtendedSelection);
+            tree.expandAll();
+            tree.selectAll();
+            QCOMPARE(row->isSelected(), enabled);
+            QVERIFY(row->child(0)->isSelected() && row->child(2)->isSelected());
+            QVERIFY(!row->child(1)->isSelected() && !row->child(3)->isSelected());
+        }
     }
 
     void listsMakeTheSameRows()
