@@ -182,9 +182,9 @@ private:
     bool skipUnknown(const QVector<Argument> &arguments, int *index);
     bool checkVariables(const Argument &argument);
     bool readList(const QString &path, bool startsInItsFolder);
-    bool addSources(const QString &name);
-    bool addSource(const QString &path);
-    bool addLibraryFile(const QString &path);
+    bool addFiles(const QString &name, void (ArgumentReader::*add)(const QString &));
+    void addSource(const QString &path);
+    void addLibraryFile(const QString &path);
     bool addMacro(const QString &macro);
     bool setLanguage(const QString &language);
     bool checkFile(const QString &path);
@@ -268,7 +268,7 @@ bool ArgumentReader::readArgument(const QVector<Argument> &arguments, int *index
     const Argument &argument = arguments.at(*index);
     const bool isPlus = argument.text.startsWith(QLatin1Char('+'));
     if (!isPlus && !argument.text.startsWith(QLatin1Char('-')))
-        return checkVariables(argument) && addSources(argument.text);
+        return checkVariables(argument) && addFiles(argument.text, &ArgumentReader::addSource);
 
     Setting setting = isPlus ? plusSetting(argument.text) : dashSetting(argument.text);
     if (setting.option == Option::Unknown)
@@ -305,7 +305,7 @@ bool ArgumentReader::apply(Option option, const QString &value)
     case Option::Macro:
         return addMacro(value);
     case Option::LibraryFile:
-        return addLibraryFile(value);
+        return addFiles(value, &ArgumentReader::addLibraryFile);
     case Option::Language:
         return setLanguage(value);
     case Option::IncludePath:
@@ -373,36 +373,34 @@ bool ArgumentReader::readList(const QString &path, bool startsInItsFolder)
     return good;
 }
 
-bool ArgumentReader::addSources(const QString &name)
+/// Calls @p add for each file that @p name stands for.
+bool ArgumentReader::addFiles(const QString &name, void (ArgumentReader::*add)(const QString &))
 {
     const QStringList paths = filesOf(absolute(name));
     if (paths.isEmpty())
         return fail(tr("no file is named like %1").arg(QDir::toNativeSeparators(absolute(name))));
-    return std::all_of(paths.begin(), paths.end(),
-                       [this](const QString &path) { return addSource(path); });
+    for (const QString &path : paths) {
+        if (!checkFile(path))
+            return false;
+        (this->*add)(path);
+    }
+    return true;
 }
 
-bool ArgumentReader::addSource(const QString &path)
+void ArgumentReader::addSource(const QString &path)
 {
     if (m_sources.contains(path))
-        return true;
-    if (!checkFile(path))
-        return false;
+        return;
     int type = fileTypeOf(path);
     if (type == UnknownFile)
         type = VerilogFile;
     m_sources.insert(path);
     m_project.sources.append({path, type, true});
-    return true;
 }
 
-bool ArgumentReader::addLibraryFile(const QString &path)
+void ArgumentReader::addLibraryFile(const QString &path)
 {
-    const QString absolutePath = absolute(path);
-    if (!checkFile(absolutePath))
-        return false;
-    m_project.libraryFiles.append(absolutePath);
-    return true;
+    m_project.libraryFiles.append(path);
 }
 
 bool ArgumentReader::addMacro(const QString &macro)

@@ -150,6 +150,7 @@ void TestProjectArguments::collects_data()
     row({"wild/*.sv"}, "~/wild/Z.sv:3 ~/wild/a.sv:3 ~/wild/b1.sv:3 ~/wild/b2.sv:3");
     row({"wild/b?.sv", "wild/*.v"}, "~/wild/b1.sv:3 ~/wild/b2.sv:3 ~/wild/[x].v:2");
     row({"wild/b[2-9].sv", "wild/[x].v"}, "~/wild/b2.sv:3 ~/wild/[x].v:2");
+    row({"-v", "wild/b*.sv"}, "v:~/wild/b1.sv v:~/wild/b2.sv");
     row({"$HOME.v"}, "~/$HOME.v:2");
 }
 
