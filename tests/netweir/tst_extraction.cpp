@@ -921,11 +921,11 @@ void TestExtraction::definesTheMacroOfTheToolWhenNeeded_data()
     row("as bad with it", "// VERILATOR\nmodule top; wire a;\nwire = 1;\nendmodule\n", {},
         {QStringLiteral("ERROR: a.v:3:6: syntax error, unexpected '='")}, "");
     row("worse with it",
-        "`ifdef VERILATOR\n`include \"none.vh\"\n`include \"none.vh\"\n`endif\n"
+        "`ifdef VERILATOR\n`include \"none.vh\"\n`include \"nil.vh\"\n`endif\n"
         "module top;\nwire = 1;\nendmodule\n",
         {}, {QStringLiteral("ERROR: a.v:6:6: syntax error, unexpected '='")}, "");
     row("better with it, but not well",
-        "`ifndef VERILATOR\n`include \"none.vh\"\n`include \"none.vh\"\n`endif\n"
+        "`ifndef VERILATOR\n`include \"none.vh\"\n`include \"nil.vh\"\n`endif\n"
         "module top;\nwire = 1;\nendmodule\n",
         {},
         {defined(

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void readAsTheUserNeedsThem();
     void knowTheirKind();
     void comeOnceEach();
+    void showTheCauseAndCountWhatFollows_data();
+    void showTheCauseAndCountWhatFollows();
     void endWithTheNumberLeftOut();
     void textsAreSplitByFile();
     void linesAreMappedToTheirFiles_data();
@@ -110,6 +112,67 @@ void TestToolMessages::comeOnceEach()
     QCOMPARE(
         userMessages("%Error: a.v:1:1: x\n%Error: a.v:1:1: y\n%Error: a.v:1:1: x\n"),
         QStringList({QStringLiteral("ERROR: a.v:1:1: x"), QStringLiteral("ERROR: a.v:1:1: y")}));
+}
+
+void TestToolMessages::showTheCauseAndCountWhatFollows_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *name, const QByteArrayList &errors,
+                        const QStringList &expected) {
+        QByteArray output;
+        for (const QByteArray &error : errors)
+            output += "%Error: " + error + '\n';
+        QTest::newRow(name) << output << expected;
+    };
+    const auto followers = [](int number) {
+        return QStringLiteral("%1 more error(s) that follow from those above").arg(number);
+    };
+    const QString syntax = QStringLiteral("ERROR: %1: syntax error, unexpected IDENTIFIER");
+    const QByteArray unexpected(": syntax error, unexpected IDENTIFIER");
+    row("syntax errors behind one",
+        {"a.v:7:2" + unexpected, "a.v:7:9" + unexpected, "a.v:9:1" + unexpected,
+         "a.v:12:1" + unexpected},
+        {syntax.arg(QStringLiteral("a.v:7:2")), followers(3)});
+    row("syntax errors apart",
+        {"a.v:7:2" + unexpected, "b.v:8:9" + unexpected, "a.v:11:1" + unexpected},
+        {syntax.arg(QStringLiteral("a.v:7:2")), syntax.arg(QStringLiteral("b.v:8:9")),
+         syntax.arg(QStringLiteral("a.v:11:1"))});
+    row("other errors behind a syntax error", {"a.v:7:2" + unexpected, "a.v:7:3: Bad"},
+        {syntax.arg(QStringLiteral("a.v:7:2")), QStringLiteral("ERROR: a.v:7:3: Bad")});
+    row("macro",
+        {"a.v:3:1: Define or directive not defined: '`X'", "a.v:3:3" + unexpected,
+         "b.v:9:1: Define or directive not defined: '`X'",
+         "b.v:19:1: Define or directive not defined: '`Y'"},
+        {QStringLiteral("ERROR: a.v:3:1: The macro `X is not defined. Define it in the options or "
+                        "in a file that is read earlier."),
+         QStringLiteral("ERROR: b.v:19:1: The macro `Y is not defined. Define it in the options or "
+                        "in a file that is read earlier."),
+         followers(2)});
+    row("include",
+        {"a.v:1:10: Cannot find include file: x.vh", "b.v:1:10: Cannot find include file: x.vh"},
+        {QStringLiteral("ERROR: a.v:1:10: Cannot find the include file \"x.vh\". Add its folder "
+                        "to the include paths."),
+         followers(1)});
+    row("type",
+        {"a.v:1:1: Cannot find file containing module: 't'",
+         "a.v:9:1: Cannot find file containing module: 't'"},
+        {QStringLiteral("ERROR: a.v:1:1: The module or type \"t\" is not defined. Add the file "
+                        "that defines it."),
+         followers(1)});
+    row("the same name in two files",
+        {"a.v:1:1: Can't find definition of variable: 'x'",
+         "a.v:5:1: Can't find definition of variable: 'x'",
+         "b.v:1:1: Can't find definition of variable: 'x'"},
+        {QStringLiteral("ERROR: a.v:1:1: Can't find definition of variable: 'x'"),
+         QStringLiteral("ERROR: b.v:1:1: Can't find definition of variable: 'x'"), followers(1)});
+}
+
+void TestToolMessages::showTheCauseAndCountWhatFollows()
+{
+    QFETCH(QByteArray, output);
+    QFETCH(QStringList, expected);
+    QCOMPARE(userMessages(output), expected);
 }
 
 void TestToolMessages::endWithTheNumberLeftOut()

@@ -3,9 +3,12 @@
 #include "elaboratorinput.h"
 
 #include "designsources.h"
+#include "faulthints.h"
 #include "netlistreader.h"
 #include "sourcereading.h"
 #include "toolfolder.h"
+
+#include <algorithm>
 
 namespace NETWEIR {
 namespace Internal {
@@ -164,6 +167,9 @@ bool ElaboratorInput::addTypeParameter(const ToolMessage &message)
 QStringList ElaboratorInput::userMessages(const QVector<ToolMessage> &messages) const
 {
     QStringList result;
+    if (std::any_of(messages.begin(), messages.end(),
+                    [](const ToolMessage &message) { return message.error; }))
+        result = m_reading.order().suspicions();
     for (const ToolMessage &message : messages) {
         if (isBadUnknownPin(message))
             result.append(
@@ -171,8 +177,22 @@ QStringList ElaboratorInput::userMessages(const QVector<ToolMessage> &messages) 
                              Text::tr("An interface or an array is connected to a module that no "
                                       "file defines. Add the file that defines the module.")));
     }
-    return result + toUserMessages(messages,
+    return result + toUserMessages(explained(messages),
                                    [this](const ToolMessage &message) { return placeOf(message); });
+}
+
+QVector<ToolMessage> ElaboratorInput::explained(QVector<ToolMessage> messages) const
+{
+    const QSet<QByteArray> names = m_reading.knownNames();
+    FaultHints hints(m_sources, m_reading.text().texts(), names);
+    for (ToolMessage &message : messages) {
+        const TextLine place = textLineOf(message);
+        if (message.error)
+            hints.explain(&message, place);
+        if (message.error && place.text >= 0 && m_reading.order().usesMissing(place.text))
+            message.followsUp = true;
+    }
+    return messages;
 }
 
 /// The elaborator takes neither an interface nor an unpacked array for the vectors that the pins of

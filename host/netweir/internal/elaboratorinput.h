@@ -53,6 +53,7 @@ public:
 private:
     bool addMissingPin(const ToolMessage &message);
     bool addTypeParameter(const ToolMessage &message);
+    QVector<ToolMessage> explained(QVector<ToolMessage> messages) const;
     bool isBadUnknownPin(const ToolMessage &message) const;
     Place placeOf(const ToolMessage &message) const;
 

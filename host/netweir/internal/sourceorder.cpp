@@ -3,6 +3,7 @@
 #include "sourceorder.h"
 
 #include "designsources.h"
+#include "faulthints.h"
 #include "messages.h"
 #include "preprocessedtext.h"
 
@@ -98,6 +99,7 @@ SourceOrder::SourceOrder(const DesignSources &sources, const PreprocessedText &t
 {
     scan();
     indexPackages();
+    findMissing();
     findTypeUses();
     findOrder();
 }
@@ -127,6 +129,15 @@ void SourceOrder::indexPackages()
         }
     }
     m_hoisted.fill(false, m_packages.size());
+}
+
+void SourceOrder::findMissing()
+{
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        const QVector<PackageUse> uses = usesOf(i);
+        m_usesMissing.append(std::any_of(uses.begin(), uses.end(),
+                                         [this](const PackageUse &use) { return isMissing(use); }));
+    }
 }
 
 const PackageDeclaration &SourceOrder::declaration(int package) const
@@ -313,13 +324,6 @@ QStringList SourceOrder::suspicions() const
     return messagesOfMissing(false);
 }
 
-bool SourceOrder::usesMissing(int text) const
-{
-    const QVector<PackageUse> uses = usesOf(text);
-    return std::any_of(uses.begin(), uses.end(),
-                       [this](const PackageUse &use) { return isMissing(use); });
-}
-
 /// A name in front of a "::" may be that of a class as well; that of an import may not.
 bool SourceOrder::isMissing(const PackageUse &use) const
 {
@@ -346,13 +350,37 @@ QStringList SourceOrder::messagesOfMissing(bool imported) const
             missing[indexes[use.package]].use.imported |= use.imported;
         }
     }
+    const QHash<QByteArray, QString> misread =
+        missing.isEmpty() ? QHash<QByteArray, QString>() : misreadPackages();
     QStringList result;
     for (const First &first : qAsConst(missing)) {
-        if (first.use.imported == imported)
-            result.append(messageAt(first.text, first.use,
-                                    Text::tr("No file declares the package \"%1\". Add the file "
-                                             "that declares it.")
-                                        .arg(QString::fromUtf8(first.use.package))));
+        if (first.use.imported != imported)
+            continue;
+        const QString name = QString::fromUtf8(first.use.package);
+        const QString file = misread.value(first.use.package);
+        const QString words =
+            file.isEmpty()
+                ? Text::tr("No file declares the package \"%1\". Add the file that declares it.")
+                      .arg(name)
+                : Text::tr("The package \"%1\" is declared in %2, which is read as Verilog.")
+                          .arg(name, file) +
+                      QLatin1Char(' ') + typeAdvice();
+        result.append(messageAt(first.text, first.use, words));
+    }
+    return result;
+}
+
+/// Packages in texts that are read by the rules of Verilog, which has none, and their places.
+QHash<QByteArray, QString> SourceOrder::misreadPackages() const
+{
+    QHash<QByteArray, QString> result;
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        if (isSystemVerilog(m_sources, i))
+            continue;
+        for (const PackageDeclaration &package : scanScopes(m_text.texts()[i]).packages) {
+            const Place place = m_text.place({i, package.line});
+            result.insert(package.name, QStringLiteral("%1:%2").arg(place.file).arg(place.line));
+        }
     }
     return result;
 }

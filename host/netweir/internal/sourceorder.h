@@ -36,6 +36,9 @@ public:
 
     const QVector<TextPiece> &pieces() const { return m_pieces; }
 
+    /// Types that any text declares.
+    const QSet<QByteArray> &types() const { return m_types; }
+
     /// Content of a piece, made of @p text, which is as long as the text that was scanned. Line and
     /// column of everything in it stay.
     QByteArray contentOf(const TextPiece &piece, const QByteArray &text) const;
@@ -49,7 +52,7 @@ public:
     QStringList suspicions() const;
 
     /// Whether a text uses what errors() or suspicions() name.
-    bool usesMissing(int text) const;
+    bool usesMissing(int text) const { return m_usesMissing[text]; }
 
 private:
     /// Where a package is declared.
@@ -68,6 +71,7 @@ private:
 
     void scan();
     void indexPackages();
+    void findMissing();
     void findTypeUses();
     QHash<QByteArray, TypeOwner> typeOwners() const;
     void findOrder();
@@ -78,6 +82,7 @@ private:
     QVector<int> neededPackages(int package) const;
     QString circleError() const;
     QStringList messagesOfMissing(bool imported) const;
+    QHash<QByteArray, QString> misreadPackages() const;
     bool isMissing(const PackageUse &use) const;
     QVector<PackageUse> usesOf(int text) const;
     QString messageAt(int text, const PackageUse &use, const QString &words) const;
@@ -89,6 +94,7 @@ private:
     QVector<PackagePlace> m_packages;      ///< Those that uses mean.
     QHash<QByteArray, int> m_packageOf;    ///< Index in m_packages; sources win over libraries.
     QSet<QByteArray> m_types;              ///< All of the design.
+    QVector<bool> m_usesMissing;           ///< By text.
     QVector<QVector<int>> m_typeProviders; ///< By text: texts whose types it uses.
     QVector<bool> m_hoisted;               ///< By package: comes first, as a piece of its own.
     QVector<TextPiece> m_pieces;

@@ -130,6 +130,14 @@ void SourceReading::scan(QStringList *messages)
     m_topInstantiatesItself = m_tops.size() == 1 && modules.instantiatesItself(m_chosenTop);
 }
 
+QSet<QByteArray> SourceReading::knownNames() const
+{
+    QSet<QByteArray> result = m_order->types();
+    for (const DesignUnit &unit : m_scan.units)
+        result.insert(unit.name);
+    return result;
+}
+
 void SourceReading::scanTexts()
 {
     for (int i = 0; i < m_sources.files.size(); ++i) {

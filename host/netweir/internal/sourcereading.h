@@ -47,6 +47,8 @@ public:
 
     const PreprocessedText &text() const { return *m_text; }
     const SourceOrder &order() const { return *m_order; }
+    /// Names of units and types.
+    QSet<QByteArray> knownNames() const;
     const ModuleScan &scanned() const { return m_scan; }
     const QStringList &tops() const { return m_tops; }
     const QStringList &modules() const { return m_modules; }

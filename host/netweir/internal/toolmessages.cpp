@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "toolmessages.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <cstring>
@@ -82,10 +83,76 @@ QString userText(const QByteArray &text)
     if (text.startsWith("Cannot find file containing interface: "))
         return Text::tr("The interface \"%1\" is not defined. Add the file that defines it.")
             .arg(quotedPart(text));
+    if (text.startsWith("Cannot find file containing module: "))
+        return Text::tr("The module or type \"%1\" is not defined. Add the file that defines it.")
+            .arg(quotedPart(text));
+    if (text.startsWith(UnknownType))
+        return Text::tr("The type \"%1\" is not defined. Add the file that defines it.")
+            .arg(quotedPart(text));
     if (text.startsWith(InternalError))
         return Text::tr("The elaborator cannot read this construct (%1).")
             .arg(QString::fromUtf8(text));
     return QString::fromUtf8(text);
+}
+
+/// The text of an error that comes once for each use of something that is missing.
+QByteArray causeOf(const ToolMessage &message)
+{
+    static const char *const ofDesign[] = {"Cannot find file containing interface: ",
+                                           "Cannot find file containing module: ",
+                                           "Cannot find include file: ",
+                                           "Define or directive not defined: ",
+                                           "Importing from missing package ",
+                                           "Package/class "};
+    for (const char *beginning : ofDesign) {
+        if (message.text.startsWith(beginning))
+            return message.text;
+    }
+    return message.text.startsWith("Can't find definition of ") ? message.file + ' ' + message.text
+                                                                : QByteArray();
+}
+
+/// Tells causes from errors that follow from them.
+class CauseList
+{
+public:
+    /// To be called for each error in turn.
+    bool follows(const ToolMessage &error)
+    {
+        const QByteArray cause = error.cause.isNull() ? causeOf(error) : error.cause;
+        const bool isRepeated = !cause.isNull() && m_causes.contains(cause);
+        if (!cause.isNull())
+            m_causes.insert(cause);
+        return followsInText(error) || isRepeated || error.followsUp;
+    }
+
+private:
+    /// The parser needs some lines to find its way again.
+    bool followsInText(const ToolMessage &error)
+    {
+        constexpr int FewLines = 3;
+        const bool isSyntax = error.text.startsWith("syntax error");
+        const bool confuses = isSyntax || error.text.startsWith("Define or directive not defined");
+        if (!confuses)
+            return false;
+        const auto known = m_confused.constFind(error.file);
+        const bool result = isSyntax && known != m_confused.constEnd() && error.line >= *known &&
+                            error.line - *known <= FewLines;
+        m_confused.insert(error.file, error.line);
+        return result;
+    }
+
+    QSet<QByteArray> m_causes;
+    QHash<QByteArray, int> m_confused; ///< The line of the last such error, by file.
+};
+
+QString userLine(const ToolMessage &message, const Place &place)
+{
+    QString text = userText(message.text);
+    if (!text.isEmpty() && !message.advice.isEmpty())
+        text += text.endsWith(QLatin1Char('.')) ? QStringLiteral(" ") : QStringLiteral(". ");
+    text += message.advice;
+    return message.error ? errorMessage(place, text) : warningMessage(place, text);
 }
 
 } // namespace
@@ -129,20 +196,24 @@ QStringList toUserMessages(const QVector<ToolMessage> &messages, const PlaceMap 
 {
     QStringList result;
     QSet<QString> seen;
+    CauseList causes;
     int more = 0;
+    int followUps = 0;
     for (const ToolMessage &message : messages) {
-        const Place place = placeOf(message);
-        const QString line = message.error ? errorMessage(place, userText(message.text))
-                                           : warningMessage(place, userText(message.text));
+        const QString line = userLine(message, placeOf(message));
         if (seen.contains(line))
             continue;
-        if (result.size() == MostMessages) {
-            ++more;
-            continue;
-        }
         seen.insert(line);
-        result.append(line);
+        if (message.error && causes.follows(message))
+            ++followUps;
+        else if (result.size() == MostMessages)
+            ++more;
+        else
+            result.append(line);
     }
+    if (followUps > 0)
+        result.append(
+            Text::tr("%n more error(s) that follow from those above", nullptr, followUps));
     if (more > 0)
         result.append(Text::tr("%n more message(s)", nullptr, more));
     return result;

@@ -248,6 +248,12 @@ bool isBlank(char c)
 
 } // namespace
 
+bool isSystemVerilogWord(const QByteArray &word)
+{
+    const std::string_view text(word.constData(), size_t(word.size()));
+    return keywordOf(text, true) != Keyword::None && keywordOf(text, false) == Keyword::None;
+}
+
 VerilogTokens::VerilogTokens(const QByteArray &text, bool systemVerilog)
     : m_at(text.constData())
     , m_end(text.constData() + text.size())

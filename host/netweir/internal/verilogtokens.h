@@ -83,6 +83,9 @@ struct Token
     bool is(Keyword word) const { return kind == Reserved && keyword == word; }
 };
 
+/// Whether SystemVerilog reserves @p word and Verilog does not.
+bool isSystemVerilogWord(const QByteArray &word);
+
 /// Splits preprocessed Verilog text into tokens. Skips comments, strings' contents and directives.
 /// Any text is accepted; each byte is looked at a constant number of times.
 ///
