@@ -22,7 +22,7 @@ namespace TARN {
 static constexpr int MaxSignals = 256;
 
 /// Size that the user gave the dialog last.
-static QSize userSize;
+static QSize portDialogSize;
 
 static int widthOf(const QList<SignalItem> &items)
 {
@@ -59,7 +59,7 @@ ProbeDialog::ProbeDialog(ProbeIn *port, NETWEIR::RtlNetlist *netlist, ProbeType 
     connect(ui->btnRemove, &QAbstractButton::clicked, this, &ProbeDialog::onRemove);
     ui->treeWidget->installEventFilter(this);
     showCount();
-    new SizeMemory(this, &userSize);
+    new SizeMemory(this, &portDialogSize);
 }
 
 ProbeDialog::~ProbeDialog() = default;

@@ -26,7 +26,7 @@ namespace TARN {
 namespace {
 
 /// Size that the user gave the dialog last.
-QSize userSize;
+QSize searchDialogSize;
 
 /// Shows that a search is under way: by the cursor and on the button that started it.
 class Busy
@@ -107,7 +107,7 @@ TarnSignalSelectDialog::TarnSignalSelectDialog(NETWEIR::RtlNetlist *netlist, Pro
     setUpLists();
     setUpModuleTree();
     setUpButtons();
-    new SizeMemory(this, &userSize);
+    new SizeMemory(this, &searchDialogSize);
 }
 
 TarnSignalSelectDialog::~TarnSignalSelectDialog() = default;
