@@ -102,6 +102,7 @@ private Q_SLOTS:
     void readsLibraryFiles();
     void readsLibraryFilesInTheirOrder();
     void findsModulesInLibraryFolders();
+    void findsPackagesInLibraryFolders();
     void saysWhatIsWrongInLibraryFolders();
     void readsEachFileInItsLanguage_data();
     void readsEachFileInItsLanguage();
@@ -1088,6 +1089,29 @@ void TestExtraction::findsModulesInLibraryFolders()
     // The result is used up: everything is read once more.
     QVERIFY(design.buildNetlist());
     QVERIFY(design.netlist->findNet(QStringLiteral("top/u/t/s/w")));
+}
+
+void TestExtraction::findsPackagesInLibraryFolders()
+{
+    DesignFixture design;
+    const auto write = [&design](const char *name, const QByteArray &text) {
+        TarnTest::writeFile(design.path(QString::fromLatin1(name)), text);
+    };
+    design.add(QStringLiteral("a.sv"), "module top import widths::*; (input logic [W-1:0] d);\n"
+                                       "import other::*; word::word_t w; none_t n; endmodule\n");
+    write("lib/widths.sv", "package widths; localparam W = base::B + 1; endpackage\n");
+    write("lib/word.sv", "package word; typedef logic [4:0] word_t; endpackage\n");
+    write("lib/base.sv", "package base; localparam B = 2; endpackage\n");
+    design.set(TE::DesignInfo::LibraryFolders, QStringList(design.path(QStringLiteral("lib"))));
+    design.set(TE::DesignInfo::LibraryExtensions, QStringList(QStringLiteral(".sv")));
+    QVERIFY(!design.extract());
+    QVERIFY2(design.firstError().contains(QLatin1String("declares the package \"other\"")),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+    write("lib/other.sv", "package other; typedef logic none_t; endpackage\n");
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/d[2]")));
+    QVERIFY(!design.netlist->findNet(QStringLiteral("top/d[3]")));
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/w[4]")));
 }
 
 void TestExtraction::saysWhatIsWrongInLibraryFolders()

@@ -62,14 +62,14 @@ void addLibraryFiles(const QStringList &paths, QVector<SourceFile> *files)
     }
 }
 
-/// The file for @p module in the library folders, null when there is none.
-QString findLibraryFile(const DesignSources &sources, const QString &module)
+/// The file for @p name in the library folders, null when there is none.
+QString findLibraryFile(const DesignSources &sources, const QString &name)
 {
-    if (module.contains(QLatin1Char('/'))) // An escaped name.
+    if (name.contains(QLatin1Char('/'))) // An escaped name.
         return {};
     for (const QString &folder : sources.libraryFolders) {
         for (const QString &extension : sources.libraryExtensions) {
-            const QString path = QDir(folder).filePath(module + extension);
+            const QString path = QDir(folder).filePath(name + extension);
             if (QFileInfo(path).isFile())
                 return path;
         }
@@ -288,11 +288,11 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
     return result;
 }
 
-int addFilesOfLibraryFolders(const QByteArrayList &modules, DesignSources *sources)
+int addFilesOfLibraryFolders(const QByteArrayList &names, DesignSources *sources)
 {
     QStringList found;
-    for (const QByteArray &module : modules) {
-        const QString path = findLibraryFile(*sources, QString::fromUtf8(module));
+    for (const QByteArray &name : names) {
+        const QString path = findLibraryFile(*sources, QString::fromUtf8(name));
         if (!path.isEmpty())
             found.append(path);
     }

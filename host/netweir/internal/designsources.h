@@ -46,9 +46,10 @@ NETWEIR_EXPORT bool isSystemVerilog(const DesignSources &sources, int index);
 /// Reads the map whose keys te/designinfo.h names. Files that are no design sources are left out.
 NETWEIR_EXPORT DesignSources readDesignSources(const QMap<QString, QVariant> &info);
 
-/// Adds the files that the library folders of @p sources have for @p modules, in their order. Files
-/// that are known already do not count. Returns how many were added.
-NETWEIR_EXPORT int addFilesOfLibraryFolders(const QByteArrayList &modules, DesignSources *sources);
+/// Adds the files that the library folders of @p sources have for modules and packages of these
+/// @p names, in their order. Files that are known already do not count. Returns how many were
+/// added.
+NETWEIR_EXPORT int addFilesOfLibraryFolders(const QByteArrayList &names, DesignSources *sources);
 
 /// Defined by the elaborator itself.
 constexpr char ToolMacro[] = "VERILATOR";

@@ -147,14 +147,16 @@ void Extraction::begin(ExtractionProgress *progress, bool asTheTool)
     // Each level of a library folder's files takes a round, as their macros are those of all that
     // is read before. What an unfinished round has to say the next one says too.
     DesignSources sources = m_design;
+    bool isRead = false;
     do {
         m_attempt = std::make_unique<Attempt>(sources, asTheTool);
         if (asTheTool)
             m_attempt->notes.append(toolMacroWarning(m_failed->reason()));
-        if (m_attempt->prepare() && preprocess(progress))
+        const bool hasTexts = m_attempt->prepare() && preprocess(progress);
+        isRead = hasTexts && !m_attempt->hasErrors();
+        if (hasTexts)
             m_attempt->reading->scan(&m_attempt->notes);
-    } while (m_attempt->reading && !m_attempt->hasErrors() &&
-             addFilesOfLibraryFolders(m_attempt->reading->missingModules(), &sources) > 0);
+    } while (isRead && addFilesOfLibraryFolders(m_attempt->reading->missingNames(), &sources) > 0);
 
     if (m_attempt->canElaborate()) {
         m_attempt->input =

@@ -324,6 +324,21 @@ QStringList SourceOrder::suspicions() const
     return messagesOfMissing(false);
 }
 
+QByteArrayList SourceOrder::missingPackages() const
+{
+    QByteArrayList result;
+    QSet<QByteArray> listed;
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        for (const PackageUse &use : usesOf(i)) {
+            if (isMissing(use) && !listed.contains(use.package)) {
+                listed.insert(use.package);
+                result.append(use.package);
+            }
+        }
+    }
+    return result;
+}
+
 /// A name in front of a "::" may be that of a class as well; that of an import may not.
 bool SourceOrder::isMissing(const PackageUse &use) const
 {

@@ -7,6 +7,7 @@
 #include "scopescan.h"
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QHash>
 #include <QStringList>
 #include <QVector>
@@ -50,6 +51,10 @@ public:
     /// Names in front of a "::" that are neither packages nor types. A reason when the elaborator
     /// fails.
     QStringList suspicions() const;
+
+    /// The packages and other names that errors() and suspicions() name as undeclared, in the order
+    /// of their uses.
+    QByteArrayList missingPackages() const;
 
     /// Whether a text uses what errors() or suspicions() name.
     bool usesMissing(int text) const { return m_usesMissing[text]; }

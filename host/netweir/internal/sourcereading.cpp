@@ -122,7 +122,7 @@ void SourceReading::scan(QStringList *messages)
         *messages += modules.dimensionErrors(m_tops.first());
     m_tiedNets = modules.tiedNets();
     m_unknown = modules.unknownInstantiations();
-    m_missing = modules.missingModules();
+    m_missing = modules.missingModules() + m_order->missingPackages();
     if (m_tops.size() == 1)
         m_chosenTop = m_tops.first();
     else if (!m_scan.balanced)

@@ -62,8 +62,8 @@ public:
     const QHash<QString, QSet<QString>> &tiedNets() const { return m_tiedNets; }
     /// Instantiations of modules that neither sources nor libraries define.
     const QVector<Instantiation> &unknownInstantiations() const { return m_unknown; }
-    /// See DesignModules.
-    const QByteArrayList &missingModules() const { return m_missing; }
+    /// Modules and packages that a library folder may have a file for.
+    const QByteArrayList &missingNames() const { return m_missing; }
 
 private:
     void addMessages(const ToolProcess &process, QStringList *messages);
