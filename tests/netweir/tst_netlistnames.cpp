@@ -301,6 +301,17 @@ top : top
         a O
         b .
 )");
+    row("values of former cycles", R"(
+module top(input c, input a, output logic q);
+  assert property (@(posedge c) $rose(a) |=> $past(a, 2) && $stable(q));
+  always_ff @(posedge c) q <= $past(a) ^ $fell(a);
+endmodule)",
+        R"(
+top : top
+    c O
+    a O
+    q O
+)");
     row("what is no net", R"(
 package pk; int packaged; function automatic logic pf(input logic i); pf = i; endfunction endpackage
 module top(input c); parameter P = 1; localparam L = 2; typedef logic t_t;

@@ -18,6 +18,8 @@ namespace {
 /// What the elaborator appends to the name of an interface instance to name a reference to it.
 constexpr std::string_view InterfaceReference = "__Viftop";
 constexpr std::string_view ToolMadeName = "__V";
+/// Begins the names of registers for values of former cycles: $past(), $rose() and the like.
+constexpr std::string_view FormerValue = "_Vpast_";
 /// Begins the names of positional pins, and of ports whose place in the list is empty.
 constexpr std::string_view PinNumber = "__pinNumber";
 
@@ -87,6 +89,11 @@ Tag tagOf(std::string_view name)
 bool endsWith(std::string_view text, std::string_view ending)
 {
     return text.size() >= ending.size() && text.substr(text.size() - ending.size()) == ending;
+}
+
+bool startsWith(std::string_view text, std::string_view beginning)
+{
+    return text.substr(0, beginning.size()) == beginning;
 }
 
 bool contains(std::string_view text, std::string_view part)
@@ -181,7 +188,7 @@ QString Definition::prefixOf(int scope) const
 
 int Definition::portOfPin(std::string_view pinName) const
 {
-    if (pinName.substr(0, PinNumber.size()) == PinNumber) {
+    if (startsWith(pinName, PinNumber)) {
         int number = 0;
         pinName.remove_prefix(PinNumber.size());
         std::from_chars(pinName.data(), pinName.data() + pinName.size(), number);
@@ -343,10 +350,9 @@ void DefinitionReader::addVariable(const pugi::xml_node &node)
     variable.isInterfacePort = isInterface && !level().isLocal;
 
     const bool isParameter = node.attribute("param") || node.attribute("localparam");
-    const bool isEmptyPort =
-        variable.pinNumber > 0 && encoded.substr(0, PinNumber.size()) == PinNumber;
-    const bool isToolMade =
-        isEmptyPort || (contains(encoded, ToolMadeName) && !contains(encoded, HashedName));
+    const bool isEmptyPort = variable.pinNumber > 0 && startsWith(encoded, PinNumber);
+    const bool isToolMade = isEmptyPort || startsWith(encoded, FormerValue) ||
+                            (contains(encoded, ToolMadeName) && !contains(encoded, HashedName));
     const bool mayBeGenvar = m_types.at(variable.type).isIntegerKeyword &&
                              variable.direction == Direction::None && !level().isLocal;
     variable.isNet = !level().isLocal && !isInterface && !isParameter && !isToolMade &&
