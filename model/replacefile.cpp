@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "replacefile.h"
 
+#include <files/sizelimitguard.h>
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -105,6 +107,7 @@ bool writeInPlace(const QString &path, const QByteArray &content, QString *error
 
 bool replaceFile(const QString &path, const QByteArray &content, QString *error)
 {
+    const Files::SizeLimitGuard guard;
     const QString target = linkTarget(path);
     const QFileInfo existing(target);
     if (target.isEmpty() || (existing.exists() && !existing.isFile())) {

@@ -4,6 +4,7 @@
 
 #include "ui_newfiledialog.h"
 
+#include <files/sizelimitguard.h>
 #include <model/tarnconfig.h>
 #include <sdk/core.h>
 
@@ -116,6 +117,7 @@ bool NewFileDialog::createFile(const QString &target, QString *error) const
         *error = tr("File %1 already exists.").arg(target);
         return false;
     }
+    const Files::SizeLimitGuard guard;
     // NewOnly: not even a file that appears just now is overwritten.
     QFile file(target);
     const bool opened = file.open(QIODevice::WriteOnly | QIODevice::NewOnly);

@@ -6,6 +6,8 @@
 #include "teconstants.h"
 #include "wholefile.h"
 
+#include <files/sizelimitguard.h>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -434,6 +436,7 @@ bool readProject(const QString &path, Project *project, QString *error)
 
 bool writeProject(const Project &project, QString *error)
 {
+    const Files::SizeLimitGuard guard;
     QSaveFile file(project.filePath);
     if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
         writeAll(&file, toJson(project)) && file.commit())

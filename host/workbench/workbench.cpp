@@ -21,6 +21,7 @@
 #include <QScreen>
 #include <QTranslator>
 
+#include <csignal>
 #include <cstdio>
 #include <optional>
 
@@ -209,6 +210,8 @@ int refuseUsage(const QString &error)
 
 int run(int argc, char *argv[])
 {
+    // A write beyond the limit of file sizes is an error like any other, and not the end.
+    std::signal(SIGXFSZ, SIG_IGN);
     // Read first before there is a QApplication: that needs a display, which --help does not, and
     // takes --session for an option of its own.
     CommandLine options;

@@ -84,10 +84,10 @@ void giveToOrdinaryUser(const QString &path)
         qFatal("cannot give a file away");
 }
 
-/// Files of the process may grow to @p size; beyond that a write fails.
+/// Files of the process may grow to @p size; beyond that a write fails, and the system sends a
+/// signal that ends who does not expect it.
 void limitFileSize(rlim_t size)
 {
-    std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit = {size, size};
     ::setrlimit(RLIMIT_FSIZE, &limit);
 }
@@ -141,7 +141,8 @@ private Q_SLOTS:
     void sizeLimitKeepsFormerContent();
     void fullDiskKeepsFormerContent_data();
     void fullDiskKeepsFormerContent();
-    void deathDuringTheWriteKeepsFormerContent();
+    void sizeLimitLeavesSignalsAlone_data();
+    void sizeLimitLeavesSignalsAlone();
     void killLeavesOneWholeContent();
 
 private:
@@ -438,25 +439,40 @@ void tst_ReplaceFile::fullDiskKeepsFormerContent()
              QString());
 }
 
-void tst_ReplaceFile::deathDuringTheWriteKeepsFormerContent()
+void tst_ReplaceFile::sizeLimitLeavesSignalsAlone_data()
 {
-    writeFile(path(), "former");
-    const pid_t child = ::fork();
-    if (child == 0) {
-        // The signal of the limit ends the process in the middle of the write.
-        const rlimit none = {0, 0};
-        const rlimit limit = {65536, 65536};
-        ::setrlimit(RLIMIT_CORE, &none);
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        QString error;
-        TARN::replaceFile(path(), QByteArray(200000, 'b'), &error);
-        ::_exit(0);
-    }
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    QVERIFY(WIFSIGNALED(status));
-    QCOMPARE(WTERMSIG(status), SIGXFSZ);
-    QCOMPARE(readFile(path()), QByteArray("former"));
+    QTest::addColumn<bool>("blocked");
+    QTest::newRow("of a host that knows of none") << false;
+    QTest::newRow("of a host that waits for them by itself") << true;
+}
+
+void tst_ReplaceFile::sizeLimitLeavesSignalsAlone()
+{
+    QFETCH(bool, blocked);
+    QCOMPARE(inChild([this, blocked] {
+                 sigset_t set;
+                 sigemptyset(&set);
+                 sigaddset(&set, SIGXFSZ);
+                 if (blocked) {
+                     ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
+                     ::raise(SIGXFSZ);
+                 }
+                 limitFileSize(65536);
+                 QString problem = replaceAndCompare(path(), QByteArray(200000, 'b'), false);
+                 struct sigaction action = {};
+                 ::sigaction(SIGXFSZ, nullptr, &action);
+                 if (action.sa_handler != SIG_DFL)
+                     problem += QStringLiteral("another handler");
+                 sigset_t now;
+                 ::sigpending(&now);
+                 if (bool(sigismember(&now, SIGXFSZ)) != blocked)
+                     problem += QStringLiteral("a signal too many or too few waits");
+                 ::pthread_sigmask(SIG_BLOCK, nullptr, &now);
+                 if (bool(sigismember(&now, SIGXFSZ)) != blocked)
+                     problem += QStringLiteral("another mask");
+                 return problem;
+             }),
+             QString());
 }
 
 void tst_ReplaceFile::killLeavesOneWholeContent()

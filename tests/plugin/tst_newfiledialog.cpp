@@ -40,24 +40,18 @@ class NoSpace
 {
 public:
     NoSpace()
-        : m_handler(std::signal(SIGXFSZ, SIG_IGN))
     {
         getrlimit(RLIMIT_FSIZE, &m_limit);
         rlimit none = m_limit;
         none.rlim_cur = 0;
         setrlimit(RLIMIT_FSIZE, &none);
     }
-    ~NoSpace()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_limit);
-        std::signal(SIGXFSZ, m_handler);
-    }
+    ~NoSpace() { setrlimit(RLIMIT_FSIZE, &m_limit); }
     NoSpace(const NoSpace &) = delete;
     NoSpace &operator=(const NoSpace &) = delete;
 
 private:
     rlimit m_limit = {};
-    void (*m_handler)(int);
 };
 
 /// Lets root try as an ordinary user; does nothing for others.

@@ -32,6 +32,8 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include <sys/resource.h>
+
 using TARN::TarnOptionWidget;
 using TARN::TarnView;
 using TARN::private_impl::TarnViewPrivate;
@@ -726,6 +728,25 @@ private Q_SLOTS:
         QVERIFY(!view->save());
         QVERIFY(view->isModified());
         QCOMPARE(view->windowTitle(), QStringLiteral("a.tarn *"));
+        QCOMPARE(readFile(view->file()), content);
+    }
+
+    void limitOfFileSizesIsAFailureOfSaving()
+    {
+        const auto view = open(writeConfig("a.tarn", {0}));
+        view->onModified();
+        const QByteArray content = readFile(view->file());
+        rlimit former = {};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
+        rlimit small = former;
+        small.rlim_cur = 16;
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+        script().expectBox(
+            errorBox("Error", "Can not save to " + QDir::toNativeSeparators(view->file())));
+        const bool saved = view->save();
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &former), 0);
+        QVERIFY(!saved);
+        QVERIFY(view->isModified());
         QCOMPARE(readFile(view->file()), content);
     }
 

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void namesWhatIsWrongInAList();
     void worksWithLittleMemory_data();
     void worksWithLittleMemory();
+    void limitOfFileSizesIsAnError_data();
+    void limitOfFileSizesIsAnError();
     void namesATemporaryFolderThatIsNone_data();
     void namesATemporaryFolderThatIsNone();
     void reportsFailures_data();
@@ -172,6 +174,31 @@ void TestSession::worksWithLittleMemory()
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
     QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
+}
+
+void TestSession::limitOfFileSizesIsAnError_data()
+{
+    QTest::addColumn<QString>("limit"); // In units of 512 bytes.
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("smaller than a screenshot")
+        << "ulimit -f 16"
+        << "Cannot write the screenshot ~/shots/1-start.png\n";
+    QTest::newRow("smaller than the elaborated design")
+        << "ulimit -f 250"
+        << "Design files contain some errors.: ERROR: Elaborating the design needs a larger file "
+           "than this session allows and was ended. Raise the limit of file sizes (ulimit -f).\n";
+}
+
+/// The session ends by itself, and not by the signal.
+void TestSession::limitOfFileSizesIsAnError()
+{
+    QFETCH(QString, limit);
+    QFETCH(QString, reason);
+    const QString project = QStringLiteral(TARN_EXAMPLES_DIR "/sensorhub/sensorhub.json");
+    const Run result = runWorkbench({"--session", path("shots"), project},
+                                    {QStringLiteral("offscreen"), limit, {}});
+    QCOMPARE(result.errors, expanded(reason));
+    QCOMPARE(result.exitCode, 1);
 }
 
 void TestSession::namesATemporaryFolderThatIsNone_data()

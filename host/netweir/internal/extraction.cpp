@@ -56,7 +56,7 @@ QString cancelError()
 bool isLimit(ToolProcess::Result result)
 {
     return result == ToolProcess::TimedOut || result == ToolProcess::OutOfMemory ||
-           result == ToolProcess::NotStarted;
+           result == ToolProcess::FileTooLarge || result == ToolProcess::NotStarted;
 }
 
 /// Adds the time until its end to a sum.
@@ -294,6 +294,10 @@ QString Extraction::failureOf(const ToolProcess &process, const QString &phase) 
         return errorMessage(Text::tr("%1 needs more than %2 MB of memory and was ended.")
                                 .arg(phase)
                                 .arg(ToolProcess::memoryLimit() / (1024 * 1024)));
+    case ToolProcess::FileTooLarge:
+        return errorMessage(Text::tr("%1 needs a larger file than this session allows and was "
+                                     "ended. Raise the limit of file sizes (ulimit -f).")
+                                .arg(phase));
     case ToolProcess::NotStarted:
         return errorMessage(Text::tr("%1 failed: %2 cannot be started (%3).")
                                 .arg(phase, m_program, process.errorString()));

@@ -11,6 +11,9 @@
 #include <QRandomGenerator>
 
 #include <array>
+#include <limits>
+
+#include <sys/resource.h>
 
 namespace NETWEIR {
 namespace Internal {
@@ -29,6 +32,15 @@ bool isPlainName(const QString &name)
             return false;
     }
     return !name.isEmpty();
+}
+
+/// The size that the session lets files have: to reach that is no fault of the folder.
+qint64 largestFile()
+{
+    rlimit limit;
+    const bool isLimited =
+        getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur <= std::numeric_limits<int>::max();
+    return isLimited ? qint64(limit.rlim_cur) : std::numeric_limits<int>::max();
 }
 
 /// Writes a file that is new even where one was before. Why that failed, or null.
@@ -82,10 +94,10 @@ QString ToolFolder::problem() const
             .arg(Files::temporaryPath(), m_folder.errorString());
     std::array<quint32, 16 * 1024> room; // Of bytes that no file system can compress.
     QRandomGenerator::global()->fillRange(room.data(), int(room.size()));
+    const qint64 size = qMin<qint64>(room.size() * sizeof(quint32), largestFile());
     const QString probe = path(QStringLiteral("netweir_probe"));
-    const QString reason =
-        writeNew(probe, QByteArray::fromRawData(reinterpret_cast<const char *>(room.data()),
-                                                int(room.size() * sizeof(quint32))));
+    const QString reason = writeNew(
+        probe, QByteArray::fromRawData(reinterpret_cast<const char *>(room.data()), int(size)));
     QFile::remove(probe);
     if (reason.isEmpty())
         return {};
@@ -97,15 +109,18 @@ QString ToolFolder::problem() const
 QString ToolFolder::writeError() const
 {
     const QString reason = problem();
-    return errorMessage(!reason.isEmpty()
-                            ? reason
-                            : Text::tr("A file in the temporary folder in %1 cannot be written.")
-                                  .arg(Files::temporaryPath()));
+    if (!reason.isEmpty())
+        return errorMessage(reason);
+    return errorMessage(Text::tr("A file in the temporary folder in %1 cannot be written: %2.")
+                            .arg(Files::temporaryPath(), m_lastReason));
 }
 
 bool ToolFolder::link(const QString &target, const QString &name) const
 {
-    return QFile::link(target, path(name));
+    QFile file(target);
+    const bool ok = file.link(path(name));
+    m_lastReason = file.errorString();
+    return ok;
 }
 
 bool ToolFolder::linkIncludeFolder(const QString &folder)
@@ -117,7 +132,8 @@ bool ToolFolder::linkIncludeFolder(const QString &folder)
 
 bool ToolFolder::write(const QString &name, const QByteArray &text) const
 {
-    return writeNew(path(name), text).isEmpty();
+    m_lastReason = writeNew(path(name), text);
+    return m_lastReason.isEmpty();
 }
 
 } // namespace Internal

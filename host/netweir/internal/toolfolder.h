@@ -51,6 +51,7 @@ private:
     QTemporaryDir m_folder{Files::temporaryTemplate()};
     QVector<PathAlias> m_files;
     QVector<PathAlias> m_folders;
+    mutable QString m_lastReason; ///< Of a link or a file that could not be written.
 };
 
 } // namespace Internal

@@ -118,7 +118,7 @@ ToolProcess::Result ToolProcess::result() const
     if ((crashed || exitCode() != 0) && errorOutput().contains("bad_alloc"))
         return OutOfMemory;
     if (crashed)
-        return Crashed;
+        return exitCode() == SIGXFSZ ? FileTooLarge : Crashed; // Then the number of the signal.
     return exitCode() == 0 ? Succeeded : Failed;
 }
 
@@ -164,6 +164,11 @@ void ToolProcess::setupChildProcess()
     setLimit(RLIMIT_AS, rlim_t(memoryLimit()));
     setLimit(RLIMIT_STACK, StackLimit);
     setLimit(RLIMIT_CORE, 0);
+    // Where the session sets tighter limits, the tool takes what it may. It ends at the last one
+    // rather than going on with half a file.
+    setLimit(RLIMIT_DATA, RLIM_INFINITY);
+    setLimit(RLIMIT_FSIZE, RLIM_INFINITY);
+    std::signal(SIGXFSZ, SIG_DFL);
 }
 
 } // namespace Internal

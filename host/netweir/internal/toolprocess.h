@@ -25,7 +25,7 @@ class NETWEIR_EXPORT ToolProcess final : public QProcess
     Q_OBJECT
 
 public:
-    enum Result { Succeeded, Failed, Crashed, OutOfMemory, TimedOut, NotStarted };
+    enum Result { Succeeded, Failed, Crashed, OutOfMemory, FileTooLarge, TimedOut, NotStarted };
 
     /// The output that is read, in bytes.
     static constexpr qint64 MostOutput = 1024 * 1024 * 1024;
