@@ -184,7 +184,7 @@ void TestSession::limitOfFileSizesIsAnError_data()
         << "ulimit -f 16"
         << "Cannot write the screenshot ~/shots/1-start.png\n";
     QTest::newRow("smaller than the elaborated design")
-        << "ulimit -f 250"
+        << "ulimit -f 380"
         << "Design files contain some errors.: ERROR: Elaborating the design needs a larger file "
            "than this session allows and was ended. Raise the limit of file sizes (ulimit -f).\n";
 }
