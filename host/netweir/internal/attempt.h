@@ -40,8 +40,10 @@ struct Attempt
     std::unique_ptr<ElaboratorInput> input; ///< Null when nothing can be elaborated.
     QStringList notes;                      ///< What holds for every run.
     QStringList outcome;                    ///< What the last run has to say.
-    bool isFinal = false; ///< Cancelled, ended by a limit or not begun: nothing else is tried.
-    int runs = 0;
+    bool isFinal = false;      ///< Cancelled, ended by a limit or not begun: nothing else is tried.
+    QVector<ToolMessage> said; ///< The tool's own words of the last run.
+    int runs = 0;              ///< Since something was left out.
+    int omissions = 0;         ///< Runs that left something out.
 };
 
 } // namespace Internal

@@ -37,6 +37,15 @@ QString pieceName(const SourceFile &file, const TextPiece &piece)
     return QLatin1String(TextPrefix) + name + QLatin1String(file.systemVerilog ? ".sv" : ".v");
 }
 
+/// By text: whether it is SystemVerilog.
+QVector<bool> languagesOf(const DesignSources &sources)
+{
+    QVector<bool> result;
+    for (int i = 0; i < sources.files.size(); ++i)
+        result.append(isSystemVerilog(sources, i));
+    return result;
+}
+
 /// The elaborator reads the texts under the names that pieceName() gives them.
 TextLine textLineOf(const ToolMessage &message)
 {
@@ -85,6 +94,7 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
 ElaboratorInput::ElaboratorInput(const DesignSources &sources, const SourceReading &reading)
     : m_sources(sources)
     , m_reading(reading)
+    , m_omissions(reading.text().texts(), languagesOf(sources), reading.chosenTop().toUtf8())
     , m_stubs(reading.unknownInstantiations(), reading.scanned())
     , m_primitives(reading.scanned())
     , m_wrapsTop(reading.topInstantiatesItself())
@@ -95,8 +105,7 @@ bool ElaboratorInput::write(const ToolFolder &folder) const
 {
     bool ok = true;
     for (const TextPiece &piece : m_reading.order().pieces()) {
-        const QByteArray text =
-            m_stubs.withoutArrays(piece.text, m_reading.text().texts()[piece.text]);
+        const QByteArray text = m_stubs.withoutArrays(piece.text, m_omissions.texts()[piece.text]);
         QByteArray content = m_reading.order().contentOf(piece, text);
         if (piece.package < 0) // In the others there are no instances.
             content = m_primitives.named(piece.text, content);
@@ -164,6 +173,17 @@ bool ElaboratorInput::addTypeParameter(const ToolMessage &message)
     return m_stubs.addType(textLineOf(message), name);
 }
 
+QStringList ElaboratorInput::leaveOut(const QVector<ToolMessage> &messages)
+{
+    const int modules = m_omissions.modules().size();
+    const QStringList found =
+        m_omissions.leaveOut(messages, textLineOf,
+                             [this](const TextLine &line) { return m_reading.text().place(line); });
+    if (m_omissions.modules().size() > modules)
+        m_stubs = Stubs(m_reading.unknownWithout(m_omissions.modules()), m_reading.scanned());
+    return found;
+}
+
 QStringList ElaboratorInput::userMessages(const QVector<ToolMessage> &messages) const
 {
     QStringList result;
@@ -216,6 +236,7 @@ void ElaboratorInput::describe(ReadOptions *options) const
     options->unknownModules = m_stubs.unknownModules();
     options->primitiveModules = m_stubs.primitiveModules();
     options->tiedNets = m_reading.tiedNets();
+    options->omittedWrites = m_omissions.writes();
 }
 
 } // namespace Internal

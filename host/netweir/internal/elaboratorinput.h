@@ -4,6 +4,7 @@
 
 #include "../netweir_global.h"
 
+#include "omissions.h"
 #include "primitiveinstances.h"
 #include "stubs.h"
 #include "toolmessages.h"
@@ -44,6 +45,10 @@ public:
     /// Learns from the messages of a run that failed. True when another run may go further.
     bool learn(const QVector<ToolMessage> &messages);
 
+    /// Leaves out of the texts what the messages of a run that failed say it cannot read. Returns a
+    /// message for each item; none when nothing new was left out.
+    QStringList leaveOut(const QVector<ToolMessage> &messages);
+
     /// The messages of a run as users read them.
     QStringList userMessages(const QVector<ToolMessage> &messages) const;
 
@@ -59,6 +64,7 @@ private:
 
     const DesignSources &m_sources;
     const SourceReading &m_reading;
+    Omissions m_omissions;
     Stubs m_stubs;
     PrimitiveInstances m_primitives;
     bool m_wrapsTop;

@@ -28,6 +28,9 @@ constexpr int ErrorWait = 2000;
 /// The first run and one for pins that the scan did not see, or for test benches that wait.
 constexpr int MostRuns = 2;
 
+/// Runs that leave out what could not be read in the one before.
+constexpr int MostOmissions = 20;
+
 /// A crash of the elaborator may leave half a file.
 bool isCompleteXml(const QString &path)
 {
@@ -246,7 +249,8 @@ void Extraction::finishElaboration(ExtractionProgress *progress)
         m_state = Broken;
         return;
     }
-    const QVector<ToolMessage> said = parseToolOutput(m_process->errorOutput());
+    m_attempt->said = parseToolOutput(m_process->errorOutput());
+    const QVector<ToolMessage> &said = m_attempt->said;
     if (result != ToolProcess::Succeeded && m_attempt->runs < MostRuns &&
         m_attempt->input->learn(said)) {
         runElaborator();
@@ -280,6 +284,21 @@ void Extraction::tryOtherwise(ExtractionProgress *progress)
         m_attempt = std::move(m_failed);
     m_failed.reset();
     m_stage = Chosen;
+    leaveOut();
+}
+
+/// Runs once more without what cannot be read, if that is anything new.
+void Extraction::leaveOut()
+{
+    if (!m_attempt->input || !m_attempt->hasOneTop() || m_attempt->omissions == MostOmissions)
+        return;
+    const QStringList found = m_attempt->input->leaveOut(m_attempt->said);
+    if (found.isEmpty())
+        return;
+    m_attempt->notes += found;
+    ++m_attempt->omissions;
+    m_attempt->runs = 0;
+    runElaborator();
 }
 
 QString Extraction::failureOf(const ToolProcess &process, const QString &phase) const

@@ -26,8 +26,9 @@ struct Attempt;
 /// and the names that the tool sees are free of blanks.
 ///
 /// The sources are read as synthesis reads them. When that fails and they ask for the tool by its
-/// macro, they are read once more with the macro defined. Owns the running tool and the private
-/// folder it works in; both are gone as soon as they are not needed any more.
+/// macro, they are read once more with the macro defined. Constructs that the elaborator cannot
+/// read are then left out one by one, as long as that gets further. Owns the running tool and the
+/// private folder it works in; both are gone as soon as they are not needed any more.
 class Extraction
 {
 public:
@@ -59,6 +60,7 @@ private:
     void elaborate(ExtractionProgress *progress, int limit);
     void finishElaboration(ExtractionProgress *progress);
     void tryOtherwise(ExtractionProgress *progress);
+    void leaveOut();
     QString failureOf(const ToolProcess &process, const QString &phase) const;
     std::unique_ptr<RtlNetlist> readNetlist(ExtractionProgress *progress, QStringList *messages);
     bool hasOneTop() const;

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QSet>
 #include <QString>
+#include <QVector>
 
 #include <atomic>
 #include <memory>
@@ -17,6 +18,15 @@ namespace NETWEIR {
 class RtlNetlist;
 
 namespace Internal {
+
+/// A target of an assignment that the elaborator was not given.
+struct OmittedWrite
+{
+    QString name;  ///< The last component.
+    QString path;  ///< Those in front of it, joined with '.'.
+    int left = -1; ///< Index or range behind a net's name, if that is known.
+    int right = -1;
+};
 
 /// What the reader has to know of a design beyond the elaborated XML itself.
 struct ReadOptions
@@ -32,6 +42,9 @@ struct ReadOptions
     /// Names of nets by the source name of their module. They count as driven: switches of both
     /// directions or aliases, which the XML does not hold, connect them to something.
     QHash<QString, QSet<QString>> tiedNets;
+    /// By the source name of the module they stand in. What they name counts as driven: the net, or
+    /// the bits of it, or one of an interface or an instance.
+    QHash<QString, QVector<OmittedWrite>> omittedWrites;
     /// Reading ends soon after it became true. Null when nobody can cancel.
     const std::atomic<bool> *cancelled = nullptr;
     int timeoutSeconds = 120;

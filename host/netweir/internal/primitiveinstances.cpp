@@ -40,6 +40,8 @@ QByteArray PrimitiveInstances::named(int index, const QByteArray &text) const
     QByteArray result;
     int done = 0;
     for (const int begin : edits.unnamed) {
+        if (blanked.at(begin) == ' ') // Left out with what it stood in.
+            continue;
         result.append(blanked.constData() + done, begin - done);
         result += " netweir_primitive_" + QByteArray::number(begin) + ' ';
         done = begin;

@@ -138,6 +138,16 @@ QSet<QByteArray> SourceReading::knownNames() const
     return result;
 }
 
+QVector<Instantiation> SourceReading::unknownWithout(const QSet<QByteArray> &modules) const
+{
+    ModuleScan scan = m_scan;
+    const auto gone =
+        std::remove_if(scan.units.begin(), scan.units.end(),
+                       [&](const DesignUnit &unit) { return modules.contains(unit.name); });
+    scan.units.erase(gone, scan.units.end());
+    return DesignModules(scan, *m_text).unknownInstantiations();
+}
+
 void SourceReading::scanTexts()
 {
     for (int i = 0; i < m_sources.files.size(); ++i) {

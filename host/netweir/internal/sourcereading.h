@@ -62,6 +62,8 @@ public:
     const QHash<QString, QSet<QString>> &tiedNets() const { return m_tiedNets; }
     /// Instantiations of modules that neither sources nor libraries define.
     const QVector<Instantiation> &unknownInstantiations() const { return m_unknown; }
+    /// The same when nobody defines @p modules either.
+    QVector<Instantiation> unknownWithout(const QSet<QByteArray> &modules) const;
     /// Modules and packages that a library folder may have a file for.
     const QByteArrayList &missingNames() const { return m_missing; }
 

@@ -97,6 +97,9 @@ public:
 
     Token next();
 
+    /// Behind the last token.
+    const char *position() const { return m_at; }
+
 private:
     bool skipBlanks();
     bool skipComment();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "netlistreader.h"
 #include "xmltypes.h"
 
 #include <QString>
@@ -170,6 +171,7 @@ struct Definition
     qint64 childCount = 0;
     std::vector<Connection> connections;
     std::vector<InterfacePin> interfacePins;
+    QVector<OmittedWrite> omittedWrites;
     std::vector<Reference> writesElsewhere;
     std::vector<Reference> connectedElsewhere;
 

@@ -125,6 +125,7 @@ void ElaboratedDesign::addDefinition(const pugi::xml_node &node, const ReadOptio
     const QSet<QString> tied = options.tiedNets.value(definition->sourceName);
     for (Variable &variable : definition->variables)
         variable.isTied = tied.contains(variable.name);
+    definition->omittedWrites = options.omittedWrites.value(definition->sourceName);
     for (const pugi::xml_node &routine : definition->routines)
         m_routines.emplace(attribute(routine, "name"), routine);
     if (node.attribute("topModule").as_int() == 1 && !m_top)

@@ -77,6 +77,7 @@ void MarkReader::read()
             markVariable(variable, MarkOut);
     }
     markSupplies();
+    markOmitted();
     for (const Occurrence &target : m_definition->writes)
         markWrites(target, MarkDriver);
     for (const Occurrence &call : m_definition->calls) {
@@ -130,6 +131,58 @@ void MarkReader::markSupplies()
             if (variable && attribute(variable->node, "loc") == attribute(reference.node, "loc"))
                 markVariable(*variable, MarkBoth);
         });
+    }
+}
+
+void MarkReader::markOmitted()
+{
+    if (m_definition->omittedWrites.isEmpty())
+        return;
+    for (std::size_t i = 0; i < m_definition->variables.size(); ++i) {
+        if (m_definition->variables[i].isNet)
+            m_nets.insert(m_definition->variables[i].name, int(i));
+    }
+    for (std::size_t i = 0; i < m_definition->leafs.size(); ++i)
+        m_buses.insert(m_definition->leafs[i].bit, int(i));
+    for (const OmittedWrite &write : qAsConst(m_definition->omittedWrites))
+        markOmitted(write);
+}
+
+void MarkReader::markOmitted(const OmittedWrite &write)
+{
+    const QString first = write.path.section(QLatin1Char('.'), 0, 0);
+    if (write.path.isEmpty()) {
+        markOwn(write);
+    } else if (m_nets.contains(first)) { // A member of a structure.
+        markOwn({first, QString(), -1, -1});
+    } else if (m_definition->find(0, first.toStdString()).kind == Symbol::Kind::None) {
+        markOwn({write.name, QString(), -1, -1}); // By way of a clocking block.
+    } else {
+        pugi::xml_node target = m_definition->node.append_child("varxref");
+        target.append_attribute("name") = write.name.toUtf8().constData();
+        target.append_attribute("dotted") = write.path.toUtf8().constData();
+        m_definition->writesElsewhere.push_back({target, {}, 0});
+    }
+}
+
+/// Marks the nets of that name, whatever scope they are in.
+void MarkReader::markOwn(const OmittedWrite &write)
+{
+    const QList<int> nets = m_nets.values(write.name);
+    for (const int net : nets) {
+        const Variable &variable = m_definition->variables[std::size_t(net)];
+        const int bus = write.left < 0 ? -1 : m_buses.value(variable.bit, -1);
+        const Leaf leaf = bus < 0 ? Leaf() : m_definition->leafs[std::size_t(bus)];
+        const auto [lowest, highest] = std::minmax(leaf.left, leaf.right);
+        const auto [first, last] = std::minmax(write.left, write.right);
+        if (!leaf.isBus || leaf.width() != m_layout.widthOf(variable) || first < lowest ||
+            last > highest) {
+            markVariable(variable, MarkDriver);
+            continue;
+        }
+        const qint64 low = leaf.left >= leaf.right ? first - leaf.right : leaf.right - last;
+        markBits({leaf.bit + low, leaf.bit + low, 1, last - first + 1, leaf.bit + leaf.width()},
+                 MarkDriver, &m_definition->marks);
     }
 }
 

@@ -5,6 +5,9 @@
 #include "xmldesign.h"
 #include "xmllayout.h"
 
+#include <QHash>
+#include <QMultiHash>
+
 namespace NETWEIR::Internal {
 
 /// Finds what drives the nets of a definition from within, once for all its instances: assignments,
@@ -23,6 +26,9 @@ private:
     void markWrite(const Reference &reference, int marks);
     void markVariable(const Variable &variable, int marks);
     void markSupplies();
+    void markOmitted();
+    void markOmitted(const OmittedWrite &write);
+    void markOwn(const OmittedWrite &write);
     void readPins(int item);
     void readPin(int item, const pugi::xml_node &pin);
     void connect(int item, int port, const pugi::xml_node &expression);
@@ -37,6 +43,8 @@ private:
     const Layout &m_layout;
     Definition *m_definition;
     IndexEvaluator m_indexes;
+    QMultiHash<QString, int> m_nets; ///< Variables by name; filled for omitted writes only.
+    QHash<qint64, int> m_buses;      ///< Leafs by their place; likewise.
 };
 
 } // namespace NETWEIR::Internal

@@ -1,0 +1,163 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "omissions.h"
+
+#include <algorithm>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+bool isSyntaxError(const ToolMessage &message)
+{
+    return message.error && message.text.startsWith("syntax error");
+}
+
+QString nameOf(const TextItem &item)
+{
+    switch (item.kind) {
+    case TextItem::Assertion:
+        return Text::tr("assertion");
+    case TextItem::Property:
+        return Text::tr("property");
+    case TextItem::Sequence:
+        return Text::tr("sequence");
+    case TextItem::Covergroup:
+        return Text::tr("covergroup");
+    case TextItem::Clocking:
+        return Text::tr("clocking");
+    case TextItem::Let:
+        return Text::tr("let");
+    case TextItem::Checker:
+        return Text::tr("checker");
+    case TextItem::Statement:
+        return Text::tr("statement");
+    case TextItem::Process:
+        return Text::tr("procedural block");
+    case TextItem::Module:
+    case TextItem::OtherUnit:
+        break;
+    }
+    return Text::tr("module");
+}
+
+} // namespace
+
+Omissions::Omissions(const QVector<QByteArray> &texts, const QVector<bool> &isSystemVerilog,
+                     const QByteArray &top)
+    : m_texts(texts)
+    , m_isSystemVerilog(isSystemVerilog)
+    , m_top(top)
+{
+}
+
+Omissions::~Omissions() = default;
+
+QStringList Omissions::leaveOut(const QVector<ToolMessage> &messages, const LineMap &lineOf,
+                                const PlaceOfLine &placeOf)
+{
+    m_found.clear();
+    m_placeOf = placeOf;
+    const bool anySyntax = std::any_of(messages.begin(), messages.end(), isSyntaxError);
+    for (const ToolMessage &message : messages) {
+        const Cause cause = causeOf(message, anySyntax);
+        const TextLine line = cause == Cause::Fault ? TextLine() : lineOf(message);
+        if (line.text < 0)
+            continue;
+        const QVector<TextItem> around = itemsOf(line.text).around(line.line, message.column);
+        const auto item =
+            std::find_if(around.begin(), around.end(), [&](const TextItem &candidate) {
+                return mayGo(line.text, candidate, cause);
+            });
+        if (item != around.end())
+            remove(line.text, *item, message.text);
+    }
+    return m_found;
+}
+
+/// Constructs that its grammar lacks the elaborator takes for syntax errors, and follows them with
+/// others that mean nothing.
+Omissions::Cause Omissions::causeOf(const ToolMessage &message, bool anySyntax) const
+{
+    if (!message.error)
+        return Cause::Fault;
+    if (anySyntax)
+        return isSyntaxError(message) ? Cause::Syntax : Cause::Fault;
+    const bool isUnreadable = message.code == "UNSUPPORTED" ||
+                              message.text.startsWith("Internal Error: ") ||
+                              message.text.toLower().contains("unsupported");
+    if (isUnreadable)
+        return Cause::Unreadable;
+    // What uses a declaration that is gone.
+    const int begin = message.text.indexOf('\'') + 1;
+    const int end = message.text.indexOf('\'', begin);
+    return begin > 0 && end > begin && m_names.contains(message.text.mid(begin, end - begin))
+               ? Cause::Unreadable
+               : Cause::Fault;
+}
+
+bool Omissions::mayGo(int text, const TextItem &item, Cause cause)
+{
+    if (item.kind == TextItem::OtherUnit || m_gone.contains({text, item.range.begin}))
+        return false;
+    if (item.kind == TextItem::Module)
+        return cause == Cause::Unreadable && item.name != m_top;
+    // Within hardware a syntax error is one, unless a word explains it.
+    return cause == Cause::Unreadable || item.isVerification() ||
+           itemsOf(text).isBeyondGrammar(item);
+}
+
+void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)
+{
+    if (m_gone.contains({text, item.range.begin}))
+        return;
+    m_gone.insert({text, item.range.begin});
+    if (item.kind == TextItem::Process)
+        noteWrites(text, item);
+    if (item.kind == TextItem::Module)
+        m_modules.insert(item.name);
+    else if (!item.name.isEmpty())
+        m_names.insert(item.name);
+
+    QByteArray &content = m_texts[text];
+    std::replace_if(
+        content.begin() + item.range.begin, content.begin() + item.range.end,
+        [](char c) { return c != '\n'; }, ' ');
+    if (item.kind != TextItem::Module) // It may be all that a condition has.
+        content[item.range.end - 1] = ';';
+
+    const Place place = m_placeOf({text, item.line});
+    m_found.append(warningMessage(
+        {}, Text::tr("left out: %1:%2: %3: %4")
+                .arg(place.file, QString::number(place.line),
+                     item.name.isEmpty()
+                         ? nameOf(item)
+                         : nameOf(item) + QLatin1Char(' ') + QString::fromUtf8(item.name),
+                     QString::fromUtf8(reason))));
+    const QVector<TextItem> users = itemsOf(text).usersOf(item);
+    const QByteArray because =
+        Text::tr("it uses %1, which is left out").arg(QString::fromUtf8(item.name)).toUtf8();
+    for (const TextItem &user : users)
+        remove(text, user, because);
+}
+
+void Omissions::noteWrites(int text, const TextItem &item)
+{
+    const QVector<WrittenName> written = itemsOf(text).writtenBy(item);
+    QVector<OmittedWrite> &writes = m_writes[QString::fromUtf8(item.unit)];
+    for (const WrittenName &target : written)
+        writes.append({QString::fromUtf8(target.name), QString::fromUtf8(target.path), target.left,
+                       target.right});
+}
+
+TextItems &Omissions::itemsOf(int text)
+{
+    std::unique_ptr<TextItems> &items = m_items[text];
+    if (!items)
+        items = std::make_unique<TextItems>(m_texts[text], m_isSystemVerilog.value(text));
+    return *items;
+}
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,419 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "textitems.h"
+
+#include "tokenreader.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace NETWEIR {
+namespace Internal {
+
+namespace {
+
+/// Assertions within assertions are rare: only so many beginnings in front of a place are tried.
+constexpr int MostNested = 64;
+
+/// The kind of what stands between @p keyword and an end of its own.
+struct Region
+{
+    Keyword keyword;
+    Keyword end;
+    TextItem::Kind kind;
+};
+
+const Region *regionOf(const Token &token)
+{
+    static const Region regions[] = {
+        {Keyword::Property, Keyword::Endproperty, TextItem::Property},
+        {Keyword::Sequence, Keyword::Endsequence, TextItem::Sequence},
+        {Keyword::Covergroup, Keyword::Endgroup, TextItem::Covergroup},
+        {Keyword::Clocking, Keyword::Endclocking, TextItem::Clocking},
+        {Keyword::Checker, Keyword::Endchecker, TextItem::Checker},
+    };
+    for (const Region &region : regions) {
+        if (token.is(region.keyword))
+            return &region;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+/// Finds where items begin, in one pass.
+class TextItems::Scanner
+{
+public:
+    explicit Scanner(TextItems *items)
+        : m_items(items)
+        , m_reader(VerilogTokens(items->m_text, items->m_systemVerilog))
+    {
+    }
+
+    void run();
+
+private:
+    void scanToken();
+    bool scanKeyword();
+    void scanAttribute();
+    void scanBlocks();
+    void scanAssertion();
+    void scanDefault();
+    void scanRegion(const Region &region);
+    void scanUnit();
+    Start *add(TextItem::Kind kind);
+    void closeRegion();
+    void closeUnit();
+    void keepFront() { m_front = m_front ? m_front : m_reader.token().place; }
+    int offsetOf(const char *place) const { return int(place - m_items->m_text.constData()); }
+    const Token &token() const { return m_reader.token(); }
+
+    TextItems *m_items;
+    TokenReader m_reader;
+    Token m_previous;
+    const char *m_front = nullptr; ///< Label, attribute or "default" in front of the next item.
+    QVector<int> m_units;          ///< Open ones, as indexes of starts.
+    QVector<QPair<int, Keyword>> m_regions; ///< Open ones, with the keywords that end them.
+    QVector<Keyword> m_blocks;              ///< Open begin, case and fork.
+    int m_depth = 0;                        ///< Of groups in brackets.
+};
+
+void TextItems::Scanner::run()
+{
+    while (!m_reader.atEnd())
+        scanToken();
+}
+
+void TextItems::Scanner::scanToken()
+{
+    if (endsUnit(token())) {
+        closeUnit();
+        return;
+    }
+    if (m_depth == 0 && token().is('(') && !m_previous.is('@') && m_reader.following().is('*')) {
+        scanAttribute();
+        return;
+    }
+    m_depth += opensGroup(token()) ? 1 : closesGroup(token()) ? -1 : 0;
+    m_depth = qMax(0, m_depth);
+    const bool isLabel = token().kind == Token::Identifier && m_reader.following().is(':') &&
+                         (m_blocks.isEmpty() || m_blocks.last() != Keyword::Case);
+    if (m_depth == 0 && isLabel) {
+        keepFront();
+        m_reader.advance();
+        m_reader.advance();
+        return;
+    }
+    if (m_depth > 0 || !scanKeyword()) {
+        m_previous = token();
+        m_reader.advance();
+    }
+    m_front = nullptr;
+}
+
+/// (* ... *)
+void TextItems::Scanner::scanAttribute()
+{
+    keepFront();
+    m_reader.advance();
+    m_reader.advance();
+    bool afterStar = false;
+    while (!m_reader.atEnd() && !endsUnit(token())) {
+        const bool ends = afterStar && token().is(')');
+        afterStar = token().is('*');
+        m_reader.advance();
+        if (ends)
+            return;
+    }
+}
+
+/// True when the position has moved on.
+bool TextItems::Scanner::scanKeyword()
+{
+    const Token word = token();
+    if (isWord(word, "let") && m_reader.following().kind == Token::Identifier) {
+        add(TextItem::Let)->item.name = toBytes(m_reader.following().text);
+        return false;
+    }
+    if (word.is(Keyword::Assert) || isWord(word, "expect")) {
+        scanAssertion();
+        return true;
+    }
+    if (word.kind != Token::Reserved)
+        return false;
+    if (!m_regions.isEmpty() && word.is(m_regions.last().second)) {
+        closeRegion();
+        return true;
+    }
+    if (const Region *region = regionOf(word)) {
+        scanRegion(*region);
+        return true;
+    }
+    if (word.is(Keyword::Default)) {
+        scanDefault();
+        return true;
+    }
+    if (word.is(Keyword::Always))
+        add(TextItem::Process);
+    else if (word.is(Keyword::Module) || word.is(Keyword::Interface) || word.is(Keyword::Program))
+        scanUnit();
+    else
+        scanBlocks();
+    return false;
+}
+
+void TextItems::Scanner::scanBlocks()
+{
+    const Token &word = token();
+    const bool isFork = word.is(Keyword::Fork) && !m_previous.is(Keyword::Disable);
+    if (word.is(Keyword::Begin) || word.is(Keyword::Case) || isFork)
+        m_blocks.append(word.keyword);
+    else if ((word.is(Keyword::End) || word.is(Keyword::Endcase) || word.is(Keyword::Join)) &&
+             !m_blocks.isEmpty())
+        m_blocks.removeLast();
+}
+
+/// assert [#0 | final | property | sequence] ( ...
+void TextItems::Scanner::scanAssertion()
+{
+    add(TextItem::Assertion);
+    m_previous = token();
+    m_reader.advance();
+    if (token().is(Keyword::Property) || token().is(Keyword::Sequence) ||
+        token().is(Keyword::Always))
+        m_reader.advance();
+}
+
+/// In front of "clocking" it belongs to that item, in front of "disable" it begins one.
+void TextItems::Scanner::scanDefault()
+{
+    const Token next = m_reader.following();
+    if (next.is(Keyword::Disable))
+        add(TextItem::Clocking);
+    if (next.is(Keyword::Clocking))
+        keepFront();
+    const char *const front = m_front;
+    m_previous = token();
+    m_reader.advance();
+    if (next.is(Keyword::Clocking)) {
+        m_front = front;
+        scanRegion(*regionOf(next));
+    }
+}
+
+void TextItems::Scanner::scanRegion(const Region &region)
+{
+    // "default clocking NAME;" names a block, everything else that begins so is one.
+    bool isBlock = region.kind != TextItem::Clocking;
+    for (TokenReader ahead = m_reader;
+         !isBlock && !ahead.atEnd() && !ahead.token().is(';') && !endsUnit(ahead.token());
+         ahead.advance())
+        isBlock = ahead.token().is('@');
+    Start *start = add(region.kind);
+    m_reader.advance();
+    if (isBlock && token().kind == Token::Identifier)
+        start->item.name = toBytes(token().text);
+    if (isBlock)
+        m_regions.append({m_items->m_starts.size() - 1, region.end});
+}
+
+void TextItems::Scanner::scanUnit()
+{
+    TokenReader ahead = m_reader;
+    ahead.advance();
+    while (ahead.token().is(Keyword::Other)) // automatic, static
+        ahead.advance();
+    // "interface class", "virtual interface", "extern module" have no end of their own.
+    if (ahead.token().kind != Token::Identifier || m_previous.is(Keyword::Virtual) ||
+        m_previous.is(Keyword::Extern))
+        return;
+    const bool isModule = token().is(Keyword::Module);
+    Start *start = add(isModule ? TextItem::Module : TextItem::OtherUnit);
+    start->item.name = toBytes(ahead.token().text);
+    start->item.unit = start->item.name;
+    m_units.append(m_items->m_starts.size() - 1);
+}
+
+TextItems::Start *TextItems::Scanner::add(TextItem::Kind kind)
+{
+    Start start{TextItem(), m_units.isEmpty() ? -1 : m_units.last(), m_reader.tokens(), token()};
+    start.item.kind = kind;
+    start.item.range.begin = offsetOf(m_front ? m_front : token().place);
+    start.item.line = token().line;
+    if (start.unit >= 0)
+        start.item.unit = m_items->m_starts[start.unit].item.unit;
+    m_items->m_starts.append(start);
+    return &m_items->m_starts.last();
+}
+
+void TextItems::Scanner::closeRegion()
+{
+    m_reader.advance();
+    m_reader.skipLabel();
+    m_items->m_starts[m_regions.takeLast().first].item.range.end = offsetOf(m_reader.end());
+}
+
+void TextItems::Scanner::closeUnit()
+{
+    m_reader.advance();
+    m_reader.skipLabel();
+    if (!m_units.isEmpty())
+        m_items->m_starts[m_units.takeLast()].item.range.end = offsetOf(m_reader.end());
+    m_regions.clear();
+    m_blocks.clear();
+    m_depth = 0;
+    m_front = nullptr;
+}
+
+TextItems::TextItems(const QByteArray &text, bool systemVerilog)
+    : m_text(text)
+    , m_systemVerilog(systemVerilog)
+{
+    Scanner(this).run();
+}
+
+/// An item without an end gets an empty range.
+TextItem TextItems::completed(const Start &start) const
+{
+    TextItem item = start.item;
+    if (item.range.end > 0)
+        return item;
+    TokenReader reader(start.after, start.word);
+    bool ends = false;
+    if (item.kind == TextItem::Assertion || item.kind == TextItem::Process)
+        ends = reader.skipStatement();
+    else if (item.kind == TextItem::Let || (item.kind == TextItem::Clocking && item.name.isEmpty()))
+        ends = reader.skipToSemicolon();
+    item.range.end = ends ? int(reader.end() - m_text.constData()) : item.range.begin;
+    return item;
+}
+
+QVector<TextItem> TextItems::around(int line, int column) const
+{
+    return around(offsetOf(line, column));
+}
+
+QVector<TextItem> TextItems::around(int offset) const
+{
+    const auto after = std::upper_bound(
+        m_starts.begin(), m_starts.end(), offset,
+        [](int place, const Start &start) { return place < start.item.range.begin; });
+    QVector<TextItem> result;
+    const auto take = [&](const Start &start) {
+        const TextItem item = completed(start);
+        if (offset < item.range.end)
+            result.append(item);
+        return offset < item.range.end;
+    };
+    int tried = 0;
+    bool hasProcess = false;
+    for (auto start = after; start != m_starts.begin();) {
+        --start;
+        const TextItem::Kind kind = start->item.kind;
+        if (kind == TextItem::Module || kind == TextItem::OtherUnit) {
+            if (take(*start))
+                break;
+        } else if (kind == TextItem::Process) {
+            hasProcess = hasProcess || take(*start);
+        } else if (tried < MostNested) {
+            ++tried;
+            take(*start);
+        }
+    }
+    std::stable_partition(result.begin(), result.end(),
+                          [](const TextItem &item) { return item.isVerification(); });
+    return result;
+}
+
+int TextItems::offsetOf(int line, int column) const
+{
+    int begin = 0;
+    for (int i = 1; i < line && begin >= 0; ++i)
+        begin = m_text.indexOf('\n', begin) + 1;
+    const int end = m_text.indexOf('\n', begin);
+    return qMin(begin + qMax(0, column - 1), end < 0 ? m_text.size() : end);
+}
+
+VerilogTokens TextItems::tokensOf(const TextItem &item) const
+{
+    return VerilogTokens(QByteArray::fromRawData(m_text.constData() + item.range.begin,
+                                                 item.range.end - item.range.begin),
+                         m_systemVerilog);
+}
+
+QVector<TextItem> TextItems::usersOf(const TextItem &declared) const
+{
+    QVector<TextItem> result;
+    if (declared.name.isEmpty())
+        return result;
+    const bool usedByStatements =
+        declared.kind == TextItem::Covergroup || declared.kind == TextItem::Checker;
+    const bool usedByProcesses =
+        declared.kind == TextItem::Let || declared.kind == TextItem::Clocking;
+    QSet<QByteArray> names{declared.name};
+    Token previous;
+    for (TokenReader reader(VerilogTokens(m_text, m_systemVerilog)); !reader.atEnd();
+         previous = reader.token(), reader.advance()) {
+        const Token token = reader.token();
+        if (token.kind != Token::Identifier || !names.contains(toBytes(token.text)))
+            continue;
+        const int offset = int(token.place - m_text.constData());
+        if (offset >= declared.range.begin && offset < declared.range.end)
+            continue;
+        const bool begins = previous.is(';') || previous.is(Keyword::Begin) ||
+                            previous.is(Keyword::Else) || previous.is(')') || previous.is(':') ||
+                            previous.kind == Token::Reserved;
+        if (usedByStatements && begins) {
+            const Token instance = reader.following();
+            if (instance.kind == Token::Identifier)
+                names.insert(toBytes(instance.text));
+            TextItem statement;
+            statement.kind = TextItem::Statement;
+            statement.line = token.line;
+            statement.range.begin = offset;
+            TokenReader ahead = reader;
+            if (ahead.skipToSemicolon()) {
+                statement.range.end = int(ahead.end() - m_text.constData());
+                result.append(statement);
+            }
+            continue;
+        }
+        for (const TextItem &item : around(offset)) {
+            const bool sameUnit = declared.unit.isEmpty() || item.unit == declared.unit;
+            if (sameUnit &&
+                (item.isVerification() || (usedByProcesses && item.kind == TextItem::Process))) {
+                result.append(item);
+                break;
+            }
+        }
+    }
+    return result;
+}
+
+QVector<WrittenName> TextItems::writtenBy(const TextItem &item) const
+{
+    return writtenNames(tokensOf(item));
+}
+
+bool TextItems::isBeyondGrammar(const TextItem &item) const
+{
+    static const std::string_view words[] = {"expect",       "matches", "randomize",
+                                             "randsequence", "tagged",  "wait_order"};
+    char previous = '\0';
+    for (TokenReader reader(tokensOf(item)); !reader.atEnd(); reader.advance()) {
+        const Token &token = reader.token();
+        if (token.is('#') && previous == '#')
+            return true;
+        for (const std::string_view word : words) {
+            if (isWord(token, word))
+                return true;
+        }
+        previous = token.kind == Token::Punctuation ? token.punctuation : '\0';
+    }
+    return false;
+}
+
+} // namespace Internal
+} // namespace NETWEIR

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "../netweir_global.h"
+
+#include "modulescan.h"
+#include "verilogtokens.h"
+#include "writtennames.h"
+
+#include <QByteArray>
+#include <QVector>
+
+namespace NETWEIR {
+namespace Internal {
+
+/// A part of a text without which the rest can be read.
+struct TextItem
+{
+    /// In the order in which items are given up: what is no hardware comes first.
+    enum Kind {
+        Assertion,
+        Property,
+        Sequence,
+        Covergroup,
+        Clocking, ///< "default disable iff" too.
+        Let,
+        Checker,
+        Statement, ///< Uses one of those above.
+        Process,
+        Module,
+        OtherUnit ///< An interface or a program, which nothing can stand in for.
+    };
+
+    bool isVerification() const { return kind <= Statement; }
+
+    Kind kind = OtherUnit;
+    TextRange range;
+    int line = 0;
+    QByteArray name; ///< What it declares, if anything.
+    QByteArray unit; ///< The module it stands in or is; empty outside of modules.
+};
+
+/// The items of a preprocessed text that can be left out on their own. Any text is accepted; the
+/// ends of items are looked for when they are asked for.
+class NETWEIR_EXPORT TextItems
+{
+public:
+    TextItems(const QByteArray &text, bool systemVerilog);
+
+    /// The items around a place, in the order in which they are given up.
+    QVector<TextItem> around(int line, int column) const;
+
+    /// The items that use @p declared, which is left out, as far as they can be left out as well.
+    QVector<TextItem> usersOf(const TextItem &declared) const;
+
+    /// What the process @p item may write: the left sides of its assignments and the arguments of
+    /// tasks, but for variables of its own.
+    QVector<WrittenName> writtenBy(const TextItem &item) const;
+
+    /// True when @p item has a word for what the elaborator's grammar does not know at all, so that
+    /// it takes it for a fault of the source.
+    bool isBeyondGrammar(const TextItem &item) const;
+
+private:
+    /// The beginning of an item.
+    struct Start
+    {
+        TextItem item;
+        int unit = -1;       ///< Index of the start of the unit around it.
+        VerilogTokens after; ///< Stands behind @p word.
+        Token word;          ///< Its keyword.
+    };
+
+    class Scanner;
+
+    QVector<TextItem> around(int offset) const;
+    TextItem completed(const Start &start) const;
+    int offsetOf(int line, int column) const;
+    VerilogTokens tokensOf(const TextItem &item) const;
+
+    QByteArray m_text;
+    bool m_systemVerilog;
+    QVector<Start> m_starts; ///< In the order of the text.
+};
+
+} // namespace Internal
+} // namespace NETWEIR

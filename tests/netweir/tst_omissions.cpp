@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "designfixture.h"
+#include "netlisttext.h"
+
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QRegularExpression>
+#include <QtTest>
+
+using namespace NETWEIR;
+using TarnTest::DesignFixture;
+
+/// Designs with something that the elaborator cannot read: the rest of them opens, and messages say
+/// what is missing.
+class tst_Omissions : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theRestOpens_data();
+    void theRestOpens();
+    void faultsStayErrors_data();
+    void faultsStayErrors();
+};
+
+void tst_Omissions::theRestOpens_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QStringList>("leftOut"); // "LINE: KIND NAME"
+    QTest::addColumn<QString>("netlist");
+    const auto row = [](const char *name, const char *source, const QStringList &leftOut,
+                        const char *netlist) {
+        QTest::newRow(name) << QByteArray(source) << leftOut << QString::fromUtf8(netlist).mid(1);
+    };
+    const char flop[] = R"(
+top : top
+    clk O
+    a O
+    b O
+    q O
+    w .
+)";
+    row("assertions", R"(module top(input clk, a, b, output reg q); wire w;
+a1: assert property (@(posedge clk) a |-> ##1 b) else $error("no");
+cover property (@(posedge clk) a[*3] ##1 b);
+always @(posedge clk) q <= a;
+(* x *) assume property (@(posedge clk) b[->1] ##1 a);
+endmodule)",
+        {"2: assertion", "3: assertion", "5: assertion"}, flop);
+    row("an assertion in a block", R"(module top(input clk, a, b, output reg q); wire w;
+always @(posedge clk) begin q <= a;
+  if (a) l: assert property (a |-> ##1 b); else q <= 0;
+end
+endmodule)",
+        {"3: assertion"}, flop);
+    row("property and what uses it", R"(module top(input clk, a, b, output reg q); wire w;
+property p; @(posedge clk) a |-> ##1 b; endproperty : p
+property p2; p; endproperty
+a1: assert property (p);
+assert property (p2);
+always @(posedge clk) q <= a;
+endmodule)",
+        {"2: property p", "3: property p2", "5: assertion", "4: assertion"}, flop);
+    row("sequence", R"(module top(input clk, a, b, output reg q); wire w;
+sequence s; a ##[1:3] b; endsequence
+assert property (@(posedge clk) s |=> q);
+always @(posedge clk) q <= a;
+endmodule)",
+        {"2: sequence s", "3: assertion"}, flop);
+    row("covergroup", R"(module top(input clk, a, b, output reg q); wire w;
+covergroup cg @(posedge clk); coverpoint a { bins x = {1}; } endgroup
+cg c = new();
+always @(posedge clk) begin q <= a; c.sample(); end
+endmodule)",
+        {"2: covergroup cg", "3: statement", "4: statement"}, flop);
+    row("let", R"(module top(input clk, a, b, output reg q); wire w;
+let both(x, y) = x & y;
+always @(posedge clk) q <= both(a, b);
+endmodule)",
+        {"2: let both", "3: procedural block"}, flop);
+    row("default disable", R"(module top(input clk, a, b, output reg q); wire w;
+default clocking cb @(posedge clk); endclocking
+default disable iff (a);
+assert property (a |-> b);
+always @(posedge clk) q <= a;
+endmodule)",
+        {"3: clocking"}, flop);
+    row("checker", R"(module top(input clk, a, b, output reg q); wire w;
+checker c(input x); assert property (@(posedge clk) x); endchecker
+c c0(w);
+always @(posedge clk) q <= a;
+endmodule)",
+        {"2: checker c", "3: statement"}, flop);
+    row("a block with a construct that the grammar lacks",
+        R"(module top(input clk, a, b, output reg q); wire w;
+initial begin expect (@(posedge clk) a ##1 b); q = 0; end
+endmodule)",
+        {"2: assertion"}, flop);
+    row("randomized", R"(module top(input clk, a, b, output reg q); wire w;
+initial begin std::randomize(q) with { q < 3; }; end
+always @(posedge clk) q <= a;
+endmodule)",
+        {"2: procedural block"}, flop);
+    row("a procedural block", R"(module top(input [0:0] v, output [1:0] o);
+  m #(.N(1)) u(.v(v), .sel(o));
+endmodule
+module m #(parameter N = 4) (input [N-1:0] v, output reg [N*$clog2(N)-1:0] sel);
+  localparam W = $clog2(N);
+  integer s, c; reg [7:4] x; reg [0:3] y; wire z; reg [3:0] m [0:1];
+  always @* begin
+    sel = 0; c = 0; x[5] = 1; {y[1:2], x[7]} = 3'd0;
+    if (N == 1) sel = 0; else
+    for (s = 0; s < N; s = s + 1) begin if (v[s]) begin sel[c*W +: W] = s; c = c + 1; end end
+  end
+endmodule)",
+        {"7: procedural block"}, R"(
+top : top
+    v[0:0] O
+    o[1:0] OO
+    u : m
+        z .
+        v[0:0] O
+        sel[-1:0] OO
+        s[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
+        c[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
+        x[7:4] O.O.
+        y[0:3] .OO.
+        m[0][3:0] ....
+        m[1][3:0] ....
+)");
+}
+
+void tst_Omissions::theRestOpens()
+{
+    QFETCH(QByteArray, source);
+    QFETCH(QStringList, leftOut);
+    QFETCH(QString, netlist);
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), source);
+    design.findModules();
+    QCOMPARE(design.firstError(), QString());
+    QStringList found = design.messages;
+    found.replaceInStrings(QRegularExpression(QStringLiteral("^WARNING: left out: .*/a\\.sv:([0-9]+"
+                                                             ": [^:]*): .+$")),
+                           QStringLiteral("\\1"));
+    QCOMPARE(found, leftOut);
+    QCOMPARE(debugLines(), design.messages);
+    QVERIFY(design.buildNetlist());
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()), netlist);
+}
+
+void tst_Omissions::faultsStayErrors_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char *name, const char *source, const char *error) {
+        QTest::newRow(name) << QByteArray(source) << QString::fromUtf8(error);
+    };
+    row("in a block",
+        "module top(input clk, a, output reg q);\nalways @(posedge clk) q <= a a;\n"
+        "endmodule\n",
+        "ERROR: a.sv:2:");
+    row("beside an assertion",
+        "module top(input clk, a, output reg q);\nassert property (@(posedge clk) a ##1 a);\n"
+        "assign q = ;\nendmodule\n",
+        "ERROR: a.sv:3:");
+    row("open parenthesis",
+        "module top(input clk, a, output reg q);\nassert property (@(posedge clk) a ##1 a;\n"
+        "assign q = a;\nendmodule\n",
+        "ERROR: a.sv:2:");
+    row("unknown net",
+        "module top(input clk, a, output reg q);\n"
+        "always @(posedge clk) q <= nothing;\nendmodule\n",
+        "ERROR: a.sv:2:28: Can't find definition of variable: 'nothing'");
+}
+
+void tst_Omissions::faultsStayErrors()
+{
+    QFETCH(QByteArray, source);
+    QFETCH(QString, error);
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), source);
+    design.findModules();
+    QVERIFY2(design.firstError().startsWith(error),
+             qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(!design.buildNetlist());
+}
+
+TARN_TEST_MAIN(tst_Omissions)
+#include "tst_omissions.moc"
