@@ -136,6 +136,14 @@ void TestFaultHints::otherErrorsAreLeftAlone_data()
                             << QStringList{QStringLiteral(
                                    "ERROR: top.v:3:1: syntax error, unexpected wire, expecting ',' "
                                    "or ';'")};
+    QTest::newRow("word in the line in front")
+        << QByteArray("module top;\nwire logic; wire a;\nwire = 1;\nendmodule\n")
+        << QStringList{QStringLiteral("ERROR: top.v:3:6: syntax error, unexpected '=', expecting "
+                                      "IDENTIFIER or do or final or randomize")};
+    QTest::newRow("expression")
+        << QByteArray("module top;\nwire a, b, c;\nassign a = b c;\nendmodule\n")
+        << QStringList{QStringLiteral("ERROR: top.v:3:14: syntax error, unexpected IDENTIFIER, "
+                                      "expecting ',' or ';'")};
     QTest::newRow("undeclared")
         << QByteArray("module top;\nwire b;\nassign b = inside;\nendmodule\n")
         << QStringList{

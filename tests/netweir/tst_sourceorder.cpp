@@ -273,7 +273,8 @@ void TestSourceOrder::errorsNameTheFirstUse_data()
          missing.arg(QStringLiteral("m:3:29"), QStringLiteral("q"))});
     row("scope, which a class may have too",
         {source("m", "module m; p::t a; c::t b; T::t d; endmodule"),
-         source("n", "class c; endclass class k #(type T = int); endclass")},
+         source("n", "class c; endclass class k #(type U = int, T = int); initial process::self(); "
+                     "endclass")},
         {}, {missing.arg(QStringLiteral("m:1:11"), QStringLiteral("p"))});
     row("scope of a package that another file imports",
         {source("m", "module m; p::t a; endmodule"), source("n", "module n; import p::*;")},

@@ -39,6 +39,16 @@ bool isDirection(const QByteArray &word)
     return directions.contains(word);
 }
 
+/// Whether a declaration may begin behind the word.
+bool mayPrecedeType(const QByteArray &word)
+{
+    static const QByteArrayList words = {";",      "{",     "}",      "(",     ",",        ")",
+                                         "begin",  "end",   "static", "input", "output",   "inout",
+                                         "ref",    "var",   "const",  "rand",  "typedef",  "packed",
+                                         "signed", "local", "wire",   "type",  "automatic"};
+    return words.contains(word) || word.startsWith("end");
+}
+
 bool isName(const QByteArray &word)
 {
     VerilogTokens tokens(word, true);
@@ -74,18 +84,23 @@ void FaultHints::explain(ToolMessage *message, const TextLine &place)
         explainType(message, words);
 }
 
-/// The last one is what stands at the place itself. Those of the line in front are among them.
+/// The last one is what stands at the place itself. The first two come from the line in front.
 QVector<QByteArray> FaultHints::wordsBefore(const TextLine &place, int column)
 {
+    constexpr int OfLineInFront = 2;
     const QByteArray &text = m_texts[place.text];
-    const int end = qMin(offsetOf(place) + qMax(column, 1), text.size());
+    const int line = offsetOf(place);
+    const int end = qMin(line + qMax(column, 1), text.size());
     const int begin = qMax(offsetOf({place.text, place.line - 1}), end - MostBefore);
     const QByteArray part = text.mid(begin, end - begin + LongestName);
     QVector<QByteArray> words;
     VerilogTokens tokens(part, true);
-    for (Token token = tokens.next();
-         token.kind != Token::EndOfText && token.place - part.constData() < end - begin;
-         token = tokens.next()) {
+    for (Token token = tokens.next(); token.kind != Token::EndOfText; token = tokens.next()) {
+        const int offset = begin + int(token.place - part.constData());
+        if (offset >= end)
+            break;
+        if (offset < line && words.size() == OfLineInFront)
+            words.removeFirst();
         words.append(token.kind == Token::Punctuation
                          ? QByteArray(1, token.punctuation)
                          : QByteArray(token.text.data(), int(token.text.size())));
@@ -140,10 +155,11 @@ void FaultHints::explainType(ToolMessage *message, const QVector<QByteArray> &wo
     if (words.size() < 2)
         return;
     const QByteArray &before = words[words.size() - 2];
+    const bool maybeDeclared = words.size() < 3 || mayPrecedeType(words[words.size() - 3]);
     if (message->text.startsWith(UnknownInterface) && isDirection(before)) {
         message->text.replace(0, int(strlen(UnknownInterface)), UnknownType);
         message->cause = message->text;
-    } else if (message->text.startsWith(SyntaxError) && isName(before) &&
+    } else if (message->text.startsWith(SyntaxError) && maybeDeclared && isName(before) &&
                (words.last() == "[" || isName(words.last())) && !m_names.contains(before)) {
         message->advice =
             Text::tr("\"%1\" may be a type that no file defines.").arg(QString::fromUtf8(before));

@@ -6,6 +6,9 @@
 
 #include <QHash>
 
+#include <algorithm>
+#include <iterator>
+
 namespace NETWEIR {
 namespace Internal {
 
@@ -74,6 +77,7 @@ private:
     Token m_beforePrevious;
     bool m_importing = false;
     bool m_inUnit = false;
+    bool m_inTypeList = false;
     int m_package = -1; ///< Index of the open one.
     UseList m_ownUses;
     UseList m_packageUses;
@@ -97,8 +101,16 @@ void ScopeScanner::advance()
     const bool isScoped = m_beforePrevious.is('c') || m_beforePrevious.is('.');
     if (m_token.is('c') && m_previous.kind == Token::Identifier && !isScoped)
         noteUse(m_previous);
-    if (m_token.kind == Token::Identifier && m_previous.text == "type")
+    noteTypeParameter();
+}
+
+/// "type A = ..., B = ..."; what more is noted does no harm.
+void ScopeScanner::noteTypeParameter()
+{
+    if (m_token.kind == Token::Identifier &&
+        (m_previous.text == "type" || (m_inTypeList && m_previous.is(','))))
         m_result.types.insert(toBytes(m_token.text));
+    m_inTypeList = m_previous.text == "type" || (m_inTypeList && !m_token.is(';'));
 }
 
 void ScopeScanner::scanItem()
@@ -131,6 +143,10 @@ void ScopeScanner::scanItem()
         break;
     case Keyword::Class:
         scanClass();
+        break;
+    case Keyword::Covergroup:
+        advance();
+        declare(toBytes(m_token.text));
         break;
     case Keyword::Typedef:
         scanTypedef();
@@ -232,7 +248,9 @@ void ScopeScanner::declare(const QByteArray &type)
 
 void ScopeScanner::noteUse(const Token &token)
 {
-    if (token.text.front() == '$' || token.text == "std")
+    static const std::string_view builtIn[] = {"$unit",   "$root",   "std",
+                                               "process", "mailbox", "semaphore"};
+    if (std::find(std::begin(builtIn), std::end(builtIn), token.text) != std::end(builtIn))
         return;
     const PackageUse use{toBytes(token.text), offset(token), token.line, m_importing};
     if (inPackage())
