@@ -55,7 +55,7 @@ PreprocessedText textOf(const Sources &sources)
     return PreprocessedText(output, files, {});
 }
 
-/// The pieces by the names of their files, packages as FILE/PACKAGE.
+/// The pieces by the names of their files, packages parts of them as FILE/BLOCK.
 QString orderText(const Sources &sources)
 {
     const DesignSources design = designOf(sources);
@@ -64,8 +64,8 @@ QString orderText(const Sources &sources)
     QStringList names;
     for (const TextPiece &piece : order.pieces()) {
         QString name = design.files[piece.text].path;
-        if (piece.package >= 0)
-            name += QLatin1Char('/') + QString::number(piece.package);
+        for (const int block : piece.blocks)
+            name += QLatin1Char('/') + QString::number(block);
         names.append(name);
     }
     return names.join(QLatin1Char(' '));
@@ -134,6 +134,8 @@ private Q_SLOTS:
     void everyOrderGivesTheSameNetlist();
     void packagesOfLibrariesAreDeclared();
     void filesMayNeedEachOther();
+    void sharedTypesMayServePackagesBehind();
+    void packagesDeclaredTwiceAreNamed();
     void macrosCarryOverInTheOrderOfTheProject();
     void faultsKeepTheirPlacesWhenFilesMove();
     void designsThatCannotOpenSayWhichPackage_data();
@@ -219,7 +221,21 @@ void TestSourceOrder::whatIsUsedComesFirst_data()
     row("types in a circle",
         {source("a", "typedef logic a_t; module a; b_t x;"),
          source("b", "typedef logic b_t; module b; a_t x;")},
-        "b a");
+        "b/0 a/0 b a");
+    row("shared type of a file that needs the package that uses it",
+        {source("a", "typedef logic [1:0] w; module a; import p::*;"),
+         source("p", "package p; typedef w x; endpackage")},
+        "a/0 p a");
+    row("blocks in the order of a text share a piece",
+        {source("m", "module m; import q::*;"),
+         source("-v v", "package p; endpackage module n; endmodule package q; import p::*; "
+                        "endpackage package r; endpackage")},
+        "v/0/1 m v");
+    row("blocks between packages",
+        {source("a", "typedef logic t; package p; t x; endpackage import p::*; class c; endclass : "
+                     "c module a; import q::*; endmodule"),
+         source("q", "package q; import p::*; c y; endpackage")},
+        "a/0/1/2 q a");
     row("Verilog has no packages",
         {source("m.v", "module m; wire import, p; endmodule"),
          source("p.v", "module p; reg package; endmodule")},
@@ -379,6 +395,40 @@ void TestSourceOrder::filesMayNeedEachOther()
              QStringLiteral("top : top\n    a[2:0] ...\n    u : leaf\n        b[2:0] ...\n"));
 }
 
+void TestSourceOrder::sharedTypesMayServePackagesBehind()
+{
+    TarnTest::DesignFixture design;
+    TarnTest::writeFile(design.path(QStringLiteral("types.svh")),
+                        "`ifndef TYPES\n`define TYPES\ntypedef logic [1:0] word_t;\n"
+                        "virtual class base #(type T = int);\nendclass : base\n`endif\n");
+    addTo(&design, {{QStringLiteral("a.sv"), "`include \"types.svh\"\n"
+                                             "module top import p::*; (input word_t a, "
+                                             "input pair_t b);\nendmodule\n"},
+                    {QStringLiteral("p.sv"), "`include \"types.svh\"\n"
+                                             "package p; typedef struct packed "
+                                             "{ word_t x; word_t y; } pair_t; endpackage\n"}});
+    QVERIFY2(design.extract(), qPrintable(design.messages.join('\n')));
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()),
+             QStringLiteral("top : top\n    a[1:0] OO\n    b.x[1:0] OO\n    b.y[1:0] OO\n"));
+}
+
+void TestSourceOrder::packagesDeclaredTwiceAreNamed()
+{
+    TarnTest::DesignFixture design;
+    addTo(&design, {{QStringLiteral("a.sv"), "module top; wire [p::W-1:0] a; endmodule\n"},
+                    {QStringLiteral("p.sv"), "package p; localparam W = 2; endpackage\n"},
+                    {QStringLiteral("q.sv"), "\npackage p; localparam W = 3; endpackage\n"},
+                    {QStringLiteral("-v v.sv"), "package p; localparam W = 4; endpackage\n"}});
+    QVERIFY2(design.extract(), qPrintable(design.messages.join('\n')));
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()),
+             QStringLiteral("top : top\n    a[1:0] ..\n"));
+    QCOMPARE(design.messages,
+             QStringList{QStringLiteral("WARNING: %1:2: The package \"p\" is declared a second "
+                                        "time; the first declaration, in %2:1, is read.")
+                             .arg(design.path(QStringLiteral("q.sv")),
+                                  design.path(QStringLiteral("p.sv")))});
+}
+
 void TestSourceOrder::macrosCarryOverInTheOrderOfTheProject()
 {
     TarnTest::DesignFixture design;
@@ -458,6 +508,20 @@ void TestSourceOrder::timeGrowsWithTheText()
     timeOf(Files);
     const qint64 small = timeOf(Files);
     const qint64 large = timeOf(8 * Files);
+    const auto piecesOf = [](int packages) {
+        QByteArray library;
+        QByteArray user = "module top; ";
+        for (int i = 0; i < packages; ++i) {
+            const QByteArray number = QByteArray::number(i);
+            library += "package p" + number + ";\n\n\n\nendpackage\n";
+            user += "import p" + number + "::*; ";
+        }
+        const Sources sources = {{QStringLiteral("top"), user}, {QStringLiteral("-v v"), library}};
+        const DesignSources design = designOf(sources);
+        const PreprocessedText text = textOf(sources);
+        return SourceOrder(design, text).pieces().size();
+    };
+    QCOMPARE(piecesOf(2000), 3);
     QVERIFY2(small > 0 && large < 24 * small,
              qPrintable(QStringLiteral("%1 ns and %2 ns").arg(small).arg(large)));
 }

@@ -22,8 +22,8 @@ const char StubFile[] = "stubs.sv";
 const char WrapperFile[] = "wrapper.v";
 const char WrapperModule[] = "netweir_top";
 
-/// Name of a piece of the text of @p file for the elaborator: "text7.sv", or "text7_2.sv" for a
-/// package of that text. The suffix selects the language.
+/// Name of a piece of the text of @p file for the elaborator: "text7.sv", or "text7_2.sv" for its
+/// blocks from the third one on that come first. The suffix selects the language.
 QString pieceName(const SourceFile &file, const TextPiece &piece)
 {
     // The elaborator reads library files in the order of their names, and the first of two
@@ -32,8 +32,8 @@ QString pieceName(const SourceFile &file, const TextPiece &piece)
     QString name = QString::number(piece.text);
     if (file.library)
         name = name.rightJustified(Digits, QLatin1Char('0'));
-    if (piece.package >= 0)
-        name += QLatin1Char('_') + QString::number(piece.package);
+    if (!piece.blocks.isEmpty())
+        name += QLatin1Char('_') + QString::number(piece.blocks.first());
     return QLatin1String(TextPrefix) + name + QLatin1String(file.systemVerilog ? ".sv" : ".v");
 }
 
@@ -107,7 +107,7 @@ bool ElaboratorInput::write(const ToolFolder &folder) const
     for (const TextPiece &piece : m_reading.order().pieces()) {
         const QByteArray text = m_stubs.withoutArrays(piece.text, m_omissions.texts()[piece.text]);
         QByteArray content = m_reading.order().contentOf(piece, text);
-        if (piece.package < 0) // In the others there are no instances.
+        if (piece.blocks.isEmpty()) // In the others there are no instances.
             content = m_primitives.named(piece.text, content);
         ok = ok && folder.write(pieceName(m_sources.files[piece.text], piece), content);
     }
@@ -127,7 +127,7 @@ QStringList ElaboratorInput::arguments() const
                                              m_sources.standard, m_timed);
     for (const TextPiece &piece : m_reading.order().pieces()) {
         const SourceFile &file = m_sources.files[piece.text];
-        if (file.library && piece.package < 0)
+        if (file.library && piece.blocks.isEmpty())
             result.append(QStringLiteral("-v"));
         result.append(pieceName(file, piece));
     }

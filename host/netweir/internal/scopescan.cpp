@@ -55,10 +55,14 @@ public:
 private:
     void advance();
     bool atEnd() const { return m_token.kind == Token::EndOfText; }
-    bool inPackage() const { return m_package >= 0; }
+    bool inPackage() const { return m_inPackage; }
+    ScopeBlock &block() { return m_result.blocks.last(); }
     int offset(const Token &token) const { return int(token.place - m_text); }
 
     void scanItem();
+    void openBlock();
+    void openShared();
+    void closeShared();
     void openPackage();
     void closePackage();
     void scanImport();
@@ -78,9 +82,10 @@ private:
     bool m_importing = false;
     bool m_inUnit = false;
     bool m_inTypeList = false;
-    int m_package = -1; ///< Index of the open one.
+    bool m_inPackage = false;
+    bool m_inShared = false; ///< In a type or import that belongs to no package and no module.
     UseList m_ownUses;
-    UseList m_packageUses;
+    UseList m_blockUses;
     TextScopes m_result;
 };
 
@@ -129,11 +134,18 @@ void ScopeScanner::scanItem()
     case Keyword::Program:
         passUnit(Keyword::Program, Keyword::Endprogram);
         break;
+    case Keyword::Virtual:
     case Keyword::Interface:
-        if (VerilogTokens(m_tokens).next().is(Keyword::Class) || m_previous.is(Keyword::Virtual))
+        if (VerilogTokens(m_tokens).next().is(Keyword::Class)) {
+            openShared();
             advance();
-        else
+            scanClass();
+            closeShared();
+        } else if (m_token.is(Keyword::Virtual) || m_previous.is(Keyword::Virtual)) {
+            advance();
+        } else {
             passUnit(Keyword::Interface, Keyword::Endinterface);
+        }
         break;
     case Keyword::Function:
         passTo(Keyword::Endfunction);
@@ -142,37 +154,74 @@ void ScopeScanner::scanItem()
         passTo(Keyword::Endtask);
         break;
     case Keyword::Class:
+        openShared();
         scanClass();
+        closeShared();
         break;
     case Keyword::Covergroup:
         advance();
         declare(toBytes(m_token.text));
         break;
     case Keyword::Typedef:
+        openShared();
         scanTypedef();
+        closeShared();
         break;
     case Keyword::Extern:
+        if (m_token.text == "import")
+            openShared();
         scanImport();
+        closeShared();
         break;
     default:
         advance();
     }
 }
 
+void ScopeScanner::openBlock()
+{
+    m_result.blocks.append(ScopeBlock());
+    m_blockUses = UseList();
+    block().line = m_token.line;
+}
+
+/// At the first token of something that all texts behind see, unless it stands in a package.
+void ScopeScanner::openShared()
+{
+    if (inPackage() || m_inUnit)
+        return;
+    if (m_result.blocks.isEmpty() || !block().package.isNull())
+        openBlock();
+    block().ranges.append({offset(m_token), offset(m_token)});
+    m_inShared = true;
+}
+
+/// At the semicolon or behind the end.
+void ScopeScanner::closeShared()
+{
+    if (!m_inShared)
+        return;
+    if (m_token.is(':')) { // endclass : NAME
+        advance();
+        advance();
+    } else if (m_token.is(';')) {
+        advance();
+    }
+    block().ranges.last().end = offset(m_token);
+    m_inShared = false;
+}
+
 void ScopeScanner::openPackage()
 {
     if (inPackage())
         closePackage();
-    PackageDeclaration package;
-    package.range.begin = offset(m_token);
-    package.line = m_token.line;
+    openBlock();
+    block().ranges.append({offset(m_token), offset(m_token)});
     advance();
     while (m_token.is(Keyword::Other)) // automatic, static
         advance();
-    package.name = toBytes(m_token.text);
-    m_package = m_result.packages.size();
-    m_packageUses = UseList();
-    m_result.packages.append(package);
+    block().package = m_token.text.empty() ? QByteArray("?") : toBytes(m_token.text);
+    m_inPackage = true;
 }
 
 /// Behind the end keyword.
@@ -183,8 +232,8 @@ void ScopeScanner::closePackage()
         advance();
     }
     if (inPackage())
-        m_result.packages[m_package].range.end = offset(m_token);
-    m_package = -1;
+        block().ranges.last().end = offset(m_token);
+    m_inPackage = false;
 }
 
 /// "import NAME::NAME, ... ;". The other forms have no scopes, and functions without a body.
@@ -193,7 +242,7 @@ void ScopeScanner::scanImport()
     m_importing = m_token.text == "import";
     while (!atEnd() && !m_token.is(';')) {
         advance();
-        const bool isShared = m_importing && !m_inUnit && !inPackage();
+        const bool isShared = m_importing && m_inShared;
         if (isShared && m_previous.is('c'))
             m_result.sharedImports.append({toBytes(m_beforePrevious.text),
                                            m_token.is('*') ? QByteArray() : toBytes(m_token.text)});
@@ -240,10 +289,8 @@ void ScopeScanner::declare(const QByteArray &type)
     m_result.types.insert(type);
     if (m_inUnit)
         return;
-    if (inPackage())
-        m_result.packages[m_package].types.insert(type);
-    else
-        m_result.sharedTypes.insert(type);
+    if (inPackage() || m_inShared)
+        block().types.insert(type);
 }
 
 void ScopeScanner::noteUse(const Token &token)
@@ -253,8 +300,8 @@ void ScopeScanner::noteUse(const Token &token)
     if (std::find(std::begin(builtIn), std::end(builtIn), token.text) != std::end(builtIn))
         return;
     const PackageUse use{toBytes(token.text), offset(token), token.line, m_importing};
-    if (inPackage())
-        m_packageUses.add(&m_result.packages[m_package].uses, use);
+    if (inPackage() || m_inShared)
+        m_blockUses.add(&block().uses, use);
     else
         m_ownUses.add(&m_result.uses, use);
 }

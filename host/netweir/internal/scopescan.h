@@ -22,11 +22,12 @@ struct PackageUse
     bool imported = false; ///< Here or later.
 };
 
-/// A package and what is declared in it.
-struct PackageDeclaration
+/// What other texts may need of a text: a package, or the types and imports that stand between two
+/// packages and outside of modules.
+struct ScopeBlock
 {
-    QByteArray name;
-    TextRange range;
+    QByteArray package; ///< Its name; null for types and imports.
+    QVector<TextRange> ranges;
     int line = 0;
     QSet<QByteArray> types;
     QVector<PackageUse> uses; ///< One for each package.
@@ -43,9 +44,8 @@ struct SharedImport
 /// has to know before they are used: those of type definitions and classes.
 struct TextScopes
 {
-    QVector<PackageDeclaration> packages;
-    QVector<PackageUse> uses;     ///< Outside of packages, one for each package.
-    QSet<QByteArray> sharedTypes; ///< Declared outside of modules and packages.
+    QVector<ScopeBlock> blocks;
+    QVector<PackageUse> uses; ///< Outside of blocks, one for each package.
     QVector<SharedImport> sharedImports;
     QSet<QByteArray> types; ///< All that are declared in the text, type parameters too.
 };

@@ -89,16 +89,31 @@ void blank(QByteArray *text, const TextRange &range)
         ' ');
 }
 
+int lineStart(const QByteArray &text, int offset)
+{
+    return offset == 0 ? 0 : text.lastIndexOf('\n', offset - 1) + 1;
+}
+
+/// Appends the line ends of a range, and blanks for the line that it ends in.
+void appendBlank(QByteArray *result, const QByteArray &text, const TextRange &range)
+{
+    const auto lines = std::count(text.begin() + range.begin, text.begin() + range.end, '\n');
+    result->append(int(lines), '\n');
+    result->append(range.end - qMax(range.begin, lineStart(text, range.end)), ' ');
+}
+
 } // namespace
 
 SourceOrder::SourceOrder(const DesignSources &sources, const PreprocessedText &text)
     : m_sources(sources)
     , m_text(text)
     , m_scopes(sources.files.size())
+    , m_blocksOf(sources.files.size())
+    , m_sharedOf(sources.files.size())
     , m_typeProviders(sources.files.size())
 {
     scan();
-    indexPackages();
+    indexBlocks();
     findMissing();
     findTypeUses();
     findOrder();
@@ -113,22 +128,24 @@ void SourceOrder::scan()
     }
 }
 
-void SourceOrder::indexPackages()
+void SourceOrder::indexBlocks()
 {
     for (const bool library : {false, true}) {
         for (int i = 0; i < m_scopes.size(); ++i) {
-            if (m_sources.files[i].library != library)
-                continue;
-            for (int k = 0; k < m_scopes[i].packages.size(); ++k) {
-                const QByteArray &name = m_scopes[i].packages[k].name;
-                if (!m_packageOf.contains(name)) {
-                    m_packageOf.insert(name, m_packages.size());
-                    m_packages.append({i, k});
-                }
+            for (int k = 0; k < m_scopes[i].blocks.size(); ++k) {
+                const QByteArray &name = m_scopes[i].blocks[k].package;
+                if (m_sources.files[i].library != library || m_packageOf.contains(name))
+                    continue;
+                if (name.isNull())
+                    m_sharedOf[i].append(m_blocks.size());
+                else
+                    m_packageOf.insert(name, m_blocks.size());
+                m_blocksOf[i].append(m_blocks.size());
+                m_blocks.append({i, k});
             }
         }
     }
-    m_hoisted.fill(false, m_packages.size());
+    m_hoisted.fill(false, m_blocks.size());
 }
 
 void SourceOrder::findMissing()
@@ -140,10 +157,9 @@ void SourceOrder::findMissing()
     }
 }
 
-const PackageDeclaration &SourceOrder::declaration(int package) const
+const ScopeBlock &SourceOrder::block(int id) const
 {
-    const PackagePlace &place = m_packages[package];
-    return m_scopes[place.text].packages[place.package];
+    return m_scopes[m_blocks[id].text].blocks[m_blocks[id].block];
 }
 
 QHash<QByteArray, SourceOrder::TypeOwner> SourceOrder::typeOwners() const
@@ -154,12 +170,13 @@ QHash<QByteArray, SourceOrder::TypeOwner> SourceOrder::typeOwners() const
             owners.insert(type, owner);
     };
     for (int i = 0; i < m_scopes.size(); ++i) {
-        for (const QByteArray &type : m_scopes[i].sharedTypes)
-            add(type, {i, {}});
+        for (const int shared : m_sharedOf[i]) {
+            for (const QByteArray &type : block(shared).types)
+                add(type, {i, {}});
+        }
         for (const SharedImport &import : m_scopes[i].sharedImports) {
             const int package = m_packageOf.value(import.package, -1);
-            const QSet<QByteArray> types =
-                package < 0 ? QSet<QByteArray>() : declaration(package).types;
+            const QSet<QByteArray> types = package < 0 ? QSet<QByteArray>() : block(package).types;
             for (const QByteArray &type : types) {
                 if (import.name.isNull() || import.name == type)
                     add(type, {i, import.package});
@@ -196,8 +213,8 @@ void SourceOrder::findTypeUses()
 QVector<PackageUse> SourceOrder::usesOf(int text) const
 {
     QVector<PackageUse> result = m_scopes[text].uses;
-    for (const PackageDeclaration &package : m_scopes[text].packages)
-        result += package.uses;
+    for (const ScopeBlock &block : m_scopes[text].blocks)
+        result += block.uses;
     std::sort(result.begin(), result.end(),
               [](const PackageUse &a, const PackageUse &b) { return a.offset < b.offset; });
     return result;
@@ -207,18 +224,25 @@ void SourceOrder::findOrder()
 {
     hoistLibraries();
     const QVector<int> texts = orderOfTexts();
-    DepthFirstWalk walk(m_packages.size());
-    for (int i = 0; i < m_packages.size(); ++i) {
+    DepthFirstWalk walk(m_blocks.size());
+    for (int i = 0; i < m_blocks.size(); ++i) {
         if (m_hoisted[i])
             walk.visit(
-                i, [this](int package) { return neededPackages(package); },
-                [this](int package) {
-                    m_pieces.append({m_packages[package].text, m_packages[package].package});
-                },
-                [](int, int) {});
+                i, [this](int id) { return neededBlocks(id); },
+                [this](int id) { appendHoisted(id); }, [](int, int) {});
     }
     for (const int text : texts)
-        m_pieces.append({text, -1});
+        m_pieces.append(TextPiece{text, {}});
+}
+
+/// Blocks that follow each other in the order of their text share a piece.
+void SourceOrder::appendHoisted(int id)
+{
+    const BlockPlace &place = m_blocks[id];
+    if (m_pieces.isEmpty() || m_pieces.last().text != place.text ||
+        m_pieces.last().blocks.last() > place.block)
+        m_pieces.append(TextPiece{place.text, {}});
+    m_pieces.last().blocks.append(place.block);
 }
 
 /// The elaborator reads library files last.
@@ -227,27 +251,41 @@ void SourceOrder::hoistLibraries()
     for (int i = 0; i < m_scopes.size(); ++i) {
         for (const PackageUse &use : usesOf(i)) {
             const int package = m_packageOf.value(use.package, -1);
-            if (package >= 0 && m_packages[package].text != i &&
-                m_sources.files[m_packages[package].text].library)
+            if (package >= 0 && m_blocks[package].text != i &&
+                m_sources.files[m_blocks[package].text].library)
                 hoist(package);
         }
     }
 }
 
-/// With the packages that it needs.
-void SourceOrder::hoist(int package)
+/// With the blocks that it needs.
+void SourceOrder::hoist(int id)
 {
-    QVector<int> pending = {package};
+    QVector<int> pending = {id};
     while (!pending.isEmpty()) {
         const int next = pending.takeLast();
         if (m_hoisted[next])
             continue;
         m_hoisted[next] = true;
-        pending += neededPackages(next);
+        pending += neededBlocks(next);
     }
 }
 
-/// Texts that need packages of each other have these hoisted.
+/// What @p user needs of @p text.
+void SourceOrder::hoistFor(int user, int text)
+{
+    for (const PackageUse &use : usesOf(user)) {
+        const int package = m_packageOf.value(use.package, -1);
+        if (package >= 0 && m_blocks[package].text == text)
+            hoist(package);
+    }
+    if (m_typeProviders[user].contains(text)) {
+        for (const int shared : m_sharedOf[text])
+            hoist(shared);
+    }
+}
+
+/// Texts that need something of each other have it hoisted.
 QVector<int> SourceOrder::orderOfTexts()
 {
     QVector<int> result;
@@ -256,13 +294,7 @@ QVector<int> SourceOrder::orderOfTexts()
         walk.visit(
             i, [this](int text) { return neededTexts(text); },
             [&result](int text) { result.append(text); },
-            [this](int user, int text) {
-                for (const PackageUse &use : usesOf(user)) {
-                    const int package = m_packageOf.value(use.package, -1);
-                    if (package >= 0 && m_packages[package].text == text)
-                        hoist(package);
-                }
-            });
+            [this](int user, int text) { hoistFor(user, text); });
     }
     return result;
 }
@@ -273,18 +305,35 @@ QVector<int> SourceOrder::neededTexts(int text) const
     QVector<int> result;
     for (const PackageUse &use : usesOf(text)) {
         const int package = m_packageOf.value(use.package, -1);
-        if (package >= 0 && !m_hoisted[package] && m_packages[package].text != text)
-            result.append(m_packages[package].text);
+        if (package >= 0 && !m_hoisted[package] && m_blocks[package].text != text)
+            result.append(m_blocks[package].text);
     }
     return result + m_typeProviders[text];
 }
 
-QVector<int> SourceOrder::neededPackages(int package) const
+/// What has to stand in front of a block that is hoisted. Of types and imports those right in front
+/// are enough: these need the ones before.
+QVector<int> SourceOrder::neededBlocks(int id) const
+{
+    const BlockPlace &place = m_blocks[id];
+    QVector<int> result;
+    for (const int provider : m_typeProviders[place.text]) {
+        if (!m_sharedOf[provider].isEmpty())
+            result.append(m_sharedOf[provider].last());
+    }
+    const QVector<int> &shared = m_sharedOf[place.text];
+    const auto behind = std::lower_bound(shared.begin(), shared.end(), id);
+    if (behind != shared.begin())
+        result.append(*(behind - 1));
+    return result + neededPackages(id);
+}
+
+QVector<int> SourceOrder::neededPackages(int id) const
 {
     QVector<int> result;
-    for (const PackageUse &use : declaration(package).uses) {
+    for (const PackageUse &use : block(id).uses) {
         const int needed = m_packageOf.value(use.package, -1);
-        if (needed >= 0 && needed != package)
+        if (needed >= 0 && needed != id)
             result.append(needed);
     }
     return result;
@@ -292,22 +341,34 @@ QVector<int> SourceOrder::neededPackages(int package) const
 
 QByteArray SourceOrder::contentOf(const TextPiece &piece, const QByteArray &text) const
 {
-    const TextScopes &scopes = m_scopes[piece.text];
-    if (piece.package >= 0) {
-        const TextRange range = scopes.packages[piece.package].range;
-        const int lineStart = range.begin == 0 ? 0 : text.lastIndexOf('\n', range.begin - 1) + 1;
-        return QByteArray(scopes.packages[piece.package].line - 1, '\n') +
-               QByteArray(range.begin - lineStart, ' ') +
-               text.mid(range.begin, range.end - range.begin) + '\n';
-    }
+    return piece.blocks.isEmpty() ? textWithoutHoisted(piece.text, text)
+                                  : textOfBlocks(piece, text);
+}
+
+QByteArray SourceOrder::textWithoutHoisted(int index, const QByteArray &text) const
+{
     QByteArray result = text;
-    for (int i = 0; i < scopes.packages.size(); ++i) {
-        const int package = m_packageOf.value(scopes.packages[i].name, -1);
-        if (m_hoisted[package] && m_packages[package].text == piece.text &&
-            m_packages[package].package == i)
-            blank(&result, scopes.packages[i].range);
+    for (const int id : m_blocksOf[index]) {
+        if (!m_hoisted[id])
+            continue;
+        for (const TextRange &range : block(id).ranges)
+            blank(&result, range);
     }
     return result;
+}
+
+QByteArray SourceOrder::textOfBlocks(const TextPiece &piece, const QByteArray &text) const
+{
+    QByteArray result;
+    int end = 0;
+    for (const int index : piece.blocks) {
+        for (const TextRange &range : m_scopes[piece.text].blocks[index].ranges) {
+            appendBlank(&result, text, {end, range.begin});
+            result += text.mid(range.begin, range.end - range.begin);
+            end = range.end;
+        }
+    }
+    return result + '\n';
 }
 
 QStringList SourceOrder::errors() const
@@ -316,6 +377,30 @@ QStringList SourceOrder::errors() const
     const QString circle = circleError();
     if (!circle.isEmpty())
         result.append(circle);
+    return result;
+}
+
+/// The elaborator takes the first one without a word.
+QStringList SourceOrder::warnings() const
+{
+    QStringList result;
+    for (int i = 0; i < m_scopes.size(); ++i) {
+        for (const ScopeBlock &block : m_scopes[i].blocks) {
+            const BlockPlace known = m_blocks.value(m_packageOf.value(block.package, -1));
+            const bool isSecond = !block.package.isNull() && !m_sources.files[i].library &&
+                                  &block != &m_scopes[known.text].blocks[known.block];
+            if (!isSecond)
+                continue;
+            const Place first =
+                m_text.place({known.text, m_scopes[known.text].blocks[known.block].line});
+            result.append(warningMessage(
+                m_text.place({i, block.line}),
+                Text::tr("The package \"%1\" is declared a second time; the first declaration, in "
+                         "%2, is read.")
+                    .arg(QString::fromUtf8(block.package),
+                         QStringLiteral("%1:%2").arg(first.file).arg(first.line))));
+        }
+    }
     return result;
 }
 
@@ -392,9 +477,9 @@ QHash<QByteArray, QString> SourceOrder::misreadPackages() const
     for (int i = 0; i < m_scopes.size(); ++i) {
         if (isSystemVerilog(m_sources, i))
             continue;
-        for (const PackageDeclaration &package : scanScopes(m_text.texts()[i]).packages) {
-            const Place place = m_text.place({i, package.line});
-            result.insert(package.name, QStringLiteral("%1:%2").arg(place.file).arg(place.line));
+        for (const ScopeBlock &block : scanScopes(m_text.texts()[i]).blocks) {
+            const Place place = m_text.place({i, block.line});
+            result.insert(block.package, QStringLiteral("%1:%2").arg(place.file).arg(place.line));
         }
     }
     return result;
@@ -403,8 +488,8 @@ QHash<QByteArray, QString> SourceOrder::misreadPackages() const
 QString SourceOrder::circleError() const
 {
     QVector<int> circle;
-    DepthFirstWalk walk(m_packages.size());
-    for (int i = 0; i < m_packages.size() && circle.isEmpty(); ++i) {
+    DepthFirstWalk walk(m_blocks.size());
+    for (int i = 0; i < m_blocks.size() && circle.isEmpty(); ++i) {
         walk.visit(
             i, [this](int package) { return neededPackages(package); }, [](int) {},
             [&walk, &circle](int, int package) {
@@ -416,15 +501,15 @@ QString SourceOrder::circleError() const
         return {};
     QStringList names;
     for (const int package : qAsConst(circle))
-        names.append(QString::fromUtf8(declaration(package).name));
+        names.append(QString::fromUtf8(block(package).package));
     names.append(names.first());
-    const PackageDeclaration &first = declaration(circle.first());
-    const QByteArray &second = declaration(circle.size() > 1 ? circle[1] : circle[0]).name;
+    const ScopeBlock &first = block(circle.first());
+    const QByteArray &second = block(circle.size() > 1 ? circle[1] : circle[0]).package;
     const auto use =
         std::find_if(first.uses.begin(), first.uses.end(), [&second](const PackageUse &candidate) {
             return candidate.package == second;
         });
-    return messageAt(m_packages[circle.first()].text, *use,
+    return messageAt(m_blocks[circle.first()].text, *use,
                      Text::tr("Packages need each other in a circle (%1). Move what they share "
                               "into a package of its own.")
                          .arg(names.join(QLatin1String(" -> "))));
@@ -434,8 +519,7 @@ QString SourceOrder::messageAt(int text, const PackageUse &use, const QString &w
 {
     Place place = m_text.place({text, use.line});
     const QByteArray &content = m_text.texts()[text];
-    const int lineStart = use.offset == 0 ? 0 : content.lastIndexOf('\n', use.offset - 1) + 1;
-    place.column = use.offset - lineStart + 1;
+    place.column = use.offset - lineStart(content, use.offset) + 1;
     return errorMessage(place, words);
 }
 

@@ -22,14 +22,17 @@ struct DesignSources;
 struct TextPiece
 {
     int text = -1;
-    int package = -1; ///< Index in the text's scopes of the only package in it; else a whole text.
+    /// Indexes in the text's scopes, in the order of the text, of the blocks that alone are in it.
+    /// Empty for what is left of the text.
+    QVector<int> blocks;
 };
 
 /// The order in which the elaborator reads the texts: packages and types come before their uses,
 /// and everything else stays in the order of the project.
 ///
-/// Packages of library files, and those of files that need each other, come first, as pieces of
-/// their own. Time and memory are linear in the texts.
+/// Packages of library files, and packages, types and imports of files that need each other, come
+/// first, as pieces of their own. Time and memory are linear in the texts, unless files need each
+/// other by turns: each piece has as many lines as stand in front of it in its file.
 class NETWEIR_EXPORT SourceOrder
 {
 public:
@@ -48,6 +51,9 @@ public:
     /// packages that no file declares.
     QStringList errors() const;
 
+    /// Packages that are declared twice.
+    QStringList warnings() const;
+
     /// Names in front of a "::" that are neither packages nor types. A reason when the elaborator
     /// fails.
     QStringList suspicions() const;
@@ -60,11 +66,11 @@ public:
     bool usesMissing(int text) const { return m_usesMissing[text]; }
 
 private:
-    /// Where a package is declared.
-    struct PackagePlace
+    /// Where a block is.
+    struct BlockPlace
     {
         int text;
-        int package; ///< Index in the scopes of the text.
+        int block; ///< Index in the scopes of the text.
     };
 
     /// Who makes a type known to all texts behind.
@@ -75,33 +81,40 @@ private:
     };
 
     void scan();
-    void indexPackages();
+    void indexBlocks();
     void findMissing();
     void findTypeUses();
     QHash<QByteArray, TypeOwner> typeOwners() const;
     void findOrder();
     void hoistLibraries();
-    void hoist(int package);
+    void hoist(int id);
+    void hoistFor(int user, int text);
+    void appendHoisted(int id);
     QVector<int> orderOfTexts();
     QVector<int> neededTexts(int text) const;
-    QVector<int> neededPackages(int package) const;
+    QVector<int> neededBlocks(int id) const;
+    QVector<int> neededPackages(int id) const;
+    QByteArray textWithoutHoisted(int index, const QByteArray &text) const;
+    QByteArray textOfBlocks(const TextPiece &piece, const QByteArray &text) const;
     QString circleError() const;
     QStringList messagesOfMissing(bool imported) const;
     QHash<QByteArray, QString> misreadPackages() const;
     bool isMissing(const PackageUse &use) const;
     QVector<PackageUse> usesOf(int text) const;
     QString messageAt(int text, const PackageUse &use, const QString &words) const;
-    const PackageDeclaration &declaration(int package) const;
+    const ScopeBlock &block(int id) const;
 
     const DesignSources &m_sources;
     const PreprocessedText &m_text;
     QVector<TextScopes> m_scopes;          ///< By text.
-    QVector<PackagePlace> m_packages;      ///< Those that uses mean.
-    QHash<QByteArray, int> m_packageOf;    ///< Index in m_packages; sources win over libraries.
+    QVector<BlockPlace> m_blocks;          ///< By their ids. Of packages those that uses mean.
+    QHash<QByteArray, int> m_packageOf;    ///< Id of a package; sources win over libraries.
+    QVector<QVector<int>> m_blocksOf;      ///< By text: ids.
+    QVector<QVector<int>> m_sharedOf;      ///< By text: ids of blocks that are no packages.
     QSet<QByteArray> m_types;              ///< All of the design.
     QVector<bool> m_usesMissing;           ///< By text.
     QVector<QVector<int>> m_typeProviders; ///< By text: texts whose types it uses.
-    QVector<bool> m_hoisted;               ///< By package: comes first, as a piece of its own.
+    QVector<bool> m_hoisted;               ///< By id: comes first, in a piece of its own.
     QVector<TextPiece> m_pieces;
 };
 

@@ -102,7 +102,7 @@ void SourceReading::scan(QStringList *messages)
 {
     scanTexts();
     m_order = std::make_unique<SourceOrder>(m_sources, *m_text);
-    *messages += m_order->errors();
+    *messages += m_order->warnings() + m_order->errors();
     const DesignModules modules(m_scan, *m_text);
     m_modules = modules.modules();
     m_tops = modules.tops(m_sources.top);
