@@ -16,6 +16,7 @@
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace NETWEIR;
@@ -92,6 +93,7 @@ private Q_SLOTS:
     void readsAnyPath_data();
     void readsAnyPath();
     void looksForIncludesBesideTheFileFirst();
+    void waitsForAnIncludedPipeUntilTheTimeout();
     void readsIncludePathsInOrder();
     void carriesMacrosFromFileToFile();
     void readsMacrosOfTheProject();
@@ -834,6 +836,32 @@ void TestExtraction::looksForIncludesBesideTheFileFirst()
     QVERIFY(design.extract());
     QVERIFY(!design.netlist->findNet(QStringLiteral("top/w[2]")));
     QVERIFY(design.netlist->findNet(QStringLiteral("top/u/w[2]")));
+}
+
+void TestExtraction::waitsForAnIncludedPipeUntilTheTimeout()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "`ifdef PIPE\n`include \"pipe.vh\"\n`include \"pipe.vh\"\n"
+                                        "`endif\nmodule top; endmodule\n");
+    const QString pipe = design.path(QStringLiteral("pipe.vh"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const QString warning =
+        QStringLiteral("WARNING: %1: A source includes this, which is a pipe or "
+                       "a device. Reading it may last until the timeout.")
+            .arg(pipe);
+    QVERIFY(design.extract());
+    QCOMPARE(design.messages, QStringList(warning));
+
+    design.set(TE::DesignInfo::Macros, QStringList(QStringLiteral("PIPE")));
+    design.set(TE::DesignInfo::Timeout, 1);
+    QElapsedTimer timer;
+    timer.start();
+    design.findModules();
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(design.messages.first(), warning);
+    QVERIFY2(design.firstError().startsWith(
+                 QLatin1String("ERROR: Reading the sources took longer than 1 seconds")),
+             qPrintable(design.firstError()));
 }
 
 void TestExtraction::readsIncludePathsInOrder()

@@ -122,6 +122,7 @@ private:
     void checkFile(const QString &path, bool library);
     void checkContent(const QString &path, const QByteArray &content);
     void collectIncludes(const QString &path, const QByteArray &content);
+    void warnOfSpecialFile(const QString &path);
     QString findInclude(const QString &includingFile, const QString &name) const;
 
     const DesignSources &m_sources;
@@ -229,8 +230,10 @@ void SourceCheck::collectIncludes(const QString &path, const QByteArray &content
         if (end == content.size() || content[end] != close)
             continue;
         const QString found = findInclude(path, QFile::decodeName(content.mid(begin, end - begin)));
-        if (!found.isEmpty())
+        if (QFileInfo(found).isFile())
             m_pending.append(found);
+        else if (!found.isEmpty())
+            warnOfSpecialFile(found);
     }
 }
 
@@ -240,11 +243,24 @@ QString SourceCheck::findInclude(const QString &includingFile, const QString &na
     folders.append(QFileInfo(includingFile).absolutePath());
     for (const QString &folder : qAsConst(folders)) {
         const QString path = QDir::cleanPath(QDir(folder).filePath(name));
-        // Anything but a regular file the elaborator reports by itself.
-        if (QFileInfo(path).isFile())
+        // A folder the elaborator reports by itself.
+        const QFileInfo info(path);
+        if (info.exists() && !info.isDir())
             return path;
     }
     return {};
+}
+
+/// The line may be one that the preprocessor leaves out, so that this is no error yet.
+void SourceCheck::warnOfSpecialFile(const QString &path)
+{
+    if (m_seen.contains(path))
+        return;
+    m_seen.insert(path);
+    m_messages.append(
+        warningMessage({path}, Text::tr("A source includes this, which is a pipe or a "
+                                        "device. Reading it may last until the "
+                                        "timeout.")));
 }
 
 } // namespace
