@@ -1,0 +1,3 @@
+rtl/fifo.sv
+rtl/fifo_checks.sv
+rtl/top.sv

@@ -1,0 +1,2 @@
+rtl/bus_if.sv
+rtl/top.sv

@@ -1,0 +1,2 @@
+rtl/stream_if.sv
+rtl/top.sv

@@ -1,0 +1,2 @@
+rtl/top.sv
+rtl/bench.sv

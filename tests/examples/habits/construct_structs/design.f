@@ -1,0 +1,2 @@
+rtl/bus_pkg.sv
+rtl/top.sv

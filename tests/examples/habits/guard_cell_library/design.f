@@ -1,0 +1,2 @@
+rtl/top.v
+lib/dff.v

@@ -1,0 +1,2 @@
+ip/multiplier.v
+rtl/top.v

@@ -1,0 +1,2 @@
+rtl/delay.v
+rtl/top.v

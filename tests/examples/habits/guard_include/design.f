@@ -1,0 +1,3 @@
++incdir+inc
+rtl/top.sv
+rtl/sub.sv

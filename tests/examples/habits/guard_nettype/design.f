@@ -1,0 +1,3 @@
+rtl/strict.v
+rtl/lax.v
+rtl/top.v

@@ -1,0 +1,3 @@
+rtl/scaled.v
+rtl/plain.v
+rtl/top.sv

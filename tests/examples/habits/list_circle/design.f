@@ -1,0 +1,2 @@
+rtl/top.v
+-f lists/one.f

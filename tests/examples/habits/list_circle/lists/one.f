@@ -1,0 +1,1 @@
+-f lists/two.f

@@ -1,0 +1,2 @@
+// Comes back to where it came from.
+-f lists/one.f

@@ -1,0 +1,3 @@
++define+WIDTH=4+WITH_DEBUG
++define+DEPTH=8 -DMODE="fast"
+rtl/top.v

@@ -1,0 +1,3 @@
++incdir+inc+inc/cfg
+-Iother -I last
+rtl/top.v

@@ -1,0 +1,2 @@
+--language 1800-2012
+rtl/top.v

@@ -1,0 +1,2 @@
+--language=1364-2001
+rtl/top.v

@@ -1,0 +1,2 @@
+rtl/top.v
+-v lib/cells.v

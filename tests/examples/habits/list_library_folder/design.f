@@ -1,0 +1,4 @@
++libext+.v+.sv
+-y lib
+-y more/lib
+rtl/top.v

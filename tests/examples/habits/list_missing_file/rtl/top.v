@@ -1,0 +1,5 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+
+module top(input a);
+endmodule

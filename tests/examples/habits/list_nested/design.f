@@ -1,0 +1,2 @@
+-f lists/rtl.f
+-f lists/common.f

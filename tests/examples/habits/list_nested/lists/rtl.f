@@ -1,0 +1,3 @@
+-f lists/common.f
+rtl/top.v
+./rtl/../rtl/adder.v

@@ -1,0 +1,2 @@
+rtl/top.v
+-F ip/uart/uart.f

@@ -1,0 +1,2 @@
+-sv
+rtl/top.v

@@ -1,0 +1,3 @@
+rtl/top.v
+
+${NOBODY_SETS_THIS}/rtl/stage.v

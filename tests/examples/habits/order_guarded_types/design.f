@@ -1,0 +1,3 @@
++incdir+inc
+rtl/a_top.sv
+rtl/b_pkg.sv

@@ -1,0 +1,3 @@
+rtl/master.sv
+rtl/top.sv
+rtl/wb_if.sv

@@ -1,0 +1,3 @@
+rtl/top.sv
+rtl/narrow.sv
+rtl/widths_pkg.sv

@@ -1,0 +1,4 @@
+// No file includes the macros; the list has them first.
+defines.v
+rtl/top.v
+rtl/sub.v

@@ -1,0 +1,2 @@
+rtl/top.v
+rtl/sizes_pkg.sv

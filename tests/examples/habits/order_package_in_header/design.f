@@ -1,0 +1,3 @@
++incdir+inc
+rtl/core.sv
+rtl/top.sv

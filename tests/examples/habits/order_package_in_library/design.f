@@ -1,0 +1,2 @@
+rtl/top.sv
+-v lib/fixed_pkg.sv

@@ -1,0 +1,3 @@
+rtl/alu.sv
+rtl/top.sv
+rtl/types_pkg.sv

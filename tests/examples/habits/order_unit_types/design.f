@@ -1,0 +1,3 @@
+rtl/fsm.sv
+rtl/top.sv
+rtl/types.sv

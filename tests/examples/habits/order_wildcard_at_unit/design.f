@@ -1,0 +1,3 @@
+rtl/user.sv
+rtl/top.sv
+rtl/map_pkg.sv

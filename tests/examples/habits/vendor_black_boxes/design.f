@@ -1,0 +1,2 @@
+stubs/ip_stubs.v
+rtl/top.v

@@ -1,0 +1,3 @@
+-y cells
++libext+.v
+rtl/netlist.v

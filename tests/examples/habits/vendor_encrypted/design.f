@@ -1,0 +1,2 @@
+ip/secret.v
+rtl/top.v

@@ -1,0 +1,1 @@
+rtl/top.v
