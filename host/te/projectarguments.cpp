@@ -50,10 +50,11 @@ constexpr OptionName ShortNames[] = {
     {"-sv", Option::SystemVerilog}, {"-sverilog", Option::SystemVerilog}};
 
 /// These may have their value behind an equals sign as well.
-constexpr OptionName LongNames[] = {{"-top", Option::Top},
-                                    {"-top-module", Option::Top},
-                                    {"-language", Option::Language},
-                                    {"-default-language", Option::Language}};
+constexpr OptionName LongNames[] = {
+    {"-top", Option::Top},           {"-top-module", Option::Top},
+    {"-language", Option::Language}, {"-default-language", Option::Language},
+    {"-file", Option::List},         {"-incdir", Option::IncludePath},
+    {"-define", Option::Macro},      {"-libext", Option::LibraryExtension}};
 
 constexpr OptionName PlusNames[] = {{"incdir", Option::IncludePath},
                                     {"define", Option::Macro},

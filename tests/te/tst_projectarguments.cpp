@@ -137,6 +137,8 @@ void TestProjectArguments::collects_data()
     row({"-y", "cells", "-y", "/abs/more", "+libext+.v+.sv+", "+libext+.vlib"},
         "y:~/cells y:/abs/more ext:.v ext:.sv ext:.vlib");
     row({"+incdir+a++b+"}, "I:a I:b");
+    row({"-incdir", "a", "--incdir=b", "-define", "A=1", "-define=B=2", "-libext", ".v"},
+        "I:a I:b D:A=1 D:B=2 ext:.v");
     row({"-sv"}, "std:1800-2017");
     row({"--sv"}, "std:1800-2017");
     row({"-sverilog"}, "std:1800-2017");
@@ -280,6 +282,7 @@ void TestProjectArguments::listsStartInTheirFolders_data()
     row("hint for a list", "\n-f sub/inner.f", "-f deep/third.f",
         "~/sub/inner.f:1: cannot read the argument file ~/deep/third.f: No such file or directory "
         "(paths in a list that is read with -f start in ~, with -F in the list's folder)");
+    row("long name", "-file sub/inner.f", "a.v", "~/a.v:2");
     row("circle", "-F sub/inner.f", "-F ../outer.f",
         "~/sub/inner.f:1: the argument file ~/outer.f includes itself or is nested too deep");
 }
