@@ -118,6 +118,48 @@ Sources wellOrdered()
     };
 }
 
+bool isDeclared(const QByteArrayList &declarations, const QByteArray &beginning)
+{
+    return std::any_of(
+        declarations.begin(), declarations.end(),
+        [&beginning](const QByteArray &declaration) { return declaration.startsWith(beginning); });
+}
+
+/// Packages, shared types and modules at random, each in a line and behind all that it needs.
+QByteArrayList randomDeclarations(std::mt19937 *random)
+{
+    const auto below = [random](int end) { return int((*random)() % unsigned(end)); };
+    QByteArrayList result = {"package p0; localparam W = 2; typedef logic [W-1:0] t; endpackage"};
+    QByteArrayList types = {"p0::t"};
+    QByteArray instances;
+    constexpr int Count = 24;
+    for (int i = 1; i < Count; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        const QByteArray type = types[below(types.size())];
+        const QByteArray package = "p" + QByteArray::number(below(i));
+        const bool isPackage = isDeclared(result, "package " + package + ";");
+        switch (isPackage ? below(3) : 2) {
+        case 0:
+            result.append("package p" + number + "; import " + package + "::*; localparam W" +
+                          number + " = " + package + "::W + 1; localparam W = " + package +
+                          "::W + 1; typedef struct packed { " + package +
+                          "::t a; logic [W-1:0] b; } t; endpackage");
+            types.append("p" + number + "::t");
+            break;
+        case 1:
+            result.append("typedef struct packed { " + type + " a; logic b; } t" + number + ";");
+            types.append("t" + number);
+            break;
+        default:
+            result.append("module m" + number + "(input " + type + " a, output " + type +
+                          " b); assign b = a; endmodule");
+            instances += type + " a" + number + ", b" + number + "; m" + number + " u" + number +
+                         "(.a(a" + number + "), .b(b" + number + ")); ";
+        }
+    }
+    return result << "module top; " + instances + "endmodule";
+}
+
 } // namespace
 
 class TestSourceOrder : public TarnTest::TestCase
@@ -132,6 +174,8 @@ private Q_SLOTS:
     void piecesKeepLinesAndColumns();
     void everyOrderGivesTheSameNetlist_data();
     void everyOrderGivesTheSameNetlist();
+    void filesThatNeedEachOtherGiveTheSameNetlist_data();
+    void filesThatNeedEachOtherGiveTheSameNetlist();
     void packagesOfLibrariesAreDeclared();
     void filesMayNeedEachOther();
     void sharedTypesMayServePackagesBehind();
@@ -221,7 +265,7 @@ void TestSourceOrder::whatIsUsedComesFirst_data()
     row("types in a circle",
         {source("a", "typedef logic a_t; module a; b_t x;"),
          source("b", "typedef logic b_t; module b; a_t x;")},
-        "b/0 a/0 b a");
+        "a/0 b a");
     row("shared type of a file that needs the package that uses it",
         {source("a", "typedef logic [1:0] w; module a; import p::*;"),
          source("p", "package p; typedef w x; endpackage")},
@@ -235,7 +279,7 @@ void TestSourceOrder::whatIsUsedComesFirst_data()
         {source("a", "typedef logic t; package p; t x; endpackage import p::*; class c; endclass : "
                      "c module a; import q::*; endmodule"),
          source("q", "package q; import p::*; c y; endpackage")},
-        "a/0/1/2 q a");
+        "a/0/1/3 q a");
     row("Verilog has no packages",
         {source("m.v", "module m; wire import, p; endmodule"),
          source("p.v", "module p; reg package; endmodule")},
@@ -362,6 +406,35 @@ void TestSourceOrder::everyOrderGivesTheSameNetlist()
     const QString text = TarnTest::netlistText(design.netlist->top());
     QCOMPARE(text, TarnTest::netlistText(reference.netlist->top()));
     QVERIFY2(text.contains(QLatin1String("in[2:0]")), qPrintable(text));
+}
+
+void TestSourceOrder::filesThatNeedEachOtherGiveTheSameNetlist_data()
+{
+    QTest::addColumn<int>("seed");
+    for (int seed = 0; seed < 12; ++seed)
+        QTest::addRow("%d", seed) << seed;
+}
+
+void TestSourceOrder::filesThatNeedEachOtherGiveTheSameNetlist()
+{
+    QFETCH(int, seed);
+    std::mt19937 random(static_cast<unsigned>(seed));
+    const QByteArrayList declarations = randomDeclarations(&random);
+    TarnTest::DesignFixture reference;
+    addTo(&reference, {{QStringLiteral("all.sv"), declarations.join('\n')}});
+    QVERIFY2(reference.extract(), qPrintable(reference.messages.join('\n')));
+
+    constexpr int Files = 5;
+    Sources sources;
+    for (int i = 0; i < Files; ++i)
+        sources.append({QStringLiteral("f%1.sv").arg(i), "\n"});
+    for (const QByteArray &declaration : declarations)
+        sources[int(random() % Files)].second += declaration + '\n';
+    TarnTest::DesignFixture design;
+    addTo(&design, sources);
+    QVERIFY2(design.extract(), qPrintable(design.messages.join('\n')));
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()),
+             TarnTest::netlistText(reference.netlist->top()));
 }
 
 void TestSourceOrder::packagesOfLibrariesAreDeclared()

@@ -183,6 +183,7 @@ void ScopeScanner::openBlock()
     m_result.blocks.append(ScopeBlock());
     m_blockUses = UseList();
     block().line = m_token.line;
+    block().range = {offset(m_token), offset(m_token)};
 }
 
 /// At the first token of something that all texts behind see, unless it stands in a package.
@@ -190,9 +191,7 @@ void ScopeScanner::openShared()
 {
     if (inPackage() || m_inUnit)
         return;
-    if (m_result.blocks.isEmpty() || !block().package.isNull())
-        openBlock();
-    block().ranges.append({offset(m_token), offset(m_token)});
+    openBlock();
     m_inShared = true;
 }
 
@@ -207,7 +206,7 @@ void ScopeScanner::closeShared()
     } else if (m_token.is(';')) {
         advance();
     }
-    block().ranges.last().end = offset(m_token);
+    block().range.end = offset(m_token);
     m_inShared = false;
 }
 
@@ -216,7 +215,6 @@ void ScopeScanner::openPackage()
     if (inPackage())
         closePackage();
     openBlock();
-    block().ranges.append({offset(m_token), offset(m_token)});
     advance();
     while (m_token.is(Keyword::Other)) // automatic, static
         advance();
@@ -232,7 +230,7 @@ void ScopeScanner::closePackage()
         advance();
     }
     if (inPackage())
-        block().ranges.last().end = offset(m_token);
+        block().range.end = offset(m_token);
     m_inPackage = false;
 }
 
@@ -244,8 +242,8 @@ void ScopeScanner::scanImport()
         advance();
         const bool isShared = m_importing && m_inShared;
         if (isShared && m_previous.is('c'))
-            m_result.sharedImports.append({toBytes(m_beforePrevious.text),
-                                           m_token.is('*') ? QByteArray() : toBytes(m_token.text)});
+            block().imports.append({toBytes(m_beforePrevious.text),
+                                    m_token.is('*') ? QByteArray() : toBytes(m_token.text)});
     }
     m_importing = false;
 }
@@ -347,20 +345,20 @@ TextScopes scanScopes(const QByteArray &text)
     return ScopeScanner(text).run();
 }
 
-QVector<QByteArray> mentionedNames(const QByteArray &text, const QSet<QByteArray> &names)
+QVector<NameMention> mentionsOf(const QSet<QByteArray> &names, const QByteArray &text)
 {
-    QVector<QByteArray> result;
-    QSet<QByteArray> seen;
+    QVector<NameMention> result;
     VerilogTokens tokens(text, true);
+    Token previous;
     for (Token token = tokens.next(); token.kind != Token::EndOfText; token = tokens.next()) {
-        if (token.kind != Token::Identifier)
+        const bool isScoped = previous.is('c') || previous.is('.');
+        previous = token;
+        if (token.kind != Token::Identifier || isScoped)
             continue;
         const auto name =
             names.constFind(QByteArray::fromRawData(token.text.data(), int(token.text.size())));
-        if (name == names.constEnd() || seen.contains(*name))
-            continue;
-        seen.insert(*name);
-        result.append(*name);
+        if (name != names.constEnd())
+            result.append({*name, int(token.place - text.constData())});
     }
     return result;
 }

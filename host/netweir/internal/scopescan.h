@@ -7,6 +7,7 @@
 #include "modulescan.h"
 
 #include <QByteArray>
+#include <QPair>
 #include <QSet>
 #include <QVector>
 
@@ -22,22 +23,17 @@ struct PackageUse
     bool imported = false; ///< Here or later.
 };
 
-/// What other texts may need of a text: a package, or the types and imports that stand between two
-/// packages and outside of modules.
+/// What other texts may need of a text: a package, or a type or import outside of packages and
+/// modules, which all texts behind see.
 struct ScopeBlock
 {
     QByteArray package; ///< Its name; null for types and imports.
-    QVector<TextRange> ranges;
+    TextRange range;
     int line = 0;
     QSet<QByteArray> types;
     QVector<PackageUse> uses; ///< One for each package.
-};
-
-/// An import outside of modules and packages: all texts behind see what it brings.
-struct SharedImport
-{
-    QByteArray package;
-    QByteArray name; ///< Null for all names.
+    /// What an import brings, a null name for all that is in the package.
+    QVector<QPair<QByteArray, QByteArray>> imports;
 };
 
 /// What a text declares for others, and what it needs of others. Types are the names that a parser
@@ -46,17 +42,23 @@ struct TextScopes
 {
     QVector<ScopeBlock> blocks;
     QVector<PackageUse> uses; ///< Outside of blocks, one for each package.
-    QVector<SharedImport> sharedImports;
-    QSet<QByteArray> types; ///< All that are declared in the text, type parameters too.
+    QSet<QByteArray> types;   ///< All that are declared in the text, type parameters too.
 };
 
 /// Finds packages, types and their uses in preprocessed SystemVerilog text. No parser: any text is
 /// accepted, time and memory are linear in it.
 NETWEIR_EXPORT TextScopes scanScopes(const QByteArray &text);
 
-/// Which of @p names the text mentions, in the order of the text.
-NETWEIR_EXPORT QVector<QByteArray> mentionedNames(const QByteArray &text,
-                                                  const QSet<QByteArray> &names);
+/// A name at a place in a text.
+struct NameMention
+{
+    QByteArray name;
+    int offset = 0;
+};
+
+/// Where the text mentions @p names without a scope, in the order of the text.
+NETWEIR_EXPORT QVector<NameMention> mentionsOf(const QSet<QByteArray> &names,
+                                               const QByteArray &text);
 
 } // namespace Internal
 } // namespace NETWEIR

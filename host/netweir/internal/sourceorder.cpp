@@ -109,8 +109,8 @@ SourceOrder::SourceOrder(const DesignSources &sources, const PreprocessedText &t
     , m_text(text)
     , m_scopes(sources.files.size())
     , m_blocksOf(sources.files.size())
-    , m_sharedOf(sources.files.size())
-    , m_typeProviders(sources.files.size())
+    , m_usedPackages(sources.files.size())
+    , m_typesOfText(sources.files.size())
 {
     scan();
     indexBlocks();
@@ -136,9 +136,7 @@ void SourceOrder::indexBlocks()
                 const QByteArray &name = m_scopes[i].blocks[k].package;
                 if (m_sources.files[i].library != library || m_packageOf.contains(name))
                     continue;
-                if (name.isNull())
-                    m_sharedOf[i].append(m_blocks.size());
-                else
+                if (!name.isNull())
                     m_packageOf.insert(name, m_blocks.size());
                 m_blocksOf[i].append(m_blocks.size());
                 m_blocks.append({i, k});
@@ -146,6 +144,7 @@ void SourceOrder::indexBlocks()
         }
     }
     m_hoisted.fill(false, m_blocks.size());
+    m_typesOfBlock.resize(m_blocks.size());
 }
 
 void SourceOrder::findMissing()
@@ -154,6 +153,8 @@ void SourceOrder::findMissing()
         const QVector<PackageUse> uses = usesOf(i);
         m_usesMissing.append(std::any_of(uses.begin(), uses.end(),
                                          [this](const PackageUse &use) { return isMissing(use); }));
+        for (const PackageUse &use : uses)
+            m_usedPackages[i].insert(use.package);
     }
 }
 
@@ -162,24 +163,21 @@ const ScopeBlock &SourceOrder::block(int id) const
     return m_scopes[m_blocks[id].text].blocks[m_blocks[id].block];
 }
 
-QHash<QByteArray, SourceOrder::TypeOwner> SourceOrder::typeOwners() const
+/// Ids of the types and imports that make a name known to all texts behind.
+QHash<QByteArray, QVector<int>> SourceOrder::typeOwners() const
 {
-    QHash<QByteArray, TypeOwner> owners;
-    const auto add = [&owners](const QByteArray &type, const TypeOwner &owner) {
-        if (!owners.contains(type))
-            owners.insert(type, owner);
-    };
-    for (int i = 0; i < m_scopes.size(); ++i) {
-        for (const int shared : m_sharedOf[i]) {
-            for (const QByteArray &type : block(shared).types)
-                add(type, {i, {}});
-        }
-        for (const SharedImport &import : m_scopes[i].sharedImports) {
-            const int package = m_packageOf.value(import.package, -1);
+    QHash<QByteArray, QVector<int>> owners;
+    for (int id = 0; id < m_blocks.size(); ++id) {
+        if (!block(id).package.isNull())
+            continue;
+        for (const QByteArray &type : block(id).types)
+            owners[type].append(id);
+        for (const auto &import : block(id).imports) {
+            const int package = m_packageOf.value(import.first, -1);
             const QSet<QByteArray> types = package < 0 ? QSet<QByteArray>() : block(package).types;
             for (const QByteArray &type : types) {
-                if (import.name.isNull() || import.name == type)
-                    add(type, {i, import.package});
+                if (import.second.isNull() || import.second == type)
+                    owners[type].append(id);
             }
         }
     }
@@ -188,25 +186,53 @@ QHash<QByteArray, SourceOrder::TypeOwner> SourceOrder::typeOwners() const
 
 void SourceOrder::findTypeUses()
 {
-    const QHash<QByteArray, TypeOwner> owners = typeOwners();
+    const QHash<QByteArray, QVector<int>> owners = typeOwners();
     if (owners.isEmpty())
         return;
-    QSet<QByteArray> names;
-    for (auto owner = owners.begin(); owner != owners.end(); ++owner)
-        names.insert(owner.key());
+    const QList<QByteArray> keys = owners.keys();
+    const QSet<QByteArray> names(keys.begin(), keys.end());
     for (int i = 0; i < m_scopes.size(); ++i) {
         if (!isSystemVerilog(m_sources, i))
             continue;
-        QSet<QByteArray> used;
-        for (const PackageUse &use : usesOf(i))
-            used.insert(use.package);
-        for (const QByteArray &name : mentionedNames(m_text.texts()[i], names)) {
-            const TypeOwner &owner = owners[name];
-            if (owner.text != i && !m_scopes[i].types.contains(name) &&
-                !used.contains(owner.package))
-                m_typeProviders[i].append(owner.text);
+        int next = 0; // Of the blocks that end behind the mention.
+        QSet<QPair<int, QByteArray>> seen;
+        for (const NameMention &mention : mentionsOf(names, m_text.texts()[i])) {
+            const QVector<int> &ids = m_blocksOf[i];
+            while (next < ids.size() && block(ids[next]).range.end <= mention.offset)
+                ++next;
+            const bool inBlock =
+                next < ids.size() && block(ids[next]).range.begin <= mention.offset;
+            const int user = inBlock ? ids[next] : -1;
+            if (seen.contains({user, mention.name}))
+                continue;
+            seen.insert({user, mention.name});
+            noteTypeUse(i, mention, user, owners[mention.name]);
         }
     }
+}
+
+/// A mention in block @p user, or outside of all blocks. A type of the same text counts first.
+void SourceOrder::noteTypeUse(int text, const NameMention &mention, int user,
+                              const QVector<int> &owners)
+{
+    const auto own = std::find_if(owners.begin(), owners.end(),
+                                  [this, text](int id) { return m_blocks[id].text == text; });
+    if (own == owners.end() && m_scopes[text].types.contains(mention.name))
+        return;
+    const int owner = own == owners.end() ? owners.first() : *own;
+    if (user >= 0 && owner != user && !block(user).types.contains(mention.name))
+        m_typesOfBlock[user].append(owner);
+    if (own == owners.end() && !usesPackageOf(text, owner))
+        m_typesOfText[text].append(owner);
+}
+
+/// Whether a text says itself that it uses the package that an import brings.
+bool SourceOrder::usesPackageOf(int text, int id) const
+{
+    const auto &imports = block(id).imports;
+    return std::any_of(imports.begin(), imports.end(), [this, text](const auto &import) {
+        return m_usedPackages[text].contains(import.first);
+    });
 }
 
 /// In the order of the text.
@@ -279,9 +305,9 @@ void SourceOrder::hoistFor(int user, int text)
         if (package >= 0 && m_blocks[package].text == text)
             hoist(package);
     }
-    if (m_typeProviders[user].contains(text)) {
-        for (const int shared : m_sharedOf[text])
-            hoist(shared);
+    for (const int type : m_typesOfText[user]) {
+        if (m_blocks[type].text == text)
+            hoist(type);
     }
 }
 
@@ -308,24 +334,17 @@ QVector<int> SourceOrder::neededTexts(int text) const
         if (package >= 0 && !m_hoisted[package] && m_blocks[package].text != text)
             result.append(m_blocks[package].text);
     }
-    return result + m_typeProviders[text];
+    for (const int type : m_typesOfText[text]) {
+        if (!m_hoisted[type])
+            result.append(m_blocks[type].text);
+    }
+    return result;
 }
 
-/// What has to stand in front of a block that is hoisted. Of types and imports those right in front
-/// are enough: these need the ones before.
+/// What has to stand in front of a block that is hoisted.
 QVector<int> SourceOrder::neededBlocks(int id) const
 {
-    const BlockPlace &place = m_blocks[id];
-    QVector<int> result;
-    for (const int provider : m_typeProviders[place.text]) {
-        if (!m_sharedOf[provider].isEmpty())
-            result.append(m_sharedOf[provider].last());
-    }
-    const QVector<int> &shared = m_sharedOf[place.text];
-    const auto behind = std::lower_bound(shared.begin(), shared.end(), id);
-    if (behind != shared.begin())
-        result.append(*(behind - 1));
-    return result + neededPackages(id);
+    return m_typesOfBlock[id] + neededPackages(id);
 }
 
 QVector<int> SourceOrder::neededPackages(int id) const
@@ -349,10 +368,8 @@ QByteArray SourceOrder::textWithoutHoisted(int index, const QByteArray &text) co
 {
     QByteArray result = text;
     for (const int id : m_blocksOf[index]) {
-        if (!m_hoisted[id])
-            continue;
-        for (const TextRange &range : block(id).ranges)
-            blank(&result, range);
+        if (m_hoisted[id])
+            blank(&result, block(id).range);
     }
     return result;
 }
@@ -362,11 +379,10 @@ QByteArray SourceOrder::textOfBlocks(const TextPiece &piece, const QByteArray &t
     QByteArray result;
     int end = 0;
     for (const int index : piece.blocks) {
-        for (const TextRange &range : m_scopes[piece.text].blocks[index].ranges) {
-            appendBlank(&result, text, {end, range.begin});
-            result += text.mid(range.begin, range.end - range.begin);
-            end = range.end;
-        }
+        const TextRange &range = m_scopes[piece.text].blocks[index].range;
+        appendBlank(&result, text, {end, range.begin});
+        result += text.mid(range.begin, range.end - range.begin);
+        end = range.end;
     }
     return result + '\n';
 }

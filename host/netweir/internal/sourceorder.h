@@ -73,18 +73,12 @@ private:
         int block; ///< Index in the scopes of the text.
     };
 
-    /// Who makes a type known to all texts behind.
-    struct TypeOwner
-    {
-        int text;
-        QByteArray package; ///< That it imports the type from; null for a type of its own.
-    };
-
     void scan();
     void indexBlocks();
     void findMissing();
     void findTypeUses();
-    QHash<QByteArray, TypeOwner> typeOwners() const;
+    QHash<QByteArray, QVector<int>> typeOwners() const;
+    void noteTypeUse(int text, const NameMention &mention, int user, const QVector<int> &owners);
     void findOrder();
     void hoistLibraries();
     void hoist(int id);
@@ -101,20 +95,22 @@ private:
     QHash<QByteArray, QString> misreadPackages() const;
     bool isMissing(const PackageUse &use) const;
     QVector<PackageUse> usesOf(int text) const;
+    bool usesPackageOf(int text, int id) const;
     QString messageAt(int text, const PackageUse &use, const QString &words) const;
     const ScopeBlock &block(int id) const;
 
     const DesignSources &m_sources;
     const PreprocessedText &m_text;
-    QVector<TextScopes> m_scopes;          ///< By text.
-    QVector<BlockPlace> m_blocks;          ///< By their ids. Of packages those that uses mean.
-    QHash<QByteArray, int> m_packageOf;    ///< Id of a package; sources win over libraries.
-    QVector<QVector<int>> m_blocksOf;      ///< By text: ids.
-    QVector<QVector<int>> m_sharedOf;      ///< By text: ids of blocks that are no packages.
-    QSet<QByteArray> m_types;              ///< All of the design.
-    QVector<bool> m_usesMissing;           ///< By text.
-    QVector<QVector<int>> m_typeProviders; ///< By text: texts whose types it uses.
-    QVector<bool> m_hoisted;               ///< By id: comes first, in a piece of its own.
+    QVector<TextScopes> m_scopes;             ///< By text.
+    QVector<BlockPlace> m_blocks;             ///< By their ids. Of packages those that uses mean.
+    QHash<QByteArray, int> m_packageOf;       ///< Id of a package; sources win over libraries.
+    QVector<QVector<int>> m_blocksOf;         ///< By text: ids.
+    QSet<QByteArray> m_types;                 ///< All of the design.
+    QVector<bool> m_usesMissing;              ///< By text.
+    QVector<QSet<QByteArray>> m_usedPackages; ///< By text.
+    QVector<QVector<int>> m_typesOfText;      ///< By text: ids of types of others that it uses.
+    QVector<QVector<int>> m_typesOfBlock;     ///< By id: ids of the types that it uses.
+    QVector<bool> m_hoisted;                  ///< By id: comes first, in a piece of its own.
     QVector<TextPiece> m_pieces;
 };
 
