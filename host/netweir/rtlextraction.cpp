@@ -13,6 +13,8 @@
 #include <QDebug>
 #include <QElapsedTimer>
 
+#include <new>
+
 namespace NETWEIR {
 
 using namespace Internal;
@@ -59,17 +61,33 @@ void reportNetlist(const RtlNetlist &netlist, qint64 milliseconds)
                                  << QString::number(double(milliseconds) / 1000, 'f', 2) << " s";
 }
 
+/// Runs @p step of an extraction. Where memory does not suffice for it, which no exception may tell
+/// to other libraries, false and a message.
+template <typename Step>
+bool runWithinMemory(const Step &step, QStringList *messages)
+{
+    try {
+        step();
+        return true;
+    } catch (const std::bad_alloc &) {
+        messages->append(errorMessage(Text::tr("There is not enough memory to read the design.")));
+        return false;
+    }
+}
+
 } // namespace
 
 void catchRtlModules(QStringList &tops, QStringList &modules, QStringList &messages,
                      QMap<QString, QVariant> &info, QWidget *parent)
 {
-    const auto extraction = std::make_shared<Extraction>(readDesignSources(info));
+    auto extraction = std::make_shared<Extraction>(readDesignSources(info));
     QStringList found;
-    {
+    const auto findModules = [&] {
         ExtractionProgress progress(parent);
         extraction->findModules(&progress, &tops, &modules, &found);
-    }
+    };
+    if (!runWithinMemory(findModules, &found))
+        extraction.reset();
     // Callers show messages only when there is an error among them.
     if (!containsError(found))
         logMessages(found);
@@ -85,12 +103,14 @@ void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &messages,
     const std::shared_ptr<Extraction> extraction = lastExtraction();
     QStringList found;
     std::unique_ptr<RtlNetlist> result;
-    if (extraction) {
+    const auto buildNetlist = [&] {
         ExtractionProgress progress(parent);
         result = extraction->buildNetlist(&progress, &found);
-    } else {
+    };
+    if (!extraction)
         found.append(errorMessage(Text::tr("No design has been read.")));
-    }
+    else if (!runWithinMemory(buildNetlist, &found) && lastExtraction() == extraction)
+        lastExtraction().reset();
     logMessages(found);
     messages += found;
     if (result)

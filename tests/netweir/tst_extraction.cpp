@@ -121,6 +121,7 @@ private Q_SLOTS:
     void callsMayNest();
     void reportsAToolThat_data();
     void reportsAToolThat();
+    void reportsALateTimeout();
     void namesATemporaryFolderThatIsNone_data();
     void namesATemporaryFolderThatIsNone();
     void saysThatTheTemporaryFolderIsFull();
@@ -1530,6 +1531,22 @@ void TestExtraction::reportsAToolThat()
     QVERIFY2(design.firstError().startsWith(error),
              qPrintable(design.messages.join(QLatin1Char('\n'))));
     QVERIFY(!design.buildNetlist());
+}
+
+/// After findModules() has given the modules, the box of the caller knows no reason.
+void TestExtraction::reportsALateTimeout()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module top; endmodule\n");
+    design.set(TE::DesignInfo::Timeout, 3);
+    qputenv("TARN_VERILATOR", fakeTool(PreprocessTop + "sleep 1000\n").toLocal8Bit());
+    design.findModules();
+    QCOMPARE(design.messages, QStringList());
+    QVERIFY(!design.buildNetlist());
+    QCOMPARE(debugLines(),
+             QStringList(QStringLiteral("ERROR: Elaborating the design took longer than 3 seconds "
+                                        "and was ended. Raise the timeout in the project's "
+                                        "options.")));
 }
 
 void TestExtraction::namesATemporaryFolderThatIsNone_data()

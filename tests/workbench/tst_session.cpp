@@ -30,6 +30,7 @@ private Q_SLOTS:
     void namesWhatIsWrongInAList();
     void worksWithLittleMemory_data();
     void worksWithLittleMemory();
+    void tooLittleMemoryIsAnError();
     void limitOfFileSizesIsAnError_data();
     void limitOfFileSizesIsAnError();
     void namesATemporaryFolderThatIsNone_data();
@@ -174,6 +175,25 @@ void TestSession::worksWithLittleMemory()
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
     QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
+}
+
+/// The tool says more than the program can hold.
+void TestSession::tooLittleMemoryIsAnError()
+{
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("The sanitizer alone takes more address space");
+#endif
+    writeFile(path("tool"), "#!/bin/sh\necho '`line 1 \"netweir_s1/tiny.v\" 1'\n"
+                            "yes 'wire a_name_of_some_length;' | head -c 200000000\n");
+    QVERIFY(QFile::setPermissions(path("tool"), QFile::ReadOwner | QFile::ExeOwner));
+    qputenv("TARN_VERILATOR", path("tool").toLocal8Bit());
+    const Run result =
+        runWorkbench({"--session", path("shots"), path("tiny.json")},
+                     {QStringLiteral("offscreen"), QStringLiteral("ulimit -v 300000"), {}});
+    qunsetenv("TARN_VERILATOR");
+    QCOMPARE(result.errors, QStringLiteral("Design files contain some errors.: ERROR: There is not "
+                                           "enough memory to read the design.\n"));
+    QCOMPARE(result.exitCode, 1);
 }
 
 void TestSession::limitOfFileSizesIsAnError_data()
