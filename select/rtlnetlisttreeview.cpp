@@ -21,7 +21,7 @@ QString nodeText(NETWEIR::Hierachy *node)
 
 } // namespace
 
-/// So many rows around those in sight decide how wide the column has to be: 0.1 s at most.
+/// So many rows around those in sight decide how wide the column has to be. That takes 0.1 s.
 static constexpr int MeasuredRows = 20000;
 
 RtlNetlistTreeView::RtlNetlistTreeView(QWidget *parent)

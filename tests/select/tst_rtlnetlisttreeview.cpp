@@ -29,6 +29,7 @@ private Q_SLOTS:
     void rowsShowInstancesWithTheirModules();
     void onlyTheTopRowIsExpanded();
     void rowsKnowTheirNodes();
+    void pathsHaveInstanceNamesAlone();
     void newNetlistReplacesTheRows();
     void netRow();
     void busRowHoldsMemberRows();
@@ -101,6 +102,22 @@ void RtlNetlistTreeViewTest::rowsKnowTheirNodes()
         QCOMPARE(row->text(0).section('[', 0, 0), node->instName());
     }
     QCOMPARE(rows, 5);
+}
+
+void RtlNetlistTreeViewTest::pathsHaveInstanceNamesAlone()
+{
+    RtlNetlistTreeView view;
+    view.setNetlistData(m_netlist.get());
+    QStringList paths;
+    for (QTreeWidgetItemIterator it(&view); *it; ++it)
+        paths.append(RtlNetlistTreeView::pathOf(*it));
+    QCOMPARE(paths,
+             QStringList({"top", "top/u_core", "top/u_core/u_b", "top/u_core/u_a", "top/u_io"}));
+    const QTreeWidgetItem foreign({"top"}, RtlTreeItem::HierachyItem);
+    QCOMPARE(RtlNetlistTreeView::pathOf(&foreign), QString());
+    const std::unique_ptr<QTreeWidgetItem> net(view.buildNetItem(m_netlist->top()->nets().first()));
+    QCOMPARE(RtlNetlistTreeView::pathOf(net.get()), QString());
+    QCOMPARE(RtlNetlistTreeView::pathOf(nullptr), QString());
 }
 
 void RtlNetlistTreeViewTest::newNetlistReplacesTheRows()
