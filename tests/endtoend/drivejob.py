@@ -563,7 +563,11 @@ class PacketFilter(Job):
         self.wait_for_window("Search Nets")
         self.search("pf_top/clk", "pf_top/clk", mode="regular expression")
         self.choose("pf_top/clk")
-        self.accept()
+        self.reach(text="OK")
+        self.screen.key("KP_Enter", "Escape")
+        self.expect_chosen("pf_top/clk")
+        self.screen.key("Return")
+        self.wait_for_no_window("Search Nets")
         self.find("lineEditUserClock", text="pf_top/clk")
 
     def gives_up_a_port_with_the_same_net(self):

@@ -89,6 +89,14 @@ class Widgets:
         x, y, width, height = rect
         self.screen.click(x + min(width // 2, right), y + height // 2, **how)
 
+    def reach(self, **wanted):
+        """Gives the widget the focus with the Tab key."""
+        for _ in range(30):
+            if self.find(**wanted).focus:
+                return
+            self.screen.key("Tab")
+        raise Failure(f"Tab does not reach {wanted}")
+
     def enter(self, name, text):
         """Replaces what the line holds."""
         self.click(self.find(name, enabled=True).rect)
