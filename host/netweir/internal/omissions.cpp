@@ -14,6 +14,22 @@ bool isSyntaxError(const ToolMessage &message)
     return message.error && message.text.startsWith("syntax error");
 }
 
+/// Not within the power of the elaborator, whatever the source says.
+bool isUnreadable(const ToolMessage &message)
+{
+    static const char *const texts[] = {
+        "disable isn't underneath a begin", // Legal, but it lacks it.
+        "Usage of cycle delays requires default clocking"};
+    if (message.text.contains("syntax error")) // "Unsupported or syntax error"
+        return false;
+    const bool isLegal =
+        std::any_of(std::begin(texts), std::end(texts),
+                    [&message](const char *text) { return message.text.startsWith(text); });
+    return isLegal || message.code == "UNSUPPORTED" ||
+           message.text.startsWith("Internal Error: ") ||
+           message.text.toLower().contains("unsupported");
+}
+
 QString nameOf(const TextItem &item)
 {
     switch (item.kind) {
@@ -31,10 +47,16 @@ QString nameOf(const TextItem &item)
         return Text::tr("let");
     case TextItem::Checker:
         return Text::tr("checker");
+    case TextItem::Constraint:
+        return Text::tr("constraint");
+    case TextItem::Config:
+        return Text::tr("config");
     case TextItem::Statement:
         return Text::tr("statement");
     case TextItem::Process:
         return Text::tr("procedural block");
+    case TextItem::Assignment:
+        return Text::tr("assignment");
     case TextItem::Module:
     case TextItem::OtherUnit:
         break;
@@ -84,10 +106,7 @@ Omissions::Cause Omissions::causeOf(const ToolMessage &message, bool anySyntax) 
         return Cause::Fault;
     if (anySyntax)
         return isSyntaxError(message) ? Cause::Syntax : Cause::Fault;
-    const bool isUnreadable = message.code == "UNSUPPORTED" ||
-                              message.text.startsWith("Internal Error: ") ||
-                              message.text.toLower().contains("unsupported");
-    if (isUnreadable)
+    if (isUnreadable(message))
         return Cause::Unreadable;
     // What uses a declaration that is gone.
     const int begin = message.text.indexOf('\'') + 1;
@@ -103,6 +122,8 @@ bool Omissions::mayGo(int text, const TextItem &item, Cause cause)
         return false;
     if (item.kind == TextItem::Module)
         return cause == Cause::Unreadable && item.name != m_top;
+    if (item.kind == TextItem::Assignment)
+        return cause == Cause::Unreadable;
     // Within hardware a syntax error is one, unless a word explains it.
     return cause == Cause::Unreadable || item.isVerification() ||
            itemsOf(text).isBeyondGrammar(item);
@@ -113,7 +134,7 @@ void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)
     if (m_gone.contains({text, item.range.begin}))
         return;
     m_gone.insert({text, item.range.begin});
-    if (item.kind == TextItem::Process)
+    if (item.kind == TextItem::Process || item.kind == TextItem::Assignment)
         noteWrites(text, item);
     if (item.kind == TextItem::Module)
         m_modules.insert(item.name);

@@ -32,6 +32,7 @@ const Region *regionOf(const Token &token)
         {Keyword::Covergroup, Keyword::Endgroup, TextItem::Covergroup},
         {Keyword::Clocking, Keyword::Endclocking, TextItem::Clocking},
         {Keyword::Checker, Keyword::Endchecker, TextItem::Checker},
+        {Keyword::Config, Keyword::Endconfig, TextItem::Config},
     };
     for (const Region &region : regions) {
         if (token.is(region.keyword))
@@ -141,6 +142,10 @@ bool TextItems::Scanner::scanKeyword()
         scanAssertion();
         return true;
     }
+    if (isWord(word, "constraint") && m_reader.following().kind == Token::Identifier)
+        add(TextItem::Constraint)->item.name = toBytes(m_reader.following().text);
+    else if (isWord(word, "assign"))
+        add(TextItem::Assignment);
     if (word.kind != Token::Reserved)
         return false;
     if (!m_regions.isEmpty() && word.is(m_regions.last().second)) {
@@ -284,7 +289,10 @@ TextItem TextItems::completed(const Start &start) const
     bool ends = false;
     if (item.kind == TextItem::Assertion || item.kind == TextItem::Process)
         ends = reader.skipStatement();
-    else if (item.kind == TextItem::Let || (item.kind == TextItem::Clocking && item.name.isEmpty()))
+    else if (item.kind == TextItem::Constraint)
+        ends = reader.skipConstraint();
+    else if (item.kind == TextItem::Let || item.kind == TextItem::Assignment ||
+             (item.kind == TextItem::Clocking && item.name.isEmpty()))
         ends = reader.skipToSemicolon();
     item.range.end = ends ? int(reader.end() - m_text.constData()) : item.range.begin;
     return item;
@@ -309,6 +317,7 @@ QVector<TextItem> TextItems::around(int offset) const
     };
     int tried = 0;
     bool hasProcess = false;
+    bool hasAssignment = false;
     for (auto start = after; start != m_starts.begin();) {
         --start;
         const TextItem::Kind kind = start->item.kind;
@@ -317,13 +326,19 @@ QVector<TextItem> TextItems::around(int offset) const
                 break;
         } else if (kind == TextItem::Process) {
             hasProcess = hasProcess || take(*start);
+        } else if (kind == TextItem::Assignment) {
+            hasAssignment = hasAssignment || take(*start);
         } else if (tried < MostNested) {
             ++tried;
             take(*start);
         }
     }
-    std::stable_partition(result.begin(), result.end(),
-                          [](const TextItem &item) { return item.isVerification(); });
+    const auto rankOf = [](const TextItem &item) {
+        return item.isVerification() ? TextItem::Assertion : item.kind;
+    };
+    std::stable_sort(result.begin(), result.end(), [rankOf](const TextItem &a, const TextItem &b) {
+        return rankOf(a) < rankOf(b);
+    });
     return result;
 }
 
@@ -399,18 +414,18 @@ QVector<WrittenName> TextItems::writtenBy(const TextItem &item) const
 
 bool TextItems::isBeyondGrammar(const TextItem &item) const
 {
-    static const std::string_view words[] = {"expect",       "matches", "randomize",
-                                             "randsequence", "tagged",  "wait_order"};
-    char previous = '\0';
+    static const std::string_view words[] = {"expect",       "iff",    "matches",   "randomize",
+                                             "randsequence", "tagged", "wait_order"};
+    Token previous;
     for (TokenReader reader(tokensOf(item)); !reader.atEnd(); reader.advance()) {
         const Token &token = reader.token();
-        if (token.is('#') && previous == '#')
+        if ((token.is('#') && previous.is('#')) || (isWord(token, "repeat") && previous.is('=')))
             return true;
         for (const std::string_view word : words) {
             if (isWord(token, word))
                 return true;
         }
-        previous = token.kind == Token::Punctuation ? token.punctuation : '\0';
+        previous = token;
     }
     return false;
 }

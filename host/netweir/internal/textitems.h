@@ -26,10 +26,13 @@ struct TextItem
         Clocking, ///< "default disable iff" too.
         Let,
         Checker,
+        Constraint, ///< Of a class.
+        Config,
         Statement, ///< Uses one of those above.
         Process,
         Module,
-        OtherUnit ///< An interface or a program, which nothing can stand in for.
+        Assignment, ///< A continuous one, where the module around it has to stay.
+        OtherUnit   ///< An interface or a program, which nothing can stand in for.
     };
 
     bool isVerification() const { return kind <= Statement; }

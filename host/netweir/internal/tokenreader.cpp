@@ -76,6 +76,18 @@ bool TokenReader::skipToSemicolon()
     return false;
 }
 
+bool TokenReader::skipConstraint()
+{
+    while (!atEnd() && !endsUnit(m_token) && !m_token.is('{') && !m_token.is(';'))
+        advance();
+    const bool isPrototype = m_token.is(';');
+    if (isPrototype)
+        advance();
+    else if (m_token.is('{'))
+        skipGroup();
+    return isPrototype || (m_end && m_end[-1] == '}');
+}
+
 /// It ends with the semicolon or the end keyword that leaves nothing open, unless an else of its
 /// own follows.
 bool TokenReader::skipStatement()

@@ -42,6 +42,8 @@ public:
     void skipLabel();
     /// False when there is none.
     bool skipToSemicolon();
+    /// Skips "constraint NAME { ... }" or a prototype. False when it has no end.
+    bool skipConstraint();
     /// Skips a procedural statement. False when it has no end.
     bool skipStatement();
 

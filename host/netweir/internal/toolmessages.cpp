@@ -14,6 +14,7 @@ namespace {
 
 constexpr int MostMessages = 1000;
 const char InternalError[] = "Internal Error: ";
+const char Unsupported[] = "UNSUPPORTED";
 
 bool isAdvice(const QByteArray &text)
 {
@@ -155,6 +156,16 @@ QString userLine(const ToolMessage &message, const Place &place)
     return message.error ? errorMessage(place, text) : warningMessage(place, text);
 }
 
+/// A line below an error may say that the elaborator lacks something.
+void noteReason(const QByteArray &line, QVector<ToolMessage> *messages)
+{
+    const int reason = line.indexOf(": Unsupported: ");
+    if (reason < 0 || messages->isEmpty() || !messages->last().error)
+        return;
+    messages->last().code = Unsupported;
+    messages->last().text += " (" + line.mid(reason + 2) + ')';
+}
+
 } // namespace
 
 QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
@@ -169,8 +180,10 @@ QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
 
         ToolMessage message;
         message.error = line.startsWith("%Error");
-        if (!message.error && !line.startsWith("%Warning"))
+        if (!message.error && !line.startsWith("%Warning")) {
+            noteReason(line, &result);
             continue;
+        }
         const int head = line.indexOf(": ");
         if (head < 0)
             continue;

@@ -19,11 +19,19 @@ bool isAnyOf(const Token &token, std::initializer_list<std::string_view> words)
                        [&token](std::string_view word) { return isWord(token, word); });
 }
 
-/// What an assignment has behind its left side.
-bool beginsOperator(const Token &token)
+/// What an assignment has behind its left side: = <= += <<= ++ and the like, but no comparison.
+bool isAssigned(TokenReader reader)
 {
-    static const QByteArray signs("=<>+-*/%&|^");
-    return token.kind == Token::Punctuation && signs.contains(token.punctuation);
+    QByteArray sign;
+    while (reader.token().kind == Token::Punctuation && sign.size() < 4 &&
+           QByteArray("=<>+-*/%&|^").contains(reader.token().punctuation)) {
+        sign += reader.token().punctuation;
+        reader.advance();
+        if (sign.endsWith('=') || sign == "++" || sign == "--")
+            break;
+    }
+    const bool isEqual = sign == "=" && reader.token().is('=');
+    return !isEqual && sign != ">=" && (sign.endsWith('=') || sign == "++" || sign == "--");
 }
 
 /// Walks over statements; at each beginning of one it looks for a left side.
@@ -75,9 +83,8 @@ QVector<WrittenName> WriteScanner::run()
     m_written.erase(std::remove_if(m_written.begin(), m_written.end(),
                                    [this](const WrittenName &target) {
                                        const QByteArray first =
-                                           target.path.isEmpty()
-                                               ? target.name
-                                               : target.path.left(target.path.indexOf('.'));
+                                           target.path.isEmpty() ? target.name
+                                                                 : target.path.split('.').first();
                                        return m_own.contains(first);
                                    }),
                     m_written.end());
@@ -90,8 +97,12 @@ void WriteScanner::scanBeginning()
     if (token().is('{')) {
         scanParts();
     } else if (token().is('+') || token().is('-')) { // ++ and -- in front
+        const bool isTwice = m_reader.following().is(token().punctuation);
         m_reader.advance();
-        return;
+        if (isTwice)
+            m_reader.advance();
+        if (isTwice && token().kind == Token::Identifier)
+            add(takeTarget());
     } else if (token().kind != Token::Identifier) {
         m_begins = token().is(';') || token().is(':') || token().is(')');
         m_reader.advance();
@@ -105,7 +116,7 @@ void WriteScanner::scanBeginning()
             scanCall(!isSystemTask || storesResults);
         else if (token().kind == Token::Identifier) // A variable of a type with a name.
             scanDeclaration();
-        else if (beginsOperator(token()))
+        else if (isAssigned(m_reader))
             add(target);
         else if (token().is(':') || token().is(',')) // A label.
             return;
@@ -261,10 +272,11 @@ void WriteScanner::skipControl()
     }
 }
 
-/// The rest of a statement, up to the semicolon or the end of a loop's head.
+/// The rest of an assignment, up to the next one in a list, the semicolon or the end of a loop's
+/// head.
 void WriteScanner::skipExpression()
 {
-    while (!m_reader.atEnd() && !token().is(';') && !closesGroup(token())) {
+    while (!m_reader.atEnd() && !token().is(';') && !token().is(',') && !closesGroup(token())) {
         if (token().kind == Token::Reserved && !token().is(Keyword::Other))
             break; // A statement without a semicolon is broken off.
         if (opensGroup(token()))
@@ -272,7 +284,7 @@ void WriteScanner::skipExpression()
         else
             m_reader.advance();
     }
-    if (token().is(';') || closesGroup(token()))
+    if (token().is(';') || token().is(',') || closesGroup(token()))
         m_reader.advance();
     m_begins = true;
 }
