@@ -23,6 +23,8 @@ private Q_SLOTS:
     void theRestOpens();
     void faultsStayErrors_data();
     void faultsStayErrors();
+    void comeAfterTheMacroOfTheTool();
+    void endAfterSomeRuns();
 };
 
 void tst_Omissions::theRestOpens_data()
@@ -130,6 +132,74 @@ top : top
         m[0][3:0] ....
         m[1][3:0] ....
 )");
+    row("a module", R"(module top(input clk, input [7:0] a, output [7:0] q); wire w;
+sub u(clk, a, q);
+other o(.a(w));
+endmodule
+module sub(input clk, input [7:0] a, output reg [7:0] q);
+ function [7:0] f(input [7:0] n); f = n == 0 ? 1 : n * f(n - 1); endfunction
+ localparam X = f(3);
+ wire [X:0] y;
+ other o(.a(y[0]));
+endmodule
+module other(input a); endmodule)",
+        {"5: module sub"}, R"(
+top : top
+    clk O
+    w .
+    a[7:0] OOOOOOOO
+    q[7:0] OOOOOOOO
+    o : other
+        a .
+)");
+    row("an assignment of the top", R"(module top(input a, output [1:0] q); wire [3:0] w;
+ typedef enum { A, B, C } e_t; e_t e, f;
+ assign w[2] = a, {q[1], w[0]} = e.next(a);
+ assign f = A;
+endmodule)",
+        {"3: assignment"}, R"(
+top : top
+    a O
+    q[1:0] O.
+    w[3:0] .O.O
+    e[31:0] ................................
+    f[31:0] OOOOOOOOOOOOOOOOOOOOOOOOOOOOOOOO
+)");
+    row("what writes to an interface", R"(interface bus; logic v, r, n; endinterface
+module top(input clk); bus b(); bus c(); sub u(b); typedef struct packed { logic x, y; } s_t; s_t s, t;
+initial begin randsequence(main) main : { c.r = 1; }; endsequence c.v = 1; s.x = 1; end
+endmodule
+module sub(bus p);
+always @(posedge p.n iff p.r) p.v <= 1;
+endmodule)",
+        {"3: procedural block", "6: procedural block"}, R"(
+top : top
+    clk O
+    s.x O
+    s.y O
+    t.x .
+    t.y .
+    b : bus
+        v O
+        r .
+        n .
+    c : bus
+        v O
+        r .
+        n .
+    u : sub
+)");
+    row("configuration", R"(config cfg; design top; default liblist work; endconfig
+module top(input clk, a, b, output reg q); wire w;
+always @(posedge clk) q <= a;
+endmodule)",
+        {"1: config cfg"}, flop);
+    row("events that the elaborator does not find",
+        R"(module top(input clk, a, b, output reg q); wire w;
+initial begin fork : f #1; join_none disable f; end
+always @(posedge clk) q <= a;
+endmodule)",
+        {"2: procedural block"}, flop);
 }
 
 void tst_Omissions::theRestOpens()
@@ -186,6 +256,54 @@ void tst_Omissions::faultsStayErrors()
     QVERIFY2(design.firstError().startsWith(error),
              qPrintable(design.messages.join(QLatin1Char('\n'))));
     QVERIFY(!design.buildNetlist());
+}
+
+void tst_Omissions::comeAfterTheMacroOfTheTool()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), "module top(input clk, a, output reg q);\n"
+                                       "assert property (@(posedge clk) a ##1 a);\n"
+                                       "`ifndef VERILATOR\nassign q = ;\nassign q = , ;\n"
+                                       "`else\nwire w;\n`endif\nendmodule\n");
+    design.findModules();
+    QCOMPARE(design.firstError(), QString());
+    QCOMPARE(design.messages.size(), 2);
+    QVERIFY(design.messages[0].contains(QLatin1String("the macro VERILATOR defined")));
+    QVERIFY(design.messages[1].startsWith(QLatin1String("WARNING: left out: ")));
+    QVERIFY(design.buildNetlist());
+    QVERIFY(design.netlist->findNet(QStringLiteral("top/w")));
+}
+
+/// Each run ends at the first of these blocks.
+void tst_Omissions::endAfterSomeRuns()
+{
+    constexpr int Most = 20;
+    const auto sourceOf = [](int blocks) {
+        QByteArray source("module top(input [0:0] v); m #(.N(1)) u(.v(v)); endmodule\n"
+                          "module m #(parameter N = 4) (input [N-1:0] v);\n"
+                          "localparam W = $clog2(N);\n");
+        for (int i = 0; i < blocks; ++i)
+            source += QByteArray("integer s#, c#; reg [N*W-1:0] sel#; always @* for (s# = 0; "
+                                 "s# < N; s# = s# + 1) if (v[s#]) begin sel#[c#*W +: W] = s#; "
+                                 "c# = c# + 1; end\n")
+                          .replace('#', QByteArray::number(i));
+        return source + "endmodule\n";
+    };
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), sourceOf(Most));
+    design.findModules();
+    QCOMPARE(design.firstError(), QString());
+    QCOMPARE(design.messages.size(), Most);
+    QVERIFY(design.buildNetlist());
+    QCOMPARE(design.netMessages, QStringList());
+
+    DesignFixture more;
+    more.add(QStringLiteral("a.sv"), sourceOf(Most + 1));
+    more.findModules();
+    QCOMPARE(more.messages.size(), Most + 1);
+    QVERIFY2(more.firstError().contains(QLatin1String("cannot read this construct")),
+             qPrintable(more.firstError()));
+    QVERIFY(!more.buildNetlist());
 }
 
 TARN_TEST_MAIN(tst_Omissions)

@@ -30,6 +30,13 @@ bool Attempt::prepare()
     return !isFinal;
 }
 
+void Attempt::take(const QVector<ToolMessage> &messages)
+{
+    said = messages;
+    toolErrors = int(std::count_if(said.begin(), said.end(),
+                                   [](const ToolMessage &message) { return message.error; }));
+}
+
 bool Attempt::hasErrors() const
 {
     return containsError(notes) || containsError(outcome);
@@ -49,7 +56,7 @@ int Attempt::errors() const
 {
     const QStringList all = notes + outcome;
     const int errors = int(std::count_if(all.begin(), all.end(), isError));
-    return errors > 0 ? errors : std::numeric_limits<int>::max();
+    return errors > 0 ? qMax(errors, toolErrors) : std::numeric_limits<int>::max();
 }
 
 QString Attempt::reason() const

@@ -23,6 +23,9 @@ struct Attempt
     /// Checks the sources, makes the folder and the reading. False when there is nothing to read.
     bool prepare();
 
+    /// Takes what the tool said in a run.
+    void take(const QVector<ToolMessage> &messages);
+
     bool hasErrors() const;
     bool hasOneTop() const;
     bool canElaborate() const;
@@ -42,8 +45,9 @@ struct Attempt
     QStringList outcome;                    ///< What the last run has to say.
     bool isFinal = false;      ///< Cancelled, ended by a limit or not begun: nothing else is tried.
     QVector<ToolMessage> said; ///< The tool's own words of the last run.
-    int runs = 0;              ///< Since something was left out.
-    int omissions = 0;         ///< Runs that left something out.
+    int toolErrors = 0; ///< Of the last run; users are told less, as many follow from others.
+    int runs = 0;       ///< Since something was left out.
+    int omissions = 0;  ///< Runs that left something out.
 };
 
 } // namespace Internal

@@ -187,6 +187,7 @@ bool Extraction::preprocess(ExtractionProgress *progress)
     }
     if (hasFolderProblem(messages) || !m_attempt->reading->takeTexts(*m_process, messages))
         return false;
+    m_attempt->take(parseToolOutput(m_process->errorOutput()));
     const ToolProcess::Result result = m_process->result();
     const bool excused = m_attempt->reading->hasHiddenFaults() && result == ToolProcess::Failed;
     if (result != ToolProcess::Succeeded && !excused && !containsError(*messages))
@@ -249,7 +250,7 @@ void Extraction::finishElaboration(ExtractionProgress *progress)
         m_state = Broken;
         return;
     }
-    m_attempt->said = parseToolOutput(m_process->errorOutput());
+    m_attempt->take(parseToolOutput(m_process->errorOutput()));
     const QVector<ToolMessage> &said = m_attempt->said;
     if (result != ToolProcess::Succeeded && m_attempt->runs < MostRuns &&
         m_attempt->input->learn(said)) {
