@@ -101,6 +101,9 @@ private Q_SLOTS:
     void definesTheMacroOfTheToolWhenNeeded_data();
     void definesTheMacroOfTheToolWhenNeeded();
     void cancelEndsTheSecondReading();
+    void cancelEndsARunWithoutWhatCannotBeRead_data();
+    void cancelEndsARunWithoutWhatCannotBeRead();
+    void lateErrorsGoToTheDebugStream();
     void readsLibraryFiles();
     void readsLibraryFilesInTheirOrder();
     void findsModulesInLibraryFolders();
@@ -1025,6 +1028,68 @@ void TestExtraction::cancelEndsTheSecondReading()
                  QLatin1String("ERROR: Reading the sources took longer than 1 seconds")),
              qPrintable(design.messages.join(QLatin1Char('\n'))));
     QVERIFY2(design.messages.size() == 2, qPrintable(design.messages.join(QLatin1Char('\n'))));
+}
+
+void TestExtraction::cancelEndsARunWithoutWhatCannotBeRead_data()
+{
+    QTest::addColumn<bool>("cancelled");
+    QTest::newRow("cancel") << true;
+    QTest::newRow("time-out") << false;
+}
+
+/// The tool hangs as soon as the assertion has gone.
+void TestExtraction::cancelEndsARunWithoutWhatCannotBeRead()
+{
+    QFETCH(bool, cancelled);
+    const QString tool = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
+    qputenv("TARN_VERILATOR",
+            fakeTool("case \"$1\" in -E) ;; *) grep -q assert text0.sv || sleep 1000;; esac\n"
+                     "exec " +
+                     tool.toLocal8Bit() + " \"$@\"\n")
+                .toLocal8Bit());
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), "module top(input c, a);\n"
+                                       "assert property (@(posedge c) a ##1 a);\nendmodule\n");
+    if (!cancelled)
+        design.set(TE::DesignInfo::Timeout, 1);
+    QElapsedTimer sinceCancel;
+    {
+        DialogWatch watch([&](QProgressDialog *dialog) {
+            if (!cancelled)
+                return;
+            sinceCancel.start();
+            Q_EMIT dialog->canceled();
+        });
+        design.findModules();
+    }
+    if (cancelled)
+        QVERIFY2(sinceCancel.elapsed() < 1000, qPrintable(QString::number(sinceCancel.elapsed())));
+    QCOMPARE(design.messages.size(), 2);
+    QVERIFY(design.messages[0].startsWith(QLatin1String("WARNING: left out: ")));
+    const QString error = cancelled ? QStringLiteral("ERROR: Reading the design was cancelled.")
+                                    : QStringLiteral("ERROR: Elaborating the design took longer "
+                                                     "than 1 seconds and was ended.");
+    QVERIFY2(design.messages[1].startsWith(error), qPrintable(design.messages[1]));
+}
+
+/// What comes after the first call is told by the second one.
+void TestExtraction::lateErrorsGoToTheDebugStream()
+{
+    const QString tool = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
+    qputenv("TARN_VERILATOR", fakeTool("case \"$1\" in -E) ;; *) sleep 3;; esac\nexec " +
+                                       tool.toLocal8Bit() + " \"$@\"\n")
+                                  .toLocal8Bit());
+    DesignFixture design;
+    design.add(QStringLiteral("a.v"), "module top;\nwire [a:0] b;\nendmodule\n");
+    design.set(TE::DesignInfo::Top, QStringLiteral("x"));
+    design.findModules();
+    QCOMPARE(design.messages.size(), 1); // The candidates for the top.
+    QCOMPARE(design.firstError(), QString());
+    QVERIFY(!design.buildNetlist());
+    QVERIFY(!design.netMessages.isEmpty());
+    QVERIFY2(design.netMessages[0].startsWith(QLatin1String("ERROR: ")),
+             qPrintable(design.netMessages[0]));
+    QCOMPARE(debugLines(), design.messages + design.netMessages);
 }
 
 void TestExtraction::readsLibraryFiles()
