@@ -26,6 +26,19 @@ QString nearestFolder(const QString &path)
     return folder;
 }
 
+/// Where @p path may come back: a link by itself or by what it names, which may be a link again.
+QStringList foldersOfReturn(const QString &path)
+{
+    constexpr int MostLinks = 40; // As many as the system follows.
+    QStringList folders = {nearestFolder(path)};
+    QFileInfo info(path);
+    for (int i = 0; i < MostLinks && info.isSymLink(); ++i) {
+        info.setFile(info.symLinkTarget());
+        folders.append(nearestFolder(info.filePath()));
+    }
+    return folders;
+}
+
 } // namespace
 
 SourceWatcher::SourceWatcher(QObject *parent)
@@ -75,7 +88,7 @@ void SourceWatcher::addFile(const QString &path)
     m_files.insert(path, shard);
     rearm(path);
     if (m_missing.contains(path))
-        m_folders.addPath(nearestFolder(path));
+        m_folders.addPaths(foldersOfReturn(path));
 }
 
 void SourceWatcher::removeFile(const QString &path)
@@ -177,8 +190,11 @@ void SourceWatcher::takeReturned(QSet<QString> *modified)
 void SourceWatcher::watchFoldersOfMissing()
 {
     QSet<QString> wanted;
-    for (const QString &path : qAsConst(m_missing))
-        wanted.insert(nearestFolder(path));
+    for (const QString &path : qAsConst(m_missing)) {
+        const QStringList folders = foldersOfReturn(path);
+        for (const QString &folder : folders)
+            wanted.insert(folder);
+    }
     const QStringList watched = m_folders.directories();
     for (const QString &folder : watched) {
         if (!wanted.remove(folder))

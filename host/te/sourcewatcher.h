@@ -19,8 +19,8 @@ namespace TE {
 ///
 /// A file that is replaced has changed, once; one that is gone has changed when it is still missing
 /// after a while, and again when it returns. While it is missing the nearest folder that exists is
-/// watched for its return. Costs one kernel watch a file; a change costs time by the number of
-/// changed and missing files, not by that of watched ones.
+/// watched for its return, and that of what a link names. Costs one kernel watch a file; a change
+/// costs time by the number of changed and missing files, not by that of watched ones.
 class SourceWatcher : public QObject
 {
     Q_OBJECT

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void replacementOfAHardLinkedFileKeepsWatching();
     void shortAbsenceIsOneChange();
     void vanishedFileIsReportedOnceAndWhenItReturns();
+    void targetOfALinkIsReportedWhenItReturns();
     void movedFileIsReported();
     void vanishedFileIsForgottenWithItsProject_data();
     void vanishedFileIsForgottenWithItsProject();
@@ -186,6 +187,28 @@ void TestSourceWatching::vanishedFileIsReportedOnceAndWhenItReturns()
     }
     writeFile(path("a.v"), "3");
     QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
+    m_log->take();
+}
+
+void TestSourceWatching::targetOfALinkIsReportedWhenItReturns()
+{
+    writeFile(path("far/deep/a.v"), "1");
+    QVERIFY(QFile::link(path("far/deep/a.v"), path("far/link.v")));
+    QVERIFY(QDir().mkpath(path("near")));
+    QVERIFY(QFile::link(path("far/link.v"), path("near/a.v")));
+    watch({"near/a.v"});
+    QVERIFY(QDir(path("far/deep")).removeRecursively());
+    QTRY_COMPARE(m_log->lines(), QStringList(report("near/a.v")));
+    m_log->take();
+    writeFile(path("far/deep/a.v"), "2");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("near/a.v")));
+    m_log->take();
+    QVERIFY(QFile::remove(path("far/link.v")));
+    QVERIFY(QFile::remove(path("far/deep/a.v")));
+    QTRY_COMPARE(m_log->lines(), QStringList(report("near/a.v")));
+    m_log->take();
+    writeFile(path("far/link.v"), "3");
+    QTRY_COMPARE(m_log->lines(), QStringList(report("near/a.v")));
     m_log->take();
 }
 
