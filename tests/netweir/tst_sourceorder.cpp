@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <iterator>
 #include <random>
 
 using namespace NETWEIR::Internal;
@@ -125,6 +126,26 @@ bool isDeclared(const QByteArrayList &declarations, const QByteArray &beginning)
         [&beginning](const QByteArray &declaration) { return declaration.startsWith(beginning); });
 }
 
+QByteArray randomWords(std::mt19937 *random)
+{
+    static const char *const words[] = {
+        "package ",  "endpackage ", "module ",     "endmodule ", "import ",  "p",
+        "q",         "::",          "*",           ";",          "typedef ", "class ",
+        "endclass ", "t ",          "u ",          "{",          "}",        "(",
+        ")",         "[",           "]",           "\n",         "type ",    "interface ",
+        "virtual ",  "function ",   "\"p::\"",     "extern ",    ",",        "=",
+        "struct ",   ":",           "endfunction "};
+    QByteArray text;
+    for (int i = 0; i < 60; ++i)
+        text += words[(*random)() % std::size(words)];
+    return text;
+}
+
+int lettersOf(const QByteArray &text)
+{
+    return int(std::count_if(text.begin(), text.end(), [](char c) { return c > ' '; }));
+}
+
 /// Packages, shared types and modules at random, each in a line and behind all that it needs.
 QByteArrayList randomDeclarations(std::mt19937 *random)
 {
@@ -172,6 +193,8 @@ private Q_SLOTS:
     void errorsNameTheFirstUse_data();
     void errorsNameTheFirstUse();
     void piecesKeepLinesAndColumns();
+    void piecesHoldEachTextOnce_data();
+    void piecesHoldEachTextOnce();
     void everyOrderGivesTheSameNetlist_data();
     void everyOrderGivesTheSameNetlist();
     void filesThatNeedEachOtherGiveTheSameNetlist_data();
@@ -376,6 +399,37 @@ void TestSourceOrder::piecesKeepLinesAndColumns()
     QCOMPARE(content(1), text.texts()[1]);
     QCOMPARE(content(2), QByteArray("module x;\nendmodule             \n           module a;\n"
                                     "import pb::*;\nendmodule\n\n"));
+}
+
+void TestSourceOrder::piecesHoldEachTextOnce_data()
+{
+    QTest::addColumn<int>("seed");
+    for (int seed = 0; seed < 20; ++seed)
+        QTest::addRow("%d", seed) << seed;
+}
+
+/// Whatever the texts are.
+void TestSourceOrder::piecesHoldEachTextOnce()
+{
+    QFETCH(int, seed);
+    std::mt19937 random(static_cast<unsigned>(seed));
+    for (int round = 0; round < 100; ++round) {
+        Sources sources;
+        for (const char *name : {"a", "b", "c.v", "-v d"})
+            sources.append({QString::fromUtf8(name), randomWords(&random)});
+        const DesignSources design = designOf(sources);
+        const PreprocessedText text = textOf(sources);
+        const SourceOrder order(design, text);
+        QVector<int> letters(sources.size());
+        for (const TextPiece &piece : order.pieces()) {
+            const QByteArray &whole = text.texts()[piece.text];
+            const QByteArray content = order.contentOf(piece, whole);
+            letters[piece.text] += lettersOf(content);
+            QVERIFY(content.count('\n') <= whole.count('\n') + 1);
+        }
+        for (int i = 0; i < sources.size(); ++i)
+            QCOMPARE(letters[i], lettersOf(text.texts()[i]));
+    }
 }
 
 void TestSourceOrder::everyOrderGivesTheSameNetlist_data()

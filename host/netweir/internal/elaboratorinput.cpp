@@ -105,9 +105,11 @@ bool ElaboratorInput::write(const ToolFolder &folder) const
 {
     bool ok = true;
     for (const TextPiece &piece : m_reading.order().pieces()) {
-        const QByteArray text = m_stubs.withoutArrays(piece.text, m_omissions.texts()[piece.text]);
-        QByteArray content = m_reading.order().contentOf(piece, text);
+        QByteArray content = m_omissions.texts()[piece.text];
         if (piece.blocks.isEmpty()) // In the others there are no instances.
+            content = m_stubs.withoutArrays(piece.text, content);
+        content = m_reading.order().contentOf(piece, content);
+        if (piece.blocks.isEmpty())
             content = m_primitives.named(piece.text, content);
         ok = ok && folder.write(pieceName(m_sources.files[piece.text], piece), content);
     }
