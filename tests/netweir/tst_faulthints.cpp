@@ -180,6 +180,23 @@ void TestFaultHints::theCauseComesOnce_data()
                         "randomize. \"t\" may be a type that no file defines."),
          followers(1)},
         "module n;\nt [2:0] b;\nendmodule\n");
+    row("macro", "module top;\nwire [`WIDTH-1:0] a;\nwire [`WIDTH-1:0] b;\nendmodule\n",
+        {QStringLiteral("ERROR: top.sv:2:7: The macro `WIDTH is not defined. Define it in the "
+                        "options or in a file that is read earlier."),
+         followers(3)},
+        "module n;\n\n\n\n\nwire [`WIDTH:0] b;\nendmodule\n");
+    row("macro that is a statement",
+        "module top;\nreg a;\n`DFF(a, b)\nalways @* begin `CALL end\nendmodule\n",
+        {QStringLiteral("ERROR: top.sv:3:1: The macro `DFF is not defined. Define it in the "
+                        "options or in a file that is read earlier."),
+         QStringLiteral("ERROR: top.sv:4:17: The macro `CALL is not defined. Define it in the "
+                        "options or in a file that is read earlier."),
+         followers(1)});
+    row("include", "`include \"none.vh\"\nmodule top;\nwire [`WIDTH:0] a;\nendmodule\n",
+        {QStringLiteral("ERROR: top.sv:1:10: Cannot find the include file \"none.vh\". Add its "
+                        "folder to the include paths."),
+         followers(1)},
+        "`include \"none.vh\"\nmodule n; endmodule\n");
     row("package by its scope",
         "module top;\np::t a;\n\n\n\n\n\nq::t b; wire c = p::X;\nendmodule\n",
         {QStringLiteral("ERROR: top.sv:2:1: No file declares the package \"p\". Add the file that "
