@@ -307,6 +307,13 @@ void TestSourceOrder::whatIsUsedComesFirst_data()
         {source("m.v", "module m; wire import, p; endmodule"),
          source("p.v", "module p; reg package; endmodule")},
         "m.v p.v");
+    row("directives change the language",
+        {source("m.v", "module m; wire import, p; endmodule\n"
+                       "`begin_keywords \"1800-2017\"\nmodule n; import p::*; endmodule\n"
+                       "`end_keywords\n"),
+         source("p.v", "`begin_keywords \"1800-2017\"\npackage p; endpackage\n`end_keywords\n"
+                       "module o; wire package, q; endmodule")},
+        "p.v m.v");
     row("classes are no packages",
         {source("m", "module m; initial c::f(); initial $unit::g(); initial std::randomize();"),
          source("c", "module n; class c; endclass endmodule")},
@@ -501,7 +508,10 @@ void TestSourceOrder::packagesOfLibrariesAreDeclared()
            {QStringLiteral("-v lib.sv"), "package p; import q::*; localparam W = V; endpackage\n"
                                          "module cell_x; wire [p::W:0] b; endmodule\n"
                                          "module own; wire not_mine; endmodule\n"},
-           {QStringLiteral("-v more.sv"), "package q; localparam V = 4; endpackage\n"}});
+           {QStringLiteral("-v more.sv"), "package q; localparam V = w::V; endpackage\n"},
+           {QStringLiteral("-v words.v"),
+            "`begin_keywords \"1800-2017\"\npackage w; localparam V = 4; endpackage\n"
+            "`end_keywords\n"}});
     QVERIFY2(design.extract(), qPrintable(design.messages.join('\n')));
     QCOMPARE(TarnTest::netlistText(design.netlist->top()),
              QStringLiteral("top : top\n    a[3:0] ....\n    u : cell_x\n        b[4:0] .....\n"

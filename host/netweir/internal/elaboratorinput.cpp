@@ -29,12 +29,13 @@ QString pieceName(const SourceFile &file, const TextPiece &piece)
     // The elaborator reads library files in the order of their names, and the first of two
     // definitions counts.
     constexpr int Digits = 6;
+    const bool isSystemVerilog = file.systemVerilog || !piece.blocks.isEmpty();
     QString name = QString::number(piece.text);
     if (file.library)
         name = name.rightJustified(Digits, QLatin1Char('0'));
     if (!piece.blocks.isEmpty())
         name += QLatin1Char('_') + QString::number(piece.blocks.first());
-    return QLatin1String(TextPrefix) + name + QLatin1String(file.systemVerilog ? ".sv" : ".v");
+    return QLatin1String(TextPrefix) + name + QLatin1String(isSystemVerilog ? ".sv" : ".v");
 }
 
 /// By text: whether it is SystemVerilog.

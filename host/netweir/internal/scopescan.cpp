@@ -43,9 +43,9 @@ private:
 class ScopeScanner
 {
 public:
-    explicit ScopeScanner(const QByteArray &text)
+    ScopeScanner(const QByteArray &text, bool systemVerilog)
         : m_text(text.constData())
-        , m_tokens(text, true)
+        , m_tokens(text, systemVerilog)
     {
         advance();
     }
@@ -340,9 +340,9 @@ void ScopeScanner::passTo(Keyword keyword)
 
 } // namespace
 
-TextScopes scanScopes(const QByteArray &text)
+TextScopes scanScopes(const QByteArray &text, bool systemVerilog)
 {
-    return ScopeScanner(text).run();
+    return ScopeScanner(text, systemVerilog).run();
 }
 
 QVector<NameMention> mentionsOf(const QSet<QByteArray> &names, const QByteArray &text)

@@ -45,9 +45,9 @@ struct TextScopes
     QSet<QByteArray> types;   ///< All that are declared in the text, type parameters too.
 };
 
-/// Finds packages, types and their uses in preprocessed SystemVerilog text. No parser: any text is
-/// accepted, time and memory are linear in it.
-NETWEIR_EXPORT TextScopes scanScopes(const QByteArray &text);
+/// Finds packages, types and their uses in preprocessed text. Directives may change the language
+/// within it. No parser: any text is accepted, time and memory are linear in it.
+NETWEIR_EXPORT TextScopes scanScopes(const QByteArray &text, bool systemVerilog);
 
 /// A name at a place in a text.
 struct NameMention

@@ -119,11 +119,17 @@ SourceOrder::SourceOrder(const DesignSources &sources, const PreprocessedText &t
     findOrder();
 }
 
+/// Verilog has neither packages nor types.
+bool SourceOrder::mayUseScopes(int text) const
+{
+    return isSystemVerilog(m_sources, text) || m_text.texts()[text].contains("`begin_keywords");
+}
+
 void SourceOrder::scan()
 {
     for (int i = 0; i < m_scopes.size(); ++i) {
-        if (isSystemVerilog(m_sources, i))
-            m_scopes[i] = scanScopes(m_text.texts()[i]);
+        if (mayUseScopes(i))
+            m_scopes[i] = scanScopes(m_text.texts()[i], isSystemVerilog(m_sources, i));
         m_types.unite(m_scopes[i].types);
     }
 }
@@ -192,7 +198,7 @@ void SourceOrder::findTypeUses()
     const QList<QByteArray> keys = owners.keys();
     const QSet<QByteArray> names(keys.begin(), keys.end());
     for (int i = 0; i < m_scopes.size(); ++i) {
-        if (!isSystemVerilog(m_sources, i))
+        if (!mayUseScopes(i))
             continue;
         int next = 0; // Of the blocks that end behind the mention.
         QSet<QPair<int, QByteArray>> seen;
@@ -493,7 +499,7 @@ QHash<QByteArray, QString> SourceOrder::misreadPackages() const
     for (int i = 0; i < m_scopes.size(); ++i) {
         if (isSystemVerilog(m_sources, i))
             continue;
-        for (const ScopeBlock &block : scanScopes(m_text.texts()[i]).blocks) {
+        for (const ScopeBlock &block : scanScopes(m_text.texts()[i], true).blocks) {
             const Place place = m_text.place({i, block.line});
             result.insert(block.package, QStringLiteral("%1:%2").arg(place.file).arg(place.line));
         }

@@ -73,6 +73,7 @@ private:
         int block; ///< Index in the scopes of the text.
     };
 
+    bool mayUseScopes(int text) const;
     void scan();
     void indexBlocks();
     void findMissing();
