@@ -74,7 +74,8 @@ Access openRegularFile(const QString &path, QFile *file, QString *error)
     return Access::Failed;
 }
 
-Access readRegularFile(const QString &path, qint64 limit, QByteArray *content, QString *error)
+Access readRegularFile(const QString &path, qint64 limit, QByteArray *content, QString *error,
+                       const std::function<void()> &afterPiece)
 {
     content->clear();
     QFile file;
@@ -92,6 +93,8 @@ Access readRegularFile(const QString &path, qint64 limit, QByteArray *content, Q
         read.resize(before + int(nextPiece(size, before)));
         length = file.read(read.data() + before, read.size() - before);
         read.resize(before + int(std::max<qint64>(length, 0)));
+        if (afterPiece)
+            afterPiece();
     }
     if (read.size() > limit)
         return Access::TooLarge;

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 class QFile;
 
 namespace Files {
@@ -25,7 +27,9 @@ enum class Access {
 Access openRegularFile(const QString &path, QFile *file, QString *error);
 
 /// Reads the whole regular file at @p path when it has @p limit bytes at most. Takes memory for
-/// what is there, not for what is allowed. @p content is empty unless access was granted.
-Access readRegularFile(const QString &path, qint64 limit, QByteArray *content, QString *error);
+/// what is there, not for what is allowed. @p content is empty unless access was granted. Calls
+/// @p afterPiece, which may throw, after each MB.
+Access readRegularFile(const QString &path, qint64 limit, QByteArray *content, QString *error,
+                       const std::function<void()> &afterPiece = {});
 
 } // namespace Files

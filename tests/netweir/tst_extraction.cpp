@@ -1545,9 +1545,11 @@ void TestExtraction::reportsAToolThat_data()
     row("hangs", "sleep 1000 & sleep 1000\n",
         "ERROR: Reading the sources took longer than 1 seconds and was ended. Raise the timeout in "
         "the project's options.");
-    row("writes more than it may", "kill -XFSZ $$\n",
-        "ERROR: Reading the sources needs a larger file than this session allows and was ended. "
-        "Raise the limit of file sizes (ulimit -f).");
+    row("is sent the signal of the limit of files", "kill -XFSZ $$\n",
+        "ERROR: Reading the sources needs a larger file than is allowed (");
+    row("writes without an end", "truncate -s 2100000000 stdout\nexit 0\n",
+        "ERROR: Reading the sources needs a larger file than is allowed (2048000 kB) and was "
+        "ended.");
     row("crashes later", preprocess + "kill -SEGV $$\n",
         "ERROR: Elaborating the design failed: the elaborator crashed.");
     row("fails later", preprocess + "exit 1\n",

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void namesOfDeepHierarchiesAreRead();
     void endsAtTheLimitOfMemory_data();
     void endsAtTheLimitOfMemory();
+    void refusesALargeFile();
     void endsInAnyWork_data();
     void endsInAnyWork();
 
@@ -386,6 +387,29 @@ void tst_NetlistReader::endsAtTheLimitOfMemory()
     QString error;
     QVERIFY(!read(xml, &error, options));
     QCOMPARE(error, QStringLiteral("Reading needs more than 100 MB of memory and was ended."));
+}
+
+void tst_NetlistReader::refusesALargeFile()
+{
+    QFile file(m_folder.filePath(QStringLiteral("large.xml")));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(100 * Megabyte + 1));
+    Internal::ReadOptions options;
+    options.memoryLimit = 100 * Megabyte;
+    QString error;
+    QVERIFY(!Internal::readElaboratedXml(file.fileName(), options, &error));
+    QVERIFY2(error.endsWith(QLatin1String("cannot be read: it is larger than 100 MB.")),
+             qPrintable(error));
+
+    // Cancelling need not wait until all of it is read.
+    const std::atomic<bool> cancelled{true};
+    options.cancelled = &cancelled;
+    options.memoryLimit = 1000 * Megabyte;
+    QVERIFY(file.resize(900 * Megabyte));
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(!Internal::readElaboratedXml(file.fileName(), options, &error));
+    QCOMPARE(error, QStringLiteral("Reading was cancelled."));
+    QVERIFY2(timer.elapsed() < 200, qPrintable(QString::number(timer.elapsed())));
 }
 
 void tst_NetlistReader::endsInAnyWork_data()

@@ -206,7 +206,7 @@ void TestSession::limitOfFileSizesIsAnError_data()
     QTest::newRow("smaller than the elaborated design")
         << "ulimit -f 380"
         << "Design files contain some errors.: ERROR: Elaborating the design needs a larger file "
-           "than this session allows and was ended. Raise the limit of file sizes (ulimit -f).\n";
+           "than is allowed (190 kB) and was ended.\n";
 }
 
 /// The session ends by itself, and not by the signal.

@@ -315,9 +315,10 @@ QString Extraction::failureOf(const ToolProcess &process, const QString &phase) 
                                 .arg(phase)
                                 .arg(ToolProcess::memoryLimit() / (1024 * 1024)));
     case ToolProcess::FileTooLarge:
-        return errorMessage(Text::tr("%1 needs a larger file than this session allows and was "
-                                     "ended. Raise the limit of file sizes (ulimit -f).")
-                                .arg(phase));
+        return errorMessage(
+            Text::tr("%1 needs a larger file than is allowed (%2 kB) and was ended.")
+                .arg(phase)
+                .arg(ToolProcess::fileSizeLimit() / 1024));
     case ToolProcess::NotStarted:
         return errorMessage(Text::tr("%1 failed: %2 cannot be started (%3).")
                                 .arg(phase, m_program, process.errorString()));

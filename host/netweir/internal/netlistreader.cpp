@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cstdlib>
 #include <mutex>
 #include <new>
@@ -21,6 +22,8 @@ namespace NETWEIR::Internal {
 namespace {
 
 const char JtagPrimitive[] = "KX_JTAG";
+constexpr qint64 Megabyte = 1024 * 1024;
+constexpr qint64 LargestFile = 2000 * Megabyte; ///< Bound by the size of a QByteArray.
 
 QString tr(const char *text)
 {
@@ -86,17 +89,20 @@ void *allocate(std::size_t size)
     return ReadGuard::mayGoOn(qint64(size / BytesOfWork)) ? std::malloc(size) : nullptr;
 }
 
-bool parse(const QString &xmlPath, QByteArray *text, pugi::xml_document *document, QString *error)
+/// @p limit is that of memory, which the text alone must not take.
+bool parse(const QString &xmlPath, qint64 limit, QByteArray *text, pugi::xml_document *document,
+           QString *error)
 {
     static std::once_flag guarded;
     std::call_once(guarded, [] { pugi::set_memory_management_functions(allocate, std::free); });
 
-    constexpr qint64 LargestFile = 2000000000;
+    const qint64 largest = std::min(limit, LargestFile);
     QString reason;
-    const Files::Access access = Files::readRegularFile(xmlPath, LargestFile, text, &reason);
+    const Files::Access access =
+        Files::readRegularFile(xmlPath, largest, text, &reason, ReadGuard::checkNow);
     if (access != Files::Access::Granted) {
         if (access == Files::Access::TooLarge)
-            reason = tr("it is larger than 2 GB");
+            reason = tr("it is larger than %1 MB").arg(largest / Megabyte);
         else if (access != Files::Access::Failed)
             reason = tr("it is no regular file");
         *error = tr("The elaborated design \"%1\" cannot be read: %2.").arg(xmlPath, reason);
@@ -118,7 +124,7 @@ std::unique_ptr<RtlNetlist> read(const QString &xmlPath, const ReadOptions &opti
 {
     QByteArray text; // The document lives in it.
     pugi::xml_document document;
-    if (!parse(xmlPath, &text, &document, error))
+    if (!parse(xmlPath, options.memoryLimit, &text, &document, error))
         return nullptr;
     ElaboratedDesign design;
     if (!design.read(document, options, QFileInfo(xmlPath).absolutePath(), error))
@@ -133,7 +139,6 @@ std::unique_ptr<RtlNetlist> read(const QString &xmlPath, const ReadOptions &opti
 
 QString endedText(ReadGuard::Reason reason, const ReadOptions &options)
 {
-    constexpr qint64 Megabyte = 1024 * 1024;
     switch (reason) {
     case ReadGuard::Cancelled:
         return tr("Reading was cancelled.");

@@ -22,6 +22,7 @@ namespace Internal {
 namespace {
 
 constexpr rlim_t StackLimit = 256 * 1024 * 1024;
+constexpr rlim_t LargestFile = 2000 * 1024 * 1024; ///< No larger one can be read.
 constexpr int KillTimeout = 1000;
 
 /// Lowers or raises the soft limit as far as the hard one allows. Safe between fork and exec.
@@ -150,6 +151,13 @@ QByteArray ToolProcess::read(const QString &path)
     return output;
 }
 
+qint64 ToolProcess::fileSizeLimit()
+{
+    rlimit limit;
+    const bool isKnown = getrlimit(RLIMIT_FSIZE, &limit) == 0;
+    return qint64(isKnown ? qMin(LargestFile, limit.rlim_max) : LargestFile);
+}
+
 qint64 ToolProcess::memoryLimit()
 {
     constexpr qint64 Least = 2LL * 1024 * 1024 * 1024;
@@ -164,10 +172,9 @@ void ToolProcess::setupChildProcess()
     setLimit(RLIMIT_AS, rlim_t(memoryLimit()));
     setLimit(RLIMIT_STACK, StackLimit);
     setLimit(RLIMIT_CORE, 0);
-    // Where the session sets tighter limits, the tool takes what it may. It ends at the last one
-    // rather than going on with half a file.
     setLimit(RLIMIT_DATA, RLIM_INFINITY);
-    setLimit(RLIMIT_FSIZE, RLIM_INFINITY);
+    // The tool ends at this limit rather than going on with half a file.
+    setLimit(RLIMIT_FSIZE, LargestFile);
     std::signal(SIGXFSZ, SIG_DFL);
 }
 

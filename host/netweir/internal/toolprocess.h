@@ -16,8 +16,8 @@ namespace Internal {
 /// what to do.
 NETWEIR_EXPORT QString findElaborator(QString *error);
 
-/// One run of the elaborator, with limits on memory and stack and in a process group of its own,
-/// which dies with this object, after the timeout and with the host.
+/// One run of the elaborator, with limits on memory, stack and files and in a process group of its
+/// own, which dies with this object, after the timeout and with the host.
 ///
 /// Output goes to files of the working folder, so that no event loop is needed while it runs.
 class NETWEIR_EXPORT ToolProcess final : public QProcess
@@ -49,8 +49,9 @@ public:
     QByteArray standardOutput() const;
     QByteArray errorOutput() const;
 
-    /// The limit in bytes.
+    /// The limits in bytes.
     static qint64 memoryLimit();
+    static qint64 fileSizeLimit();
 
 protected:
     void setupChildProcess() override;
