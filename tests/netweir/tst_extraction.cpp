@@ -1547,7 +1547,7 @@ void TestExtraction::reportsAToolThat_data()
         "the project's options.");
     row("is sent the signal of the limit of files", "kill -XFSZ $$\n",
         "ERROR: Reading the sources needs a larger file than is allowed (");
-    row("writes without an end", "truncate -s 2100000000 stdout\nexit 0\n",
+    row("writes without an end", "exec truncate -s 2100000000 stdout\n",
         "ERROR: Reading the sources needs a larger file than is allowed (2048000 kB) and was "
         "ended.");
     row("crashes later", preprocess + "kill -SEGV $$\n",
