@@ -64,7 +64,7 @@ a1: assert property (p);
 assert property (p2);
 always @(posedge clk) q <= a;
 endmodule)",
-        {"2: property p", "3: property p2", "5: assertion", "4: assertion"}, flop);
+        {"2: property p", "3: property p2", "4: assertion", "5: assertion"}, flop);
     row("sequence", R"(module top(input clk, a, b, output reg q); wire w;
 sequence s; a ##[1:3] b; endsequence
 assert property (@(posedge clk) s |=> q);
@@ -76,7 +76,7 @@ covergroup cg @(posedge clk); coverpoint a { bins x = {1}; } endgroup
 cg c = new();
 always @(posedge clk) begin q <= a; c.sample(); end
 endmodule)",
-        {"2: covergroup cg", "3: statement", "4: statement"}, flop);
+        {"2: covergroup cg", "3: statement c", "4: statement"}, flop);
     row("let", R"(module top(input clk, a, b, output reg q); wire w;
 let both(x, y) = x & y;
 always @(posedge clk) q <= both(a, b);
@@ -94,7 +94,7 @@ checker c(input x); assert property (@(posedge clk) x); endchecker
 c c0(w);
 always @(posedge clk) q <= a;
 endmodule)",
-        {"2: checker c", "3: statement"}, flop);
+        {"2: checker c", "3: statement c0"}, flop);
     row("a block with a construct that the grammar lacks",
         R"(module top(input clk, a, b, output reg q); wire w;
 initial begin expect (@(posedge clk) a ##1 b); q = 0; end

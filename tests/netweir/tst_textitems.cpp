@@ -162,7 +162,7 @@ void TestTextItems::haveUsers_data()
     row("covergroup",
         "module m; covergroup g; $ endgroup g a = new(), b; initial begin a.sample(); c = a; end "
         "endmodule",
-        {s("statement @1 in  <g a = new(), b;>"), s("statement @1 in  <a.sample();>")});
+        {s("statement a@1 in  <g a = new(), b;>"), s("statement @1 in  <a.sample();>")});
     row("clocking", "module m; clocking c @(posedge k); $ endclocking initial c.a <= 1; endmodule",
         {s("process @1 in m <initial c.a <= 1;>")});
     row("nobody", "module m; assert property ($); endmodule", {});
@@ -176,7 +176,7 @@ void TestTextItems::haveUsers()
     QStringList found;
     const QVector<TextItem> around = items.around(1, text.indexOf('$') + 1);
     QVERIFY(!around.isEmpty());
-    const QVector<TextItem> result = items.usersOf(around.first());
+    const QVector<TextItem> result = items.usersOf({around.first()});
     for (const TextItem &item : result)
         found.append(itemText(item, text));
     QCOMPARE(found, users);
@@ -281,7 +281,7 @@ void TestTextItems::takeAnyText()
         for (const TextItem &item : items.around(1, column)) {
             QVERIFY(item.range.begin < item.range.end && item.range.end <= text.size());
             items.writtenBy(item);
-            items.usersOf(item);
+            items.usersOf({item});
         }
     }
     QVERIFY(items.around(1000, 1000).size() <= 2);
@@ -299,7 +299,15 @@ void TestTextItems::takeTimeLinearInTheText()
         timer.start();
         const TextItems items(text, true);
         for (int line = 1; line < 100; ++line)
-            items.around(line, 5);
+            items.around(line * count / 100, 5);
+        QVector<TextItem> properties;
+        for (int i = 0; i < 100; ++i)
+            properties.append(items.around(1 + i * count / 100, 5).value(0));
+        for (int i = 0; i < properties.size(); ++i) {
+            properties[i].kind = TextItem::Property;
+            properties[i].name = 'p' + QByteArray::number(i);
+        }
+        items.usersOf(properties);
         return timer.nsecsElapsed();
     };
     timeOf(1000);

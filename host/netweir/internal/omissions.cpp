@@ -3,6 +3,7 @@
 #include "omissions.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace NETWEIR {
 namespace Internal {
@@ -95,7 +96,21 @@ QStringList Omissions::leaveOut(const QVector<ToolMessage> &messages, const Line
         if (item != around.end())
             remove(line.text, *item, message.text);
     }
+    removeUsers();
     return m_found;
+}
+
+/// What uses something that is gone goes too, and what uses that.
+void Omissions::removeUsers()
+{
+    while (!m_removed.isEmpty()) {
+        const auto removed = std::exchange(m_removed, {});
+        for (auto text = removed.begin(); text != removed.end(); ++text) {
+            const QVector<TextItem> users = itemsOf(text.key()).usersOf(*text);
+            for (const TextItem &user : users)
+                remove(text.key(), user, Text::tr("it uses what is left out").toUtf8());
+        }
+    }
 }
 
 /// Constructs that its grammar lacks the elaborator takes for syntax errors, and follows them with
@@ -156,11 +171,7 @@ void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)
                          ? nameOf(item)
                          : nameOf(item) + QLatin1Char(' ') + QString::fromUtf8(item.name),
                      QString::fromUtf8(reason))));
-    const QVector<TextItem> users = itemsOf(text).usersOf(item);
-    const QByteArray because =
-        Text::tr("it uses %1, which is left out").arg(QString::fromUtf8(item.name)).toUtf8();
-    for (const TextItem &user : users)
-        remove(text, user, because);
+    m_removed[text].append(item);
 }
 
 void Omissions::noteWrites(int text, const TextItem &item)

@@ -8,6 +8,7 @@
 #include "toolmessages.h"
 
 #include <QHash>
+#include <QMap>
 #include <QPair>
 #include <QSet>
 #include <QStringList>
@@ -52,6 +53,7 @@ private:
     Cause causeOf(const ToolMessage &message, bool anySyntax) const;
     bool mayGo(int text, const TextItem &item, Cause cause);
     void remove(int text, const TextItem &item, const QByteArray &reason);
+    void removeUsers();
     void noteWrites(int text, const TextItem &item);
     TextItems &itemsOf(int text);
 
@@ -63,6 +65,7 @@ private:
     QSet<QByteArray> m_names;                          ///< What items declared that are gone.
     QSet<QByteArray> m_modules;
     QHash<QString, QVector<OmittedWrite>> m_writes;
+    QMap<int, QVector<TextItem>> m_removed; ///< Items whose users are still there, by text.
     QStringList m_found;
     PlaceOfLine m_placeOf;
 };

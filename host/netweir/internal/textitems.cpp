@@ -4,7 +4,8 @@
 
 #include "tokenreader.h"
 
-#include <QSet>
+#include <QHash>
+#include <QMultiHash>
 
 #include <algorithm>
 
@@ -14,7 +15,7 @@ namespace Internal {
 namespace {
 
 /// Assertions within assertions are rare: only so many beginnings in front of a place are tried.
-constexpr int MostNested = 64;
+constexpr int MostNested = 8;
 
 /// The kind of what stands between @p keyword and an end of its own.
 struct Region
@@ -277,6 +278,11 @@ TextItems::TextItems(const QByteArray &text, bool systemVerilog)
     , m_systemVerilog(systemVerilog)
 {
     Scanner(this).run();
+    for (int begin = 0; begin >= 0;) {
+        m_lines.append(begin);
+        const int end = m_text.indexOf('\n', begin);
+        begin = end < 0 ? -1 : end + 1;
+    }
 }
 
 /// An item without an end gets an empty range.
@@ -316,20 +322,20 @@ QVector<TextItem> TextItems::around(int offset) const
         return offset < item.range.end;
     };
     int tried = 0;
-    bool hasProcess = false;
-    bool hasAssignment = false;
+    bool triedProcess = false; // The last one is the only one that may reach the place.
+    bool triedAssignment = false;
     for (auto start = after; start != m_starts.begin();) {
         --start;
         const TextItem::Kind kind = start->item.kind;
         if (kind == TextItem::Module || kind == TextItem::OtherUnit) {
             if (take(*start))
                 break;
-        } else if (kind == TextItem::Process) {
-            hasProcess = hasProcess || take(*start);
-        } else if (kind == TextItem::Assignment) {
-            hasAssignment = hasAssignment || take(*start);
-        } else if (tried < MostNested) {
-            ++tried;
+        } else if (kind == TextItem::Process || kind == TextItem::Assignment) {
+            bool &isTried = kind == TextItem::Process ? triedProcess : triedAssignment;
+            if (!isTried)
+                take(*start);
+            isTried = true;
+        } else if (start->item.range.end > 0 || tried++ < MostNested) {
             take(*start);
         }
     }
@@ -344,9 +350,7 @@ QVector<TextItem> TextItems::around(int offset) const
 
 int TextItems::offsetOf(int line, int column) const
 {
-    int begin = 0;
-    for (int i = 1; i < line && begin >= 0; ++i)
-        begin = m_text.indexOf('\n', begin) + 1;
+    const int begin = m_lines.value(qBound(1, line, m_lines.size()) - 1);
     const int end = m_text.indexOf('\n', begin);
     return qMin(begin + qMax(0, column - 1), end < 0 ? m_text.size() : end);
 }
@@ -358,53 +362,72 @@ VerilogTokens TextItems::tokensOf(const TextItem &item) const
                          m_systemVerilog);
 }
 
-QVector<TextItem> TextItems::usersOf(const TextItem &declared) const
+QVector<TextItem> TextItems::usersOf(const QVector<TextItem> &declared) const
 {
+    QMultiHash<QByteArray, TextItem> names;
+    for (const TextItem &item : declared) {
+        if (!item.name.isEmpty() && item.kind < TextItem::Statement)
+            names.insert(item.name, item);
+    }
     QVector<TextItem> result;
-    if (declared.name.isEmpty())
+    if (names.isEmpty())
         return result;
-    const bool usedByStatements =
-        declared.kind == TextItem::Covergroup || declared.kind == TextItem::Checker;
-    const bool usedByProcesses =
-        declared.kind == TextItem::Let || declared.kind == TextItem::Clocking;
-    QSet<QByteArray> names{declared.name};
     Token previous;
     for (TokenReader reader(VerilogTokens(m_text, m_systemVerilog)); !reader.atEnd();
          previous = reader.token(), reader.advance()) {
-        const Token token = reader.token();
-        if (token.kind != Token::Identifier || !names.contains(toBytes(token.text)))
+        if (reader.token().kind != Token::Identifier)
             continue;
-        const int offset = int(token.place - m_text.constData());
-        if (offset >= declared.range.begin && offset < declared.range.end)
-            continue;
-        const bool begins = previous.is(';') || previous.is(Keyword::Begin) ||
-                            previous.is(Keyword::Else) || previous.is(')') || previous.is(':') ||
-                            previous.kind == Token::Reserved;
-        if (usedByStatements && begins) {
-            const Token instance = reader.following();
-            if (instance.kind == Token::Identifier)
-                names.insert(toBytes(instance.text));
-            TextItem statement;
-            statement.kind = TextItem::Statement;
-            statement.line = token.line;
-            statement.range.begin = offset;
-            TokenReader ahead = reader;
-            if (ahead.skipToSemicolon()) {
-                statement.range.end = int(ahead.end() - m_text.constData());
-                result.append(statement);
-            }
-            continue;
-        }
-        for (const TextItem &item : around(offset)) {
-            const bool sameUnit = declared.unit.isEmpty() || item.unit == declared.unit;
-            if (sameUnit &&
-                (item.isVerification() || (usedByProcesses && item.kind == TextItem::Process))) {
-                result.append(item);
-                break;
-            }
+        const QList<TextItem> meant = names.values(toBytes(reader.token().text));
+        for (const TextItem &item : meant) {
+            const TextItem user = userAt(reader, previous, item);
+            if (user.range.end <= user.range.begin)
+                continue;
+            result.append(user);
+            if (user.kind == TextItem::Statement && !user.name.isEmpty())
+                names.insert(user.name, item);
         }
     }
     return result;
+}
+
+/// What uses @p declared by its name, which is the token to be read next. An empty range for none.
+TextItem TextItems::userAt(const TokenReader &reader, const Token &previous,
+                           const TextItem &declared) const
+{
+    const int offset = int(reader.token().place - m_text.constData());
+    if (offset >= declared.range.begin && offset < declared.range.end)
+        return {};
+    if (declared.kind == TextItem::Covergroup || declared.kind == TextItem::Checker)
+        return statementAt(reader, previous);
+    const bool usedByProcesses =
+        declared.kind == TextItem::Let || declared.kind == TextItem::Clocking;
+    const QVector<TextItem> items = around(offset);
+    const auto user = std::find_if(items.begin(), items.end(), [&](const TextItem &item) {
+        const bool isSameUnit = declared.unit.isEmpty() || item.unit == declared.unit;
+        return isSameUnit &&
+               (item.isVerification() || (usedByProcesses && item.kind == TextItem::Process));
+    });
+    return user == items.end() ? TextItem() : *user;
+}
+
+/// The statement or declaration that begins with the token to be read next. Its name is the one
+/// that it declares.
+TextItem TextItems::statementAt(TokenReader reader, const Token &previous) const
+{
+    TextItem statement;
+    const bool begins = previous.is(';') || previous.is(')') || previous.is(':') ||
+                        previous.kind == Token::Reserved;
+    if (!begins)
+        return statement;
+    statement.kind = TextItem::Statement;
+    statement.line = reader.token().line;
+    statement.range.begin = int(reader.token().place - m_text.constData());
+    const Token instance = reader.following();
+    if (instance.kind == Token::Identifier)
+        statement.name = toBytes(instance.text);
+    if (reader.skipToSemicolon())
+        statement.range.end = int(reader.end() - m_text.constData());
+    return statement;
 }
 
 QVector<WrittenName> TextItems::writtenBy(const TextItem &item) const

@@ -14,6 +14,8 @@
 namespace NETWEIR {
 namespace Internal {
 
+class TokenReader;
+
 /// A part of a text without which the rest can be read.
 struct TextItem
 {
@@ -54,8 +56,9 @@ public:
     /// The items around a place, in the order in which they are given up.
     QVector<TextItem> around(int line, int column) const;
 
-    /// The items that use @p declared, which is left out, as far as they can be left out as well.
-    QVector<TextItem> usersOf(const TextItem &declared) const;
+    /// The items that use any of @p declared, which are left out, as far as they can be left out as
+    /// well. One pass over the text.
+    QVector<TextItem> usersOf(const QVector<TextItem> &declared) const;
 
     /// What the process @p item may write: the left sides of its assignments and the arguments of
     /// tasks, but for variables of its own.
@@ -78,6 +81,9 @@ private:
     class Scanner;
 
     QVector<TextItem> around(int offset) const;
+    TextItem userAt(const TokenReader &reader, const Token &previous,
+                    const TextItem &declared) const;
+    TextItem statementAt(TokenReader reader, const Token &previous) const;
     TextItem completed(const Start &start) const;
     int offsetOf(int line, int column) const;
     VerilogTokens tokensOf(const TextItem &item) const;
@@ -85,6 +91,7 @@ private:
     QByteArray m_text;
     bool m_systemVerilog;
     QVector<Start> m_starts; ///< In the order of the text.
+    QVector<int> m_lines;    ///< Where each line begins.
 };
 
 } // namespace Internal
