@@ -21,6 +21,7 @@ class tst_Omissions : public TarnTest::TestCase
 private Q_SLOTS:
     void theRestOpens_data();
     void theRestOpens();
+    void usersInOtherFilesGoToo();
     void faultsStayErrors_data();
     void faultsStayErrors();
     void comeAfterTheMacroOfTheTool();
@@ -77,6 +78,16 @@ cg c = new();
 always @(posedge clk) begin q <= a; c.sample(); end
 endmodule)",
         {"2: covergroup cg", "3: statement c", "4: statement"}, flop);
+    row("what depends on something in a condition",
+        R"(module top(input clk, a, b, output reg q); wire w;
+covergroup c1; coverpoint a; endgroup
+c1 x1 = new;
+always @(posedge clk) begin q <= a; if (x1 != null) x1.sample(); end
+final $display("%f", x1.get_coverage());
+endmodule)",
+        {"2: covergroup c1", "3: statement x1", "4: statement", "4: procedural block",
+         "5: procedural block"},
+        flop);
     row("let", R"(module top(input clk, a, b, output reg q); wire w;
 let both(x, y) = x & y;
 always @(posedge clk) q <= both(a, b);
@@ -88,7 +99,7 @@ default disable iff (a);
 assert property (a |-> b);
 always @(posedge clk) q <= a;
 endmodule)",
-        {"3: clocking"}, flop);
+        {"3: default"}, flop);
     row("checker", R"(module top(input clk, a, b, output reg q); wire w;
 checker c(input x); assert property (@(posedge clk) x); endchecker
 c c0(w);
@@ -219,6 +230,24 @@ void tst_Omissions::theRestOpens()
     QCOMPARE(debugLines(), design.messages);
     QVERIFY(design.buildNetlist());
     QCOMPARE(TarnTest::netlistText(design.netlist->top()), netlist);
+}
+
+void tst_Omissions::usersInOtherFilesGoToo()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"),
+               "module top(input clk, a, output logic q); import p::*;\n"
+               "cg c = new();\nalways_ff @(posedge clk) begin q <= a; c.sample(); end\n"
+               "assert property (@(posedge clk) p::chk(a));\nassert property (later(a));\n"
+               "always_comb assert (both(a, q));\nendmodule\n");
+    design.add(QStringLiteral("p.sv"),
+               "package p;\ncovergroup cg; endgroup\nproperty chk(x); ##1 x; endproperty\n"
+               "sequence later(x); ##1 x; endsequence\nlet both(x, y) = x & y;\nendpackage\n");
+    design.findModules();
+    QVERIFY2(design.firstError().isEmpty(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.buildNetlist());
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()),
+             QStringLiteral("top : top\n    clk O\n    a O\n    q O\n"));
 }
 
 void tst_Omissions::faultsStayErrors_data()

@@ -226,7 +226,7 @@ void Extraction::runElaborator()
 /// Waits for the elaborator, at most @p limit milliseconds a run if that is not negative.
 void Extraction::elaborate(ExtractionProgress *progress, int limit)
 {
-    while (m_state == Elaborating) {
+    while (m_state == Elaborating && m_attempt) {
         progress->setPhase(Text::tr("Elaborating design"));
         if (!progress->wait(m_process.get(), limit))
             return;

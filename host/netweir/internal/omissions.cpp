@@ -3,6 +3,7 @@
 #include "omissions.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace NETWEIR {
@@ -43,7 +44,7 @@ QString nameOf(const TextItem &item)
     case TextItem::Covergroup:
         return Text::tr("covergroup");
     case TextItem::Clocking:
-        return Text::tr("clocking");
+        return item.name.isEmpty() ? Text::tr("default") : Text::tr("clocking");
     case TextItem::Let:
         return Text::tr("let");
     case TextItem::Checker:
@@ -105,12 +106,29 @@ void Omissions::removeUsers()
 {
     while (!m_removed.isEmpty()) {
         const auto removed = std::exchange(m_removed, {});
+        QVector<TextItem> everywhere; // Declared outside of modules.
         for (auto text = removed.begin(); text != removed.end(); ++text) {
-            const QVector<TextItem> users = itemsOf(text.key()).usersOf(*text);
-            for (const TextItem &user : users)
-                remove(text.key(), user, Text::tr("it uses what is left out").toUtf8());
+            removeUsers(text.key(), *text);
+            std::copy_if(text->begin(), text->end(), std::back_inserter(everywhere),
+                         [](const TextItem &item) {
+                             return item.unit.isEmpty() && !item.name.isEmpty() &&
+                                    item.kind < TextItem::Let;
+                         });
+        }
+        for (TextItem &item : everywhere)
+            item.range = TextRange(); // In another text it stands nowhere.
+        for (int text = 0; text < m_texts.size() && !everywhere.isEmpty(); ++text) {
+            if (!removed.contains(text) || removed.size() > 1)
+                removeUsers(text, everywhere);
         }
     }
+}
+
+void Omissions::removeUsers(int text, const QVector<TextItem> &declared)
+{
+    const QVector<TextItem> users = itemsOf(text).usersOf(declared);
+    for (const TextItem &user : users)
+        remove(text, user, Text::tr("it uses what is left out").toUtf8());
 }
 
 /// Constructs that its grammar lacks the elaborator takes for syntax errors, and follows them with
@@ -123,12 +141,12 @@ Omissions::Cause Omissions::causeOf(const ToolMessage &message, bool anySyntax) 
         return isSyntaxError(message) ? Cause::Syntax : Cause::Fault;
     if (isUnreadable(message))
         return Cause::Unreadable;
-    // What uses a declaration that is gone.
-    const int begin = message.text.indexOf('\'') + 1;
-    const int end = message.text.indexOf('\'', begin);
-    return begin > 0 && end > begin && m_names.contains(message.text.mid(begin, end - begin))
-               ? Cause::Unreadable
-               : Cause::Fault;
+    // A use of something that is gone, which it quotes.
+    const QByteArrayList parts = message.text.split('\'');
+    const bool namesGone = std::any_of(parts.begin(), parts.end(), [this](const QByteArray &part) {
+        return m_names.contains(part);
+    });
+    return namesGone ? Cause::Unreadable : Cause::Fault;
 }
 
 bool Omissions::mayGo(int text, const TextItem &item, Cause cause)

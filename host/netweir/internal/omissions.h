@@ -54,6 +54,7 @@ private:
     bool mayGo(int text, const TextItem &item, Cause cause);
     void remove(int text, const TextItem &item, const QByteArray &reason);
     void removeUsers();
+    void removeUsers(int text, const QVector<TextItem> &declared);
     void noteWrites(int text, const TextItem &item);
     TextItems &itemsOf(int text);
 
