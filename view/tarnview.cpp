@@ -26,6 +26,7 @@
 #include <QMenu>
 #include <QPersistentModelIndex>
 #include <QPointer>
+#include <QSignalBlocker>
 #include <QTimer>
 
 #include <algorithm>
@@ -92,6 +93,9 @@ TarnView::TarnView(QWidget *parent)
     m_checkTimer->setInterval(FileCheckDelay);
     connect(m_checkTimer, &QTimer::timeout, this, &TarnView::checkForReload);
 
+    // However the current item changes, the page goes with it.
+    connect(ui->treeWidget, &QTreeWidget::currentItemChanged, this, &TarnView::showCurrentCore);
+
     m_changedBanner->setupUi(ui->widgetChanged);
     connect(m_changedBanner->okBtn, &QPushButton::clicked, this, &TarnView::onOKBtn);
     ui->widgetChanged->hide();
@@ -107,6 +111,7 @@ TarnView::TarnView(QWidget *parent)
 TarnView::~TarnView()
 {
     unsubscribeEvent();
+    ui->treeWidget->disconnect(this); // The list still loses its items.
     ui.reset();
     d.reset();
 }
@@ -139,6 +144,7 @@ bool TarnView::open(const QString &filePath, const QString &, QString *errorText
 
 void TarnView::showCores(const QList<TarnCore *> &cores)
 {
+    const QSignalBlocker untilAllAreThere(ui->treeWidget);
     d->clearTarns();
     ui->treeWidget->clear(); // Gaps in the indexes of former cores leave items behind.
     d->cores = cores;
@@ -214,11 +220,17 @@ int TarnView::addTarnOptionWidget(TarnOptionWidget *page)
 
 void TarnView::removeTarnOptionWidget(TarnOptionWidget *page)
 {
-    ui->stackedWidget->removeWidget(page);
-    disconnect(page, &TarnOptionWidget::modifed, this, nullptr);
-    delete ui->treeWidget->topLevelItem(page->core()->index);
+    takeOut(page);
     for (int i = 0; i < ui->treeWidget->topLevelItemCount(); ++i)
         ui->treeWidget->topLevelItem(i)->setText(0, tr("tarn_%1").arg(i));
+}
+
+void TarnView::takeOut(TarnOptionWidget *page)
+{
+    const QSignalBlocker untilRenumbered(ui->treeWidget);
+    ui->stackedWidget->removeWidget(page);
+    disconnect(page, &TarnOptionWidget::modifed, this, nullptr);
+    delete ui->treeWidget->takeTopLevelItem(page->core()->index);
 }
 
 void TarnView::changeTarnWidget(int index)
@@ -229,6 +241,11 @@ void TarnView::changeTarnWidget(int index)
     ui->stackedWidget->setCurrentWidget(page);
     ui->treeWidget->setCurrentItem(ui->treeWidget->topLevelItem(index));
     ui->dockWidget_2->setWindowTitle(tr("tarn_%1").arg(index));
+}
+
+void TarnView::showCurrentCore()
+{
+    changeTarnWidget(ui->treeWidget->indexOfTopLevelItem(ui->treeWidget->currentItem()));
 }
 
 void TarnView::on_treeWidget_clicked(const QModelIndex &index)

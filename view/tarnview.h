@@ -70,10 +70,16 @@ public:
 
     /// Shows @p page, which the view takes over, in list and stack. Returns the number of pages.
     int addTarnOptionWidget(TarnOptionWidget *page);
-    /// Takes @p page out of list and stack. Its core must still be there.
+    /// Takes @p page out of list and stack and renames the items of the others. Its core must still
+    /// be there.
     void removeTarnOptionWidget(TarnOptionWidget *page);
+    /// The same without a look at the other items, which is what makes it cheap to take out all
+    /// pages, from the last to the first.
+    void takeOut(TarnOptionWidget *page);
     /// Shows the page of the core whose index is @p index, if there is one.
     void changeTarnWidget(int index);
+    /// Shows the page of the core that is current in the list.
+    void showCurrentCore();
 
     /// Reads the cores again from the file. False when the file is invalid; nothing changes then.
     bool reloadTarnFile();

@@ -118,7 +118,7 @@ void TarnViewPrivate::initTarnOptionWidget()
 void TarnViewPrivate::clearTarns()
 {
     for (int i = optionWidgets.size() - 1; i >= 0; --i)
-        q->removeTarnOptionWidget(optionWidgets.at(i));
+        q->takeOut(optionWidgets.at(i));
     qDeleteAll(optionWidgets);
     optionWidgets.clear();
     qDeleteAll(cores);

@@ -9,6 +9,8 @@
 #include <model/tarncore.h>
 #include <netweir/hierachy.h>
 #include <netweir/rtlnetlist.h>
+#include <probes/initialvalueline.h>
+#include <probes/signalsamples.h>
 #include <te/designmanager.h>
 #include <te/taskengine.h>
 #include <te/teconstants.h>
@@ -34,6 +36,7 @@
 
 #include <sys/resource.h>
 
+using TARN::InitialValueLine;
 using TARN::TarnOptionWidget;
 using TARN::TarnView;
 using TARN::private_impl::TarnViewPrivate;
@@ -91,6 +94,16 @@ class TestTarnView : public TarnTest::ViewTest
     Q_OBJECT
 
 private:
+    /// The core that list, page and title show.
+    static QString agreement(const TarnView *view)
+    {
+        return QStringLiteral("%1 %2 %3")
+            .arg(treeOf(view)->selectedItems().value(0)->text(0), dockTitleOf(view))
+            .arg(currentPageOf(view)->core()->index);
+    }
+
+    static QString agreed(int core) { return QStringLiteral("tarn_%1 tarn_%1 %1").arg(core); }
+
     static QList<int> indexesOf(const TarnView *view)
     {
         QList<int> indexes;
@@ -397,6 +410,60 @@ private Q_SLOTS:
         QCOMPARE(dockTitleOf(shown.view), QStringLiteral("tarn_1"));
         shown->on_treeWidget_doubleClicked(model.index(0, below));
         QCOMPARE(dockTitleOf(shown.view), QStringLiteral("tarn_1"));
+    }
+
+    void keysShowTheCore_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("core");
+        QTest::newRow("down") << int(Qt::Key_Down) << 2;
+        QTest::newRow("up") << int(Qt::Key_Up) << 0;
+        QTest::newRow("end") << int(Qt::Key_End) << 3;
+        QTest::newRow("home") << int(Qt::Key_Home) << 0;
+    }
+    void keysShowTheCore()
+    {
+        QFETCH(int, key);
+        QFETCH(int, core);
+        const ShownView shown = show(writeConfig("a.tarn", {0, 1, 2, 3}));
+        shown->changeTarnWidget(1);
+        QTest::keyClick(treeOf(shown.view), Qt::Key(key));
+        QCOMPARE(agreement(shown.view), agreed(core));
+    }
+
+    void rightClickShowsTheCore()
+    {
+        const ShownView shown = show(writeConfig("a.tarn", {0, 1, 2}));
+        QTreeWidget *tree = treeOf(shown.view);
+        QTest::mouseClick(tree->viewport(), Qt::RightButton, Qt::NoModifier,
+                          tree->visualItemRect(tree->topLevelItem(2)).center());
+        QCOMPARE(agreement(shown.view), agreed(2));
+    }
+
+    void clickBehindABoxShowsTheCore()
+    {
+        TARN::TarnCore first(0);
+        TARN::TarnCore second(1);
+        first.addProbeOut(0);
+        first.getProbeOut(0)->signals.append(TarnTest::net("top/en"));
+        QVERIFY(TARN::writeTARNConfigToXml({&first, &second}, path("a.tarn")));
+        const ShownView shown = show(path("a.tarn"));
+        QApplication::setActiveWindow(shown.container);
+        QVERIFY(QTest::qWaitForWindowActive(shown.container));
+        auto *line = currentPageOf(shown.view)->findChild<InitialValueLine *>();
+        line->setFocus();
+        QVERIFY(line->hasFocus());
+        line->setText("0xF");
+        ModalScript::Box tooWide;
+        tooWide.icon = QMessageBox::Information;
+        tooWide.title = "Error";
+        tooWide.text = "Value 'F' for Probe Out0 Initial Value exceeds the effective width.";
+        script().expectBox(tooWide);
+        // The box gets the release of the button.
+        QTreeWidget *tree = treeOf(shown.view);
+        QTest::mousePress(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          tree->visualItemRect(tree->topLevelItem(1)).center());
+        QCOMPARE(agreement(shown.view), agreed(1));
     }
 
     // Context menu
