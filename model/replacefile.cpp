@@ -2,14 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "replacefile.h"
 
+#include "linkchain.h"
+#include "safetycopy.h"
+#include "siblingfile.h"
+
 #include <files/sizelimitguard.h>
 
+#include <QDebug>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <cerrno>
-#include <cstring>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,20 +23,9 @@ namespace TARN {
 
 namespace {
 
-/// The file behind a chain of symbolic links, which need not exist; @p path itself when it is no
-/// link; empty when the chain has no end. QSaveFile follows only the first link.
-QString linkTarget(const QString &path)
+void debugLine(const QString &text, const QString &path, const QString &reason = QString())
 {
-    constexpr int LongestChain = 40;
-    QString target = path;
-    for (int i = 0; i < LongestChain && QFileInfo(target).isSymLink(); ++i)
-        target = QFileInfo(target).symLinkTarget();
-    return QFileInfo(target).isSymLink() ? QString() : target;
-}
-
-QString systemError(int code)
-{
-    return QString::fromLocal8Bit(std::strerror(code));
+    qDebug().noquote().nospace() << text.arg(QDir::toNativeSeparators(path)) << reason;
 }
 
 bool isForbidden(int code)
@@ -40,42 +33,42 @@ bool isForbidden(int code)
     return code == EACCES || code == EPERM || code == EROFS;
 }
 
-/// Gives the new file the owner and the group of the one that it replaces, as far as the system
-/// allows; only an administrator can give a file away.
-void keepOwner(int newFile, const QByteArray &formerPath)
+/// Gives the new file owner, group and permissions of the one that it replaces, as far as the
+/// system allows; only an administrator can give a file away.
+void keepStatus(int newFile, const struct stat &former)
 {
-    struct stat former = {};
-    struct stat now = {};
-    if (::stat(formerPath.constData(), &former) != 0 || ::fstat(newFile, &now) != 0)
-        return;
-    if (former.st_uid == now.st_uid && former.st_gid == now.st_gid)
-        return;
-    if (::fchown(newFile, former.st_uid, former.st_gid) != 0 &&
-        ::fchown(newFile, uid_t(-1), former.st_gid) != 0)
-        return;
-    ::fchmod(newFile, former.st_mode & 07777);
-}
-
-/// Waits until the open file is on the disk; file systems that cannot tell count as done.
-bool sync(const QFileDevice &file, QString *error)
-{
-    if (::fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOSYS)
-        return true;
-    *error = systemError(errno);
-    return false;
+    mode_t mode = former.st_mode & 07777;
+    if (::fchown(newFile, former.st_uid, former.st_gid) != 0) {
+        if (::fchown(newFile, uid_t(-1), former.st_gid) != 0)
+            mode &= ~mode_t(S_ISGID);
+        mode &= ~mode_t(S_ISUID); // To run as somebody else is not for this owner to grant.
+    }
+    ::fchmod(newFile, mode);
 }
 
 /// Makes @p content the whole content of the open file, on the disk too.
 bool overwrite(QFile *file, const QByteArray &content, QString *error)
 {
     if (file->seek(0) && file->write(content) == content.size() && file->resize(content.size()))
-        return sync(*file, error);
+        return syncFile(*file, error);
     *error = file->errorString();
     return false;
 }
 
+/// Puts the space for @p size bytes aside.
+bool takeSpace(QFile *file, qint64 size, QString *error)
+{
+    const qint64 former = file->size();
+    const int code = size > former ? ::posix_fallocate(file->handle(), 0, size) : 0;
+    if (code == 0)
+        return true;
+    *error = systemError(code);
+    file->resize(former);
+    return false;
+}
+
 /// For a file that cannot be replaced as a whole. The space is taken beforehand and the former
-/// content is put back after an error.
+/// content is put back after an error. Should the process end amidst, restoreFile() helps.
 bool writeInPlace(const QString &path, const QByteArray &content, QString *error)
 {
     QFile file(path);
@@ -88,19 +81,43 @@ bool writeInPlace(const QString &path, const QByteArray &content, QString *error
         *error = QStringLiteral("the former content cannot be read");
         return false;
     }
-    if (content.size() > former.size()) {
-        const int code = ::posix_fallocate(file.handle(), 0, content.size());
-        if (code != 0) {
-            *error = systemError(code);
-            file.resize(former.size());
-            return false;
-        }
-    }
+    QString copyError;
+    if (!keepSafetyCopy(path, former, content, &copyError))
+        debugLine(QStringLiteral("Can not keep a copy of %1: "), path, copyError);
     QString restoreError;
-    if (overwrite(&file, content, error))
-        return true;
-    overwrite(&file, former, &restoreError);
-    return false;
+    const bool started = takeSpace(&file, content.size(), error);
+    const bool written = started && overwrite(&file, content, error);
+    if (written || !started || overwrite(&file, former, &restoreError))
+        dropSafetyCopy(path);
+    return written;
+}
+
+/// Writes a new file and lets it take the place of @p target. @p mayWriteInPlace tells, after a
+/// failure, whether the reason is that the folder does not let it.
+bool replaceWhole(const QString &target, const QByteArray &content, bool *mayWriteInPlace,
+                  QString *error)
+{
+    const QByteArray path = QFile::encodeName(target);
+    struct stat former = {};
+    const bool exists = ::stat(path.constData(), &former) == 0;
+    int code = exists && ::access(path.constData(), W_OK) != 0 ? errno : 0;
+    SiblingFile file(target);
+    if (code == 0) {
+        code = file.create(0666);
+        *mayWriteInPlace = exists && isForbidden(code);
+    }
+    if (code == 0) {
+        if (exists)
+            keepStatus(file.handle(), former);
+        if (!file.write(content, error))
+            return false;
+        code = file.takePlace();
+        // Other people's files in a folder with the sticky bit, and files that are mount points.
+        *mayWriteInPlace = exists && code != 0;
+    }
+    if (code != 0)
+        *error = systemError(code);
+    return code == 0;
 }
 
 } // namespace
@@ -108,36 +125,29 @@ bool writeInPlace(const QString &path, const QByteArray &content, QString *error
 bool replaceFile(const QString &path, const QByteArray &content, QString *error)
 {
     const Files::SizeLimitGuard guard;
-    const QString target = linkTarget(path);
+    const QStringList chain = linkChain(path);
+    const QString target = chain.isEmpty() ? QString() : chain.last();
     const QFileInfo existing(target);
     if (target.isEmpty() || (existing.exists() && !existing.isFile())) {
         *error = QStringLiteral("it is no regular file");
         return false;
     }
+    bool mayWriteInPlace = false;
+    return replaceWhole(target, content, &mayWriteInPlace, error) ||
+           (mayWriteInPlace && writeInPlace(target, content, error));
+}
 
-    // QSaveFile's own fallback truncates the file before it writes, so that a full disk would lose
-    // both contents; writeInPlace() does not.
-    QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        if (isForbidden(errno) && existing.exists())
-            return writeInPlace(target, content, error);
-        *error = file.errorString();
+bool restoreFile(const QString &path, QByteArray *content)
+{
+    if (!findUnfinishedWrite(path, content))
         return false;
-    }
-    keepOwner(file.handle(), QFile::encodeName(target));
-    if (file.write(content) != content.size()) {
-        *error = file.errorString();
-        return false;
-    }
-    if (!sync(file, error))
-        return false;
-    if (file.commit())
-        return true;
-    // Other people's files in a folder with the sticky bit, and files that are mount points.
-    if (file.error() == QFileDevice::RenameError && existing.exists())
-        return writeInPlace(target, content, error);
-    *error = file.errorString();
-    return false;
+    debugLine(QStringLiteral("Repeating the last write to %1, which came to no end"), path);
+    QString error;
+    if (replaceFile(path, *content, &error))
+        dropSafetyCopy(path); // A folder that allows new files by now has left it.
+    else
+        debugLine(QStringLiteral("Can not write %1: "), path, error);
+    return true;
 }
 
 } // namespace TARN

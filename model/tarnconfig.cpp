@@ -9,6 +9,7 @@
 
 #include <files/regularfile.h>
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDir>
@@ -25,9 +26,22 @@ QString describe(const QString &path, const QString &reason)
         .arg(QDir::toNativeSeparators(path), reason);
 }
 
+QList<TarnCore *> readCores(const QString &path, QIODevice *device, QString *error)
+{
+    ConfigReader reader(device);
+    if (!reader.read())
+        *error = describe(path, reader.errorText());
+    return reader.takeCores();
+}
+
 /// The one way into a file, so that check and read always agree. On failure @p error is filled.
 QList<TarnCore *> readCores(const QString &path, QString *error)
 {
+    QBuffer restored;
+    if (restoreFile(path, &restored.buffer())) {
+        restored.open(QIODevice::ReadOnly);
+        return readCores(path, &restored, error);
+    }
     QFile file;
     QString reason;
     const Files::Access access = Files::openRegularFile(path, &file, &reason);
@@ -38,10 +52,7 @@ QList<TarnCore *> readCores(const QString &path, QString *error)
         *error = describe(path, reason);
         return {};
     }
-    ConfigReader reader(&file);
-    if (!reader.read())
-        *error = describe(path, reader.errorText());
-    return reader.takeCores();
+    return readCores(path, &file, error);
 }
 
 void debugLine(const QString &line)
@@ -50,6 +61,12 @@ void debugLine(const QString &line)
 }
 
 } // namespace
+
+void finishTARNFile(const QString &path)
+{
+    QByteArray content;
+    restoreFile(path, &content);
+}
 
 bool checkTARNFile(const QString &path)
 {

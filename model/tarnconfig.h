@@ -13,6 +13,10 @@ class TarnCore;
 constexpr char NODE_TARN_CONFIG[] = "TARN_CONFIG";
 constexpr char NODE_VERSION[] = "Version";
 
+/// Repeats a write to the file at @p path that came to no end because the process did. Checking and
+/// reading do the same; who watches the file does it before.
+void finishTARNFile(const QString &path);
+
 /// True when readTARNConfigFromXml() would read the file at @p path without an error. The reason
 /// of a refusal goes to the debug stream.
 bool checkTARNFile(const QString &path);

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include <model/replacefile.h>
+#include <model/safetycopy.h>
 #include <support/files.h>
 #include <support/testcase.h>
 
@@ -124,6 +125,7 @@ private Q_SLOTS:
     void existingFileIsReplaced();
     void permissionsStay_data();
     void permissionsStay();
+    void permissionsStayThoughTheOwnerDoesNot();
     void newFileHasUsualPermissions();
     void ownerStays();
     void linkStaysAndTargetIsReplaced_data();
@@ -144,6 +146,16 @@ private Q_SLOTS:
     void sizeLimitLeavesSignalsAlone_data();
     void sizeLimitLeavesSignalsAlone();
     void killLeavesOneWholeContent();
+    void longNamesAreWritten_data();
+    void longNamesAreWritten();
+    void copyIsKeptForTheTimeOfWritingInPlace();
+    void writingInPlaceNeedsNoCopy();
+    void unfinishedWriteIsRepeated_data();
+    void unfinishedWriteIsRepeated();
+    void unfinishedWriteIsFoundThroughALink();
+    void unfinishedWriteIsReadWhereNobodyCanWrite();
+    void damagedCopyIsIgnored();
+    void killInLockedFolderIsMadeUpFor();
 
 private:
     QString path(const QString &name = QStringLiteral("a.tarn")) const
@@ -157,12 +169,21 @@ private:
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot | QDir::System);
     }
 
+    QStringList copies() const
+    {
+        return QDir(m_state->filePath(QStringLiteral("tarn"))).entryList(QDir::Files);
+    }
+
     std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<QTemporaryDir> m_state;
 };
 
 void tst_ReplaceFile::init()
 {
     TestCase::init();
+    m_state = std::make_unique<QTemporaryDir>();
+    giveToOrdinaryUser(m_state->path());
+    qputenv("XDG_STATE_HOME", encoded(m_state->path()));
     m_folder = std::make_unique<QTemporaryDir>();
     giveToOrdinaryUser(m_folder->path());
 }
@@ -185,8 +206,10 @@ void tst_ReplaceFile::existingFileIsReplaced()
 void tst_ReplaceFile::permissionsStay_data()
 {
     QTest::addColumn<int>("mode");
-    for (int mode : {0600, 0640, 0644, 0664, 0666, 0755, 0777})
-        QTest::newRow(QByteArray::number(mode, 8).constData()) << mode;
+    for (int mode : {0600, 0640, 0644, 0664, 0666, 0755, 0777, 0444, 0004, 0060, 02664, 01600}) {
+        if ((mode & 0200) != 0 || ::geteuid() == 0)
+            QTest::newRow(QByteArray::number(mode, 8).constData()) << mode;
+    }
 }
 
 void tst_ReplaceFile::permissionsStay()
@@ -196,6 +219,22 @@ void tst_ReplaceFile::permissionsStay()
     QCOMPARE(::chmod(encoded(path()).constData(), mode_t(mode)), 0);
     QCOMPARE(replaceAndCompare(path(), "new", true), QString());
     QCOMPARE(int(statOf(path()).st_mode & 07777), mode);
+}
+
+void tst_ReplaceFile::permissionsStayThoughTheOwnerDoesNot()
+{
+    if (::geteuid() != 0)
+        QSKIP("only root can make a file of another user");
+    writeFile(path(), "former");
+    QCOMPARE(::chown(encoded(path()).constData(), 0, OrdinaryUser), 0);
+    QCOMPARE(::chmod(encoded(path()).constData(), 04464), 0);
+    QCOMPARE(inChild([this] {
+                 return becomeOrdinaryUser() ? replaceAndCompare(path(), "new", true)
+                                             : QStringLiteral("no other user");
+             }),
+             QString());
+    QCOMPARE(statOf(path()).st_uid, OrdinaryUser);
+    QCOMPARE(int(statOf(path()).st_mode & 07777), 0464);
 }
 
 void tst_ReplaceFile::newFileHasUsualPermissions()
@@ -212,12 +251,14 @@ void tst_ReplaceFile::ownerStays()
     if (::geteuid() != 0)
         QSKIP("only root can own a file of another user");
     writeFile(path(), "former");
-    QCOMPARE(::chmod(encoded(path()).constData(), 0660), 0);
     giveToOrdinaryUser(path());
-    QCOMPARE(replaceAndCompare(path(), "new", true), QString());
-    QCOMPARE(statOf(path()).st_uid, OrdinaryUser);
-    QCOMPARE(statOf(path()).st_gid, OrdinaryUser);
-    QCOMPARE(int(statOf(path()).st_mode & 07777), 0660);
+    for (int mode : {0660, 0444, 0640, 06755}) {
+        QCOMPARE(::chmod(encoded(path()).constData(), mode_t(mode)), 0);
+        QCOMPARE(replaceAndCompare(path(), "new", true), QString());
+        QCOMPARE(statOf(path()).st_uid, OrdinaryUser);
+        QCOMPARE(statOf(path()).st_gid, OrdinaryUser);
+        QCOMPARE(int(statOf(path()).st_mode & 07777), mode);
+    }
 }
 
 void tst_ReplaceFile::linkStaysAndTargetIsReplaced_data()
@@ -506,6 +547,208 @@ void tst_ReplaceFile::killLeavesOneWholeContent()
     }
     ::munmap(shared, sizeof(std::atomic_bool));
     QVERIFY2(hits > 0, "no kill came during a write");
+}
+
+void tst_ReplaceFile::longNamesAreWritten_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("fits");
+    for (int length : {248, 249, 252, 254, 255, 256}) {
+        QTest::addRow("%d letters", length) << QString(length, 'a') << (length <= 255);
+        // Of two bytes each, so that a cut in the middle would leave half of one.
+        const QString umlauts = QString(length % 2, 'a') + QString(length / 2, QChar(0xe4));
+        QTest::addRow("%d bytes of umlauts", length) << umlauts << (length <= 255);
+    }
+}
+
+void tst_ReplaceFile::longNamesAreWritten()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, fits);
+    QString error;
+    for (const QByteArray &content : {QByteArray("first"), QByteArray("second")}) {
+        QCOMPARE(TARN::replaceFile(path(name), content, &error), fits);
+        QCOMPARE(names(), fits ? QStringList(name) : QStringList());
+        QCOMPARE(readFile(path(name)), fits ? content : QByteArray());
+    }
+}
+
+void tst_ReplaceFile::copyIsKeptForTheTimeOfWritingInPlace()
+{
+    writeFile(path(), "former");
+    QString error;
+    QVERIFY(TARN::keepSafetyCopy(path(), "former", "new", &error));
+    QCOMPARE(copies().size(), 1);
+    const QString folder = m_state->filePath(QStringLiteral("tarn"));
+    QCOMPARE(int(statOf(folder).st_mode & 07777), 0700);
+    QCOMPARE(int(statOf(folder + '/' + copies().first()).st_mode & 07777), 0600);
+    TARN::dropSafetyCopy(path());
+    QCOMPARE(copies(), QStringList());
+
+    giveToOrdinaryUser(path());
+    giveToOrdinaryUser(folder);
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0555), 0);
+    QCOMPARE(inChild([this] {
+                 return becomeOrdinaryUser() ? replaceAndCompare(path(), "newer", true)
+                                             : QStringLiteral("no other user");
+             }),
+             QString());
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0755), 0);
+    QCOMPARE(copies(), QStringList());
+}
+
+void tst_ReplaceFile::writingInPlaceNeedsNoCopy()
+{
+    writeFile(path(), "former");
+    giveToOrdinaryUser(path());
+    writeFile(m_state->filePath(QStringLiteral("tarn")), "no folder");
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0555), 0);
+    QCOMPARE(inChild([this] {
+                 return becomeOrdinaryUser() ? replaceAndCompare(path(), "new", true)
+                                             : QStringLiteral("no other user");
+             }),
+             QString());
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0755), 0);
+}
+
+void tst_ReplaceFile::unfinishedWriteIsRepeated_data()
+{
+    QTest::addColumn<QByteArray>("former");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("found");
+    QTest::addColumn<QByteArray>("left");
+    const auto space = [](int size) { return QByteArray(size, '\0'); };
+    const QByteArray a5 = "aaaaa", b5 = "bbbbb", b9 = "bbbbbbbbb", a9 = "aaaaaaaaa";
+    QTest::newRow("amidst") << a5 << b5 << QByteArray("bbbaa") << b5;
+    QTest::newRow("in no order") << a5 << b5 << QByteArray("abbab") << b5;
+    QTest::newRow("space taken") << a5 << b9 << a5 + space(4) << b9;
+    QTest::newRow("growing") << a5 << b9 << QByteArray("bbbbaaaaa").left(5) + space(4) << b9;
+    QTest::newRow("growing, behind the former") << a5 << b9 << b5 + "bb" + space(2) << b9;
+    QTest::newRow("growing without space") << a5 << b9 << b5 + "bb" << b9;
+    QTest::newRow("shrinking") << a9 << b5 << QByteArray("bbbaaaaaa") << b5;
+    QTest::newRow("before the end is cut") << a9 << b5 << QByteArray("bbbbbaaaa") << b5;
+    QTest::newRow("not begun") << a5 << b5 << a5 << a5;
+    QTest::newRow("done") << a5 << b5 << b5 << b5;
+    // Written by somebody else since then.
+    QTest::newRow("other content") << a5 << b5 << QByteArray("bbxaa") << QByteArray("bbxaa");
+    QTest::newRow("shorter content") << a5 << b5 << QByteArray("bba") << QByteArray("bba");
+    QTest::newRow("longer content") << a5 << b5 << QByteArray("bbbaaa") << QByteArray("bbbaaa");
+    QTest::newRow("null amidst") << a5 << b9 << QByteArray("bb\0aa", 5) << QByteArray("bb\0aa", 5);
+}
+
+void tst_ReplaceFile::unfinishedWriteIsRepeated()
+{
+    QFETCH(QByteArray, former);
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, found);
+    QFETCH(QByteArray, left);
+    writeFile(path(), former);
+    QString error;
+    QVERIFY(TARN::keepSafetyCopy(path(), former, content, &error));
+    writeFile(path(), found);
+    QByteArray restored;
+    QCOMPARE(TARN::restoreFile(path(), &restored), found != left);
+    QCOMPARE(readFile(path()), left);
+    if (found != left) {
+        QCOMPARE(restored, content);
+        QCOMPARE(debugLines().last(),
+                 "Repeating the last write to " + path() + ", which came to no end");
+    }
+    if (left == former || left == content)
+        QCOMPARE(copies(), QStringList());
+    QVERIFY(!TARN::restoreFile(path(), &restored));
+}
+
+void tst_ReplaceFile::unfinishedWriteIsFoundThroughALink()
+{
+    writeFile(path(), "former");
+    QString error;
+    QVERIFY(TARN::keepSafetyCopy(path(), "former", "newest", &error));
+    writeFile(path(), "newmer");
+    const QString link = path(QStringLiteral("link"));
+    QVERIFY(QFile::link(QStringLiteral("a.tarn"), link));
+    QByteArray restored;
+    QVERIFY(TARN::restoreFile(link, &restored));
+    QVERIFY(QFileInfo(link).isSymLink());
+    QCOMPARE(readFile(path()), QByteArray("newest"));
+}
+
+void tst_ReplaceFile::unfinishedWriteIsReadWhereNobodyCanWrite()
+{
+    writeFile(path(), "former");
+    giveToOrdinaryUser(path());
+    QCOMPARE(inChild([this] {
+                 QString error;
+                 if (!becomeOrdinaryUser())
+                     return QStringLiteral("no other user");
+                 TARN::keepSafetyCopy(path(), "former", "newest", &error);
+                 writeFile(path(), "newmer");
+                 ::chmod(encoded(path()).constData(), 0444);
+                 ::chmod(encoded(m_folder->path()).constData(), 0555);
+                 QByteArray restored;
+                 const bool found = TARN::restoreFile(path(), &restored);
+                 ::chmod(encoded(m_folder->path()).constData(), 0755);
+                 return found && restored == "newest" ? error : QStringLiteral("not found");
+             }),
+             QString());
+    QCOMPARE(readFile(path()), QByteArray("newmer"));
+    QCOMPARE(copies().size(), 1);
+}
+
+void tst_ReplaceFile::damagedCopyIsIgnored()
+{
+    writeFile(path(), "former");
+    QString error;
+    QVERIFY(TARN::keepSafetyCopy(path(), "former", "newest", &error));
+    writeFile(path(), "newmer");
+    const QString copy = m_state->filePath(QStringLiteral("tarn/")) + copies().first();
+    const QByteArray whole = readFile(copy);
+    QByteArray restored;
+    for (int i = 0; i < whole.size(); ++i) {
+        QByteArray changed = whole;
+        changed[i] = char(changed.at(i) ^ 0x41);
+        writeFile(copy, i % 2 ? changed : whole.left(i));
+        QVERIFY2(!TARN::restoreFile(path(), &restored), QByteArray::number(i).constData());
+    }
+    QCOMPARE(readFile(path()), QByteArray("newmer"));
+    writeFile(copy, whole);
+    QVERIFY(TARN::restoreFile(path(), &restored));
+}
+
+void tst_ReplaceFile::killInLockedFolderIsMadeUpFor()
+{
+    constexpr int MaximumRounds = 20;
+    const QByteArray contents[] = {QByteArray(8000000, 'a'), QByteArray(9000000, 'b')};
+    writeFile(path(), contents[0]);
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0555), 0);
+    int round = 0;
+    int damaged = 0;
+    for (; round < MaximumRounds && damaged < 2; ++round) {
+        giveToOrdinaryUser(path());
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const volatile uchar *first = file.map(0, 1);
+        const uchar former = *first;
+        const pid_t child = ::fork();
+        if (child == 0) {
+            QString error;
+            if (becomeOrdinaryUser())
+                TARN::replaceFile(path(), contents[former == 'a' ? 1 : 0], &error);
+            ::_exit(0);
+        }
+        // Comes as soon as the content begins to change.
+        int status = 0;
+        while (*first == former && ::waitpid(child, &status, WNOHANG) == 0)
+            QThread::yieldCurrentThread();
+        ::kill(child, SIGKILL);
+        ::waitpid(child, &status, 0);
+        QByteArray restored;
+        damaged += TARN::restoreFile(path(), &restored) ? 1 : 0;
+        const QByteArray found = readFile(path());
+        QVERIFY2(found == contents[0] || found == contents[1], "neither content is whole");
+    }
+    QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0755), 0);
+    qInfo("%d of %d kills left a mixture", damaged, round);
 }
 
 TARN_TEST_MAIN(tst_ReplaceFile)

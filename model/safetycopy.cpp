@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "safetycopy.h"
+
+#include "siblingfile.h"
+
+#include <files/regularfile.h>
+
+#include <QCryptographicHash>
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+#include <sys/stat.h>
+
+namespace TARN {
+
+namespace {
+
+constexpr char Magic[] = "TARN safety copy 1";
+
+struct Contents
+{
+    QByteArray former;
+    QByteArray content;
+};
+
+QString stateFolder()
+{
+    QString base = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!QDir::isAbsolutePath(base))
+        base = QDir::homePath() + QStringLiteral("/.local/state");
+    return base + QStringLiteral("/tarn");
+}
+
+/// The one path of the file, whatever links lead to it.
+QByteArray realPath(const QString &path)
+{
+    return QFile::encodeName(QFileInfo(path).canonicalFilePath());
+}
+
+QString copyOf(const QByteArray &realPath)
+{
+    const QByteArray hash = QCryptographicHash::hash(realPath, QCryptographicHash::Sha256);
+    return stateFolder() + QLatin1Char('/') + QString::fromLatin1(hash.toHex()) +
+           QStringLiteral(".copy");
+}
+
+QByteArray checksum(const QByteArray &path, const Contents &contents)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const QByteArray &each : {path, contents.former, contents.content})
+        hash.addData(QCryptographicHash::hash(each, QCryptographicHash::Sha256));
+    return hash.result();
+}
+
+void prepare(QDataStream *stream)
+{
+    stream->setVersion(QDataStream::Qt_5_15);
+}
+
+bool readContents(const QByteArray &path, Contents *contents)
+{
+    QFile file;
+    QString error;
+    if (Files::openRegularFile(copyOf(path), &file, &error) != Files::Access::Granted)
+        return false;
+    QDataStream stream(&file);
+    prepare(&stream);
+    QByteArray magic, owner, sum;
+    stream >> magic >> owner >> contents->former >> contents->content >> sum;
+    return stream.status() == QDataStream::Ok && magic == Magic && owner == path &&
+           sum == checksum(path, *contents);
+}
+
+/// Whether each byte of @p found is that of the former or of the new content, or of the space that
+/// was taken for the new one.
+bool isMixture(const QByteArray &found, const Contents &contents)
+{
+    const auto isByteOf = [&found](const QByteArray &content, int i) {
+        return i < content.size() && found.at(i) == content.at(i);
+    };
+    if (found.size() > std::max(contents.former.size(), contents.content.size()))
+        return false;
+    for (int i = 0; i < found.size(); ++i) {
+        const bool isSpace = i >= contents.former.size() && found.at(i) == '\0';
+        if (!isSpace && !isByteOf(contents.former, i) && !isByteOf(contents.content, i))
+            return false;
+    }
+    return found.size() >= std::min(contents.former.size(), contents.content.size());
+}
+
+} // namespace
+
+bool keepSafetyCopy(const QString &path, const QByteArray &former, const QByteArray &content,
+                    QString *error)
+{
+    const QByteArray owner = realPath(path);
+    QByteArray copy;
+    QDataStream stream(&copy, QIODevice::WriteOnly);
+    prepare(&stream);
+    stream << QByteArray(Magic) << owner << former << content << checksum(owner, {former, content});
+
+    const QString folder = stateFolder();
+    QDir().mkpath(QFileInfo(folder).path());
+    ::mkdir(QFile::encodeName(folder).constData(), S_IRWXU);
+    SiblingFile file(copyOf(owner));
+    const int code = file.create(S_IRUSR | S_IWUSR);
+    if (code != 0) {
+        *error = systemError(code);
+        return false;
+    }
+    if (!file.write(copy, error))
+        return false;
+    const int moved = file.takePlace();
+    if (moved != 0)
+        *error = systemError(moved);
+    return moved == 0;
+}
+
+void dropSafetyCopy(const QString &path)
+{
+    QFile::remove(copyOf(realPath(path)));
+}
+
+bool findUnfinishedWrite(const QString &path, QByteArray *content)
+{
+    const QByteArray owner = realPath(path);
+    Contents contents;
+    if (owner.isEmpty() || !readContents(owner, &contents))
+        return false;
+    QByteArray found;
+    QString error;
+    const qint64 limit = std::max(contents.former.size(), contents.content.size());
+    if (Files::readRegularFile(path, limit, &found, &error) != Files::Access::Granted)
+        return false;
+    if (found == contents.former || found == contents.content) {
+        dropSafetyCopy(path);
+        return false;
+    }
+    *content = contents.content;
+    return isMixture(found, contents);
+}
+
+} // namespace TARN

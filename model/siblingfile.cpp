@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "siblingfile.h"
+
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace TARN {
+
+namespace {
+
+constexpr int SuffixLength = 6;
+
+QByteArray randomSuffix()
+{
+    constexpr char letters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
+    QByteArray suffix;
+    for (int i = 0; i < SuffixLength; ++i)
+        suffix += letters[QRandomGenerator::global()->bounded(int(std::strlen(letters)))];
+    return suffix;
+}
+
+int longestName(const QByteArray &folder)
+{
+    const long limit = ::pathconf(folder.constData(), _PC_NAME_MAX);
+    return limit > 0 ? int(limit) : 255;
+}
+
+/// Makes sure that a new name in @p folder is on the disk, as far as the file system can.
+void syncFolder(const QByteArray &folder)
+{
+    const int handle = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    ::fsync(handle);
+    ::close(handle);
+}
+
+} // namespace
+
+QString systemError(int code)
+{
+    return QString::fromLocal8Bit(std::strerror(code));
+}
+
+bool syncFile(const QFileDevice &file, QString *error)
+{
+    if (::fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOSYS)
+        return true;
+    *error = systemError(errno);
+    return false;
+}
+
+SiblingFile::SiblingFile(const QString &target)
+    : m_target(target)
+{
+}
+
+SiblingFile::~SiblingFile()
+{
+    if (!m_path.isEmpty())
+        ::unlink(m_path.constData());
+}
+
+/// The name of the target, as far as the folder takes names of that length, and a random end.
+QByteArray SiblingFile::newPath() const
+{
+    const QFileInfo target(m_target);
+    const QByteArray folder = QFile::encodeName(target.absolutePath());
+    const int longest = longestName(folder) - SuffixLength - 1;
+    QString name = target.fileName();
+    while (QFile::encodeName(name).size() > longest)
+        name.chop(1);
+    return folder + '/' + QFile::encodeName(name) + '.' + randomSuffix();
+}
+
+int SiblingFile::create(unsigned mode)
+{
+    // A name that the folder does not take at all is no name for the file either.
+    const QFileInfo target(m_target);
+    const QByteArray folder = QFile::encodeName(target.absolutePath());
+    if (QFile::encodeName(target.fileName()).size() > longestName(folder))
+        return ENAMETOOLONG;
+    int handle = -1;
+    QByteArray path;
+    do {
+        path = newPath();
+        handle = ::open(path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode_t(mode));
+    } while (handle < 0 && (errno == EEXIST || errno == EINTR));
+    if (handle < 0)
+        return errno;
+    m_path = path;
+    m_file.open(handle, QIODevice::ReadWrite | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
+    return 0;
+}
+
+bool SiblingFile::write(const QByteArray &content, QString *error)
+{
+    if (m_file.write(content) == content.size())
+        return syncFile(m_file, error);
+    *error = m_file.errorString();
+    return false;
+}
+
+int SiblingFile::takePlace()
+{
+    if (std::rename(m_path.constData(), QFile::encodeName(m_target).constData()) != 0)
+        return errno;
+    m_path.clear();
+    syncFolder(QFile::encodeName(QFileInfo(m_target).absolutePath()));
+    return 0;
+}
+
+} // namespace TARN
