@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tarnview.h"
 
+#include "filestate.h"
 #include "hostdesign.h"
 #include "messagedlg.h"
 #include "reloadbanner.h"
@@ -120,6 +121,7 @@ bool TarnView::open(const QString &filePath, const QString &, QString *errorText
 {
     qDebug(" This is open file to Tarn");
     d->filePath = filePath;
+    finishTARNFile(filePath);
     d->watchFile();
 
     if (!checkTARNFile(filePath)) {
@@ -354,6 +356,8 @@ void TarnView::removeBanner(ReloadBanner *banner)
 void TarnView::onBannerReload()
 {
     const QPointer<ReloadBanner> banner(sendingBanner());
+    finishTARNFile(file());
+    const QByteArray state = fileState(file());
     if (!reloadTarnFile()) {
         const QPointer<TarnView> self(this);
         showMessage(this, {QMessageBox::Warning, tr("Reload Tarn"), tr("Invalid TARN file.")});
@@ -364,6 +368,8 @@ void TarnView::onBannerReload()
     d->watchFile();
     removeBanner(banner);
     d->fileChangePending = false;
+    if (fileState(file()) != state) // Written while its former content was read and shown.
+        onFileChange();
 }
 
 void TarnView::onBannerCancel()

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tarnview_p.h"
 
+#include "filestate.h"
 #include "tarnoptionwidget.h"
 #include "tarnview.h"
 
+#include <model/linkchain.h>
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
 #include <probes/modaldialog.h>
@@ -256,10 +258,25 @@ void TarnViewPrivate::setNlsData(NETWEIR::RtlNetlist *newNetlist)
 void TarnViewPrivate::watchFile()
 {
     unwatchFile();
-    if (filePath.isEmpty() || watcher->addPath(filePath))
+    m_watched = fileIdentity(filePath);
+    if (filePath.isEmpty())
         return;
-    // The folder may be missing as well: then wait for that first.
-    QString folder = QFileInfo(filePath).absolutePath();
+    const bool exists = watcher->addPath(filePath);
+    QStringList places = linkChain(filePath);
+    if (places.isEmpty())
+        places.append(filePath);
+    // The watcher follows links: that one of them is replaced shows in its folder alone. So does
+    // the return of a file that is not there.
+    if (exists)
+        places.removeLast();
+    for (const QString &place : qAsConst(places))
+        watchFolderOf(place);
+}
+
+void TarnViewPrivate::watchFolderOf(const QString &path)
+{
+    // It may be missing as well: then wait for that first.
+    QString folder = QFileInfo(path).absolutePath();
     while (!QFileInfo::exists(folder))
         folder = QFileInfo(folder).path();
     watcher->addPath(folder);
@@ -274,8 +291,12 @@ void TarnViewPrivate::unwatchFile()
 
 void TarnViewPrivate::onFolderChange()
 {
+    const QByteArray former = m_watched;
+    const bool sameFile = fileIdentity(filePath) == former;
+    if (sameFile && !watcher->files().isEmpty())
+        return; // Watching anew would lose what is not told yet.
     watchFile();
-    if (QFileInfo::exists(filePath))
+    if (!sameFile)
         q->onFileChange();
 }
 

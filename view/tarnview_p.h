@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QByteArray>
 #include <QList>
 #include <QMap>
 #include <QObject>
@@ -61,8 +62,8 @@ public:
     /// receives one line an error. Costs n log n in the driven bits.
     bool check(QString *errors) const;
 
-    /// Watches filePath and nothing else or, while there is no such file, for its return, which
-    /// counts as a change.
+    /// Watches filePath and, when it is a link, what it leads to and the links on the way; while
+    /// there is no such file, for its return, which counts as a change.
     void watchFile();
     void unwatchFile();
 
@@ -93,7 +94,10 @@ private:
     QString checkClock(const TarnCore *core) const;
     void removeAt(int position);
     void showCheckErrors(const QString &errors);
+    void watchFolderOf(const QString &path);
     void onFolderChange();
+
+    QByteArray m_watched; ///< Identity of the file that is watched.
 };
 
 } // namespace private_impl

@@ -17,9 +17,13 @@
 #include <QLayout>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStackedWidget>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+
+#include <cstdio>
+#include <functional>
 
 using TARN::ReloadBanner;
 using TARN::TarnOptionWidget;
@@ -61,7 +65,19 @@ void replaceByRename(const QString &path, const QByteArray &content)
     QVERIFY(std::rename(qPrintable(other), qPrintable(path)) == 0);
 }
 
+void replaceLink(const QString &path, const QString &target)
+{
+    const QString other = path + ".new";
+    QVERIFY(QFile::link(target, other));
+    QVERIFY(std::rename(qPrintable(other), qPrintable(path)) == 0);
+}
+
+/// A change of files below a folder.
+using Change = std::function<void(const QString &)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Change)
 
 class TestExternalChange : public TarnTest::ViewTest
 {
@@ -197,6 +213,84 @@ private Q_SLOTS:
         overwrite(former, content(2));
         QTest::qWait(Settled);
         QVERIFY(bannersOf(shown.view).isEmpty());
+    }
+
+    // Links
+
+    void changeBehindALinkIsNoticed_data()
+    {
+        QTest::addColumn<QString>("link"); // Of the file that is open, behind "a.tarn".
+        QTest::addColumn<Change>("change");
+        const QString other = "other/real.tarn";
+        QTest::newRow("target written")
+            << other
+            << Change([](const QString &folder) { overwrite(folder + "/other/real.tarn", "x"); });
+        QTest::newRow("target replaced") << other << Change([](const QString &folder) {
+            replaceByRename(folder + "/other/real.tarn", "x");
+        });
+        QTest::newRow("link replaced by another") << other << Change([](const QString &folder) {
+            replaceLink(folder + "/a.tarn", "other/second.tarn");
+        });
+        QTest::newRow("link replaced by a file")
+            << other
+            << Change([](const QString &folder) { replaceByRename(folder + "/a.tarn", "x"); });
+        QTest::newRow("link behind the link replaced")
+            << "links/middle.tarn" << Change([](const QString &folder) {
+                   replaceLink(folder + "/links/middle.tarn", "../other/second.tarn");
+               });
+        QTest::newRow("link behind the link removed")
+            << "links/middle.tarn" << Change([](const QString &folder) {
+                   QVERIFY(QFile::remove(folder + "/links/middle.tarn"));
+               });
+        QTest::newRow("link removed")
+            << other
+            << Change([](const QString &folder) { QVERIFY(QFile::remove(folder + "/a.tarn")); });
+    }
+
+    void changeBehindALinkIsNoticed()
+    {
+        QFETCH(QString, link);
+        QFETCH(Change, change);
+        writeConfig("other/real.tarn", {0});
+        writeConfig("other/second.tarn", {0, 1});
+        QVERIFY(QDir().mkpath(path("links")));
+        QVERIFY(QFile::link("../other/real.tarn", path("links/middle.tarn")));
+        QVERIFY(QFile::link(link, path("a.tarn")));
+        const ShownView shown = showQuick(path("a.tarn"));
+        // Other files of these folders are none of its business.
+        for (const char *name : {"new.txt", "links/new.txt", "other/new.txt"})
+            writeFile(path(name), "not the file");
+        QTest::qWait(Settled);
+        QVERIFY(bannersOf(shown.view).isEmpty());
+        change(QFileInfo(path("a.tarn")).absolutePath());
+        QTRY_COMPARE(bannersOf(shown.view).size(), 1);
+    }
+
+    void returnOfTheTargetOfALinkIsAChange()
+    {
+        const QByteArray two = content(2);
+        writeConfig("other/real.tarn", {0});
+        QVERIFY(QFile::link("other/real.tarn", path("a.tarn")));
+        const ShownView shown = showQuick(path("a.tarn"));
+        QVERIFY(QFile::remove(path("other/real.tarn")));
+        QTRY_COMPARE(bannerTextOf(shown.view), removedText(path("a.tarn")));
+        clickBanner(shown.view, "btnA");
+        writeFile(path("other/real.tarn"), two);
+        QTRY_COMPARE(bannerTextOf(shown.view), changedText(path("a.tarn")));
+        clickBanner(shown.view, "btnA");
+        QCOMPARE(pagesOf(shown.view).size(), 2);
+    }
+
+    void savingThroughALinkRaisesNoBanner()
+    {
+        writeConfig("real.tarn", {0});
+        QVERIFY(QFile::link("real.tarn", path("a.tarn")));
+        const ShownView shown = showQuick(path("a.tarn"));
+        QVERIFY(shown->save());
+        QTest::qWait(Settled);
+        QVERIFY(bannersOf(shown.view).isEmpty());
+        replaceByRename(path("real.tarn"), content(2));
+        QTRY_COMPARE(bannersOf(shown.view).size(), 1);
     }
 
     // The view's own writing
@@ -364,6 +458,35 @@ private Q_SLOTS:
         QVERIFY(shown->isModified());
         replaceByRename(file, content(1));
         QTRY_COMPARE(bannersOf(shown.view).size(), 1);
+    }
+
+    void writeDuringTheReloadIsAChange_data()
+    {
+        QTest::addColumn<bool>("rename");
+        QTest::newRow("in place") << false;
+        QTest::newRow("renamed") << true;
+    }
+    void writeDuringTheReloadIsAChange()
+    {
+        QFETCH(bool, rename);
+        const QString file = writeConfig("a.tarn", {0});
+        const QByteArray three = content(3);
+        const ShownView shown = showQuick(file);
+        overwrite(file, content(2));
+        QTRY_COMPARE(bannersOf(shown.view).size(), 1);
+        // Once the file is read, its pages replace the former ones.
+        const auto *stack = shown->findChild<QStackedWidget *>("stackedWidget");
+        connect(stack, &QStackedWidget::widgetRemoved, this,
+                [&] { rename ? replaceByRename(file, three) : overwrite(file, three); });
+        clickBanner(shown.view, "btnA");
+        QCOMPARE(pagesOf(shown.view).size(), 2);
+        QVERIFY(bannersOf(shown.view).isEmpty());
+        disconnect(stack, &QStackedWidget::widgetRemoved, this, nullptr);
+        QTRY_COMPARE(bannerTextOf(shown.view), changedText(file));
+        clickBanner(shown.view, "btnA");
+        QCOMPARE(pagesOf(shown.view).size(), 3);
+        QTest::qWait(Settled);
+        QVERIFY(bannersOf(shown.view).isEmpty());
     }
 
     void reloadKeepsModifiedStateAndTitle()
