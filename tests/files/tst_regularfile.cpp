@@ -15,6 +15,7 @@
 #include <atomic>
 #include <cstdio>
 #include <memory>
+#include <stdexcept>
 
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -53,6 +54,7 @@ class TestRegularFile : public TarnTest::TestCase
 private Q_SLOTS:
     void readsFilesOfAnySize_data();
     void readsFilesOfAnySize();
+    void readsPieceByPiece();
     void readsFilesWithoutASize();
     void followsLinks();
     void keepsTheLimit();
@@ -92,6 +94,32 @@ void TestRegularFile::readsFilesOfAnySize()
     QCOMPARE(Files::openRegularFile(path("file"), &file, &error), Access::Granted);
     QVERIFY(file.readAll() == expected);
     QCOMPARE(error, QString());
+}
+
+/// Who waits for a large file can give it up.
+void TestRegularFile::readsPieceByPiece()
+{
+    constexpr qint64 Megabyte = 1024 * 1024;
+    QFile file(path("large"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(5 * Megabyte));
+    int pieces = 0;
+    QByteArray content;
+    QString error;
+    const auto count = [&pieces] { ++pieces; };
+    QCOMPARE(Files::readRegularFile(path("large"), Ample, &content, &error, count),
+             Access::Granted);
+    QVERIFY2(pieces >= 5, qPrintable(QString::number(pieces)));
+
+    pieces = 0;
+    content.clear();
+    const auto giveUp = [&pieces] {
+        if (++pieces == 3)
+            throw std::runtime_error("enough");
+    };
+    QVERIFY_EXCEPTION_THROWN(Files::readRegularFile(path("large"), Ample, &content, &error, giveUp),
+                             std::runtime_error);
+    QCOMPARE(pieces, 3);
+    QVERIFY(content.isEmpty());
 }
 
 /// Many files of the system say that they are empty, and are not.

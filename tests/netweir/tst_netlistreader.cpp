@@ -371,7 +371,9 @@ void tst_NetlistReader::namesOfDeepHierarchiesAreRead()
 void tst_NetlistReader::endsAtTheLimitOfMemory_data()
 {
     QTest::addColumn<QByteArray>("xml");
+#ifndef __SANITIZE_ADDRESS__ // Which keeps what was given back, so that it is not taken anew.
     QTest::newRow("many elements") << design(nested("x", 2000000, QByteArray()));
+#endif
     QTest::newRow("long names") << chain(20000);
     QTest::newRow("wide bus") << design("<var name=\"w\" origName=\"w\" dtype_id=\"2\"/>",
                                         "<basicdtype id=\"2\" name=\"logic\" left=\"9999999\" "
@@ -399,17 +401,6 @@ void tst_NetlistReader::refusesALargeFile()
     QVERIFY(!Internal::readElaboratedXml(file.fileName(), options, &error));
     QVERIFY2(error.endsWith(QLatin1String("cannot be read: it is larger than 100 MB.")),
              qPrintable(error));
-
-    // Cancelling need not wait until all of it is read.
-    const std::atomic<bool> cancelled{true};
-    options.cancelled = &cancelled;
-    options.memoryLimit = 1000 * Megabyte;
-    QVERIFY(file.resize(900 * Megabyte));
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(!Internal::readElaboratedXml(file.fileName(), options, &error));
-    QCOMPARE(error, QStringLiteral("Reading was cancelled."));
-    QVERIFY2(timer.elapsed() < 200, qPrintable(QString::number(timer.elapsed())));
 }
 
 void tst_NetlistReader::endsInAnyWork_data()
@@ -455,7 +446,7 @@ void tst_NetlistReader::endsInAnyWork()
     options.cancelled = &cancelled;
     QElapsedTimer sinceCancel;
     const std::unique_ptr<QThread> canceller(QThread::create([&] {
-        QThread::msleep(500);
+        QThread::msleep(200);
         sinceCancel.start();
         cancelled = true;
     }));
