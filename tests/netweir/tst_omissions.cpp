@@ -26,6 +26,8 @@ private Q_SLOTS:
     void faultsStayErrors();
     void comeAfterTheMacroOfTheTool();
     void endAfterSomeRuns();
+    void goFromTheSmallestItemToTheModule();
+    void goTogether();
 };
 
 void tst_Omissions::theRestOpens_data()
@@ -333,6 +335,58 @@ void tst_Omissions::endAfterSomeRuns()
     QVERIFY2(more.firstError().contains(QLatin1String("cannot read this construct")),
              qPrintable(more.firstError()));
     QVERIFY(!more.buildNetlist());
+}
+
+/// A tool that stumbles as long as the module is there.
+void tst_Omissions::goFromTheSmallestItemToTheModule()
+{
+    const QTemporaryDir folder;
+    const QString tool = folder.filePath(QStringLiteral("verilator_bin"));
+    const QString real = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
+    TarnTest::writeFile(tool, "#!/bin/sh\n"
+                              "case \"$1\" in -E) ;; *) if grep -q 'module sub' text0.sv; then\n"
+                              "echo '%Error-UNSUPPORTED: text0.sv:4:25: Unsupported: this' >&2\n"
+                              "exit 1; fi;; esac\nexec " +
+                                  real.toLocal8Bit() + " \"$@\"\n");
+    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("TARN_VERILATOR", tool.toLocal8Bit());
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), "module top(input a, output b); sub u(a, b); endmodule\n"
+                                       "module sub(input a, output reg b);\n"
+                                       "always @* begin b = a;\n"
+                                       "  assert property (a |-> b);\nend endmodule\n");
+    design.findModules();
+    const bool isBuilt = design.buildNetlist();
+    qunsetenv("TARN_VERILATOR");
+    QStringList found = design.messages;
+    found.replaceInStrings(design.path(QString()) + QLatin1Char('/'), QString());
+    QCOMPARE(found, QStringList({QStringLiteral("WARNING: left out: a.sv:4: assertion: "
+                                                "Unsupported: this"),
+                                 QStringLiteral("WARNING: left out: a.sv:3: procedural block: "
+                                                "Unsupported: this"),
+                                 QStringLiteral("WARNING: left out: a.sv:2: module sub: "
+                                                "Unsupported: this")}));
+    QVERIFY(isBuilt);
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()),
+             QStringLiteral("top : top\n    a O\n    b O\n"));
+}
+
+/// Everything that one run complains of goes at once, in little time.
+void tst_Omissions::goTogether()
+{
+    constexpr int Count = 1000;
+    QByteArray source("module top(input clk, a, output logic q);\n");
+    for (int i = 0; i < Count; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        source += "property p" + number + "; @(posedge clk) a |-> ##1 q; endproperty\n" +
+                  "always_ff @(posedge clk) q <= a;\nassert property (p" + number + ");\n";
+    }
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), source + "endmodule\n");
+    QVERIFY2(design.extract(), qPrintable(design.firstError()));
+    QCOMPARE((design.messages + design.netMessages).size(), 2 * Count);
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()),
+             QStringLiteral("top : top\n    clk O\n    a O\n    q O\n"));
 }
 
 TARN_TEST_MAIN(tst_Omissions)
