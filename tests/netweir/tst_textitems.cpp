@@ -217,6 +217,8 @@ void TestTextItems::tellWhatTheyWrite_data()
     row("procedural assignments", "initial begin force a.b = 1; release c; assign d = 1; end",
         "a.b d");
     row("labels and forks", "initial fork : l m: a = 1; begin : n b = 1; end : n join_any", "a b");
+    row("patterns", "initial case (a) matches tagged A .n : b = n; default: c = 1; endcase", "b c");
+    row("words in front", "initial begin return; void'(f(a)); this.b = 1; return c; end", "b");
     row("escaped names", "initial \\a+b  = 1;", "a+b");
 }
 

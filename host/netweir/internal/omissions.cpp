@@ -146,7 +146,7 @@ Omissions::Cause Omissions::causeOf(const ToolMessage &message, bool anySyntax) 
     const bool namesGone = std::any_of(parts.begin(), parts.end(), [this](const QByteArray &part) {
         return m_names.contains(part);
     });
-    return namesGone ? Cause::Unreadable : Cause::Fault;
+    return namesGone ? Cause::Unreadable : Cause::Other;
 }
 
 bool Omissions::mayGo(int text, const TextItem &item, Cause cause)
@@ -155,11 +155,11 @@ bool Omissions::mayGo(int text, const TextItem &item, Cause cause)
         return false;
     if (item.kind == TextItem::Module)
         return cause == Cause::Unreadable && item.name != m_top;
-    if (item.kind == TextItem::Assignment)
+    if (item.kind == TextItem::Assignment || cause == Cause::Unreadable)
         return cause == Cause::Unreadable;
-    // Within hardware a syntax error is one, unless a word explains it.
-    return cause == Cause::Unreadable || item.isVerification() ||
-           itemsOf(text).isBeyondGrammar(item);
+    // Within hardware any other error is one, unless a word explains it.
+    return (item.isVerification() && cause == Cause::Syntax) ||
+           (item.kind == TextItem::Process && itemsOf(text).isBeyondGrammar(item));
 }
 
 void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)

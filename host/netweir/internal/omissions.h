@@ -48,7 +48,7 @@ public:
                          const PlaceOfLine &placeOf);
 
 private:
-    enum class Cause { Fault, Unreadable, Syntax };
+    enum class Cause { Fault, Unreadable, Syntax, Other };
 
     Cause causeOf(const ToolMessage &message, bool anySyntax) const;
     bool mayGo(int text, const TextItem &item, Cause cause);

@@ -8,6 +8,7 @@
 #include <QMultiHash>
 
 #include <algorithm>
+#include <utility>
 
 namespace NETWEIR {
 namespace Internal {
@@ -40,6 +41,30 @@ const Region *regionOf(const Token &token)
             return &region;
     }
     return nullptr;
+}
+
+/// Items whose end is looked for, but for processes and assignments.
+bool hasEndByStatement(const TextItem &item)
+{
+    return item.kind == TextItem::Assertion || item.kind == TextItem::Let ||
+           item.kind == TextItem::Constraint ||
+           (item.kind == TextItem::Clocking && item.range.end == 0);
+}
+
+bool isRegionKind(const TextItem &item)
+{
+    return item.kind < TextItem::Statement && item.range.end > 0;
+}
+
+/// In the order in which items are given up.
+void sortInnermostFirst(QVector<TextItem> *items)
+{
+    const auto rankOf = [](const TextItem &item) {
+        const int kind = item.isVerification() ? TextItem::Assertion : item.kind;
+        return std::make_pair(kind, -item.range.begin);
+    };
+    std::sort(items->begin(), items->end(),
+              [rankOf](const TextItem &a, const TextItem &b) { return rankOf(a) < rankOf(b); });
 }
 
 } // namespace
@@ -79,7 +104,9 @@ private:
     QVector<int> m_units;          ///< Open ones, as indexes of starts.
     QVector<QPair<int, Keyword>> m_regions; ///< Open ones, with the keywords that end them.
     QVector<Keyword> m_blocks;              ///< Open begin, case and fork.
-    int m_depth = 0;                        ///< Of groups in brackets.
+    int m_process = -1;                     ///< Index of the last start of that kind.
+    int m_assignment = -1;
+    int m_depth = 0; ///< Of groups in brackets.
 };
 
 void TextItems::Scanner::run()
@@ -244,7 +271,16 @@ void TextItems::Scanner::scanUnit()
 
 TextItems::Start *TextItems::Scanner::add(TextItem::Kind kind)
 {
-    Start start{TextItem(), m_units.isEmpty() ? -1 : m_units.last(), m_reader.tokens(), token()};
+    const int index = m_items->m_starts.size();
+    m_process = kind == TextItem::Process ? index : m_process;
+    m_assignment = kind == TextItem::Assignment ? index : m_assignment;
+    Start start{TextItem(),
+                m_units.isEmpty() ? -1 : m_units.last(),
+                m_regions.isEmpty() ? -1 : m_regions.last().first,
+                m_process,
+                m_assignment,
+                m_reader.tokens(),
+                token()};
     start.item.kind = kind;
     start.item.range.begin = offsetOf(m_front ? m_front : token().place);
     start.item.line = token().line;
@@ -315,36 +351,29 @@ QVector<TextItem> TextItems::around(int offset) const
         m_starts.begin(), m_starts.end(), offset,
         [](int place, const Start &start) { return place < start.item.range.begin; });
     QVector<TextItem> result;
-    const auto take = [&](const Start &start) {
-        const TextItem item = completed(start);
+    const int last = int(after - m_starts.begin()) - 1;
+    const auto take = [&](int start) {
+        const TextItem item = start < 0 ? TextItem() : completed(m_starts[start]);
         if (offset < item.range.end)
             result.append(item);
-        return offset < item.range.end;
     };
-    int tried = 0;
-    bool triedProcess = false; // The last one is the only one that may reach the place.
-    bool triedAssignment = false;
-    for (auto start = after; start != m_starts.begin();) {
-        --start;
-        const TextItem::Kind kind = start->item.kind;
-        if (kind == TextItem::Module || kind == TextItem::OtherUnit) {
-            if (take(*start))
-                break;
-        } else if (kind == TextItem::Process || kind == TextItem::Assignment) {
-            bool &isTried = kind == TextItem::Process ? triedProcess : triedAssignment;
-            if (!isTried)
-                take(*start);
-            isTried = true;
-        } else if (start->item.range.end > 0 || tried++ < MostNested) {
-            take(*start);
-        }
+    if (last < 0)
+        return result;
+    for (int start = last; start > last - MostNested && start >= 0; --start) {
+        if (hasEndByStatement(m_starts[start].item))
+            take(start);
     }
-    const auto rankOf = [](const TextItem &item) {
-        return item.isVerification() ? TextItem::Assertion : item.kind;
-    };
-    std::stable_sort(result.begin(), result.end(), [rankOf](const TextItem &a, const TextItem &b) {
-        return rankOf(a) < rankOf(b);
-    });
+    const bool isRegion = isRegionKind(m_starts[last].item);
+    for (int start = isRegion ? last : m_starts[last].region; start >= 0;
+         start = m_starts[start].region)
+        take(start);
+    take(m_starts[last].process);
+    take(m_starts[last].assignment);
+    const bool isUnit = m_starts[last].item.kind == TextItem::Module ||
+                        m_starts[last].item.kind == TextItem::OtherUnit;
+    for (int start = isUnit ? last : m_starts[last].unit; start >= 0; start = m_starts[start].unit)
+        take(start);
+    sortInnermostFirst(&result);
     return result;
 }
 

@@ -74,6 +74,9 @@ private:
     {
         TextItem item;
         int unit = -1;       ///< Index of the start of the unit around it.
+        int region = -1;     ///< The same of what has an end keyword of its own.
+        int process = -1;    ///< Of the last process that began up to here.
+        int assignment = -1; ///< Likewise.
         VerilogTokens after; ///< Stands behind @p word.
         Token word;          ///< Its keyword.
     };

@@ -19,6 +19,16 @@ bool isAnyOf(const Token &token, std::initializer_list<std::string_view> words)
                        [&token](std::string_view word) { return isWord(token, word); });
 }
 
+bool beginsDeclaration(const Token &token)
+{
+    return token.is(Keyword::Other) &&
+           isAnyOf(token, {"automatic", "bit",       "byte",   "chandle",  "const",      "enum",
+                           "event",     "genvar",    "int",    "integer",  "localparam", "logic",
+                           "longint",   "parameter", "real",   "realtime", "reg",        "shortint",
+                           "shortreal", "static",    "string", "struct",   "time",       "union",
+                           "var",       "wire"});
+}
+
 /// What an assignment has behind its left side: = <= += <<= ++ and the like, but no comparison.
 bool isAssigned(TokenReader reader)
 {
@@ -59,7 +69,7 @@ private:
     const Token &token() const { return m_reader.token(); }
 
     TokenReader m_reader;
-    bool m_begins = false;
+    bool m_begins = true;
     QVector<WrittenName> m_written;
     QSet<QByteArray> m_own; ///< Variables that the statements declare.
 };
@@ -104,7 +114,8 @@ void WriteScanner::scanBeginning()
         if (isTwice && token().kind == Token::Identifier)
             add(takeTarget());
     } else if (token().kind != Token::Identifier) {
-        m_begins = token().is(';') || token().is(':') || token().is(')');
+        const bool goesOn = token().is('.'); // this.NAME
+        m_begins = goesOn || token().is(';') || token().is(':') || token().is(')');
         m_reader.advance();
         return;
     } else {
@@ -129,8 +140,6 @@ void WriteScanner::scanReserved()
     const Token word = token();
     const bool isControl = word.is(Keyword::If) || word.is(Keyword::Case) ||
                            isAnyOf(word, {"while", "repeat", "wait", "foreach"});
-    const bool isTransparent = isAnyOf(word, {"force", "release", "assign", "deassign", "forever",
-                                              "do", "unique", "unique0", "priority", "inside"});
     m_reader.advance();
     if (isControl) {
         skipControl();
@@ -139,11 +148,11 @@ void WriteScanner::scanReserved()
         if (token().is('('))
             m_reader.advance();
         m_begins = true;
-    } else if (word.is(Keyword::Other) && m_begins && !isTransparent) {
+    } else if (m_begins && beginsDeclaration(word)) {
         scanDeclaration();
         skipExpression();
     } else {
-        m_begins = m_begins || !word.is(Keyword::Other) || isTransparent;
+        m_begins = m_begins || !word.is(Keyword::Other);
         if (word.is(Keyword::Begin) || word.is(Keyword::End) || word.is(Keyword::Fork) ||
             word.is(Keyword::Join))
             m_reader.skipLabel();
