@@ -34,6 +34,7 @@ private:
     bool skipBlockComment();
     bool skipLineJoint();
     bool readArgument(Argument *argument);
+    bool isQuote(const Argument &argument) const;
     bool readQuoted(Argument *argument);
     void readCharacter(Argument *argument);
     bool readVariable(Argument *argument);
@@ -113,7 +114,7 @@ bool Splitter::readArgument(Argument *argument)
 {
     m_quoted = false;
     while (!atEnd() && !current().isSpace()) {
-        if (current() == QLatin1Char('"') || current() == QLatin1Char('\'')) {
+        if (isQuote(*argument)) {
             if (!readQuoted(argument))
                 return false;
         } else if (!skipLineJoint() && !readVariable(argument)) {
@@ -121,6 +122,20 @@ bool Splitter::readArgument(Argument *argument)
         }
     }
     return true;
+}
+
+/// Not the one in a number, as in +define+W=8'hFF.
+bool Splitter::isQuote(const Argument &argument) const
+{
+    static const QRegularExpression number(
+        QStringLiteral("'(?:[sS]?[bBoOdDhH][0-9a-fA-FxXzZ?_]+|[01xXzZ])(?!['\\w])"));
+    if (current() != QLatin1Char('\''))
+        return current() == QLatin1Char('"');
+    const bool isFirst = argument.text.isEmpty();
+    return isFirst || !number
+                           .match(m_text, m_position, QRegularExpression::NormalMatch,
+                                  QRegularExpression::AnchoredMatchOption)
+                           .hasMatch();
 }
 
 bool Splitter::readQuoted(Argument *argument)

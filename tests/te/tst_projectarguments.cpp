@@ -181,6 +181,10 @@ void TestProjectArguments::argumentFiles_data()
     row("\"my file.v\" 'my file.v' my\\ file.v", "~/my file.v:2");
     row("\"quo\\\"te.v\"", "~/quo\"te.v:2");
     row("-DA='\\'", "D:A=\\");
+    row("+define+W=8'h10+V=4'sd3 -DX=16'hFF_xz -DY='1 -DZ='h1f",
+        "D:W=8'h10 D:V=4'sd3 D:X=16'hFF_xz "
+        "D:Y='1 D:Z='h1f");
+    row("-DA='b c' -DB='hdl' -Iinc'h d'", "I:inch d D:A=b c D:B=hdl");
     row("-DS=\"\\\"x\\\"\"", "D:S=\"x\"");
     row("-I \"inc dir\" +incdir+\"x y\"+z", "I:inc dir I:x y I:z");
     row("-I\ninc\n--top\nmain", "I:inc top:main");
