@@ -9,27 +9,27 @@ namespace TE {
 
 constexpr const char *RES_NETLIST = "RES.netlist";
 
-constexpr QLatin1String E_FILE_ADD("TE.File.Add");
-constexpr QLatin1String E_FILE_REMOVE("TE.File.Remove");
-constexpr QLatin1String E_FILE_CH_ENABLE("TE.File.Change.Enable");
-constexpr QLatin1String E_FILE_CH_TYPE("TE.File.Change.Type");
-constexpr QLatin1String E_FILE_MODIFIED("TE.File.Modified");
-constexpr QLatin1String E_OPTION_CHANGE("TE.Option.Change");
+const QLatin1String E_FILE_ADD("TE.File.Add");
+const QLatin1String E_FILE_REMOVE("TE.File.Remove");
+const QLatin1String E_FILE_CH_ENABLE("TE.File.Change.Enable");
+const QLatin1String E_FILE_CH_TYPE("TE.File.Change.Type");
+const QLatin1String E_FILE_MODIFIED("TE.File.Modified");
+const QLatin1String E_OPTION_CHANGE("TE.Option.Change");
 const QString E_DEVICE_CHANGE = QStringLiteral("TE.Device.Change");
 
 const QString K_FILE = QStringLiteral("file");
-constexpr QLatin1String K_TYPE("type");
-constexpr QLatin1String K_ENABLE("enable");
+const QLatin1String K_TYPE("type");
+const QLatin1String K_ENABLE("enable");
 const QString K_OPTION = QStringLiteral("option");
 constexpr const char *K_PREVIOUS = "previous";
 
 namespace OPT {
 
-constexpr QLatin1String INCLUDEPATH("IncludePath");
+const QLatin1String INCLUDEPATH("IncludePath");
 const QString Verilog_Standard = QStringLiteral("Verilog_Standard");
 const QString SYNTHESIZE_TOOL = QStringLiteral("Synthesize_tool");
-constexpr QLatin1String TOPMODULE("TopModule");
-constexpr QLatin1String Synplify_pro("Synplify");
+const QLatin1String TOPMODULE("TopModule");
+const QLatin1String Synplify_pro("Synplify");
 
 } // namespace OPT
 } // namespace TE
