@@ -20,10 +20,12 @@
 #include <QStackedWidget>
 #include <QTest>
 #include <QTimer>
+#include <QTranslator>
 #include <QTreeWidget>
 
 #include <cstdio>
 #include <functional>
+#include <utility>
 
 using TARN::ReloadBanner;
 using TARN::TarnOptionWidget;
@@ -71,6 +73,24 @@ void replaceLink(const QString &path, const QString &target)
     QVERIFY(QFile::link(target, other));
     QVERIFY(std::rename(qPrintable(other), qPrintable(path)) == 0);
 }
+
+/// Counts how often the name of a core is made.
+class NameCounter final : public QTranslator
+{
+public:
+    NameCounter() { QCoreApplication::installTranslator(this); }
+    ~NameCounter() override { QCoreApplication::removeTranslator(this); }
+
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        m_count += qstrcmp(text, "tarn_%1") == 0 ? 1 : 0;
+        return QString();
+    }
+    int takeCount() const { return std::exchange(m_count, 0); }
+
+private:
+    mutable int m_count = 0;
+};
 
 /// A change of files below a folder.
 using Change = std::function<void(const QString &)>;
@@ -487,6 +507,17 @@ private Q_SLOTS:
         QCOMPARE(pagesOf(shown.view).size(), 3);
         QTest::qWait(Settled);
         QVERIFY(bannersOf(shown.view).isEmpty());
+    }
+
+    void reloadNamesEachCoreOnce()
+    {
+        for (int cores : {20, 40}) {
+            writeFile(path("a.tarn"), content(cores));
+            const ShownView shown = showQuick(path("a.tarn"));
+            const NameCounter counter;
+            QVERIFY(shown->reloadTarnFile());
+            QCOMPARE(counter.takeCount(), cores + 2); // Those in the list, and the page on top.
+        }
     }
 
     void reloadKeepsModifiedStateAndTitle()
