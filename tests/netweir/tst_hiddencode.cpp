@@ -58,6 +58,7 @@ private Q_SLOTS:
     void faultsBesideHiddenCodeKeepTheirPlaces_data();
     void faultsBesideHiddenCodeKeepTheirPlaces();
     void regionsWithoutAnEndAreReported();
+    void pageBreaksAreBlanks();
     void designsOpenWithoutTheFilter();
     void aDesignMayDefineTheMacroOfSynthesisItself();
 };
@@ -292,6 +293,13 @@ void TestHiddenCode::regionsWithoutAnEndAreReported()
                                         "to the end of the file. Add a comment with translate_on "
                                         "where the design goes on.")
                              .arg(design.path(QStringLiteral("open.vh")))});
+}
+
+void TestHiddenCode::pageBreaksAreBlanks()
+{
+    TarnTest::DesignFixture design;
+    design.add(QStringLiteral("top.v"), "module\ftop;\n\f\nwire a;\v wire\fb;\nendmodule\n\f\n");
+    QCOMPARE(netsOf(&design), QStringLiteral("a b"));
 }
 
 void TestHiddenCode::designsOpenWithoutTheFilter()

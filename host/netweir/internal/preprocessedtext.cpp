@@ -68,6 +68,7 @@ PreprocessedText::PreprocessedText(const QByteArray &output, const QVector<PathA
     for (const PathAlias &file : m_files)
         m_filePaths.insert(file.alias, file.path);
     split(output);
+    blankPageBreaks();
     leaveOutEncryptedCode();
     hideCode();
 }
@@ -93,6 +94,15 @@ void PreprocessedText::split(const QByteArray &output)
     }
     if (m_text >= 0)
         m_texts[m_text].append(kept, int(end - kept));
+}
+
+/// The language has form feeds among its blanks, the elaborator does not.
+void PreprocessedText::blankPageBreaks()
+{
+    for (QByteArray &text : m_texts) {
+        text.replace('\f', ' ');
+        text.replace('\v', ' ');
+    }
 }
 
 void PreprocessedText::follow(const Directive &directive)

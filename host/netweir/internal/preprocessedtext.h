@@ -77,6 +77,7 @@ private:
     };
 
     void split(const QByteArray &output);
+    void blankPageBreaks();
     void hideCode();
     void leaveOutEncryptedCode();
     void noteHidden(int text, int first, int last);
