@@ -250,6 +250,11 @@ void TestSourceOrder::whatIsUsedComesFirst_data()
          source("b", "package pb; endpackage module b; import pc::*; endmodule"),
          source("c", "package pc; import pa::*; endpackage")},
         "a/0 c b a");
+    row("behind the use in the same file",
+        {source("a",
+                "module a; import p::*; endmodule package p; import q::*; endpackage package q; "
+                "endpackage")},
+        "a/1 a/0 a");
     row("library", {source("m", "module m; import p::*;"), source("-v p", "package p; endpackage")},
         "p/0 m p");
     row("library with what it needs",

@@ -254,7 +254,7 @@ QVector<PackageUse> SourceOrder::usesOf(int text) const
 
 void SourceOrder::findOrder()
 {
-    hoistLibraries();
+    hoistPackages();
     const QVector<int> texts = orderOfTexts();
     DepthFirstWalk walk(m_blocks.size());
     for (int i = 0; i < m_blocks.size(); ++i) {
@@ -277,14 +277,18 @@ void SourceOrder::appendHoisted(int id)
     m_pieces.last().blocks.append(place.block);
 }
 
-/// The elaborator reads library files last.
-void SourceOrder::hoistLibraries()
+/// Packages of library files, which the elaborator reads last, and those behind a use in their own
+/// file.
+void SourceOrder::hoistPackages()
 {
     for (int i = 0; i < m_scopes.size(); ++i) {
         for (const PackageUse &use : usesOf(i)) {
             const int package = m_packageOf.value(use.package, -1);
-            if (package >= 0 && m_blocks[package].text != i &&
-                m_sources.files[m_blocks[package].text].library)
+            if (package < 0)
+                continue;
+            const bool isOwn = m_blocks[package].text == i;
+            const bool isLibrary = m_sources.files[m_blocks[package].text].library;
+            if (isOwn ? use.offset < block(package).range.begin : isLibrary)
                 hoist(package);
         }
     }

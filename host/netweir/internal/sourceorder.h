@@ -30,9 +30,10 @@ struct TextPiece
 /// The order in which the elaborator reads the texts: packages and types come before their uses,
 /// and everything else stays in the order of the project.
 ///
-/// Packages of library files, and packages, types and imports of files that need each other, come
-/// first, as pieces of their own. Time and memory are linear in the texts, unless files need each
-/// other by turns: each piece has as many lines as stand in front of it in its file.
+/// Packages of library files or behind a use in their file, and packages, types and imports of
+/// files that need each other, come first, as pieces of their own. Time and memory are linear in
+/// the texts, unless files need each other by turns: each piece has as many lines as stand in front
+/// of it in its file.
 class NETWEIR_EXPORT SourceOrder
 {
 public:
@@ -81,7 +82,7 @@ private:
     QHash<QByteArray, QVector<int>> typeOwners() const;
     void noteTypeUse(int text, const NameMention &mention, int user, const QVector<int> &owners);
     void findOrder();
-    void hoistLibraries();
+    void hoistPackages();
     void hoist(int id);
     void hoistFor(int user, int text);
     void appendHoisted(int id);
