@@ -118,6 +118,13 @@ initial begin std::randomize(q) with { q < 3; }; end
 always @(posedge clk) q <= a;
 endmodule)",
         {"2: procedural block"}, flop);
+    row("class", R"(package p; class k; function void f(); int x, y; void'(std::randomize(x) with
+{ x < 3; }); endfunction endclass endpackage
+module top(input clk, a, b, output reg q); wire w; import p::*;
+k i = new; initial i.f();
+always @(posedge clk) q <= a;
+endmodule)",
+        {"1: class k", "4: statement i", "4: statement"}, flop);
     row("patterns", R"(module top(input clk, a, b, output reg q); wire w;
 typedef union tagged packed { logic A; logic B; } u_t; u_t v;
 always @(posedge clk) case (v) matches tagged A .n : q <= n; tagged B .n : q <= 0; endcase

@@ -53,6 +53,8 @@ QString nameOf(const TextItem &item)
         return Text::tr("constraint");
     case TextItem::Config:
         return Text::tr("config");
+    case TextItem::Class:
+        return Text::tr("class");
     case TextItem::Statement:
         return Text::tr("statement");
     case TextItem::Process:
@@ -157,9 +159,12 @@ bool Omissions::mayGo(int text, const TextItem &item, Cause cause)
         return cause == Cause::Unreadable && item.name != m_top;
     if (item.kind == TextItem::Assignment || cause == Cause::Unreadable)
         return cause == Cause::Unreadable;
-    // Within hardware any other error is one, unless a word explains it.
-    return (item.isVerification() && cause == Cause::Syntax) ||
-           (item.kind == TextItem::Process && itemsOf(text).isBeyondGrammar(item));
+    // Elsewhere any other error is one, unless a word explains it.
+    const bool isClass = item.kind == TextItem::Class;
+    if (cause == Cause::Syntax && item.isVerification() && !isClass)
+        return true;
+    const bool mayHaveWord = item.kind == TextItem::Process || (isClass && cause == Cause::Syntax);
+    return mayHaveWord && itemsOf(text).isBeyondGrammar(item);
 }
 
 void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)

@@ -35,6 +35,7 @@ const Region *regionOf(const Token &token)
         {Keyword::Clocking, Keyword::Endclocking, TextItem::Clocking},
         {Keyword::Checker, Keyword::Endchecker, TextItem::Checker},
         {Keyword::Config, Keyword::Endconfig, TextItem::Config},
+        {Keyword::Class, Keyword::Endclass, TextItem::Class},
     };
     for (const Region &region : regions) {
         if (token.is(region.keyword))
@@ -88,6 +89,7 @@ private:
     void scanBlocks();
     void scanAssertion();
     void scanDefault();
+    void scanFront();
     void scanRegion(const Region &region);
     void scanUnit();
     Start *add(TextItem::Kind kind);
@@ -180,7 +182,13 @@ bool TextItems::Scanner::scanKeyword()
         closeRegion();
         return true;
     }
-    if (const Region *region = regionOf(word)) {
+    if ((word.is(Keyword::Virtual) || word.is(Keyword::Interface)) &&
+        m_reader.following().is(Keyword::Class)) {
+        scanFront();
+        return true;
+    }
+    const Region *region = regionOf(word);
+    if (region && !m_previous.is(Keyword::Typedef)) {
         scanRegion(*region);
         return true;
     }
@@ -223,17 +231,23 @@ void TextItems::Scanner::scanAssertion()
 void TextItems::Scanner::scanDefault()
 {
     const Token next = m_reader.following();
+    if (next.is(Keyword::Clocking)) {
+        scanFront();
+        return;
+    }
     if (next.is(Keyword::Disable))
         add(TextItem::Clocking);
-    if (next.is(Keyword::Clocking))
-        keepFront();
-    const char *const front = m_front;
     m_previous = token();
     m_reader.advance();
-    if (next.is(Keyword::Clocking)) {
-        m_front = front;
-        scanRegion(*regionOf(next));
-    }
+}
+
+/// A word in front of the keyword of a region.
+void TextItems::Scanner::scanFront()
+{
+    keepFront();
+    m_previous = token();
+    m_reader.advance();
+    scanRegion(*regionOf(token()));
 }
 
 void TextItems::Scanner::scanRegion(const Region &region)
@@ -246,6 +260,8 @@ void TextItems::Scanner::scanRegion(const Region &region)
         isBlock = ahead.token().is('@');
     Start *start = add(region.kind);
     m_reader.advance();
+    while (token().is(Keyword::Other)) // automatic, static
+        m_reader.advance();
     if (isBlock && token().kind == Token::Identifier)
         start->item.name = toBytes(token().text);
     if (isBlock)
@@ -262,7 +278,7 @@ void TextItems::Scanner::scanUnit()
     if (ahead.token().kind != Token::Identifier || m_previous.is(Keyword::Virtual) ||
         m_previous.is(Keyword::Extern))
         return;
-    const bool isModule = token().is(Keyword::Module);
+    const bool isModule = !token().is(Keyword::Interface);
     Start *start = add(isModule ? TextItem::Module : TextItem::OtherUnit);
     start->item.name = toBytes(ahead.token().text);
     start->item.unit = start->item.name;
@@ -426,7 +442,8 @@ TextItem TextItems::userAt(const TokenReader &reader, const Token &previous,
     const int offset = int(reader.token().place - m_text.constData());
     if (offset >= declared.range.begin && offset < declared.range.end)
         return {};
-    if (declared.kind == TextItem::Covergroup || declared.kind == TextItem::Checker)
+    if (declared.kind == TextItem::Covergroup || declared.kind == TextItem::Checker ||
+        declared.kind == TextItem::Class)
         return statementAt(reader, previous);
     const bool usedByProcesses =
         declared.kind == TextItem::Let || declared.kind == TextItem::Clocking;

@@ -30,9 +30,10 @@ struct TextItem
         Checker,
         Constraint, ///< Of a class.
         Config,
+        Class,
         Statement, ///< Uses one of those above.
         Process,
-        Module,
+        Module,     ///< Or a program.
         Assignment, ///< A continuous one, where the module around it has to stay.
         OtherUnit   ///< An interface or a program, which nothing can stand in for.
     };
