@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <netweir/internal/modulescan.h>
 
+#include <support/processortime.h>
 #include <support/testcase.h>
 
 #include <QApplication>
 #include <QtTest>
 
-#include <ctime>
 #include <random>
 
 using namespace NETWEIR::Internal;
@@ -32,14 +32,6 @@ QByteArray instantiationText(const Instantiation &instantiation)
     if (instantiation.positionalPins > 0)
         text += QByteArray::number(instantiation.positionalPins);
     return text + (instantiation.conditional ? " if" : "");
-}
-
-/// Time that this process computed, whatever else the machine does.
-qint64 processorNanoseconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return time.tv_sec * Q_INT64_C(1000000000) + time.tv_nsec;
 }
 
 /// One line a unit, each followed by its instantiations.
@@ -424,9 +416,9 @@ void TestModuleScan::takesLinearTime()
         qint64 best = std::numeric_limits<qint64>::max();
         for (int run = 0; run < 3; ++run) {
             ModuleScan scan;
-            const qint64 begun = processorNanoseconds();
+            const qint64 begun = TarnTest::processorNanoseconds();
             scanModules(text, 0, true, &scan);
-            best = qMin(best, processorNanoseconds() - begun);
+            best = qMin(best, TarnTest::processorNanoseconds() - begun);
         }
         return best;
     };
