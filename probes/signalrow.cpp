@@ -41,22 +41,12 @@ SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QStrin
     QTreeWidgetItem::operator=(item.enabled ? usable : unusable);
 }
 
-SignalRow::SignalRow(const SignalRow &other)
-    : QTreeWidgetItem(Type)
-    , m_item(other.m_item)
-    , m_text(other.m_text)
-    , m_holdsItem(other.m_holdsItem)
-    , m_stored(other.m_stored)
-{
-    ignoreRowsAbove();
-    QTreeWidgetItem::operator=(other);
-}
-
 void SignalRow::ignoreRowsAbove()
 {
-    // A row hands "enabled" and "disabled" down to those below it but for rows that were disabled
-    // themselves. Such a row this one becomes: assignment gives it flags without another word about
-    // that. The first one only spares the search for children.
+    // A row hands "enabled" and "disabled" down to the rows below it, but not to those that
+    // somebody disabled. So this one gets disabled; a later assignment changes its flags, and it
+    // counts as disabled by somebody still. The assignment here keeps setFlags() from looking for
+    // children.
     static const QTreeWidgetItem disabled = rowWith(Qt::NoItemFlags);
     QTreeWidgetItem::operator=(disabled);
     setFlags(Qt::NoItemFlags);
@@ -109,8 +99,9 @@ void SignalRow::setData(int column, int role, const QVariant &value)
 
 QTreeWidgetItem *SignalRow::clone() const
 {
-    // The copy made by QTreeWidgetItem has no children; its own clone() gives them.
-    auto *copy = new SignalRow(*this);
+    auto *copy = new SignalRow(m_item, m_holdsItem ? Holds::Item : Holds::Nothing, Type, m_text);
+    copy->m_stored = m_stored;
+    copy->QTreeWidgetItem::operator=(*this); // What is stored, and the flags.
     for (int i = 0; i < childCount(); ++i)
         copy->addChild(child(i)->clone());
     return copy;

@@ -38,7 +38,7 @@ public:
     void storeRoles();
 
 private:
-    SignalRow(const SignalRow &other);
+    Q_DISABLE_COPY(SignalRow)
 
     bool computes(int role) const;
     /// From now on no row above changes the flags. Clears them and all that is stored.
