@@ -18,11 +18,32 @@ constexpr int AbsenceMilliseconds = 500;
 
 constexpr int ShardSize = 2048;
 
+/// A folder may have taken the name of a file.
+bool isThere(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() && !info.isDir();
+}
+
+QString folderOf(const QString &path)
+{
+    return QFileInfo(path).path();
+}
+
+/// The folder around both, or one of them.
+QString commonFolder(const QString &a, const QString &b)
+{
+    QString folder = a;
+    while (folder != b && !b.startsWith(folder + QLatin1Char('/')) && folder != folderOf(folder))
+        folder = folderOf(folder);
+    return folder;
+}
+
 QString nearestFolder(const QString &path)
 {
-    QString folder = QFileInfo(path).path();
-    while (!QFileInfo(folder).isDir() && folder != QFileInfo(folder).path())
-        folder = QFileInfo(folder).path();
+    QString folder = folderOf(path);
+    while (!QFileInfo(folder).isDir() && folder != folderOf(folder))
+        folder = folderOf(folder);
     return folder;
 }
 
@@ -50,7 +71,8 @@ SourceWatcher::SourceWatcher(QObject *parent)
     m_absence.setSingleShot(true);
     m_absence.setInterval(AbsenceMilliseconds);
     connect(&m_absence, &QTimer::timeout, this, &SourceWatcher::reportVanished);
-    connect(&m_folders, &QFileSystemWatcher::directoryChanged, this, &SourceWatcher::startTimer);
+    connect(&m_folders, &QFileSystemWatcher::directoryChanged, this,
+            &SourceWatcher::onFolderChanged);
 }
 
 SourceWatcher::~SourceWatcher() = default;
@@ -63,20 +85,23 @@ void SourceWatcher::setFiles(const QStringList &paths)
     m_missing.clear();
     m_vanished.clear();
     m_files.clear();
+    m_homes.clear();
+    m_links.clear();
     m_shards.clear();
     for (int first = 0; first < paths.size(); first += ShardSize) {
         const QStringList part = paths.mid(first, ShardSize);
         Shard *shard = shardWithRoom();
         shard->count = part.size();
         for (const QString &path : part)
-            m_files.insert(path, shard);
+            enter(path, shard);
         const QStringList unwatched = shard->watcher.addPaths(part);
         for (const QString &path : unwatched) {
-            if (!QFile::exists(path))
+            if (!isThere(path))
                 m_missing.insert(path);
         }
     }
-    watchFoldersOfMissing();
+    findPlaces();
+    watchFolders();
 }
 
 void SourceWatcher::addFile(const QString &path)
@@ -85,10 +110,12 @@ void SourceWatcher::addFile(const QString &path)
         return;
     Shard *shard = shardWithRoom();
     ++shard->count;
-    m_files.insert(path, shard);
+    enter(path, shard);
     rearm(path);
     if (m_missing.contains(path))
         m_folders.addPaths(foldersOfReturn(path));
+    m_placesAreKnown = false; // Others may follow at once.
+    startTimer();
 }
 
 void SourceWatcher::removeFile(const QString &path)
@@ -101,6 +128,37 @@ void SourceWatcher::removeFile(const QString &path)
     m_changed.remove(path);
     m_missing.remove(path);
     m_vanished.remove(path);
+    m_links.remove(path);
+    const auto home = m_homes.find(folderOf(path));
+    if (home != m_homes.end() && --*home == 0)
+        m_homes.erase(home);
+}
+
+void SourceWatcher::enter(const QString &path, Shard *shard)
+{
+    if (!m_files.contains(path))
+        ++m_homes[folderOf(path)];
+    m_files.insert(path, shard);
+    const QFileInfo info(path);
+    if (info.isSymLink())
+        m_links.insert(path, info.symLinkTarget());
+}
+
+/// The watch of a file notices neither that a folder around it is renamed nor that a link to it
+/// is replaced.
+void SourceWatcher::findPlaces()
+{
+    m_placesAreKnown = true;
+    m_places.clear();
+    for (auto link = m_links.cbegin(); link != m_links.cend(); ++link)
+        m_places.insert(folderOf(link.key()));
+    QString common = m_homes.isEmpty() ? QString() : m_homes.cbegin().key();
+    for (auto home = m_homes.cbegin(); home != m_homes.cend(); ++home)
+        common = commonFolder(common, home.key());
+    for (auto home = m_homes.cbegin(); home != m_homes.cend(); ++home) {
+        for (QString folder = home.key(); folder != common; folder = folderOf(folder))
+            m_places.insert(folderOf(folder));
+    }
 }
 
 SourceWatcher::Shard *SourceWatcher::shardWithRoom()
@@ -118,13 +176,21 @@ void SourceWatcher::rearm(const QString &path)
 {
     Shard *shard = m_files.value(path);
     shard->watcher.removePath(path);
-    if (!shard->watcher.addPath(path) && !QFile::exists(path))
+    if (!isThere(path))
         m_missing.insert(path);
+    else
+        shard->watcher.addPath(path);
 }
 
 void SourceWatcher::onFileChanged(const QString &path)
 {
     m_changed.insert(path);
+    startTimer();
+}
+
+void SourceWatcher::onFolderChanged()
+{
+    m_folderChanged = true;
     startTimer();
 }
 
@@ -137,6 +203,10 @@ void SourceWatcher::startTimer()
 void SourceWatcher::check()
 {
     QSet<QString> modified;
+    if (std::exchange(m_folderChanged, false))
+        takeMoved();
+    if (!m_placesAreKnown)
+        findPlaces();
     const QSet<QString> changed = std::exchange(m_changed, {});
     for (const QString &path : changed) {
         rearm(path);
@@ -148,7 +218,7 @@ void SourceWatcher::check()
         }
     }
     takeReturned(&modified);
-    watchFoldersOfMissing();
+    watchFolders();
     // Those that came back just before their folder was watched.
     takeReturned(&modified);
     report(modified);
@@ -171,11 +241,31 @@ void SourceWatcher::report(const QSet<QString> &paths)
     }
 }
 
+/// Notes the files of folders that are gone and the links that name something else.
+void SourceWatcher::takeMoved()
+{
+    QSet<QString> gone;
+    for (auto home = m_homes.cbegin(); home != m_homes.cend(); ++home) {
+        if (!QFileInfo(home.key()).isDir())
+            gone.insert(home.key());
+    }
+    for (auto file = m_files.cbegin(); !gone.isEmpty() && file != m_files.cend(); ++file) {
+        if (!m_missing.contains(file.key()) && gone.contains(folderOf(file.key())))
+            m_changed.insert(file.key());
+    }
+    for (auto link = m_links.begin(); link != m_links.end(); ++link) {
+        const QString target = QFileInfo(link.key()).symLinkTarget();
+        if (!m_missing.contains(link.key()) && target != *link)
+            m_changed.insert(link.key());
+        *link = target;
+    }
+}
+
 void SourceWatcher::takeReturned(QSet<QString> *modified)
 {
     QStringList returned;
     for (const QString &path : qAsConst(m_missing)) {
-        if (QFile::exists(path))
+        if (isThere(path))
             returned.append(path);
     }
     for (const QString &path : qAsConst(returned)) {
@@ -187,9 +277,9 @@ void SourceWatcher::takeReturned(QSet<QString> *modified)
     }
 }
 
-void SourceWatcher::watchFoldersOfMissing()
+void SourceWatcher::watchFolders()
 {
-    QSet<QString> wanted;
+    QSet<QString> wanted = m_places;
     for (const QString &path : qAsConst(m_missing)) {
         const QStringList folders = foldersOfReturn(path);
         for (const QString &folder : folders)

@@ -19,8 +19,10 @@ namespace TE {
 ///
 /// A file that is replaced has changed, once; one that is gone has changed when it is still missing
 /// after a while, and again when it returns. While it is missing the nearest folder that exists is
-/// watched for its return, and that of what a link names. Costs one kernel watch a file; a change
-/// costs time by the number of changed and missing files, not by that of watched ones.
+/// watched for its return, and that of what a link names. A link that names another file has
+/// changed, and a folder that is renamed takes its files away, unless it is one around all of them.
+/// Costs one kernel watch a file and one a folder; a change costs time by the number of changed and
+/// missing files and of folders and links, not by that of watched files.
 class SourceWatcher : public QObject
 {
     Q_OBJECT
@@ -53,13 +55,22 @@ private:
     void reportVanished();
     void report(const QSet<QString> &paths);
     void takeReturned(QSet<QString> *modified);
-    void watchFoldersOfMissing();
+    void enter(const QString &path, Shard *shard);
+    void findPlaces();
+    void takeMoved();
+    void watchFolders();
+    void onFolderChanged();
     void startTimer();
 
     std::vector<std::unique_ptr<Shard>> m_shards;
     QHash<QString, Shard *> m_files; ///< Every file that is to be watched, missing ones included.
     QFileSystemWatcher m_folders;
-    QSet<QString> m_changed; ///< Since the last check.
+    QHash<QString, int> m_homes;     ///< Folders of files, with the number of files.
+    QHash<QString, QString> m_links; ///< What those files name that are links.
+    QSet<QString> m_places;          ///< Folders that homes and links stand in.
+    bool m_placesAreKnown = true;
+    bool m_folderChanged = false; ///< Since the last check.
+    QSet<QString> m_changed;      ///< Since the last check.
     QSet<QString> m_missing;
     QSet<QString> m_vanished; ///< Those missing ones whose absence is yet to be reported.
     QTimer m_timer;

@@ -47,6 +47,9 @@ private Q_SLOTS:
     void vanishedFileIsReportedOnceAndWhenItReturns();
     void targetOfALinkIsReportedWhenItReturns();
     void movedFileIsReported();
+    void renamedFolderIsReported();
+    void otherTargetOfALinkIsReported();
+    void fileReturnsBehindAFolderOfItsName();
     void vanishedFileIsForgottenWithItsProject_data();
     void vanishedFileIsForgottenWithItsProject();
     void fileReturnsWithItsFolder();
@@ -64,6 +67,7 @@ private:
         return QStringLiteral("TE.File.Modified file=") + path(name);
     }
     void watch(const QStringList &names);
+    QStringList nextReports();
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<DesignManager> m_design;
@@ -93,6 +97,13 @@ void TestSourceWatching::watch(const QStringList &names)
     for (const QString &name : names)
         project.sources.append({path(name), VerilogFile, true});
     m_design->setProject(project);
+}
+
+/// Waits for the next ones.
+QStringList TestSourceWatching::nextReports()
+{
+    const bool came = QTest::qWaitFor([this] { return !m_log->lines().isEmpty(); });
+    return came ? m_log->take() : QStringList();
 }
 
 void TestSourceWatching::writeInPlaceIsReportedOnceForABurst()
@@ -221,6 +232,54 @@ void TestSourceWatching::movedFileIsReported()
     QVERIFY(QFile::rename(path("b.v"), path("a.v")));
     QTRY_COMPARE(m_log->lines().size(), 2);
     m_log->take();
+}
+
+void TestSourceWatching::renamedFolderIsReported()
+{
+    QVERIFY(QDir(m_dir->path()).mkpath("d/e"));
+    writeFile(path("top.v"), "1");
+    writeFile(path("d/e/a.v"), "1");
+    watch({"top.v", "d/e/a.v"});
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(QDir().rename(path("d"), path("gone")));
+        QCOMPARE(nextReports(), QStringList(report("d/e/a.v")));
+        QVERIFY(QDir().rename(path("gone"), path("d")));
+        QCOMPARE(nextReports(), QStringList(report("d/e/a.v")));
+    }
+    writeFile(path("d/e/a.v"), "2");
+    QCOMPARE(nextReports(), QStringList(report("d/e/a.v")));
+}
+
+void TestSourceWatching::otherTargetOfALinkIsReported()
+{
+    writeFile(path("a.v"), "1");
+    writeFile(path("b.v"), "1");
+    QVERIFY(QFile::link(path("a.v"), path("l.v")));
+    watch({"l.v"});
+    QVERIFY(QFile::link(path("b.v"), path("new")));
+    QCOMPARE(std::rename(qPrintable(path("new")), qPrintable(path("l.v"))), 0);
+    QCOMPARE(nextReports(), QStringList(report("l.v")));
+    writeFile(path("a.v"), "2");
+    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(m_log->take(), QStringList());
+    writeFile(path("b.v"), "2");
+    QCOMPARE(nextReports(), QStringList(report("l.v")));
+    QVERIFY(QFile::remove(path("l.v")));
+    QCOMPARE(nextReports(), QStringList(report("l.v")));
+    QVERIFY(QFile::link(path("a.v"), path("l.v")));
+    QCOMPARE(nextReports(), QStringList(report("l.v")));
+}
+
+void TestSourceWatching::fileReturnsBehindAFolderOfItsName()
+{
+    writeFile(path("a.v"), "1");
+    watch({"a.v"});
+    QVERIFY(QFile::remove(path("a.v")));
+    QVERIFY(QDir().mkdir(path("a.v")));
+    QCOMPARE(nextReports(), QStringList(report("a.v")));
+    QVERIFY(QDir().rmdir(path("a.v")));
+    writeFile(path("a.v"), "2");
+    QCOMPARE(nextReports(), QStringList(report("a.v")));
 }
 
 void TestSourceWatching::vanishedFileIsForgottenWithItsProject_data()
