@@ -60,6 +60,12 @@ always @(posedge clk) begin q <= a;
 end
 endmodule)",
         {"3: assertion"}, flop);
+    row("assertion that writes by its actions",
+        R"(module top(input clk, a, b, output reg q); wire w;
+assert property (@(posedge clk) w |-> ##1 p(w)) $display("%d", w); else q <= a;
+property p(x); x; endproperty
+endmodule)",
+        {"2: assertion"}, flop);
     row("property and what uses it", R"(module top(input clk, a, b, output reg q); wire w;
 property p; @(posedge clk) a |-> ##1 b; endproperty : p
 property p2; p; endproperty

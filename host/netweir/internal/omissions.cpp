@@ -172,7 +172,9 @@ void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)
     if (m_gone.contains({text, item.range.begin}))
         return;
     m_gone.insert({text, item.range.begin});
-    if (item.kind == TextItem::Process || item.kind == TextItem::Assignment)
+    // An assertion writes by the statements that follow its success and its failure.
+    if (item.kind == TextItem::Process || item.kind == TextItem::Assignment ||
+        item.kind == TextItem::Assertion)
         noteWrites(text, item);
     if (item.kind == TextItem::Module)
         m_modules.insert(item.name);

@@ -478,7 +478,17 @@ TextItem TextItems::statementAt(TokenReader reader, const Token &previous) const
 
 QVector<WrittenName> TextItems::writtenBy(const TextItem &item) const
 {
-    return writtenNames(tokensOf(item));
+    TextItem writer = item;
+    if (item.kind == TextItem::Assertion) { // What it asserts writes nothing.
+        TokenReader reader(tokensOf(item));
+        while (!reader.atEnd() && !reader.token().is('('))
+            reader.advance();
+        reader.skipGroup();
+        if (reader.atEnd())
+            return {};
+        writer.range.begin = int(reader.token().place - m_text.constData());
+    }
+    return writtenNames(tokensOf(writer));
 }
 
 bool TextItems::isBeyondGrammar(const TextItem &item) const

@@ -61,8 +61,8 @@ public:
     /// well. One pass over the text.
     QVector<TextItem> usersOf(const QVector<TextItem> &declared) const;
 
-    /// What the process @p item may write: the left sides of its assignments and the arguments of
-    /// tasks, but for variables of its own.
+    /// What the process @p item may write, or the statements behind an assertion: the left sides of
+    /// assignments and the arguments of tasks, but for variables of its own.
     QVector<WrittenName> writtenBy(const TextItem &item) const;
 
     /// True when @p item has a word for what the elaborator's grammar does not know at all, so that
