@@ -22,6 +22,7 @@ private Q_SLOTS:
     void theRestOpens_data();
     void theRestOpens();
     void usersInOtherFilesGoToo();
+    void whatReachesIntoAModuleGoesToo();
     void faultsStayErrors_data();
     void faultsStayErrors();
     void comeAfterTheMacroOfTheTool();
@@ -278,6 +279,21 @@ void tst_Omissions::usersInOtherFilesGoToo()
              QStringLiteral("top : top\n    clk O\n    a O\n    q O\n"));
 }
 
+void tst_Omissions::whatReachesIntoAModuleGoesToo()
+{
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"),
+               "module top(input clk, a, output q, r);\nsub u(a, q);\nassign r = u.n[0];\n"
+               "initial u.n = 1;\nendmodule\n"
+               "module sub(input a, output q); assign q = a;\nlogic [f(3):0] n;\n"
+               "function int f(int x); return x < 2 ? 1 : f(x - 1); endfunction\nendmodule\n");
+    design.findModules();
+    QVERIFY2(design.firstError().isEmpty(), qPrintable(design.messages.join(QLatin1Char('\n'))));
+    QVERIFY(design.buildNetlist());
+    QCOMPARE(TarnTest::netlistText(design.netlist->top()),
+             QStringLiteral("top : top\n    clk O\n    a O\n    q O\n    r O\n"));
+}
+
 void tst_Omissions::faultsStayErrors_data()
 {
     QTest::addColumn<QByteArray>("source");
@@ -297,6 +313,14 @@ void tst_Omissions::faultsStayErrors_data()
         "module top(input clk, a, output reg q);\nassert property (@(posedge clk) a ##1 a;\n"
         "assign q = a;\nendmodule\n",
         "ERROR: a.sv:2:");
+    row("in front of an assertion",
+        "module top(input clk, a, output reg q);\nassign q = a\n"
+        "l: assert property (@(posedge clk) a);\nendmodule\n",
+        "ERROR: a.sv:3:1: syntax error");
+    row("in front of a block with a construct that the grammar lacks",
+        "module top(input clk, a, output reg q);\nwire w = a\n"
+        "always @(posedge clk iff a) q <= a;\nendmodule\n",
+        "ERROR: a.sv:3:1: syntax error");
     row("unknown net",
         "module top(input clk, a, output reg q);\n"
         "always @(posedge clk) q <= nothing;\nendmodule\n",

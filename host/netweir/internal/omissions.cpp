@@ -32,6 +32,15 @@ bool isUnreadable(const ToolMessage &message)
            message.text.toLower().contains("unsupported");
 }
 
+/// Whether a syntax error at @p offset comes from what stands in front of the item, such as a
+/// missing semicolon: the elaborator knows the words that these kinds begin with.
+bool isFaultInFront(const TextItem &item, int offset)
+{
+    const bool isKnown = item.kind == TextItem::Assertion || item.kind == TextItem::Property ||
+                         item.kind == TextItem::Covergroup || item.kind == TextItem::Process;
+    return isKnown && offset <= item.keyword;
+}
+
 QString nameOf(const TextItem &item)
 {
     switch (item.kind) {
@@ -91,10 +100,12 @@ QStringList Omissions::leaveOut(const QVector<ToolMessage> &messages, const Line
         const TextLine line = cause == Cause::Fault ? TextLine() : lineOf(message);
         if (line.text < 0)
             continue;
+        const int offset = itemsOf(line.text).offsetOf(line.line, message.column);
         const QVector<TextItem> around = itemsOf(line.text).around(line.line, message.column);
         const auto item =
             std::find_if(around.begin(), around.end(), [&](const TextItem &candidate) {
-                return mayGo(line.text, candidate, cause);
+                return mayGo(line.text, candidate, cause) &&
+                       (cause != Cause::Syntax || !isFaultInFront(candidate, offset));
             });
         if (item != around.end())
             remove(line.text, *item, message.text);
@@ -142,6 +153,10 @@ Omissions::Cause Omissions::causeOf(const ToolMessage &message, bool anySyntax) 
     if (anySyntax)
         return isSyntaxError(message) ? Cause::Syntax : Cause::Fault;
     if (isUnreadable(message))
+        return Cause::Unreadable;
+    // A use of something in a module that is gone.
+    if (!m_modules.isEmpty() && message.text.startsWith("Can't find definition of '") &&
+        message.text.contains(" in dotted "))
         return Cause::Unreadable;
     // A use of something that is gone, which it quotes.
     const QByteArrayList parts = message.text.split('\'');

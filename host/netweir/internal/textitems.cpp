@@ -300,6 +300,7 @@ TextItems::Start *TextItems::Scanner::add(TextItem::Kind kind)
     start.item.kind = kind;
     start.item.range.begin = offsetOf(m_front ? m_front : token().place);
     start.item.line = token().line;
+    start.item.keyword = offsetOf(token().place);
     if (start.unit >= 0)
         start.item.unit = m_items->m_starts[start.unit].item.unit;
     m_items->m_starts.append(start);

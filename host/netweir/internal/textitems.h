@@ -43,6 +43,7 @@ struct TextItem
     Kind kind = OtherUnit;
     TextRange range;
     int line = 0;
+    int keyword = 0; ///< Offset of the word that it begins with, labels and attributes apart.
     QByteArray name; ///< What it declares, if anything.
     QByteArray unit; ///< The module it stands in or is; empty outside of modules.
 };
@@ -56,6 +57,7 @@ public:
 
     /// The items around a place, in the order in which they are given up.
     QVector<TextItem> around(int line, int column) const;
+    int offsetOf(int line, int column) const;
 
     /// The items that use any of @p declared, which are left out, as far as they can be left out as
     /// well. One pass over the text.
@@ -89,7 +91,6 @@ private:
                     const TextItem &declared) const;
     TextItem statementAt(TokenReader reader, const Token &previous) const;
     TextItem completed(const Start &start) const;
-    int offsetOf(int line, int column) const;
     VerilogTokens tokensOf(const TextItem &item) const;
 
     QByteArray m_text;
