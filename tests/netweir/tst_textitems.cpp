@@ -251,21 +251,29 @@ void TestTextItems::tellWordsBeyondTheGrammar_data()
 {
     QTest::addColumn<QByteArray>("process");
     QTest::addColumn<bool>("beyond");
-    QTest::newRow("plain") << QByteArray("initial begin a <= #1 b; repeat (2) c = 1; end") << false;
-    QTest::newRow("in a string") << QByteArray("initial $display(\"expect ##\");") << false;
-    QTest::newRow("cycles") << QByteArray("initial begin ##2 a = 1; end") << true;
-    QTest::newRow("random sequence") << QByteArray("initial randsequence (a) endsequence") << true;
-    QTest::newRow("pattern") << QByteArray("initial case (a) matches endcase") << true;
-    QTest::newRow("repeated event") << QByteArray("initial a <= repeat (2) @(b) c;") << true;
-    QTest::newRow("guarded event") << QByteArray("always @(posedge a iff b) c <= d;") << true;
+    QTest::addColumn<bool>("beyondVerilog");
+    const auto row = [](const char *name, const QByteArray &process, bool beyond,
+                        bool beyondVerilog = false) {
+        QTest::newRow(name) << process << beyond << beyondVerilog;
+    };
+    row("plain", "initial begin a <= #1 b; repeat (2) c = 1; end", false);
+    row("in a string", "initial $display(\"expect ##\");", false);
+    row("cycles", "initial begin ##2 a = 1; end", true);
+    row("random sequence", "initial randsequence (a) endsequence", true);
+    row("pattern", "initial case (a) matches endcase", true);
+    row("repeated event", "initial a <= repeat (2) @(b) c;", true, true);
+    row("guarded event", "always @(posedge a iff b) c <= d;", true);
 }
 
 void TestTextItems::tellWordsBeyondTheGrammar()
 {
     QFETCH(QByteArray, process);
     QFETCH(bool, beyond);
+    QFETCH(bool, beyondVerilog);
     const TextItems items(process, true);
     QCOMPARE(items.isBeyondGrammar(items.around(1, 1).value(0)), beyond);
+    const TextItems verilog(process, false);
+    QCOMPARE(verilog.isBeyondGrammar(verilog.around(1, 1).value(0)), beyondVerilog);
 }
 
 void TestTextItems::takeAnyText_data()

@@ -8,6 +8,7 @@
 #include <QMultiHash>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace NETWEIR {
@@ -164,15 +165,17 @@ void TextItems::Scanner::scanAttribute()
 bool TextItems::Scanner::scanKeyword()
 {
     const Token word = token();
-    if (isWord(word, "let") && m_reader.following().kind == Token::Identifier) {
+    const bool isSystemVerilog = m_items->m_systemVerilog;
+    if (isSystemVerilog && isWord(word, "let") && m_reader.following().kind == Token::Identifier) {
         add(TextItem::Let)->item.name = toBytes(m_reader.following().text);
         return false;
     }
-    if (word.is(Keyword::Assert) || isWord(word, "expect")) {
+    if (word.is(Keyword::Assert) || (isSystemVerilog && isWord(word, "expect"))) {
         scanAssertion();
         return true;
     }
-    if (isWord(word, "constraint") && m_reader.following().kind == Token::Identifier)
+    if (isSystemVerilog && isWord(word, "constraint") &&
+        m_reader.following().kind == Token::Identifier)
         add(TextItem::Constraint)->item.name = toBytes(m_reader.following().text);
     else if (isWord(word, "assign"))
         add(TextItem::Assignment);
@@ -499,12 +502,14 @@ bool TextItems::isBeyondGrammar(const TextItem &item) const
     Token previous;
     for (TokenReader reader(tokensOf(item)); !reader.atEnd(); reader.advance()) {
         const Token &token = reader.token();
-        if ((token.is('#') && previous.is('#')) || (isWord(token, "repeat") && previous.is('=')))
+        const bool isCycles = token.is('#') && previous.is('#');
+        const bool isKnown =
+            std::none_of(std::begin(words), std::end(words),
+                         [&token](std::string_view word) { return isWord(token, word); });
+        // In Verilog the words are names.
+        if ((m_systemVerilog && (isCycles || !isKnown)) ||
+            (isWord(token, "repeat") && previous.is('=')))
             return true;
-        for (const std::string_view word : words) {
-            if (isWord(token, word))
-                return true;
-        }
         previous = token;
     }
     return false;
