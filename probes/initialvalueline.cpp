@@ -146,9 +146,12 @@ void InitialValueLine::keyPressEvent(QKeyEvent *event)
 {
     if (endangersPrefix(event))
         return;
-    // Each key that acts marks the page, whatever becomes of the text.
+    // Each key that acts marks the page, whatever becomes of the text, and does so once: an input
+    // method may end its composition at the key.
     markPage();
+    m_keyActs = true;
     changeText([this, event] { QLineEdit::keyPressEvent(event); });
+    m_keyActs = false;
 }
 
 void InitialValueLine::mouseReleaseEvent(QMouseEvent *event)
@@ -173,7 +176,7 @@ void InitialValueLine::dropEvent(QDropEvent *event)
 
 void InitialValueLine::inputMethodEvent(QInputMethodEvent *event)
 {
-    if (changeText([this, event] { QLineEdit::inputMethodEvent(event); }))
+    if (changeText([this, event] { QLineEdit::inputMethodEvent(event); }) && !m_keyActs)
         markPage();
 }
 

@@ -91,6 +91,7 @@ private:
     bool m_inert = false;
     bool m_hidden = false;
     bool m_applying = false;
+    bool m_keyActs = false;
 };
 
 } // namespace TARN

@@ -324,6 +324,8 @@ class SensorHub(Job):
         # The middle button pastes the selection, of which only hexadecimal digits fit.
         self.click(self.find("lineEditUserClock").rect, times=2)
         x, y, _, height = self.lines()[0].rect
+        # Not before and into the "0x".
+        self.screen.click(x + 3, y + height // 2, button=2)
         self.screen.click(x + 25, y + height // 2, button=2)
         self.wait_for_tab("job.tarn *")
         value = self.values()[0]

@@ -21,6 +21,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 using TARN::InitialValueLine;
@@ -628,6 +629,26 @@ private Q_SLOTS:
         committing.setCommitString("b7");
         QCoreApplication::sendEvent(f.line, &committing);
         QCOMPARE(f.line->displayText(), QStringLiteral("0xB7"));
+        QCOMPARE(f.modified.count(), 1);
+    }
+
+    void keyThatEndsACompositionMarksOnce()
+    {
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0x00");
+        f.line->setCursorPosition(2);
+        // An input method takes over what it composed when a key moves the cursor.
+        bool composing = true;
+        connect(f.line, &QLineEdit::cursorPositionChanged, this, [&] {
+            if (!std::exchange(composing, false))
+                return;
+            QInputMethodEvent committing;
+            committing.setCommitString("b");
+            QCoreApplication::sendEvent(f.line, &committing);
+        });
+        f.press(Qt::Key_Right, Qt::NoModifier);
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x0B"));
         QCOMPARE(f.modified.count(), 1);
     }
 
