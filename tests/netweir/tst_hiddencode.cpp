@@ -272,7 +272,7 @@ void TestHiddenCode::faultsBesideHiddenCodeKeepTheirPlaces()
     TarnTest::DesignFixture design;
     design.add(QStringLiteral("top.v"),
                "module top; wire a;\n/* synopsys\n translate_off */\nwire\n"
-               "hidden; `include \"nothing.vh\"\n// synopsys translate_on\n" +
+               "hidden; `include \"nothing.vh\" 3.5\" wide\n// synopsys translate_on\n" +
                    fault + "endmodule\n");
     design.findModules();
     QFETCH(QString, expected);

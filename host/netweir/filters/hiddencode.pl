@@ -23,6 +23,14 @@ sub kept
     return "/*verilator $comment*/$breaks";
 }
 
+# A quote without an end in hidden prose would make the preprocessor lose count of the lines.
+sub closed
+{
+    my ($string) = @_;
+    $string =~ s/^"/ / unless $string =~ /^".*"$/s;
+    return $string;
+}
+
 while (my $request = <STDIN>) {
     my ($name) = $request =~ /^read "(.*)"$/ or exit 1;
     my $text = '';
@@ -32,7 +40,15 @@ while (my $request = <STDIN>) {
     }
     if ($text =~ /translate_o/i) {
         # Strings and escaped names may hold what looks like a comment.
-        $text =~ s{("(?:\\.|[^"\\\n])*"?|\\\S+)|(//[^\n]*|/\*.*?\*/)}{$1 // kept($2)}gse;
+        my $hidden = 0;
+        my $next = sub {
+            my ($string, $name, $comment) = @_;
+            return $hidden ? closed($string) : $string if defined $string;
+            return $name if defined $name;
+            $hidden = lc $1 eq 'off' if $comment =~ /translate_(on|off)/i;
+            return kept($comment);
+        };
+        $text =~ s{("(?:\\.|[^"\\\n])*"?)|(\\\S+)|(//[^\n]*|/\*.*?\*/)}{$next->($1, $2, $3)}gse;
     }
     print 'Content-Length: ', length $text, "\n", $text, "\n";
 }
