@@ -15,6 +15,7 @@ namespace TARN {
 bool keepSafetyCopy(const QString &path, const QByteArray &former, const QByteArray &content,
                     QString *error);
 
+/// Removes the copy, if there is one: the file at @p path is whole again.
 void dropSafetyCopy(const QString &path);
 
 /// Whether a write into the file at @p path came to no end: there is a copy of both contents, and

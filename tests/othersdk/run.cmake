@@ -5,14 +5,7 @@
 # and runs it.
 # Run with -D SOURCE_DIR=... WORK_DIR=... GENERATOR=... COMPILER=... SUPPORT_LIBRARY=...
 
-function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
-        ERROR_VARIABLE output)
-    if(result)
-        list(JOIN ARGN " " line)
-        message(FATAL_ERROR "${line}\nfailed (${result}):\n${output}")
-    endif()
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/../support/runcommand.cmake")
 
 # build(name source [option...]): builds and installs. For the compiler, few large files are cheap.
 function(build name source)

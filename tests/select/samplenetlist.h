@@ -32,4 +32,13 @@ inline std::unique_ptr<NETWEIR::RtlNetlist> sampleNetlist()
     return builder.take();
 }
 
+/// top: n0 to n199, more than a list shows at once.
+inline std::unique_ptr<NETWEIR::RtlNetlist> longNetlist()
+{
+    NETWEIR::NetlistBuilder builder("top");
+    for (int i = 0; i < 200; ++i)
+        builder.addNet(builder.top(), QString("n%1").arg(i));
+    return builder.take();
+}
+
 } // namespace TarnTest

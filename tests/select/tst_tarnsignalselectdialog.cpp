@@ -667,10 +667,7 @@ void TarnSignalSelectDialogTest::tabGoesThroughTheDialogInReadingOrder()
 
 void TarnSignalSelectDialogTest::chosenListKeepsItsPlace()
 {
-    NETWEIR::NetlistBuilder builder("top");
-    for (int i = 0; i < 200; ++i)
-        builder.addNet(builder.top(), QString("n%1").arg(i));
-    const auto netlist = builder.take();
+    const auto netlist = longNetlist();
     Dialog dialog(netlist.get());
     dialog.show();
     dialog.search("n");
@@ -1285,10 +1282,7 @@ void TarnSignalSelectDialogTest::doubleClickAddsOnce()
 
 void TarnSignalSelectDialogTest::addedRowsAreInSight()
 {
-    NETWEIR::NetlistBuilder builder("top");
-    for (int i = 0; i < 200; ++i)
-        builder.addNet(builder.top(), QString("n%1").arg(i));
-    const auto netlist = builder.take();
+    const auto netlist = longNetlist();
     Dialog dialog(netlist.get());
     dialog.show();
     dialog.search("");

@@ -5,14 +5,7 @@
 # Run with -D SOURCE_DIR=... BUILD_DIR=... WORK_DIR=... GENERATOR=... COMPILER=... LIB_DIR=...
 # QT_INCLUDES=...
 
-function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
-        ERROR_VARIABLE output)
-    if(result)
-        list(JOIN ARGN " " line)
-        message(FATAL_ERROR "${line}\nfailed (${result}):\n${output}")
-    endif()
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/../support/runcommand.cmake")
 
 file(REMOVE_RECURSE "${WORK_DIR}")
 run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --component sdk --prefix "${WORK_DIR}/sdk")
