@@ -101,9 +101,8 @@ QVector<QByteArray> FaultHints::wordsBefore(const TextLine &place, int column)
             break;
         if (offset < line && words.size() == OfLineInFront)
             words.removeFirst();
-        words.append(token.kind == Token::Punctuation
-                         ? QByteArray(1, token.punctuation)
-                         : QByteArray(token.text.data(), int(token.text.size())));
+        words.append(token.kind == Token::Punctuation ? QByteArray(1, token.punctuation)
+                                                      : toBytes(token.text));
     }
     return words;
 }

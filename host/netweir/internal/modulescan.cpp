@@ -9,17 +9,6 @@ namespace Internal {
 
 namespace {
 
-QByteArray toBytes(std::string_view text)
-{
-    return QByteArray(text.data(), int(text.size()));
-}
-
-bool endsUnit(const Token &token)
-{
-    return token.is(Keyword::Endmodule) || token.is(Keyword::Endinterface) ||
-           token.is(Keyword::Endprogram);
-}
-
 /// The end of something that was skipped already or never began.
 bool endsRegion(const Token &token)
 {
@@ -468,7 +457,7 @@ Connections Scanner::scanConnections()
         }
         while (!atEnd() && !endsUnit(m_token) && !m_token.is(',') && !m_token.is(')')) {
             isEmpty = false;
-            if (m_token.is('(') || m_token.is('[') || m_token.is('{'))
+            if (opensGroup(m_token))
                 skipGroup();
             else
                 advance();
@@ -529,7 +518,7 @@ void Scanner::scanDefparam()
         if (!defparam.instance.isEmpty())
             unit().defparams.append(defparam);
         while (!atEnd() && !endsUnit(m_token) && !m_token.is(',') && !m_token.is(';')) {
-            if (m_token.is('(') || m_token.is('[') || m_token.is('{'))
+            if (opensGroup(m_token))
                 skipGroup();
             else
                 advance();
@@ -620,9 +609,9 @@ void Scanner::skipGroup()
 {
     int depth = 0;
     while (!atEnd() && !endsUnit(m_token)) {
-        if (m_token.is('(') || m_token.is('[') || m_token.is('{'))
+        if (opensGroup(m_token))
             ++depth;
-        else if (m_token.is(')') || m_token.is(']') || m_token.is('}'))
+        else if (closesGroup(m_token))
             --depth;
         if (depth <= 0) {
             if (m_token.kind == Token::Punctuation)
@@ -655,7 +644,7 @@ void Scanner::skipToSemicolon()
             advance();
             return;
         }
-        if (m_token.is('(') || m_token.is('[') || m_token.is('{'))
+        if (opensGroup(m_token))
             skipGroup();
         else
             advance();
@@ -679,7 +668,7 @@ void Scanner::skipToSemicolonOrLabel()
         }
         if (m_token.is('=') || m_token.is('?'))
             isLabel = false;
-        if (m_token.is('(') || m_token.is('[') || m_token.is('{'))
+        if (opensGroup(m_token))
             skipGroup();
         else
             advance();
@@ -734,7 +723,7 @@ void Scanner::skipProcess()
     int ifs = 0; // Those that may still have an else; within blocks they do not matter.
     bool afterDisable = false;
     while (!atEnd() && !endsUnit(m_token)) {
-        if (m_token.is('(') || m_token.is('[') || m_token.is('{')) {
+        if (opensGroup(m_token)) {
             skipGroup();
             continue;
         }

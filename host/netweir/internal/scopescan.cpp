@@ -14,11 +14,6 @@ namespace Internal {
 
 namespace {
 
-QByteArray toBytes(std::string_view text)
-{
-    return QByteArray(text.data(), int(text.size()));
-}
-
 /// Adds uses of packages to a list that holds each once.
 class UseList
 {
@@ -254,9 +249,9 @@ void ScopeScanner::scanTypedef()
     int depth = 0;
     QByteArray name;
     for (advance(); !atEnd() && (depth > 0 || !m_token.is(';')); advance()) {
-        if (m_token.is('(') || m_token.is('[') || m_token.is('{'))
+        if (opensGroup(m_token))
             ++depth;
-        else if (m_token.is(')') || m_token.is(']') || m_token.is('}'))
+        else if (closesGroup(m_token))
             --depth;
         else if (m_token.kind == Token::Identifier && depth == 0)
             name = toBytes(m_token.text);

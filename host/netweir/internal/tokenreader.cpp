@@ -5,27 +5,6 @@
 namespace NETWEIR {
 namespace Internal {
 
-bool endsUnit(const Token &token)
-{
-    return token.is(Keyword::Endmodule) || token.is(Keyword::Endinterface) ||
-           token.is(Keyword::Endprogram);
-}
-
-bool opensGroup(const Token &token)
-{
-    return token.is('(') || token.is('[') || token.is('{');
-}
-
-bool closesGroup(const Token &token)
-{
-    return token.is(')') || token.is(']') || token.is('}');
-}
-
-bool isWord(const Token &token, std::string_view word)
-{
-    return (token.kind == Token::Identifier || token.kind == Token::Reserved) && token.text == word;
-}
-
 TokenReader::TokenReader(const VerilogTokens &tokens)
     : m_tokens(tokens)
 {

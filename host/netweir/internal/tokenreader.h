@@ -4,21 +4,8 @@
 
 #include "verilogtokens.h"
 
-#include <QByteArray>
-
 namespace NETWEIR {
 namespace Internal {
-
-inline QByteArray toBytes(std::string_view text)
-{
-    return QByteArray(text.data(), int(text.size()));
-}
-
-bool endsUnit(const Token &token);
-bool opensGroup(const Token &token);
-bool closesGroup(const Token &token);
-/// True for an identifier or a keyword that reads @p word.
-bool isWord(const Token &token, std::string_view word);
 
 /// Looks one token ahead and knows where the last one ended. Groups are what stands in brackets of
 /// any kind; nothing skips the end of a module.

@@ -248,6 +248,27 @@ bool isBlank(char c)
 
 } // namespace
 
+bool endsUnit(const Token &token)
+{
+    return token.is(Keyword::Endmodule) || token.is(Keyword::Endinterface) ||
+           token.is(Keyword::Endprogram);
+}
+
+bool opensGroup(const Token &token)
+{
+    return token.is('(') || token.is('[') || token.is('{');
+}
+
+bool closesGroup(const Token &token)
+{
+    return token.is(')') || token.is(']') || token.is('}');
+}
+
+bool isWord(const Token &token, std::string_view word)
+{
+    return (token.kind == Token::Identifier || token.kind == Token::Reserved) && token.text == word;
+}
+
 bool isSystemVerilogWord(const QByteArray &word)
 {
     const std::string_view text(word.constData(), size_t(word.size()));

@@ -83,6 +83,18 @@ struct Token
     bool is(Keyword word) const { return kind == Reserved && keyword == word; }
 };
 
+inline QByteArray toBytes(std::string_view text)
+{
+    return QByteArray(text.data(), int(text.size()));
+}
+
+/// At the end keyword of a module or of one of its relatives.
+bool endsUnit(const Token &token);
+bool opensGroup(const Token &token);
+bool closesGroup(const Token &token);
+/// True for an identifier or a keyword that reads @p word.
+bool isWord(const Token &token, std::string_view word);
+
 /// Whether SystemVerilog reserves @p word and Verilog does not.
 bool isSystemVerilogWord(const QByteArray &word);
 
