@@ -35,7 +35,7 @@ struct TextItem
         Process,
         Module,     ///< Or a program.
         Assignment, ///< A continuous one, where the module around it has to stay.
-        OtherUnit   ///< An interface or a program, which nothing can stand in for.
+        OtherUnit   ///< An interface, which nothing can stand in for.
     };
 
     bool isVerification() const { return kind <= Statement; }
