@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "netlistbuilder.h"
 
-#include "internal/netliststore.h"
-#include "internal/readguard.h"
+#include <netweir/internal/ground/readguard.h>
+#include <netweir/internal/store/netliststore.h>
 
 #include <cstdlib>
 #include <cstring>

@@ -3,11 +3,12 @@
 #include "rtlextraction.h"
 
 #include "hierachy.h"
-#include "internal/extraction.h"
-#include "internal/extractionprogress.h"
-#include "internal/messages.h"
 #include "rtlnetbus.h"
 #include "rtlnetlist.h"
+
+#include <netweir/internal/extraction.h>
+#include <netweir/internal/ground/messages.h>
+#include <netweir/internal/tool/extractionprogress.h>
 
 #include <QCoreApplication>
 #include <QDebug>

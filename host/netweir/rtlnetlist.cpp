@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "rtlnetlist.h"
 
-#include "internal/netliststore.h"
+#include <netweir/internal/store/netliststore.h>
 
 #include <QHash>
 

@@ -4,8 +4,8 @@
 
 #include "netlisttext.h"
 
-#include <netweir/internal/elaboratorinput.h>
-#include <netweir/internal/netlistreader.h>
+#include <netweir/internal/nets/netlistreader.h>
+#include <netweir/internal/verilator/elaboratorinput.h>
 #include <netweir/rtlnetlist.h>
 
 #include <support/files.h>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/designsources.h>
+#include <netweir/internal/sources/designsources.h>
 
 #include <support/files.h>
 #include <support/processortime.h>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/deviceprimitives.h>
+#include <netweir/internal/modules/deviceprimitives.h>
 
 #include <support/testcase.h>
 

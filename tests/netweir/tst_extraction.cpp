@@ -3,8 +3,8 @@
 #include "designfixture.h"
 #include "netlisttext.h"
 
-#include <netweir/internal/designsources.h>
-#include <netweir/internal/toolprocess.h>
+#include <netweir/internal/sources/designsources.h>
+#include <netweir/internal/tool/toolprocess.h>
 
 #include <support/testcase.h>
 

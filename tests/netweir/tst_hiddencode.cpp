@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/hiddencode.h>
+#include <netweir/internal/sources/hiddencode.h>
 #include <netweir/rtlnetbus.h>
 
 #include "designfixture.h"

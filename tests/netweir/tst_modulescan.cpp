@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/modulescan.h>
+#include <netweir/internal/verilog/modulescan.h>
 
 #include <support/processortime.h>
 #include <support/testcase.h>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/primitiveinstances.h>
+#include <netweir/internal/modules/primitiveinstances.h>
 
 #include "designfixture.h"
 #include "netlisttext.h"

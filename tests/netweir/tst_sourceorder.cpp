@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/designsources.h>
-#include <netweir/internal/preprocessedtext.h>
-#include <netweir/internal/sourceorder.h>
+#include <netweir/internal/modules/sourceorder.h>
+#include <netweir/internal/sources/designsources.h>
+#include <netweir/internal/sources/preprocessedtext.h>
 
 #include "designfixture.h"
 #include "netlisttext.h"

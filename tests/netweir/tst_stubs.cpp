@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/designmodules.h>
-#include <netweir/internal/stubs.h>
+#include <netweir/internal/modules/designmodules.h>
+#include <netweir/internal/modules/stubs.h>
 
 #include <support/testcase.h>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/preprocessedtext.h>
-#include <netweir/internal/toolmessages.h>
+#include <netweir/internal/sources/preprocessedtext.h>
+#include <netweir/internal/verilator/toolmessages.h>
 
 #include <support/testcase.h>
 

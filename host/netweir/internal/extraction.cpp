@@ -2,22 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "extraction.h"
 
-#include "attempt.h"
-#include "extractionprogress.h"
-#include "netlistreader.h"
-#include "toolprocess.h"
-
-#include "../rtlnetlist.h"
-
 #include <files/regularfile.h>
+#include <netweir/internal/nets/netlistreader.h>
+#include <netweir/internal/tool/extractionprogress.h>
+#include <netweir/internal/tool/toolprocess.h>
+#include <netweir/internal/verilator/attempt.h>
+#include <netweir/rtlnetlist.h>
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QThread>
 
-namespace NETWEIR {
-namespace Internal {
+namespace NETWEIR::Internal {
 
 namespace {
 
@@ -390,5 +387,4 @@ void Extraction::reset()
     m_state = Idle;
 }
 
-} // namespace Internal
-} // namespace NETWEIR
+} // namespace NETWEIR::Internal

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "designsources.h"
+#include <netweir/internal/sources/designsources.h>
 
 #include <QSet>
 #include <QStringList>
@@ -10,10 +10,10 @@
 #include <memory>
 
 namespace NETWEIR {
-
 class RtlNetlist;
+} // namespace NETWEIR
 
-namespace Internal {
+namespace NETWEIR::Internal {
 
 class ExtractionProgress;
 class ToolProcess;
@@ -78,5 +78,4 @@ private:
     qint64 m_spent = 0;
 };
 
-} // namespace Internal
-} // namespace NETWEIR
+} // namespace NETWEIR::Internal

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringList>
+
+namespace NETWEIR::Internal {
+
+/// A place in a source file; line and column 0 when unknown.
+struct Place
+{
+    QString file;
+    int line = 0;
+    int column = 0;
+};
+
+/// Translation context of everything that the extractor says.
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(NETWEIR)
+};
+
+/// "ERROR: file:line:col: text", as much of the place as is known.
+QString errorMessage(const Place &place, const QString &text);
+QString errorMessage(const QString &text);
+
+/// The same with "WARNING".
+QString warningMessage(const Place &place, const QString &text);
+
+bool isError(const QString &message);
+bool containsError(const QStringList &messages);
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,338 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "designmodules.h"
+
+#include <netweir/internal/ground/messages.h>
+#include <netweir/internal/sources/preprocessedtext.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+bool isTopKind(const DesignUnit &unit)
+{
+    return unit.kind == DesignUnit::Module && !unit.library;
+}
+
+} // namespace
+
+DesignModules::DesignModules(const ModuleScan &scan, const PreprocessedText &text)
+    : m_scan(scan)
+    , m_text(text)
+{
+    for (int i = 0; i < scan.units.size(); ++i) {
+        const auto known = m_units.constFind(scan.units[i].name);
+        if (known == m_units.constEnd() || (m_scan.units[*known].library && !scan.units[i].library))
+            m_units.insert(scan.units[i].name, i);
+    }
+}
+
+QStringList DesignModules::modules() const
+{
+    QStringList result;
+    QSet<QByteArray> listed;
+    for (const DesignUnit &unit : m_scan.units) {
+        if (isTopKind(unit) && !listed.contains(unit.name)) {
+            listed.insert(unit.name);
+            result.append(QString::fromUtf8(unit.name));
+        }
+    }
+    return result;
+}
+
+QStringList DesignModules::tops(const QString &top) const
+{
+    const QStringList all = modules();
+    if (all.contains(top))
+        return {top};
+    const QSet<QByteArray> instantiated = instantiatedNames();
+    QStringList result;
+    for (const QString &name : all) {
+        const DesignUnit &unit = m_scan.units[m_units.value(name.toUtf8())];
+        if (!unit.nested && !instantiated.contains(unit.name))
+            result.append(name);
+    }
+    return result;
+}
+
+QStringList DesignModules::topWarnings(const QString &top) const
+{
+    const QStringList all = modules();
+    if (all.isEmpty())
+        return {warningMessage({}, Text::tr("The sources define no module. Add the files that "
+                                            "define the modules of the design."))};
+    if (all.contains(top))
+        return {};
+    const QStringList candidates = tops(QString());
+    const QString names = candidates.join(QLatin1String(", "));
+    QStringList result;
+    if (!top.isEmpty() && !candidates.isEmpty())
+        result.append(warningMessage({}, Text::tr("The design has no module \"%1\". Candidates for "
+                                                  "the top module: %2.")
+                                             .arg(top, names)));
+    else if (!top.isEmpty())
+        result.append(warningMessage({}, Text::tr("The design has no module \"%1\".").arg(top)));
+    else if (candidates.size() > 1)
+        result.append(warningMessage(
+            {}, Text::tr("The design has several candidates for the top module: %1.").arg(names)));
+    if (candidates.isEmpty() && circleError(candidates).isEmpty())
+        result.append(warningMessage({}, Text::tr("No top module: every module is instantiated or "
+                                                  "bound. Set the top module.")));
+    return result;
+}
+
+bool DesignModules::isInstantiation(const Instantiation &instantiation) const
+{
+    return !instantiation.bare || m_units.contains(instantiation.module);
+}
+
+/// Names that any other unit instantiates.
+QSet<QByteArray> DesignModules::instantiatedNames() const
+{
+    QSet<QByteArray> result;
+    for (const DesignUnit &unit : m_scan.units) {
+        for (const Instantiation &instantiation : unit.instantiations) {
+            if (instantiation.module != unit.name && isInstantiation(instantiation))
+                result.insert(instantiation.module);
+        }
+    }
+    for (const Instantiation &binding : m_scan.bindings)
+        result.insert(binding.module);
+    return result;
+}
+
+QStringList DesignModules::duplicateErrors() const
+{
+    QStringList result;
+    QHash<QByteArray, const DesignUnit *> first;
+    for (const DesignUnit &unit : m_scan.units) {
+        if (unit.nested || unit.library)
+            continue;
+        const DesignUnit *&known = first[unit.name];
+        if (known) {
+            result.append(errorMessage(
+                m_text.place(unit.place),
+                Text::tr("\"%1\" is defined a second time; the first definition is in %2. Rename "
+                         "or remove one of them.")
+                    .arg(QString::fromUtf8(unit.name), placeOf(*known))));
+        } else {
+            known = &unit;
+        }
+    }
+    return result;
+}
+
+QString DesignModules::placeOf(const DesignUnit &unit) const
+{
+    const Place place = m_text.place(unit.place);
+    return QStringLiteral("%1:%2").arg(place.file).arg(place.line);
+}
+
+QString DesignModules::circleError(const QStringList &tops) const
+{
+    if (!tops.isEmpty())
+        return {};
+    QVector<int> starts;
+    for (int i = 0; i < m_scan.units.size(); ++i) {
+        if (isTopKind(m_scan.units[i]))
+            starts.append(i);
+    }
+    const QVector<int> circle = findCircle(starts, Circle::Any);
+    if (circle.isEmpty())
+        return {};
+    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
+                        Text::tr("No top module: every module is instantiated by another one (%1). "
+                                 "Set the top module or break the circle.")
+                            .arg(describeCircle(circle)));
+}
+
+QString DesignModules::endlessError(const QString &top) const
+{
+    const int start = m_units.value(top.toUtf8(), -1);
+    const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, Circle::Endless);
+    if (circle.isEmpty())
+        return {};
+    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
+                        Text::tr("The instantiation never ends (%1). Break the circle or end it by "
+                                 "a generate condition.")
+                            .arg(describeCircle(circle)));
+}
+
+QString DesignModules::mutualError(const QString &top) const
+{
+    const int start = m_units.value(top.toUtf8(), -1);
+    const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, Circle::Mutual);
+    if (circle.isEmpty())
+        return {};
+    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
+                        Text::tr("Recursion through several modules (%1) cannot be read. Break the "
+                                 "circle or make it one module that instantiates itself.")
+                            .arg(describeCircle(circle)));
+}
+
+QStringList DesignModules::dimensionErrors(const QString &top) const
+{
+    QStringList result;
+    const auto collect = [this, &result](const QVector<Instantiation> &instantiations) {
+        for (const Instantiation &instantiation : instantiations) {
+            const bool isNode = m_units.contains(instantiation.module);
+            if (isNode && instantiation.multidimensional.line > 0) {
+                result.append(errorMessage(
+                    m_text.place(instantiation.multidimensional),
+                    Text::tr("Arrays of instances of \"%1\" with several dimensions are not "
+                             "supported. Use one dimension, or generate loops.")
+                        .arg(QString::fromUtf8(instantiation.module))));
+            }
+        }
+    };
+    const QVector<int> reachable = reachableFrom({m_units.value(top.toUtf8(), -1)});
+    for (const int unit : reachable)
+        collect(m_scan.units[unit].instantiations);
+    collect(m_scan.bindings);
+    return result;
+}
+
+/// Those of @p starts that are no -1, and the units that they instantiate, themselves or by way of
+/// others.
+QVector<int> DesignModules::reachableFrom(const QVector<int> &starts) const
+{
+    QVector<int> result;
+    QSet<int> known;
+    const auto add = [&result, &known](int unit) {
+        if (unit >= 0 && !known.contains(unit)) {
+            known.insert(unit);
+            result.append(unit);
+        }
+    };
+    for (const int start : starts)
+        add(start);
+    for (const Instantiation &binding : m_scan.bindings)
+        add(m_units.value(binding.module, -1));
+    for (int i = 0; i < result.size(); ++i) {
+        for (const Instantiation &instantiation : m_scan.units[result[i]].instantiations)
+            add(m_units.value(instantiation.module, -1));
+    }
+    return result;
+}
+
+QHash<QString, QSet<QString>> DesignModules::tiedNets() const
+{
+    QHash<QString, QSet<QString>> result;
+    for (const DesignUnit &unit : m_scan.units) {
+        for (const QByteArray &net : unit.tiedNets)
+            result[QString::fromUtf8(unit.name)].insert(QString::fromUtf8(net));
+    }
+    return result;
+}
+
+bool DesignModules::instantiatesItself(const QString &module) const
+{
+    const int index = m_units.value(module.toUtf8(), -1);
+    if (index < 0)
+        return false;
+    const DesignUnit &unit = m_scan.units[index];
+    return std::any_of(
+        unit.instantiations.begin(), unit.instantiations.end(),
+        [&unit](const Instantiation &instantiation) { return instantiation.module == unit.name; });
+}
+
+/// The units of the first circle that can be reached from @p starts, in the order of instantiation;
+/// empty when there is none.
+QVector<int> DesignModules::findCircle(const QVector<int> &starts, Circle kind) const
+{
+    enum State : char { New, Open, Done };
+    QVector<char> states(m_scan.units.size(), New);
+    for (const int start : starts) {
+        QVector<std::pair<int, int>> path; // Unit and its instantiation to be followed next.
+        if (states[start] == New) {
+            path.append({start, 0});
+            states[start] = Open;
+        }
+        while (!path.isEmpty()) {
+            const int current = path.last().first;
+            const QVector<Instantiation> &instantiations = m_scan.units[current].instantiations;
+            if (path.last().second == instantiations.size()) {
+                states[current] = Done;
+                path.removeLast();
+                continue;
+            }
+            const Instantiation &edge = instantiations[path.last().second++];
+            const int target = m_units.value(edge.module, -1);
+            if (target < 0 || (kind == Circle::Endless && edge.conditional) ||
+                (kind == Circle::Mutual && target == current))
+                continue;
+            if (states[target] == New) {
+                path.append({target, 0});
+                states[target] = Open;
+            } else if (states[target] == Open) {
+                QVector<int> circle;
+                for (int i = path.size() - 1; i >= 0; --i) {
+                    circle.prepend(path[i].first);
+                    if (path[i].first == target)
+                        return circle;
+                }
+            }
+        }
+    }
+    return {};
+}
+
+QString DesignModules::describeCircle(const QVector<int> &circle) const
+{
+    constexpr int MostNames = 8;
+    QStringList names;
+    for (const int index : circle) {
+        if (names.size() == MostNames) {
+            names.append(QStringLiteral("..."));
+            break;
+        }
+        names.append(QString::fromUtf8(m_scan.units[index].name));
+    }
+    names.append(QString::fromUtf8(m_scan.units[circle.first()].name));
+    return names.join(QLatin1String(" -> "));
+}
+
+QVector<Instantiation> DesignModules::unknownInstantiations() const
+{
+    QVector<Instantiation> result;
+    const auto collect = [this, &result](const QVector<Instantiation> &instantiations) {
+        for (const Instantiation &instantiation : instantiations) {
+            if (!instantiation.bare && !m_units.contains(instantiation.module))
+                result.append(instantiation);
+        }
+    };
+    for (const DesignUnit &unit : m_scan.units)
+        collect(unit.instantiations);
+    collect(m_scan.bindings);
+    return result;
+}
+
+QByteArrayList DesignModules::missingModules() const
+{
+    QVector<int> sources;
+    for (int i = 0; i < m_scan.units.size(); ++i) {
+        if (!m_scan.units[i].library)
+            sources.append(i);
+    }
+    QByteArrayList result;
+    QSet<QByteArray> listed;
+    const auto collect = [this, &result, &listed](const QVector<Instantiation> &instantiations) {
+        for (const Instantiation &instantiation : instantiations) {
+            const QByteArray &name = instantiation.module;
+            if (!m_units.contains(name) && !listed.contains(name)) {
+                listed.insert(name);
+                result.append(name);
+            }
+        }
+    };
+    const QVector<int> needed = reachableFrom(sources);
+    for (const int unit : needed)
+        collect(m_scan.units[unit].instantiations);
+    collect(m_scan.bindings);
+    return result;
+}
+
+} // namespace NETWEIR::Internal

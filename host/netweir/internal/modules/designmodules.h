@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <netweir/internal/verilog/modulescan.h>
+
+#include <QByteArrayList>
+#include <QHash>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+namespace NETWEIR::Internal {
+
+class PreprocessedText;
+
+/// What follows from the scan of all files: who instantiates whom. Each question costs time linear
+/// in the scan.
+class DesignModules
+{
+public:
+    /// Both must live as long as this.
+    DesignModules(const ModuleScan &scan, const PreprocessedText &text);
+
+    /// Every module of the sources, in the order of the text.
+    QStringList modules() const;
+
+    /// @p top alone if the sources have such a module; otherwise those that no other one
+    /// instantiates.
+    QStringList tops(const QString &top) const;
+
+    /// Why there is no module or no single top, and which modules could be the top. Empty when
+    /// there is one, and it is @p top if that is not empty.
+    QStringList topWarnings(const QString &top) const;
+
+    /// One message for each module that the sources define twice.
+    QStringList duplicateErrors() const;
+
+    /// When modules exist but no top: a circle of instantiations that explains it. Otherwise null.
+    QString circleError(const QStringList &tops) const;
+
+    /// A circle below @p top that no condition ends. Null when there is none.
+    QString endlessError(const QString &top) const;
+
+    /// A circle of several modules below @p top, whatever ends it: the elaborator takes only
+    /// modules that instantiate themselves. Null when there is none.
+    QString mutualError(const QString &top) const;
+
+    /// One message for each statement below @p top that makes an array of instances with several
+    /// ranges. The elaborator takes such a one for an array of one dimension.
+    QStringList dimensionErrors(const QString &top) const;
+
+    /// Nets that switches and aliases connect, by module.
+    QHash<QString, QSet<QString>> tiedNets() const;
+
+    bool instantiatesItself(const QString &module) const;
+
+    /// Instantiations of modules that neither sources nor libraries define.
+    QVector<Instantiation> unknownInstantiations() const;
+
+    /// Names of modules that no file defines and that the sources need, by way of library modules
+    /// or themselves. Some may be types of variables. Each name once, in the order of first use.
+    QByteArrayList missingModules() const;
+
+private:
+    enum class Circle { Any, Endless, Mutual };
+
+    QVector<int> reachableFrom(const QVector<int> &starts) const;
+    bool isInstantiation(const Instantiation &instantiation) const;
+    QSet<QByteArray> instantiatedNames() const;
+    QVector<int> findCircle(const QVector<int> &starts, Circle kind) const;
+    QString describeCircle(const QVector<int> &circle) const;
+    QString placeOf(const DesignUnit &unit) const;
+
+    const ModuleScan &m_scan;
+    const PreprocessedText &m_text;
+    QHash<QByteArray, int> m_units; ///< Index of the unit of a name; sources win over libraries.
+};
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "primitiveinstances.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace NETWEIR::Internal {
+
+PrimitiveInstances::PrimitiveInstances(const ModuleScan &scan)
+{
+    QSet<QByteArray> primitives;
+    QSet<QByteArray> others;
+    for (const DesignUnit &unit : scan.units)
+        (unit.kind == DesignUnit::Primitive ? primitives : others).insert(unit.name);
+    for (const DesignUnit &unit : scan.units) {
+        for (const Instantiation &instantiation : unit.instantiations) {
+            if (!primitives.contains(instantiation.module) || others.contains(instantiation.module))
+                continue;
+            Edits &edits = m_edits[instantiation.first.text];
+            edits.blanked += instantiation.values;
+            edits.unnamed += instantiation.unnamed;
+        }
+    }
+    for (Edits &edits : m_edits)
+        std::sort(edits.unnamed.begin(), edits.unnamed.end()); // Modules within modules come later.
+}
+
+QByteArray PrimitiveInstances::named(int index, const QByteArray &text) const
+{
+    const Edits edits = m_edits.value(index);
+    QByteArray blanked = text;
+    for (const TextRange &range : edits.blanked) {
+        std::replace_if(
+            blanked.begin() + range.begin, blanked.begin() + range.end,
+            [](char c) { return c != '\n'; }, ' ');
+    }
+    QByteArray result;
+    int done = 0;
+    for (const int begin : edits.unnamed) {
+        if (blanked.at(begin) == ' ') // Left out with what it stood in.
+            continue;
+        result.append(blanked.constData() + done, begin - done);
+        result += " netweir_primitive_" + QByteArray::number(begin) + ' ';
+        done = begin;
+    }
+    return result.append(blanked.constData() + done, blanked.size() - done);
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "stubs.h"
+
+#include "deviceprimitives.h"
+
+#include <algorithm>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+/// Whatever is wider and composed of parts loses the uppermost. Each constant on a pin costs the
+/// elaborator as many bits.
+const char PinRange[] = "[8191:0]";
+
+/// Escaped, as the name may be a keyword in another version of the language.
+QByteArray escaped(const QByteArray &name)
+{
+    return '\\' + name + ' ';
+}
+
+/// @p names, followed by as many others as the positions need.
+QByteArrayList filledUp(const QByteArrayList &names, int positional, const char *prefix)
+{
+    QByteArrayList result = names;
+    while (result.size() < positional)
+        result.append(prefix + QByteArray::number(result.size() + 1));
+    return result;
+}
+
+} // namespace
+
+void Stubs::NameList::add(const QByteArray &name)
+{
+    if (known.contains(name))
+        return;
+    known.insert(name);
+    names.append(name);
+}
+
+Stubs::Stubs(const QVector<Instantiation> &instantiations, const ModuleScan &scan)
+{
+    for (const Instantiation &instantiation : instantiations)
+        add(instantiation);
+    addDefparams(scan);
+}
+
+void Stubs::add(const Instantiation &instantiation)
+{
+    const QString name = QString::fromUtf8(instantiation.module);
+    if (isDevicePrimitive(name)) {
+        m_primitives.insert(name);
+        return;
+    }
+    if (!m_unknown.contains(name)) {
+        m_unknown.insert(name);
+        m_order.append(instantiation.module);
+    }
+    Stub &stub = m_stubs[instantiation.module];
+    for (const QByteArray &parameter : instantiation.parameters)
+        stub.parameters.add(parameter);
+    for (const QByteArray &pin : instantiation.pins)
+        stub.pins.add(pin);
+    stub.parameters.positional =
+        qMax(stub.parameters.positional, instantiation.positionalParameters);
+    stub.pins.positional = qMax(stub.pins.positional, instantiation.positionalPins);
+    for (int line = instantiation.first.line; line <= instantiation.last.line; ++line)
+        m_modulesAt[{instantiation.first.text, line}].insert(instantiation.module);
+    for (const QByteArray &instance : instantiation.instances)
+        m_modulesOf[instance].insert(instantiation.module);
+    m_ranges[instantiation.first.text] += instantiation.ranges;
+}
+
+/// A defparam names an instance, which may be anywhere in the design: every unknown module with an
+/// instance of that name gets the parameter.
+void Stubs::addDefparams(const ModuleScan &scan)
+{
+    for (const DesignUnit &unit : scan.units) {
+        for (const Defparam &defparam : unit.defparams) {
+            for (const QByteArray &module : m_modulesOf.value(defparam.instance))
+                m_stubs[module].parameters.add(defparam.parameter);
+        }
+    }
+}
+
+QByteArrayList Stubs::parameterDeclarations(const Stub &stub) const
+{
+    QByteArrayList result;
+    for (const QByteArray &name :
+         filledUp(stub.parameters.names, stub.parameters.positional, "parameter_")) {
+        const QByteArray position = "__paramNumber" + QByteArray::number(result.size() + 1);
+        const bool isType = stub.types.contains(name) || stub.types.contains(position);
+        result.append(isType ? "parameter type " + escaped(name) + "= logic"
+                             : "parameter " + escaped(name) + "= 0");
+    }
+    return result;
+}
+
+QByteArray Stubs::text() const
+{
+    QByteArray result("`resetall\n");
+    QStringList primitives = m_primitives.values();
+    primitives.sort();
+    for (const QString &primitive : qAsConst(primitives))
+        result += devicePrimitiveSource(primitive);
+    for (const QByteArray &name : m_order) {
+        const Stub &stub = m_stubs[name];
+        const QByteArrayList parameters = parameterDeclarations(stub);
+        QByteArrayList pins;
+        for (const QByteArray &pin : filledUp(stub.pins.names, stub.pins.positional, "pin_"))
+            pins.append(QByteArray("input ") + PinRange + ' ' + escaped(pin));
+        result += "module " + escaped(name);
+        if (!parameters.isEmpty())
+            result += "#(" + parameters.join(", ") + ") ";
+        result += '(' + pins.join(", ") + ");\nendmodule\n";
+    }
+    return result;
+}
+
+QByteArray Stubs::withoutArrays(int index, const QByteArray &text) const
+{
+    QByteArray result = text;
+    const QVector<TextRange> ranges = m_ranges.value(index);
+    for (const TextRange &range : ranges) {
+        std::replace_if(
+            result.begin() + range.begin, result.begin() + range.end,
+            [](char c) { return c != '\n'; }, ' ');
+    }
+    return result;
+}
+
+bool Stubs::addMissing(const TextLine &place, const QByteArray &name, bool isParameter)
+{
+    bool added = false;
+    for (const QByteArray &module : modulesAt(place)) {
+        Stub &stub = m_stubs[module];
+        NameList &names = isParameter ? stub.parameters : stub.pins;
+        added = added || !names.known.contains(name);
+        names.add(name);
+    }
+    return added;
+}
+
+bool Stubs::addType(const TextLine &place, const QByteArray &name)
+{
+    bool added = false;
+    for (const QByteArray &module : modulesAt(place)) {
+        QSet<QByteArray> &types = m_stubs[module].types;
+        added = added || !types.contains(name);
+        types.insert(name);
+    }
+    return added;
+}
+
+bool Stubs::isUnknownAt(const TextLine &place) const
+{
+    return !modulesAt(place).isEmpty();
+}
+
+QSet<QByteArray> Stubs::modulesAt(const TextLine &place) const
+{
+    return m_modulesAt.value({place.text, place.line});
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <netweir/hierachy.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetbus.h>
+#include <netweir/rtlnetlist.h>
+
+#include <memory>
+#include <vector>
+
+namespace NETWEIR::Internal {
+
+/// Objects in blocks that never move, so that pointers to them stay valid while it grows. Reached
+/// by index too. Owns them all; destruction walks the blocks, whatever the objects point to.
+template <typename T>
+class Arena
+{
+public:
+    T *add()
+    {
+        if (m_size == m_blocks.size() << BlockBits)
+            m_blocks.emplace_back(new T[BlockSize]);
+        const std::size_t index = m_size++;
+        return at(index);
+    }
+
+    T *at(std::size_t index) const
+    {
+        return &m_blocks[index >> BlockBits][index & (BlockSize - 1)];
+    }
+
+    std::size_t size() const { return m_size; }
+
+private:
+    static constexpr unsigned BlockBits = 8;
+    static constexpr std::size_t BlockSize = std::size_t(1) << BlockBits;
+
+    std::vector<std::unique_ptr<T[]>> m_blocks;
+    std::size_t m_size = 0;
+};
+
+} // namespace NETWEIR::Internal
+
+namespace NETWEIR {
+
+/// Storage of a netlist, filled by NetlistBuilder.
+struct RtlNetlist::Private
+{
+    Internal::Arena<Hierachy> nodes; ///< The top node is the first.
+    Internal::Arena<RtlNet> nets;
+    Internal::Arena<RtlNetBus> buses;
+    bool usesJtagPrimitive = false;
+
+    /// Open addressing with linear probing, at most half full: indexes into nets plus one, 0 for a
+    /// free slot. Filled by the first search, as many netlists are never searched by name.
+    std::vector<quint32> slots;
+    unsigned slotBits = 0;
+
+    void indexNets();
+};
+
+} // namespace NETWEIR

@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "extractionprogress.h"
+
+#include "toolprocess.h"
+
+#include <netweir/internal/ground/messages.h>
+
+#include <QApplication>
+#include <QProgressDialog>
+#include <QThread>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+constexpr int ShowAfter = 300;
+constexpr int TickInterval = 200;
+
+} // namespace
+
+ExtractionProgress::ExtractionProgress(QWidget *parent)
+{
+    m_elapsed.start();
+    m_tick.setInterval(TickInterval);
+    connect(&m_tick, &QTimer::timeout, this, &ExtractionProgress::updateText);
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return; // A program without windows.
+
+    m_dialog = new QProgressDialog(Text::tr("Reading sources"), Text::tr("Cancel"), 0, 0, parent);
+    m_dialog->setObjectName(QStringLiteral("NETWEIR__ExtractionProgress"));
+    m_dialog->setWindowTitle(Text::tr("Reading RTL Netlist"));
+    m_dialog->setWindowModality(Qt::ApplicationModal);
+    m_dialog->setAutoClose(false);
+    m_dialog->setAutoReset(false);
+    m_dialog->setMinimumDuration(24 * 60 * 60 * 1000); // Shown by showDialog() only.
+    m_dialog->setMinimumWidth(360);
+    connect(m_dialog, &QProgressDialog::canceled, this, &ExtractionProgress::cancel);
+    connect(m_dialog, &QDialog::finished, this, &ExtractionProgress::cancel);
+    connect(m_dialog, &QObject::destroyed, this, &ExtractionProgress::cancel);
+}
+
+ExtractionProgress::~ExtractionProgress()
+{
+    if (m_dialog)
+        m_dialog->disconnect(this);
+    delete m_dialog;
+}
+
+void ExtractionProgress::setPhase(const QString &phase)
+{
+    m_phase = phase;
+    updateText();
+}
+
+void ExtractionProgress::updateText()
+{
+    if (m_dialog)
+        m_dialog->setLabelText(Text::tr("%1\nElapsed time: %2 s")
+                                   .arg(m_phase, QString::number(m_elapsed.elapsed() / 1000)));
+}
+
+void ExtractionProgress::cancel()
+{
+    m_cancelled = true;
+    m_loop.quit();
+}
+
+void ExtractionProgress::showDialog()
+{
+    if (!m_dialog || m_dialog->isVisible() || m_cancelled)
+        return;
+    updateText();
+    m_dialog->show();
+}
+
+bool ExtractionProgress::wait(ToolProcess *process, int limit)
+{
+    const QMetaObject::Connection connection =
+        connect(process, &QProcess::stateChanged, &m_loop, &QEventLoop::quit);
+    exec([this, process] { return m_cancelled || !process->isRunning(); }, limit);
+    disconnect(connection);
+    if (m_cancelled)
+        process->end();
+    return !process->isRunning();
+}
+
+void ExtractionProgress::wait(QThread *thread)
+{
+    const QMetaObject::Connection connection =
+        connect(thread, &QThread::finished, &m_loop, &QEventLoop::quit);
+    exec([this, thread] { return m_cancelled || thread->isFinished(); }, -1);
+    disconnect(connection);
+}
+
+/// Runs the event loop until @p isDone, which is asked after each event that quits the loop.
+void ExtractionProgress::exec(const std::function<bool()> &isDone, int limit)
+{
+    QElapsedTimer waited;
+    waited.start();
+    m_tick.start();
+    while (!isDone() && (limit < 0 || waited.elapsed() < limit)) {
+        const qint64 untilShown = ShowAfter - m_elapsed.elapsed();
+        const bool waitsForDialog = m_dialog && !m_dialog->isVisible();
+        if (waitsForDialog && untilShown <= 0)
+            showDialog();
+        qint64 interval = limit < 0 ? -1 : limit - waited.elapsed();
+        if (waitsForDialog && untilShown > 0)
+            interval = interval < 0 ? untilShown : qMin(interval, untilShown);
+        QTimer timer;
+        timer.setSingleShot(true);
+        connect(&timer, &QTimer::timeout, &m_loop, &QEventLoop::quit);
+        if (interval >= 0)
+            timer.start(int(interval));
+        const bool hidden = waitsForDialog && untilShown > 0;
+        // Refused when the application is about to end: nobody waits for the design any more.
+        if (m_loop.exec(hidden ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents) < 0)
+            cancel();
+    }
+    m_tick.stop();
+}
+
+} // namespace NETWEIR::Internal

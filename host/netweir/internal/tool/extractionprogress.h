@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <atomic>
+#include <functional>
+
+class QProgressDialog;
+class QThread;
+
+namespace NETWEIR::Internal {
+
+class ToolProcess;
+
+/// The application-modal dialog that shows the phase of an extraction and the time since it began,
+/// and the event loops in which the extraction waits.
+///
+/// The dialog appears when the extraction takes longer than a moment; until then user input waits.
+/// It may be deleted with its parent at any time, which cancels the extraction.
+class ExtractionProgress final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ExtractionProgress(QWidget *parent);
+    ~ExtractionProgress() override;
+
+    void setPhase(const QString &phase);
+    bool isCancelled() const { return m_cancelled; }
+    /// The same for threads; lives as long as this.
+    const std::atomic<bool> &cancelled() const { return m_cancelled; }
+
+    /// Waits for the end of the process, at most @p limit milliseconds unless that is negative.
+    /// False when it still runs. Cancel kills it.
+    bool wait(ToolProcess *process, int limit = -1);
+
+    /// Waits for the end of the thread or for Cancel, after which the thread has to end by itself:
+    /// it looks at cancelled().
+    void wait(QThread *thread);
+
+private:
+    void cancel();
+    void showDialog();
+    void updateText();
+    void exec(const std::function<bool()> &isDone, int limit);
+
+    QPointer<QProgressDialog> m_dialog;
+    QEventLoop m_loop;
+    QElapsedTimer m_elapsed;
+    QTimer m_tick;
+    QString m_phase;
+    std::atomic<bool> m_cancelled{false};
+};
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "toolprocess.h"
+
+#include <files/regularfile.h>
+#include <netweir/internal/ground/messages.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <csignal>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+constexpr rlim_t StackLimit = 256 * 1024 * 1024;
+constexpr rlim_t LargestFile = 2000 * 1024 * 1024; ///< No larger one can be read.
+constexpr int KillTimeout = 1000;
+
+/// Lowers or raises the soft limit as far as the hard one allows. Safe between fork and exec.
+void setLimit(decltype(RLIMIT_STACK) resource, rlim_t value)
+{
+    rlimit limit;
+    if (getrlimit(resource, &limit) != 0)
+        return;
+    limit.rlim_cur = limit.rlim_max == RLIM_INFINITY ? value : qMin(value, limit.rlim_max);
+    setrlimit(resource, &limit);
+}
+
+} // namespace
+
+QString findElaborator(QString *error)
+{
+    const QString chosen = qEnvironmentVariable("TARN_VERILATOR");
+    if (!chosen.isEmpty()) {
+        const QFileInfo info(chosen);
+        if (info.isFile() && info.isExecutable())
+            return info.absoluteFilePath();
+        *error = Text::tr("The elaborator \"%1\" named by the environment variable TARN_VERILATOR "
+                          "is no program. Correct or unset the variable.")
+                     .arg(chosen);
+        return {};
+    }
+    QString found = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
+    if (found.isEmpty())
+        found = QStandardPaths::findExecutable(QStringLiteral(NETWEIR_VERILATOR));
+    if (found.isEmpty())
+        *error =
+            Text::tr("The elaborator \"verilator_bin\" is not installed. Install Verilator, or "
+                     "set the environment variable TARN_VERILATOR to the path of "
+                     "verilator_bin.");
+    return found;
+}
+
+ToolProcess::ToolProcess(const QString &workingFolder)
+{
+    setWorkingDirectory(workingFolder);
+    setStandardInputFile(nullDevice());
+    setStandardOutputFile(standardOutputPath());
+    setStandardErrorFile(errorOutputPath());
+    m_timeout.setSingleShot(true);
+    connect(&m_timeout, &QTimer::timeout, this, [this] {
+        m_timedOut = true;
+        killGroup();
+        kill();
+    });
+    connect(this, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, [this] {
+        m_timeout.stop();
+        killGroup(); // What the tool may have started itself.
+    });
+}
+
+ToolProcess::~ToolProcess()
+{
+    end();
+}
+
+void ToolProcess::run(const QString &program, const QStringList &arguments, int timeoutSeconds)
+{
+    m_timedOut = false;
+    // What an earlier run may have put there: writing to a pipe would wait for its reader.
+    QFile::remove(standardOutputPath());
+    QFile::remove(errorOutputPath());
+    start(program, arguments);
+    m_group = processId();
+    m_timeout.start(qMin(timeoutSeconds, 1000000) * 1000);
+}
+
+void ToolProcess::end()
+{
+    if (!isRunning())
+        return;
+    killGroup();
+    kill(); // The group is made by the child, which may not have come that far.
+    waitForFinished(KillTimeout);
+}
+
+void ToolProcess::killGroup()
+{
+    if (m_group > 0)
+        ::kill(pid_t(-m_group), SIGKILL);
+}
+
+ToolProcess::Result ToolProcess::result() const
+{
+    if (m_timedOut)
+        return TimedOut;
+    if (error() == FailedToStart)
+        return NotStarted;
+    const bool crashed = exitStatus() == CrashExit;
+    if ((crashed || exitCode() != 0) && errorOutput().contains("bad_alloc"))
+        return OutOfMemory;
+    if (crashed)
+        return exitCode() == SIGXFSZ ? FileTooLarge : Crashed; // Then the number of the signal.
+    return exitCode() == 0 ? Succeeded : Failed;
+}
+
+QByteArray ToolProcess::standardOutput() const
+{
+    return read(standardOutputPath());
+}
+
+QByteArray ToolProcess::errorOutput() const
+{
+    return read(errorOutputPath());
+}
+
+QString ToolProcess::standardOutputPath() const
+{
+    return QDir(workingDirectory()).filePath(QStringLiteral("stdout"));
+}
+
+QString ToolProcess::errorOutputPath() const
+{
+    return QDir(workingDirectory()).filePath(QStringLiteral("stderr"));
+}
+
+QByteArray ToolProcess::read(const QString &path)
+{
+    QByteArray output;
+    QString error;
+    Files::readRegularFile(path, MostOutput, &output, &error);
+    return output;
+}
+
+qint64 ToolProcess::fileSizeLimit()
+{
+    rlimit limit;
+    const bool isKnown = getrlimit(RLIMIT_FSIZE, &limit) == 0;
+    return qint64(isKnown ? qMin(LargestFile, limit.rlim_max) : LargestFile);
+}
+
+qint64 ToolProcess::memoryLimit()
+{
+    constexpr qint64 Least = 2LL * 1024 * 1024 * 1024;
+    const qint64 physical = qint64(sysconf(_SC_PHYS_PAGES)) * sysconf(_SC_PAGESIZE);
+    return qMax(Least, physical / 4 * 3);
+}
+
+void ToolProcess::setupChildProcess()
+{
+    setpgid(0, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    setLimit(RLIMIT_AS, rlim_t(memoryLimit()));
+    setLimit(RLIMIT_STACK, StackLimit);
+    setLimit(RLIMIT_CORE, 0);
+    setLimit(RLIMIT_DATA, RLIM_INFINITY);
+    // The tool ends at this limit rather than going on with half a file.
+    setLimit(RLIMIT_FSIZE, LargestFile);
+    std::signal(SIGXFSZ, SIG_DFL);
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "faulthints.h"
+
+#include <netweir/internal/sources/designsources.h>
+#include <netweir/internal/verilog/verilogtokens.h>
+
+#include <QByteArrayList>
+
+#include <algorithm>
+#include <cstring>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+/// Errors behind these say nothing new.
+constexpr int MostExplained = 1000;
+
+/// How much text in front of a place is looked at.
+constexpr int MostBefore = 4096;
+
+constexpr int LongestName = 1024;
+
+const char SyntaxError[] = "syntax error, unexpected ";
+const char UnknownInterface[] = "Cannot find file containing interface: ";
+const char UnknownModule[] = "Cannot find file containing module: ";
+
+QByteArray quotedName(const QByteArray &text)
+{
+    const int begin = text.indexOf('\'') + 1;
+    return text.mid(begin, text.lastIndexOf('\'') - begin);
+}
+
+bool isDirection(const QByteArray &word)
+{
+    static const QByteArrayList directions = {"input", "output", "inout", "ref", "var", "const"};
+    return directions.contains(word);
+}
+
+/// Whether a declaration may begin behind the word.
+bool mayPrecedeType(const QByteArray &word)
+{
+    static const QByteArrayList words = {";",      "{",     "}",      "(",     ",",        ")",
+                                         "begin",  "end",   "static", "input", "output",   "inout",
+                                         "ref",    "var",   "const",  "rand",  "typedef",  "packed",
+                                         "signed", "local", "wire",   "type",  "automatic"};
+    return words.contains(word) || word.startsWith("end");
+}
+
+bool isName(const QByteArray &word)
+{
+    VerilogTokens tokens(word, true);
+    return tokens.next().kind == Token::Identifier;
+}
+
+} // namespace
+
+FaultHints::FaultHints(const DesignSources &sources, const QVector<QByteArray> &texts,
+                       const QSet<QByteArray> &names)
+    : m_sources(sources)
+    , m_texts(texts)
+    , m_names(names)
+{
+}
+
+void FaultHints::explain(ToolMessage *message, const TextLine &place)
+{
+    if (place.text < 0 || place.line < 1 || ++m_explained > MostExplained)
+        return;
+    if (m_misread.contains(place.text)) {
+        message->followsUp = true;
+        return;
+    }
+    const QVector<QByteArray> words = wordsBefore(place, message->column);
+    if (!explainLanguage(message, place, words))
+        explainType(message, words);
+}
+
+/// The last one is what stands at the place itself. The first two come from the line in front.
+QVector<QByteArray> FaultHints::wordsBefore(const TextLine &place, int column)
+{
+    constexpr int OfLineInFront = 2;
+    const QByteArray &text = m_texts[place.text];
+    const int line = offsetOf(place);
+    const int end = qMin(line + qMax(column, 1), text.size());
+    const int begin = qMax(offsetOf({place.text, place.line - 1}), end - MostBefore);
+    const QByteArray part = text.mid(begin, end - begin + LongestName);
+    QVector<QByteArray> words;
+    VerilogTokens tokens(part, true);
+    for (Token token = tokens.next(); token.kind != Token::EndOfText; token = tokens.next()) {
+        const int offset = begin + int(token.place - part.constData());
+        if (offset >= end)
+            break;
+        if (offset < line && words.size() == OfLineInFront)
+            words.removeFirst();
+        words.append(token.kind == Token::Punctuation ? QByteArray(1, token.punctuation)
+                                                      : toBytes(token.text));
+    }
+    return words;
+}
+
+int FaultHints::offsetOf(const TextLine &place)
+{
+    const QByteArray &text = m_texts[place.text];
+    QVector<int> &offsets = m_lines[place.text];
+    if (offsets.isEmpty()) {
+        for (int begin = 0; begin >= 0; begin = text.indexOf('\n', begin) + 1) {
+            offsets.append(begin);
+            if (text.indexOf('\n', begin) < 0)
+                break;
+        }
+    }
+    return place.line < 1 ? 0 : offsets.value(place.line - 1, text.size());
+}
+
+/// A file of type Verilog is left alone as long as it can be read: the words may be its own names.
+bool FaultHints::explainLanguage(ToolMessage *message, const TextLine &place,
+                                 const QVector<QByteArray> &words)
+{
+    if (isSystemVerilog(m_sources, place.text))
+        return false;
+    QByteArray word;
+    const bool isUnknown =
+        message->text.startsWith(UnknownInterface) || message->text.startsWith(UnknownModule);
+    if (isUnknown) {
+        word = quotedName(message->text);
+    } else if (message->text.startsWith(SyntaxError)) {
+        const auto found = std::find_if(words.begin(), words.end(), isSystemVerilogWord);
+        word = found == words.end() ? QByteArray() : *found;
+    }
+    if (!isSystemVerilogWord(word))
+        return false;
+    if (isUnknown)
+        message->text.clear();
+    message->advice = Text::tr("\"%1\" is a word of SystemVerilog, and the file is read as Verilog "
+                               "%2.")
+                          .arg(QString::fromUtf8(word), m_sources.standard) +
+                      QLatin1Char(' ') + typeAdvice();
+    m_misread.insert(place.text);
+    return true;
+}
+
+/// "input T a" with an unknown T is an error about interfaces; "T [1:0] a" one of syntax.
+void FaultHints::explainType(ToolMessage *message, const QVector<QByteArray> &words) const
+{
+    if (words.size() < 2)
+        return;
+    const QByteArray &before = words[words.size() - 2];
+    const bool maybeDeclared = words.size() < 3 || mayPrecedeType(words[words.size() - 3]);
+    if (message->text.startsWith(UnknownInterface) && isDirection(before)) {
+        message->text.replace(0, int(strlen(UnknownInterface)), UnknownType);
+        message->cause = message->text;
+    } else if (message->text.startsWith(SyntaxError) && maybeDeclared && isName(before) &&
+               (words.last() == "[" || isName(words.last())) && !m_names.contains(before)) {
+        message->advice =
+            Text::tr("\"%1\" may be a type that no file defines.").arg(QString::fromUtf8(before));
+        message->cause = UnknownType + before;
+    }
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,234 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "toolmessages.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <cstring>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+constexpr int MostMessages = 1000;
+const char InternalError[] = "Internal Error: ";
+const char Unsupported[] = "UNSUPPORTED";
+
+bool isAdvice(const QByteArray &text)
+{
+    static const char *const beginnings[] = {"Exiting due to", "Cannot continue",
+                                             "This may be because there's no search path",
+                                             "Verilator aborted", "Command Failed"};
+    for (const char *beginning : beginnings) {
+        if (text.startsWith(beginning))
+            return true;
+    }
+    return false;
+}
+
+/// Takes "FILE:LINE:COLUMN: " off the text. The file name may hold colons and blanks.
+void takePlace(ToolMessage *message)
+{
+    QByteArray &text = message->text;
+    for (int end = text.indexOf(": "); end > 0; end = text.indexOf(": ", end + 1)) {
+        const int column = text.lastIndexOf(':', end - 1);
+        const int line = column > 0 ? text.lastIndexOf(':', column - 1) : -1;
+        if (line <= 0)
+            continue;
+        bool isLine = false;
+        bool isColumn = false;
+        message->line = text.mid(line + 1, column - line - 1).toInt(&isLine);
+        message->column = text.mid(column + 1, end - column - 1).toInt(&isColumn);
+        if (isLine && isColumn) {
+            message->file = text.left(line);
+            text = text.mid(end + 2);
+            return;
+        }
+    }
+    message->line = 0;
+    message->column = 0;
+}
+
+/// "FILE:LINE:COLUMN: ../V3Some.cpp:12: TEXT" of an internal error: the tool's own source is of no
+/// use.
+void takeInternalPlace(ToolMessage *message)
+{
+    takePlace(message);
+    const int source = message->text.indexOf(".cpp:");
+    const int end = source < 0 ? -1 : message->text.indexOf(": ", source);
+    if (end >= 0)
+        message->text = message->text.mid(end + 2);
+    message->text.prepend(InternalError);
+}
+
+QString quotedPart(const QByteArray &text)
+{
+    const int begin = text.indexOf('\'');
+    const int end = text.lastIndexOf('\'');
+    return QString::fromUtf8(text.mid(begin + 1, end - begin - 1));
+}
+
+/// The text of a message, with what to do where the tool's own words do not say it.
+QString userText(const QByteArray &text)
+{
+    const QByteArray include("Cannot find include file: ");
+    if (text.startsWith(include))
+        return Text::tr("Cannot find the include file \"%1\". Add its folder to the include paths.")
+            .arg(QString::fromUtf8(text.mid(include.size())));
+    if (text.startsWith("Define or directive not defined: "))
+        return Text::tr("The macro %1 is not defined. Define it in the options or in a file that "
+                        "is read earlier.")
+            .arg(quotedPart(text));
+    if (text.startsWith("Cannot find file containing interface: "))
+        return Text::tr("The interface \"%1\" is not defined. Add the file that defines it.")
+            .arg(quotedPart(text));
+    if (text.startsWith("Cannot find file containing module: "))
+        return Text::tr("The module or type \"%1\" is not defined. Add the file that defines it.")
+            .arg(quotedPart(text));
+    if (text.startsWith(UnknownType))
+        return Text::tr("The type \"%1\" is not defined. Add the file that defines it.")
+            .arg(quotedPart(text));
+    if (text.startsWith(InternalError))
+        return Text::tr("The elaborator cannot read this construct (%1).")
+            .arg(QString::fromUtf8(text));
+    return QString::fromUtf8(text);
+}
+
+/// The text of an error that comes once for each use of something that is missing.
+QByteArray causeOf(const ToolMessage &message)
+{
+    static const char *const ofDesign[] = {"Cannot find file containing interface: ",
+                                           "Cannot find file containing module: ",
+                                           "Cannot find include file: ",
+                                           "Define or directive not defined: ",
+                                           "Importing from missing package ",
+                                           "Package/class "};
+    for (const char *beginning : ofDesign) {
+        if (message.text.startsWith(beginning))
+            return message.text;
+    }
+    return message.text.startsWith("Can't find definition of ") ? message.file + ' ' + message.text
+                                                                : QByteArray();
+}
+
+/// Tells causes from errors that follow from them.
+class CauseList
+{
+public:
+    /// To be called for each error in turn.
+    bool follows(const ToolMessage &error)
+    {
+        const QByteArray cause = error.cause.isNull() ? causeOf(error) : error.cause;
+        const bool isRepeated = !cause.isNull() && m_causes.contains(cause);
+        if (!cause.isNull())
+            m_causes.insert(cause);
+        return followsInText(error) || isRepeated || error.followsUp;
+    }
+
+private:
+    /// The parser needs some lines to find its way again.
+    bool followsInText(const ToolMessage &error)
+    {
+        constexpr int FewLines = 3;
+        const bool isSyntax = error.text.startsWith("syntax error");
+        const bool confuses = isSyntax || error.text.startsWith("Define or directive not defined");
+        if (!confuses)
+            return false;
+        const auto known = m_confused.constFind(error.file);
+        const bool result = isSyntax && known != m_confused.constEnd() && error.line >= *known &&
+                            error.line - *known <= FewLines;
+        m_confused.insert(error.file, error.line);
+        return result;
+    }
+
+    QSet<QByteArray> m_causes;
+    QHash<QByteArray, int> m_confused; ///< The line of the last such error, by file.
+};
+
+QString userLine(const ToolMessage &message, const Place &place)
+{
+    QString text = userText(message.text);
+    if (!text.isEmpty() && !message.advice.isEmpty())
+        text += text.endsWith(QLatin1Char('.')) ? QStringLiteral(" ") : QStringLiteral(". ");
+    text += message.advice;
+    return message.error ? errorMessage(place, text) : warningMessage(place, text);
+}
+
+/// A line below an error may say that the elaborator lacks something.
+void noteReason(const QByteArray &line, QVector<ToolMessage> *messages)
+{
+    const int reason = line.indexOf(": Unsupported: ");
+    if (reason < 0 || messages->isEmpty() || !messages->last().error)
+        return;
+    messages->last().code = Unsupported;
+    messages->last().text += " (" + line.mid(reason + 2) + ')';
+}
+
+} // namespace
+
+QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
+{
+    QVector<ToolMessage> result;
+    for (int begin = 0; begin < errorOutput.size();) {
+        int end = errorOutput.indexOf('\n', begin);
+        if (end < 0)
+            end = errorOutput.size();
+        const QByteArray line = errorOutput.mid(begin, end - begin);
+        begin = end + 1;
+
+        ToolMessage message;
+        message.error = line.startsWith("%Error");
+        if (!message.error && !line.startsWith("%Warning")) {
+            noteReason(line, &result);
+            continue;
+        }
+        const int head = line.indexOf(": ");
+        if (head < 0)
+            continue;
+        const int code = line.indexOf('-');
+        if (code >= 0 && code < head)
+            message.code = line.mid(code + 1, head - code - 1);
+        message.text = line.mid(head + 2);
+        if (message.text.startsWith(InternalError)) {
+            message.text.remove(0, int(strlen(InternalError)));
+            takeInternalPlace(&message);
+        } else {
+            takePlace(&message);
+        }
+        if (message.text == "Unterminated string")
+            --message.line; // Noticed at the end of the line, which counts as the next one.
+        if (!isAdvice(message.text))
+            result.append(message);
+    }
+    return result;
+}
+
+QStringList toUserMessages(const QVector<ToolMessage> &messages, const PlaceMap &placeOf)
+{
+    QStringList result;
+    QSet<QString> seen;
+    CauseList causes;
+    int more = 0;
+    int followUps = 0;
+    for (const ToolMessage &message : messages) {
+        const QString line = userLine(message, placeOf(message));
+        if (seen.contains(line))
+            continue;
+        seen.insert(line);
+        if (message.error && causes.follows(message))
+            ++followUps;
+        else if (result.size() == MostMessages)
+            ++more;
+        else
+            result.append(line);
+    }
+    if (followUps > 0)
+        result.append(
+            Text::tr("%n more error(s) that follow from those above", nullptr, followUps));
+    if (more > 0)
+        result.append(Text::tr("%n more message(s)", nullptr, more));
+    return result;
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "typetable.h"
+
+#include "attributes.h"
+
+#include <netweir/internal/ground/readguard.h>
+
+#include <algorithm>
+#include <tuple>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+using Kind = DataType::Kind;
+
+constexpr int DeepestType = 100;
+constexpr qint64 WidestType = qint64(1) << 40;
+
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names)
+{
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+void readBasicType(const pugi::xml_node &node, DataType *type)
+{
+    const std::string_view name = attribute(node, "name");
+    if (!isOneOf(name, {"logic", "bit", "byte", "shortint", "int", "longint", "integer", "time"}))
+        return;
+    type->kind = Kind::Vector;
+    type->isIntegerKeyword = name == "integer";
+    type->ranged = bool(node.attribute("left"));
+    type->left = node.attribute("left").as_int();
+    type->right = node.attribute("right").as_int();
+}
+
+std::vector<int> partsOf(const DataType &type)
+{
+    std::vector<int> parts;
+    if (type.element >= 0)
+        parts.push_back(type.element);
+    for (const DataType::Member &member : type.members)
+        parts.push_back(member.type);
+    return parts;
+}
+
+} // namespace
+
+void TypeTable::read(const pugi::xml_node &typeTable)
+{
+    m_types.emplace_back(); // What is unknown is opaque.
+    for (const pugi::xml_node &node : typeTable.children()) {
+        const std::string_view id = attribute(node, "id");
+        if (!id.empty()) {
+            m_indexes.emplace(id, int(m_types.size()));
+            m_types.emplace_back();
+        }
+        for (const pugi::xml_node &member : node.children("memberdtype")) {
+            m_indexes.emplace(attribute(member, "id"), int(m_types.size()));
+            m_types.emplace_back();
+        }
+    }
+    for (const pugi::xml_node &node : typeTable.children()) {
+        readType(node, &m_types[std::size_t(typeOf(node, "id"))]);
+        ReadGuard::check();
+        for (const pugi::xml_node &member : node.children("memberdtype"))
+            readType(member, &m_types[std::size_t(typeOf(member, "id"))]);
+    }
+    m_types[0] = DataType();
+
+    for (DataType &type : m_types) {
+        if (type.element >= 0)
+            type.element = resolved(type.element);
+        for (DataType::Member &member : type.members)
+            member.type = resolved(member.type);
+    }
+    for (auto &index : m_indexes)
+        index.second = resolved(index.second);
+    std::vector<char> state(m_types.size());
+    for (std::size_t i = 0; i < m_types.size(); ++i)
+        measure(int(i), &state);
+}
+
+int TypeTable::typeOf(const pugi::xml_node &node, const char *attributeName) const
+{
+    const auto found = m_indexes.find(attribute(node, attributeName));
+    return found == m_indexes.end() ? 0 : found->second;
+}
+
+const DataType *TypeTable::interfaceType(int type) const
+{
+    const DataType *candidate = &at(type);
+    if (candidate->kind == Kind::UnpackedArray)
+        candidate = &at(candidate->element);
+    return candidate->kind == Kind::Interface ? candidate : nullptr;
+}
+
+void TypeTable::readType(const pugi::xml_node &node, DataType *type) const
+{
+    const std::string_view tag = node.name();
+    type->isSigned = node.attribute("signed").as_bool();
+    if (tag == "basicdtype") {
+        readBasicType(node, type);
+    } else if (isOneOf(tag, {"refdtype", "enumdtype", "constdtype", "memberdtype"})) {
+        type->kind = Kind::Alias;
+        type->element = typeOf(node, "sub_dtype_id");
+    } else if (isOneOf(tag, {"packarraydtype", "unpackarraydtype"})) {
+        const auto range = declaredRange(node);
+        if (!range)
+            return;
+        type->kind = tag == "packarraydtype" ? Kind::PackedArray : Kind::UnpackedArray;
+        std::tie(type->left, type->right) = *range;
+        type->element = typeOf(node, "sub_dtype_id");
+    } else if (isOneOf(tag, {"structdtype", "uniondtype"})) {
+        type->kind = tag == "structdtype" ? Kind::Struct : Kind::Union;
+        for (const pugi::xml_node &member : node.children("memberdtype"))
+            type->members.push_back({attribute(member, "name"), typeOf(member, "sub_dtype_id")});
+    } else if (tag == "ifacerefdtype") {
+        type->kind = Kind::Interface;
+        type->modport = attribute(node, "modportname");
+    }
+}
+
+int TypeTable::resolved(int type) const
+{
+    for (int i = 0; i < DeepestType && at(type).kind == Kind::Alias; ++i)
+        type = at(type).element;
+    return at(type).kind == Kind::Alias ? 0 : type;
+}
+
+/// Sets width, depth and holdsUnpackedArray of the type and of all within. A type that contains
+/// itself, or is nested beyond all use, is cut off as opaque.
+void TypeTable::measure(int index, std::vector<char> *state)
+{
+    enum State : char { New, Open, Done };
+    std::vector<int> path{index};
+    while (!path.empty()) {
+        ReadGuard::check();
+        const int current = path.back();
+        DataType &type = m_types[std::size_t(current)];
+        char &mark = (*state)[std::size_t(current)];
+        const std::size_t before = path.size();
+        if (mark == New) {
+            mark = Open;
+            for (const int part : partsOf(type)) {
+                if ((*state)[std::size_t(part)] == Open)
+                    type = DataType();
+                else if ((*state)[std::size_t(part)] == New)
+                    path.push_back(part);
+            }
+        }
+        if (path.size() != before)
+            continue;
+        if (mark == Open)
+            measureByParts(&type);
+        mark = Done;
+        path.pop_back();
+    }
+}
+
+void TypeTable::measureByParts(DataType *type) const
+{
+    qint64 sum = 0;
+    qint64 widest = 1;
+    for (const int part : partsOf(*type)) {
+        sum += at(part).width;
+        widest = std::max(widest, at(part).width);
+        type->depth = std::max(type->depth, at(part).depth + 1);
+        type->holdsUnpackedArray |= at(part).holdsUnpackedArray;
+    }
+    if (type->depth > DeepestType) {
+        *type = DataType();
+        return;
+    }
+    const qint64 elements = type->elements();
+    if (type->kind == Kind::Vector)
+        type->width = elements;
+    else if (type->kind == Kind::PackedArray || type->kind == Kind::UnpackedArray)
+        type->width = elements > WidestType / widest ? WidestType : elements * widest;
+    else if (type->kind == Kind::Struct)
+        type->width = std::max<qint64>(sum, 1);
+    else if (type->kind == Kind::Union)
+        type->width = widest;
+    type->width = std::min(type->width, WidestType);
+    type->holdsUnpackedArray |= type->kind == Kind::UnpackedArray;
+}
+
+} // namespace NETWEIR::Internal
