@@ -34,6 +34,25 @@ LAYERS = (
     (("plugin/",),),
 )
 
+# The rooms of the extractor, the folders in host/netweir/internal, and the rooms that each may use.
+# What stands outside of them belongs to "extraction", but for the classes of the netlist, which
+# belong to their store.
+EXTRACTOR = ("host", "netweir")
+ROOMS = {
+    "ground": (),
+    "store": ("ground",),
+    "sources": ("ground",),
+    "verilog": ("ground", "sources"),
+    "modules": ("ground", "sources", "verilog"),
+    "tool": ("ground",),
+    "xml": ("ground",),
+    "nets": ("ground", "store", "xml"),
+    "verilator": ("ground", "sources", "verilog", "modules", "tool", "xml"),
+    "extraction": ("ground", "store", "sources", "tool", "nets", "verilator"),
+}
+NETLIST_CLASSES = ("hierachy", "netlistbuilder", "netweir_global", "rtlnet", "rtlnetbus",
+                   "rtlnetlist")
+
 # The one header of the plug-in that the workbench may include.
 PLUGIN_ENTRY = "plugin/tarnviewmanager.h"
 
@@ -97,6 +116,25 @@ def public_headers(root):
             names = section.group(1).split() if section else []
             found |= {pathlib.Path("host", library, name) for name in names}
     return found
+
+
+def room_of(path):
+    """The room of a file of the extractor; None for other files."""
+    if path.parts[:2] != EXTRACTOR:
+        return None
+    if path.parts[2] == "internal" and len(path.parts) > 4:
+        return path.parts[3]
+    return "store" if path.stem in NETLIST_CLASSES else "extraction"
+
+
+def wrong_way_between_rooms(includer, included):
+    """Why a file of the extractor must not include another one; empty when it may."""
+    upper, lower = room_of(includer), room_of(included)
+    if upper is None or lower is None or upper == lower:
+        return ""
+    if upper not in ROOMS:
+        return f"the room {upper} is not known"
+    return "" if lower in ROOMS[upper] else f"the room {upper} must not see {lower}"
 
 
 def wrong_arrow(includer, included, public):
@@ -164,7 +202,7 @@ def check_includes(root):
                 continue
             if target != path:
                 graph[path].append(target)
-            reason = wrong_arrow(path, target, public)
+            reason = wrong_arrow(path, target, public) or wrong_way_between_rooms(path, target)
             if reason:
                 problems.append(f"{path}:{number}: includes {name}: {reason}")
         own = path.with_suffix(".h")

@@ -122,6 +122,46 @@ class Includes(SampleTree):
         self.add_include("host/netweir/rtlnet.cpp", "<core/internal/container.h>")
         self.expect(checktree.check_includes(self.root), "internal to another library")
 
+    def test_rooms_of_the_extractor(self):
+        rooms = list(checktree.ROOMS)
+        for upper in rooms:
+            for lower in rooms:
+                with self.subTest(upper=upper, lower=lower):
+                    self.setUp()
+                    for room in (upper, lower):
+                        self.write(self.header_of_room(room), SPDX)
+                    name = self.header_of_room(lower).replace("host/", "", 1)
+                    self.add_include(self.header_of_room(upper), f"<{name}>")
+                    problems = checktree.check_includes(self.root)
+                    if upper == lower or lower in checktree.ROOMS[upper]:
+                        self.assertEqual(problems, [])
+                    else:
+                        self.expect(problems, f"the room {upper} must not see {lower}")
+
+    def test_rooms_without_circles(self):
+        done = set()
+        for room, used in checktree.ROOMS.items():
+            self.assertLessEqual(set(used), done, room)
+            done.add(room)
+
+    def test_classes_of_the_netlist(self):
+        self.write("host/netweir/internal/nets/layout.h", SPDX)
+        self.write("host/netweir/rtlnetlist.cpp", SPDX)
+        self.add_include("host/netweir/rtlnetlist.cpp", "<netweir/internal/nets/layout.h>")
+        self.expect(checktree.check_includes(self.root), "the room store must not see nets")
+
+    def test_unknown_room(self):
+        self.write("host/netweir/internal/attic/old.h", SPDX)
+        self.write("host/netweir/internal/ground/messages.h", SPDX)
+        self.add_include("host/netweir/internal/attic/old.h",
+                         "<netweir/internal/ground/messages.h>")
+        self.expect(checktree.check_includes(self.root), "the room attic is not known")
+
+    @staticmethod
+    def header_of_room(room):
+        folder = "host/netweir/internal/"
+        return folder + ("design.h" if room == "extraction" else f"{room}/{room}file.h")
+
     def test_ground_and_what_stands_on_it(self):
         for name in ("<core/iview.h>", "<model/tarncore.h>"):
             with self.subTest(name=name):

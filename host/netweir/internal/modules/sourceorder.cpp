@@ -5,7 +5,6 @@
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/preprocessedtext.h>
-#include <netweir/internal/verilator/faulthints.h>
 
 #include <algorithm>
 #include <utility>
