@@ -40,10 +40,6 @@ struct ConfigFormat
     const QString encoding = QStringLiteral("UTF-8");
     const QString currentVersion = QStringLiteral("1.0");
 
-    static constexpr int KindUnset = -1;
-    static constexpr int KindNet = 0;
-    static constexpr int KindBus = 1;
-
     /// Elements inside each other, the root included.
     static constexpr int MaximumDepth = 16;
     /// Depth of the signals of a port; each level of members is one deeper.

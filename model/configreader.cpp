@@ -259,9 +259,9 @@ void ConfigReader::take(const QXmlStreamAttribute &attribute, bool *flag)
 void ConfigReader::takeKind(const QXmlStreamAttribute &attribute, int *kind)
 {
     if (attribute.value() == m_format.kindNet)
-        *kind = ConfigFormat::KindNet;
+        *kind = SignalItem::Net;
     else if (attribute.value() == m_format.kindBus)
-        *kind = ConfigFormat::KindBus;
+        *kind = SignalItem::Bus;
     else
         refuseValue(attribute,
                     QStringLiteral("\"%1\", \"%2\"").arg(m_format.kindNet, m_format.kindBus));

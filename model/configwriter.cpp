@@ -70,7 +70,7 @@ bool ConfigWriter::checkSignals(const QList<SignalItem> &list, int depth)
         return false;
     }
     for (const SignalItem &signal : list) {
-        if (signal.kind < ConfigFormat::KindUnset || signal.kind > ConfigFormat::KindBus) {
+        if (signal.kind < SignalItem::Unset || signal.kind > SignalItem::Bus) {
             m_error = QStringLiteral("a signal has the unknown kind %1").arg(signal.kind);
             return false;
         }
@@ -121,10 +121,9 @@ void ConfigWriter::writeSignals(const QString &element, const QList<SignalItem> 
         m_xml.writeAttribute(m_format.name, signal.name);
         if (!signal.displayName.isEmpty())
             m_xml.writeAttribute(m_format.displayName, signal.displayName);
-        if (signal.kind != ConfigFormat::KindUnset) {
-            m_xml.writeAttribute(m_format.kind, signal.kind == ConfigFormat::KindBus
-                                                    ? m_format.kindBus
-                                                    : m_format.kindNet);
+        if (signal.kind != SignalItem::Unset) {
+            m_xml.writeAttribute(m_format.kind, signal.kind == SignalItem::Bus ? m_format.kindBus
+                                                                               : m_format.kindNet);
         }
         if (!signal.enabled)
             m_xml.writeAttribute(m_format.enabled, m_format.no);

@@ -11,12 +11,15 @@ namespace TARN {
 /// A chosen single net or bus. A value: copies share their members until one of them changes.
 struct SignalItem
 {
+    /// The values of kind.
+    enum Kind { Unset = -1, Net = 0, Bus = 1 };
+
     QString name;              ///< Full name of the net or bus; the identity in every comparison.
     QString displayName;       ///< Shown, in italics, instead of the name when not empty.
     QList<SignalItem> members; ///< Of a bus: one item a bit; empty for a single net.
     bool enabled = true;       ///< False: drawn grey, neither selectable nor enabled.
     bool usable = true;        ///< False, with enabled true: drawn red, still selectable.
-    int kind = -1;             ///< 0 single net, 1 bus, -1 not set.
+    int kind = Unset;          ///< A Kind.
 
     /// Number of bits: the number of members, or 1 when there are none.
     int width() const { return members.isEmpty() ? 1 : members.size(); }

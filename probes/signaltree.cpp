@@ -234,7 +234,7 @@ void Grouped(QList<SignalItem> all, QList<SignalItem> &buses, QList<SignalItem> 
             item.members.erase(std::remove_if(item.members.begin(), item.members.end(), disabled),
                                item.members.end());
         }
-        (item.kind == 1 ? buses : singles).append(item);
+        (item.kind == SignalItem::Bus ? buses : singles).append(item);
     }
 }
 
@@ -260,7 +260,7 @@ void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> 
         const SignalItem shown = signalOfRow(item);
         // A single net that is already shown is only looked for among the singles: it stays even
         // when an incoming bus covers it, which users have in their files.
-        if (shown.kind == 0)
+        if (shown.kind == SignalItem::Net)
             incomingSingles.strikeFirst(shown.name);
         else if (incomingBuses.reconcile(shown))
             covered.append(item);

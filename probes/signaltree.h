@@ -32,7 +32,8 @@ void CheckRepeatSignal(SignalItem &signal, QList<SignalItem> &list);
 /// the singles that it covers.
 void CheckBus(QList<SignalItem> &list, SignalItem item);
 
-/// Drops the members that are not enabled, then splits @p all into buses (kind 1) and the rest.
+/// Drops the members that are not enabled, then splits @p all into buses, by their kind, and the
+/// rest.
 void Grouped(QList<SignalItem> all, QList<SignalItem> &buses, QList<SignalItem> &singles);
 
 /// Reconciles the top-level row @p row, which holds a bus or a signal of unknown kind, with the

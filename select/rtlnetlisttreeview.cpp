@@ -21,6 +21,11 @@ QString nodeText(NETWEIR::Hierachy *node)
 
 } // namespace
 
+NETWEIR::Hierachy *RtlTreeItem::hierachy() const
+{
+    return type() == HierachyItem ? static_cast<NETWEIR::Hierachy *>(m_object) : nullptr;
+}
+
 /// So many rows around those in sight decide how wide the column has to be. That takes 0.1 s.
 static constexpr int MeasuredRows = 20000;
 
@@ -41,13 +46,10 @@ void RtlNetlistTreeView::setNetlistData(NETWEIR::RtlNetlist *netlist)
 
 QString RtlNetlistTreeView::pathOf(const QTreeWidgetItem *row)
 {
-    QStringList names;
     const auto *item = dynamic_cast<const RtlTreeItem *>(row);
-    if (item && item->type() == RtlTreeItem::HierachyItem) {
-        auto *node = static_cast<NETWEIR::Hierachy *>(item->object());
-        for (; node; node = node->parent())
-            names.prepend(node->instName());
-    }
+    QStringList names;
+    for (auto *node = item ? item->hierachy() : nullptr; node; node = node->parent())
+        names.prepend(node->instName());
     return names.join(QLatin1Char('/'));
 }
 

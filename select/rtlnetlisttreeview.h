@@ -33,6 +33,9 @@ public:
     void *object() const { return m_object; }
     void setObject(void *object) { m_object = object; }
 
+    /// The node of a HierachyItem; null for other rows.
+    NETWEIR::Hierachy *hierachy() const;
+
 private:
     void *m_object = nullptr; ///< Not owned.
 };

@@ -26,7 +26,7 @@ static QDataStream &operator<<(QDataStream &stream, const SignalItem &item)
 
 static QDataStream &operator>>(QDataStream &stream, SignalItem &item)
 {
-    qint32 kind = -1;
+    qint32 kind = SignalItem::Unset;
     stream >> item.name >> item.displayName >> item.members >> item.enabled >> item.usable >> kind;
     item.kind = kind;
     return stream;

@@ -61,7 +61,7 @@ SignalItem signalOfResult(const QTreeWidgetItem *row)
         return signalOfRow(row);
     SignalItem item;
     item.name = row->data(0, Qt::DisplayRole).toString();
-    item.kind = 1;
+    item.kind = SignalItem::Bus;
     return item;
 }
 
@@ -297,7 +297,7 @@ SearchOptions TarnSignalSelectDialog::searchOptions() const
     options.includeSubentries = true;
     if (ui->checkBoxAdvancedFilter->isChecked()) {
         if (const auto *row = dynamic_cast<RtlTreeItem *>(m_moduleTree->currentItem()))
-            options.searchIn = static_cast<NETWEIR::Hierachy *>(row->object());
+            options.searchIn = row->hierachy();
         options.includeSubentries = ui->checkBoxIncludeSubentries->isChecked();
     }
     return options;
@@ -308,7 +308,7 @@ void TarnSignalSelectDialog::on_checkBoxAdvancedFilter_toggled(bool checked)
     ui->widget_4->setVisible(checked);
 }
 
-SignalItem TarnSignalSelectDialog::itemOf(NETWEIR::RtlNet *net, int kind) const
+SignalItem TarnSignalSelectDialog::itemOf(NETWEIR::RtlNet *net, SignalItem::Kind kind) const
 {
     SignalItem item;
     item.name = net->fullPathName();
@@ -324,12 +324,12 @@ SignalItem TarnSignalSelectDialog::itemOf(NETWEIR::RtlNetBus *bus) const
     item.name = bus->fullBusName();
     item.enabled =
         !(m_type == ProbeTypeOut ? bus->excludedForProbeOut() : bus->excludedForProbeIn());
-    item.kind = 1;
+    item.kind = SignalItem::Bus;
     const auto &nets = bus->nets();
     item.members.reserve(nets.size());
     // The members carry the bus's kind, which files and shown lists rely on.
     for (NETWEIR::RtlNet *net : nets)
-        item.members.append(itemOf(net, 1));
+        item.members.append(itemOf(net, SignalItem::Bus));
     return item;
 }
 
@@ -345,7 +345,7 @@ void TarnSignalSelectDialog::setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
             rows.append(newSignalRow(itemOf(bus), 0));
     }
     for (NETWEIR::RtlNet *net : nets)
-        rows.append(newSignalRow(itemOf(net, 0), 0));
+        rows.append(newSignalRow(itemOf(net, SignalItem::Net), 0));
     ui->treeWidget->addTopLevelItems(rows);
     qDebug().noquote().nospace() << timer.elapsed() / 1000.0 << "s";
 }
@@ -385,7 +385,7 @@ QTreeWidgetItem *TarnSignalSelectDialog::newModuleRow(const ModuleForWidget &mod
         signal2TreeItemForHierarchy(row, itemOf(bus), names, 0);
     }
     for (NETWEIR::RtlNet *net : module.nets)
-        signal2TreeItemForHierarchy(row, itemOf(net, 0), {net->name()}, 0);
+        signal2TreeItemForHierarchy(row, itemOf(net, SignalItem::Net), {net->name()}, 0);
     return row;
 }
 

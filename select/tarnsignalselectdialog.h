@@ -84,7 +84,7 @@ private:
     /// Shows what is found. Returns false when that is nothing.
     bool search(const SearchOptions &options);
 
-    SignalItem itemOf(NETWEIR::RtlNet *net, int kind) const;
+    SignalItem itemOf(NETWEIR::RtlNet *net, SignalItem::Kind kind) const;
     SignalItem itemOf(NETWEIR::RtlNetBus *bus) const;
     QTreeWidgetItem *newModuleRow(const ModuleForWidget &module) const;
 

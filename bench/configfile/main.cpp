@@ -28,14 +28,14 @@ SignalItem net(int number)
 {
     SignalItem item;
     item.name = QStringLiteral("soc_top/u_cluster/u_core/u_lsu/data_%1").arg(number);
-    item.kind = 0;
+    item.kind = SignalItem::Net;
     return item;
 }
 
 SignalItem bus(int number)
 {
     SignalItem item = net(number);
-    item.kind = 1;
+    item.kind = SignalItem::Bus;
     for (int bit = BusWidth - 1; bit >= 0; --bit) {
         SignalItem member = item;
         member.members.clear();

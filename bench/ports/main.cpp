@@ -41,7 +41,7 @@ void fill(TARN::ProbeIn *port, int first, int count)
     for (int i = 0; i < count; ++i) {
         TARN::SignalItem item;
         item.name = QStringLiteral("soc_top/u_cluster/u_core/u_lsu/data_%1").arg(first + i);
-        item.kind = 0;
+        item.kind = TARN::SignalItem::Net;
         port->signals.append(item);
     }
 }

@@ -21,7 +21,7 @@ constexpr int Rounds = 9;
 
 using Signals = QList<SignalItem>;
 
-SignalItem signal(int number, const QString &suffix, int kind)
+SignalItem signal(int number, const QString &suffix, SignalItem::Kind kind)
 {
     SignalItem item;
     item.name = QStringLiteral("bench_top/group_inst_%1/block_inst_%2/state_register%3")
@@ -34,17 +34,17 @@ SignalItem signal(int number, const QString &suffix, int kind)
 
 SignalItem single(int number)
 {
-    return signal(number, QString(), 0);
+    return signal(number, QString(), SignalItem::Net);
 }
 
 SignalItem bit(int number, int index)
 {
-    return signal(number, QStringLiteral("[%1]").arg(index), 1);
+    return signal(number, QStringLiteral("[%1]").arg(index), SignalItem::Bus);
 }
 
 SignalItem bus(int number)
 {
-    SignalItem item = signal(number, QStringLiteral("[%1:0]").arg(BusWidth - 1), 1);
+    SignalItem item = signal(number, QStringLiteral("[%1:0]").arg(BusWidth - 1), SignalItem::Bus);
     for (int index = BusWidth - 1; index >= 0; --index)
         item.members.append(bit(number, index));
     return item;
@@ -78,7 +78,7 @@ Merge mixedMerge(int count, int firstNew)
     for (int i = 0; i < count; ++i) {
         merge.shown.append(mixedSignal(i));
         const SignalItem item = mixedSignal(firstNew + i);
-        (item.kind == 1 ? merge.buses : merge.singles).append(item);
+        (item.kind == SignalItem::Bus ? merge.buses : merge.singles).append(item);
     }
     shuffle(merge.shown);
     shuffle(merge.buses);
@@ -136,7 +136,7 @@ void nestedCheckRepeat(QTreeWidget *tree, Signals &buses, Signals &singles)
 {
     for (int row = 0; row < tree->topLevelItemCount(); ++row) {
         SignalItem shown = TARN::signalOfRow(tree->topLevelItem(row));
-        if (shown.kind == 0)
+        if (shown.kind == SignalItem::Net)
             TARN::CheckRepeatSignal(shown, singles);
         else if (nestedReconcile(shown, buses))
             delete tree->topLevelItem(row--);

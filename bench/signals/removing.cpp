@@ -25,7 +25,7 @@ QList<SignalItem> chosenSignals()
     for (int i = 0; i < RowCount; ++i) {
         SignalItem item;
         item.name = QStringLiteral("bench_top/state_register_%1").arg(i);
-        item.kind = 0;
+        item.kind = SignalItem::Net;
         items.append(item);
     }
     return items;

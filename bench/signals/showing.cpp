@@ -38,7 +38,7 @@ Shape shapeOf(QTreeWidget *tree)
     return shape;
 }
 
-SignalItem itemOf(const NETWEIR::RtlNet *net, int kind)
+SignalItem itemOf(const NETWEIR::RtlNet *net, SignalItem::Kind kind)
 {
     SignalItem item;
     item.name = net->fullPathName();
@@ -52,9 +52,9 @@ SignalItem itemOf(const NETWEIR::RtlNetBus *bus)
     SignalItem item;
     item.name = bus->fullBusName();
     item.enabled = !bus->excludedForProbeIn();
-    item.kind = 1;
+    item.kind = SignalItem::Bus;
     for (const NETWEIR::RtlNet *net : bus->nets())
-        item.members.append(itemOf(net, 1));
+        item.members.append(itemOf(net, SignalItem::Bus));
     return item;
 }
 
@@ -115,7 +115,7 @@ public:
         for (const NETWEIR::RtlNetBus *bus : netlist->top()->netbusesIncludeSub())
             addRow(itemOf(bus));
         for (const NETWEIR::RtlNet *net : netlist->top()->singleNetsIncludeSub())
-            addRow(itemOf(net, 0));
+            addRow(itemOf(net, SignalItem::Net));
     }
 
 private:

@@ -222,7 +222,7 @@ void tst_ExampleDesign::wrongSignalsAreNoticed()
     const auto net = [](const QString &name) {
         SignalItem item;
         item.name = name;
-        item.kind = 0;
+        item.kind = SignalItem::Net;
         return item;
     };
     SignalItem bus = net("hub_top/sample[12:0]");

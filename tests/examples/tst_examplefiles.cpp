@@ -154,8 +154,8 @@ void tst_ExampleFiles::configurationShowsEveryKindOfSetting()
             QVERIFY(port->initialValue.startsWith("0x"));
         for (const TARN::ProbeIn *port : core->probeIns) {
             for (const TARN::SignalItem &signal : port->signals) {
-                nets |= signal.kind == 0 && signal.members.isEmpty();
-                buses |= signal.kind == 1 && !signal.members.isEmpty();
+                nets |= signal.kind == TARN::SignalItem::Net && signal.members.isEmpty();
+                buses |= signal.kind == TARN::SignalItem::Bus && !signal.members.isEmpty();
             }
         }
     }

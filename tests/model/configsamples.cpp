@@ -54,7 +54,7 @@ SignalItem netItem(const QString &name)
 {
     SignalItem item;
     item.name = name;
-    item.kind = 0;
+    item.kind = SignalItem::Net;
     return item;
 }
 
@@ -62,10 +62,10 @@ SignalItem busItem(const QString &name, int width)
 {
     SignalItem item;
     item.name = QStringLiteral("%1[%2:0]").arg(name).arg(width - 1);
-    item.kind = 1;
+    item.kind = SignalItem::Bus;
     for (int bit = width - 1; bit >= 0; --bit) {
         SignalItem member = netItem(QStringLiteral("%1[%2]").arg(name).arg(bit));
-        member.kind = 1;
+        member.kind = SignalItem::Bus;
         item.members.append(member);
     }
     return item;

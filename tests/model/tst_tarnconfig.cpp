@@ -357,7 +357,7 @@ void tst_TarnConfig::membersNestToTheLimit()
 
 void tst_TarnConfig::unknownKindIsNotWritten()
 {
-    for (int kind : {-2, 2}) {
+    for (int kind : {SignalItem::Unset - 1, SignalItem::Bus + 1}) {
         Cores cores = sampleCores();
         cores.list.at(0)->probeIns.at(0)->signals[0].members[0].kind = kind;
         QVERIFY(!TARN::writeTARNConfigToXml(cores.list, path(QStringLiteral("new.tarn"))));

@@ -14,7 +14,7 @@ inline TARN::SignalItem net(const QString &name)
 {
     TARN::SignalItem item;
     item.name = name;
-    item.kind = 0;
+    item.kind = TARN::SignalItem::Net;
     return item;
 }
 
@@ -23,10 +23,10 @@ inline TARN::SignalItem bus(const QString &name, const QStringList &members)
 {
     TARN::SignalItem item;
     item.name = name;
-    item.kind = 1;
+    item.kind = TARN::SignalItem::Bus;
     for (const QString &member : members) {
         item.members.append(net(member));
-        item.members.last().kind = 1;
+        item.members.last().kind = TARN::SignalItem::Bus;
     }
     return item;
 }

@@ -101,7 +101,7 @@ void checkRepeatBus(QList<SignalItem> &shown, int &row, QList<SignalItem> &buses
 void checkRepeat(QList<SignalItem> &shown, QList<SignalItem> &buses, QList<SignalItem> &singles)
 {
     for (int row = 0; row < shown.size(); ++row) {
-        if (shown.at(row).kind == 0)
+        if (shown.at(row).kind == SignalItem::Net)
             checkRepeatSignal(shown.at(row), singles);
         else
             checkRepeatBus(shown, row, buses);
@@ -238,7 +238,7 @@ private Q_SLOTS:
         SignalItem d = bus("d", 3);
         d.members[1].enabled = false;
         SignalItem odd = bus("odd", 2); // Members, but not of the kind of a bus.
-        odd.kind = -1;
+        odd.kind = SignalItem::Unset;
         SignalItem grey = net("grey");
         grey.enabled = false;
         QList<SignalItem> buses{bus("before", 1)};
@@ -261,7 +261,7 @@ private Q_SLOTS:
 
     void shownSingleStaysBesideItsBus()
     {
-        // A net of kind 0 is compared with the incoming singles only.
+        // A single net is compared with the incoming singles only.
         QTreeWidget tree;
         signal2TreeItem(&tree, net("d[1]"), 1002);
         QList<SignalItem> buses{bus("d", 2)}, singles{net("d[1]"), net("x")};
@@ -286,7 +286,7 @@ private Q_SLOTS:
     {
         QTreeWidget tree;
         SignalItem shown = net("d[1]");
-        shown.kind = -1;
+        shown.kind = SignalItem::Unset;
         signal2TreeItem(&tree, shown, 1002);
         signal2TreeItem(&tree, net("x"), 1002);
         QList<SignalItem> buses{bus("d", 2)};
@@ -378,7 +378,7 @@ private Q_SLOTS:
             QList<SignalItem> shown, buses, singles;
             for (int i = 0; i < 300; ++i) {
                 SignalItem item = net(QStringLiteral("n%1").arg(dice.below(200)));
-                item.kind = dice.below(4) == 0 ? 0 : -1;
+                item.kind = dice.below(4) == 0 ? SignalItem::Net : SignalItem::Unset;
                 shown.append(item);
             }
             for (int i = 0; i < 8; ++i)

@@ -98,7 +98,9 @@ void RtlNetlistTreeViewTest::rowsKnowTheirNodes()
         QVERIFY(row);
         QCOMPARE(row->type(), 1003);
         QCOMPARE(row->icon(0).pixmap(size).toImage(), icon);
-        const auto *node = static_cast<NETWEIR::Hierachy *>(row->object());
+        NETWEIR::Hierachy *node = row->hierachy();
+        QVERIFY(node);
+        QCOMPARE(row->object(), static_cast<void *>(node));
         QCOMPARE(row->text(0).section('[', 0, 0), node->instName());
     }
     QCOMPARE(rows, 5);
@@ -140,7 +142,9 @@ void RtlNetlistTreeViewTest::netRow()
     QCOMPARE(row->type(), 1001);
     QCOMPARE(row->text(0), QString("top/clk"));
     QVERIFY(row->icon(0).isNull());
-    QCOMPARE(static_cast<RtlTreeItem *>(row.get())->object(), static_cast<void *>(net));
+    const auto *netRow = static_cast<RtlTreeItem *>(row.get());
+    QCOMPARE(netRow->object(), static_cast<void *>(net));
+    QVERIFY(!netRow->hierachy());
 }
 
 void RtlNetlistTreeViewTest::busRowHoldsMemberRows()

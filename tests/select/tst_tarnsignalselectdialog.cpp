@@ -1117,7 +1117,7 @@ void TarnSignalSelectDialogTest::addTwiceKeepsOneCopy()
 void TarnSignalSelectDialogTest::singleStaysWhenItsBusIsAdded()
 {
     Dialog dialog(m_netlist.get());
-    // A single net of kind 0 stays, a member of kind 1 gives way.
+    // A single net stays, a member of a bus gives way.
     signals2Tree(dialog.chosen(), {net("top/u0/cnt[1]")}, 0);
     dialog.search("cnt");
     select(dialog.results(), {"top/u0/cnt[0]"});
