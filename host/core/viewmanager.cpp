@@ -35,7 +35,7 @@ QString tabText(const IView *view)
 
 } // namespace
 
-struct ViewManager::Private
+struct Q_DECL_HIDDEN ViewManager::Private
 {
     QPointer<QWidget> area;
     QPointer<QWidget> dialogParent;

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include <support/librarysymbols.h>
 #include <support/testcase.h>
 
 #include <QJsonObject>
 #include <QPluginLoader>
-#include <QProcess>
-#include <QRegularExpression>
 #include <QTest>
 
 using namespace TarnTest;
@@ -31,43 +30,29 @@ void TestLibrary::metaDataNamesInterfaceAndClass()
 
 void TestLibrary::exportsWhatHostsCallAndNothingElse()
 {
-    QProcess nm;
-    nm.start("nm", {"-D", "-C", "--defined-only", TARN_PLUGIN_FILE});
-    QVERIFY2(nm.waitForFinished(), qPrintable(nm.errorString()));
-    QCOMPARE(nm.exitCode(), 0);
-
-    const QRegularExpression lines("[\\r\\n]+");
-    const QStringList output = QString::fromLocal8Bit(nm.readAllStandardOutput()).split(lines);
-    QStringList symbols;
-    for (const QString &line : output) {
-        const QString symbol = line.section(' ', 2);
-        // Linkers, sanitizers and coverage add symbols of their own, beginning with underscores.
-        if (!symbol.isEmpty() && !symbol.startsWith('_'))
-            symbols.append(symbol);
-    }
-    symbols.sort();
-    QCOMPARE(symbols, QStringList({
-                          "TARN::TarnViewManager::closeTarnView(QString const&)",
-                          "TARN::TarnViewManager::deinit()",
-                          "TARN::TarnViewManager::ensureInstance()",
-                          "TARN::TarnViewManager::initialize()",
-                          "TARN::TarnViewManager::instance()",
-                          "TARN::TarnViewManager::metaObject() const",
-                          "TARN::TarnViewManager::onActSave()",
-                          "TARN::TarnViewManager::onCurrentViewChanged(Core::IView*)",
-                          "TARN::TarnViewManager::onTarnViewClosed(Core::IView*)",
-                          "TARN::TarnViewManager::onTarnViewModified(bool)",
-                          "TARN::TarnViewManager::openTarnView(QString const&, "
-                          "DEV::DeviceArg const&)",
-                          "TARN::TarnViewManager::qt_metacall(QMetaObject::Call, int, void**)",
-                          "TARN::TarnViewManager::qt_metacast(char const*)",
-                          "TARN::TarnViewManager::staticMetaObject",
-                          "TARN::TarnViewManager::tarnViews() const",
-                          "qt_plugin_instance",
-                          "qt_plugin_query_metadata",
-                          "typeinfo for TARN::TarnViewManager",
-                          "typeinfo name for TARN::TarnViewManager",
-                      }));
+    QCOMPARE(exportedSymbols(TARN_PLUGIN_FILE),
+             QStringList({
+                 "TARN::TarnViewManager::closeTarnView(QString const&)",
+                 "TARN::TarnViewManager::deinit()",
+                 "TARN::TarnViewManager::ensureInstance()",
+                 "TARN::TarnViewManager::initialize()",
+                 "TARN::TarnViewManager::instance()",
+                 "TARN::TarnViewManager::metaObject() const",
+                 "TARN::TarnViewManager::onActSave()",
+                 "TARN::TarnViewManager::onCurrentViewChanged(Core::IView*)",
+                 "TARN::TarnViewManager::onTarnViewClosed(Core::IView*)",
+                 "TARN::TarnViewManager::onTarnViewModified(bool)",
+                 "TARN::TarnViewManager::openTarnView(QString const&, "
+                 "DEV::DeviceArg const&)",
+                 "TARN::TarnViewManager::qt_metacall(QMetaObject::Call, int, void**)",
+                 "TARN::TarnViewManager::qt_metacast(char const*)",
+                 "TARN::TarnViewManager::staticMetaObject",
+                 "TARN::TarnViewManager::tarnViews() const",
+                 "qt_plugin_instance",
+                 "qt_plugin_query_metadata",
+                 "typeinfo for TARN::TarnViewManager",
+                 "typeinfo name for TARN::TarnViewManager",
+             }));
 }
 
 QTEST_GUILESS_MAIN(TestLibrary)

@@ -46,7 +46,7 @@ private:
 namespace NETWEIR {
 
 /// Storage of a netlist, filled by NetlistBuilder.
-struct RtlNetlist::Private
+struct Q_DECL_HIDDEN RtlNetlist::Private
 {
     Internal::Arena<Hierachy> nodes; ///< The top node is the first.
     Internal::Arena<RtlNet> nets;
