@@ -15,7 +15,7 @@
 
 using Core::ActionManager;
 
-class ActionManagerTest : public TarnTest::TestCase
+class TestActionManager : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -41,20 +41,20 @@ private:
     int m_count = 0;
 };
 
-void ActionManagerTest::init()
+void TestActionManager::init()
 {
     TestCase::init();
     m_id = QStringLiteral("id.%1").arg(++m_count);
     ActionManager::setActiveContexts({m_context});
 }
 
-void ActionManagerTest::saveCommandHasItsId()
+void TestActionManager::saveCommandHasItsId()
 {
     QCOMPARE(QString(QLatin1String(Core::Constants::A_FILE_SAVE)),
              QStringLiteral("Core.Action.Save"));
 }
 
-void ActionManagerTest::commandIsOnePerId()
+void TestActionManager::commandIsOnePerId()
 {
     QAction *command = ActionManager::command(m_id);
     QVERIFY(command);
@@ -62,7 +62,7 @@ void ActionManagerTest::commandIsOnePerId()
     QVERIFY(ActionManager::command(m_id + QLatin1Char('x')) != command);
 }
 
-void ActionManagerTest::withoutActionShowsDefaultTextDisabled()
+void TestActionManager::withoutActionShowsDefaultTextDisabled()
 {
     ActionManager::setDefaultText(m_id, QStringLiteral("&Save"));
     QAction *command = ActionManager::command(m_id);
@@ -73,7 +73,7 @@ void ActionManagerTest::withoutActionShowsDefaultTextDisabled()
     command->trigger();
 }
 
-void ActionManagerTest::showsAndFollowsTheAction()
+void TestActionManager::showsAndFollowsTheAction()
 {
     ActionManager::setDefaultText(m_id, QStringLiteral("default"));
     const QAction *command = ActionManager::command(m_id);
@@ -107,7 +107,7 @@ void ActionManagerTest::showsAndFollowsTheAction()
     QVERIFY(command->icon().isNull());
 }
 
-void ActionManagerTest::onlyTheActiveContextCounts()
+void TestActionManager::onlyTheActiveContextCounts()
 {
     QAction action(QStringLiteral("a"));
     ActionManager::registerAction(&action, m_id, QStringLiteral("other"));
@@ -118,7 +118,7 @@ void ActionManagerTest::onlyTheActiveContextCounts()
     QCOMPARE(command->text(), QStringLiteral("a"));
 }
 
-void ActionManagerTest::firstContextThatOffersAnActionWins()
+void TestActionManager::firstContextThatOffersAnActionWins()
 {
     QAction a(QStringLiteral("a"));
     QAction b(QStringLiteral("b"));
@@ -133,7 +133,7 @@ void ActionManagerTest::firstContextThatOffersAnActionWins()
     QCOMPARE(command->text(), QStringLiteral("a"));
 }
 
-void ActionManagerTest::triggersTheShownActionOnly()
+void TestActionManager::triggersTheShownActionOnly()
 {
     QAction shown(QStringLiteral("shown"));
     QAction other(QStringLiteral("other"));
@@ -149,7 +149,7 @@ void ActionManagerTest::triggersTheShownActionOnly()
     QCOMPARE(shownSpy.size(), 1);
 }
 
-void ActionManagerTest::laterRegistrationReplaces()
+void TestActionManager::laterRegistrationReplaces()
 {
     QAction former(QStringLiteral("former"));
     QAction later(QStringLiteral("later"));
@@ -164,7 +164,7 @@ void ActionManagerTest::laterRegistrationReplaces()
     QCOMPARE(formerSpy.size(), 0);
 }
 
-void ActionManagerTest::oneActionMayServeSeveralPairs()
+void TestActionManager::oneActionMayServeSeveralPairs()
 {
     QAction action(QStringLiteral("a"));
     const QString otherId = m_id + QStringLiteral(".other");
@@ -178,7 +178,7 @@ void ActionManagerTest::oneActionMayServeSeveralPairs()
     QCOMPARE(ActionManager::command(m_id)->text(), QStringLiteral("r"));
 }
 
-void ActionManagerTest::destroyedActionLeaves()
+void TestActionManager::destroyedActionLeaves()
 {
     ActionManager::setDefaultText(m_id, QStringLiteral("default"));
     auto action = std::make_unique<QAction>(QStringLiteral("a"));
@@ -191,7 +191,7 @@ void ActionManagerTest::destroyedActionLeaves()
     ActionManager::command(m_id)->trigger();
 }
 
-void ActionManagerTest::defaultShortcutGivesWay()
+void TestActionManager::defaultShortcutGivesWay()
 {
     const QAction *command = ActionManager::command(m_id);
     ActionManager::setDefaultShortcut(m_id, QKeySequence::Save);
@@ -205,13 +205,13 @@ void ActionManagerTest::defaultShortcutGivesWay()
     QCOMPARE(command->shortcut(), QKeySequence(QKeySequence::Save));
 }
 
-void ActionManagerTest::nullActionIsIgnored()
+void TestActionManager::nullActionIsIgnored()
 {
     ActionManager::registerAction(nullptr, m_id, m_context);
     QVERIFY(!ActionManager::command(m_id)->isEnabled());
 }
 
-void ActionManagerTest::receiversMayRegisterMore()
+void TestActionManager::receiversMayRegisterMore()
 {
     QAction action(QStringLiteral("a"));
     QAction more(QStringLiteral("more"));
@@ -228,5 +228,5 @@ void ActionManagerTest::receiversMayRegisterMore()
              QStringLiteral("more"));
 }
 
-TARN_TEST_MAIN(ActionManagerTest)
+TARN_TEST_MAIN(TestActionManager)
 #include "tst_actionmanager.moc"

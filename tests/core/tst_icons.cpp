@@ -9,7 +9,7 @@
 #include <QTest>
 
 /// The icons that plug-ins find under fixed paths as soon as the library is loaded.
-class IconsTest : public TarnTest::TestCase
+class TestIcons : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -19,13 +19,13 @@ private Q_SLOTS:
     void iconIsThereInBothSizes();
 };
 
-void IconsTest::initTestCase()
+void TestIcons::initTestCase()
 {
     // The linker drops a library of which nothing is used.
     QVERIFY(!Core::ProjectManager::currentProject());
 }
 
-void IconsTest::iconIsThereInBothSizes_data()
+void TestIcons::iconIsThereInBothSizes_data()
 {
     QTest::addColumn<int>("size");
     QTest::newRow(":/fpgaprj/image/warning.png") << 24;
@@ -37,7 +37,7 @@ void IconsTest::iconIsThereInBothSizes_data()
     QTest::newRow(":/utils/image/attention.png") << 24;
 }
 
-void IconsTest::iconIsThereInBothSizes()
+void TestIcons::iconIsThereInBothSizes()
 {
     QFETCH(int, size);
     const QString path = QString::fromLatin1(QTest::currentDataTag());
@@ -50,5 +50,5 @@ void IconsTest::iconIsThereInBothSizes()
     QCOMPARE(QImage(doubled).size(), QSize(2 * size, 2 * size));
 }
 
-TARN_TEST_MAIN(IconsTest)
+TARN_TEST_MAIN(TestIcons)
 #include "tst_icons.moc"

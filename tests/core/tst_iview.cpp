@@ -10,7 +10,7 @@
 
 using Core::IView;
 
-class IViewTest : public TarnTest::TestCase
+class TestIView : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ private Q_SLOTS:
     void signalsOnlyRealChanges();
 };
 
-void IViewTest::destructorWritesItsLine_data()
+void TestIView::destructorWritesItsLine_data()
 {
     QTest::addColumn<QString>("title");
     QTest::newRow("plain") << "a.tarn";
@@ -30,7 +30,7 @@ void IViewTest::destructorWritesItsLine_data()
     QTest::newRow("umlaut") << QStringLiteral("\u00e4.tarn");
 }
 
-void IViewTest::destructorWritesItsLine()
+void TestIView::destructorWritesItsLine()
 {
     QFETCH(QString, title);
     auto *view = new IView;
@@ -41,7 +41,7 @@ void IViewTest::destructorWritesItsLine()
              QStringList(QStringLiteral("IView: ") + title + QStringLiteral(" destoryed")));
 }
 
-void IViewTest::shortTitleFollowsWindowTitleUntilSet()
+void TestIView::shortTitleFollowsWindowTitleUntilSet()
 {
     IView view;
     QCOMPARE(view.shortTitle(), QString());
@@ -54,7 +54,7 @@ void IViewTest::shortTitleFollowsWindowTitleUntilSet()
     QCOMPARE(view.shortTitle(), QString());
 }
 
-void IViewTest::signalsOnlyRealChanges()
+void TestIView::signalsOnlyRealChanges()
 {
     IView view;
     QSignalSpy spy(&view, &IView::shortTitleChanged);
@@ -70,5 +70,5 @@ void IViewTest::signalsOnlyRealChanges()
     QCOMPARE(spy.last().first().toString(), QStringLiteral("c"));
 }
 
-TARN_TEST_MAIN(IViewTest)
+TARN_TEST_MAIN(TestIView)
 #include "tst_iview.moc"

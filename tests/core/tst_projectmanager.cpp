@@ -7,7 +7,7 @@
 
 #include <QTest>
 
-class ProjectManagerTest : public TarnTest::TestCase
+class TestProjectManager : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -15,7 +15,7 @@ private Q_SLOTS:
     void knowsTheOpenProject();
 };
 
-void ProjectManagerTest::knowsTheOpenProject()
+void TestProjectManager::knowsTheOpenProject()
 {
     struct Project final : Core::IProject
     {
@@ -32,5 +32,5 @@ void ProjectManagerTest::knowsTheOpenProject()
     QCOMPARE(Core::ProjectManager::currentProject(), nullptr);
 }
 
-QTEST_GUILESS_MAIN(ProjectManagerTest)
+QTEST_GUILESS_MAIN(TestProjectManager)
 #include "tst_projectmanager.moc"

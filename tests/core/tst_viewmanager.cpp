@@ -20,7 +20,7 @@
 using Core::IView;
 using Core::ViewManager;
 
-class ViewManagerTest : public TarnTest::TestCase
+class TestViewManager : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -90,14 +90,14 @@ private:
     std::function<void(IView *)> m_onClosed;
 };
 
-void ViewManagerTest::onActiveted(IView *view)
+void TestViewManager::onActiveted(IView *view)
 {
     m_log.append(QStringLiteral("active ") + (view ? view->windowTitle() : QStringLiteral("null")));
     if (m_onActiveted)
         m_onActiveted(view);
 }
 
-void ViewManagerTest::onClosed(IView *view)
+void TestViewManager::onClosed(IView *view)
 {
     // The cast fails once the derived part is gone.
     const bool whole = qobject_cast<TestView *>(view) && view->parentWidget();
@@ -107,7 +107,7 @@ void ViewManagerTest::onClosed(IView *view)
         m_onClosed(view);
 }
 
-void ViewManagerTest::init()
+void TestViewManager::init()
 {
     TestCase::init();
     connect(ViewManager::instance(), SIGNAL(viewActiveted(Core::IView *)), this,
@@ -116,7 +116,7 @@ void ViewManagerTest::init()
             SLOT(onClosed(Core::IView *)));
 }
 
-void ViewManagerTest::cleanup()
+void TestViewManager::cleanup()
 {
     m_onActiveted = nullptr;
     m_onClosed = nullptr;
@@ -128,21 +128,21 @@ void ViewManagerTest::cleanup()
     TestCase::cleanup();
 }
 
-TestView *ViewManagerTest::show(const QString &title)
+TestView *TestViewManager::show(const QString &title)
 {
     auto *view = new TestView(title);
     ViewManager::showView(view);
     return view;
 }
 
-void ViewManagerTest::addCloseWays()
+void TestViewManager::addCloseWays()
 {
     QTest::addColumn<QString>("way");
     for (const char *way : {"closeView", "tab", "container", "container delete-on-close", "view"})
         QTest::newRow(way) << way;
 }
 
-void ViewManagerTest::close(TestView *view, const QString &way)
+void TestViewManager::close(TestView *view, const QString &way)
 {
     if (way == QLatin1String("closeView")) {
         ViewManager::closeView(view);
@@ -157,7 +157,7 @@ void ViewManagerTest::close(TestView *view, const QString &way)
     }
 }
 
-void ViewManagerTest::eachViewHasItsOwnContainer()
+void TestViewManager::eachViewHasItsOwnContainer()
 {
     const TestView *a = show(QStringLiteral("a"));
     const TestView *b = show(QStringLiteral("b"));
@@ -171,7 +171,7 @@ void ViewManagerTest::eachViewHasItsOwnContainer()
     QCOMPARE(m_log, QStringList({"active a", "active b"}));
 }
 
-void ViewManagerTest::showingAgainOnlyActivates()
+void TestViewManager::showingAgainOnlyActivates()
 {
     TestView *a = show(QStringLiteral("a"));
     TestView *b = show(QStringLiteral("b"));
@@ -184,7 +184,7 @@ void ViewManagerTest::showingAgainOnlyActivates()
     QCOMPARE(m_log, QStringList({"active a", "active b", "active a"}));
 }
 
-void ViewManagerTest::tabShowsShortTitleAndToolTip()
+void TestViewManager::tabShowsShortTitleAndToolTip()
 {
     TestView *a = show(QStringLiteral("R&D.tarn"));
     TestView *b = show(QStringLiteral("b.tarn"));
@@ -200,7 +200,7 @@ void ViewManagerTest::tabShowsShortTitleAndToolTip()
     QCOMPARE(area()->tabToolTip(1), QStringLiteral("long title"));
 }
 
-void ViewManagerTest::areaHasClosableMovableTabs()
+void TestViewManager::areaHasClosableMovableTabs()
 {
     QVERIFY(area());
     QVERIFY(area()->tabsClosable());
@@ -208,7 +208,7 @@ void ViewManagerTest::areaHasClosableMovableTabs()
     QCOMPARE(ViewManager::viewArea(), area());
 }
 
-void ViewManagerTest::movedTabsKeepTheOrderOfShowing()
+void TestViewManager::movedTabsKeepTheOrderOfShowing()
 {
     TestView *a = show(QStringLiteral("a"));
     TestView *b = show(QStringLiteral("b"));
@@ -221,7 +221,7 @@ void ViewManagerTest::movedTabsKeepTheOrderOfShowing()
     QCOMPARE(area()->tabText(0), QStringLiteral("moved"));
 }
 
-void ViewManagerTest::switchingTabsActivates()
+void TestViewManager::switchingTabsActivates()
 {
     TestView *a = show(QStringLiteral("a"));
     show(QStringLiteral("b"));
@@ -230,12 +230,12 @@ void ViewManagerTest::switchingTabsActivates()
     QCOMPARE(m_log.last(), QStringLiteral("active a"));
 }
 
-void ViewManagerTest::closingAsksTheViewOnce_data()
+void TestViewManager::closingAsksTheViewOnce_data()
 {
     addCloseWays();
 }
 
-void ViewManagerTest::closingAsksTheViewOnce()
+void TestViewManager::closingAsksTheViewOnce()
 {
     QFETCH(QString, way);
     show(QStringLiteral("a"));
@@ -254,12 +254,12 @@ void ViewManagerTest::closingAsksTheViewOnce()
     QCOMPARE(m_log.size(), 2);
 }
 
-void ViewManagerTest::refusalKeepsViewAndContainer_data()
+void TestViewManager::refusalKeepsViewAndContainer_data()
 {
     addCloseWays();
 }
 
-void ViewManagerTest::refusalKeepsViewAndContainer()
+void TestViewManager::refusalKeepsViewAndContainer()
 {
     QFETCH(QString, way);
     area()->show();
@@ -280,7 +280,7 @@ void ViewManagerTest::refusalKeepsViewAndContainer()
     QCOMPARE(view->questions, 2);
 }
 
-void ViewManagerTest::closedViewIsWholeUntilTheEventLoop()
+void TestViewManager::closedViewIsWholeUntilTheEventLoop()
 {
     QPointer<TestView> view = show(QStringLiteral("a"));
     QVERIFY(ViewManager::closeView(view));
@@ -298,7 +298,7 @@ void ViewManagerTest::closedViewIsWholeUntilTheEventLoop()
     QVERIFY(!view);
 }
 
-void ViewManagerTest::siblingsSurvive()
+void TestViewManager::siblingsSurvive()
 {
     QPointer<TestView> a = show(QStringLiteral("a"));
     TestView *b = show(QStringLiteral("b"));
@@ -313,7 +313,7 @@ void ViewManagerTest::siblingsSurvive()
     QCOMPARE(area()->count(), 2);
 }
 
-void ViewManagerTest::closingTheLastAnnouncesNull()
+void TestViewManager::closingTheLastAnnouncesNull()
 {
     ViewManager::closeView(show(QStringLiteral("a")));
     ViewManager::closeView(show(QStringLiteral("b")));
@@ -321,7 +321,7 @@ void ViewManagerTest::closingTheLastAnnouncesNull()
                                  "active null"}));
 }
 
-void ViewManagerTest::closingAHiddenTabKeepsTheActiveView()
+void TestViewManager::closingAHiddenTabKeepsTheActiveView()
 {
     TestView *a = show(QStringLiteral("a"));
     TestView *b = show(QStringLiteral("b"));
@@ -330,7 +330,7 @@ void ViewManagerTest::closingAHiddenTabKeepsTheActiveView()
     QCOMPARE(m_log, QStringList({"active a", "active b", "closed a"}));
 }
 
-void ViewManagerTest::closingUnknownViewsDoesNothing()
+void TestViewManager::closingUnknownViewsDoesNothing()
 {
     TestView stranger(QStringLiteral("stranger"));
     QVERIFY(!ViewManager::closeView(nullptr));
@@ -338,7 +338,7 @@ void ViewManagerTest::closingUnknownViewsDoesNothing()
     QCOMPARE(stranger.questions, 0);
 }
 
-void ViewManagerTest::closedViewIsNotShownAgain()
+void TestViewManager::closedViewIsNotShownAgain()
 {
     QPointer<TestView> view = show(QStringLiteral("a"));
     m_onClosed = [](IView *closed) { ViewManager::showView(closed); };
@@ -349,7 +349,7 @@ void ViewManagerTest::closedViewIsNotShownAgain()
     QVERIFY(!view);
 }
 
-void ViewManagerTest::closeAllStopsAtTheFirstRefusal()
+void TestViewManager::closeAllStopsAtTheFirstRefusal()
 {
     show(QStringLiteral("a"));
     TestView *b = show(QStringLiteral("b"));
@@ -364,7 +364,7 @@ void ViewManagerTest::closeAllStopsAtTheFirstRefusal()
     QVERIFY(ViewManager::views().isEmpty());
 }
 
-void ViewManagerTest::closeAllClosesInOrderOfShowing()
+void TestViewManager::closeAllClosesInOrderOfShowing()
 {
     show(QStringLiteral("a"));
     show(QStringLiteral("b"));
@@ -381,7 +381,7 @@ void ViewManagerTest::closeAllClosesInOrderOfShowing()
              QStringList({"closed a", "closed b", "closed c", "closed d"}));
 }
 
-void ViewManagerTest::closingViewsNeverEndsTheApplication()
+void TestViewManager::closingViewsNeverEndsTheApplication()
 {
     QSignalSpy lastWindow(qApp, &QGuiApplication::lastWindowClosed);
     // The signal only comes while the application runs.
@@ -395,7 +395,7 @@ void ViewManagerTest::closingViewsNeverEndsTheApplication()
     QCOMPARE(lastWindow.size(), 0);
 }
 
-void ViewManagerTest::deletedViewLeaves()
+void TestViewManager::deletedViewLeaves()
 {
     TestView *a = show(QStringLiteral("a"));
     TestView *b = show(QStringLiteral("b"));
@@ -411,7 +411,7 @@ void ViewManagerTest::deletedViewLeaves()
     QCOMPARE(m_log, QStringList({"active a", "active null"}));
 }
 
-void ViewManagerTest::deletedContainerReportsItsWholeView()
+void TestViewManager::deletedContainerReportsItsWholeView()
 {
     show(QStringLiteral("a"));
     TestView *b = show(QStringLiteral("b"));
@@ -421,7 +421,7 @@ void ViewManagerTest::deletedContainerReportsItsWholeView()
     QCOMPARE(debugLines(), QStringList("IView: b destoryed"));
 }
 
-void ViewManagerTest::deletedAreaTakesItsViewsAlong()
+void TestViewManager::deletedAreaTakesItsViewsAlong()
 {
     show(QStringLiteral("a"));
     show(QStringLiteral("b"));
@@ -436,7 +436,7 @@ void ViewManagerTest::deletedAreaTakesItsViewsAlong()
     QCOMPARE(ViewManager::activeView(), c);
 }
 
-void ViewManagerTest::newViewAtTheAddressOfADeletedOneIsAnnounced()
+void TestViewManager::newViewAtTheAddressOfADeletedOneIsAnnounced()
 {
     alignas(TestView) static char place[sizeof(TestView)];
     TestView *other = show(QStringLiteral("other"));
@@ -459,13 +459,13 @@ void ViewManagerTest::newViewAtTheAddressOfADeletedOneIsAnnounced()
     deleteLaterNow();
 }
 
-void ViewManagerTest::questionMayNest_data()
+void TestViewManager::questionMayNest_data()
 {
     addCloseWays();
 }
 
 /// The view's own question box spins an event loop in which somebody closes the view once more.
-void ViewManagerTest::questionMayNest()
+void TestViewManager::questionMayNest()
 {
     QFETCH(QString, way);
     for (const bool answer : {false, true}) {
@@ -493,7 +493,7 @@ void ViewManagerTest::questionMayNest()
              QStringList({"active a", "active null", "active a", "closed a", "active null"}));
 }
 
-void ViewManagerTest::viewMayDieInItsQuestion()
+void TestViewManager::viewMayDieInItsQuestion()
 {
     TestView *a = show(QStringLiteral("a"));
     auto *b = show(QStringLiteral("b"));
@@ -509,7 +509,7 @@ void ViewManagerTest::viewMayDieInItsQuestion()
     QCOMPARE(area()->count(), 1);
 }
 
-void ViewManagerTest::containerMayDieInItsQuestion()
+void TestViewManager::containerMayDieInItsQuestion()
 {
     TestView *a = show(QStringLiteral("a"));
     auto *b = show(QStringLiteral("b"));
@@ -523,7 +523,7 @@ void ViewManagerTest::containerMayDieInItsQuestion()
     QCOMPARE(m_log, QStringList({"closed b", "active a"}));
 }
 
-void ViewManagerTest::handlersMayOpenViewsOnClose()
+void TestViewManager::handlersMayOpenViewsOnClose()
 {
     TestView *a = show(QStringLiteral("a"));
     m_log.clear();
@@ -533,7 +533,7 @@ void ViewManagerTest::handlersMayOpenViewsOnClose()
     QCOMPARE(ViewManager::views().size(), 1);
 }
 
-void ViewManagerTest::handlersMayCloseViewsOnClose()
+void TestViewManager::handlersMayCloseViewsOnClose()
 {
     TestView *a = show(QStringLiteral("a"));
     TestView *b = show(QStringLiteral("b"));
@@ -548,7 +548,7 @@ void ViewManagerTest::handlersMayCloseViewsOnClose()
     QCOMPARE(m_log, QStringList({"closed b", "closed a", "closed c", "active null"}));
 }
 
-void ViewManagerTest::handlersMayCloseTheViewThatBecameActive()
+void TestViewManager::handlersMayCloseTheViewThatBecameActive()
 {
     show(QStringLiteral("a"));
     m_log.clear();
@@ -563,7 +563,7 @@ void ViewManagerTest::handlersMayCloseTheViewThatBecameActive()
     QCOMPARE(area()->count(), 1);
 }
 
-void ViewManagerTest::everyReceiverSeesTheSameOrderOfActivations()
+void TestViewManager::everyReceiverSeesTheSameOrderOfActivations()
 {
     TestView *a = show(QStringLiteral("a"));
     show(QStringLiteral("b"));
@@ -582,7 +582,7 @@ void ViewManagerTest::everyReceiverSeesTheSameOrderOfActivations()
     QCOMPARE(second, m_log);
 }
 
-void ViewManagerTest::contextsFollowTheActiveView()
+void TestViewManager::contextsFollowTheActiveView()
 {
     QAction action(QStringLiteral("of a"));
     Core::ActionManager::registerAction(&action, QStringLiteral("id.follow"),
@@ -603,7 +603,7 @@ void ViewManagerTest::contextsFollowTheActiveView()
     ViewManager::registerContext(nullptr, QStringLiteral("context.a"), 1);
 }
 
-void ViewManagerTest::greaterPriorityWins()
+void TestViewManager::greaterPriorityWins()
 {
     QAction low(QStringLiteral("low"));
     QAction high(QStringLiteral("high"));
@@ -619,7 +619,7 @@ void ViewManagerTest::greaterPriorityWins()
     QCOMPARE(Core::ActionManager::command(id)->text(), QStringLiteral("high"));
 }
 
-void ViewManagerTest::contextRegisteredAgainChangesItsPriority()
+void TestViewManager::contextRegisteredAgainChangesItsPriority()
 {
     QAction one(QStringLiteral("one"));
     QAction two(QStringLiteral("two"));
@@ -634,7 +634,7 @@ void ViewManagerTest::contextRegisteredAgainChangesItsPriority()
     QCOMPARE(Core::ActionManager::command(id)->text(), QStringLiteral("two"));
 }
 
-void ViewManagerTest::dialogParentIsRememberedAndForgotten()
+void TestViewManager::dialogParentIsRememberedAndForgotten()
 {
     QCOMPARE(ViewManager::dialogParent(), nullptr);
     {
@@ -645,5 +645,5 @@ void ViewManagerTest::dialogParentIsRememberedAndForgotten()
     QCOMPARE(ViewManager::dialogParent(), nullptr);
 }
 
-TARN_TEST_MAIN(ViewManagerTest)
+TARN_TEST_MAIN(TestViewManager)
 #include "tst_viewmanager.moc"

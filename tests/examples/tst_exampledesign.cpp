@@ -152,7 +152,7 @@ private:
 } // namespace
 
 /// The configuration files of the bundled examples against their designs.
-class tst_ExampleDesign : public TestCase
+class TestExampleDesign : public TestCase
 {
     Q_OBJECT
 
@@ -168,20 +168,20 @@ private:
     static void addExamples();
 };
 
-void tst_ExampleDesign::cleanup()
+void TestExampleDesign::cleanup()
 {
     designManager()->closeProject();
     TestCase::cleanup();
 }
 
-void tst_ExampleDesign::addExamples()
+void TestExampleDesign::addExamples()
 {
     QTest::addColumn<QString>("name");
     for (const QString &name : exampleNames())
         QTest::newRow(qPrintable(name)) << name;
 }
 
-void tst_ExampleDesign::configurationFitsTheDesign()
+void TestExampleDesign::configurationFitsTheDesign()
 {
     QFETCH(QString, name);
     const TE::Project project = exampleProject(name);
@@ -211,7 +211,7 @@ void tst_ExampleDesign::configurationFitsTheDesign()
 }
 
 /// The comparison above can fail.
-void tst_ExampleDesign::wrongSignalsAreNoticed()
+void TestExampleDesign::wrongSignalsAreNoticed()
 {
     designManager()->setProject(exampleProject("sensorhub"));
     QStringList tops;
@@ -242,7 +242,7 @@ void tst_ExampleDesign::wrongSignalsAreNoticed()
                             "no single net: hub_top/dbg_duty[0]"));
 }
 
-void tst_ExampleDesign::configurationIsSavedUnchanged()
+void TestExampleDesign::configurationIsSavedUnchanged()
 {
     QFETCH(QString, name);
     designManager()->setProject(exampleProject(name));
@@ -262,5 +262,5 @@ void tst_ExampleDesign::configurationIsSavedUnchanged()
     QCOMPARE(readFile(copy), content);
 }
 
-TARN_TEST_MAIN(tst_ExampleDesign)
+TARN_TEST_MAIN(TestExampleDesign)
 #include "tst_exampledesign.moc"

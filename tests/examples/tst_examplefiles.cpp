@@ -45,7 +45,7 @@ private:
 } // namespace
 
 /// Projects and configuration files of the bundled examples, as files.
-class tst_ExampleFiles : public TestCase
+class TestExampleFiles : public TestCase
 {
     Q_OBJECT
 
@@ -66,21 +66,21 @@ private:
     static void addExamples();
 };
 
-void tst_ExampleFiles::addExamples()
+void TestExampleFiles::addExamples()
 {
     QTest::addColumn<QString>("name");
     for (const QString &name : exampleNames())
         QTest::newRow(qPrintable(name)) << name;
 }
 
-void tst_ExampleFiles::everyFolderIsAnExample()
+void TestExampleFiles::everyFolderIsAnExample()
 {
     const QStringList folders = QDir(QStringLiteral(TARN_EXAMPLES_DIR))
                                     .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     QCOMPARE(folders, exampleNames());
 }
 
-void tst_ExampleFiles::projectIsComplete()
+void TestExampleFiles::projectIsComplete()
 {
     QFETCH(QString, name);
     const TE::Project project = exampleProject(name);
@@ -102,7 +102,7 @@ void tst_ExampleFiles::projectIsComplete()
     QVERIFY(listsConfiguration);
 }
 
-void tst_ExampleFiles::projectFileIsWhatTheWorkbenchWrites()
+void TestExampleFiles::projectFileIsWhatTheWorkbenchWrites()
 {
     QFETCH(QString, name);
     const TE::Project original = exampleProject(name);
@@ -121,7 +121,7 @@ void tst_ExampleFiles::projectFileIsWhatTheWorkbenchWrites()
     QCOMPARE(readFile(moved.filePath), readFile(original.filePath));
 }
 
-void tst_ExampleFiles::configurationFileIsWhatTheWriterWrites()
+void TestExampleFiles::configurationFileIsWhatTheWriterWrites()
 {
     QFETCH(QString, name);
     const QString path = examplePath(name, name + ".tarn");
@@ -135,7 +135,7 @@ void tst_ExampleFiles::configurationFileIsWhatTheWriterWrites()
     QCOMPARE(readFile(copy), readFile(path));
 }
 
-void tst_ExampleFiles::configurationShowsEveryKindOfSetting()
+void TestExampleFiles::configurationShowsEveryKindOfSetting()
 {
     QFETCH(QString, name);
     const Cores cores(examplePath(name, name + ".tarn"));
@@ -162,7 +162,7 @@ void tst_ExampleFiles::configurationShowsEveryKindOfSetting()
     QVERIFY(nets && buses);
 }
 
-void tst_ExampleFiles::everySourceIsListed()
+void TestExampleFiles::everySourceIsListed()
 {
     QFETCH(QString, name);
     QStringList listed;
@@ -179,5 +179,5 @@ void tst_ExampleFiles::everySourceIsListed()
     QCOMPARE(listed, found);
 }
 
-TARN_TEST_MAIN(tst_ExampleFiles)
+TARN_TEST_MAIN(TestExampleFiles)
 #include "tst_examplefiles.moc"

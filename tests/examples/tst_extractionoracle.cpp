@@ -100,7 +100,7 @@ QMap<QString, QVariant> designOf(const QString &path)
 
 /// Small designs with the netlist that each has to give, written by hand beside it: NAME.v or
 /// NAME.sv and NAME.net.
-class tst_ExtractionOracle : public TarnTest::TestCase
+class TestExtractionOracle : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -109,7 +109,7 @@ private Q_SLOTS:
     void designGivesItsNetlist();
 };
 
-void tst_ExtractionOracle::designGivesItsNetlist_data()
+void TestExtractionOracle::designGivesItsNetlist_data()
 {
     QTest::addColumn<QString>("design");
     const QFileInfoList designs =
@@ -119,7 +119,7 @@ void tst_ExtractionOracle::designGivesItsNetlist_data()
         QTest::newRow(qPrintable(design.completeBaseName())) << design.filePath();
 }
 
-void tst_ExtractionOracle::designGivesItsNetlist()
+void TestExtractionOracle::designGivesItsNetlist()
 {
     QFETCH(QString, design);
     QStringList tops;
@@ -144,5 +144,5 @@ void tst_ExtractionOracle::designGivesItsNetlist()
     QVERIFY(namesAreConsistent(*netlist, netlist->top(), netlist->top()->instName()));
 }
 
-TARN_TEST_MAIN(tst_ExtractionOracle)
+TARN_TEST_MAIN(TestExtractionOracle)
 #include "tst_extractionoracle.moc"

@@ -107,7 +107,7 @@ QString problemsOf(const QStringList &messages, const QStringList &expected)
 /// what has to be said (messages.txt, the beginning of each message, none when nothing is).
 ///
 /// The netlists are written by hand, from the rules of the language.
-class tst_Habits : public TarnTest::TestCase
+class TestHabits : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -116,7 +116,7 @@ private Q_SLOTS:
     void habitOpens();
 };
 
-void tst_Habits::habitOpens_data()
+void TestHabits::habitOpens_data()
 {
     QTest::addColumn<QString>("habit");
     const QStringList habits =
@@ -126,7 +126,7 @@ void tst_Habits::habitOpens_data()
         QTest::newRow(qPrintable(habit)) << habit;
 }
 
-void tst_Habits::habitOpens()
+void TestHabits::habitOpens()
 {
     QFETCH(QString, habit);
     const QDir folder(QStringLiteral(TARN_HABITS_DIR "/") + habit);
@@ -144,5 +144,5 @@ void tst_Habits::habitOpens()
     QVERIFY2(problems.isEmpty(), qPrintable('\n' + problems));
 }
 
-TARN_TEST_MAIN(tst_Habits)
+TARN_TEST_MAIN(TestHabits)
 #include "tst_habits.moc"

@@ -142,7 +142,7 @@ QString fileOfName(const QStringList &files, const QString &name)
 
 /// Simulates the bundled examples with their self-checking test benches, as they are and with
 /// faults put in.
-class tst_Simulation : public TestCase
+class TestSimulation : public TestCase
 {
     Q_OBJECT
 
@@ -161,7 +161,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-QStringList tst_Simulation::commonArguments(const TE::Project &project) const
+QStringList TestSimulation::commonArguments(const TE::Project &project) const
 {
     QStringList arguments;
     for (const QString &path : project.options.value(TE::OPT::INCLUDEPATH).toStringList())
@@ -171,7 +171,7 @@ QStringList tst_Simulation::commonArguments(const TE::Project &project) const
     return arguments;
 }
 
-Run tst_Simulation::simulateSensorHub(const QStringList &files)
+Run TestSimulation::simulateSensorHub(const QStringList &files)
 {
     const QStringList arguments = QStringList{"-g2001", "-o", "hub.vvp", "-s", "hub_tb"} +
                                   commonArguments(exampleProject("sensorhub")) + files +
@@ -182,7 +182,7 @@ Run tst_Simulation::simulateSensorHub(const QStringList &files)
                                   : compiled;
 }
 
-Run tst_Simulation::buildPacketFilter(const QStringList &files)
+Run TestSimulation::buildPacketFilter(const QStringList &files)
 {
     // Unoptimised and in one unit: the build takes much longer than the simulation.
     const QStringList arguments = QStringList{"--binary",
@@ -209,13 +209,13 @@ Run tst_Simulation::buildPacketFilter(const QStringList &files)
     return run("verilator", arguments, m_folder.path());
 }
 
-void tst_Simulation::sensorHubPasses()
+void TestSimulation::sensorHubPasses()
 {
     const Run result = simulateSensorHub(designFiles(exampleProject("sensorhub")));
     QVERIFY2(result.exitCode == 0 && verdict(result) == "PASS", qPrintable(result.output));
 }
 
-void tst_Simulation::sensorHubTestBenchNoticesFaults_data()
+void TestSimulation::sensorHubTestBenchNoticesFaults_data()
 {
     QTest::addColumn<int>("index");
     int index = 0;
@@ -223,7 +223,7 @@ void tst_Simulation::sensorHubTestBenchNoticesFaults_data()
         QTest::newRow(mutation.name) << index++;
 }
 
-void tst_Simulation::sensorHubTestBenchNoticesFaults()
+void TestSimulation::sensorHubTestBenchNoticesFaults()
 {
     QFETCH(int, index);
     const Mutation &mutation = sensorHubMutations[index];
@@ -237,7 +237,7 @@ void tst_Simulation::sensorHubTestBenchNoticesFaults()
     QVERIFY2(result.exitCode == 0 && verdict(result) == "FAIL", qPrintable(result.output));
 }
 
-void tst_Simulation::packetFilterPasses()
+void TestSimulation::packetFilterPasses()
 {
     const Run built = buildPacketFilter(designFiles(exampleProject("packetfilter")));
     QVERIFY2(built.exitCode == 0, qPrintable(built.output));
@@ -245,7 +245,7 @@ void tst_Simulation::packetFilterPasses()
     QVERIFY2(result.exitCode == 0 && verdict(result) == "PASS", qPrintable(result.output));
 }
 
-void tst_Simulation::packetFilterTestBenchNoticesFaults()
+void TestSimulation::packetFilterTestBenchNoticesFaults()
 {
     QStringList files = designFiles(exampleProject("packetfilter"));
     const int count = int(std::size(packetFilterMutations));
@@ -271,5 +271,5 @@ void tst_Simulation::packetFilterTestBenchNoticesFaults()
     }
 }
 
-TARN_TEST_MAIN(tst_Simulation)
+TARN_TEST_MAIN(TestSimulation)
 #include "tst_simulation.moc"

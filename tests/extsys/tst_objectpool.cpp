@@ -10,7 +10,7 @@
 
 using ExtSys::ObjectPool;
 
-class ObjectPoolTest : public TarnTest::TestCase
+class TestObjectPool : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -26,7 +26,7 @@ private:
     QObject m_pluginB;
 };
 
-void ObjectPoolTest::findsByTypeInOrderOfAdding()
+void TestObjectPool::findsByTypeInOrderOfAdding()
 {
     auto *first = new QTimer;
     auto *plain = new QObject;
@@ -42,7 +42,7 @@ void ObjectPoolTest::findsByTypeInOrderOfAdding()
     QCOMPARE(ObjectPool::allObjects(), QList<QObject *>());
 }
 
-void ObjectPoolTest::releasesOnlyTheObjectsOfThePluginLastFirst()
+void TestObjectPool::releasesOnlyTheObjectsOfThePluginLastFirst()
 {
     QStringList deleted;
     const auto add = [&deleted](const QString &name, const QObject *plugin) {
@@ -61,7 +61,7 @@ void ObjectPoolTest::releasesOnlyTheObjectsOfThePluginLastFirst()
     QCOMPARE(deleted, QStringList({"a2", "a1", "b1"}));
 }
 
-void ObjectPoolTest::deletedObjectsLeaveByThemselves()
+void TestObjectPool::deletedObjectsLeaveByThemselves()
 {
     auto *object = new QObject;
     ObjectPool::add(object, &m_pluginA);
@@ -70,7 +70,7 @@ void ObjectPoolTest::deletedObjectsLeaveByThemselves()
     ObjectPool::release(&m_pluginA);
 }
 
-void ObjectPoolTest::anObjectIsOwnedOnce()
+void TestObjectPool::anObjectIsOwnedOnce()
 {
     QPointer<QObject> object = new QObject;
     ObjectPool::add(object, &m_pluginA);
@@ -81,7 +81,7 @@ void ObjectPoolTest::anObjectIsOwnedOnce()
     QVERIFY(!object);
 }
 
-void ObjectPoolTest::destructorsMayUseThePool()
+void TestObjectPool::destructorsMayUseThePool()
 {
     QPointer<QObject> survivor;
     auto *object = new QObject;
@@ -100,5 +100,5 @@ void ObjectPoolTest::destructorsMayUseThePool()
     ObjectPool::release(&m_pluginB);
 }
 
-QTEST_GUILESS_MAIN(ObjectPoolTest)
+QTEST_GUILESS_MAIN(TestObjectPool)
 #include "tst_objectpool.moc"

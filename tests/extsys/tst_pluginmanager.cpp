@@ -34,7 +34,7 @@ QString pluginLog()
 
 } // namespace
 
-class PluginManagerTest : public TarnTest::TestCase
+class TestPluginManager : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -60,14 +60,14 @@ private:
     QScopedPointer<QTemporaryDir> m_folder;
 };
 
-void PluginManagerTest::init()
+void TestPluginManager::init()
 {
     TestCase::init();
     m_folder.reset(new QTemporaryDir);
     qputenv(LogVariable, "");
 }
 
-QString PluginManagerTest::place(const QString &fake, const QString &name)
+QString TestPluginManager::place(const QString &fake, const QString &name)
 {
     const QString path = m_folder->filePath(name);
     if (!QFile::copy(QStringLiteral(FAKES_DIR "/fake_%1.so").arg(fake), path))
@@ -75,7 +75,7 @@ QString PluginManagerTest::place(const QString &fake, const QString &name)
     return path;
 }
 
-void PluginManagerTest::bringsPluginsUpAndDownInOrder()
+void TestPluginManager::bringsPluginsUpAndDownInOrder()
 {
     place(QStringLiteral("second"), QStringLiteral("a.so"));
     place(QStringLiteral("first"), QStringLiteral("b.so"));
@@ -106,7 +106,7 @@ void PluginManagerTest::bringsPluginsUpAndDownInOrder()
                                          "second destroyed\n"));
 }
 
-void PluginManagerTest::secondShutDownIsHarmless()
+void TestPluginManager::secondShutDownIsHarmless()
 {
     place(QStringLiteral("first"), QStringLiteral("a.so"));
     {
@@ -120,7 +120,7 @@ void PluginManagerTest::secondShutDownIsHarmless()
     QCOMPARE(pluginLog().count(QStringLiteral("shutDown")), 1);
 }
 
-void PluginManagerTest::loadedPluginsThatWereNeverInitialisedAreOnlyDeleted()
+void TestPluginManager::loadedPluginsThatWereNeverInitialisedAreOnlyDeleted()
 {
     place(QStringLiteral("first"), QStringLiteral("a.so"));
     {
@@ -131,7 +131,7 @@ void PluginManagerTest::loadedPluginsThatWereNeverInitialisedAreOnlyDeleted()
     QCOMPARE(pluginLog(), QStringLiteral("first loaded\nfirst destroyed\n"));
 }
 
-void PluginManagerTest::failedPluginTakesNoFurtherPart()
+void TestPluginManager::failedPluginTakesNoFurtherPart()
 {
     const QString path = place(QStringLiteral("failing"), QStringLiteral("a.so"));
     place(QStringLiteral("first"), QStringLiteral("b.so"));
@@ -157,7 +157,7 @@ void PluginManagerTest::failedPluginTakesNoFurtherPart()
                                          "first releases a\n"));
 }
 
-void PluginManagerTest::refusesBeforeLoading_data()
+void TestPluginManager::refusesBeforeLoading_data()
 {
     QTest::addColumn<QString>("fake");
     QTest::addColumn<QString>("message");
@@ -173,7 +173,7 @@ void PluginManagerTest::refusesBeforeLoading_data()
                                 << "%1 is no plug-in: ";
 }
 
-void PluginManagerTest::refusesBeforeLoading()
+void TestPluginManager::refusesBeforeLoading()
 {
     QFETCH(QString, fake);
     QFETCH(QString, message);
@@ -190,7 +190,7 @@ void PluginManagerTest::refusesBeforeLoading()
     QCOMPARE(pluginLog(), QString());
 }
 
-void PluginManagerTest::refusesRootThatIsNoPlugin()
+void TestPluginManager::refusesRootThatIsNoPlugin()
 {
     const QString path = place(QStringLiteral("strangeroot"), QStringLiteral("a.so"));
     QStringList errors;
@@ -202,7 +202,7 @@ void PluginManagerTest::refusesRootThatIsNoPlugin()
     QVERIFY(manager.plugins().isEmpty());
 }
 
-void PluginManagerTest::oneRefusalKeepsTheOthers()
+void TestPluginManager::oneRefusalKeepsTheOthers()
 {
     const QString text = m_folder->filePath(QStringLiteral("a.so"));
     TarnTest::writeFile(text, "no library at all");
@@ -216,7 +216,7 @@ void PluginManagerTest::oneRefusalKeepsTheOthers()
     QCOMPARE(manager.plugins().size(), 1);
 }
 
-void PluginManagerTest::sameClassTwiceIsRefused()
+void TestPluginManager::sameClassTwiceIsRefused()
 {
     const QString first = place(QStringLiteral("first"), QStringLiteral("a.so"));
     const QString second = place(QStringLiteral("first"), QStringLiteral("b.so"));
@@ -229,7 +229,7 @@ void PluginManagerTest::sameClassTwiceIsRefused()
     QCOMPARE(manager.plugins().size(), 1);
 }
 
-void PluginManagerTest::linksToOneLibraryCountOnce()
+void TestPluginManager::linksToOneLibraryCountOnce()
 {
     const QString path = place(QStringLiteral("first"), QStringLiteral("liba.so.1.0"));
     QVERIFY(QFile::link(path, m_folder->filePath(QStringLiteral("liba.so"))));
@@ -240,7 +240,7 @@ void PluginManagerTest::linksToOneLibraryCountOnce()
     QCOMPARE(manager.plugins().size(), 1);
 }
 
-void PluginManagerTest::otherFilesAreIgnored()
+void TestPluginManager::otherFilesAreIgnored()
 {
     TarnTest::writeFile(m_folder->filePath(QStringLiteral("readme.txt")), "text");
     TarnTest::writeFile(m_folder->filePath(QStringLiteral("folder.so/file")), "text");
@@ -251,7 +251,7 @@ void PluginManagerTest::otherFilesAreIgnored()
     QVERIFY(manager.initialize(&errors));
 }
 
-void PluginManagerTest::missingFolderIsAnError()
+void TestPluginManager::missingFolderIsAnError()
 {
     const QString missing = m_folder->filePath(QStringLiteral("missing"));
     QStringList errors;
@@ -261,5 +261,5 @@ void PluginManagerTest::missingFolderIsAnError()
              QStringList(QStringLiteral("The plug-in folder %1 does not exist.").arg(missing)));
 }
 
-QTEST_GUILESS_MAIN(PluginManagerTest)
+QTEST_GUILESS_MAIN(TestPluginManager)
 #include "tst_pluginmanager.moc"

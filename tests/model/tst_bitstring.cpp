@@ -6,7 +6,7 @@
 #include <QApplication>
 #include <QTest>
 
-class tst_BitString : public TarnTest::TestCase
+class TestBitString : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ private Q_SLOTS:
     void longValuesComeBack();
 };
 
-void tst_BitString::bitsBecomeUpperCaseDigits_data()
+void TestBitString::bitsBecomeUpperCaseDigits_data()
 {
     QTest::addColumn<QString>("bits");
     QTest::addColumn<QString>("hex");
@@ -46,14 +46,14 @@ void tst_BitString::bitsBecomeUpperCaseDigits_data()
     QTest::newRow("digit of another script") << QString(QChar(0x0661)) << "";
 }
 
-void tst_BitString::bitsBecomeUpperCaseDigits()
+void TestBitString::bitsBecomeUpperCaseDigits()
 {
     QFETCH(QString, bits);
     QFETCH(QString, hex);
     QCOMPARE(TARN::stringBintoHex(bits), hex);
 }
 
-void tst_BitString::digitsBecomeFourBitsEach_data()
+void TestBitString::digitsBecomeFourBitsEach_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("bits");
@@ -88,14 +88,14 @@ void tst_BitString::digitsBecomeFourBitsEach_data()
     QTest::newRow("digit of another script") << QString(QChar(0x0661)) << "";
 }
 
-void tst_BitString::digitsBecomeFourBitsEach()
+void TestBitString::digitsBecomeFourBitsEach()
 {
     QFETCH(QString, text);
     QFETCH(QString, bits);
     QCOMPARE(TARN::stringHextoBinfor0x(text), bits);
 }
 
-void tst_BitString::everyDigitComesBack()
+void TestBitString::everyDigitComesBack()
 {
     const QString digits = QStringLiteral("0123456789ABCDEF");
     QCOMPARE(TARN::stringBintoHex(TARN::stringHextoBinfor0x(digits)), digits);
@@ -103,12 +103,12 @@ void tst_BitString::everyDigitComesBack()
              QStringLiteral("0000000100100011010001010110011110001001101010111100110111101111"));
 }
 
-void tst_BitString::longValuesComeBack()
+void TestBitString::longValuesComeBack()
 {
     const QString digits = QStringLiteral("C5").repeated(100000);
     QCOMPARE(TARN::stringBintoHex(TARN::stringHextoBinfor0x(QStringLiteral("0x") + digits)),
              digits);
 }
 
-TARN_TEST_MAIN(tst_BitString)
+TARN_TEST_MAIN(TestBitString)
 #include "tst_bitstring.moc"

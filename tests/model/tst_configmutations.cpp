@@ -115,7 +115,7 @@ void collectLine(QtMsgType, const QMessageLogContext &, const QString &line)
 } // namespace
 
 /// Damages a configuration file in thousands of reproducible ways.
-class tst_ConfigMutations : public TarnTest::TestCase
+class TestConfigMutations : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -133,14 +133,14 @@ private:
 };
 
 /// Writes a new file: some file systems wait for the disk when an old one is truncated.
-void tst_ConfigMutations::renew(const QByteArray &content)
+void TestConfigMutations::renew(const QByteArray &content)
 {
     QFile::remove(m_path);
     writeFile(m_path, content);
 }
 
 /// What is wrong with how @p content is treated, empty when nothing is.
-QString tst_ConfigMutations::verdictProblem(const QByteArray &content, int *accepted)
+QString TestConfigMutations::verdictProblem(const QByteArray &content, int *accepted)
 {
     renew(content);
     QStringList lines;
@@ -168,14 +168,14 @@ QString tst_ConfigMutations::verdictProblem(const QByteArray &content, int *acce
                : QStringLiteral("the second writing differs");
 }
 
-void tst_ConfigMutations::checkAndReaderAgreeAndAcceptedFilesComeBack_data()
+void TestConfigMutations::checkAndReaderAgreeAndAcceptedFilesComeBack_data()
 {
     QTest::addColumn<quint32>("seed");
     for (quint32 seed = 1; seed <= 4; ++seed)
         QTest::newRow(QByteArray::number(seed).constData()) << seed;
 }
 
-void tst_ConfigMutations::checkAndReaderAgreeAndAcceptedFilesComeBack()
+void TestConfigMutations::checkAndReaderAgreeAndAcceptedFilesComeBack()
 {
     QFETCH(quint32, seed);
     const Cores cores = sampleCores();
@@ -195,5 +195,5 @@ void tst_ConfigMutations::checkAndReaderAgreeAndAcceptedFilesComeBack()
              qPrintable(QString::number(accepted)));
 }
 
-TARN_TEST_MAIN(tst_ConfigMutations)
+TARN_TEST_MAIN(TestConfigMutations)
 #include "tst_configmutations.moc"

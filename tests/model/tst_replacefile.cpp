@@ -115,7 +115,7 @@ QString replaceAndCompare(const QString &path, const QByteArray &content, bool e
 
 } // namespace
 
-class tst_ReplaceFile : public TarnTest::TestCase
+class TestReplaceFile : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -178,7 +178,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_state;
 };
 
-void tst_ReplaceFile::init()
+void TestReplaceFile::init()
 {
     TestCase::init();
     m_state = std::make_unique<QTemporaryDir>();
@@ -188,14 +188,14 @@ void tst_ReplaceFile::init()
     giveToOrdinaryUser(m_folder->path());
 }
 
-void tst_ReplaceFile::newFileIsCreated()
+void TestReplaceFile::newFileIsCreated()
 {
     QCOMPARE(replaceAndCompare(path(), "content", true), QString());
     QCOMPARE(replaceAndCompare(path(QStringLiteral("empty")), "", true), QString());
     QCOMPARE(names(), (QStringList{QStringLiteral("a.tarn"), QStringLiteral("empty")}));
 }
 
-void tst_ReplaceFile::existingFileIsReplaced()
+void TestReplaceFile::existingFileIsReplaced()
 {
     for (const QByteArray &content : {QByteArray("longer content"), QByteArray("short"),
                                       QByteArray(), QByteArray(3000000, 'x')})
@@ -203,7 +203,7 @@ void tst_ReplaceFile::existingFileIsReplaced()
     QCOMPARE(names(), QStringList{QStringLiteral("a.tarn")});
 }
 
-void tst_ReplaceFile::permissionsStay_data()
+void TestReplaceFile::permissionsStay_data()
 {
     QTest::addColumn<int>("mode");
     for (int mode : {0600, 0640, 0644, 0664, 0666, 0755, 0777, 0444, 0004, 0060, 02664, 01600}) {
@@ -212,7 +212,7 @@ void tst_ReplaceFile::permissionsStay_data()
     }
 }
 
-void tst_ReplaceFile::permissionsStay()
+void TestReplaceFile::permissionsStay()
 {
     QFETCH(int, mode);
     writeFile(path(), "former");
@@ -221,7 +221,7 @@ void tst_ReplaceFile::permissionsStay()
     QCOMPARE(int(statOf(path()).st_mode & 07777), mode);
 }
 
-void tst_ReplaceFile::permissionsStayThoughTheOwnerDoesNot()
+void TestReplaceFile::permissionsStayThoughTheOwnerDoesNot()
 {
     if (::geteuid() != 0)
         QSKIP("only root can make a file of another user");
@@ -237,7 +237,7 @@ void tst_ReplaceFile::permissionsStayThoughTheOwnerDoesNot()
     QCOMPARE(int(statOf(path()).st_mode & 07777), 0464);
 }
 
-void tst_ReplaceFile::newFileHasUsualPermissions()
+void TestReplaceFile::newFileHasUsualPermissions()
 {
     const mode_t former = ::umask(027);
     const QString problem = replaceAndCompare(path(), "new", true);
@@ -246,7 +246,7 @@ void tst_ReplaceFile::newFileHasUsualPermissions()
     QCOMPARE(int(statOf(path()).st_mode & 07777), 0640);
 }
 
-void tst_ReplaceFile::ownerStays()
+void TestReplaceFile::ownerStays()
 {
     if (::geteuid() != 0)
         QSKIP("only root can own a file of another user");
@@ -261,7 +261,7 @@ void tst_ReplaceFile::ownerStays()
     }
 }
 
-void tst_ReplaceFile::linkStaysAndTargetIsReplaced_data()
+void TestReplaceFile::linkStaysAndTargetIsReplaced_data()
 {
     QTest::addColumn<QStringList>("targets");
     QTest::newRow("absolute") << QStringList{QStringLiteral("/real")};
@@ -272,7 +272,7 @@ void tst_ReplaceFile::linkStaysAndTargetIsReplaced_data()
         << QStringList{QStringLiteral("sub/link"), QStringLiteral("../real")};
 }
 
-void tst_ReplaceFile::linkStaysAndTargetIsReplaced()
+void TestReplaceFile::linkStaysAndTargetIsReplaced()
 {
     QFETCH(QStringList, targets);
     QDir(m_folder->path()).mkdir(QStringLiteral("sub"));
@@ -294,7 +294,7 @@ void tst_ReplaceFile::linkStaysAndTargetIsReplaced()
         QVERIFY2(QFileInfo(each).isSymLink(), qPrintable(each));
 }
 
-void tst_ReplaceFile::linkWithoutTargetCreatesIt()
+void TestReplaceFile::linkWithoutTargetCreatesIt()
 {
     QVERIFY(QFile::link(QStringLiteral("real"), path()));
     QCOMPARE(replaceAndCompare(path(), "new", true), QString());
@@ -302,7 +302,7 @@ void tst_ReplaceFile::linkWithoutTargetCreatesIt()
     QCOMPARE(readFile(path(QStringLiteral("real"))), QByteArray("new"));
 }
 
-void tst_ReplaceFile::circleOfLinksIsRefused()
+void TestReplaceFile::circleOfLinksIsRefused()
 {
     QVERIFY(QFile::link(QStringLiteral("b"), path()));
     QVERIFY(QFile::link(QStringLiteral("a.tarn"), path(QStringLiteral("b"))));
@@ -311,7 +311,7 @@ void tst_ReplaceFile::circleOfLinksIsRefused()
     QVERIFY(QFileInfo(path(QStringLiteral("b"))).isSymLink());
 }
 
-void tst_ReplaceFile::otherHardLinkKeepsFormerContent()
+void TestReplaceFile::otherHardLinkKeepsFormerContent()
 {
     const QString other = path(QStringLiteral("b"));
     writeFile(path(), "former");
@@ -320,7 +320,7 @@ void tst_ReplaceFile::otherHardLinkKeepsFormerContent()
     QCOMPARE(readFile(other), QByteArray("former"));
 }
 
-void tst_ReplaceFile::impossibleTargetsAreRefused_data()
+void TestReplaceFile::impossibleTargetsAreRefused_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("folder") << "folder";
@@ -332,7 +332,7 @@ void tst_ReplaceFile::impossibleTargetsAreRefused_data()
     QTest::newRow("name too long") << QString(300, QLatin1Char('a'));
 }
 
-void tst_ReplaceFile::impossibleTargetsAreRefused()
+void TestReplaceFile::impossibleTargetsAreRefused()
 {
     QFETCH(QString, name);
     QDir(m_folder->path()).mkdir(QStringLiteral("folder"));
@@ -347,7 +347,7 @@ void tst_ReplaceFile::impossibleTargetsAreRefused()
     QVERIFY(!TARN::replaceFile(QString(), "new", &error));
 }
 
-void tst_ReplaceFile::readOnlyFileIsRefused()
+void TestReplaceFile::readOnlyFileIsRefused()
 {
     writeFile(path(), "former");
     giveToOrdinaryUser(path());
@@ -360,7 +360,7 @@ void tst_ReplaceFile::readOnlyFileIsRefused()
     QCOMPARE(names(), QStringList{QStringLiteral("a.tarn")});
 }
 
-void tst_ReplaceFile::lockedFolderRefusesNewFile()
+void TestReplaceFile::lockedFolderRefusesNewFile()
 {
     QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0555), 0);
     QCOMPARE(inChild([this] {
@@ -372,7 +372,7 @@ void tst_ReplaceFile::lockedFolderRefusesNewFile()
     QCOMPARE(names(), QStringList());
 }
 
-void tst_ReplaceFile::fileInLockedFolderIsWrittenInPlace()
+void TestReplaceFile::fileInLockedFolderIsWrittenInPlace()
 {
     writeFile(path(), "former");
     giveToOrdinaryUser(path());
@@ -393,7 +393,7 @@ void tst_ReplaceFile::fileInLockedFolderIsWrittenInPlace()
     QCOMPARE(statOf(path()).st_ino, former);
 }
 
-void tst_ReplaceFile::foreignFileInStickyFolderIsWrittenInPlace()
+void TestReplaceFile::foreignFileInStickyFolderIsWrittenInPlace()
 {
     if (::geteuid() != 0)
         QSKIP("only root can make a file of another user");
@@ -411,7 +411,7 @@ void tst_ReplaceFile::foreignFileInStickyFolderIsWrittenInPlace()
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{QStringLiteral("a.tarn")});
 }
 
-void tst_ReplaceFile::sizeLimitKeepsFormerContent_data()
+void TestReplaceFile::sizeLimitKeepsFormerContent_data()
 {
     QTest::addColumn<int>("formerSize");
     QTest::addColumn<int>("newSize");
@@ -423,7 +423,7 @@ void tst_ReplaceFile::sizeLimitKeepsFormerContent_data()
     QTest::newRow("shrinking in place") << 300000 << 200000 << true;
 }
 
-void tst_ReplaceFile::sizeLimitKeepsFormerContent()
+void TestReplaceFile::sizeLimitKeepsFormerContent()
 {
     QFETCH(int, formerSize);
     QFETCH(int, newSize);
@@ -444,14 +444,14 @@ void tst_ReplaceFile::sizeLimitKeepsFormerContent()
     QCOMPARE(names().size(), formerSize >= 0 ? 1 : 0);
 }
 
-void tst_ReplaceFile::fullDiskKeepsFormerContent_data()
+void TestReplaceFile::fullDiskKeepsFormerContent_data()
 {
     QTest::addColumn<bool>("locked");
     QTest::newRow("replaced as a whole") << false;
     QTest::newRow("in place") << true;
 }
 
-void tst_ReplaceFile::fullDiskKeepsFormerContent()
+void TestReplaceFile::fullDiskKeepsFormerContent()
 {
     QFETCH(bool, locked);
     if (::geteuid() != 0)
@@ -480,14 +480,14 @@ void tst_ReplaceFile::fullDiskKeepsFormerContent()
              QString());
 }
 
-void tst_ReplaceFile::sizeLimitLeavesSignalsAlone_data()
+void TestReplaceFile::sizeLimitLeavesSignalsAlone_data()
 {
     QTest::addColumn<bool>("blocked");
     QTest::newRow("of a host that knows of none") << false;
     QTest::newRow("of a host that waits for them by itself") << true;
 }
 
-void tst_ReplaceFile::sizeLimitLeavesSignalsAlone()
+void TestReplaceFile::sizeLimitLeavesSignalsAlone()
 {
     QFETCH(bool, blocked);
     QCOMPARE(inChild([this, blocked] {
@@ -516,7 +516,7 @@ void tst_ReplaceFile::sizeLimitLeavesSignalsAlone()
              QString());
 }
 
-void tst_ReplaceFile::killLeavesOneWholeContent()
+void TestReplaceFile::killLeavesOneWholeContent()
 {
     const QByteArray contents[] = {QByteArray(2000000, 'a'), QByteArray(3000000, 'b')};
     writeFile(path(), contents[0]);
@@ -549,7 +549,7 @@ void tst_ReplaceFile::killLeavesOneWholeContent()
     QVERIFY2(hits > 0, "no kill came during a write");
 }
 
-void tst_ReplaceFile::longNamesAreWritten_data()
+void TestReplaceFile::longNamesAreWritten_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("fits");
@@ -561,7 +561,7 @@ void tst_ReplaceFile::longNamesAreWritten_data()
     }
 }
 
-void tst_ReplaceFile::longNamesAreWritten()
+void TestReplaceFile::longNamesAreWritten()
 {
     QFETCH(QString, name);
     QFETCH(bool, fits);
@@ -573,7 +573,7 @@ void tst_ReplaceFile::longNamesAreWritten()
     }
 }
 
-void tst_ReplaceFile::copyIsKeptForTheTimeOfWritingInPlace()
+void TestReplaceFile::copyIsKeptForTheTimeOfWritingInPlace()
 {
     writeFile(path(), "former");
     QString error;
@@ -597,7 +597,7 @@ void tst_ReplaceFile::copyIsKeptForTheTimeOfWritingInPlace()
     QCOMPARE(copies(), QStringList());
 }
 
-void tst_ReplaceFile::writingInPlaceNeedsNoCopy()
+void TestReplaceFile::writingInPlaceNeedsNoCopy()
 {
     writeFile(path(), "former");
     giveToOrdinaryUser(path());
@@ -611,7 +611,7 @@ void tst_ReplaceFile::writingInPlaceNeedsNoCopy()
     QCOMPARE(::chmod(encoded(m_folder->path()).constData(), 0755), 0);
 }
 
-void tst_ReplaceFile::unfinishedWriteIsRepeated_data()
+void TestReplaceFile::unfinishedWriteIsRepeated_data()
 {
     QTest::addColumn<QByteArray>("former");
     QTest::addColumn<QByteArray>("content");
@@ -636,7 +636,7 @@ void tst_ReplaceFile::unfinishedWriteIsRepeated_data()
     QTest::newRow("null amidst") << a5 << b9 << QByteArray("bb\0aa", 5) << QByteArray("bb\0aa", 5);
 }
 
-void tst_ReplaceFile::unfinishedWriteIsRepeated()
+void TestReplaceFile::unfinishedWriteIsRepeated()
 {
     QFETCH(QByteArray, former);
     QFETCH(QByteArray, content);
@@ -659,7 +659,7 @@ void tst_ReplaceFile::unfinishedWriteIsRepeated()
     QVERIFY(!TARN::restoreFile(path(), &restored));
 }
 
-void tst_ReplaceFile::unfinishedWriteIsFoundThroughALink()
+void TestReplaceFile::unfinishedWriteIsFoundThroughALink()
 {
     writeFile(path(), "former");
     QString error;
@@ -673,7 +673,7 @@ void tst_ReplaceFile::unfinishedWriteIsFoundThroughALink()
     QCOMPARE(readFile(path()), QByteArray("newest"));
 }
 
-void tst_ReplaceFile::unfinishedWriteIsReadWhereNobodyCanWrite()
+void TestReplaceFile::unfinishedWriteIsReadWhereNobodyCanWrite()
 {
     writeFile(path(), "former");
     giveToOrdinaryUser(path());
@@ -695,7 +695,7 @@ void tst_ReplaceFile::unfinishedWriteIsReadWhereNobodyCanWrite()
     QCOMPARE(copies().size(), 1);
 }
 
-void tst_ReplaceFile::damagedCopyIsIgnored()
+void TestReplaceFile::damagedCopyIsIgnored()
 {
     writeFile(path(), "former");
     QString error;
@@ -715,7 +715,7 @@ void tst_ReplaceFile::damagedCopyIsIgnored()
     QVERIFY(TARN::restoreFile(path(), &restored));
 }
 
-void tst_ReplaceFile::killInLockedFolderIsMadeUpFor()
+void TestReplaceFile::killInLockedFolderIsMadeUpFor()
 {
     constexpr int MaximumRounds = 12;
     const QByteArray contents[] = {QByteArray(6000000, 'a'), QByteArray(7000000, 'b')};
@@ -751,5 +751,5 @@ void tst_ReplaceFile::killInLockedFolderIsMadeUpFor()
     qInfo("%d of %d kills left a mixture", damaged, round);
 }
 
-TARN_TEST_MAIN(tst_ReplaceFile)
+TARN_TEST_MAIN(TestReplaceFile)
 #include "tst_replacefile.moc"

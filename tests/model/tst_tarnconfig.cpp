@@ -60,7 +60,7 @@ SignalItem nestedSignal(int levels)
 
 } // namespace
 
-class tst_TarnConfig : public TarnTest::TestCase
+class TestTarnConfig : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -108,7 +108,7 @@ private:
 };
 
 /// What a save and a reopen make of @p cores.
-Cores tst_TarnConfig::reread(const QList<TarnCore *> &cores)
+Cores TestTarnConfig::reread(const QList<TarnCore *> &cores)
 {
     bool ok = false;
     QString error;
@@ -120,7 +120,7 @@ Cores tst_TarnConfig::reread(const QList<TarnCore *> &cores)
     return result;
 }
 
-void tst_TarnConfig::newFileHoldsNoCore()
+void TestTarnConfig::newFileHoldsNoCore()
 {
     writeFile(path(), EmptyFile);
     bool ok = false;
@@ -134,7 +134,7 @@ void tst_TarnConfig::newFileHoldsNoCore()
     QCOMPARE(readFile(path(QStringLiteral("b.tarn"))), EmptyFile);
 }
 
-void tst_TarnConfig::newFileIsWhatTheWizardWrites()
+void TestTarnConfig::newFileIsWhatTheWizardWrites()
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
@@ -150,7 +150,7 @@ void tst_TarnConfig::newFileIsWhatTheWizardWrites()
     QCOMPARE(QByteArray(TARN::NODE_VERSION), QByteArray("Version"));
 }
 
-void tst_TarnConfig::layoutIsFixed()
+void TestTarnConfig::layoutIsFixed()
 {
     const Cores cores = sampleCores();
     QVERIFY(TARN::writeTARNConfigToXml(cores.list, path()));
@@ -185,7 +185,7 @@ void tst_TarnConfig::layoutIsFixed()
 )"));
 }
 
-void tst_TarnConfig::filesOfTheTreeAreCanonical_data()
+void TestTarnConfig::filesOfTheTreeAreCanonical_data()
 {
     QTest::addColumn<QByteArray>("content");
     const QDir tree(QStringLiteral(TARN_SOURCE_DIR));
@@ -201,7 +201,7 @@ void tst_TarnConfig::filesOfTheTreeAreCanonical_data()
     }
 }
 
-void tst_TarnConfig::filesOfTheTreeAreCanonical()
+void TestTarnConfig::filesOfTheTreeAreCanonical()
 {
     QFETCH(QByteArray, content);
     writeFile(path(), content);
@@ -214,14 +214,14 @@ void tst_TarnConfig::filesOfTheTreeAreCanonical()
     QCOMPARE(QString::fromUtf8(readFile(path())), QString::fromUtf8(content));
 }
 
-void tst_TarnConfig::everyFieldComesBack()
+void TestTarnConfig::everyFieldComesBack()
 {
     const Cores cores = sampleCores();
     const Cores copy = reread(cores.list);
     QCOMPARE(coresText(copy.list), coresText(cores.list));
 }
 
-void tst_TarnConfig::unchangedContentIsRewrittenByteForByte()
+void TestTarnConfig::unchangedContentIsRewrittenByteForByte()
 {
     const Cores cores = sampleCores();
     const Cores copy = reread(cores.list);
@@ -231,7 +231,7 @@ void tst_TarnConfig::unchangedContentIsRewrittenByteForByte()
     QCOMPARE(readFile(path()), first);
 }
 
-void tst_TarnConfig::emptyInitialValueStaysEmpty()
+void TestTarnConfig::emptyInitialValueStaysEmpty()
 {
     Cores cores;
     cores.add(0)->addProbeOut(0);
@@ -239,7 +239,7 @@ void tst_TarnConfig::emptyInitialValueStaysEmpty()
     QVERIFY(copy.list.at(0)->probeOuts.at(0)->initialValue.isEmpty());
 }
 
-void tst_TarnConfig::anyTextOfXmlComesBack_data()
+void TestTarnConfig::anyTextOfXmlComesBack_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("blanks around") << "  a b  ";
@@ -261,7 +261,7 @@ void tst_TarnConfig::anyTextOfXmlComesBack_data()
     QTest::newRow("each of the first") << all;
 }
 
-void tst_TarnConfig::anyTextOfXmlComesBack()
+void TestTarnConfig::anyTextOfXmlComesBack()
 {
     QFETCH(QString, text);
     Cores cores;
@@ -283,7 +283,7 @@ void tst_TarnConfig::anyTextOfXmlComesBack()
     QCOMPARE(readFile(path()), first);
 }
 
-void tst_TarnConfig::limitsOfTheEditorDoNotHold()
+void TestTarnConfig::limitsOfTheEditorDoNotHold()
 {
     Cores cores;
     for (int index : {3, 3, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
@@ -299,7 +299,7 @@ void tst_TarnConfig::limitsOfTheEditorDoNotHold()
     QCOMPARE(coresText(copy.list), coresText(cores.list));
 }
 
-void tst_TarnConfig::otherTextXmlCannotHoldIsNotWritten_data()
+void TestTarnConfig::otherTextXmlCannotHoldIsNotWritten_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("null character") << QString(QChar(0));
@@ -314,7 +314,7 @@ void tst_TarnConfig::otherTextXmlCannotHoldIsNotWritten_data()
     QTest::newRow("last") << QString(QChar(0xffff));
 }
 
-void tst_TarnConfig::otherTextXmlCannotHoldIsNotWritten()
+void TestTarnConfig::otherTextXmlCannotHoldIsNotWritten()
 {
     QFETCH(QString, text);
     const auto setters = {
@@ -340,7 +340,7 @@ void tst_TarnConfig::otherTextXmlCannotHoldIsNotWritten()
     }
 }
 
-void tst_TarnConfig::membersNestToTheLimit()
+void TestTarnConfig::membersNestToTheLimit()
 {
     Cores cores;
     cores.add(0)->addProbeIn(0);
@@ -355,7 +355,7 @@ void tst_TarnConfig::membersNestToTheLimit()
     QCOMPARE(readFile(path()), former);
 }
 
-void tst_TarnConfig::unknownKindIsNotWritten()
+void TestTarnConfig::unknownKindIsNotWritten()
 {
     for (int kind : {SignalItem::Unset - 1, SignalItem::Bus + 1}) {
         Cores cores = sampleCores();
@@ -365,13 +365,13 @@ void tst_TarnConfig::unknownKindIsNotWritten()
     }
 }
 
-void tst_TarnConfig::nullCoreIsNotWritten()
+void TestTarnConfig::nullCoreIsNotWritten()
 {
     QVERIFY(!TARN::writeTARNConfigToXml({nullptr}, path(QStringLiteral("new.tarn"))));
     QVERIFY(!QFile::exists(path(QStringLiteral("new.tarn"))));
 }
 
-void tst_TarnConfig::otherLayoutsAreRead_data()
+void TestTarnConfig::otherLayoutsAreRead_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("text");
@@ -403,7 +403,7 @@ void tst_TarnConfig::otherLayoutsAreRead_data()
         << fileWith("<Core index='0' module='a\nb'/>") << "core 0 \"a b\" clock \"\" sync 0";
 }
 
-void tst_TarnConfig::otherLayoutsAreRead()
+void TestTarnConfig::otherLayoutsAreRead()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, text);
@@ -417,7 +417,7 @@ void tst_TarnConfig::otherLayoutsAreRead()
 }
 
 /// Adds a refusal of @p value for the attribute @p name of an element in its right place.
-void tst_TarnConfig::valueRow(const QByteArray &element, const QByteArray &name,
+void TestTarnConfig::valueRow(const QByteArray &element, const QByteArray &name,
                               const QByteArray &value, const QByteArray &allowed)
 {
     QByteArray required;
@@ -445,7 +445,7 @@ void tst_TarnConfig::valueRow(const QByteArray &element, const QByteArray &name,
     QTest::newRow(row.constData()) << content << reason;
 }
 
-void tst_TarnConfig::refusalsSayWhatAndWhere_data()
+void TestTarnConfig::refusalsSayWhatAndWhere_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("reason");
@@ -580,7 +580,7 @@ void tst_TarnConfig::refusalsSayWhatAndWhere_data()
         "Line 7, column 221: Elements are nested deeper than 16 levels. Remove the inner ones.");
 }
 
-void tst_TarnConfig::refusalsSayWhatAndWhere()
+void TestTarnConfig::refusalsSayWhatAndWhere()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, reason);
@@ -600,7 +600,7 @@ void tst_TarnConfig::refusalsSayWhatAndWhere()
     QCOMPARE(debugLines(), QStringList{error});
 }
 
-void tst_TarnConfig::everyTruncationIsRefused()
+void TestTarnConfig::everyTruncationIsRefused()
 {
     const Cores cores = sampleCores();
     QVERIFY(TARN::writeTARNConfigToXml(cores.list, path()));
@@ -617,7 +617,7 @@ void tst_TarnConfig::everyTruncationIsRefused()
     QVERIFY(TARN::checkTARNFile(path()));
 }
 
-void tst_TarnConfig::unreadablePathsAreRefused_data()
+void TestTarnConfig::unreadablePathsAreRefused_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("missing") << "missing.tarn";
@@ -627,7 +627,7 @@ void tst_TarnConfig::unreadablePathsAreRefused_data()
     QTest::newRow("link to itself") << "loop";
 }
 
-void tst_TarnConfig::unreadablePathsAreRefused()
+void TestTarnConfig::unreadablePathsAreRefused()
 {
     QFETCH(QString, name);
     QDir(m_folder.path()).mkdir(QStringLiteral("folder"));
@@ -646,7 +646,7 @@ void tst_TarnConfig::unreadablePathsAreRefused()
     QCOMPARE(debugLines(), QStringList{error});
 }
 
-void tst_TarnConfig::oversizedFileIsRefused()
+void TestTarnConfig::oversizedFileIsRefused()
 {
     writeFile(path(), EmptyFile);
     // Sparse, and readable up to the limit: blanks behind the root are allowed, null bytes not.
@@ -661,7 +661,7 @@ void tst_TarnConfig::oversizedFileIsRefused()
     QVERIFY2(error.contains(QStringLiteral("Line 5")), qPrintable(error));
 }
 
-void tst_TarnConfig::hostileFilesAreRefusedQuickly_data()
+void TestTarnConfig::hostileFilesAreRefusedQuickly_data()
 {
     QTest::addColumn<QByteArray>("content");
     QByteArray attributes;
@@ -682,7 +682,7 @@ void tst_TarnConfig::hostileFilesAreRefusedQuickly_data()
     QTest::newRow("name of an element") << "<" + QByteArray(10000000, 'a') + "/>";
 }
 
-void tst_TarnConfig::hostileFilesAreRefusedQuickly()
+void TestTarnConfig::hostileFilesAreRefusedQuickly()
 {
     QFETCH(QByteArray, content);
     writeFile(path(), content);
@@ -692,7 +692,7 @@ void tst_TarnConfig::hostileFilesAreRefusedQuickly()
     QVERIFY2(timer.elapsed() < 10000, "the effort has to grow with the size of the file only");
 }
 
-void tst_TarnConfig::refusalLeavesUnusedPointersAlone()
+void TestTarnConfig::refusalLeavesUnusedPointersAlone()
 {
     writeFile(path(), "broken");
     QVERIFY(TARN::readTARNConfigFromXml(path(), nullptr, nullptr).isEmpty());
@@ -700,7 +700,7 @@ void tst_TarnConfig::refusalLeavesUnusedPointersAlone()
     QVERIFY(TARN::readTARNConfigFromXml(path(), nullptr, nullptr).isEmpty());
 }
 
-void tst_TarnConfig::acceptanceWritesNoDebugLine()
+void TestTarnConfig::acceptanceWritesNoDebugLine()
 {
     const Cores cores = sampleCores();
     QVERIFY(TARN::writeTARNConfigToXml(cores.list, path()));
@@ -708,7 +708,7 @@ void tst_TarnConfig::acceptanceWritesNoDebugLine()
     QCOMPARE(debugLines(), QStringList());
 }
 
-void tst_TarnConfig::failedWriteSaysWhyOnTheDebugStream()
+void TestTarnConfig::failedWriteSaysWhyOnTheDebugStream()
 {
     Cores cores;
     cores.add(0)->module = QStringLiteral("a\x01");
@@ -718,5 +718,5 @@ void tst_TarnConfig::failedWriteSaysWhyOnTheDebugStream()
                              .arg(path())});
 }
 
-TARN_TEST_MAIN(tst_TarnConfig)
+TARN_TEST_MAIN(TestTarnConfig)
 #include "tst_tarnconfig.moc"

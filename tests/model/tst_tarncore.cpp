@@ -31,7 +31,7 @@ QList<int> indexesOf(const QList<Port *> &ports)
 
 } // namespace
 
-class tst_TarnCore : public TarnTest::TestCase
+class TestTarnCore : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -51,7 +51,7 @@ private Q_SLOTS:
     void signalTravelsInAVariant();
 };
 
-void tst_TarnCore::newCoreIsEmpty()
+void TestTarnCore::newCoreIsEmpty()
 {
     const TarnCore core(7);
     QCOMPARE(core.index, 7);
@@ -62,7 +62,7 @@ void tst_TarnCore::newCoreIsEmpty()
     QVERIFY(!core.syncUserClock);
 }
 
-void tst_TarnCore::newPortsGoToTheEnd()
+void TestTarnCore::newPortsGoToTheEnd()
 {
     TarnCore core(0);
     core.addProbeIn(5);
@@ -75,7 +75,7 @@ void tst_TarnCore::newPortsGoToTheEnd()
     QVERIFY(core.probeOuts.last()->initialValue.isEmpty());
 }
 
-void tst_TarnCore::removingDeletesThePortAtThePosition()
+void TestTarnCore::removingDeletesThePortAtThePosition()
 {
     TarnCore core(0);
     for (int i = 0; i < 3; ++i) {
@@ -88,7 +88,7 @@ void tst_TarnCore::removingDeletesThePortAtThePosition()
     QCOMPARE(indexesOf(core.probeOuts), (QList<int>{1, 2}));
 }
 
-void tst_TarnCore::removingOutOfRangeDoesNothing_data()
+void TestTarnCore::removingOutOfRangeDoesNothing_data()
 {
     QTest::addColumn<int>("position");
     QTest::newRow("none selected") << -1;
@@ -97,7 +97,7 @@ void tst_TarnCore::removingOutOfRangeDoesNothing_data()
     QTest::newRow("smallest") << std::numeric_limits<int>::min();
 }
 
-void tst_TarnCore::removingOutOfRangeDoesNothing()
+void TestTarnCore::removingOutOfRangeDoesNothing()
 {
     QFETCH(int, position);
     TarnCore core(0);
@@ -111,7 +111,7 @@ void tst_TarnCore::removingOutOfRangeDoesNothing()
     QCOMPARE(indexesOf(core.probeOuts), (QList<int>{0, 1}));
 }
 
-void tst_TarnCore::renumberingFollowsThePositions()
+void TestTarnCore::renumberingFollowsThePositions()
 {
     TarnCore core(0);
     for (int i = 0; i < 3; ++i) {
@@ -127,7 +127,7 @@ void tst_TarnCore::renumberingFollowsThePositions()
     QCOMPARE(indexesOf(core.probeOuts), (QList<int>{0, 1}));
 }
 
-void tst_TarnCore::gettersLookUpPositions()
+void TestTarnCore::gettersLookUpPositions()
 {
     TarnCore core(0);
     core.addProbeIn(8);
@@ -141,7 +141,7 @@ void tst_TarnCore::gettersLookUpPositions()
     QVERIFY(!core.getProbeOut(-1));
 }
 
-void tst_TarnCore::portsWithSignalsAreAvailable()
+void TestTarnCore::portsWithSignalsAreAvailable()
 {
     TarnCore core(0);
     for (int i = 0; i < 3; ++i) {
@@ -159,7 +159,7 @@ void tst_TarnCore::portsWithSignalsAreAvailable()
              (QList<ProbeOut *>{core.probeOuts.at(0), core.probeOuts.at(2)}));
 }
 
-void tst_TarnCore::singleSignalsExpandBuses()
+void TestTarnCore::singleSignalsExpandBuses()
 {
     ProbeIn port;
     QVERIFY(port.singleSignals().isEmpty());
@@ -183,7 +183,7 @@ void tst_TarnCore::singleSignalsExpandBuses()
              (QStringList{QStringLiteral("top/e"), QStringLiteral("top/empty")}));
 }
 
-void tst_TarnCore::coreDeletesItsPorts()
+void TestTarnCore::coreDeletesItsPorts()
 {
     static int deleted = 0;
     struct Counted : ProbeOut
@@ -200,14 +200,14 @@ void tst_TarnCore::coreDeletesItsPorts()
     QCOMPARE(deleted, 3);
 }
 
-void tst_TarnCore::portKindsHaveFixedNumbers()
+void TestTarnCore::portKindsHaveFixedNumbers()
 {
     QCOMPARE(int(TARN::ProbeTypeIn), 0);
     QCOMPARE(int(TARN::ProbeTypeOut), 1);
     QVERIFY((std::is_base_of<ProbeIn, ProbeOut>::value));
 }
 
-void tst_TarnCore::defaultSignalIsUsableAndHasNoKind()
+void TestTarnCore::defaultSignalIsUsableAndHasNoKind()
 {
     const SignalItem item;
     QVERIFY(item.name.isEmpty());
@@ -219,7 +219,7 @@ void tst_TarnCore::defaultSignalIsUsableAndHasNoKind()
     QCOMPARE(item.width(), 1);
 }
 
-void tst_TarnCore::signalTravelsInAVariant()
+void TestTarnCore::signalTravelsInAVariant()
 {
     SignalItem original = bus(QStringLiteral("top/d"), {QStringLiteral("top/d[0]")});
     const QVariant variant = QVariant::fromValue(original);
@@ -231,5 +231,5 @@ void tst_TarnCore::signalTravelsInAVariant()
     QCOMPARE(variant.value<SignalItem>().members.at(0).name, QStringLiteral("top/d[0]"));
 }
 
-TARN_TEST_MAIN(tst_TarnCore)
+TARN_TEST_MAIN(TestTarnCore)
 #include "tst_tarncore.moc"

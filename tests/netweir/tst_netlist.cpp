@@ -33,7 +33,7 @@ QStringList fullBusNames(const QList<RtlNetBus *> &buses)
 
 } // namespace
 
-class tst_Netlist : public TarnTest::TestCase
+class TestNetlist : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -55,7 +55,7 @@ private Q_SLOTS:
     void deepHierarchyNeedsNoStack();
 };
 
-void tst_Netlist::nodesKnowTheirNamesParentAndChildren()
+void TestNetlist::nodesKnowTheirNamesParentAndChildren()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     Hierachy *u0 = builder.addHierachy(builder.top(), QStringLiteral("u0"), QStringLiteral("uart"));
@@ -74,7 +74,7 @@ void tst_Netlist::nodesKnowTheirNamesParentAndChildren()
     QVERIFY(fifo->children().isEmpty());
 }
 
-void tst_Netlist::netNamesJoinTheLevelsWithSlashes()
+void TestNetlist::netNamesJoinTheLevelsWithSlashes()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     Hierachy *u0 = builder.addHierachy(builder.top(), QStringLiteral("u0"), QStringLiteral("m"));
@@ -92,7 +92,7 @@ void tst_Netlist::netNamesJoinTheLevelsWithSlashes()
     QCOMPARE(bus->nets().first()->name(), QStringLiteral("data[1]"));
 }
 
-void tst_Netlist::returningAFullNameCopiesNothing()
+void TestNetlist::returningAFullNameCopiesNothing()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     const RtlNet *net = builder.addNet(builder.top(), QStringLiteral("clk"));
@@ -101,7 +101,7 @@ void tst_Netlist::returningAFullNameCopiesNothing()
     QCOMPARE(&bus->fullBusName(), &bus->fullBusName());
 }
 
-void tst_Netlist::busMembersFollowTheDeclaration_data()
+void TestNetlist::busMembersFollowTheDeclaration_data()
 {
     QTest::addColumn<int>("left");
     QTest::addColumn<int>("right");
@@ -119,7 +119,7 @@ void tst_Netlist::busMembersFollowTheDeclaration_data()
         << -11 << -10 << "top/d[-11:-10]" << QStringList{"top/d[-11]", "top/d[-10]"};
 }
 
-void tst_Netlist::busMembersFollowTheDeclaration()
+void TestNetlist::busMembersFollowTheDeclaration()
 {
     QFETCH(int, left);
     QFETCH(int, right);
@@ -133,7 +133,7 @@ void tst_Netlist::busMembersFollowTheDeclaration()
     QVERIFY(builder.top()->nets().isEmpty());
 }
 
-void tst_Netlist::busCarriesAMarkWhenAnyMemberDoes()
+void TestNetlist::busCarriesAMarkWhenAnyMemberDoes()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     const RtlNetBus *none = builder.addBus(builder.top(), QStringLiteral("a"), 1, 0);
@@ -154,7 +154,7 @@ void tst_Netlist::busCarriesAMarkWhenAnyMemberDoes()
     QVERIFY(!out->nets().last()->excludedForProbeOut());
 }
 
-void tst_Netlist::oneMarkServesAllMembers()
+void TestNetlist::oneMarkServesAllMembers()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     const RtlNetBus *bus = builder.addBus(builder.top(), QStringLiteral("a"), 2, 0, {{true, true}});
@@ -164,7 +164,7 @@ void tst_Netlist::oneMarkServesAllMembers()
     }
 }
 
-void tst_Netlist::subtreeListsGoNodeByNodeInOrder()
+void TestNetlist::subtreeListsGoNodeByNodeInOrder()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     Hierachy *a = builder.addHierachy(builder.top(), QStringLiteral("a"), QStringLiteral("m"));
@@ -183,7 +183,7 @@ void tst_Netlist::subtreeListsGoNodeByNodeInOrder()
     QCOMPARE(fullNames(a->singleNetsIncludeSub()), (QStringList{"top/a/n", "top/a/x/n"}));
 }
 
-void tst_Netlist::findNetComparesWholeNames()
+void TestNetlist::findNetComparesWholeNames()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     Hierachy *u0 = builder.addHierachy(builder.top(), QStringLiteral("u0"), QStringLiteral("m"));
@@ -200,7 +200,7 @@ void tst_Netlist::findNetComparesWholeNames()
     QVERIFY(!netlist->findNet(QString()));
 }
 
-void tst_Netlist::findNetFindsEveryNet()
+void TestNetlist::findNetFindsEveryNet()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     QList<RtlNet *> all;
@@ -214,7 +214,7 @@ void tst_Netlist::findNetFindsEveryNet()
     QVERIFY(!netlist->findNet(QStringLiteral("top/n5000")));
 }
 
-void tst_Netlist::findNetGivesTheFirstOfEqualNames()
+void TestNetlist::findNetGivesTheFirstOfEqualNames()
 {
     // An escaped name may spell the path of another net.
     NetlistBuilder builder(QStringLiteral("top"));
@@ -225,7 +225,7 @@ void tst_Netlist::findNetGivesTheFirstOfEqualNames()
     QCOMPARE(netlist->findNet(QStringLiteral("top/a/b")), escaped);
 }
 
-void tst_Netlist::anEmptyNetlistFindsNothing()
+void TestNetlist::anEmptyNetlistFindsNothing()
 {
     NetlistBuilder builder(QStringLiteral("top"));
     const auto netlist = builder.take();
@@ -234,7 +234,7 @@ void tst_Netlist::anEmptyNetlistFindsNothing()
     QVERIFY(netlist->top()->netbusesIncludeSub().isEmpty());
 }
 
-void tst_Netlist::jtagFlagIsKept()
+void TestNetlist::jtagFlagIsKept()
 {
     NetlistBuilder without(QStringLiteral("top"));
     QVERIFY(!without.take()->usesJtagPrimitive());
@@ -243,7 +243,7 @@ void tst_Netlist::jtagFlagIsKept()
     QVERIFY(with.take()->usesJtagPrimitive());
 }
 
-void tst_Netlist::namesOutliveTheNetlist()
+void TestNetlist::namesOutliveTheNetlist()
 {
     QString kept;
     {
@@ -255,7 +255,7 @@ void tst_Netlist::namesOutliveTheNetlist()
     QCOMPARE(kept, QStringLiteral("top/clk"));
 }
 
-void tst_Netlist::deepHierarchyNeedsNoStack()
+void TestNetlist::deepHierarchyNeedsNoStack()
 {
     constexpr int Depth = 3000;
     NetlistBuilder builder(QStringLiteral("t"));
@@ -267,5 +267,5 @@ void tst_Netlist::deepHierarchyNeedsNoStack()
     QCOMPARE(netlist->top()->singleNetsIncludeSub().size(), 1);
 }
 
-QTEST_APPLESS_MAIN(tst_Netlist)
+QTEST_APPLESS_MAIN(TestNetlist)
 #include "tst_netlist.moc"

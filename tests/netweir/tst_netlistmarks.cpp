@@ -14,7 +14,7 @@ using namespace NETWEIR;
 /// Which nets are excluded for Probe In and Probe Out use. Whole netlists are compared as text (see
 /// netlisttext.h): '.' is a net without marks, 'O' one that is driven, 'X' one that is no hardware
 /// value.
-class tst_NetlistMarks : public TarnTest::TestCase
+class TestNetlistMarks : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ private Q_SLOTS:
     void marksOfBusesComeFromTheirMembers();
 };
 
-void tst_NetlistMarks::marksFollowTheDesign_data()
+void TestNetlistMarks::marksFollowTheDesign_data()
 {
     QTest::addColumn<QByteArray>("source");
     QTest::addColumn<QString>("expected");
@@ -791,7 +791,7 @@ top : top
 )");
 }
 
-void tst_NetlistMarks::marksFollowTheDesign()
+void TestNetlistMarks::marksFollowTheDesign()
 {
     QFETCH(QByteArray, source);
     QFETCH(QString, expected);
@@ -800,7 +800,7 @@ void tst_NetlistMarks::marksFollowTheDesign()
 }
 
 /// What the elaborator leaves out is told by name, and reaches the ports of other instances.
-void tst_NetlistMarks::tiedNetsAreDriven()
+void TestNetlistMarks::tiedNetsAreDriven()
 {
     const QByteArray source = R"(
 module inner(inout p, input i); wire w; tran (p, w); endmodule
@@ -835,7 +835,7 @@ module top(inout pad); wire w, a, b, \x/1 ; wire [3:0] v; tran (pad, w); inner u
 )"));
 }
 
-void tst_NetlistMarks::pinsOfStubsAreDrivers()
+void TestNetlistMarks::pinsOfStubsAreDrivers()
 {
     const QByteArray source = R"(
 module STUB(input [1023:0] a, input [1023:0] b); endmodule
@@ -861,7 +861,7 @@ endmodule)";
 }
 
 /// From the sources on: nothing tells how wide the pins of an unknown module are.
-void tst_NetlistMarks::everythingConnectedToAnUnknownModuleIsDriven()
+void TestNetlistMarks::everythingConnectedToAnUnknownModuleIsDriven()
 {
     TarnTest::DesignFixture design;
     design.add(QStringLiteral("top.v"), R"(
@@ -882,7 +882,7 @@ module top(input clk); wire [7:0] whole, part, mixed; wire [3:0] spread; wire lo
 }
 
 /// Whatever the elaborator does to fit it to the width of the pin, and in arrays too.
-void tst_NetlistMarks::everyWidthOnAnUnknownModuleIsDriven()
+void TestNetlistMarks::everyWidthOnAnUnknownModuleIsDriven()
 {
     TarnTest::DesignFixture design;
     design.add(QStringLiteral("top.sv"), R"(
@@ -920,7 +920,7 @@ endmodule)");
 )"));
 }
 
-void tst_NetlistMarks::pinsOfPrimitivesHaveTheirDirection()
+void TestNetlistMarks::pinsOfPrimitivesHaveTheirDirection()
 {
     const QByteArray source = R"(
 module PRIM(input i, output [1:0] o, inout io); endmodule
@@ -937,7 +937,7 @@ module top; wire i, io, u, a; wire [3:0] o; PRIM p(i, o[2:1], io); udp g(u, a); 
 )"));
 }
 
-void tst_NetlistMarks::marksOfBusesComeFromTheirMembers()
+void TestNetlistMarks::marksOfBusesComeFromTheirMembers()
 {
     const TarnTest::Elaboration design("module top(input a); wire [1:0] none, some; assign some[0] "
                                        "= a; supply1 [1:0] s; endmodule");
@@ -954,5 +954,5 @@ void tst_NetlistMarks::marksOfBusesComeFromTheirMembers()
     QVERIFY(buses.at(2)->excludedForProbeOut());
 }
 
-TARN_TEST_MAIN(tst_NetlistMarks)
+TARN_TEST_MAIN(TestNetlistMarks)
 #include "tst_netlistmarks.moc"

@@ -10,7 +10,7 @@ using namespace NETWEIR;
 
 /// What appears in the netlist of a design and under which names. Whole netlists are compared as
 /// text (see netlisttext.h).
-class tst_NetlistNames : public TarnTest::TestCase
+class TestNetlistNames : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ private Q_SLOTS:
     void jtagPrimitiveCountsWhereItIsReached();
 };
 
-void tst_NetlistNames::netlistShowsTheDesign_data()
+void TestNetlistNames::netlistShowsTheDesign_data()
 {
     QTest::addColumn<QByteArray>("source");
     QTest::addColumn<QString>("expected");
@@ -331,7 +331,7 @@ top : top
 )");
 }
 
-void tst_NetlistNames::netlistShowsTheDesign()
+void TestNetlistNames::netlistShowsTheDesign()
 {
     QFETCH(QByteArray, source);
     QFETCH(QString, expected);
@@ -339,7 +339,7 @@ void tst_NetlistNames::netlistShowsTheDesign()
     QCOMPARE(TarnTest::netlistTextOf(source), expected);
 }
 
-void tst_NetlistNames::unknownAndPrimitiveModulesAreNoNodes()
+void TestNetlistNames::unknownAndPrimitiveModulesAreNoNodes()
 {
     const QByteArray source = R"(
 module STUB #(parameter N = 0)(input a); endmodule
@@ -354,7 +354,7 @@ module top(input a); wire b, c; STUB #(3) s(a); PRIM p(a, b); udp u(c, a); user 
              QStringLiteral("top : top\n    a O\n    b O\n    c O\n    v : user\n        a O\n"));
 }
 
-void tst_NetlistNames::jtagPrimitiveCountsWhereItIsReached_data()
+void TestNetlistNames::jtagPrimitiveCountsWhereItIsReached_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<bool>("uses");
@@ -368,7 +368,7 @@ void tst_NetlistNames::jtagPrimitiveCountsWhereItIsReached_data()
     QTest::newRow("part of a name") << QByteArray("KX_JTAG2 j(c);") << false;
 }
 
-void tst_NetlistNames::jtagPrimitiveCountsWhereItIsReached()
+void TestNetlistNames::jtagPrimitiveCountsWhereItIsReached()
 {
     QFETCH(QByteArray, body);
     QFETCH(bool, uses);
@@ -387,5 +387,5 @@ void tst_NetlistNames::jtagPrimitiveCountsWhereItIsReached()
     QCOMPARE(netlist->usesJtagPrimitive(), uses);
 }
 
-QTEST_APPLESS_MAIN(tst_NetlistNames)
+QTEST_APPLESS_MAIN(TestNetlistNames)
 #include "tst_netlistnames.moc"

@@ -18,7 +18,7 @@
 using namespace NETWEIR;
 
 /// How the reader of elaborated designs meets files that are not what they should be.
-class tst_NetlistReader : public TarnTest::TestCase
+class TestNetlistReader : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -155,7 +155,7 @@ QByteArray damaged(QByteArray xml, std::mt19937 *random)
 
 } // namespace
 
-std::unique_ptr<RtlNetlist> tst_NetlistReader::read(const QByteArray &xml, QString *error,
+std::unique_ptr<RtlNetlist> TestNetlistReader::read(const QByteArray &xml, QString *error,
                                                     const Internal::ReadOptions &options)
 {
     const QString path = m_folder.filePath(QStringLiteral("design.xml"));
@@ -163,7 +163,7 @@ std::unique_ptr<RtlNetlist> tst_NetlistReader::read(const QByteArray &xml, QStri
     return Internal::readElaboratedXml(path, options, error);
 }
 
-void tst_NetlistReader::refusesWhatIsNoElaboratedDesign_data()
+void TestNetlistReader::refusesWhatIsNoElaboratedDesign_data()
 {
     QTest::addColumn<QByteArray>("xml");
     QTest::addColumn<QString>("reason");
@@ -201,7 +201,7 @@ void tst_NetlistReader::refusesWhatIsNoElaboratedDesign_data()
         << tooLarge;
 }
 
-void tst_NetlistReader::refusesWhatIsNoElaboratedDesign()
+void TestNetlistReader::refusesWhatIsNoElaboratedDesign()
 {
     QFETCH(QByteArray, xml);
     QFETCH(QString, reason);
@@ -210,7 +210,7 @@ void tst_NetlistReader::refusesWhatIsNoElaboratedDesign()
     QVERIFY2(error.contains(reason), qPrintable(error));
 }
 
-void tst_NetlistReader::refusesAMissingFile()
+void TestNetlistReader::refusesAMissingFile()
 {
     QString error;
     const QString path = m_folder.filePath(QStringLiteral("none.xml"));
@@ -218,7 +218,7 @@ void tst_NetlistReader::refusesAMissingFile()
     QVERIFY2(error.contains(path), qPrintable(error));
 }
 
-void tst_NetlistReader::refusesEveryTruncation()
+void TestNetlistReader::refusesEveryTruncation()
 {
     const TarnTest::Elaboration elaboration(VariedDesign);
     QVERIFY2(elaboration.isOk(), elaboration.log().constData());
@@ -233,7 +233,7 @@ void tst_NetlistReader::refusesEveryTruncation()
     QVERIFY(!read(xml.left(xml.size() - 1), &error));
 }
 
-void tst_NetlistReader::deepNestingNeedsNoStack_data()
+void TestNetlistReader::deepNestingNeedsNoStack_data()
 {
     QTest::addColumn<QByteArray>("xml");
     constexpr int Depth = 200000;
@@ -270,7 +270,7 @@ void tst_NetlistReader::deepNestingNeedsNoStack_data()
     QTest::newRow("instances") << design(modules);
 }
 
-void tst_NetlistReader::deepNestingNeedsNoStack()
+void TestNetlistReader::deepNestingNeedsNoStack()
 {
     QFETCH(QByteArray, xml);
     QString error;
@@ -279,7 +279,7 @@ void tst_NetlistReader::deepNestingNeedsNoStack()
     QVERIFY(netlist->findNet(QStringLiteral("top/n")));
 }
 
-void tst_NetlistReader::longConcatenationsNeedNoStack()
+void TestNetlistReader::longConcatenationsNeedNoStack()
 {
     // Concatenations come as a chain of pairs.
     QByteArray names("n0");
@@ -301,7 +301,7 @@ void tst_NetlistReader::longConcatenationsNeedNoStack()
 }
 
 /// The same damages in every run.
-void tst_NetlistReader::damagedFilesNeverCrash()
+void TestNetlistReader::damagedFilesNeverCrash()
 {
     const TarnTest::Elaboration elaboration(VariedDesign);
     QVERIFY2(elaboration.isOk(), elaboration.log().constData());
@@ -325,7 +325,7 @@ void tst_NetlistReader::damagedFilesNeverCrash()
     QVERIFY2(readable > 150, qPrintable(QString::number(readable)));
 }
 
-void tst_NetlistReader::endsWhenCancelled()
+void TestNetlistReader::endsWhenCancelled()
 {
     const TarnTest::Elaboration elaboration(VariedDesign);
     QVERIFY2(elaboration.isOk(), elaboration.log().constData());
@@ -341,7 +341,7 @@ void tst_NetlistReader::endsWhenCancelled()
 }
 
 /// The names of all of them would take 80 GB.
-void tst_NetlistReader::deepScopesTakeLittleMemory()
+void TestNetlistReader::deepScopesTakeLittleMemory()
 {
     QByteArray scopes;
     for (int i = 0; i < 200000; ++i)
@@ -356,7 +356,7 @@ void tst_NetlistReader::deepScopesTakeLittleMemory()
     QVERIFY(netlist->findNet(QStringLiteral("top/n")));
 }
 
-void tst_NetlistReader::namesOfDeepHierarchiesAreRead()
+void TestNetlistReader::namesOfDeepHierarchiesAreRead()
 {
     constexpr int Depth = 4000;
     QString error;
@@ -368,7 +368,7 @@ void tst_NetlistReader::namesOfDeepHierarchiesAreRead()
     QVERIFY(netlist->findNet(path + QLatin1Char('v')));
 }
 
-void tst_NetlistReader::endsAtTheLimitOfMemory_data()
+void TestNetlistReader::endsAtTheLimitOfMemory_data()
 {
     QTest::addColumn<QByteArray>("xml");
 #ifndef __SANITIZE_ADDRESS__ // Which keeps what was given back, so that it is not taken anew.
@@ -380,7 +380,7 @@ void tst_NetlistReader::endsAtTheLimitOfMemory_data()
                                         "right=\"0\"/>");
 }
 
-void tst_NetlistReader::endsAtTheLimitOfMemory()
+void TestNetlistReader::endsAtTheLimitOfMemory()
 {
     QFETCH(QByteArray, xml);
     Internal::ReadOptions options;
@@ -391,7 +391,7 @@ void tst_NetlistReader::endsAtTheLimitOfMemory()
     QCOMPARE(error, QStringLiteral("Reading needs more than 100 MB of memory and was ended."));
 }
 
-void tst_NetlistReader::refusesALargeFile()
+void TestNetlistReader::refusesALargeFile()
 {
     QFile file(m_folder.filePath(QStringLiteral("large.xml")));
     QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(100 * Megabyte + 1));
@@ -403,7 +403,7 @@ void tst_NetlistReader::refusesALargeFile()
              qPrintable(error));
 }
 
-void tst_NetlistReader::endsInAnyWork_data()
+void TestNetlistReader::endsInAnyWork_data()
 {
     QTest::addColumn<QByteArray>("xml");
     const QByteArray variable("<varref name=\"n\" dtype_id=\"1\"/>");
@@ -428,7 +428,7 @@ void tst_NetlistReader::endsInAnyWork_data()
 }
 
 /// What a file can make last for hours ends in time, by itself and when cancelled.
-void tst_NetlistReader::endsInAnyWork()
+void TestNetlistReader::endsInAnyWork()
 {
     QFETCH(QByteArray, xml);
     Internal::ReadOptions options;
@@ -457,5 +457,5 @@ void tst_NetlistReader::endsInAnyWork()
     QVERIFY2(sinceCancel.elapsed() < 1000, qPrintable(QString::number(sinceCancel.elapsed())));
 }
 
-QTEST_APPLESS_MAIN(tst_NetlistReader)
+QTEST_APPLESS_MAIN(TestNetlistReader)
 #include "tst_netlistreader.moc"

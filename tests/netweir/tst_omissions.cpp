@@ -14,7 +14,7 @@ using TarnTest::DesignFixture;
 
 /// Designs with something that the elaborator cannot read: the rest of them opens, and messages say
 /// what is missing.
-class tst_Omissions : public TarnTest::TestCase
+class TestOmissions : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -31,7 +31,7 @@ private Q_SLOTS:
     void goTogether();
 };
 
-void tst_Omissions::theRestOpens_data()
+void TestOmissions::theRestOpens_data()
 {
     QTest::addColumn<QByteArray>("source");
     QTest::addColumn<QStringList>("leftOut"); // "LINE: KIND NAME"
@@ -242,7 +242,7 @@ endmodule)",
         {"2: procedural block"}, flop);
 }
 
-void tst_Omissions::theRestOpens()
+void TestOmissions::theRestOpens()
 {
     QFETCH(QByteArray, source);
     QFETCH(QStringList, leftOut);
@@ -261,7 +261,7 @@ void tst_Omissions::theRestOpens()
     QCOMPARE(TarnTest::netlistText(design.netlist->top()), netlist);
 }
 
-void tst_Omissions::usersInOtherFilesGoToo()
+void TestOmissions::usersInOtherFilesGoToo()
 {
     DesignFixture design;
     design.add(QStringLiteral("a.sv"),
@@ -279,7 +279,7 @@ void tst_Omissions::usersInOtherFilesGoToo()
              QStringLiteral("top : top\n    clk O\n    a O\n    q O\n"));
 }
 
-void tst_Omissions::whatReachesIntoAModuleGoesToo()
+void TestOmissions::whatReachesIntoAModuleGoesToo()
 {
     DesignFixture design;
     design.add(QStringLiteral("a.sv"),
@@ -294,7 +294,7 @@ void tst_Omissions::whatReachesIntoAModuleGoesToo()
              QStringLiteral("top : top\n    clk O\n    a O\n    q O\n    r O\n"));
 }
 
-void tst_Omissions::faultsStayErrors_data()
+void TestOmissions::faultsStayErrors_data()
 {
     QTest::addColumn<QByteArray>("source");
     QTest::addColumn<QString>("error");
@@ -327,7 +327,7 @@ void tst_Omissions::faultsStayErrors_data()
         "ERROR: a.sv:2:28: Can't find definition of variable: 'nothing'");
 }
 
-void tst_Omissions::faultsStayErrors()
+void TestOmissions::faultsStayErrors()
 {
     QFETCH(QByteArray, source);
     QFETCH(QString, error);
@@ -339,7 +339,7 @@ void tst_Omissions::faultsStayErrors()
     QVERIFY(!design.buildNetlist());
 }
 
-void tst_Omissions::comeAfterTheMacroOfTheTool()
+void TestOmissions::comeAfterTheMacroOfTheTool()
 {
     DesignFixture design;
     design.add(QStringLiteral("a.sv"), "module top(input clk, a, output reg q);\n"
@@ -356,7 +356,7 @@ void tst_Omissions::comeAfterTheMacroOfTheTool()
 }
 
 /// Each run ends at the first of these blocks.
-void tst_Omissions::endAfterSomeRuns()
+void TestOmissions::endAfterSomeRuns()
 {
     constexpr int Most = 20;
     const auto sourceOf = [](int blocks) {
@@ -388,7 +388,7 @@ void tst_Omissions::endAfterSomeRuns()
 }
 
 /// A tool that stumbles as long as the module is there.
-void tst_Omissions::goFromTheSmallestItemToTheModule()
+void TestOmissions::goFromTheSmallestItemToTheModule()
 {
     const QTemporaryDir folder;
     const QString tool = folder.filePath(QStringLiteral("verilator_bin"));
@@ -422,7 +422,7 @@ void tst_Omissions::goFromTheSmallestItemToTheModule()
 }
 
 /// Everything that one run complains of goes at once, in little time.
-void tst_Omissions::goTogether()
+void TestOmissions::goTogether()
 {
     constexpr int Count = 1000;
     QByteArray source("module top(input clk, a, output logic q);\n");
@@ -439,5 +439,5 @@ void tst_Omissions::goTogether()
              QStringLiteral("top : top\n    clk O\n    a O\n    q O\n"));
 }
 
-TARN_TEST_MAIN(tst_Omissions)
+TARN_TEST_MAIN(TestOmissions)
 #include "tst_omissions.moc"

@@ -46,7 +46,7 @@ private:
 
 } // namespace
 
-class EventManagerTest : public TarnTest::TestCase
+class TestEventManager : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -70,7 +70,7 @@ private:
     static void send(const QString &name) { EventManager::instance()->send(IEvent(name)); }
 };
 
-void EventManagerTest::eventCarriesNameAndValues()
+void TestEventManager::eventCarriesNameAndValues()
 {
     const IEvent event(QStringLiteral("E"), {{QStringLiteral("file"), QStringLiteral("a.v")}});
     QCOMPARE(event.name(), QStringLiteral("E"));
@@ -78,7 +78,7 @@ void EventManagerTest::eventCarriesNameAndValues()
     QVERIFY(!event.get(QStringLiteral("type")).isValid());
 }
 
-void EventManagerTest::handlersReceiveInOrderOfSubscription()
+void TestEventManager::handlersReceiveInOrderOfSubscription()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -93,7 +93,7 @@ void EventManagerTest::handlersReceiveInOrderOfSubscription()
     QCOMPARE(log, QStringList({"c:E", "a:E", "b:F"}));
 }
 
-void EventManagerTest::subscribingTwiceDeliversOnce()
+void TestEventManager::subscribingTwiceDeliversOnce()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -106,7 +106,7 @@ void EventManagerTest::subscribingTwiceDeliversOnce()
     QCOMPARE(log.size(), 1);
 }
 
-void EventManagerTest::leavingWithoutJoiningIsHarmless()
+void TestEventManager::leavingWithoutJoiningIsHarmless()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -119,7 +119,7 @@ void EventManagerTest::leavingWithoutJoiningIsHarmless()
     QCOMPARE(log, QStringList("b:E"));
 }
 
-void EventManagerTest::deadHandlersReceiveNothing()
+void TestEventManager::deadHandlersReceiveNothing()
 {
     QStringList log;
     auto a = std::make_unique<Recorder>(QStringLiteral("a"), &log);
@@ -131,7 +131,7 @@ void EventManagerTest::deadHandlersReceiveNothing()
     QCOMPARE(log, QStringList());
 }
 
-void EventManagerTest::lateJoinerMissesTheEventOfTheMoment()
+void TestEventManager::lateJoinerMissesTheEventOfTheMoment()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -144,7 +144,7 @@ void EventManagerTest::lateJoinerMissesTheEventOfTheMoment()
     QCOMPARE(log, QStringList({"a:E", "a:E", "b:E"}));
 }
 
-void EventManagerTest::handlerThatLeavesAndComesBackIsLate()
+void TestEventManager::handlerThatLeavesAndComesBackIsLate()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -161,7 +161,7 @@ void EventManagerTest::handlerThatLeavesAndComesBackIsLate()
     QCOMPARE(log, QStringList("a:E"));
 }
 
-void EventManagerTest::leaverBeforeItsTurnReceivesNothing()
+void TestEventManager::leaverBeforeItsTurnReceivesNothing()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -177,7 +177,7 @@ void EventManagerTest::leaverBeforeItsTurnReceivesNothing()
     QCOMPARE(log, QStringList({"a:E", "c:E"}));
 }
 
-void EventManagerTest::handlersMayDieDuringDelivery_data()
+void TestEventManager::handlersMayDieDuringDelivery_data()
 {
     QTest::addColumn<QString>("killer");
     QTest::addColumn<QString>("victims");
@@ -196,7 +196,7 @@ void EventManagerTest::handlersMayDieDuringDelivery_data()
                                 << "abd" << QStringList{"a:E", "b:E", "c:E"};
 }
 
-void EventManagerTest::handlersMayDieDuringDelivery()
+void TestEventManager::handlersMayDieDuringDelivery()
 {
     QFETCH(QString, killer);
     QFETCH(QString, victims);
@@ -216,7 +216,7 @@ void EventManagerTest::handlersMayDieDuringDelivery()
     QCOMPARE(log, expected);
 }
 
-void EventManagerTest::nestedDeliveryReachesLateJoinersOnlyInside()
+void TestEventManager::nestedDeliveryReachesLateJoinersOnlyInside()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -233,7 +233,7 @@ void EventManagerTest::nestedDeliveryReachesLateJoinersOnlyInside()
     QCOMPARE(log, QStringList({"a:E", "a:E", "b:E", "late:E", "b:E"}));
 }
 
-void EventManagerTest::nestedDeathEndsTheOuterDeliveryToTheDead()
+void TestEventManager::nestedDeathEndsTheOuterDeliveryToTheDead()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -254,7 +254,7 @@ void EventManagerTest::nestedDeathEndsTheOuterDeliveryToTheDead()
     QCOMPARE(log, QStringList({"a:E", "a:E", "b:E", "d:E", "d:E"}));
 }
 
-void EventManagerTest::joiningOtherNamesDuringDelivery()
+void TestEventManager::joiningOtherNamesDuringDelivery()
 {
     QStringList log;
     Recorder a(QStringLiteral("a"), &log);
@@ -269,7 +269,7 @@ void EventManagerTest::joiningOtherNamesDuringDelivery()
     QCOMPARE(log, QStringList({"a:E", "b:E"}));
 }
 
-void EventManagerTest::manyHandlersTakeNoQuadraticTime()
+void TestEventManager::manyHandlersTakeNoQuadraticTime()
 {
     constexpr int Count = 100000;
     QStringList log;
@@ -287,5 +287,5 @@ void EventManagerTest::manyHandlersTakeNoQuadraticTime()
     QCOMPARE(log.size(), 1);
 }
 
-QTEST_APPLESS_MAIN(EventManagerTest)
+QTEST_APPLESS_MAIN(TestEventManager)
 #include "tst_eventmanager.moc"

@@ -165,7 +165,7 @@ bool isAscii(const QString &text)
 
 } // namespace
 
-class NameMatcherTest : public TarnTest::TestCase
+class TestNameMatcher : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -183,7 +183,7 @@ private Q_SLOTS:
     void emptyPatternMatchesAll();
 };
 
-void NameMatcherTest::substringIsFoundLikeByIndexOf()
+void TestNameMatcher::substringIsFoundLikeByIndexOf()
 {
     RandomTexts random;
     int found = 0;
@@ -202,7 +202,7 @@ void NameMatcherTest::substringIsFoundLikeByIndexOf()
     QVERIFY(found > 1000);
 }
 
-void NameMatcherTest::longNameIsSearchedLikeByIndexOf()
+void TestNameMatcher::longNameIsSearchedLikeByIndexOf()
 {
     // Beyond 500 characters and with patterns of more than 5 Qt searches in another way.
     RandomTexts random;
@@ -225,14 +225,14 @@ void NameMatcherTest::longNameIsSearchedLikeByIndexOf()
     QVERIFY(found > 100 && found < 1000);
 }
 
-void NameMatcherTest::patternMatchesLikeQRegExp_data()
+void TestNameMatcher::patternMatchesLikeQRegExp_data()
 {
     QTest::addColumn<int>("syntax");
     QTest::newRow("wildcard") << int(QRegExp::WildcardUnix);
     QTest::newRow("regular expression") << int(QRegExp::RegExp);
 }
 
-void NameMatcherTest::patternMatchesLikeQRegExp()
+void TestNameMatcher::patternMatchesLikeQRegExp()
 {
     QFETCH(int, syntax);
     const QVector<Mark> &marks = marksOf(QRegExp::PatternSyntax(syntax));
@@ -262,12 +262,12 @@ void NameMatcherTest::patternMatchesLikeQRegExp()
     QVERIFY(matched > 20000);
 }
 
-void NameMatcherTest::requiredLiteralIsInEveryMatch_data()
+void TestNameMatcher::requiredLiteralIsInEveryMatch_data()
 {
     patternMatchesLikeQRegExp_data();
 }
 
-void NameMatcherTest::requiredLiteralIsInEveryMatch()
+void TestNameMatcher::requiredLiteralIsInEveryMatch()
 {
     QFETCH(int, syntax);
     const QVector<Mark> &marks = marksOf(QRegExp::PatternSyntax(syntax));
@@ -296,7 +296,7 @@ void NameMatcherTest::requiredLiteralIsInEveryMatch()
     QVERIFY(checked > 10000);
 }
 
-void NameMatcherTest::requiredLiteralOf_data()
+void TestNameMatcher::requiredLiteralOf_data()
 {
     QTest::addColumn<QString>("pattern");
     QTest::addColumn<int>("syntax");
@@ -338,7 +338,7 @@ void NameMatcherTest::requiredLiteralOf_data()
     QTest::newRow("other syntax") << "abc" << int(QRegExp::FixedString) << "";
 }
 
-void NameMatcherTest::requiredLiteralOf()
+void TestNameMatcher::requiredLiteralOf()
 {
     QFETCH(QString, pattern);
     QFETCH(int, syntax);
@@ -346,7 +346,7 @@ void NameMatcherTest::requiredLiteralOf()
     QCOMPARE(requiredLiteral(pattern, QRegExp::PatternSyntax(syntax)), literal);
 }
 
-void NameMatcherTest::behaviourOfQRegExpIsKept_data()
+void TestNameMatcher::behaviourOfQRegExpIsKept_data()
 {
     QTest::addColumn<QString>("pattern");
     QTest::addColumn<int>("syntax");
@@ -371,7 +371,7 @@ void NameMatcherTest::behaviourOfQRegExpIsKept_data()
     QTest::newRow("choice") << ".*clk|.*rst" << expression << "top/rst" << true;
 }
 
-void NameMatcherTest::behaviourOfQRegExpIsKept()
+void TestNameMatcher::behaviourOfQRegExpIsKept()
 {
     QFETCH(QString, pattern);
     QFETCH(int, syntax);
@@ -383,7 +383,7 @@ void NameMatcherTest::behaviourOfQRegExpIsKept()
     QTEST(NameMatcher(options).matches(name), "matches");
 }
 
-void NameMatcherTest::emptyPatternMatchesAll()
+void TestNameMatcher::emptyPatternMatchesAll()
 {
     SearchOptions options;
     for (const bool usePattern : {false, true}) {
@@ -395,6 +395,6 @@ void NameMatcherTest::emptyPatternMatchesAll()
     }
 }
 
-TARN_TEST_MAIN(NameMatcherTest)
+TARN_TEST_MAIN(TestNameMatcher)
 
 #include "tst_namematcher.moc"

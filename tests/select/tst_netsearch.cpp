@@ -114,7 +114,7 @@ std::unique_ptr<RtlNetlist> makeRandomNetlist(QRandomGenerator &random)
 
 } // namespace
 
-class NetSearchTest : public TarnTest::TestCase
+class TestNetSearch : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -141,7 +141,7 @@ private Q_SLOTS:
     void hierarchyHoldsWhatTheFlatSearchFinds();
 };
 
-void NetSearchTest::fieldsKeepTheirOrder()
+void TestNetSearch::fieldsKeepTheirOrder()
 {
     const auto netlist = makeNetlist();
     const SearchOptions options{"p", 0, true, 4, false, netlist->top(), true};
@@ -157,7 +157,7 @@ void NetSearchTest::fieldsKeepTheirOrder()
     QCOMPARE(module.buses.size(), 2);
 }
 
-void NetSearchTest::flatSearch_data()
+void TestNetSearch::flatSearch_data()
 {
     QTest::addColumn<QString>("pattern");
     QTest::addColumn<int>("syntax"); // -1: substring
@@ -190,7 +190,7 @@ void NetSearchTest::flatSearch_data()
     QTest::newRow("invalid expression") << "(clk" << expression << QStringList();
 }
 
-void NetSearchTest::flatSearch()
+void TestNetSearch::flatSearch()
 {
     QFETCH(QString, pattern);
     QFETCH(int, syntax);
@@ -202,7 +202,7 @@ void NetSearchTest::flatSearch()
     QTEST(search(netlist.get(), options), "names");
 }
 
-void NetSearchTest::candidatesComeFromTheChosenPlace_data()
+void TestNetSearch::candidatesComeFromTheChosenPlace_data()
 {
     QTest::addColumn<bool>("useSearchIn");
     QTest::addColumn<bool>("subentries");
@@ -217,7 +217,7 @@ void NetSearchTest::candidatesComeFromTheChosenPlace_data()
     QTest::newRow("top, never its subtree") << false << true << own;
 }
 
-void NetSearchTest::candidatesComeFromTheChosenPlace()
+void TestNetSearch::candidatesComeFromTheChosenPlace()
 {
     QFETCH(bool, useSearchIn);
     QFETCH(bool, subentries);
@@ -231,7 +231,7 @@ void NetSearchTest::candidatesComeFromTheChosenPlace()
     }
 }
 
-void NetSearchTest::caseIsIgnoredInAllModesUnlessAsked_data()
+void TestNetSearch::caseIsIgnoredInAllModesUnlessAsked_data()
 {
     QTest::addColumn<QString>("pattern");
     QTest::addColumn<int>("syntax");
@@ -240,7 +240,7 @@ void NetSearchTest::caseIsIgnoredInAllModesUnlessAsked_data()
     QTest::newRow("expression") << ".*FLAG" << int(QRegExp::RegExp);
 }
 
-void NetSearchTest::caseIsIgnoredInAllModesUnlessAsked()
+void TestNetSearch::caseIsIgnoredInAllModesUnlessAsked()
 {
     QFETCH(QString, pattern);
     QFETCH(int, syntax);
@@ -253,7 +253,7 @@ void NetSearchTest::caseIsIgnoredInAllModesUnlessAsked()
     QCOMPARE(search(netlist.get(), options), QStringList());
 }
 
-void NetSearchTest::resultsAreAppended()
+void TestNetSearch::resultsAreAppended()
 {
     const auto netlist = makeNetlist();
     QList<RtlNet *> nets{netlist->top()->nets().at(0)};
@@ -264,7 +264,7 @@ void NetSearchTest::resultsAreAppended()
                           "top/u0/cnt[1:0]"}));
 }
 
-void NetSearchTest::emptyPatternReplacesTheLists()
+void TestNetSearch::emptyPatternReplacesTheLists()
 {
     const auto netlist = makeNetlist();
     QList<RtlNet *> nets{nullptr};
@@ -274,7 +274,7 @@ void NetSearchTest::emptyPatternReplacesTheLists()
     QCOMPARE(buses, netlist->top()->netbusesIncludeSub());
 }
 
-void NetSearchTest::nullNetlistLeavesTheListsUntouched()
+void TestNetSearch::nullNetlistLeavesTheListsUntouched()
 {
     QList<RtlNet *> nets{nullptr};
     QList<RtlNetBus *> buses;
@@ -283,7 +283,7 @@ void NetSearchTest::nullNetlistLeavesTheListsUntouched()
     QVERIFY(buses.isEmpty());
 }
 
-void NetSearchTest::hierarchyLeavesOutBranchesWithoutMatch()
+void TestNetSearch::hierarchyLeavesOutBranchesWithoutMatch()
 {
     const auto netlist = makeNetlist();
     QCOMPARE(textOf(searchNetsHierarchy(everywhere(*netlist, "c"))),
@@ -291,7 +291,7 @@ void NetSearchTest::hierarchyLeavesOutBranchesWithoutMatch()
                      "    core:u0: clk clk_div cnt[1:0]\n"));
 }
 
-void NetSearchTest::hierarchyOfDeepMatchIsAChain()
+void TestNetSearch::hierarchyOfDeepMatchIsAChain()
 {
     const auto netlist = makeNetlist();
     QCOMPARE(textOf(searchNetsHierarchy(everywhere(*netlist, "flag"))),
@@ -301,7 +301,7 @@ void NetSearchTest::hierarchyOfDeepMatchIsAChain()
                      "            leaf:deeper: Flag\n"));
 }
 
-void NetSearchTest::hierarchyWithoutSubentriesHoldsTheNodeOnly()
+void TestNetSearch::hierarchyWithoutSubentriesHoldsTheNodeOnly()
 {
     const auto netlist = makeNetlist();
     SearchOptions options = everywhere(*netlist, QString());
@@ -309,13 +309,13 @@ void NetSearchTest::hierarchyWithoutSubentriesHoldsTheNodeOnly()
     QCOMPARE(textOf(searchNetsHierarchy(options)), QString("top: clk rst data[1:0]\n"));
 }
 
-void NetSearchTest::hierarchyRootIsThereWithoutMatch()
+void TestNetSearch::hierarchyRootIsThereWithoutMatch()
 {
     const auto netlist = makeNetlist();
     QCOMPARE(textOf(searchNetsHierarchy(everywhere(*netlist, "nothing"))), QString("top:\n"));
 }
 
-void NetSearchTest::hierarchyNeedsANode()
+void TestNetSearch::hierarchyNeedsANode()
 {
     const auto netlist = makeNetlist();
     SearchOptions options = everywhere(*netlist, "clk");
@@ -325,7 +325,7 @@ void NetSearchTest::hierarchyNeedsANode()
     QCOMPARE(textOf(searchNetsHierarchy(options)), QString(":\n"));
 }
 
-void NetSearchTest::hierarchyStartsAtTheNode()
+void TestNetSearch::hierarchyStartsAtTheNode()
 {
     const auto netlist = makeNetlist();
     SearchOptions options = everywhere(*netlist, "clk");
@@ -333,7 +333,7 @@ void NetSearchTest::hierarchyStartsAtTheNode()
     QCOMPARE(textOf(searchNetsHierarchy(options)), QString("core:u0: clk clk_div\n"));
 }
 
-void NetSearchTest::emptyPatternListsModulesWithNetsOnly()
+void TestNetSearch::emptyPatternListsModulesWithNetsOnly()
 {
     const auto netlist = makeNetlist();
     QCOMPARE(textOf(searchNetsHierarchy(everywhere(*netlist, QString()))),
@@ -344,7 +344,7 @@ void NetSearchTest::emptyPatternListsModulesWithNetsOnly()
                      "    core:u1: idle\n"));
 }
 
-void NetSearchTest::moduleIgnoresTheSubentriesSwitch()
+void TestNetSearch::moduleIgnoresTheSubentriesSwitch()
 {
     const auto netlist = makeNetlist();
     SearchOptions options = everywhere(*netlist, "flag");
@@ -358,7 +358,7 @@ void NetSearchTest::moduleIgnoresTheSubentriesSwitch()
                                      "            leaf:deeper: Flag\n"));
 }
 
-void NetSearchTest::singleCheckFollowsTheOptions()
+void TestNetSearch::singleCheckFollowsTheOptions()
 {
     const auto netlist = makeNetlist();
     RtlNet *clk = netlist->top()->nets().first();
@@ -378,7 +378,7 @@ void NetSearchTest::singleCheckFollowsTheOptions()
     QVERIFY(checkNetForHierarchy(data, options));
 }
 
-void NetSearchTest::hierarchyHoldsWhatTheFlatSearchFinds()
+void TestNetSearch::hierarchyHoldsWhatTheFlatSearchFinds()
 {
     QRandomGenerator random(7);
     const QStringList patterns{"",          "a",     "A",       "*a*",    "*[ad]*",
@@ -409,6 +409,6 @@ void NetSearchTest::hierarchyHoldsWhatTheFlatSearchFinds()
     QVERIFY(found > 500);
 }
 
-TARN_TEST_MAIN(NetSearchTest)
+TARN_TEST_MAIN(TestNetSearch)
 
 #include "tst_netsearch.moc"

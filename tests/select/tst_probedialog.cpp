@@ -59,7 +59,7 @@ void chooseAll(QDialog *dialog, const QString &pattern)
 
 } // namespace
 
-class ProbeDialogTest : public TarnTest::TestCase
+class TestProbeDialog : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -114,13 +114,13 @@ private:
     std::unique_ptr<NETWEIR::RtlNetlist> m_netlist;
 };
 
-void ProbeDialogTest::initTestCase()
+void TestProbeDialog::initTestCase()
 {
     loadHostIcons();
     m_netlist = sampleNetlist();
 }
 
-void ProbeDialogTest::formHasItsTextsSizesAndIcons()
+void TestProbeDialog::formHasItsTextsSizesAndIcons()
 {
     ProbeIn port;
     const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
@@ -150,7 +150,7 @@ void ProbeDialogTest::formHasItsTextsSizesAndIcons()
     QCOMPARE(box->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
 }
 
-void ProbeDialogTest::textsAreTranslatedInTheContextOfTheClass()
+void TestProbeDialog::textsAreTranslatedInTheContextOfTheClass()
 {
     ContextTranslator translator;
     QVERIFY(QApplication::installTranslator(&translator));
@@ -162,7 +162,7 @@ void ProbeDialogTest::textsAreTranslatedInTheContextOfTheClass()
     QCOMPARE(dialog.findChild<QLabel *>("label_6")->text(), context + "MSB");
 }
 
-void ProbeDialogTest::widgetsAreInOrder()
+void TestProbeDialog::widgetsAreInOrder()
 {
     ProbeIn port;
     ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
@@ -177,7 +177,7 @@ void ProbeDialogTest::widgetsAreInOrder()
     QVERIFY(buttonOf(dialog, "btnRemove")->x() > buttonOf(dialog, "btnAdd")->x());
 }
 
-void ProbeDialogTest::slotsKeepTheirNames()
+void TestProbeDialog::slotsKeepTheirNames()
 {
     const QMetaObject &dialog = ProbeDialog::staticMetaObject;
     for (const char *slot : {"onAdd()", "onRemove()", "on_treeWidget_itemSelectionChanged()",
@@ -187,12 +187,12 @@ void ProbeDialogTest::slotsKeepTheirNames()
     QVERIFY(signalTreeWidget::staticMetaObject.indexOfSignal("itemDragged()") != -1);
 }
 
-void ProbeDialogTest::nothingIsCutOff_data()
+void TestProbeDialog::nothingIsCutOff_data()
 {
     TarnTest::FontSize::addSizes();
 }
 
-void ProbeDialogTest::nothingIsCutOff()
+void TestProbeDialog::nothingIsCutOff()
 {
     QFETCH(double, points);
     const TarnTest::FontSize font(points);
@@ -202,7 +202,7 @@ void ProbeDialogTest::nothingIsCutOff()
     QCOMPARE(TarnTest::layoutFaults(&dialog), QString());
 }
 
-void ProbeDialogTest::listIsSetUpForReordering()
+void TestProbeDialog::listIsSetUpForReordering()
 {
     ProbeIn port;
     port.signals = {net("a"), bus("b", 2)};
@@ -219,7 +219,7 @@ void ProbeDialogTest::listIsSetUpForReordering()
         QCOMPARE(list->visualItemRect(list->topLevelItem(i)).height(), 20);
 }
 
-void ProbeDialogTest::titleNamesTheKind_data()
+void TestProbeDialog::titleNamesTheKind_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("title");
@@ -228,7 +228,7 @@ void ProbeDialogTest::titleNamesTheKind_data()
     QTest::newRow("other") << 2 << "";
 }
 
-void ProbeDialogTest::titleNamesTheKind()
+void TestProbeDialog::titleNamesTheKind()
 {
     QFETCH(int, type);
     ProbeIn port;
@@ -236,7 +236,7 @@ void ProbeDialogTest::titleNamesTheKind()
     QTEST(dialog.windowTitle(), "title");
 }
 
-void ProbeDialogTest::opensWithTheSignalsOfThePort()
+void TestProbeDialog::opensWithTheSignalsOfThePort()
 {
     ProbeOut port;
     port.signals = {net("x"), bus("d", 2), net("a")};
@@ -247,7 +247,7 @@ void ProbeDialogTest::opensWithTheSignalsOfThePort()
     QVERIFY(!buttonOf(dialog, "btnRemove")->isEnabled());
 }
 
-void ProbeDialogTest::opensEmptyForAPortWithoutSignals()
+void TestProbeDialog::opensEmptyForAPortWithoutSignals()
 {
     ProbeIn port;
     const ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
@@ -256,7 +256,7 @@ void ProbeDialogTest::opensEmptyForAPortWithoutSignals()
     QVERIFY(buttonOf(dialog, "btnAdd")->isEnabled());
 }
 
-void ProbeDialogTest::removeIsEnabledForTopLevelRowsOnly_data()
+void TestProbeDialog::removeIsEnabledForTopLevelRowsOnly_data()
 {
     QTest::addColumn<QStringList>("rows");
     QTest::addColumn<bool>("enabled");
@@ -268,7 +268,7 @@ void ProbeDialogTest::removeIsEnabledForTopLevelRowsOnly_data()
     QTest::newRow("member and its bus") << QStringList{"d", "d[0]"} << false;
 }
 
-void ProbeDialogTest::removeIsEnabledForTopLevelRowsOnly()
+void TestProbeDialog::removeIsEnabledForTopLevelRowsOnly()
 {
     QFETCH(QStringList, rows);
     ProbeIn port;
@@ -279,7 +279,7 @@ void ProbeDialogTest::removeIsEnabledForTopLevelRowsOnly()
     QTEST(buttonOf(dialog, "btnRemove")->isEnabled(), "enabled");
 }
 
-void ProbeDialogTest::removeDeletesTheSelectedRows()
+void TestProbeDialog::removeDeletesTheSelectedRows()
 {
     ProbeIn port;
     port.signals = {net("x"), bus("d", 2), net("y"), bus("e", 1)};
@@ -290,7 +290,7 @@ void ProbeDialogTest::removeDeletesTheSelectedRows()
     QCOMPARE(port.signals.size(), 4);
 }
 
-void ProbeDialogTest::removeCopesWithRowsBelowSelectedOnes()
+void TestProbeDialog::removeCopesWithRowsBelowSelectedOnes()
 {
     ProbeIn port;
     port.signals = {bus("d", 2), net("y"), bus("e", 2)};
@@ -302,7 +302,7 @@ void ProbeDialogTest::removeCopesWithRowsBelowSelectedOnes()
     QCOMPARE(rowsOf(dialog), QString("y\ne\n    e[0]\n"));
 }
 
-void ProbeDialogTest::removeOfManyRowsKeepsTheOrder()
+void TestProbeDialog::removeOfManyRowsKeepsTheOrder()
 {
     ProbeIn port;
     QStringList kept;
@@ -320,7 +320,7 @@ void ProbeDialogTest::removeOfManyRowsKeepsTheOrder()
     QVERIFY(!buttonOf(dialog, "btnRemove")->isEnabled());
 }
 
-void ProbeDialogTest::addAppendsBusesThenSingles()
+void TestProbeDialog::addAppendsBusesThenSingles()
 {
     ProbeIn port;
     port.signals = {net("x")};
@@ -340,7 +340,7 @@ void ProbeDialogTest::addAppendsBusesThenSingles()
     QCOMPARE(namesOf(port.signals), QStringList{"x"});
 }
 
-void ProbeDialogTest::addLeavesOutWhatIsThere()
+void TestProbeDialog::addLeavesOutWhatIsThere()
 {
     ProbeIn port;
     port.signals = {net("top/clk"), bus("top/u0/cnt[1:0]", 2)};
@@ -354,7 +354,7 @@ void ProbeDialogTest::addLeavesOutWhatIsThere()
                                      "    top/u0/cnt[1:0][0]\ntop/u0/clk\n"));
 }
 
-void ProbeDialogTest::addUsesTheKindOfThePort()
+void TestProbeDialog::addUsesTheKindOfThePort()
 {
     ProbeOut port;
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeOut, nullptr);
@@ -368,7 +368,7 @@ void ProbeDialogTest::addUsesTheKindOfThePort()
                                      "top/clk\ntop/u0/clk\ntop/u0/gated\ntop/u0/deep/flag\n"));
 }
 
-void ProbeDialogTest::addOfNothingChangesNothing()
+void TestProbeDialog::addOfNothingChangesNothing()
 {
     ProbeIn port;
     port.signals = {net("x")};
@@ -383,7 +383,7 @@ void ProbeDialogTest::addOfNothingChangesNothing()
     QCOMPARE(rowsOf(dialog), QString("x\n"));
 }
 
-void ProbeDialogTest::addedRowsAreInSight()
+void TestProbeDialog::addedRowsAreInSight()
 {
     ProbeIn port;
     for (int i = 0; i < 100; ++i)
@@ -410,7 +410,7 @@ void ProbeDialogTest::addedRowsAreInSight()
     QCOMPARE(script.problems(), QString());
 }
 
-void ProbeDialogTest::deleteKeyRemovesWhatTheButtonRemoves_data()
+void TestProbeDialog::deleteKeyRemovesWhatTheButtonRemoves_data()
 {
     QTest::addColumn<QStringList>("selected");
     QTest::addColumn<int>("modifiers");
@@ -427,7 +427,7 @@ void ProbeDialogTest::deleteKeyRemovesWhatTheButtonRemoves_data()
     QTest::newRow("member and single") << QStringList{"d[1]", "x"} << int(Qt::NoModifier) << all;
 }
 
-void ProbeDialogTest::deleteKeyRemovesWhatTheButtonRemoves()
+void TestProbeDialog::deleteKeyRemovesWhatTheButtonRemoves()
 {
     QFETCH(QStringList, selected);
     QFETCH(int, modifiers);
@@ -441,7 +441,7 @@ void ProbeDialogTest::deleteKeyRemovesWhatTheButtonRemoves()
     QVERIFY(dialog.isVisible());
 }
 
-void ProbeDialogTest::countFollowsTheList()
+void TestProbeDialog::countFollowsTheList()
 {
     ProbeIn port;
     port.signals = {net("x"), bus("d", 8)};
@@ -462,7 +462,7 @@ void ProbeDialogTest::countFollowsTheList()
     QCOMPARE(count->text(), QString("0 of 256"));
 }
 
-void ProbeDialogTest::countTurnsRedAboveTheLimit_data()
+void TestProbeDialog::countTurnsRedAboveTheLimit_data()
 {
     QTest::addColumn<int>("singles");
     QTest::addColumn<QString>("text");
@@ -471,7 +471,7 @@ void ProbeDialogTest::countTurnsRedAboveTheLimit_data()
     QTest::newRow("257") << 57 << "257 of 256" << true;
 }
 
-void ProbeDialogTest::countTurnsRedAboveTheLimit()
+void TestProbeDialog::countTurnsRedAboveTheLimit()
 {
     QFETCH(int, singles);
     QFETCH(bool, red);
@@ -493,7 +493,7 @@ void ProbeDialogTest::countTurnsRedAboveTheLimit()
     QVERIFY(!isRed());
 }
 
-void ProbeDialogTest::acceptWritesTheListInOrder()
+void TestProbeDialog::acceptWritesTheListInOrder()
 {
     ProbeIn port;
     port.index = 3;
@@ -512,7 +512,7 @@ void ProbeDialogTest::acceptWritesTheListInOrder()
     QCOMPARE(port.index, 3);
 }
 
-void ProbeDialogTest::acceptTakesDefaultItemsOfForeignRows()
+void TestProbeDialog::acceptTakesDefaultItemsOfForeignRows()
 {
     ProbeIn port;
     ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
@@ -526,7 +526,7 @@ void ProbeDialogTest::acceptTakesDefaultItemsOfForeignRows()
     QVERIFY(port.signals.first().members.isEmpty());
 }
 
-void ProbeDialogTest::acceptRefusesMoreSignalsThanFit_data()
+void TestProbeDialog::acceptRefusesMoreSignalsThanFit_data()
 {
     QTest::addColumn<int>("singles");
     QTest::addColumn<bool>("fits");
@@ -534,7 +534,7 @@ void ProbeDialogTest::acceptRefusesMoreSignalsThanFit_data()
     QTest::newRow("257") << 57 << false;
 }
 
-void ProbeDialogTest::acceptRefusesMoreSignalsThanFit()
+void TestProbeDialog::acceptRefusesMoreSignalsThanFit()
 {
     QFETCH(int, singles);
     QFETCH(bool, fits);
@@ -560,7 +560,7 @@ void ProbeDialogTest::acceptRefusesMoreSignalsThanFit()
     QCOMPARE(listOf(dialog)->topLevelItemCount(), items.size());
 }
 
-void ProbeDialogTest::refusedDialogMayDieWithItsParent()
+void TestProbeDialog::refusedDialogMayDieWithItsParent()
 {
     ProbeIn port;
     port.signals = {bus("d", 257)};
@@ -573,7 +573,7 @@ void ProbeDialogTest::refusedDialogMayDieWithItsParent()
     QCOMPARE(script.problems(), QString());
 }
 
-void ProbeDialogTest::cancelLeavesThePortAlone()
+void TestProbeDialog::cancelLeavesThePortAlone()
 {
     ProbeIn port;
     port.signals = {net("x"), net("y"), net("w")};
@@ -588,7 +588,7 @@ void ProbeDialogTest::cancelLeavesThePortAlone()
     QCOMPARE(namesOf(port.signals), (QStringList{"x", "y", "w"}));
 }
 
-void ProbeDialogTest::closeWidgetClosesWithoutWriting()
+void TestProbeDialog::closeWidgetClosesWithoutWriting()
 {
     ProbeOut port;
     port.signals = {net("x")};
@@ -603,7 +603,7 @@ void ProbeDialogTest::closeWidgetClosesWithoutWriting()
     QCOMPARE(namesOf(port.signals), QStringList{"x"});
 }
 
-void ProbeDialogTest::closeWidgetClosesTheSearchToo()
+void TestProbeDialog::closeWidgetClosesTheSearchToo()
 {
     ProbeOut port;
     ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeOut, nullptr);
@@ -619,7 +619,7 @@ void ProbeDialogTest::closeWidgetClosesTheSearchToo()
     QVERIFY(port.signals.isEmpty());
 }
 
-void ProbeDialogTest::closeWidgetClosesTheWarningToo()
+void TestProbeDialog::closeWidgetClosesTheWarningToo()
 {
     ProbeOut port;
     ProbeDialog dialog(&port, nullptr, ProbeTypeOut, nullptr);
@@ -635,7 +635,7 @@ void ProbeDialogTest::closeWidgetClosesTheWarningToo()
     QVERIFY(port.signals.isEmpty());
 }
 
-void ProbeDialogTest::newNetlistReachesTheSearch()
+void TestProbeDialog::newNetlistReachesTheSearch()
 {
     auto first = sampleNetlist();
     NETWEIR::NetlistBuilder builder("other");
@@ -655,7 +655,7 @@ void ProbeDialogTest::newNetlistReachesTheSearch()
     QCOMPARE(rowsOf(dialog), QString("other/net\n"));
 }
 
-void ProbeDialogTest::newNetlistIsUsedFromThenOn()
+void TestProbeDialog::newNetlistIsUsedFromThenOn()
 {
     auto first = sampleNetlist();
     ProbeIn port;
@@ -670,7 +670,7 @@ void ProbeDialogTest::newNetlistIsUsedFromThenOn()
     QCOMPARE(rowsOf(dialog), QString());
 }
 
-void ProbeDialogTest::dialogMayDieWhileItSearches()
+void TestProbeDialog::dialogMayDieWhileItSearches()
 {
     ProbeIn port;
     QPointer<QWidget> page(new QWidget);
@@ -684,7 +684,7 @@ void ProbeDialogTest::dialogMayDieWhileItSearches()
     QVERIFY(port.signals.isEmpty());
 }
 
-void ProbeDialogTest::sizeOfTheUserIsRemembered()
+void TestProbeDialog::sizeOfTheUserIsRemembered()
 {
     ProbeIn port;
     const auto sizeOnOpening = [&port] {
@@ -716,6 +716,6 @@ void ProbeDialogTest::sizeOfTheUserIsRemembered()
     QCOMPARE(sizeOnOpening(), QSize(500, 400));
 }
 
-TARN_TEST_MAIN(ProbeDialogTest)
+TARN_TEST_MAIN(TestProbeDialog)
 
 #include "tst_probedialog.moc"

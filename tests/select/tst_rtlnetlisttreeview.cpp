@@ -19,7 +19,7 @@
 using namespace TARN;
 using TarnTest::modelText;
 
-class RtlNetlistTreeViewTest : public TarnTest::TestCase
+class TestRtlNetlistTreeView : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -38,7 +38,7 @@ private:
     std::unique_ptr<NETWEIR::RtlNetlist> m_netlist;
 };
 
-void RtlNetlistTreeViewTest::initTestCase()
+void TestRtlNetlistTreeView::initTestCase()
 {
     TarnTest::loadHostIcons();
 
@@ -52,7 +52,7 @@ void RtlNetlistTreeViewTest::initTestCase()
     m_netlist = builder.take();
 }
 
-void RtlNetlistTreeViewTest::viewWithoutNetlistIsEmpty()
+void TestRtlNetlistTreeView::viewWithoutNetlistIsEmpty()
 {
     RtlNetlistTreeView view;
     QVERIFY(view.header()->isHidden());
@@ -62,7 +62,7 @@ void RtlNetlistTreeViewTest::viewWithoutNetlistIsEmpty()
     QCOMPARE(view.topLevelItemCount(), 0);
 }
 
-void RtlNetlistTreeViewTest::rowsShowInstancesWithTheirModules()
+void TestRtlNetlistTreeView::rowsShowInstancesWithTheirModules()
 {
     RtlNetlistTreeView view;
     view.setNetlistData(m_netlist.get());
@@ -74,7 +74,7 @@ void RtlNetlistTreeViewTest::rowsShowInstancesWithTheirModules()
                                               "    u_io[io]\n"));
 }
 
-void RtlNetlistTreeViewTest::onlyTheTopRowIsExpanded()
+void TestRtlNetlistTreeView::onlyTheTopRowIsExpanded()
 {
     RtlNetlistTreeView view;
     view.setNetlistData(m_netlist.get());
@@ -85,7 +85,7 @@ void RtlNetlistTreeViewTest::onlyTheTopRowIsExpanded()
     QVERIFY(!view.topLevelItem(0)->child(0)->isExpanded());
 }
 
-void RtlNetlistTreeViewTest::rowsKnowTheirNodes()
+void TestRtlNetlistTreeView::rowsKnowTheirNodes()
 {
     RtlNetlistTreeView view;
     view.setNetlistData(m_netlist.get());
@@ -106,7 +106,7 @@ void RtlNetlistTreeViewTest::rowsKnowTheirNodes()
     QCOMPARE(rows, 5);
 }
 
-void RtlNetlistTreeViewTest::pathsHaveInstanceNamesAlone()
+void TestRtlNetlistTreeView::pathsHaveInstanceNamesAlone()
 {
     RtlNetlistTreeView view;
     view.setNetlistData(m_netlist.get());
@@ -122,7 +122,7 @@ void RtlNetlistTreeViewTest::pathsHaveInstanceNamesAlone()
     QCOMPARE(RtlNetlistTreeView::pathOf(nullptr), QString());
 }
 
-void RtlNetlistTreeViewTest::newNetlistReplacesTheRows()
+void TestRtlNetlistTreeView::newNetlistReplacesTheRows()
 {
     RtlNetlistTreeView view;
     view.setNetlistData(m_netlist.get());
@@ -134,7 +134,7 @@ void RtlNetlistTreeViewTest::newNetlistReplacesTheRows()
     QVERIFY(!view.netlistData());
 }
 
-void RtlNetlistTreeViewTest::netRow()
+void TestRtlNetlistTreeView::netRow()
 {
     RtlNetlistTreeView view;
     NETWEIR::RtlNet *net = m_netlist->top()->nets().first();
@@ -147,7 +147,7 @@ void RtlNetlistTreeViewTest::netRow()
     QVERIFY(!netRow->hierachy());
 }
 
-void RtlNetlistTreeViewTest::busRowHoldsMemberRows()
+void TestRtlNetlistTreeView::busRowHoldsMemberRows()
 {
     RtlNetlistTreeView view;
     NETWEIR::RtlNetBus *bus = m_netlist->top()->buses().first();
@@ -165,6 +165,6 @@ void RtlNetlistTreeViewTest::busRowHoldsMemberRows()
     }
 }
 
-TARN_TEST_MAIN(RtlNetlistTreeViewTest)
+TARN_TEST_MAIN(TestRtlNetlistTreeView)
 
 #include "tst_rtlnetlisttreeview.moc"

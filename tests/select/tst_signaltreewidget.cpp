@@ -158,7 +158,7 @@ struct Drop
 
 } // namespace
 
-class SignalTreeWidgetTest : public TarnTest::TestCase
+class TestSignalTreeWidget : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -192,7 +192,7 @@ private Q_SLOTS:
     void manyRowsMoveByKeysInTime();
 };
 
-void SignalTreeWidgetTest::dropMovesRowsBesideTheTarget_data()
+void TestSignalTreeWidget::dropMovesRowsBesideTheTarget_data()
 {
     QTest::addColumn<QStringList>("dragged");
     QTest::addColumn<QString>("target");
@@ -211,7 +211,7 @@ void SignalTreeWidgetTest::dropMovesRowsBesideTheTarget_data()
     QTest::newRow("bus") << QStringList{"c"} << "a" << 3.0 << "cabdef";
 }
 
-void SignalTreeWidgetTest::dropMovesRowsBesideTheTarget()
+void TestSignalTreeWidget::dropMovesRowsBesideTheTarget()
 {
     QFETCH(QStringList, dragged);
     QFETCH(QString, target);
@@ -232,7 +232,7 @@ void SignalTreeWidgetTest::dropMovesRowsBesideTheTarget()
             !dragged.contains(list.selectedItems().first()->text(0)));
 }
 
-void SignalTreeWidgetTest::dropOnMemberOrDraggedRowDoesNothing_data()
+void TestSignalTreeWidget::dropOnMemberOrDraggedRowDoesNothing_data()
 {
     QTest::addColumn<QString>("target");
     QTest::newRow("member") << "c[0]";
@@ -240,7 +240,7 @@ void SignalTreeWidgetTest::dropOnMemberOrDraggedRowDoesNothing_data()
     QTest::newRow("other dragged row") << "e";
 }
 
-void SignalTreeWidgetTest::dropOnMemberOrDraggedRowDoesNothing()
+void TestSignalTreeWidget::dropOnMemberOrDraggedRowDoesNothing()
 {
     QFETCH(QString, target);
     List list;
@@ -253,7 +253,7 @@ void SignalTreeWidgetTest::dropOnMemberOrDraggedRowDoesNothing()
     QCOMPARE(list.selectedItems().size(), 2);
 }
 
-void SignalTreeWidgetTest::dropThatDoesNothingRemovesItsMark()
+void TestSignalTreeWidget::dropThatDoesNothingRemovesItsMark()
 {
     List list;
     list.select({"b"});
@@ -266,7 +266,7 @@ void SignalTreeWidgetTest::dropThatDoesNothingRemovesItsMark()
     QTRY_VERIFY(paints.count > 0);
 }
 
-void SignalTreeWidgetTest::dropBelowTheLastRowAppendsCopies()
+void TestSignalTreeWidget::dropBelowTheLastRowAppendsCopies()
 {
     List list;
     list.select({"c", "b"});
@@ -282,7 +282,7 @@ void SignalTreeWidgetTest::dropBelowTheLastRowAppendsCopies()
     QCOMPARE(list.topLevelItem(7)->childCount(), 2);
 }
 
-void SignalTreeWidgetTest::dropBelowLeavesMemberRowsWhereTheyAre()
+void TestSignalTreeWidget::dropBelowLeavesMemberRowsWhereTheyAre()
 {
     List list;
     list.select({"b", "c[1]"});
@@ -291,7 +291,7 @@ void SignalTreeWidgetTest::dropBelowLeavesMemberRowsWhereTheyAre()
     QCOMPARE(list.selectedItems(), QList<QTreeWidgetItem *>{list.topLevelItem(1)});
 }
 
-void SignalTreeWidgetTest::positionIsRounded()
+void TestSignalTreeWidget::positionIsRounded()
 {
     List list;
     list.select({"a"});
@@ -299,7 +299,7 @@ void SignalTreeWidgetTest::positionIsRounded()
     QCOMPARE(list.order(), QString("bcdaef"));
 }
 
-void SignalTreeWidgetTest::middleOfAnOddRowIsItsLowerHalf()
+void TestSignalTreeWidget::middleOfAnOddRowIsItsLowerHalf()
 {
     List list;
     list.setStyleSheet("QTreeWidget::item { height: 21px;}");
@@ -309,7 +309,7 @@ void SignalTreeWidgetTest::middleOfAnOddRowIsItsLowerHalf()
     QCOMPARE(list.order(), QString("bcdaef"));
 }
 
-void SignalTreeWidgetTest::manyRowsKeepTheirOrder()
+void TestSignalTreeWidget::manyRowsKeepTheirOrder()
 {
     List list;
     list.clear();
@@ -328,7 +328,7 @@ void SignalTreeWidgetTest::manyRowsKeepTheirOrder()
     QCOMPARE(list.order(), (moved + stays).join(QString()));
 }
 
-void SignalTreeWidgetTest::copiesCarryTheSignals()
+void TestSignalTreeWidget::copiesCarryTheSignals()
 {
     List list;
     const SignalItem before = signalOfRow(list.row("c"));
@@ -341,7 +341,7 @@ void SignalTreeWidgetTest::copiesCarryTheSignals()
     QCOMPARE(modelText(list.model()), QString("c\n    c[1]\n    c[0]\na\nb\nd\ne\nf\n"));
 }
 
-void SignalTreeWidgetTest::onlyTheLeftButtonPresses()
+void TestSignalTreeWidget::onlyTheLeftButtonPresses()
 {
     List list;
     for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton, Qt::LeftButton}) {
@@ -354,7 +354,7 @@ void SignalTreeWidgetTest::onlyTheLeftButtonPresses()
     }
 }
 
-void SignalTreeWidgetTest::memberRowsAreNotDragged()
+void TestSignalTreeWidget::memberRowsAreNotDragged()
 {
     List list;
     const auto isMoveTaken = [&list] {
@@ -371,7 +371,7 @@ void SignalTreeWidgetTest::memberRowsAreNotDragged()
     QVERIFY(!isMoveTaken());
 }
 
-void SignalTreeWidgetTest::otherButtonsDragNothing_data()
+void TestSignalTreeWidget::otherButtonsDragNothing_data()
 {
     QTest::addColumn<int>("buttons");
     QTest::addColumn<bool>("drags");
@@ -381,7 +381,7 @@ void SignalTreeWidgetTest::otherButtonsDragNothing_data()
     QTest::newRow("left and right") << int(Qt::LeftButton | Qt::RightButton) << true;
 }
 
-void SignalTreeWidgetTest::otherButtonsDragNothing()
+void TestSignalTreeWidget::otherButtonsDragNothing()
 {
     QFETCH(int, buttons);
     List list;
@@ -398,7 +398,7 @@ void SignalTreeWidgetTest::otherButtonsDragNothing()
     QTEST(list.isDragging(), "drags");
 }
 
-void SignalTreeWidgetTest::dragIsFollowedAsUsual()
+void TestSignalTreeWidget::dragIsFollowedAsUsual()
 {
     List list;
     // Internal moves need a real drag.
@@ -411,7 +411,7 @@ void SignalTreeWidgetTest::dragIsFollowedAsUsual()
     QVERIFY(move.isAccepted());
 }
 
-void SignalTreeWidgetTest::dragCarriesAllRolesOfTheRow()
+void TestSignalTreeWidget::dragCarriesAllRolesOfTheRow()
 {
     List list;
     const std::unique_ptr<QMimeData> data(list.mimeData({list.row("c")}));
@@ -437,7 +437,7 @@ void SignalTreeWidgetTest::dragCarriesAllRolesOfTheRow()
     QCOMPARE(item.members.last().name, QString("c[0]"));
 }
 
-void SignalTreeWidgetTest::rowsStaySelectedAndExpandedAfterADrag_data()
+void TestSignalTreeWidget::rowsStaySelectedAndExpandedAfterADrag_data()
 {
     QTest::addColumn<QStringList>("dragged");
     QTest::addColumn<QString>("target");
@@ -450,7 +450,7 @@ void SignalTreeWidgetTest::rowsStaySelectedAndExpandedAfterADrag_data()
                                      << "bda*!c*+f*e";
 }
 
-void SignalTreeWidgetTest::rowsStaySelectedAndExpandedAfterADrag()
+void TestSignalTreeWidget::rowsStaySelectedAndExpandedAfterADrag()
 {
     QFETCH(QStringList, dragged);
     QFETCH(QString, target);
@@ -462,7 +462,7 @@ void SignalTreeWidgetTest::rowsStaySelectedAndExpandedAfterADrag()
     QCOMPARE(told.size(), 1);
 }
 
-void SignalTreeWidgetTest::dragWithoutADropSelectsNothingElse()
+void TestSignalTreeWidget::dragWithoutADropSelectsNothingElse()
 {
     List list;
     list.select({"a"});
@@ -473,7 +473,7 @@ void SignalTreeWidgetTest::dragWithoutADropSelectsNothingElse()
     QCOMPARE(list.stateOfRows(), QString("b*c+da!e*f"));
 }
 
-void SignalTreeWidgetTest::droppedRowsAreInSight()
+void TestSignalTreeWidget::droppedRowsAreInSight()
 {
     List list;
     list.resize(200, 90);
@@ -485,7 +485,7 @@ void SignalTreeWidgetTest::droppedRowsAreInSight()
     QVERIFY(list.isInSight(list.row("b")));
 }
 
-void SignalTreeWidgetTest::arrowsWithAltMoveRows_data()
+void TestSignalTreeWidget::arrowsWithAltMoveRows_data()
 {
     QTest::addColumn<QStringList>("selected");
     QTest::addColumn<QString>("current");
@@ -516,7 +516,7 @@ void SignalTreeWidgetTest::arrowsWithAltMoveRows_data()
         << QStringList{"c[0]", "e"} << "e" << up << QStringList{"abc+e*!df"};
 }
 
-void SignalTreeWidgetTest::arrowsWithAltMoveRows()
+void TestSignalTreeWidget::arrowsWithAltMoveRows()
 {
     QFETCH(QStringList, selected);
     QFETCH(QString, current);
@@ -536,7 +536,7 @@ void SignalTreeWidgetTest::arrowsWithAltMoveRows()
     QCOMPARE(signalOfRow(list.row("c")).members.size(), 2);
 }
 
-void SignalTreeWidgetTest::otherArrowsMoveNothing_data()
+void TestSignalTreeWidget::otherArrowsMoveNothing_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<int>("modifiers");
@@ -547,7 +547,7 @@ void SignalTreeWidgetTest::otherArrowsMoveNothing_data()
     QTest::newRow("Alt, to the right") << int(Qt::Key_Right) << int(Qt::AltModifier);
 }
 
-void SignalTreeWidgetTest::otherArrowsMoveNothing()
+void TestSignalTreeWidget::otherArrowsMoveNothing()
 {
     QFETCH(int, key);
     QFETCH(int, modifiers);
@@ -557,7 +557,7 @@ void SignalTreeWidgetTest::otherArrowsMoveNothing()
     QCOMPARE(list.order(), QString("abcdef"));
 }
 
-void SignalTreeWidgetTest::rowsMovedByKeysAreInSight()
+void TestSignalTreeWidget::rowsMovedByKeysAreInSight()
 {
     List list;
     list.resize(200, 90);
@@ -570,7 +570,7 @@ void SignalTreeWidgetTest::rowsMovedByKeysAreInSight()
     }
 }
 
-void SignalTreeWidgetTest::manyRowsMoveByKeysInTime()
+void TestSignalTreeWidget::manyRowsMoveByKeysInTime()
 {
     List list;
     list.clear();
@@ -592,6 +592,6 @@ void SignalTreeWidgetTest::manyRowsMoveByKeysInTime()
     QCOMPARE(list.selectedItems().size(), 10000);
 }
 
-TARN_TEST_MAIN(SignalTreeWidgetTest)
+TARN_TEST_MAIN(TestSignalTreeWidget)
 
 #include "tst_signaltreewidget.moc"

@@ -163,7 +163,7 @@ const char wholeHierarchy[] = "top\n"
 
 } // namespace
 
-class TarnSignalSelectDialogTest : public TarnTest::TestCase
+class TestTarnSignalSelectDialog : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -262,13 +262,13 @@ private:
     std::unique_ptr<NETWEIR::RtlNetlist> m_netlist;
 };
 
-void TarnSignalSelectDialogTest::initTestCase()
+void TestTarnSignalSelectDialog::initTestCase()
 {
     loadHostIcons();
     m_netlist = sampleNetlist();
 }
 
-void TarnSignalSelectDialogTest::formShowsItsTexts_data()
+void TestTarnSignalSelectDialog::formShowsItsTexts_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("toolTip");
@@ -300,7 +300,7 @@ void TarnSignalSelectDialogTest::formShowsItsTexts_data()
                                << "Remove all";
 }
 
-void TarnSignalSelectDialogTest::formShowsItsTexts()
+void TestTarnSignalSelectDialog::formShowsItsTexts()
 {
     const Dialog dialog(m_netlist.get());
     const auto *button = dialog.widget<QAbstractButton>(QTest::currentDataTag());
@@ -315,7 +315,7 @@ void TarnSignalSelectDialogTest::formShowsItsTexts()
     QCOMPARE(labels, (QStringList{"Name:", "Search In"}));
 }
 
-void TarnSignalSelectDialogTest::textsAreTranslatedInTheContextOfTheClass()
+void TestTarnSignalSelectDialog::textsAreTranslatedInTheContextOfTheClass()
 {
     ContextTranslator translator;
     QVERIFY(QApplication::installTranslator(&translator));
@@ -326,7 +326,7 @@ void TarnSignalSelectDialogTest::textsAreTranslatedInTheContextOfTheClass()
     QCOMPARE(dialog.widget<QAbstractButton>("btnAddAll")->toolTip(), context + "Add all");
 }
 
-void TarnSignalSelectDialogTest::formHasItsSizesAndIcons()
+void TestTarnSignalSelectDialog::formHasItsSizesAndIcons()
 {
     const Dialog dialog(m_netlist.get());
     QCOMPARE(dialog.size(), QSize(517, 500));
@@ -340,7 +340,7 @@ void TarnSignalSelectDialogTest::formHasItsSizesAndIcons()
              QIcon(":/netlist/image/magnifier.png").pixmap(size).toImage());
 }
 
-void TarnSignalSelectDialogTest::widgetsAreInOrder()
+void TestTarnSignalSelectDialog::widgetsAreInOrder()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -376,7 +376,7 @@ void TarnSignalSelectDialogTest::widgetsAreInOrder()
     }
 }
 
-void TarnSignalSelectDialogTest::slotsKeepTheirNames()
+void TestTarnSignalSelectDialog::slotsKeepTheirNames()
 {
     for (const char *slot :
          {"on_pushButtonSearch_clicked()", "on_checkBoxAdvancedFilter_toggled(bool)",
@@ -384,12 +384,12 @@ void TarnSignalSelectDialogTest::slotsKeepTheirNames()
         QVERIFY2(TarnSignalSelectDialog::staticMetaObject.indexOfSlot(slot) != -1, slot);
 }
 
-void TarnSignalSelectDialogTest::nothingIsCutOff_data()
+void TestTarnSignalSelectDialog::nothingIsCutOff_data()
 {
     TarnTest::FontSize::addSizes();
 }
 
-void TarnSignalSelectDialogTest::nothingIsCutOff()
+void TestTarnSignalSelectDialog::nothingIsCutOff()
 {
     QFETCH(double, points);
     const TarnTest::FontSize font(points);
@@ -401,7 +401,7 @@ void TarnSignalSelectDialogTest::nothingIsCutOff()
     QCOMPARE(TarnTest::layoutFaults(&dialog), QString());
 }
 
-void TarnSignalSelectDialogTest::buttonBoxAcceptsAndRejects()
+void TestTarnSignalSelectDialog::buttonBoxAcceptsAndRejects()
 {
     Dialog dialog(m_netlist.get());
     auto *box = dialog.widget<QDialogButtonBox>("buttonBox");
@@ -413,7 +413,7 @@ void TarnSignalSelectDialogTest::buttonBoxAcceptsAndRejects()
     QCOMPARE(dialog.result(), int(QDialog::Rejected));
 }
 
-void TarnSignalSelectDialogTest::opensWithoutResultsAndPanel()
+void TestTarnSignalSelectDialog::opensWithoutResultsAndPanel()
 {
     Dialog dialog(m_netlist.get());
     dialog.show();
@@ -427,7 +427,7 @@ void TarnSignalSelectDialogTest::opensWithoutResultsAndPanel()
     QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
 }
 
-void TarnSignalSelectDialogTest::searchFieldHasTheFocusOnOpening()
+void TestTarnSignalSelectDialog::searchFieldHasTheFocusOnOpening()
 {
     Dialog dialog(m_netlist.get());
     dialog.show();
@@ -435,7 +435,7 @@ void TarnSignalSelectDialogTest::searchFieldHasTheFocusOnOpening()
     QCOMPARE(QApplication::focusWidget(), dialog.widget<QWidget>("lineEditName"));
 }
 
-void TarnSignalSelectDialogTest::panelFollowsTheAdvancedFilter()
+void TestTarnSignalSelectDialog::panelFollowsTheAdvancedFilter()
 {
     Dialog dialog(m_netlist.get());
     dialog.show();
@@ -445,7 +445,7 @@ void TarnSignalSelectDialogTest::panelFollowsTheAdvancedFilter()
     QVERIFY(!dialog.widget<QWidget>("widget_4")->isVisible());
 }
 
-void TarnSignalSelectDialogTest::listsElideInTheMiddleAndExtendSelection()
+void TestTarnSignalSelectDialog::listsElideInTheMiddleAndExtendSelection()
 {
     const Dialog dialog(m_netlist.get());
     for (const QTreeWidget *list : {dialog.results(), dialog.chosen()}) {
@@ -456,7 +456,7 @@ void TarnSignalSelectDialogTest::listsElideInTheMiddleAndExtendSelection()
     }
 }
 
-void TarnSignalSelectDialogTest::searchInBoxShowsTheHierarchy()
+void TestTarnSignalSelectDialog::searchInBoxShowsTheHierarchy()
 {
     const Dialog dialog(m_netlist.get());
     QVERIFY(dialog.modules());
@@ -473,7 +473,7 @@ void TarnSignalSelectDialogTest::searchInBoxShowsTheHierarchy()
         QVERIFY((*row)->isExpanded());
 }
 
-void TarnSignalSelectDialogTest::popupClosedWithoutAPickChangesNothing()
+void TestTarnSignalSelectDialog::popupClosedWithoutAPickChangesNothing()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -524,7 +524,7 @@ void TarnSignalSelectDialogTest::popupClosedWithoutAPickChangesNothing()
     QVERIFY(!dialog.modules()->currentItem());
 }
 
-void TarnSignalSelectDialogTest::boxAndModuleTreeAgreeAfterKeys()
+void TestTarnSignalSelectDialog::boxAndModuleTreeAgreeAfterKeys()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -542,14 +542,14 @@ void TarnSignalSelectDialogTest::boxAndModuleTreeAgreeAfterKeys()
     }
 }
 
-void TarnSignalSelectDialogTest::longModuleNamesAreElidedInTheMiddle()
+void TestTarnSignalSelectDialog::longModuleNamesAreElidedInTheMiddle()
 {
     const Dialog dialog(m_netlist.get());
     QCOMPARE(dialog.modules()->textElideMode(), Qt::ElideMiddle);
     QCOMPARE(rowOf(dialog.modules(), "deep[leaf]")->toolTip(0), QString("deep[leaf]"));
 }
 
-void TarnSignalSelectDialogTest::popupIsAsWideAsItsRows_data()
+void TestTarnSignalSelectDialog::popupIsAsWideAsItsRows_data()
 {
     QTest::addColumn<int>("letters");
     QTest::addColumn<bool>("fits");
@@ -557,7 +557,7 @@ void TarnSignalSelectDialogTest::popupIsAsWideAsItsRows_data()
     QTest::newRow("wider than the screen") << 600 << false;
 }
 
-void TarnSignalSelectDialogTest::popupIsAsWideAsItsRows()
+void TestTarnSignalSelectDialog::popupIsAsWideAsItsRows()
 {
     QFETCH(int, letters);
     QFETCH(bool, fits);
@@ -584,7 +584,7 @@ void TarnSignalSelectDialogTest::popupIsAsWideAsItsRows()
     dialog.searchIn()->hidePopup();
 }
 
-void TarnSignalSelectDialogTest::searchInBoxTellsTheFullPath()
+void TestTarnSignalSelectDialog::searchInBoxTellsTheFullPath()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -605,7 +605,7 @@ void TarnSignalSelectDialogTest::searchInBoxTellsTheFullPath()
     QCOMPARE(dialog.searchIn()->toolTip(), QString());
 }
 
-void TarnSignalSelectDialogTest::indentationLeavesRoomForNames()
+void TestTarnSignalSelectDialog::indentationLeavesRoomForNames()
 {
     const Dialog dialog(m_netlist.get());
     const QTreeWidget usual;
@@ -614,7 +614,7 @@ void TarnSignalSelectDialogTest::indentationLeavesRoomForNames()
         QVERIFY(list->indentation() < usual.indentation());
 }
 
-void TarnSignalSelectDialogTest::sizeOfTheUserIsRemembered()
+void TestTarnSignalSelectDialog::sizeOfTheUserIsRemembered()
 {
     const auto leaveAfter = [this](const std::function<void(Dialog *)> &action) {
         Dialog dialog(m_netlist.get());
@@ -647,7 +647,7 @@ void TarnSignalSelectDialogTest::sizeOfTheUserIsRemembered()
     QCoreApplication::processEvents();
 }
 
-void TarnSignalSelectDialogTest::tabGoesThroughTheDialogInReadingOrder()
+void TestTarnSignalSelectDialog::tabGoesThroughTheDialogInReadingOrder()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -665,7 +665,7 @@ void TarnSignalSelectDialogTest::tabGoesThroughTheDialogInReadingOrder()
                                  "btnDel", "btnDelAll", "treeWidgetAddSignal"}));
 }
 
-void TarnSignalSelectDialogTest::chosenListKeepsItsPlace()
+void TestTarnSignalSelectDialog::chosenListKeepsItsPlace()
 {
     const auto netlist = longNetlist();
     Dialog dialog(netlist.get());
@@ -702,7 +702,7 @@ void TarnSignalSelectDialogTest::chosenListKeepsItsPlace()
     QVERIFY(dialog.isInSight(rowOf(dialog.chosen(), "top/n149")));
 }
 
-void TarnSignalSelectDialogTest::searchesTheWholeDesign_data()
+void TestTarnSignalSelectDialog::searchesTheWholeDesign_data()
 {
     QTest::addColumn<QByteArray>("mode");
     QTest::addColumn<QString>("pattern");
@@ -726,7 +726,7 @@ void TarnSignalSelectDialogTest::searchesTheWholeDesign_data()
                              << "";
 }
 
-void TarnSignalSelectDialogTest::searchesTheWholeDesign()
+void TestTarnSignalSelectDialog::searchesTheWholeDesign()
 {
     QFETCH(QByteArray, mode);
     QFETCH(QString, pattern);
@@ -735,7 +735,7 @@ void TarnSignalSelectDialogTest::searchesTheWholeDesign()
     QTEST(dialog.search(pattern), "rows");
 }
 
-void TarnSignalSelectDialogTest::caseMattersWhenAsked()
+void TestTarnSignalSelectDialog::caseMattersWhenAsked()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxCaseSensitive");
@@ -743,14 +743,14 @@ void TarnSignalSelectDialogTest::caseMattersWhenAsked()
     QCOMPARE(dialog.search("flag"), QString("top/u0/deep/flag\n"));
 }
 
-void TarnSignalSelectDialogTest::searchReplacesTheResults()
+void TestTarnSignalSelectDialog::searchReplacesTheResults()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("clk");
     QCOMPARE(dialog.search("rst"), QString("top/rst\n"));
 }
 
-void TarnSignalSelectDialogTest::hiddenPanelHasNoEffect()
+void TestTarnSignalSelectDialog::hiddenPanelHasNoEffect()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxHierarchyView");
@@ -759,7 +759,7 @@ void TarnSignalSelectDialogTest::hiddenPanelHasNoEffect()
     QCOMPARE(dialog.search(""), QString(wholeDesign));
 }
 
-void TarnSignalSelectDialogTest::searchesInTheCurrentModule_data()
+void TestTarnSignalSelectDialog::searchesInTheCurrentModule_data()
 {
     QTest::addColumn<QString>("module");
     QTest::addColumn<bool>("subentries");
@@ -782,7 +782,7 @@ void TarnSignalSelectDialogTest::searchesInTheCurrentModule_data()
                                   << "none:u1\n";
 }
 
-void TarnSignalSelectDialogTest::searchesInTheCurrentModule()
+void TestTarnSignalSelectDialog::searchesInTheCurrentModule()
 {
     QFETCH(QString, module);
     QFETCH(bool, subentries);
@@ -796,7 +796,7 @@ void TarnSignalSelectDialogTest::searchesInTheCurrentModule()
     QTEST(dialog.search(""), "hierarchy");
 }
 
-void TarnSignalSelectDialogTest::moduleThatIsPickedIsSearched()
+void TestTarnSignalSelectDialog::moduleThatIsPickedIsSearched()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -814,7 +814,7 @@ void TarnSignalSelectDialogTest::moduleThatIsPickedIsSearched()
     QCOMPARE(dialog.search("clk"), QString("top/u0/clk\n"));
 }
 
-void TarnSignalSelectDialogTest::foreignRowInTheModuleTreeStandsForTheTop()
+void TestTarnSignalSelectDialog::foreignRowInTheModuleTreeStandsForTheTop()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -824,7 +824,7 @@ void TarnSignalSelectDialogTest::foreignRowInTheModuleTreeStandsForTheTop()
     QCOMPARE(dialog.search("rst"), QString("top/rst\n"));
 }
 
-void TarnSignalSelectDialogTest::flatSearchWritesItsTime()
+void TestTarnSignalSelectDialog::flatSearchWritesItsTime()
 {
     Dialog dialog(m_netlist.get());
     connect(dialog.results()->model(), &QAbstractItemModel::rowsInserted, &dialog,
@@ -841,7 +841,7 @@ void TarnSignalSelectDialogTest::flatSearchWritesItsTime()
     QVERIFY(seconds <= whole.elapsed() / 1000.0);
 }
 
-void TarnSignalSelectDialogTest::hierarchyViewShowsModules()
+void TestTarnSignalSelectDialog::hierarchyViewShowsModules()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -853,7 +853,7 @@ void TarnSignalSelectDialogTest::hierarchyViewShowsModules()
     QCOMPARE(dialog.search("nothing"), QString("top\n"));
 }
 
-void TarnSignalSelectDialogTest::moduleRowsAreExpandedAtTheTopAndNeverChosen()
+void TestTarnSignalSelectDialog::moduleRowsAreExpandedAtTheTopAndNeverChosen()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -872,7 +872,7 @@ void TarnSignalSelectDialogTest::moduleRowsAreExpandedAtTheTopAndNeverChosen()
     QVERIFY(rowOf(dialog.results(), "clk")->icon(0).isNull());
 }
 
-void TarnSignalSelectDialogTest::modulesAreAppendedBelowARow()
+void TestTarnSignalSelectDialog::modulesAreAppendedBelowARow()
 {
     Dialog dialog(m_netlist.get());
     ModuleForWidget module;
@@ -885,7 +885,7 @@ void TarnSignalSelectDialogTest::modulesAreAppendedBelowARow()
              QString("parent\n    first\n    core:u0\n        clk\n        rst\n"));
 }
 
-void TarnSignalSelectDialogTest::nullNetlistYieldsNothing()
+void TestTarnSignalSelectDialog::nullNetlistYieldsNothing()
 {
     Dialog dialog(nullptr);
     QCOMPARE(dialog.modules()->topLevelItemCount(), 0);
@@ -901,7 +901,7 @@ void TarnSignalSelectDialogTest::nullNetlistYieldsNothing()
     QCOMPARE(modelText(dialog.results()->model()), QString("top/clk\ntop/rst\n"));
 }
 
-void TarnSignalSelectDialogTest::searchShowsThatItIsBusy()
+void TestTarnSignalSelectDialog::searchShowsThatItIsBusy()
 {
     Dialog dialog(m_netlist.get());
     dialog.show();
@@ -922,7 +922,7 @@ void TarnSignalSelectDialogTest::searchShowsThatItIsBusy()
     QVERIFY(!QApplication::overrideCursor());
 }
 
-void TarnSignalSelectDialogTest::emptyListTellsWhy_data()
+void TestTarnSignalSelectDialog::emptyListTellsWhy_data()
 {
     QTest::addColumn<QByteArray>("mode");
     QTest::addColumn<QString>("pattern");
@@ -947,7 +947,7 @@ void TarnSignalSelectDialogTest::emptyListTellsWhy_data()
     QTest::newRow("invalid by module") << expression << "*" << true << "The expression is invalid.";
 }
 
-void TarnSignalSelectDialogTest::emptyListTellsWhy()
+void TestTarnSignalSelectDialog::emptyListTellsWhy()
 {
     QFETCH(QByteArray, mode);
     QFETCH(QString, pattern);
@@ -961,7 +961,7 @@ void TarnSignalSelectDialogTest::emptyListTellsWhy()
     QTEST(dialog.notice(), "notice");
 }
 
-void TarnSignalSelectDialogTest::noticeIsPaintedAlone()
+void TestTarnSignalSelectDialog::noticeIsPaintedAlone()
 {
     Dialog dialog(m_netlist.get());
     dialog.show();
@@ -988,7 +988,7 @@ void TarnSignalSelectDialogTest::noticeIsPaintedAlone()
     QVERIFY(painted() != whole);
 }
 
-void TarnSignalSelectDialogTest::noticeGoesWithTheSearch()
+void TestTarnSignalSelectDialog::noticeGoesWithTheSearch()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("none");
@@ -1000,7 +1000,7 @@ void TarnSignalSelectDialogTest::noticeGoesWithTheSearch()
     QCOMPARE(dialog.notice(), QString());
 }
 
-void TarnSignalSelectDialogTest::resultsCarrySignals_data()
+void TestTarnSignalSelectDialog::resultsCarrySignals_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("row");
@@ -1022,7 +1022,7 @@ void TarnSignalSelectDialogTest::resultsCarrySignals_data()
                                    << "top/u0/gated '' EU 0";
 }
 
-void TarnSignalSelectDialogTest::resultsCarrySignals()
+void TestTarnSignalSelectDialog::resultsCarrySignals()
 {
     QFETCH(int, type);
     QFETCH(QString, row);
@@ -1039,7 +1039,7 @@ void TarnSignalSelectDialogTest::resultsCarrySignals()
     QCOMPARE(deep->type(), 0);
 }
 
-void TarnSignalSelectDialogTest::excludedResultsCannotBeSelected()
+void TestTarnSignalSelectDialog::excludedResultsCannotBeSelected()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("");
@@ -1051,7 +1051,7 @@ void TarnSignalSelectDialogTest::excludedResultsCannotBeSelected()
     QVERIFY(dialog.chosen()->findItems("top/u0/gated", Qt::MatchExactly).isEmpty());
 }
 
-void TarnSignalSelectDialogTest::addTakesTheSelectionInTreeOrder()
+void TestTarnSignalSelectDialog::addTakesTheSelectionInTreeOrder()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("");
@@ -1070,7 +1070,7 @@ void TarnSignalSelectDialogTest::addTakesTheSelectionInTreeOrder()
     QCOMPARE(dialog.chosen()->topLevelItem(0)->type(), 0);
 }
 
-void TarnSignalSelectDialogTest::addTakesAMemberRowByItsText()
+void TestTarnSignalSelectDialog::addTakesAMemberRowByItsText()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("");
@@ -1080,7 +1080,7 @@ void TarnSignalSelectDialogTest::addTakesAMemberRowByItsText()
              (QStringList{"top/u0/cnt[0] '' EU 1", "top/clk '' EU 0"}));
 }
 
-void TarnSignalSelectDialogTest::addTakesMemberOfTheHierarchyAsBus()
+void TestTarnSignalSelectDialog::addTakesMemberOfTheHierarchyAsBus()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -1093,7 +1093,7 @@ void TarnSignalSelectDialogTest::addTakesMemberOfTheHierarchyAsBus()
     QCOMPARE(modelText(dialog.chosen()->model()), QString("top/u0/cnt[0]\ntop/rst\n"));
 }
 
-void TarnSignalSelectDialogTest::addDropsMembersThatAreExcluded()
+void TestTarnSignalSelectDialog::addDropsMembersThatAreExcluded()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("data");
@@ -1102,7 +1102,7 @@ void TarnSignalSelectDialogTest::addDropsMembersThatAreExcluded()
              QString("top/data[1:0] '' -U 1 (top/data[0] '' EU 1)"));
 }
 
-void TarnSignalSelectDialogTest::addTwiceKeepsOneCopy()
+void TestTarnSignalSelectDialog::addTwiceKeepsOneCopy()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("");
@@ -1114,7 +1114,7 @@ void TarnSignalSelectDialogTest::addTwiceKeepsOneCopy()
              QString("top/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\ntop/clk\n"));
 }
 
-void TarnSignalSelectDialogTest::singleStaysWhenItsBusIsAdded()
+void TestTarnSignalSelectDialog::singleStaysWhenItsBusIsAdded()
 {
     Dialog dialog(m_netlist.get());
     // A single net stays, a member of a bus gives way.
@@ -1129,7 +1129,7 @@ void TarnSignalSelectDialogTest::singleStaysWhenItsBusIsAdded()
              QString("top/u0/cnt[1]\ntop/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\n"));
 }
 
-void TarnSignalSelectDialogTest::addAllTakesGreyAndMemberRows()
+void TestTarnSignalSelectDialog::addAllTakesGreyAndMemberRows()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("radioButtonRegularExpression");
@@ -1140,7 +1140,7 @@ void TarnSignalSelectDialogTest::addAllTakesGreyAndMemberRows()
                           "top/data[0] '' EU 1", "top/u0/gated '' -U 0"}));
 }
 
-void TarnSignalSelectDialogTest::addAllTakesModuleRows()
+void TestTarnSignalSelectDialog::addAllTakesModuleRows()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -1152,7 +1152,7 @@ void TarnSignalSelectDialogTest::addAllTakesModuleRows()
                           "top/u0/deep/flag '' EU 0"}));
 }
 
-void TarnSignalSelectDialogTest::removeTakesSelectedTopLevelRowsOnly()
+void TestTarnSignalSelectDialog::removeTakesSelectedTopLevelRowsOnly()
 {
     Dialog dialog(m_netlist.get());
     signals2Tree(dialog.chosen(), {bus("d", 2), net("x"), net("y"), bus("e", 1)}, 0);
@@ -1168,7 +1168,7 @@ void TarnSignalSelectDialogTest::removeTakesSelectedTopLevelRowsOnly()
     QCOMPARE(dialog.chosen()->topLevelItemCount(), 2);
 }
 
-void TarnSignalSelectDialogTest::removeAllClearsTheChosenList()
+void TestTarnSignalSelectDialog::removeAllClearsTheChosenList()
 {
     Dialog dialog(m_netlist.get());
     dialog.search("");
@@ -1178,7 +1178,7 @@ void TarnSignalSelectDialogTest::removeAllClearsTheChosenList()
     QCOMPARE(modelText(dialog.results()->model()), QString(wholeDesign));
 }
 
-void TarnSignalSelectDialogTest::doubleClickAddsTheSignal_data()
+void TestTarnSignalSelectDialog::doubleClickAddsTheSignal_data()
 {
     QTest::addColumn<bool>("hierarchy");
     QTest::addColumn<QString>("row");
@@ -1196,7 +1196,7 @@ void TarnSignalSelectDialogTest::doubleClickAddsTheSignal_data()
                                       << "top/u0/cnt[0] '' EU 1";
 }
 
-void TarnSignalSelectDialogTest::doubleClickAddsTheSignal()
+void TestTarnSignalSelectDialog::doubleClickAddsTheSignal()
 {
     QFETCH(bool, hierarchy);
     QFETCH(QString, row);
@@ -1221,7 +1221,7 @@ void TarnSignalSelectDialogTest::doubleClickAddsTheSignal()
     QVERIFY(dialog.isVisible());
 }
 
-void TarnSignalSelectDialogTest::doubleClickOpensModules()
+void TestTarnSignalSelectDialog::doubleClickOpensModules()
 {
     Dialog dialog(m_netlist.get());
     dialog.check("checkBoxAdvancedFilter");
@@ -1237,7 +1237,7 @@ void TarnSignalSelectDialogTest::doubleClickOpensModules()
     QCOMPARE(modelText(dialog.chosen()->model()), QString("top/clk\n"));
 }
 
-void TarnSignalSelectDialogTest::doubleClickOnAGreyRowAddsNothing_data()
+void TestTarnSignalSelectDialog::doubleClickOnAGreyRowAddsNothing_data()
 {
     QTest::addColumn<QString>("row");
     QTest::newRow("net") << "top/u0/gated";
@@ -1245,7 +1245,7 @@ void TarnSignalSelectDialogTest::doubleClickOnAGreyRowAddsNothing_data()
     QTest::newRow("member") << "top/data[1]";
 }
 
-void TarnSignalSelectDialogTest::doubleClickOnAGreyRowAddsNothing()
+void TestTarnSignalSelectDialog::doubleClickOnAGreyRowAddsNothing()
 {
     QFETCH(QString, row);
     Dialog dialog(m_netlist.get());
@@ -1256,7 +1256,7 @@ void TarnSignalSelectDialogTest::doubleClickOnAGreyRowAddsNothing()
     QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
 }
 
-void TarnSignalSelectDialogTest::doubleClickOfOtherButtonsAddsNothing()
+void TestTarnSignalSelectDialog::doubleClickOfOtherButtonsAddsNothing()
 {
     Dialog dialog(m_netlist.get());
     dialog.show();
@@ -1268,7 +1268,7 @@ void TarnSignalSelectDialogTest::doubleClickOfOtherButtonsAddsNothing()
     QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
 }
 
-void TarnSignalSelectDialogTest::doubleClickAddsOnce()
+void TestTarnSignalSelectDialog::doubleClickAddsOnce()
 {
     Dialog dialog(m_netlist.get());
     dialog.show();
@@ -1280,7 +1280,7 @@ void TarnSignalSelectDialogTest::doubleClickAddsOnce()
              QString("top/clk\ntop/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\n"));
 }
 
-void TarnSignalSelectDialogTest::addedRowsAreInSight()
+void TestTarnSignalSelectDialog::addedRowsAreInSight()
 {
     const auto netlist = longNetlist();
     Dialog dialog(netlist.get());
@@ -1297,7 +1297,7 @@ void TarnSignalSelectDialogTest::addedRowsAreInSight()
     QVERIFY(dialog.isInSight(rowOf(dialog.chosen(), "top/n8")));
 }
 
-void TarnSignalSelectDialogTest::deleteKeyRemovesChosenRows()
+void TestTarnSignalSelectDialog::deleteKeyRemovesChosenRows()
 {
     Dialog dialog(m_netlist.get());
     dialog.show();
@@ -1314,7 +1314,7 @@ void TarnSignalSelectDialogTest::deleteKeyRemovesChosenRows()
     QCOMPARE(modelText(dialog.chosen()->model()), QString("x\ne\n    e[0]\n"));
 }
 
-void TarnSignalSelectDialogTest::chosenRowsWithoutSignalAreLeftOut()
+void TestTarnSignalSelectDialog::chosenRowsWithoutSignalAreLeftOut()
 {
     Dialog dialog(m_netlist.get());
     new QTreeWidgetItem(dialog.chosen(), {"plain"});
@@ -1323,7 +1323,7 @@ void TarnSignalSelectDialogTest::chosenRowsWithoutSignalAreLeftOut()
              (QStringList{"d '' EU 1 (d[1] '' EU 1) (d[0] '' EU 1)", "x '' EU 0"}));
 }
 
-void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice_data()
+void TestTarnSignalSelectDialog::oneNameIsThatOfTheFirstChoice_data()
 {
     QTest::addColumn<QList<SignalItem>>("chosen");
     QTest::addColumn<QString>("name");
@@ -1336,7 +1336,7 @@ void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice_data()
         << QList<SignalItem>{busWithMembers(false, false), net("y")} << "";
 }
 
-void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice()
+void TestTarnSignalSelectDialog::oneNameIsThatOfTheFirstChoice()
 {
     QFETCH(QList<SignalItem>, chosen);
     Dialog dialog(m_netlist.get());
@@ -1344,7 +1344,7 @@ void TarnSignalSelectDialogTest::oneNameIsThatOfTheFirstChoice()
     QTEST(dialog.getOneSelectedNetName(), "name");
 }
 
-void TarnSignalSelectDialogTest::returnSearchesOnce_data()
+void TestTarnSignalSelectDialog::returnSearchesOnce_data()
 {
     QTest::addColumn<QString>("widget");
     for (const char *name :
@@ -1353,7 +1353,7 @@ void TarnSignalSelectDialogTest::returnSearchesOnce_data()
         QTest::newRow(name) << name;
 }
 
-void TarnSignalSelectDialogTest::returnSearchesOnce()
+void TestTarnSignalSelectDialog::returnSearchesOnce()
 {
     QFETCH(QString, widget);
     Dialog dialog(m_netlist.get());
@@ -1376,7 +1376,7 @@ void TarnSignalSelectDialogTest::returnSearchesOnce()
     QCOMPARE(dialog.focusWidget(), focused);
 }
 
-void TarnSignalSelectDialogTest::returnPressesTheFocusedEnding_data()
+void TestTarnSignalSelectDialog::returnPressesTheFocusedEnding_data()
 {
     QTest::addColumn<QString>("button");
     QTest::addColumn<int>("result");
@@ -1384,7 +1384,7 @@ void TarnSignalSelectDialogTest::returnPressesTheFocusedEnding_data()
     QTest::newRow("Cancel") << "Cancel" << int(QDialog::Rejected);
 }
 
-void TarnSignalSelectDialogTest::returnPressesTheFocusedEnding()
+void TestTarnSignalSelectDialog::returnPressesTheFocusedEnding()
 {
     QFETCH(QString, button);
     Dialog dialog(m_netlist.get());
@@ -1399,7 +1399,7 @@ void TarnSignalSelectDialogTest::returnPressesTheFocusedEnding()
     QCOMPARE(debugLines(), QStringList());
 }
 
-void TarnSignalSelectDialogTest::otherKeysDoNothing_data()
+void TestTarnSignalSelectDialog::otherKeysDoNothing_data()
 {
     QTest::addColumn<QString>("widget");
     QTest::addColumn<int>("key");
@@ -1411,7 +1411,7 @@ void TarnSignalSelectDialogTest::otherKeysDoNothing_data()
     }
 }
 
-void TarnSignalSelectDialogTest::otherKeysDoNothing()
+void TestTarnSignalSelectDialog::otherKeysDoNothing()
 {
     QFETCH(QString, widget);
     QFETCH(int, key);
@@ -1430,7 +1430,7 @@ void TarnSignalSelectDialogTest::otherKeysDoNothing()
     QCOMPARE(dialog.chosen()->topLevelItemCount(), 0);
 }
 
-void TarnSignalSelectDialogTest::getNetNameReturnsTheChoice()
+void TestTarnSignalSelectDialog::getNetNameReturnsTheChoice()
 {
     QWidget parent;
     ModalScript script;
@@ -1448,7 +1448,7 @@ void TarnSignalSelectDialogTest::getNetNameReturnsTheChoice()
     QVERIFY(parent.findChildren<QDialog *>().isEmpty());
 }
 
-void TarnSignalSelectDialogTest::getNetNameReturnsNothingOnCancel()
+void TestTarnSignalSelectDialog::getNetNameReturnsNothingOnCancel()
 {
     ModalScript script;
     for (int i = 0; i < 2; ++i) {
@@ -1463,7 +1463,7 @@ void TarnSignalSelectDialogTest::getNetNameReturnsNothingOnCancel()
     QCOMPARE(script.problems(), QString());
 }
 
-void TarnSignalSelectDialogTest::getOneNetNameReturnsTheName()
+void TestTarnSignalSelectDialog::getOneNetNameReturnsTheName()
 {
     ModalScript script;
     script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *dialog) {
@@ -1476,7 +1476,7 @@ void TarnSignalSelectDialogTest::getOneNetNameReturnsTheName()
     QCOMPARE(script.problems(), QString());
 }
 
-void TarnSignalSelectDialogTest::dialogMayDieWithItsParent()
+void TestTarnSignalSelectDialog::dialogMayDieWithItsParent()
 {
     ModalScript script;
     QPointer<QWidget> parent;
@@ -1492,7 +1492,7 @@ void TarnSignalSelectDialogTest::dialogMayDieWithItsParent()
     QCOMPARE(script.problems(), QString());
 }
 
-void TarnSignalSelectDialogTest::newNetlistDropsTreeAndResults()
+void TestTarnSignalSelectDialog::newNetlistDropsTreeAndResults()
 {
     auto first = sampleNetlist();
     Dialog dialog(first.get());
@@ -1520,6 +1520,6 @@ void TarnSignalSelectDialogTest::newNetlistDropsTreeAndResults()
     QCOMPARE(dialog.search(""), QString());
 }
 
-TARN_TEST_MAIN(TarnSignalSelectDialogTest)
+TARN_TEST_MAIN(TestTarnSignalSelectDialog)
 
 #include "tst_tarnsignalselectdialog.moc"

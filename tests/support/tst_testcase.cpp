@@ -6,7 +6,7 @@
 #include <QDebug>
 #include <QTest>
 
-class tst_TestCase : public TarnTest::TestCase
+class TestTestCase : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ private Q_SLOTS:
     void announcedWarningsMatchInPart();
 };
 
-void tst_TestCase::debugLinesAreExact()
+void TestTestCase::debugLinesAreExact()
 {
     qDebug().noquote().nospace() << " a " << 1;
     qDebug("%s", "b");
@@ -26,12 +26,12 @@ void tst_TestCase::debugLinesAreExact()
     qDebug("left for the next function");
 }
 
-void tst_TestCase::linesOfFormerFunctionsAreGone()
+void TestTestCase::linesOfFormerFunctionsAreGone()
 {
     QVERIFY(debugLines().isEmpty());
 }
 
-void tst_TestCase::announcedWarningsMatchInPart()
+void TestTestCase::announcedWarningsMatchInPart()
 {
     expectWarning(QStringLiteral("in the midd"));
     expectWarning(QStringLiteral("^critical$"));
@@ -40,5 +40,5 @@ void tst_TestCase::announcedWarningsMatchInPart()
     QVERIFY(debugLines().isEmpty());
 }
 
-TARN_TEST_MAIN(tst_TestCase)
+TARN_TEST_MAIN(TestTestCase)
 #include "tst_testcase.moc"
