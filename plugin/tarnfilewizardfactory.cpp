@@ -5,7 +5,7 @@
 #include "newfiledialog.h"
 #include "tarnconstants.h"
 
-#include <probes/modaldialog.h>
+#include <widgets/modaldialog.h>
 
 namespace TARN {
 

@@ -4,12 +4,12 @@
 
 #include "tarnconstants.h"
 
-#include <probes/modaldialog.h>
 #include <sdk/core.h>
 #include <sdk/dev.h>
 #include <sdk/te.h>
 #include <view/hostdesign.h>
 #include <view/tarnview.h>
+#include <widgets/modaldialog.h>
 
 #include <QAction>
 #include <QDebug>

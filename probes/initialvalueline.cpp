@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "initialvalueline.h"
 
-#include "modaldialog.h"
 #include "probeportsoptionwidget.h"
 
 #include <model/bitstring.h>
+#include <widgets/modaldialog.h>
 
 #include <QDropEvent>
 #include <QHideEvent>

@@ -3,16 +3,17 @@
 #include "probeportsoptionwidget.h"
 
 #include "initialvalueline.h"
-#include "modaldialog.h"
-#include "signaltree.h"
+#include "value2tree.h"
 
 #include "ui_probeportsoptionwidget.h"
 
 #include <model/bitstring.h>
+#include <probes/signals/signaltree.h>
 #include <sdk/qutil.h>
 #include <sdk/te.h>
 #include <select/probedialog.h>
 #include <select/tarnsignalselectdialog.h>
+#include <widgets/modaldialog.h>
 
 #include <QScrollBar>
 #include <QSet>

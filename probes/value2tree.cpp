@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "value2tree.h"
+
 #include "initialvalueline.h"
-#include "signaltree.h"
 
 #include <QLabel>
 #include <QTreeWidget>

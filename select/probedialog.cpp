@@ -7,9 +7,9 @@
 #include "tarnsignalselectdialog.h"
 #include "ui_probedialog.h"
 
-#include <probes/modaldialog.h>
-#include <probes/signaltree.h>
-#include <probes/treerows.h>
+#include <probes/signals/signaltree.h>
+#include <widgets/modaldialog.h>
+#include <widgets/treerows.h>
 
 #include <QPointer>
 

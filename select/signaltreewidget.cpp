@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signaltreewidget.h"
 
-#include <probes/signalrow.h>
-#include <probes/treerows.h>
+#include <probes/signals/signalrow.h>
+#include <widgets/treerows.h>
 
 #include <QDataStream>
 #include <QDropEvent>

@@ -7,9 +7,9 @@
 #include "sizememory.h"
 #include "ui_tarnsignalselectdialog.h"
 
-#include <probes/signaltree.h>
-#include <probes/treerows.h>
+#include <probes/signals/signaltree.h>
 #include <sdk/netweir.h>
+#include <widgets/treerows.h>
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -13,10 +13,10 @@
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
-#include <probes/modaldialog.h>
 #include <sdk/netweir.h>
 #include <sdk/qutil.h>
 #include <sdk/te.h>
+#include <widgets/modaldialog.h>
 
 #include <QCloseEvent>
 #include <QDir>

@@ -9,8 +9,8 @@
 #include <model/linkchain.h>
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
-#include <probes/modaldialog.h>
 #include <sdk/netweir.h>
+#include <widgets/modaldialog.h>
 
 #include <QAction>
 #include <QDebug>

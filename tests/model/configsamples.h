@@ -3,7 +3,7 @@
 #pragma once
 
 #include <model/tarncore.h>
-#include <probes/signalitem.h>
+#include <probes/signals/signalitem.h>
 
 #include <QList>
 #include <QString>

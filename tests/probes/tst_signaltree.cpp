@@ -3,10 +3,11 @@
 #include "signalsamples.h"
 
 #include <probes/initialvalueline.h>
-#include <probes/signaltree.h>
-#include <probes/treerows.h>
+#include <probes/signals/signaltree.h>
+#include <probes/value2tree.h>
 #include <support/modeltext.h>
 #include <support/testcase.h>
+#include <widgets/treerows.h>
 
 #include <QApplication>
 #include <QBrush>

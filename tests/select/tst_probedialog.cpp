@@ -8,8 +8,8 @@
 #include <support/testcase.h>
 #include <support/windowfit.h>
 
+#include <probes/signals/signaltree.h>
 #include <probes/signalsamples.h>
-#include <probes/signaltree.h>
 #include <select/probedialog.h>
 #include <select/signaltreewidget.h>
 #include <select/tarnsignalselectdialog.h>

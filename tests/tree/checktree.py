@@ -16,7 +16,7 @@ import re
 import subprocess
 import sys
 
-PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "model", "sdk")
+PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "model", "widgets", "sdk")
 HOST_LIBRARIES = ("core", "dev", "extsys", "netweir", "qutil", "te")
 GROUND_FOLDER = "files"  # Below host and plug-in, which both use it.
 FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER,) + (
@@ -25,9 +25,8 @@ FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER,) + (
 # The layers of the plug-in from the ground up, by file (without extension) or folder. A file may
 # include files of its own layer and of lower ones; layers in one line do not see each other.
 LAYERS = (
-    (("probes/signalitem",), ("probes/modaldialog",), ("sdk/",)),
-    (("probes/signalrow",), ("probes/treerows",)),
-    (("model/",), ("probes/signaltree",)),
+    (("probes/signals/signalitem",), ("sdk/",), ("widgets/",)),
+    (("model/",), ("probes/signals/",)),
     (("select/",),),
     (("probes/",),),
     (("view/",),),

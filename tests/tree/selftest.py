@@ -27,13 +27,14 @@ GOOD = {
     "host/netweir/rtlnet.cpp": SPDX + "#include <core/iview.h>\n#include <files/reader.h>\n",
     "host/workbench/main.cpp": SPDX + "#include <plugin/tarnviewmanager.h>\n",
     "host/workbench/window.h": SPDX,
-    "model/tarncore.h": SPDX + "#include <files/reader.h>\n#include <probes/signalitem.h>\n",
+    "model/tarncore.h": SPDX + "#include <files/reader.h>\n#include <probes/signals/signalitem.h>\n",
     "plugin/tarnviewmanager.h": SPDX + "#include <view/tarnview.h>\n",
     "plugin/other.h": SPDX,
-    "probes/page.h": SPDX + "#include <probes/signaltree.h>\n#include <select/dialog.h>\n",
-    "probes/signalitem.h": SPDX + "#include <QString>\n",
-    "probes/signaltree.h": SPDX + '#include "signalitem.h"\n',
-    "select/dialog.h": SPDX + "#include <model/tarncore.h>\n#include <probes/signaltree.h>\n",
+    "probes/page.h": SPDX + "#include <probes/signals/signaltree.h>\n#include <select/dialog.h>\n",
+    "probes/signals/signalitem.h": SPDX + "#include <QString>\n",
+    "probes/signals/signaltree.h": SPDX + '#include "signalitem.h"\n',
+    "select/dialog.h": SPDX + "#include <model/tarncore.h>\n#include <probes/signals/signaltree.h>\n",
+    "widgets/box.h": SPDX,
     "tests/view/tst_view.cpp": SPDX + "#include <support/files.h>\n#include <view/tarnview.h>\n",
     "tests/support/files.h": SPDX,
     "sdk/core.h": SPDX + "#include <core/iview.h>\n",
@@ -72,11 +73,15 @@ class Includes(SampleTree):
                 ("probes/page.h", "<view/banner.h>"),
                 ("select/dialog.h", "<probes/line.h>"),
                 ("model/tarncore.h", "<select/tree.h>"),
-                ("model/tarncore.h", "<probes/signaltree.h>"),
-                ("probes/signaltree.h", "<model/tarncore.h>"),
-                ("probes/signalitem.h", "<probes/signaltree.h>"),
-                ("probes/signalitem.h", "<model/bitstring.h>"),
-                ("sdk/core.h", "<probes/signalitem.h>"),
+                ("model/tarncore.h", "<probes/signals/signaltree.h>"),
+                ("probes/signals/signaltree.h", "<model/tarncore.h>"),
+                ("probes/signals/signalitem.h", "<probes/signals/signaltree.h>"),
+                ("probes/signals/signalitem.h", "<model/bitstring.h>"),
+                ("probes/signals/signaltree.h", "<probes/line.h>"),
+                ("probes/signals/signaltree.h", "<select/tree.h>"),
+                ("sdk/core.h", "<probes/signals/signalitem.h>"),
+                ("widgets/box.h", "<model/tarncore.h>"),
+                ("widgets/box.h", "<probes/signals/signalitem.h>"),
         ):
             with self.subTest(includer=includer, included=included):
                 self.setUp()
@@ -265,7 +270,7 @@ class Format(SampleTree):
 class Headers(SampleTree):
     def setUp(self):
         super().setUp()
-        self.write("probes/signalitem.h", SPDX)
+        self.write("probes/signals/signalitem.h", SPDX)
         self.compiler = ["c++", f"-I{self.root}", f"-I{self.root}/host"]
 
     def test_good_tree(self):

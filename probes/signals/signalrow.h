@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <probes/signalitem.h>
+#include "signalitem.h"
 
 #include <QString>
 #include <QTreeWidgetItem>

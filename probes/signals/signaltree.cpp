@@ -3,7 +3,8 @@
 #include "signaltree.h"
 
 #include "signalrow.h"
-#include "treerows.h"
+
+#include <widgets/treerows.h>
 
 #include <QHash>
 #include <QSet>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <probes/treerows.h>
 #include <support/testcase.h>
+#include <widgets/treerows.h>
 
 #include <QApplication>
 #include <QScrollBar>

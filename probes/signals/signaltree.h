@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <probes/signalitem.h>
+#include "signalitem.h"
 
 #include <QList>
 #include <QString>
@@ -12,8 +12,6 @@ class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace TARN {
-
-class InitialValueLine;
 
 // Rows that show signals, and the set operations that keep a list free of repeats. Items are
 // compared by whole names only: no name is ever taken apart, and nothing is sorted.
@@ -72,15 +70,5 @@ void signal2TreeItemForHierarchy(QTreeWidgetItem *parent, SignalItem item, QStri
 void signal2ProbeOutTreeItem(QTreeWidgetItem *parent, SignalItem item, int type);
 /// The same for all of @p items at once.
 void signals2ProbeOutTree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int type);
-
-/// Appends a child row of @p parent in the tree of initial values whose label shows the bits that
-/// fall on @p item: the leftmost of @p bits, which are removed from it, or zeros when too few are
-/// left. @p line takes note of the label. Does nothing without @p parent.
-void value2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, SignalItem item, QString &bits,
-                InitialValueLine *line, int type);
-/// The same for all of @p items, in the rows that @p parent has already: a tree that gets rows and
-/// widgets by turns lays itself out anew for each of them.
-void values2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalItem> &items,
-                 QString &bits, InitialValueLine *line);
 
 } // namespace TARN

@@ -3,7 +3,7 @@
 #include <support/modalscript.h>
 #include <support/testcase.h>
 
-#include <probes/modaldialog.h>
+#include <widgets/modaldialog.h>
 
 #include <QApplication>
 #include <QPointer>
