@@ -65,6 +65,7 @@ MarkReader::MarkReader(ElaboratedDesign *design, const Layout &layout, Definitio
     , m_layout(layout)
     , m_definition(definition)
     , m_indexes(*definition, design->types())
+    , m_loops(*definition, design->types())
 {
 }
 
@@ -98,22 +99,24 @@ void MarkReader::markWrites(const Occurrence &target, int marks)
 {
     forEachReference(target, [this, marks](const Reference &reference) {
         if (reference.isConstant() || reference.isHierarchical()) {
-            markWrite(reference, marks);
+            markWrite(reference, m_indexes, marks);
             return;
         }
-        m_indexes.forEachRound({reference.node, reference.scope},
-                               [this, &reference, marks] { markWrite(reference, marks); });
+        m_loops.forEachRound({reference.node, reference.scope},
+                             [this, &reference, marks](const IndexEvaluator &round) {
+                                 markWrite(reference, round, marks);
+                             });
     });
 }
 
-void MarkReader::markWrite(const Reference &reference, int marks)
+void MarkReader::markWrite(const Reference &reference, const IndexEvaluator &indexes, int marks)
 {
     if (reference.isHierarchical()) {
         m_definition->writesElsewhere.push_back(reference);
         return;
     }
     if (const Variable *variable = variableOf(reference))
-        markBits(m_layout.locate(*variable, reference, m_indexes), marks, &m_definition->marks);
+        markBits(m_layout.locate(*variable, reference, indexes), marks, &m_definition->marks);
 }
 
 void MarkReader::markVariable(const Variable &variable, int marks)

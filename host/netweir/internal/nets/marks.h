@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "countingloops.h"
 #include "layout.h"
 
 #include <netweir/internal/xml/elaborateddesign.h>
@@ -24,7 +25,7 @@ public:
 
 private:
     void markWrites(const Occurrence &target, int marks);
-    void markWrite(const Reference &reference, int marks);
+    void markWrite(const Reference &reference, const IndexEvaluator &indexes, int marks);
     void markVariable(const Variable &variable, int marks);
     void markSupplies();
     void markOmitted();
@@ -43,7 +44,8 @@ private:
     ElaboratedDesign *m_design;
     const Layout &m_layout;
     Definition *m_definition;
-    IndexEvaluator m_indexes;
+    IndexEvaluator m_indexes; ///< With no variable known.
+    CountingLoops m_loops;
     QMultiHash<QString, int> m_nets; ///< Variables by name; filled for omitted writes only.
     QHash<qint64, int> m_buses;      ///< Leafs by their place; likewise.
 };
