@@ -26,7 +26,8 @@ struct Command
 
 struct ActionManager::Private
 {
-    /// A map, whose entries stay in place: receivers of an action's changes may register more.
+    /// A std::map, because its entries stay in place while receivers of an action's changes
+    /// register more actions.
     std::map<QString, Command> commands;
     QStringList contexts;
 
@@ -76,7 +77,8 @@ ActionManager::~ActionManager() = default;
 
 ActionManager *ActionManager::instance()
 {
-    // Never destroyed: actions must not outlive the application object that they register with.
+    // Never destroyed: its commands must not be deleted after the application object, which knows
+    // their shortcuts.
     static auto *manager = new ActionManager;
     return manager;
 }

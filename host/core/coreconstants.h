@@ -2,11 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-namespace Core {
-namespace Constants {
+namespace Core::Constants {
 
 /// Id of the shared Save command of the File menu.
 constexpr char A_FILE_SAVE[] = "Core.Action.Save";
 
-} // namespace Constants
-} // namespace Core
+} // namespace Core::Constants

@@ -11,7 +11,7 @@ class QWidget;
 
 namespace Core {
 
-/// An entry of the gallery of new files. Plug-ins hand theirs over with
+/// An entry in the gallery of new files. Plug-ins offer it with
 /// ExtSys::IPlugin::addAutoReleasedObject().
 class CORE_EXPORT IFileWizardFactory : public QObject
 {

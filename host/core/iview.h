@@ -10,10 +10,9 @@ namespace Core {
 
 /// A document view shown by ViewManager, which owns it from ViewManager::showView() on.
 ///
-/// The window title is the document's name; the short title is what the view's tab shows and
-/// follows the window title until setShortTitle() is called. A view that wants to ask before it
-/// closes does so in its closeEvent(). The destructor writes the debug line
-/// "IView: <window title> destoryed".
+/// The window title is the name of the document. The short title is the text of the view's tab; it
+/// follows the window title until setShortTitle() is called. A view may ask before it closes, in
+/// its closeEvent(). The destructor writes the debug line "IView: <window title> destoryed".
 class CORE_EXPORT IView : public QWidget
 {
     Q_OBJECT

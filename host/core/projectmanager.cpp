@@ -4,7 +4,9 @@
 
 namespace Core {
 
-static IProject *openProject = nullptr;
+namespace {
+IProject *openProject = nullptr;
+}
 
 IProject::~IProject() = default;
 

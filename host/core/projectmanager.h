@@ -18,14 +18,14 @@ public:
     virtual void addFile(const QString &path) = 0;
 };
 
-/// Knows the open project, of which there is at most one.
+/// Knows the open project; there is at most one.
 class CORE_EXPORT ProjectManager
 {
 public:
     /// The open project, null when there is none. Not owned.
     static IProject *currentProject();
 
-    /// For the application: @p project stays owned by the caller, who resets it before deleting it.
+    /// For the application. The caller keeps @p project and resets it before deleting it.
     static void setCurrentProject(IProject *project);
 };
 

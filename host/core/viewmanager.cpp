@@ -39,14 +39,14 @@ struct Q_DECL_HIDDEN ViewManager::Private
 {
     QPointer<QWidget> area;
     QPointer<QWidget> dialogParent;
-    QList<ViewContainer *> containers; ///< Of open views, in order of showing.
+    QList<ViewContainer *> containers; ///< Those of open views, in the order of showing.
     QHash<const QObject *, QList<Context>> contexts;
     QPointer<QObject> announced; ///< Only compared: it may be half destroyed.
     bool announcedNone = true;
-    int holds = 0; ///< While positive, viewActiveted waits, so that all receivers see one order.
+    int holds = 0; ///< While positive, viewActiveted waits: all receivers see the same order.
 
-    /// The area while it is whole. It loses its class when its destructor begins, but takes its
-    /// views along only later.
+    /// The area while it is whole, null once its destructor has begun: it then is no QTabWidget any
+    /// more, but deletes its views later.
     QTabWidget *tabs() const { return qobject_cast<QTabWidget *>(area.data()); }
     QTabWidget *ensureTabs();
     void addView(IView *view);
@@ -154,7 +154,7 @@ ViewManager::~ViewManager() = default;
 
 ViewManager *ViewManager::instance()
 {
-    // Never destroyed: plug-ins and views may leave at the very end of the process.
+    // Never destroyed: plug-ins and views may live until the very end of the process.
     static auto *manager = new ViewManager;
     return manager;
 }

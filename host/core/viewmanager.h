@@ -16,17 +16,16 @@ namespace Core {
 
 class IView;
 
-/// Shows views, each in a container widget of its own (the view's parent widget from showView()
-/// on), and owns them. One view at most is active. GUI thread only.
+/// Shows and owns views, each in a container widget of its own, which is the view's parent widget
+/// from showView() on. At most one view is active. GUI thread only.
 ///
-/// Closing a container, by whatever way, closes its view and no other: the view is asked first
-/// (its closeEvent() may refuse, and then container and view stay), viewClosed() is emitted while
-/// the view is still whole, and container and view are deleted when control returns to the event
-/// loop.
+/// Closing a container in any way closes its view and no other. The view is asked first: its
+/// closeEvent() may refuse, and then container and view stay. viewClosed() is emitted while the
+/// view is still whole. Container and view are deleted when control returns to the event loop.
 ///
-/// Receivers of the signals may open and close views: a change of the active view that happens
-/// meanwhile is announced once they have returned. A view that somebody deletes without closing it
-/// leaves without viewClosed().
+/// Receivers of the signals may open and close views. A change of the active view in the meantime
+/// is announced after they have returned. A view that is deleted without being closed leaves
+/// without viewClosed().
 class CORE_EXPORT ViewManager : public QObject
 {
     Q_OBJECT
@@ -34,29 +33,29 @@ class CORE_EXPORT ViewManager : public QObject
 public:
     static ViewManager *instance();
 
-    /// Shows @p view, making it active; a view that is not known yet gets its container first.
+    /// Shows @p view and makes it active. A new view gets its container first.
     static void showView(IView *view);
 
-    /// Asks @p view to close. True when it did.
+    /// Asks @p view to close. True when it closed.
     static bool closeView(IView *view);
 
-    /// Activates @p context, with the actions registered for it, whenever @p view is active.
-    /// Where several contexts of one view offer an action for the same command, that of the
-    /// greatest @p priority wins.
+    /// Activates @p context, with the actions registered for it, whenever @p view is active. When
+    /// several contexts of a view have an action for the same command, the greatest @p priority
+    /// wins.
     static void registerContext(IView *view, const QString &context, int priority);
 
-    /// The widget to use as parent of a dialog that belongs to no view; null without a main window.
+    /// The parent for dialogs that belong to no view; null without a main window.
     static QWidget *dialogParent();
 
     // For the application:
 
-    /// The widget that shows the views as tabs; the caller takes ownership by parenting it.
+    /// The widget that shows the views as tabs. The caller takes ownership by giving it a parent.
     static QWidget *viewArea();
     static void setDialogParent(QWidget *parent);
-    /// Every shown view, in order of showing.
+    /// All shown views, in the order of showing.
     static QList<IView *> views();
     static IView *activeView();
-    /// Asks every view to close, in order of showing, and stops at the first that refuses.
+    /// Asks all views to close, in the order of showing, and stops at the first that refuses.
     static bool closeAllViews();
 
 Q_SIGNALS:

@@ -2,4 +2,4 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "devicearg.h"
 
-// The type is all header; the library is there to be linked like the host's other ones.
+// The type is complete in its header. The library exists so that it links like the others.

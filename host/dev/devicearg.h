@@ -9,7 +9,7 @@
 
 namespace DEV {
 
-/// The FPGA device of a project as the device catalogue names it.
+/// The FPGA device of a project, with the names of the device catalogue.
 struct DeviceArg
 {
     QString family;     ///< Product family, for example "KX".

@@ -8,9 +8,9 @@
 
 namespace ExtSys {
 
-/// Root object of a plug-in library. The host creates it through the standard Qt plug-in instance
-/// function and drives its life: initialize(), then extensionsInitialized() once every plug-in is
-/// initialised, and shutDown() in reverse order at the end.
+/// Root object of a plug-in library. The host creates it through Qt's plug-in instance function and
+/// calls initialize(), then extensionsInitialized() once every plug-in is initialised, and at the
+/// end shutDown(), in reverse order.
 class EXTSYS_EXPORT IPlugin : public QObject
 {
     Q_OBJECT
@@ -19,19 +19,19 @@ public:
     explicit IPlugin(QObject *parent = nullptr);
     ~IPlugin() override;
 
-    /// Registers what the plug-in offers. False means that the plug-in cannot work; the host then
-    /// neither calls extensionsInitialized() nor shutDown().
+    /// Registers what the plug-in offers. False when the plug-in cannot work: the host then calls
+    /// neither extensionsInitialized() nor shutDown().
     virtual bool initialize() = 0;
 
     /// Called after initialize() of every plug-in.
     virtual void extensionsInitialized() = 0;
 
-    /// Takes back everything that initialize() set up, while the host is still whole.
+    /// Undoes everything that initialize() did. The host is still whole.
     virtual void shutDown() = 0;
 
 protected:
-    /// Puts @p object into the host's object pool (ObjectPool). The host owns it from then on and
-    /// deletes it after the plug-in's shutDown().
+    /// Adds @p object to the host's object pool (ObjectPool). The host owns the object from then on
+    /// and deletes it after the plug-in's shutDown().
     void addAutoReleasedObject(QObject *object);
 };
 

@@ -34,7 +34,7 @@ void ObjectPool::add(QObject *object, const QObject *plugin)
 
 void ObjectPool::release(const QObject *plugin)
 {
-    // Moved out first: a destructor may look at the pool or change it.
+    // Taken out first, because a destructor may read or change the pool.
     std::vector<Entry> &all = entries();
     const auto middle = std::stable_partition(
         all.begin(), all.end(), [plugin](const Entry &entry) { return entry.plugin != plugin; });

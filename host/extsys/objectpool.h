@@ -9,24 +9,24 @@
 
 namespace ExtSys {
 
-/// The objects that plug-ins handed over with IPlugin::addAutoReleasedObject(). The pool owns them,
-/// each on behalf of its plug-in. An object that is deleted by somebody else leaves by itself.
+/// The objects that plug-ins added with IPlugin::addAutoReleasedObject(). The pool owns each object
+/// on behalf of its plug-in. An object that other code deletes leaves the pool.
 class EXTSYS_EXPORT ObjectPool
 {
 public:
     ObjectPool() = delete;
 
-    /// Takes ownership of @p object for @p plugin. An object that is in the pool already stays
-    /// with the plug-in that it belongs to.
+    /// Takes ownership of @p object for @p plugin. An object that is in the pool already keeps its
+    /// plug-in.
     static void add(QObject *object, const QObject *plugin);
 
     /// Deletes the objects of @p plugin, the last one added first.
     static void release(const QObject *plugin);
 
-    /// Every object, in order of adding.
+    /// All objects, in the order of adding.
     static QList<QObject *> allObjects();
 
-    /// The objects of type @p T (a class with Q_OBJECT), in order of adding.
+    /// The objects of type @p T (a class with Q_OBJECT), in the order of adding.
     template <typename T>
     static QList<T *> objects()
     {

@@ -36,7 +36,7 @@ bool PluginManager::loadFolder(const QString &folder, QStringList *errors)
         return false;
     }
     const int errorsBefore = errors->size();
-    QSet<QString> seen; // Version links of a library lead to one file.
+    QSet<QString> seen; // The version links of a library lead to the same file.
     for (const QFileInfo &file : dir.entryInfoList(QDir::Files, QDir::Name)) {
         if (!QLibrary::isLibrary(file.fileName()) || seen.contains(file.canonicalFilePath()))
             continue;
@@ -54,7 +54,7 @@ QString PluginManager::load(const QFileInfo &file)
     QPluginLoader loader(path);
     const QJsonObject metaData = loader.metaData();
     if (metaData.isEmpty())
-        return tr("%1 is no plug-in: %2").arg(path, loader.errorString());
+        return tr("%1 is not a plug-in: %2").arg(path, loader.errorString());
     const QString className = metaData.value(QLatin1String("className")).toString();
     const QString error = refusal(path, metaData.value(QLatin1String("IID")).toString(), className);
     if (!error.isEmpty())
@@ -63,11 +63,11 @@ QString PluginManager::load(const QFileInfo &file)
     QObject *object = loader.instance();
     if (!object)
         return tr("%1 cannot be loaded: %2").arg(path, loader.errorString());
-    // By class and not by interface id: a plug-in need not repeat the id to be an IPlugin.
+    // By class, not by interface id: an IPlugin need not declare the id once more.
     if (!IPlugin::staticMetaObject.cast(object)) {
         const QString found = QString::fromLatin1(object->metaObject()->className());
         delete object;
-        return tr("%1: its root object is a %2 and no ExtSys::IPlugin.").arg(path, found);
+        return tr("%1: its root object is a %2, not an ExtSys::IPlugin.").arg(path, found);
     }
     m_plugins.append({static_cast<IPlugin *>(object), path, className});
     return QString();

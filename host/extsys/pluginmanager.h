@@ -15,7 +15,7 @@ namespace ExtSys {
 
 class IPlugin;
 
-/// What the metadata of a plug-in has to say for the host to load it.
+/// The metadata that a plug-in must have to be loaded.
 struct AcceptedPlugin
 {
     QString interfaceId;
@@ -25,7 +25,7 @@ struct AcceptedPlugin
 /// Loads plug-ins from a folder and drives their lives: loadFolder(), initialize(), shutDown().
 ///
 /// Owns the root objects of the plug-ins. Libraries stay in memory until the process ends. A
-/// library is only loaded, and its code only run, when its metadata names an accepted plug-in.
+/// library is loaded, and its code run, only when its metadata names an accepted plug-in.
 class EXTSYS_EXPORT PluginManager
 {
     Q_DECLARE_TR_FUNCTIONS(ExtSys::PluginManager)
@@ -38,20 +38,20 @@ public:
     PluginManager(const PluginManager &) = delete;
     PluginManager &operator=(const PluginManager &) = delete;
 
-    /// Loads every library of @p folder, in order of file names. Appends one message to @p errors
-    /// for each one refused and returns false when there were any; the others are loaded.
+    /// Loads the libraries of @p folder in the order of their file names. Refused libraries are
+    /// skipped: each adds a message to @p errors, and the result is false.
     bool loadFolder(const QString &folder, QStringList *errors);
 
-    /// initialize() of every loaded plug-in in order of loading, then extensionsInitialized() of
-    /// those that succeeded. Appends one message to @p errors for each that failed, which takes
-    /// no further part, and returns false when there were any.
+    /// Calls initialize() of the loaded plug-ins in the order of loading, then
+    /// extensionsInitialized() of those that succeeded. Deletes the root objects of those that
+    /// failed: each adds a message to @p errors, and the result is false.
     bool initialize(QStringList *errors);
 
-    /// shutDown() of every initialised plug-in in reverse order; the objects that a plug-in handed
-    /// over are deleted after its shutDown(). Does nothing the second time.
+    /// Calls shutDown() of the initialised plug-ins in reverse order and deletes the pool objects
+    /// of each plug-in after its shutDown(). Has no effect the second time.
     void shutDown();
 
-    /// The root objects of the loaded plug-ins, or of the initialised ones after initialize().
+    /// The root objects of the loaded plug-ins; after initialize(), of the initialised ones.
     QList<IPlugin *> plugins() const;
 
 private:

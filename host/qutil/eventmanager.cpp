@@ -15,8 +15,8 @@ namespace {
 
 using Ticket = quint64;
 
-/// The handlers of one event name, by tickets that grow with every subscription. A delivery
-/// remembers tickets only, so nothing that happens to the list meanwhile can confuse it.
+/// The handlers of one event name, by tickets that grow with every subscription. A delivery keeps
+/// tickets only, so the list may change in the meantime.
 struct Subscribers
 {
     std::map<Ticket, IEventHandler *> handlers;
@@ -27,7 +27,7 @@ struct Subscribers
 
 struct EventManager::Private
 {
-    /// Entries stay for good: deliveries that are under way refer to them.
+    /// Entries are never removed: deliveries refer to them.
     std::map<QString, Subscribers> subscribers;
     Ticket lastTicket = 0;
 
@@ -46,7 +46,8 @@ EventManager::~EventManager() = default;
 
 EventManager *EventManager::instance()
 {
-    // Never destroyed: handlers that are static objects of other libraries leave at the very end.
+    // Never destroyed: handlers may be static objects of other libraries, which leave at the very
+    // end.
     static auto *manager = new EventManager;
     return manager;
 }

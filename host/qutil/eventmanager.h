@@ -15,11 +15,11 @@ class IEventHandler;
 
 /// The host's event bus. Lives for the whole process; GUI thread only.
 ///
-/// Handlers receive an event in the order in which they subscribed to its name. Subscribing the
-/// same handler twice to one name has no effect, nor has leaving a name that was never joined.
-/// During a delivery handlers may subscribe, unsubscribe and be destroyed, themselves or others:
-/// a handler that joins late does not receive the event that is being delivered, one that has
-/// left does not receive it any more.
+/// Handlers receive an event in the order in which they subscribed to its name. Subscribing a
+/// handler twice to a name has no effect, nor has unsubscribing one that is not subscribed. During
+/// a delivery a handler may subscribe, unsubscribe and destroy itself and others. A new handler
+/// does not receive the event that is being delivered; a handler that has left does not receive it
+/// any more.
 class QUTIL_EXPORT EventManager
 {
 public:

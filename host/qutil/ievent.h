@@ -10,7 +10,7 @@
 
 namespace QUtil {
 
-/// One named event of the host with its named values. A value type without behaviour.
+/// A named event of the host with named values.
 class QUTIL_EXPORT IEvent
 {
 public:
@@ -20,7 +20,7 @@ public:
     /// The name under which handlers subscribe, for example "TE.File.Add".
     QString name() const;
 
-    /// The value stored under @p key, an invalid variant when the event carries none.
+    /// The value of @p key, an invalid variant when the event has none.
     virtual QVariant get(const QString &key) const;
 
 private:

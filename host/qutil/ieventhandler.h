@@ -8,15 +8,15 @@ namespace QUtil {
 
 class IEvent;
 
-/// Receiver of host events. Its destructor leaves every event that it still subscribes to, so that
-/// a handler may die at any time, in the middle of a delivery included.
+/// Receiver of host events. The destructor unsubscribes from all events, so a handler may be
+/// destroyed at any time, even during a delivery.
 class QUTIL_EXPORT IEventHandler
 {
 public:
     virtual ~IEventHandler();
 
-    /// Called on the GUI thread for every event that the handler subscribed to.
-    /// @p event lives only for the duration of the call.
+    /// Called on the GUI thread for every event that the handler subscribed to. @p event is valid
+    /// only during the call.
     virtual void handleIEvent(const IEvent *event) = 0;
 };
 

@@ -9,12 +9,13 @@ namespace TE {
 
 namespace {
 
-class Splitter
+/// The work of splitArguments().
+class ArgumentSplitter
 {
     Q_DECLARE_TR_FUNCTIONS(TE::ArgumentSplitter)
 
 public:
-    explicit Splitter(const QString &text)
+    explicit ArgumentSplitter(const QString &text)
         : m_text(text)
     {
     }
@@ -43,13 +44,13 @@ private:
 
     const QString &m_text;
     int m_position = 0;
-    int m_line = 1;        ///< At m_counted.
-    int m_counted = 0;     ///< Line feeds up to here are counted.
-    bool m_quoted = false; ///< Part of the argument being read is.
+    int m_line = 1;        ///< The line of m_counted.
+    int m_counted = 0;     ///< Line feeds before this position are counted.
+    bool m_quoted = false; ///< The argument being read has a quoted part.
     QString m_error;
 };
 
-bool Splitter::split(QVector<Argument> *arguments)
+bool ArgumentSplitter::split(QVector<Argument> *arguments)
 {
     while (skipBlanksAndComments()) {
         if (atEnd())
@@ -58,14 +59,14 @@ bool Splitter::split(QVector<Argument> *arguments)
         argument.line = lineAt(m_position);
         if (!readArgument(&argument))
             return false;
-        // A variable with nothing in it is no argument, unless quotes say so.
+        // An empty variable is no argument, except in quotes.
         if (m_quoted || !argument.text.isEmpty())
             arguments->append(argument);
     }
     return false;
 }
 
-bool Splitter::skipBlanksAndComments()
+bool ArgumentSplitter::skipBlanksAndComments()
 {
     while (!atEnd()) {
         if (current().isSpace())
@@ -81,13 +82,13 @@ bool Splitter::skipBlanksAndComments()
     return true;
 }
 
-void Splitter::skipLine()
+void ArgumentSplitter::skipLine()
 {
     const int end = m_text.indexOf(QLatin1Char('\n'), m_position);
     m_position = end < 0 ? m_text.size() : end + 1;
 }
 
-bool Splitter::skipBlockComment()
+bool ArgumentSplitter::skipBlockComment()
 {
     const int end = m_text.indexOf(QLatin1String("*/"), m_position + 2);
     if (end < 0)
@@ -96,8 +97,8 @@ bool Splitter::skipBlockComment()
     return true;
 }
 
-/// A backslash with nothing but blanks up to the end of its line.
-bool Splitter::skipLineJoint()
+/// Skips a backslash that is followed only by blanks up to the end of its line.
+bool ArgumentSplitter::skipLineJoint()
 {
     if (current() != QLatin1Char('\\'))
         return false;
@@ -110,7 +111,7 @@ bool Splitter::skipLineJoint()
     return true;
 }
 
-bool Splitter::readArgument(Argument *argument)
+bool ArgumentSplitter::readArgument(Argument *argument)
 {
     m_quoted = false;
     while (!atEnd() && !current().isSpace()) {
@@ -124,8 +125,8 @@ bool Splitter::readArgument(Argument *argument)
     return true;
 }
 
-/// Not the one in a number, as in +define+W=8'hFF.
-bool Splitter::isQuote(const Argument &argument) const
+/// False for the quote in a number, as in +define+W=8'hFF.
+bool ArgumentSplitter::isQuote(const Argument &argument) const
 {
     static const QRegularExpression number(
         QStringLiteral("'(?:[sS]?[bBoOdDhH][0-9a-fA-FxXzZ?_]+|[01xXzZ])(?!['\\w])"));
@@ -138,7 +139,7 @@ bool Splitter::isQuote(const Argument &argument) const
                            .hasMatch();
 }
 
-bool Splitter::readQuoted(Argument *argument)
+bool ArgumentSplitter::readQuoted(Argument *argument)
 {
     const int start = m_position;
     const QChar quote = current();
@@ -157,14 +158,14 @@ bool Splitter::readQuoted(Argument *argument)
     return true;
 }
 
-void Splitter::readCharacter(Argument *argument)
+void ArgumentSplitter::readCharacter(Argument *argument)
 {
-    if (current() == QLatin1Char('\\')) // Never the last character: that is a joint.
+    if (current() == QLatin1Char('\\')) // Never the last character, which would join lines.
         ++m_position;
     argument->text.append(m_text.at(m_position++));
 }
 
-bool Splitter::readVariable(Argument *argument)
+bool ArgumentSplitter::readVariable(Argument *argument)
 {
     static const QRegularExpression form(QStringLiteral("\\$(?:(\\w+)|\\{(\\w+)\\}|\\((\\w+)\\))"));
     if (current() != QLatin1Char('$'))
@@ -184,15 +185,16 @@ bool Splitter::readVariable(Argument *argument)
     return true;
 }
 
-/// Positions must not decrease from call to call: each line feed is counted once.
-int Splitter::lineAt(int position)
+/// The line of @p position. Counts each line feed once, so positions must not decrease from call to
+/// call.
+int ArgumentSplitter::lineAt(int position)
 {
     m_line += m_text.midRef(m_counted, position - m_counted).count(QLatin1Char('\n'));
     m_counted = position;
     return m_line;
 }
 
-bool Splitter::fail(int position, const QString &what)
+bool ArgumentSplitter::fail(int position, const QString &what)
 {
     m_error = QStringLiteral("%1: %2").arg(QString::number(lineAt(position)), what);
     return false;
@@ -202,7 +204,7 @@ bool Splitter::fail(int position, const QString &what)
 
 bool splitArguments(const QString &text, QVector<Argument> *arguments, QString *error)
 {
-    Splitter splitter(text);
+    ArgumentSplitter splitter(text);
     if (splitter.split(arguments))
         return true;
     *error = splitter.error();

@@ -11,17 +11,19 @@ namespace TE {
 struct Argument
 {
     QString text;
-    int line = 0;          ///< Of its list, 0 on a command line.
-    QString unsetVariable; ///< The first one without a value; in the text it stands as written.
+    int line = 0;          ///< Line in its list; 0 on a command line.
+    QString unsetVariable; ///< The first variable that is not set; the text keeps its reference.
 };
 
-/// Divides the text of an argument file (`-f`) into its arguments: white space divides, comments
-/// (`//` and `#` at the start of an argument to the end of the line, `/* */`) are skipped, single
-/// and double quotes group, a backslash takes the next character as it is, and `$NAME`, `${NAME}`
-/// and `$(NAME)` stand for environment variables. Within single quotes neither backslash nor
-/// variable means anything; the one in a number such as `8'hFF` is no quote. A backslash at the end
-/// of a line, blanks behind it or not, joins the next line. Returns false and sets @p error, with
-/// the line, when a quote or a comment is not closed.
+/// Splits the text of an argument file (`-f`) into arguments.
+///
+/// White space separates arguments. Comments are skipped: `/* */`, and `//` and `#` at the start of
+/// an argument up to the end of the line. Single and double quotes group. A backslash takes the
+/// next character literally; at the end of a line, also before trailing blanks, it joins the next
+/// line. `$NAME`, `${NAME}` and `$(NAME)` stand for environment variables. Within single quotes
+/// backslashes and variables have no meaning. The quote in a number such as `8'hFF` is no quote.
+///
+/// Returns false and sets @p error, with the line, when a quote or a comment is not closed.
 bool splitArguments(const QString &text, QVector<Argument> *arguments, QString *error);
 
 } // namespace TE

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-/// Keys of the design information map, which travels from TE::DesignManager::getSourceFileInfo()
-/// through the plug-in, unread, to NETWEIR::catchRtlModules().
-namespace TE {
-namespace DesignInfo {
+/// Keys of the design information map. The plug-in passes the map, without reading it, from
+/// TE::DesignManager::getSourceFileInfo() to NETWEIR::catchRtlModules().
+namespace TE::DesignInfo {
 
 constexpr char Top[] = "Top"; ///< String: the top module chosen by the user, empty for none.
 constexpr char Files[] =
@@ -22,9 +21,8 @@ constexpr char LibraryFiles[] =
 constexpr char LibraryFolders[] =
     "LibraryFolders"; ///< String list: absolute folders, in search order, read as `-y` folders.
 constexpr char LibraryExtensions[] =
-    "LibraryExtensions";                ///< String list: of the files in them, with the dot.
+    "LibraryExtensions"; ///< String list: extensions of the files in them, with the dot.
 constexpr char Standard[] = "Standard"; ///< String: value of TE::OPT::Verilog_Standard.
-constexpr char Timeout[] = "Timeout";   ///< Int: seconds; missing or 0 is the default of 120.
+constexpr char Timeout[] = "Timeout";   ///< Int: seconds; 120 when missing or 0.
 
-} // namespace DesignInfo
-} // namespace TE
+} // namespace TE::DesignInfo

@@ -41,12 +41,33 @@ int libraryFileType(const QString &path)
     return isDesignSource(type) ? type : int(VerilogFile);
 }
 
-/// Raises the change of the option @p name, which views need not know, and of the include path,
-/// after which all of them have to read the design again.
+/// Raises the change of the option @p name. Views need not know it, so the change of the include
+/// path follows, after which every view reads the design again.
 void raiseReadingChange(const char *name)
 {
     for (const char *option : {name, OPT::INCLUDEPATH})
         raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), QLatin1String(option)}});
+}
+
+void raiseLibraryChange(const QStringList &former, const QStringList &current)
+{
+    bool isOtherSet = false;
+    for (const QString &path : former) {
+        if (!current.contains(path)) {
+            isOtherSet = true;
+            raise(E_FILE_REMOVE,
+                  {{QLatin1String(K_FILE), path}, {QLatin1String(K_TYPE), libraryFileType(path)}});
+        }
+    }
+    for (const QString &path : current) {
+        if (!former.contains(path)) {
+            isOtherSet = true;
+            raise(E_FILE_ADD, {{QLatin1String(K_FILE), path}});
+        }
+    }
+    // The order decides which definition of a module counts.
+    if (!isOtherSet && !current.isEmpty())
+        raise(E_FILE_MODIFIED, {{QLatin1String(K_FILE), current.first()}});
 }
 
 } // namespace
@@ -56,6 +77,13 @@ struct DesignManager::Private
     QString absolute(const QString &path) const
     {
         return QDir::cleanPath(QDir(project.workingDir).absoluteFilePath(path));
+    }
+    QStringList absolutePaths(const QStringList &paths) const
+    {
+        QStringList absolutePaths;
+        for (const QString &path : paths)
+            absolutePaths.append(absolute(path));
+        return absolutePaths;
     }
     /// The source at the absolute @p path, null when there is none.
     ProjectSource *find(const QString &path)
@@ -77,7 +105,7 @@ struct DesignManager::Private
                std::any_of(extensions.begin(), extensions.end(),
                            [&path](const QString &extension) { return path.endsWith(extension); });
     }
-    /// The sources first: should the system have too few watches, the library goes without.
+    /// The sources come first, in case the system has too few watches for the libraries.
     void watchAll()
     {
         QStringList paths;
@@ -94,7 +122,7 @@ struct DesignManager::Private
         paths.removeDuplicates();
         watcher.setFiles(paths);
     }
-    /// Stops watching @p path unless it is still a source or a file of a library.
+    /// Stops watching @p path unless it is still a source or a library file.
     void unwatch(const QString &path)
     {
         if (!indexes.contains(path) && !project.libraryFiles.contains(path) &&
@@ -111,8 +139,8 @@ struct DesignManager::Private
 DesignManager::DesignManager()
     : d(std::make_unique<Private>())
 {
-    // A file that is gone from the disk is modified, not removed: it still belongs to the project,
-    // and only in this event views leave disabled files alone.
+    // A file that is deleted on disk counts as modified, not as removed: it still belongs to the
+    // project, and views ignore disabled files in this event only.
     connect(&d->watcher, &SourceWatcher::fileModified, this, [](const QString &path) {
         raise(E_FILE_MODIFIED, {{QLatin1String(K_FILE), path}});
     });
@@ -131,10 +159,8 @@ QMap<QString, QVariant> DesignManager::getSourceFileInfo() const
                                 {QLatin1String(DesignInfo::Type), source.type}});
         }
     }
-    QStringList includePaths;
-    const QStringList entered = getOptionValue(QLatin1String(OPT::INCLUDEPATH)).toStringList();
-    for (const QString &path : entered)
-        includePaths.append(d->absolute(path));
+    const QStringList includePaths =
+        d->absolutePaths(getOptionValue(QLatin1String(OPT::INCLUDEPATH)).toStringList());
     return {
         {QLatin1String(DesignInfo::Top), getOptionValue(QLatin1String(OPT::TOPMODULE))},
         {QLatin1String(DesignInfo::Files), files},
@@ -164,7 +190,7 @@ QVariant DesignManager::getOptionValue(const QString &name) const
         return d->project.macros;
     if (name == QLatin1String(OPT::LIBRARYFOLDERS))
         return d->project.libraryFolders;
-    return d->project.options.value(name, defaultOption(name));
+    return d->project.options.value(name, Options::defaultValue(name));
 }
 
 QString DesignManager::workingDir() const
@@ -276,7 +302,7 @@ bool DesignManager::setFileType(const QString &path, int type)
 bool DesignManager::setOptionValue(const QString &name, const QVariant &value)
 {
     QVariant normal = value;
-    if (!d->hasProject || !normalizeOption(name, &normal, nullptr) ||
+    if (!d->hasProject || !Options::normalize(name, &normal, nullptr) ||
         getOptionValue(name) == normal)
         return false;
     d->project.options.insert(name, normal);
@@ -287,43 +313,22 @@ bool DesignManager::setOptionValue(const QString &name, const QVariant &value)
 
 bool DesignManager::setLibraryFiles(const QStringList &paths)
 {
-    QStringList entered;
-    for (const QString &path : paths)
-        entered.append(d->absolute(path));
+    const QStringList entered = d->absolutePaths(paths);
     if (!d->hasProject || entered == d->project.libraryFiles)
         return false;
     const QStringList former = std::exchange(d->project.libraryFiles, entered);
     for (const QString &path : former)
         d->unwatch(path);
-    for (const QString &path : qAsConst(entered))
+    for (const QString &path : entered)
         d->watcher.addFile(path);
-
-    bool changed = false;
-    for (const QString &path : former) {
-        if (!entered.contains(path)) {
-            changed = true;
-            raise(E_FILE_REMOVE,
-                  {{QLatin1String(K_FILE), path}, {QLatin1String(K_TYPE), libraryFileType(path)}});
-        }
-    }
-    for (const QString &path : qAsConst(entered)) {
-        if (!former.contains(path)) {
-            changed = true;
-            raise(E_FILE_ADD, {{QLatin1String(K_FILE), path}});
-        }
-    }
-    // Their order decides which definition of a module counts.
-    if (!changed && !entered.isEmpty())
-        raise(E_FILE_MODIFIED, {{QLatin1String(K_FILE), entered.first()}});
+    raiseLibraryChange(former, entered);
     Q_EMIT projectChanged();
     return true;
 }
 
 bool DesignManager::setLibraryFolders(const QStringList &paths)
 {
-    QStringList entered;
-    for (const QString &path : paths)
-        entered.append(d->absolute(path));
+    const QStringList entered = d->absolutePaths(paths);
     if (!d->hasProject || entered == d->project.libraryFolders)
         return false;
     d->project.libraryFolders = entered;

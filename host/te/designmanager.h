@@ -16,8 +16,8 @@
 
 namespace TE {
 
-/// The design of the open project: its sources and options. Raises the host events of
-/// te/teconstants.h on every change, changes of source files on disk included.
+/// The design of the open project: its sources and options. Every change raises a host event of
+/// te/teconstants.h, changes of source files on disk included.
 class TE_EXPORT DesignManager : public QObject
 {
     Q_OBJECT
@@ -26,16 +26,16 @@ public:
     DesignManager();
     ~DesignManager() override;
 
-    /// The design information map; keys in te/designinfo.h. Disabled files and files that are no
-    /// design source are not in it.
+    /// The design information map, see te/designinfo.h for its keys. It leaves out disabled files
+    /// and files that are not design sources.
     QMap<QString, QVariant> getSourceFileInfo() const;
 
-    /// Type and enabled flag of @p file, which may be relative to the working folder. A library
-    /// file, also one in a library folder, counts as an enabled design source.
+    /// Type and enabled flag of @p file, which may be relative to the working folder. Library files
+    /// and files of library folders count as enabled design sources.
     FileInfo getFileInfo(const QString &file) const;
 
-    /// Value of the option @p name (TE::OPT), its default when the project does not set it, an
-    /// invalid variant for an unknown name.
+    /// Value of the option @p name (TE::OPT), its default when the project does not set it. Invalid
+    /// for an unknown name.
     QVariant getOptionValue(const QString &name) const;
 
     /// The project's folder, absolute; empty without a project.
@@ -49,27 +49,28 @@ public:
     void setProject(const Project &project);
     void closeProject();
 
-    /// Each returns false, and raises nothing, when nothing changes, the file is not known or the
-    /// option cannot hold the value.
+    // Each of the following returns false and raises no event when nothing changes, the file is
+    // unknown or the option cannot have the value.
+
     bool addFile(const QString &path);
     bool addFile(const QString &path, int type);
     bool removeFile(const QString &path);
-    /// Removes every one of @p paths that is known, at the cost of removing one.
+    /// Removes the known files among @p paths, at the cost of removing one.
     bool removeFiles(const QStringList &paths);
     bool setFileEnabled(const QString &path, bool enabled);
     bool setFileType(const QString &path, int type);
     bool setOptionValue(const QString &name, const QVariant &value);
-    /// Raises the events of added and removed files; when only the order changes, that of a
-    /// modified one.
+    /// Raises the events of added and removed files. When only the order changes, raises the event
+    /// of a modified file.
     bool setLibraryFiles(const QStringList &paths);
-    /// These two raise TE::E_OPTION_CHANGE with TE::OPT::LIBRARYFOLDERS or MACROS and, for views
-    /// that do not know those, with TE::OPT::INCLUDEPATH.
+    /// These two raise TE::E_OPTION_CHANGE twice: with TE::OPT::LIBRARYFOLDERS or MACROS, and with
+    /// TE::OPT::INCLUDEPATH for views that do not know the former.
     bool setLibraryFolders(const QStringList &paths);
     bool setMacros(const QStringList &macros);
     bool setDevice(const DEV::DeviceArg &device);
 
 Q_SIGNALS:
-    /// Sources, options or device changed, or another project was set.
+    /// Sources, options or device changed, or the project was replaced.
     void projectChanged();
 
 private:

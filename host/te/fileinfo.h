@@ -20,8 +20,8 @@ constexpr bool isDesignSource(int type)
     return type >= VerilogFile && type <= VhdlFile;
 }
 
-/// What the design manager knows of one file; type 0 and not enabled for a file that it does not
-/// know.
+/// What the design manager knows of a file. A file that it does not know has the type UnknownFile
+/// and is not enabled.
 struct FileInfo
 {
     int type = UnknownFile;

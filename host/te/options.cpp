@@ -4,31 +4,23 @@
 
 #include "teconstants.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 
 namespace TE {
 
 namespace {
 
-constexpr int LongestTimeout = 24 * 60 * 60;
-
-class Options
-{
-    Q_DECLARE_TR_FUNCTIONS(TE::Options)
-};
-
 QStringList choicesOf(const QString &name)
 {
+    QStringList choices;
     if (name == QLatin1String(OPT::Verilog_Standard)) {
-        QStringList standards;
         for (const char *standard : OPT::VerilogStandards)
-            standards.append(QLatin1String(standard));
-        return standards;
+            choices.append(QLatin1String(standard));
+    } else if (name == QLatin1String(OPT::SYNTHESIZE_TOOL)) {
+        for (const char *tool : OPT::SynthesisTools)
+            choices.append(QLatin1String(tool));
     }
-    if (name == QLatin1String(OPT::SYNTHESIZE_TOOL))
-        return {QLatin1String(OPT::OstraSynthesis), QLatin1String(OPT::Synplify_pro)};
-    return {};
+    return choices;
 }
 
 bool fail(QString *error, const QString &text)
@@ -38,39 +30,15 @@ bool fail(QString *error, const QString &text)
     return false;
 }
 
-bool normalizeTimeout(QVariant *value, QString *error)
-{
-    bool isNumber = false;
-    const double seconds = value->toDouble(&isNumber);
-    if (!isNumber || seconds < 1 || seconds > LongestTimeout || seconds != int(seconds))
-        return fail(
-            error,
-            Options::tr("must be a whole number of seconds from 1 to %1").arg(LongestTimeout));
-    *value = int(seconds);
-    return true;
-}
-
-bool normalizeText(const QString &name, QVariant *value, QString *error)
-{
-    if (value->type() != QVariant::String)
-        return fail(error, Options::tr("must be a text"));
-    const QStringList choices = choicesOf(name);
-    if (!choices.isEmpty() && !choices.contains(value->toString())) {
-        return fail(error, Options::tr("must be one of %1, not \"%2\"")
-                               .arg(choices.join(QLatin1String(", ")), value->toString()));
-    }
-    return true;
-}
-
 } // namespace
 
-QStringList optionNames()
+QStringList Options::names()
 {
     return {QLatin1String(OPT::EXTRACTION_TIMEOUT), QLatin1String(OPT::INCLUDEPATH),
             QLatin1String(OPT::SYNTHESIZE_TOOL), QLatin1String(OPT::Verilog_Standard)};
 }
 
-QVariant defaultOption(const QString &name)
+QVariant Options::defaultValue(const QString &name)
 {
     if (name == QLatin1String(OPT::TOPMODULE))
         return QString();
@@ -81,23 +49,46 @@ QVariant defaultOption(const QString &name)
     if (name == QLatin1String(OPT::Verilog_Standard))
         return QString(QLatin1String(OPT::DefaultVerilogStandard));
     if (name == QLatin1String(OPT::EXTRACTION_TIMEOUT))
-        return 120;
+        return OPT::DefaultTimeout;
     return {};
 }
 
-bool normalizeOption(const QString &name, QVariant *value, QString *error)
+bool Options::normalize(const QString &name, QVariant *value, QString *error)
 {
-    const QVariant initial = defaultOption(name);
+    const QVariant initial = defaultValue(name);
     if (!initial.isValid())
-        return fail(error, Options::tr("is no option"));
+        return fail(error, tr("is not an option"));
     if (initial.type() == QVariant::Int)
         return normalizeTimeout(value, error);
     if (initial.type() == QVariant::StringList) {
         if (value->type() != QVariant::StringList)
-            return fail(error, Options::tr("must be a list of texts"));
+            return fail(error, tr("must be a list of strings"));
         return true;
     }
-    return normalizeText(name, value, error);
+    return normalizeString(name, value, error);
+}
+
+bool Options::normalizeTimeout(QVariant *value, QString *error)
+{
+    bool isNumber = false;
+    const double seconds = value->toDouble(&isNumber);
+    if (!isNumber || seconds < 1 || seconds > OPT::LongestTimeout || seconds != int(seconds))
+        return fail(error,
+                    tr("must be a whole number of seconds from 1 to %1").arg(OPT::LongestTimeout));
+    *value = int(seconds);
+    return true;
+}
+
+bool Options::normalizeString(const QString &name, QVariant *value, QString *error)
+{
+    if (value->type() != QVariant::String)
+        return fail(error, tr("must be a string"));
+    const QStringList choices = choicesOf(name);
+    if (!choices.isEmpty() && !choices.contains(value->toString())) {
+        return fail(error, tr("must be one of %1, not \"%2\"")
+                               .arg(choices.join(QLatin1String(", ")), value->toString()));
+    }
+    return true;
 }
 
 bool isMacroDefinition(const QString &text)

@@ -2,22 +2,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
 
 namespace TE {
 
-/// The options of a project that are neither its top module, its sources nor its device, in the
-/// order in which the project file lists them.
-QStringList optionNames();
+/// The options of a project: their names (TE::OPT), types, defaults and allowed values.
+class Options
+{
+    Q_DECLARE_TR_FUNCTIONS(TE::Options)
 
-/// The value of the option @p name while the project does not set it; invalid for an unknown name.
-QVariant defaultOption(const QString &name);
+public:
+    Options() = delete;
 
-/// Brings @p value into the type of the option @p name. Returns false and sets @p error (may be
-/// null) when the option is not known or cannot hold that value.
-bool normalizeOption(const QString &name, QVariant *value, QString *error);
+    /// The options that the key "options" of a project file may hold, in alphabetical order. The
+    /// top module is not among them: it has a key of its own.
+    static QStringList names();
+
+    /// The value of the option @p name while the project does not set it; invalid for an unknown
+    /// name.
+    static QVariant defaultValue(const QString &name);
+
+    /// Converts @p value to the type of the option @p name. Returns false and sets @p error (may be
+    /// null) when the option is unknown or cannot have that value.
+    static bool normalize(const QString &name, QVariant *value, QString *error);
+
+private:
+    static bool normalizeTimeout(QVariant *value, QString *error);
+    static bool normalizeString(const QString &name, QVariant *value, QString *error);
+};
 
 /// True for "NAME" and "NAME=VALUE".
 bool isMacroDefinition(const QString &text);

@@ -23,8 +23,8 @@ struct ProjectSource
     bool enabled = true;
 };
 
-/// A project as plain data. The working folder is that of the project file; without a file it is
-/// the folder in which the application was started.
+/// A project as plain data. The working folder is the folder of the project file. Without a file it
+/// is the folder in which the application was started, or the folder of the list that was opened.
 struct Project
 {
     QString filePath;   ///< Absolute path of the project file, empty when there is none.
@@ -36,56 +36,57 @@ struct Project
     /// Absolute folders that are searched, in this order, for a file named like a module that no
     /// file defines.
     QStringList libraryFolders;
-    QStringList libraryExtensions; ///< Of the files in them; see libraryExtensionsOf().
+    QStringList libraryExtensions; ///< Of the files in these folders; see libraryExtensionsOf().
     QStringList macros;            ///< "NAME" or "NAME=VALUE".
     DEV::DeviceArg device;
 };
 
-/// The extensions, dot included, that files of library folders have in @p project: ".v" and ".sv"
-/// unless it has its own. In search order, never empty.
+/// The extensions, with the dot, of files in the library folders of @p project, in search order:
+/// ".v" and ".sv" unless the project sets others. Never empty.
 TE_EXPORT QStringList libraryExtensionsOf(const Project &project);
 
-/// FileType that the extension of @p path stands for: .v .vh, .sv .svh, .vhd .vhdl, .tarn, .sdc
-/// .pdc.
+/// FileType for the extension of @p path: .v .vh, .sv .svh, .vhd .vhdl, .tarn, .sdc .pdc.
 TE_EXPORT int fileTypeOf(const QString &path);
 
 /// The name of @p type in project files, "Other" for UnknownFile.
 TE_EXPORT QString fileTypeName(int type);
 /// Every name that fileTypeName() returns, by type.
 TE_EXPORT QStringList fileTypeNames();
-/// The FileType called @p name, -1 for none.
+/// The FileType with the name @p name, -1 when there is none.
 TE_EXPORT int fileTypeFromName(const QString &name);
 
-/// Reads a project file (JSON). On failure returns false and sets @p error to what is wrong and
-/// where; @p project is then unchanged.
+/// Reads a project file (JSON). On failure returns false, sets @p error to what is wrong and where,
+/// and leaves @p project unchanged.
 TE_EXPORT bool readProject(const QString &path, Project *project, QString *error);
 
 /// Writes @p project to its filePath, replacing the file atomically. Paths below the project's
 /// folder are stored relative to it.
 TE_EXPORT bool writeProject(const Project &project, QString *error);
 
-/// Builds a project without a file from command-line arguments in the form that Verilog tools
-/// share: source files, `-f FILE`, `-F FILE`, `-I DIR`, `+incdir+DIR+...`, `-DNAME[=VALUE]`,
+/// Builds a project without a file from command-line arguments in the form that is common to
+/// Verilog tools: source files, `-f FILE`, `-F FILE`, `-I DIR`, `+incdir+DIR+...`,
+/// `-DNAME[=VALUE]`,
 /// `+define+NAME[=VALUE]+...`, `-v FILE`, `-y DIR`, `+libext+EXT+...`, `--top NAME`, `-sv`,
 /// `--language LANGUAGE`.
 ///
-/// A `-f` or `-F` file holds further arguments, see TE::splitArguments(). Relative paths start in
-/// @p workingDir, in a `-F` file in its own folder; lists within a list have their own say. A name
-/// with `*`, `?` or `[...]` stands for all files of its folder that match, in alphabetical order. A
-/// file without a known extension is read as Verilog, a repeated one counts once. `-sv` and
-/// `--language` choose the standard of all Verilog files, wherever they stand; the last one counts.
+/// A `-f` or `-F` file is a list of further arguments, see TE::splitArguments(). Relative paths
+/// start in @p workingDir; in a list read with `-F` they start in the folder of the list. A list
+/// within a list follows its own option. A name with `*`, `?` or `[...]` stands for all matching
+/// files of its folder, in alphabetical order. A file without a known extension is read as Verilog;
+/// a repeated file counts once. `-sv` and `--language` set the standard of all Verilog files,
+/// regardless of their position; the last one counts.
 ///
-/// Lists are written for tools with more arguments. In a list an unknown one is left out, with its
-/// place in @p warnings; so is what follows on its line, as its value, unless that is an argument
-/// or named like a design source. In a macro a variable that is not set stays as it is written, as
-/// `$clog2` does; everywhere else it is an error.
+/// Lists are often written for tools with more arguments. An unknown argument in a list is ignored,
+/// with its place in @p warnings. The word behind it on the same line is ignored too, as its value,
+/// unless it is an argument or looks like a design source. A variable that is not set is an error,
+/// except in a macro, where it stays as written: `$clog2` looks the same.
 ///
-/// Returns false and sets @p error, with the list and its line, for an incomplete argument, for an
-/// unknown one among @p arguments, and for a file that cannot be read.
+/// Returns false and sets @p error, with the list and the line, for an incomplete argument, an
+/// unknown one among @p arguments, or a file that cannot be read.
 TE_EXPORT bool projectFromArguments(const QStringList &arguments, const QString &workingDir,
                                     Project *project, QStringList *warnings, QString *error);
 
-/// Whether @p argument, of those that projectFromArguments() takes, has its value in the next one.
+/// Whether @p argument, one of those of projectFromArguments(), has its value in the next argument.
 TE_EXPORT bool takesNextArgument(const QString &argument);
 
 } // namespace TE

@@ -42,14 +42,14 @@ struct OptionName
     Option option;
 };
 
-/// With one dash; a second one makes no difference.
+/// Written with one dash; a second one makes no difference.
 constexpr OptionName ShortNames[] = {
     {"-f", Option::List},           {"-F", Option::ListOfItsFolder},
     {"-I", Option::IncludePath},    {"-D", Option::Macro},
     {"-v", Option::LibraryFile},    {"-y", Option::LibraryFolder},
     {"-sv", Option::SystemVerilog}, {"-sverilog", Option::SystemVerilog}};
 
-/// These may have their value behind an equals sign as well.
+/// Their value may also follow an equals sign.
 constexpr OptionName LongNames[] = {
     {"-top", Option::Top},           {"-top-module", Option::Top},
     {"-language", Option::Language}, {"-default-language", Option::Language},
@@ -69,12 +69,12 @@ Option find(const OptionName (&names)[Count], const QString &name)
     return found == names + Count ? Option::Unknown : found->option;
 }
 
-/// An argument that is no file.
+/// An argument that is not a file.
 struct Setting
 {
     Option option = Option::Unknown;
     QString name;       ///< For messages.
-    QStringList values; ///< As far as they stand in the argument itself.
+    QStringList values; ///< Those that the argument itself contains.
     bool takesNext = false;
 };
 
@@ -82,7 +82,7 @@ Setting plusSetting(const QString &text)
 {
     QStringList parts = text.mid(1).split(QLatin1Char('+'));
     const Option option = find(PlusNames, parts.takeFirst());
-    // Lists made by programs end in a plus sign.
+    // Generated lists end in a plus sign.
     parts.removeAll(QString());
     return {option, text, parts};
 }
@@ -104,20 +104,20 @@ Setting dashSetting(const QString &text)
     return {Option::Unknown, text, {}};
 }
 
-/// The value of TE::OPT::Verilog_Standard for @p language, null for none.
+/// The value of TE::OPT::Verilog_Standard for @p language, null when there is none.
 QString standardOf(const QString &language)
 {
     for (const char *standard : OPT::VerilogStandards) {
         if (language.startsWith(QLatin1String(standard)))
             return QLatin1String(standard);
     }
-    // All editions of SystemVerilog are read as the one that there is.
+    // All editions of SystemVerilog are read as one.
     return language.startsWith(QLatin1String("1800-"))
                ? QString(QLatin1String(SystemVerilogStandard))
                : QString();
 }
 
-/// By its extension, which may also be one of those that only other tools know.
+/// Judges by the extension, which may also be one that only other tools know.
 bool looksLikeSource(const QString &path)
 {
     static const QStringList others = {QStringLiteral("vg"),  QStringLiteral("vm"),
@@ -126,7 +126,7 @@ bool looksLikeSource(const QString &path)
     return isDesignSource(fileTypeOf(path)) || others.contains(QFileInfo(path).suffix().toLower());
 }
 
-/// Whether @p next seems to be the value of @p unknown, an argument that is not known.
+/// Whether @p next looks like the value of the unknown argument @p unknown.
 bool isValueOf(const Argument &unknown, const Argument &next)
 {
     const auto isOption = [](const QString &text) {
@@ -136,7 +136,7 @@ bool isValueOf(const Argument &unknown, const Argument &next)
            next.line == unknown.line && !isOption(next.text) && !looksLikeSource(next.text);
 }
 
-/// The files that @p path stands for, which may hold wildcards behind its last slash.
+/// The files that @p path stands for. It may contain wildcards behind its last slash.
 QStringList filesOf(const QString &path)
 {
     const QFileInfo info(path);
@@ -152,8 +152,8 @@ QStringList filesOf(const QString &path)
     return files;
 }
 
-/// Collects a project from arguments. Every function returns false at the first thing that is
-/// wrong, with error() set to what it is.
+/// Builds a project from arguments. Every function returns false at the first error and sets
+/// error() to what is wrong.
 class ArgumentReader
 {
     Q_DECLARE_TR_FUNCTIONS(TE::ArgumentReader)
@@ -167,12 +167,12 @@ public:
     QString error() const { return m_error; }
 
 private:
-    /// A `-f` or `-F` file being read.
+    /// A `-f` or `-F` file that is being read.
     struct List
     {
         QString path;
         QString folder; ///< Where its relative paths start.
-        int line = 0;   ///< Of the argument being read.
+        int line = 0;   ///< The line of the argument being read.
     };
 
     QString placed(const QString &what) const;
@@ -219,7 +219,7 @@ Project ArgumentReader::project() const
     return project;
 }
 
-/// @p what with the place of the argument being read in front.
+/// @p what, preceded by the place of the argument being read.
 QString ArgumentReader::placed(const QString &what) const
 {
     if (m_lists.isEmpty())
@@ -246,7 +246,7 @@ QString ArgumentReader::absolute(const QString &path) const
     return QDir::cleanPath(QDir(folder()).absoluteFilePath(path));
 }
 
-/// Include paths of a project are relative to its working folder, so most may stay as they are.
+/// Include paths of a project are relative to its working folder, so most can stay as written.
 QString ArgumentReader::includePath(const QString &path) const
 {
     return folder() == m_project.workingDir ? path : absolute(path);
@@ -263,7 +263,7 @@ bool ArgumentReader::read(const QVector<Argument> &arguments)
     return true;
 }
 
-/// Moves @p index to the last argument that was used.
+/// Reads the argument at @p index, which moves on when the next argument is its value.
 bool ArgumentReader::readArgument(const QVector<Argument> &arguments, int *index)
 {
     const Argument &argument = arguments.at(*index);
@@ -328,7 +328,7 @@ bool ArgumentReader::apply(Option option, const QString &value)
     return false;
 }
 
-/// A list is written for several tools; on the command line it is a slip of the pen.
+/// A list may be written for other tools too. On the command line an unknown argument is a mistake.
 bool ArgumentReader::skipUnknown(const QVector<Argument> &arguments, int *index)
 {
     const Argument &unknown = arguments.at(*index);
@@ -337,7 +337,7 @@ bool ArgumentReader::skipUnknown(const QVector<Argument> &arguments, int *index)
     QString skipped = unknown.text;
     if (*index + 1 < arguments.size() && isValueOf(unknown, arguments.at(*index + 1)))
         skipped += QLatin1Char(' ') + arguments.at(++*index).text;
-    m_warnings.append(placed(tr("the unknown argument %1 is left out").arg(skipped)));
+    m_warnings.append(placed(tr("the unknown argument %1 is ignored").arg(skipped)));
     return true;
 }
 
@@ -353,12 +353,12 @@ bool ArgumentReader::readList(const QString &path, bool startsInItsFolder)
     const QString shown = QDir::toNativeSeparators(absolutePath);
     const auto isThis = [&absolutePath](const List &list) { return list.path == absolutePath; };
     if (std::any_of(m_lists.begin(), m_lists.end(), isThis) || m_lists.size() == DeepestList)
-        return fail(tr("the argument file %1 includes itself or is nested too deep").arg(shown));
+        return fail(tr("the argument file %1 includes itself or is nested too deeply").arg(shown));
     if (++m_listCount > MostLists)
         return fail(tr("there are more than %1 argument files").arg(MostLists));
     QByteArray content;
     QString problem;
-    if (!readWholeFile(absolutePath, &content, &problem))
+    if (!WholeFile::read(absolutePath, &content, &problem))
         return fail(tr("cannot read the argument file %1: %2").arg(shown, problem) +
                     hintFor(absolutePath));
 
@@ -379,7 +379,7 @@ bool ArgumentReader::addFiles(const QString &name, void (ArgumentReader::*add)(c
 {
     const QStringList paths = filesOf(absolute(name));
     if (paths.isEmpty())
-        return fail(tr("no file is named like %1").arg(QDir::toNativeSeparators(absolute(name))));
+        return fail(tr("no file matches %1").arg(QDir::toNativeSeparators(absolute(name))));
     for (const QString &path : paths) {
         if (!checkFile(path))
             return false;
@@ -407,7 +407,7 @@ void ArgumentReader::addLibraryFile(const QString &path)
 bool ArgumentReader::addMacro(const QString &macro)
 {
     if (!isMacroDefinition(macro))
-        return fail(tr("%1 is no macro definition: NAME or NAME=VALUE").arg(macro));
+        return fail(tr("%1 is not a macro definition, NAME or NAME=VALUE").arg(macro));
     m_project.macros.append(macro);
     return true;
 }
@@ -416,7 +416,7 @@ bool ArgumentReader::setLanguage(const QString &language)
 {
     const QString standard = standardOf(language);
     if (standard.isEmpty())
-        return fail(tr("%1 is no edition of Verilog or SystemVerilog such as %2")
+        return fail(tr("%1 is not an edition of Verilog or SystemVerilog such as %2")
                         .arg(language, QLatin1String(SystemVerilogStandard)));
     m_project.options.insert(QLatin1String(OPT::Verilog_Standard), standard);
     return true;
@@ -430,7 +430,7 @@ bool ArgumentReader::checkFile(const QString &path)
     return fail(tr("cannot read the file %1").arg(QDir::toNativeSeparators(path)) + hintFor(path));
 }
 
-/// What to say more about a missing file that a list names as if paths began in its own folder.
+/// A hint for a missing file that exists relative to the folder of the list.
 QString ArgumentReader::hintFor(const QString &path) const
 {
     if (m_lists.isEmpty())
@@ -438,7 +438,7 @@ QString ArgumentReader::hintFor(const QString &path) const
     const QString name = QDir(folder()).relativeFilePath(path);
     if (!QFileInfo(QFileInfo(m_lists.last().path).dir(), name).isFile())
         return {};
-    return tr(" (paths in a list that is read with -f start in %1, with -F in the list's folder)")
+    return tr(" (paths in a list start in %1 with -f, in the folder of the list with -F)")
         .arg(QDir::toNativeSeparators(m_project.workingDir));
 }
 

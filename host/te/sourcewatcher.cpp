@@ -13,12 +13,12 @@ namespace {
 
 constexpr int BurstMilliseconds = 100;
 
-/// Longer than a file is missing that an editor or a version control system replaces by a new one.
+/// Longer than a file is missing while an editor or a version control system replaces it.
 constexpr int AbsenceMilliseconds = 500;
 
 constexpr int ShardSize = 2048;
 
-/// A folder may have taken the name of a file.
+/// False for a folder that has taken the name of a file.
 bool isThere(const QString &path)
 {
     const QFileInfo info(path);
@@ -30,7 +30,7 @@ QString folderOf(const QString &path)
     return QFileInfo(path).path();
 }
 
-/// The folder around both, or one of them.
+/// The deepest folder that contains both, which may be one of them.
 QString commonFolder(const QString &a, const QString &b)
 {
     QString folder = a;
@@ -47,7 +47,8 @@ QString nearestFolder(const QString &path)
     return folder;
 }
 
-/// Where @p path may come back: a link by itself or by what it names, which may be a link again.
+/// The folders in which @p path may come back. A link comes back by itself or by its target, which
+/// may be a link as well.
 QStringList foldersOfReturn(const QString &path)
 {
     constexpr int MostLinks = 40; // As many as the system follows.
@@ -114,7 +115,7 @@ void SourceWatcher::addFile(const QString &path)
     rearm(path);
     if (m_missing.contains(path))
         m_folders.addPaths(foldersOfReturn(path));
-    m_placesAreKnown = false; // Others may follow at once.
+    m_placesAreKnown = false; // Found later, as more files may follow.
     startTimer();
 }
 
@@ -144,8 +145,8 @@ void SourceWatcher::enter(const QString &path, Shard *shard)
         m_links.insert(path, info.symLinkTarget());
 }
 
-/// The watch of a file notices neither that a folder around it is renamed nor that a link to it
-/// is replaced.
+/// The watch of a file does not notice that a folder around it is renamed or that a link to it is
+/// replaced. These folders are watched for that.
 void SourceWatcher::findPlaces()
 {
     m_placesAreKnown = true;
@@ -171,7 +172,7 @@ SourceWatcher::Shard *SourceWatcher::shardWithRoom()
     return m_shards.back().get();
 }
 
-/// Watches the file that has the name @p path now, which need not be the one watched before.
+/// Watches the file that has the name @p path now, which may be another one than before.
 void SourceWatcher::rearm(const QString &path)
 {
     Shard *shard = m_files.value(path);
@@ -219,7 +220,7 @@ void SourceWatcher::check()
     }
     takeReturned(&modified);
     watchFolders();
-    // Those that came back just before their folder was watched.
+    // Some may have come back just before their folder was watched.
     takeReturned(&modified);
     report(modified);
 }
@@ -227,7 +228,7 @@ void SourceWatcher::check()
 void SourceWatcher::reportVanished()
 {
     QSet<QString> vanished = std::exchange(m_vanished, {});
-    check(); // Of these some may be back.
+    check(); // Some may be back.
     report(vanished.intersect(m_missing));
 }
 
@@ -241,7 +242,7 @@ void SourceWatcher::report(const QSet<QString> &paths)
     }
 }
 
-/// Notes the files of folders that are gone and the links that name something else.
+/// Adds the files of removed folders and the links with another target to the changed files.
 void SourceWatcher::takeMoved()
 {
     QSet<QString> gone;

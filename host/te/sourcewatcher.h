@@ -15,14 +15,15 @@
 
 namespace TE {
 
-/// Reports changes of files on disk, each file once for a burst of changes.
+/// Reports changes of files on disk, once per file for a burst of changes.
 ///
-/// A file that is replaced has changed, once; one that is gone has changed when it is still missing
-/// after a while, and again when it returns. While it is missing the nearest folder that exists is
-/// watched for its return, and that of what a link names. A link that names another file has
-/// changed, and a folder that is renamed takes its files away, unless it is one around all of them.
-/// Costs one kernel watch a file and one a folder; a change costs time by the number of changed and
-/// missing files and of folders and links, not by that of watched files.
+/// A replaced file is reported once. A removed file is reported when it is still missing after half
+/// a second, and again when it returns. While a file is missing, the nearest existing folder is
+/// watched for its return; for a link, the folder of its target too. A link that gets another
+/// target is reported. Renaming a folder removes its files, unless it contains all watched files.
+///
+/// Costs one kernel watch per file and per folder. The time for a change grows with the number of
+/// changed and missing files, folders and links, not with the number of watched files.
 class SourceWatcher : public QObject
 {
     Q_OBJECT
@@ -31,17 +32,17 @@ public:
     explicit SourceWatcher(QObject *parent = nullptr);
     ~SourceWatcher() override;
 
-    /// Watches exactly @p paths (absolute) from now on and forgets unreported changes.
+    /// From now on watches exactly @p paths (absolute). Drops changes that are not reported yet.
     void setFiles(const QStringList &paths);
     void addFile(const QString &path);
     void removeFile(const QString &path);
 
 Q_SIGNALS:
-    /// The content of @p path is another one than before, or gone.
+    /// The content of @p path changed, or the file is gone.
     void fileModified(const QString &path);
 
 private:
-    /// Some of the watched files. QFileSystemWatcher searches linearly, hence more than one.
+    /// A part of the watched files: the search of a QFileSystemWatcher is linear.
     struct Shard
     {
         QFileSystemWatcher watcher;
@@ -63,18 +64,18 @@ private:
     void startTimer();
 
     std::vector<std::unique_ptr<Shard>> m_shards;
-    QHash<QString, Shard *> m_files; ///< Every file that is to be watched, missing ones included.
+    QHash<QString, Shard *> m_files; ///< Every file to watch, missing ones included.
     QFileSystemWatcher m_folders;
-    QHash<QString, int> m_homes;     ///< Folders of files, with the number of files.
-    QHash<QString, QString> m_links; ///< What those files name that are links.
-    QSet<QString> m_places;          ///< Folders that homes and links stand in.
+    QHash<QString, int> m_homes;     ///< Folders of the files, with the number of files.
+    QHash<QString, QString> m_links; ///< The targets of the files that are links.
+    QSet<QString> m_places;          ///< Folders that contain homes and links.
     bool m_placesAreKnown = true;
     bool m_folderChanged = false; ///< Since the last check.
     QSet<QString> m_changed;      ///< Since the last check.
     QSet<QString> m_missing;
-    QSet<QString> m_vanished; ///< Those missing ones whose absence is yet to be reported.
+    QSet<QString> m_vanished; ///< Missing files that are not reported yet.
     QTimer m_timer;
-    QTimer m_absence; ///< Runs from the last file that vanished on.
+    QTimer m_absence; ///< Started anew by each file that vanishes.
 };
 
 } // namespace TE

@@ -11,13 +11,13 @@ namespace TE {
 class DesignManager;
 class FlowManager;
 
-/// Entry to the managers of the open project. Lives for the whole process; GUI thread only.
+/// Gives access to the managers of the open project. Lives for the whole process; GUI thread only.
 class TE_EXPORT TaskEngine
 {
 public:
     static TaskEngine *instance();
 
-    /// Never null; without a project it answers with empty values.
+    /// Never null. Without a project its values are empty.
     DesignManager *designManager() const;
     /// Never null.
     FlowManager *flowManager() const;

@@ -8,7 +8,7 @@ namespace TE {
 /// Result of the synthesis: the netlist file.
 constexpr char RES_NETLIST[] = "RES.netlist";
 
-// Events and, behind each, the keys that it carries.
+// Events; the comment behind each one lists its keys.
 constexpr char E_FILE_ADD[] = "TE.File.Add";                 ///< file
 constexpr char E_FILE_REMOVE[] = "TE.File.Remove";           ///< file, type
 constexpr char E_FILE_CH_ENABLE[] = "TE.File.Change.Enable"; ///< file, type, enable (new state)
@@ -23,14 +23,16 @@ constexpr char K_ENABLE[] = "enable";
 constexpr char K_OPTION[] = "option";
 constexpr char K_PREVIOUS[] = "previous";
 
-namespace OPT {
+} // namespace TE
+
+namespace TE::OPT {
 
 constexpr char INCLUDEPATH[] = "IncludePath"; ///< String list; relative to the working folder.
 constexpr char Verilog_Standard[] = "Verilog_Standard"; ///< One of VerilogStandards.
 constexpr char SYNTHESIZE_TOOL[] = "Synthesize_tool";   ///< "OstraSynthesis" or Synplify_pro.
-constexpr char TOPMODULE[] = "TopModule"; ///< Name of the top module; empty: found by itself.
+constexpr char TOPMODULE[] = "TopModule";               ///< Name of the top module; empty: find it.
 constexpr char EXTRACTION_TIMEOUT[] =
-    "Extraction_Timeout"; ///< Seconds after which reading the netlist is given up.
+    "Extraction_Timeout"; ///< Time limit, in seconds, for each step of reading the netlist.
 
 constexpr char LIBRARYFOLDERS[] = "LibraryFolders"; ///< String list: absolute paths.
 constexpr char MACROS[] = "Macros";                 ///< String list: "NAME" or "NAME=VALUE".
@@ -42,6 +44,10 @@ constexpr char DefaultVerilogStandard[] = "1364-2005";
 // Values of SYNTHESIZE_TOOL.
 constexpr char OstraSynthesis[] = "OstraSynthesis";
 constexpr char Synplify_pro[] = "Synplify";
+constexpr const char *SynthesisTools[] = {OstraSynthesis, Synplify_pro};
 
-} // namespace OPT
-} // namespace TE
+// Values of EXTRACTION_TIMEOUT.
+constexpr int DefaultTimeout = 120;
+constexpr int LongestTimeout = 24 * 60 * 60;
+
+} // namespace TE::OPT

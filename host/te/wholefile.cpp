@@ -4,34 +4,22 @@
 
 #include <files/regularfile.h>
 
-#include <QCoreApplication>
-
 namespace TE {
 
-namespace {
-
-constexpr qint64 LargestFile = 64 * 1024 * 1024;
-
-class WholeFile
+bool WholeFile::read(const QString &path, QByteArray *content, QString *reason)
 {
-    Q_DECLARE_TR_FUNCTIONS(TE::WholeFile)
-};
-
-} // namespace
-
-bool readWholeFile(const QString &path, QByteArray *content, QString *reason)
-{
+    constexpr qint64 LargestFile = 64 * 1024 * 1024;
     switch (Files::readRegularFile(path, LargestFile, content, reason)) {
     case Files::Access::Granted:
         return true;
     case Files::Access::Folder:
-        *reason = WholeFile::tr("it is a folder");
+        *reason = tr("it is a folder");
         break;
     case Files::Access::Special:
-        *reason = WholeFile::tr("it is a pipe or a device");
+        *reason = tr("it is a pipe or a device");
         break;
     case Files::Access::TooLarge:
-        *reason = WholeFile::tr("it is too large");
+        *reason = tr("it is too large");
         break;
     case Files::Access::Failed:
         break;

@@ -3,12 +3,22 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 
 namespace TE {
 
-/// Reads the file at @p path, of 64 MB at most. Returns false and sets @p reason, without the
-/// path, when it cannot be read.
-bool readWholeFile(const QString &path, QByteArray *content, QString *reason);
+/// A text file that is read at once.
+class WholeFile
+{
+    Q_DECLARE_TR_FUNCTIONS(TE::WholeFile)
+
+public:
+    WholeFile() = delete;
+
+    /// Reads the file at @p path, which may have up to 64 MB. Returns false and sets @p reason,
+    /// without the path, when it cannot be read.
+    static bool read(const QString &path, QByteArray *content, QString *reason);
+};
 
 } // namespace TE

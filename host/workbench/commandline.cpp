@@ -33,7 +33,7 @@ bool CommandLine::check(QString *error) const
 {
     if (projectFile.isEmpty() || designArguments.isEmpty())
         return true;
-    *error = tr("a project file and arguments of a design exclude each other");
+    *error = tr("a project file and design arguments cannot be combined");
     return false;
 }
 
@@ -75,24 +75,24 @@ QString CommandLine::help()
         "  -h, --help       show this text and exit\n"
         "  --version        show the version and exit\n"
         "  --plugins DIR    load the plug-ins of that folder\n"
-        "  --session DIR    without user: open the files, add and remove a core, check and save\n"
-        "                   a copy, write screenshots to that folder, say what was done, exit\n"
+        "  --session DIR    run without a user: open the files, add and remove a core, check and\n"
+        "                   save a copy, write screenshots to that folder, print a report, exit\n"
         "\n"
-        "DESIGN is a list of source files and of these arguments:\n"
+        "DESIGN stands for source files and these arguments:\n"
         "  -f FILE                          more arguments from a file\n"
         "  -F FILE                          the same; relative paths in it start in its folder\n"
-        "  -I DIR, +incdir+DIR+...          folders of include files\n"
+        "  -I DIR, +incdir+DIR+...          include folders\n"
         "  -D NAME[=VALUE], +define+NAME[=VALUE]+...\n"
         "                                   macros\n"
         "  -v FILE                          library file\n"
-        "  -y DIR                           library folder: has a file for each missing module\n"
-        "  +libext+EXT+...                  extensions of these files (.v and .sv)\n"
+        "  -y DIR                           library folder: one file per module\n"
+        "  +libext+EXT+...                  extensions of these files (default: .v and .sv)\n"
         "  --top NAME                       top module\n"
         "  -sv                              read Verilog files as SystemVerilog\n"
         "  --language EDITION               read Verilog files as 1364-1995, 1364-2001,\n"
         "                                   1364-2005 or 1800-2017\n"
-        "In files, $NAME, ${NAME} and $(NAME) stand for environment variables, and arguments that\n"
-        "are not known here are left out with a warning.\n"
+        "In files, $NAME, ${NAME} and $(NAME) stand for environment variables, and unknown\n"
+        "arguments are ignored with a warning.\n"
         "\n"
         "Exit codes: 0 success, 1 failure, 2 wrong usage.\n");
 }

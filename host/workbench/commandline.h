@@ -8,19 +8,19 @@
 
 namespace Workbench {
 
-/// What the user asked for on the command line.
+/// The arguments of the program.
 class CommandLine
 {
     Q_DECLARE_TR_FUNCTIONS(Workbench::CommandLine)
 
 public:
-    /// Divides @p arguments (without the program's name). Returns false and sets @p error when an
-    /// option lacks its value or a second project is named. The arguments of a design are not
-    /// looked into.
+    /// Sorts @p arguments (without the program's name). Returns false and sets @p error when an
+    /// option lacks its value or a second project is named. Does not check the arguments of a
+    /// design.
     bool parse(const QStringList &arguments, QString *error);
 
-    /// Whether the arguments go together. Not part of parse(), for which those of the toolkit,
-    /// while they are still among the others, look like arguments of a design.
+    /// Whether the arguments can be combined. Not part of parse(), which may run before the toolkit
+    /// has removed its own arguments: they look like arguments of a design.
     bool check(QString *error) const;
 
     /// The text of --help, ending with a line feed.
@@ -28,7 +28,7 @@ public:
 
     bool showHelp = false;
     bool showVersion = false;
-    QString pluginFolder;  ///< Empty: the one that belongs to the application.
+    QString pluginFolder;  ///< Empty: the folder that belongs to the application.
     QString sessionFolder; ///< Empty: an interactive run.
     QString projectFile;
     QStringList designArguments; ///< See TE::projectFromArguments().

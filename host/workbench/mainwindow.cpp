@@ -55,7 +55,7 @@ bool isList(const QString &path)
     return path.endsWith(QLatin1String(".f"), Qt::CaseInsensitive);
 }
 
-/// Reads the list of a design. All relative paths start in its folder.
+/// Reads the list of a design. All relative paths start in the folder of the list.
 bool readList(const QString &path, TE::Project *project, QString *error)
 {
     const QFileInfo info(path);
@@ -180,7 +180,7 @@ void MainWindow::newFile()
 {
     const auto wizards = ExtSys::ObjectPool::objects<Core::IFileWizardFactory>();
     if (wizards.isEmpty()) {
-        QMessageBox::information(this, tr("New File"), tr("No plug-in offers a kind of new file."));
+        QMessageBox::information(this, tr("New File"), tr("No plug-in can create files."));
         return;
     }
     const QPointer<GalleryDialog> gallery(new GalleryDialog(wizards, this));
@@ -242,7 +242,7 @@ void MainWindow::closeProject()
     m_store->closeProject();
 }
 
-/// Views first: saving one may still need the project.
+/// Closes the views first: saving one may need the project.
 bool MainWindow::mayCloseProject()
 {
     return Core::ViewManager::closeAllViews() && m_store->mayClose();

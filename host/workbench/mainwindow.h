@@ -29,7 +29,7 @@ class ProjectStore;
 
 /// The application's window: project and messages in docks, the views in the middle.
 ///
-/// One object a process: it is the parent of the host's dialogs while it lives.
+/// One object per process: it is the parent of the host's dialogs.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -41,14 +41,14 @@ public:
     explicit MainWindow(MessageLog *log, QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    /// What opens a configuration file; while there is none, opening one is refused.
+    /// The function that opens configuration files. Without one, opening a file is refused.
     void setTarnOpener(const TarnOpener &opener) { m_openTarn = opener; }
 
-    /// Closes what is open, asking the user, and opens the project file at @p path, or the list
-    /// (.f), which gives a project without a file. False when the user refuses or the file cannot
-    /// be read; the user knows why.
+    /// Closes the open project, which may ask the user, and opens the project file at @p path or
+    /// the list (.f), which gives a project without a file. False when the user refuses, or when
+    /// the file cannot be read, which a message box says.
     bool openProject(const QString &path);
-    /// The same with a project that is read already.
+    /// The same for a project that is already read.
     bool showProject(const TE::Project &project);
     void openTarnFile(const QString &path);
 

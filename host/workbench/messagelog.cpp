@@ -50,7 +50,7 @@ void MessageLog::handle(QtMsgType type, const QMessageLogContext &context, const
         return;
     if (log->m_previous)
         log->m_previous(type, context, message);
-    // What the off-screen platform has to say about itself tells a user nothing.
+    // Remarks of the off-screen platform about itself are of no use to the user.
     if (!message.startsWith(QLatin1String("This plugin does not support ")))
         log->add(message.left(LongestMessage));
 }

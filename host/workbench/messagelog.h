@@ -10,10 +10,10 @@
 
 namespace Workbench {
 
-/// Collects the debug stream while it lives, and passes every message on to where it went before.
+/// Collects the debug stream while it lives, and passes every message on to the previous handler.
 ///
-/// One object a process. Messages may come from any thread; they are handed out on the thread of
-/// this object, several at once. At most MostPending of them wait; the oldest ones go first.
+/// One object per process. Messages may come from any thread; this object emits them on its own
+/// thread, several at once. At most MostPending messages wait; beyond that the oldest are dropped.
 class MessageLog : public QObject
 {
     Q_OBJECT
@@ -25,10 +25,10 @@ public:
     explicit MessageLog(QObject *parent = nullptr);
     ~MessageLog() override;
 
-    /// Writes each of @p warnings, about the design, to the debug stream.
+    /// Writes @p warnings about the design to the debug stream.
     static void warn(const QStringList &warnings);
 
-    /// Hands out what is waiting without returning to the event loop.
+    /// Emits the waiting messages without returning to the event loop.
     void flush();
 
 Q_SIGNALS:

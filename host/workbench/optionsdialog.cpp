@@ -17,8 +17,6 @@ namespace Workbench {
 
 namespace {
 
-constexpr int LongestTimeout = 24 * 60 * 60;
-
 QStringList linesOf(const QPlainTextEdit *edit)
 {
     QStringList lines;
@@ -60,10 +58,10 @@ OptionsDialog::OptionsDialog(TE::DesignManager *design, QWidget *parent)
     for (const char *standard : TE::OPT::VerilogStandards)
         m_standard->addItem(QLatin1String(standard));
     m_tool->setObjectName(QStringLiteral("tool"));
-    m_tool->addItems(
-        {QLatin1String(TE::OPT::OstraSynthesis), QLatin1String(TE::OPT::Synplify_pro)});
+    for (const char *tool : TE::OPT::SynthesisTools)
+        m_tool->addItem(QLatin1String(tool));
     m_timeout->setObjectName(QStringLiteral("timeout"));
-    m_timeout->setRange(1, LongestTimeout);
+    m_timeout->setRange(1, TE::OPT::LongestTimeout);
     m_timeout->setSuffix(tr(" s"));
     m_device->setObjectName(QStringLiteral("device"));
     m_problem->setObjectName(QStringLiteral("problem"));
@@ -85,10 +83,10 @@ void OptionsDialog::createForm()
     form->addRow(tr("Synthesis tool:"), m_tool);
     form->addRow(tr("Time to read the netlist:"), m_timeout);
     form->addRow(tr("Device:"), m_device);
-    form->addRow(tr("Include paths, one a line:"), m_includePaths);
-    form->addRow(tr("Macros, one a line:"), m_macros);
-    form->addRow(tr("Library files, one a line:"), m_libraryFiles);
-    form->addRow(tr("Library folders, one a line:"), m_libraryFolders);
+    form->addRow(tr("Include paths, one per line:"), m_includePaths);
+    form->addRow(tr("Macros, one per line:"), m_macros);
+    form->addRow(tr("Library files, one per line:"), m_libraryFiles);
+    form->addRow(tr("Library folders, one per line:"), m_libraryFolders);
     form->addRow(m_problem);
     form->addRow(buttons);
     resize(600, sizeHint().height());
@@ -114,7 +112,7 @@ void OptionsDialog::accept()
 {
     const QStringList macros = linesOf(m_macros);
     if (!m_design->setMacros(macros) && m_design->project().macros != macros) {
-        m_problem->setText(tr("A macro is written NAME or NAME=VALUE."));
+        m_problem->setText(tr("Write a macro as NAME or NAME=VALUE."));
         m_problem->show();
         return;
     }

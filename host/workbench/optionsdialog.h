@@ -16,8 +16,8 @@ class DesignManager;
 
 namespace Workbench {
 
-/// Edits the options of the project. Accepting it hands every changed one to the design manager,
-/// which raises the host's events.
+/// Edits the options of the project. Accepting the dialog passes the changed options to the design
+/// manager, which raises the host's events.
 class OptionsDialog : public QDialog
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int PathRole = Qt::UserRole;
 
-/// @p path as seen from @p folder when it lies below it.
+/// @p path, relative to @p folder when it is below it.
 QString shortPath(const QString &folder, const QString &path)
 {
     const QString relative = QDir(folder).relativeFilePath(path);
@@ -41,7 +41,7 @@ ProjectDock::ProjectDock(TE::DesignManager *design, QWidget *parent)
     setObjectName(QStringLiteral("projectDock"));
     createFiles();
     m_top->setObjectName(QStringLiteral("topModule"));
-    m_top->setPlaceholderText(tr("found by itself"));
+    m_top->setPlaceholderText(tr("found automatically"));
     m_options->setObjectName(QStringLiteral("options"));
     m_options->setTextFormat(Qt::PlainText);
     m_options->setWordWrap(true);

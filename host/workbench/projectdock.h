@@ -21,7 +21,8 @@ namespace Workbench {
 
 /// Shows the project: its files with type and enabled flag, its top module and its options.
 ///
-/// Follows the design manager; many changes in a row cost one update, linear in the files.
+/// Follows the design manager. Several changes in a row cost one update, whose time is linear in
+/// the number of files.
 class ProjectDock : public QDockWidget
 {
     Q_OBJECT
@@ -38,7 +39,7 @@ public:
 
 Q_SIGNALS:
     void selectionChanged();
-    /// The user opens the file at @p path.
+    /// The user wants to open the file at @p path.
     void fileActivated(const QString &path);
 
 private:

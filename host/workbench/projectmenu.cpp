@@ -86,7 +86,7 @@ void ProjectMenu::setTop()
     const QPointer<ProjectMenu> self(this);
     bool ok = false;
     const QString top = QInputDialog::getText(
-        parentWidget(), tr("Top Module"), tr("Top module, empty to find it by itself:"),
+        parentWidget(), tr("Top Module"), tr("Top module (empty: found automatically):"),
         QLineEdit::Normal, m_design->getOptionValue(QLatin1String(TE::OPT::TOPMODULE)).toString(),
         &ok);
     if (self && ok)

@@ -12,8 +12,8 @@ namespace Workbench {
 
 class ProjectDock;
 
-/// What can be done with the open project and the files selected in the dock. Every entry hands
-/// the change to the design manager, which raises the host's events.
+/// The actions on the open project and on the files selected in the dock. Every entry passes the
+/// change to the design manager, which raises the host's events.
 class ProjectMenu : public QMenu
 {
     Q_OBJECT

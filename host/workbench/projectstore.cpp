@@ -11,6 +11,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QScopedValueRollback>
 
 namespace Workbench {
 
@@ -18,7 +19,7 @@ namespace {
 
 QByteArray contentOf(const QString &path)
 {
-    constexpr qint64 LargestFile = 64 * 1024 * 1024; // No project can be read from a larger one.
+    constexpr qint64 LargestFile = 64 * 1024 * 1024; // Larger projects cannot be read.
     QByteArray content;
     QString error;
     Files::readRegularFile(path, LargestFile, &content, &error);
@@ -42,23 +43,21 @@ void ProjectStore::setProject(const TE::Project &project)
     m_failed = false;
     m_content = project.filePath.isEmpty() ? QByteArray() : contentOf(project.filePath);
     setModified(false);
-    m_following = false;
+    const QScopedValueRollback<bool> replacing(m_isReplacing, true);
     m_design->setProject(project);
-    m_following = true;
 }
 
 void ProjectStore::closeProject()
 {
     m_timer.stop();
     setModified(false);
-    m_following = false;
+    const QScopedValueRollback<bool> replacing(m_isReplacing, true);
     m_design->closeProject();
-    m_following = true;
 }
 
 void ProjectStore::onProjectChanged()
 {
-    if (!m_following)
+    if (m_isReplacing)
         return;
     setModified(true);
     if (!m_design->project().filePath.isEmpty() && !m_failed)
@@ -72,17 +71,21 @@ bool ProjectStore::save()
         return true;
     const TE::Project project = m_design->project();
     m_failed = true;
-    if (!mayOverwrite())
+    if (!mayOverwrite() || !write(project))
         return false;
-    QString error;
-    if (!TE::writeProject(project, &error)) {
-        QMessageBox::critical(Core::ViewManager::dialogParent(), tr("Error"), error);
-        return false;
-    }
     m_failed = false;
     m_content = contentOf(project.filePath);
     setModified(false);
     return true;
+}
+
+bool ProjectStore::write(const TE::Project &project)
+{
+    QString error;
+    if (TE::writeProject(project, &error))
+        return true;
+    QMessageBox::critical(Core::ViewManager::dialogParent(), tr("Error"), error);
+    return false;
 }
 
 bool ProjectStore::mayOverwrite()
@@ -111,11 +114,8 @@ bool ProjectStore::saveAs(const QString &path)
     project.filePath = info.absoluteFilePath();
     project.workingDir = info.absolutePath();
     project.name = info.completeBaseName();
-    QString error;
-    if (!TE::writeProject(project, &error)) {
-        QMessageBox::critical(Core::ViewManager::dialogParent(), tr("Error"), error);
+    if (!write(project))
         return false;
-    }
     setProject(project);
     return true;
 }

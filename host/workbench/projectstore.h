@@ -15,11 +15,11 @@ class DesignManager;
 
 namespace Workbench {
 
-/// Keeps the project of the design manager and its file alike.
+/// Keeps the project of the design manager and its file in step.
 ///
-/// Every change is saved as soon as control returns to the event loop. A project without a file,
-/// or one whose file could not be saved, stays modified until saveAs() or until the user gives it
-/// up in mayClose().
+/// Every change is saved as soon as control returns to the event loop. A project without a file, or
+/// one whose file could not be saved, stays modified until saveAs(), or until the user discards the
+/// changes in mayClose().
 class ProjectStore : public QObject
 {
     Q_OBJECT
@@ -30,18 +30,19 @@ public:
 
     bool isModified() const { return m_modified; }
 
-    /// Makes @p project, just read or built, the current one; unsaved changes of the former one are
-    /// lost, see mayClose().
+    /// Makes @p project, just read or built, the current one. Unsaved changes of the former project
+    /// are lost, see mayClose().
     void setProject(const TE::Project &project);
     void closeProject();
 
-    /// Saves the project as @p path, which is its file from then on. Include paths stay the same
-    /// folders. False when the project could not be saved; the user knows why.
+    /// Saves the project to @p path, which is its file from then on. Include paths keep naming the
+    /// same folders. When the project cannot be saved, tells the user why and returns false.
     bool saveAs(const QString &path);
-    /// The same with a path that the user chooses; false too when the user does not.
+    /// Asks the user for the path first. False also when the user cancels.
     bool askAndSaveAs();
 
-    /// Saves what is not saved and, failing that, asks the user. False to stay with the project.
+    /// Saves unsaved changes; when that fails, asks the user. False when the project has to stay
+    /// open.
     bool mayClose();
 
 Q_SIGNALS:
@@ -50,15 +51,16 @@ Q_SIGNALS:
 private:
     void onProjectChanged();
     bool save();
+    bool write(const TE::Project &project);
     bool mayOverwrite();
     void setModified(bool modified);
 
     TE::DesignManager *m_design;
-    QByteArray m_content; ///< Of the file as last read or written here.
+    QByteArray m_content; ///< Content of the file as last read or written here.
     QTimer m_timer;
     bool m_modified = false;
-    bool m_following = true; ///< Whether a change of the project is a change by the user.
-    bool m_failed = false;   ///< Saving failed: no further attempt without the user.
+    bool m_isReplacing = false; ///< A change of the project is not one by the user.
+    bool m_failed = false;      ///< Saving failed: no further attempt without the user.
 };
 
 } // namespace Workbench

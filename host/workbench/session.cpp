@@ -42,7 +42,7 @@ QAction *saveCommand()
     return Core::ActionManager::command(QLatin1String(Core::Constants::A_FILE_SAVE));
 }
 
-/// Title and all text of a dialog on one line or more.
+/// The title and all text of a dialog.
 QString textOf(const QWidget *dialog)
 {
     QStringList parts = {dialog->windowTitle()};
@@ -147,7 +147,7 @@ bool Session::removeCore()
     return true;
 }
 
-/// Saving checks first; the copy is modified, since a core came and went.
+/// Saves the copy, which is modified by the core that came and went. Saving checks first.
 bool Session::checkAndSave()
 {
     if (!saveCommand()->isEnabled())
@@ -190,7 +190,7 @@ bool Session::chooseFromMenu(const QPoint &position, const QString &entry)
     return !hasFailed();
 }
 
-/// Lets the application work off what is pending, the answers to its windows included.
+/// Lets the application process what is pending, including the answers to its windows.
 void Session::settle()
 {
     QEventLoop loop;
@@ -232,7 +232,7 @@ void Session::answerWindows()
     QWidget *window = QApplication::activePopupWidget();
     if (!window)
         window = QApplication::activeModalWidget();
-    // Of a window that is on its way out the timer may still see something.
+    // The timer may still see a window that is closing.
     if (!window || !window->isVisible() || window == m_answered)
         return;
     if (qobject_cast<QMenu *>(window))
@@ -249,8 +249,7 @@ void Session::answerMenu(QWidget *menu)
             continue;
         m_menuEntry.clear();
         static_cast<QMenu *>(menu)->setActiveAction(action);
-        // Posted: what the action opens must not keep this function, and so the timer, from
-        // returning.
+        // Posted, because a dialog opened by the action must not block this function and the timer.
         QCoreApplication::postEvent(
             menu, new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier));
         return;

@@ -20,12 +20,12 @@ namespace Workbench {
 class MainWindow;
 class MessageLog;
 
-/// Uses the application as a user would, but without one: opens a configuration file, adds and
-/// removes a core, checks and saves, and takes screenshots of it all.
+/// Uses the application like a user: opens a configuration file, adds and removes a core, checks
+/// and saves, and takes screenshots of each step.
 ///
-/// Works on a copy of the configuration file. Needs nothing but what is visible: menus, message
-/// boxes, the list of cores and the debug stream. A message box or dialog that is not part of the
-/// plan is a failure, and its title and text are the reason.
+/// Works on a copy of the configuration file. Uses only what a user sees: menus, message boxes, the
+/// list of cores and the debug stream. An unexpected message box or dialog is a failure; its title
+/// and text are the reason.
 class Session : public QObject
 {
     Q_OBJECT
@@ -38,9 +38,9 @@ public:
     /// Runs the session on @p tarnFile. False when a step failed, see failures().
     bool run(const QString &tarnFile);
 
-    /// What was done, one line each.
+    /// The steps done, one line each.
     QStringList report() const { return m_report; }
-    /// Why the session failed, one reason each.
+    /// The reasons for the failure, one line each.
     QStringList failures() const { return m_failures; }
 
 private:
@@ -68,7 +68,7 @@ private:
     QString m_folder;
     QTemporaryDir m_copies;
     QTimer m_timer;
-    QString m_menuEntry;   ///< What to choose from the next menu.
+    QString m_menuEntry;   ///< The entry to choose from the next menu.
     QString m_expectedBox; ///< Title of the question to answer with Ok.
     bool m_isClosing = false;
     bool m_netlistWasRead = false;

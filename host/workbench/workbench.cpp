@@ -50,7 +50,8 @@ public:
 private:
     int readDesign();
     bool loadPlugins(ExtSys::PluginManager *plugins, QString *error);
-    int runSession(MainWindow *window, MessageLog *log);
+    int runSession(MainWindow *window, MessageLog *log, const QString &loadError);
+    int runWindow(MainWindow *window, const QString &loadError);
     QString sessionFile() const;
     bool isSession() const { return !m_commandLine.sessionFolder.isEmpty(); }
 
@@ -75,7 +76,7 @@ int Application::run()
     if (const int code = readDesign())
         return code;
     if (!isSession() && !isShown()) {
-        printError(tr("There is no display. See --session in the text of --help."));
+        printError(tr("There is no display. Use --session to run without one."));
         return Failure;
     }
 
@@ -90,22 +91,8 @@ int Application::run()
     if (m_project)
         window.showProject(*m_project);
 
-    int code = Success;
-    if (isSession() && !error.isEmpty()) {
-        printError(error);
-        code = Failure;
-    } else if (isSession()) {
-        code = runSession(&window, &log);
-    } else {
-        window.resize(window.size().boundedTo(QGuiApplication::primaryScreen()->availableSize()));
-        window.show();
-        if (!error.isEmpty())
-            QMessageBox::critical(&window, tr("Error"), error);
-        for (const QString &path : qAsConst(m_commandLine.tarnFiles))
-            window.openTarnFile(path);
-        code = QApplication::exec();
-    }
-    // Closed views are deleted while the plug-in that made them is still up.
+    const int code = isSession() ? runSession(&window, &log, error) : runWindow(&window, error);
+    // Delete the closed views while the plug-in that created them is still initialised.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     plugins.shutDown();
     return code;
@@ -150,11 +137,26 @@ bool Application::loadPlugins(ExtSys::PluginManager *plugins, QString *error)
     return !plugins->plugins().isEmpty();
 }
 
-int Application::runSession(MainWindow *window, MessageLog *log)
+int Application::runWindow(MainWindow *window, const QString &loadError)
 {
+    window->resize(window->size().boundedTo(QGuiApplication::primaryScreen()->availableSize()));
+    window->show();
+    if (!loadError.isEmpty())
+        QMessageBox::critical(window, tr("Error"), loadError);
+    for (const QString &path : qAsConst(m_commandLine.tarnFiles))
+        window->openTarnFile(path);
+    return QApplication::exec();
+}
+
+int Application::runSession(MainWindow *window, MessageLog *log, const QString &loadError)
+{
+    if (!loadError.isEmpty()) {
+        printError(loadError);
+        return Failure;
+    }
     const QString tarnFile = sessionFile();
     if (tarnFile.isEmpty()) {
-        printError(tr("A session needs a .tarn file, named or in the project."));
+        printError(tr("A session needs a .tarn file, on the command line or in the project."));
         return WrongUsage;
     }
     Session session(window, log, m_commandLine.sessionFolder);
@@ -179,7 +181,8 @@ QString Application::sessionFile() const
     return {};
 }
 
-/// Without a display a session runs off-screen, and other runs end with a message of their own.
+/// Without a display a session runs off-screen; other runs then end with a message instead of an
+/// abort.
 void choosePlatform()
 {
     for (const char *variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
@@ -200,20 +203,26 @@ QStringList toStrings(int argc, char *argv[])
 int refuseUsage(const QString &error)
 {
     printError(error);
-    std::fputs(qPrintable(QCoreApplication::translate("Workbench::Application",
-                                                      "See tarn-workbench --help.\n")),
-               stderr);
+    std::fputs(qPrintable(Application::tr("See tarn-workbench --help.\n")), stderr);
     return WrongUsage;
+}
+
+void installTranslation(QTranslator *translator)
+{
+    if (translator->load(QLocale(), QStringLiteral("tarninserter"), QStringLiteral("_"),
+                         QCoreApplication::applicationDirPath() +
+                             QLatin1String("/" TARN_TRANSLATION_FOLDER)))
+        QCoreApplication::installTranslator(translator);
 }
 
 } // namespace
 
 int run(int argc, char *argv[])
 {
-    // A write beyond the limit of file sizes is an error like any other, and not the end.
+    // A write beyond the limit of file sizes fails like any other and does not end the process.
     std::signal(SIGXFSZ, SIG_IGN);
-    // Read first before there is a QApplication: that needs a display, which --help does not, and
-    // takes --session for an option of its own.
+    // Read before QApplication exists, because QApplication needs a display, which --help does not,
+    // and takes --session for an option of its own.
     CommandLine options;
     QString error;
     if (!options.parse(toStrings(argc, argv), &error))
@@ -231,10 +240,7 @@ int run(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("tarn-workbench"));
     QApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
     QTranslator translator;
-    if (translator.load(QLocale(), QStringLiteral("tarninserter"), QStringLiteral("_"),
-                        QCoreApplication::applicationDirPath() +
-                            QLatin1String("/" TARN_TRANSLATION_FOLDER)))
-        QCoreApplication::installTranslator(&translator);
+    installTranslation(&translator);
 
     CommandLine commandLine;
     if (!commandLine.parse(QCoreApplication::arguments().mid(1), &error) ||

@@ -170,7 +170,7 @@ void TestPluginManager::refusesBeforeLoading_data()
         << "%1 is refused: found class \"OtherPlugin\" with interface id \"Test.Plugin/1.0\", "
            "expected %2.";
     QTest::newRow("no plug-in") << "plain"
-                                << "%1 is no plug-in: ";
+                                << "%1 is not a plug-in: ";
 }
 
 void TestPluginManager::refusesBeforeLoading()
@@ -196,7 +196,7 @@ void TestPluginManager::refusesRootThatIsNoPlugin()
     QStringList errors;
     PluginManager manager(accepted);
     QVERIFY(!manager.loadFolder(m_folder->path(), &errors));
-    QCOMPARE(errors, QStringList(QStringLiteral("%1: its root object is a FirstPlugin and no "
+    QCOMPARE(errors, QStringList(QStringLiteral("%1: its root object is a FirstPlugin, not an "
                                                 "ExtSys::IPlugin.")
                                      .arg(path)));
     QVERIFY(manager.plugins().isEmpty());
@@ -211,7 +211,7 @@ void TestPluginManager::oneRefusalKeepsTheOthers()
     PluginManager manager(accepted);
     QVERIFY(!manager.loadFolder(m_folder->path(), &errors));
     QCOMPARE(errors.size(), 1);
-    QVERIFY2(errors.first().startsWith(text + QStringLiteral(" is no plug-in: ")),
+    QVERIFY2(errors.first().startsWith(text + QStringLiteral(" is not a plug-in: ")),
              qPrintable(errors.first()));
     QCOMPARE(manager.plugins().size(), 1);
 }

@@ -255,7 +255,7 @@ void TestProject::refusesWithReasonAndPlace_data()
     row("empty", "", ":1:1: illegal value");
     row("syntax", "{\n  \"version\": 1,\n  oops\n}", ":3:4: unterminated object");
     row("garbage after", "{\"version\": 1} x", ":1:16: garbage at the end of the document");
-    row("no object", "[1]", ": a project file holds one object");
+    row("no object", "[1]", ": a project file holds one JSON object");
     row("no version", "{}",
         ": version: must be 1, the version of project files that this application reads");
     row("newer version", "{\"version\": 2}",
@@ -263,25 +263,25 @@ void TestProject::refusesWithReasonAndPlace_data()
     row("text version", "{\"version\": \"1\"}",
         ": version: must be 1, the version of project files that this application reads");
     row("unknown key", "{\"version\": 1, \"source\": []}",
-        ": source: unknown key, known are: version, name, top, sources, options, libraryFiles, "
+        ": source: unknown key; known keys: version, name, top, sources, options, libraryFiles, "
         "macros, device, libraryFolders, libraryExtensions");
     row("empty name", "{\"version\": 1, \"name\": \"\"}",
-        ": name: must not be empty and must not hold '/'");
+        ": name: must not be empty or contain '/'");
     row("path as name", "{\"version\": 1, \"name\": \"a/b\"}",
-        ": name: must not be empty and must not hold '/'");
-    row("top no text", "{\"version\": 1, \"top\": 3}", ": top: must be a text");
+        ": name: must not be empty or contain '/'");
+    row("top is no string", "{\"version\": 1, \"top\": 3}", ": top: must be a string");
     row("control character", "{\"version\": 1, \"top\": \"a\\nb\"}",
-        ": top: must not hold control characters");
+        ": top: must not contain control characters");
     row("sources no list", "{\"version\": 1, \"sources\": {}}", ": sources: must be a list");
     row("source no object", "{\"version\": 1, \"sources\": [\"a.v\"]}",
         ": sources[0]: must be an object");
     row("source without file", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\"}, {}]}",
         ": sources[1].file: must be a path");
     row("file no text", "{\"version\": 1, \"sources\": [{\"file\": 1}]}",
-        ": sources[0].file: must be a text");
+        ": sources[0].file: must be a string");
     row("unknown source key",
         "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"enable\": true}]}",
-        ": sources[0].enable: unknown key, known are: file, type, enabled");
+        ": sources[0].enable: unknown key; known keys: file, type, enabled");
     row("unknown type", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"type\": \"C\"}]}",
         ": sources[0].type: must be one of Other, Constraint, Verilog, SystemVerilog, VHDL, TARN");
     row("type no text", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"type\": 2}]}",
@@ -293,7 +293,7 @@ void TestProject::refusesWithReasonAndPlace_data()
         ": sources[1].file: /a.v is listed twice");
     row("options no object", "{\"version\": 1, \"options\": []}", ": options: must be an object");
     row("unknown option", "{\"version\": 1, \"options\": {\"TopModule\": \"t\"}}",
-        ": options.TopModule: unknown key, known are: Extraction_Timeout, IncludePath, "
+        ": options.TopModule: unknown key; known keys: Extraction_Timeout, IncludePath, "
         "Synthesize_tool, Verilog_Standard");
     row("unknown standard", "{\"version\": 1, \"options\": {\"Verilog_Standard\": \"2005\"}}",
         ": options.Verilog_Standard: must be one of 1364-1995, 1364-2001, 1364-2005, 1800-2017, "
@@ -301,33 +301,33 @@ void TestProject::refusesWithReasonAndPlace_data()
     row("unknown tool", "{\"version\": 1, \"options\": {\"Synthesize_tool\": \"x\"}}",
         ": options.Synthesize_tool: must be one of OstraSynthesis, Synplify, not \"x\"");
     row("tool no text", "{\"version\": 1, \"options\": {\"Synthesize_tool\": [\"x\"]}}",
-        ": options.Synthesize_tool: must be a text");
+        ": options.Synthesize_tool: must be a string");
     row("include path no list", "{\"version\": 1, \"options\": {\"IncludePath\": \"inc\"}}",
-        ": options.IncludePath: must be a list of texts");
+        ": options.IncludePath: must be a list of strings");
     row("include path of numbers", "{\"version\": 1, \"options\": {\"IncludePath\": [\"a\", 1]}}",
-        ": options.IncludePath[1]: must be a text");
+        ": options.IncludePath[1]: must be a string");
     for (const char *timeout : {"0", "-5", "1.5", "86401", "\"x\"", "null", "[]", "1e300"}) {
         row(timeout,
             QByteArray("{\"version\": 1, \"options\": {\"Extraction_Timeout\": ") + timeout + "}}",
             ": options.Extraction_Timeout: must be a whole number of seconds from 1 to 86400");
     }
     row("library file no text", "{\"version\": 1, \"libraryFiles\": [\"a\", {}]}",
-        ": libraryFiles[1]: must be a text");
+        ": libraryFiles[1]: must be a string");
     row("library folder no path", "{\"version\": 1, \"libraryFolders\": [\"\"]}",
         ": libraryFolders[0]: must be a path");
     row("library extensions no list", "{\"version\": 1, \"libraryExtensions\": \".v\"}",
-        ": libraryExtensions: must be a list of texts");
+        ": libraryExtensions: must be a list of strings");
     row("empty library file", "{\"version\": 1, \"libraryFiles\": [\"\"]}",
         ": libraryFiles[0]: must be a path");
     row("macros no list", "{\"version\": 1, \"macros\": \"A\"}",
-        ": macros: must be a list of texts");
+        ": macros: must be a list of strings");
     row("bad macro", "{\"version\": 1, \"macros\": [\"A=\", \"1A\"]}",
         ": macros[1]: must be NAME or NAME=VALUE");
     row("device no object", "{\"version\": 1, \"device\": \"KX\"}", ": device: must be an object");
     row("unknown device key", "{\"version\": 1, \"device\": {\"deviceName\": \"KX\"}}",
-        ": device.deviceName: unknown key, known are: family, package, speedGrade, name");
+        ": device.deviceName: unknown key; known keys: family, package, speedGrade, name");
     row("device field no text", "{\"version\": 1, \"device\": {\"family\": 7}}",
-        ": device.family: must be a text");
+        ": device.family: must be a string");
 }
 
 void TestProject::refusesWithReasonAndPlace()

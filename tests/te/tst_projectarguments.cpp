@@ -195,7 +195,7 @@ void TestProjectArguments::argumentFiles_data()
     row("a.v 'b", "~/list.f:1: the quote is not closed");
     row("a.v\n/* b.v", "~/list.f:2: the comment is not closed");
     row("\n\n a.v\nmissing.v", "~/list.f:4: cannot read the file ~/missing.v");
-    row("wild/*.vhd", "~/list.f:1: no file is named like ~/wild/*.vhd");
+    row("wild/*.vhd", "~/list.f:1: no file matches ~/wild/*.vhd");
 
     // Lines that go on.
     row("a.v \\\nb.sv", "~/a.v:2 ~/b.sv:3");
@@ -227,7 +227,7 @@ void TestProjectArguments::argumentFiles_data()
     // Arguments of other tools.
     const auto unknown = [&row](const QByteArray &content, const char *files, const char *skipped) {
         const QString warning =
-            QStringLiteral("\nWARNING: ~/list.f:%1 is left out")
+            QStringLiteral("\nWARNING: ~/list.f:%1 is ignored")
                 .arg(QString::fromLatin1(skipped).replace('|', ": the unknown argument "));
         row(content, qPrintable(files + (*files ? QStringLiteral(" ") : QString()) + warning));
     };
@@ -242,9 +242,9 @@ void TestProjectArguments::argumentFiles_data()
     unknown("+acc+r a.v", "~/a.v:2", "1|+acc+r");
     unknown("-l $TARN_UNSET", "", "1|-l $TARN_UNSET");
     unknown("-", "", "1|-");
-    row("-q1 -q2", "\nWARNING: ~/list.f:1: the unknown argument -q1 is left out "
-                   "\nWARNING: ~/list.f:1: the unknown argument -q2 is left out");
-    row("--language ada", "~/list.f:1: ada is no edition of Verilog or SystemVerilog such as "
+    row("-q1 -q2", "\nWARNING: ~/list.f:1: the unknown argument -q1 is ignored "
+                   "\nWARNING: ~/list.f:1: the unknown argument -q2 is ignored");
+    row("--language ada", "~/list.f:1: ada is not an edition of Verilog or SystemVerilog such as "
                           "1800-2017");
 }
 
@@ -281,14 +281,14 @@ void TestProjectArguments::listsStartInTheirFolders_data()
     row("missing in own folder", "-F sub/inner.f", "\na.v",
         "~/sub/inner.f:2: cannot read the file ~/sub/a.v");
     row("hint", "-f sub/inner.f", "e.v",
-        "~/sub/inner.f:1: cannot read the file ~/e.v (paths in a list that is read with -f start "
-        "in ~, with -F in the list's folder)");
+        "~/sub/inner.f:1: cannot read the file ~/e.v (paths in a list start in ~ with -f, in "
+        "the folder of the list with -F)");
     row("hint for a list", "\n-f sub/inner.f", "-f deep/third.f",
         "~/sub/inner.f:1: cannot read the argument file ~/deep/third.f: No such file or directory "
-        "(paths in a list that is read with -f start in ~, with -F in the list's folder)");
+        "(paths in a list start in ~ with -f, in the folder of the list with -F)");
     row("long name", "-file sub/inner.f", "a.v", "~/a.v:2");
     row("circle", "-F sub/inner.f", "-F ../outer.f",
-        "~/sub/inner.f:1: the argument file ~/outer.f includes itself or is nested too deep");
+        "~/sub/inner.f:1: the argument file ~/outer.f includes itself or is nested too deeply");
 }
 
 void TestProjectArguments::listsStartInTheirFolders()
@@ -342,13 +342,14 @@ void TestProjectArguments::refuses_data()
     row({"+libext+"}, "+libext+ needs a value");
     row({"+acc"}, "unknown argument +acc");
     row({"--top="}, "--top= needs a value");
-    row({"--language", "1800"}, "1800 is no edition of Verilog or SystemVerilog such as 1800-2017");
-    row({"wild/*.vhd"}, "no file is named like ~/wild/*.vhd");
+    row({"--language", "1800"},
+        "1800 is not an edition of Verilog or SystemVerilog such as 1800-2017");
+    row({"wild/*.vhd"}, "no file matches ~/wild/*.vhd");
     row({"--lint"}, "unknown argument --lint");
     row({"-"}, "unknown argument -");
-    row({"-D1A"}, "1A is no macro definition: NAME or NAME=VALUE");
-    row({"+define+A+=2"}, "=2 is no macro definition: NAME or NAME=VALUE");
-    row({"-DA=1\n2"}, "A=1\n2 is no macro definition: NAME or NAME=VALUE");
+    row({"-D1A"}, "1A is not a macro definition, NAME or NAME=VALUE");
+    row({"+define+A+=2"}, "=2 is not a macro definition, NAME or NAME=VALUE");
+    row({"-DA=1\n2"}, "A=1\n2 is not a macro definition, NAME or NAME=VALUE");
 }
 
 void TestProjectArguments::refuses()
@@ -363,7 +364,7 @@ void TestProjectArguments::refusesFilesThatIncludeEachOther()
     writeFile(m_dir.filePath("y.f"), "a.v -f sub/../x.f");
     QCOMPARE(
         collect({"-f", "x.f"}),
-        QStringLiteral("~/y.f:1: the argument file ~/x.f includes itself or is nested too deep"));
+        QStringLiteral("~/y.f:1: the argument file ~/x.f includes itself or is nested too deeply"));
     // Twice beside each other is no circle.
     writeFile(m_dir.filePath("y.f"), "a.v");
     QCOMPARE(collect({"-f", "y.f", "-f", "x.f"}), QStringLiteral("~/a.v:2"));
@@ -377,8 +378,8 @@ void TestProjectArguments::refusesDeepNesting()
     writeFile(m_dir.filePath(QStringLiteral("n40.f")), "a.v");
     QCOMPARE(collect({"-f", "n9.f"}), QStringLiteral("~/a.v:2"));
     QCOMPARE(collect({"-f", "n8.f"}),
-             QStringLiteral("~/n39.f:1: the argument file ~/n40.f includes itself or is nested too "
-                            "deep"));
+             QStringLiteral(
+                 "~/n39.f:1: the argument file ~/n40.f includes itself or is nested too deeply"));
 }
 
 void TestProjectArguments::refusesEndlessLists()

@@ -84,8 +84,8 @@ void TestCommandLine::refuses_data()
     row({"--plugins", ""}, "--plugins needs a folder");
     row({"a.v", "--session"}, "--session needs a folder");
     row({"a.json", "b.json"}, "only one project file can be opened");
-    row({"a.json", "b.v"}, "a project file and arguments of a design exclude each other");
-    row({"-DA", "a.json"}, "a project file and arguments of a design exclude each other");
+    row({"a.json", "b.v"}, "a project file and design arguments cannot be combined");
+    row({"-DA", "a.json"}, "a project file and design arguments cannot be combined");
 }
 
 void TestCommandLine::refuses()

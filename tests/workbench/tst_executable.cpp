@@ -61,9 +61,8 @@ void TestExecutable::wrongUsageIsExitCode2_data()
     QTest::newRow("no folder") << QStringList("--session") << "--session needs a folder";
     QTest::newRow("two projects") << QStringList({"a.json", "b.json"})
                                   << "only one project file can be opened";
-    QTest::newRow("project and source")
-        << QStringList({"a.json", "b.v"})
-        << "a project file and arguments of a design exclude each other";
+    QTest::newRow("project and source") << QStringList({"a.json", "b.v"})
+                                        << "a project file and design arguments cannot be combined";
     QTest::newRow("unknown argument") << QStringList("--lint") << "unknown argument --lint";
     QTest::newRow("pipe for a list")
         << QStringList({"-f", "~/pipe.json"})
@@ -71,7 +70,7 @@ void TestExecutable::wrongUsageIsExitCode2_data()
     QTest::newRow("unknown source") << QStringList("/none.v") << "cannot read the file /none.v";
     QTest::newRow("session without configuration")
         << QStringList({"--session", "~/shots", "~/tiny.v"})
-        << "A session needs a .tarn file, named or in the project.";
+        << "A session needs a .tarn file, on the command line or in the project.";
 }
 
 void TestExecutable::wrongUsageIsExitCode2()
@@ -89,14 +88,14 @@ void TestExecutable::failureIsExitCode1_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("reason");
     QTest::newRow("no display") << QStringList()
-                                << "There is no display. See --session in the text of --help.";
+                                << "There is no display. Use --session to run without one.";
     QTest::newRow("no project") << QStringList("~/no.json")
                                 << "Cannot read the project ~/no.json: No such file or directory";
     QTest::newRow("pipe for a project") << QStringList("~/pipe.json")
                                         << "Cannot read the project ~/pipe.json: it is a pipe or "
                                            "a device";
     QTest::newRow("bad project") << QStringList("~/odd.json")
-                                 << "~/odd.json: colour: unknown key, known are: version, name, "
+                                 << "~/odd.json: colour: unknown key; known keys: version, name, "
                                     "top, sources, options, libraryFiles, macros, device, "
                                     "libraryFolders, libraryExtensions";
     QTest::newRow("no plug-in") << QStringList({"--plugins", "~/noplugins", "--session", "~/s",

@@ -290,7 +290,7 @@ void TestMainWindow::listIsOpenedAsAProject()
     QCOMPARE(design()->getSourceFileInfo().value("IncludePaths").toStringList(),
              QStringList(path("h")));
     m_log->flush();
-    const QString warning = path("lists/soc.f") + ":1: the unknown argument -quiet is left out";
+    const QString warning = path("lists/soc.f") + ":1: the unknown argument -quiet is ignored";
     QVERIFY2(messages.contains("WARNING: " + warning), qPrintable(messages.join('\n')));
 
     writeFile(path("lists/more.F"), "\n../sub/none.sv\n");
@@ -408,7 +408,7 @@ void TestMainWindow::wrongMacroIsRefused()
         auto *problem = dialog->findChild<QLabel *>("problem");
         QVERIFY(dialog->isVisible());
         QVERIFY(problem->isVisible());
-        QCOMPARE(problem->text(), QStringLiteral("A macro is written NAME or NAME=VALUE."));
+        QCOMPARE(problem->text(), QStringLiteral("Write a macro as NAME or NAME=VALUE."));
         dialog->reject();
     });
     trigger("Options...");
@@ -512,7 +512,7 @@ void TestMainWindow::galleryWithoutWizardsSaysSo()
     ModalScript::Box box;
     box.icon = QMessageBox::Information;
     box.title = QStringLiteral("New File");
-    box.text = QStringLiteral("No plug-in offers a kind of new file.");
+    box.text = QStringLiteral("No plug-in can create files.");
     m_script->expectBox(box);
     trigger("New...");
 }

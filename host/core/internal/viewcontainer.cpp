@@ -17,7 +17,7 @@ ViewContainer::ViewContainer(IView *view)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view);
     view->show();
-    // Neither of them is a window whose end may end the application.
+    // Closing the last of them must not quit the application.
     setAttribute(Qt::WA_QuitOnClose, false);
     view->setAttribute(Qt::WA_QuitOnClose, false);
     view->installEventFilter(this);
@@ -33,7 +33,7 @@ ViewContainer::~ViewContainer()
 
 bool ViewContainer::tryToClose()
 {
-    // Not the result of close(): while a close is under way, that says yes without asking.
+    // The result of close() does not tell: during another close() it is true without asking.
     const QPointer<ViewContainer> guard(this);
     close();
     return !guard || m_closed;
@@ -66,8 +66,8 @@ bool ViewContainer::viewAgrees()
 
 bool ViewContainer::eventFilter(QObject *watched, QEvent *event)
 {
-    // Somebody closes the view itself rather than its container: take the common path.
-    // (The type first: while the view is being destroyed m_view must not be looked at.)
+    // A call closes the view instead of its container: take the common path. The type is checked
+    // first because m_view must not be used while the view is being destroyed.
     if (event->type() == QEvent::Close && event != m_question && watched == m_view) {
         event->setAccepted(tryToClose());
         return true;
@@ -86,7 +86,7 @@ void ViewContainer::finish()
 
 void ViewContainer::onViewDestroyed()
 {
-    m_view.clear(); // The pointer itself notices only later.
+    m_view.clear(); // The pointer would become null only later.
     if (m_closed)
         return;
     m_closed = true;

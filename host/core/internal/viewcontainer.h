@@ -9,8 +9,9 @@ namespace Core {
 
 class IView;
 
-/// Around each shown view. Every way of closing a view ends in the container's closeEvent(), which
-/// asks the view. Owns the view as its parent widget and deletes itself once closed.
+/// The widget around a shown view. Every way of closing the view ends in the closeEvent() of the
+/// container, which asks the view. Owns the view as its parent widget and deletes itself once
+/// closed.
 class ViewContainer : public QWidget
 {
     Q_OBJECT
@@ -19,7 +20,7 @@ public:
     explicit ViewContainer(IView *view);
     ~ViewContainer() override;
 
-    /// Null once the view was deleted by somebody else.
+    /// Null once other code has deleted the view.
     IView *view() const { return m_view; }
 
     /// Closes the view if it agrees. False too while the view is still being asked.
@@ -28,7 +29,7 @@ public:
 Q_SIGNALS:
     /// The view agreed to close, or the container is being deleted; the view is still whole.
     void closed();
-    /// The view was deleted by somebody else and cannot be used any more.
+    /// Other code has deleted the view, which cannot be used any more.
     void viewLost();
 
 protected:
