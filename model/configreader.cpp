@@ -291,7 +291,7 @@ QString ConfigReader::inputError() const
     case GuardedInput::Harmless:
         break;
     }
-    return tr("It is no well-formed XML: %1 Correct it, or take an earlier copy of the file.")
+    return tr("Not well-formed XML: %1 Correct it, or take an earlier copy of the file.")
         .arg(m_xml.errorString());
 }
 

@@ -300,7 +300,7 @@ Do you still want to keep it?</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>It is no well-formed XML: %1 Correct it, or take an earlier copy of the file.</source>
+        <source>Not well-formed XML: %1 Correct it, or take an earlier copy of the file.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -453,7 +453,7 @@ void TestTarnConfig::refusalsSayWhatAndWhere_data()
     const auto row = [](const char *name, const QByteArray &content, const char *reason) {
         QTest::newRow(name) << content << QString::fromUtf8(reason);
     };
-    row("empty file", "", "Line 1, column 1: It is no well-formed XML");
+    row("empty file", "", "Line 1, column 1: Not well-formed XML");
     row("no XML", "TARN\n", "Line 1, column");
     row("null bytes", QByteArray(100, '\0'), "The text is not encoded in UTF-8. Convert it.");
     row("UTF-16", QByteArray("\xff\xfe<\0T\0/\0>\0", 10),
@@ -464,9 +464,8 @@ void TestTarnConfig::refusalsSayWhatAndWhere_data()
         "Line 1, column 43: The file declares the encoding \"ISO-8859-1\" instead of \"UTF-8\". "
         "Convert it.");
     row("unknown declared encoding", QByteArray(EmptyFile).replace("UTF-8", "none"),
-        "It is no well-formed XML");
-    row("broken UTF-8", QByteArray(EmptyFile).replace("1.0<", "1.\xff<"),
-        "It is no well-formed XML");
+        "Not well-formed XML");
+    row("broken UTF-8", QByteArray(EmptyFile).replace("1.0<", "1.\xff<"), "Not well-formed XML");
     row("XML 1.1", QByteArray(EmptyFile).replace("version=\"1.0\"", "version=\"1.1\""),
         "Line 1, column");
     row("document type", QByteArray(EmptyFile).insert(39, "<!DOCTYPE TARN_CONFIG>\n"),
@@ -550,7 +549,7 @@ void TestTarnConfig::refusalsSayWhatAndWhere_data()
     row("second root", EmptyFile + EmptyFile, "Line 5, column");
     row("null bytes behind the root", EmptyFile + QByteArray(3, '\0'), "Line 5, column");
     row("root not closed", QByteArray(EmptyFile).replace("</TARN_CONFIG>\n", ""),
-        "It is no well-formed XML");
+        "Not well-formed XML");
     row("crossed tags", fileWith("<Core index=\"0\"></TARN_CONFIG></Core>"), "Line 4, column");
     row("control character", portWith("<Signal name=\"a\x01\"/>"), "Line 6, column");
     row("reference to a control character", portWith("<Signal name=\"&#1;\"/>"), "Line 6, column");

@@ -480,9 +480,9 @@ void TestExtraction::refusesFilesTheToolCannotRead_data()
     row("utf16.v", "ERROR: utf16.v: The file is no text: it contains NUL bytes.");
     row("long.v", "ERROR: long.v:2: The line is longer than 1 MB.");
     row("includes.v", "ERROR: nul.vh: The file is no text: it contains NUL bytes.");
-    row("old.vhd", "ERROR: old.vhd: VHDL is read in a later version.");
-    row("lib.vhd", "ERROR: lib.vhd: VHDL is read in a later version.");
-    row("lib.VHDL", "ERROR: lib.VHDL: VHDL is read in a later version.");
+    row("old.vhd", "ERROR: old.vhd: VHDL is not supported yet.");
+    row("lib.vhd", "ERROR: lib.vhd: VHDL is not supported yet.");
+    row("lib.VHDL", "ERROR: lib.VHDL: VHDL is not supported yet.");
     row("fifo.v", "ERROR: fifo.v: This is no regular file.");
     if (geteuid() != 0) // Who may read everything.
         row("locked.v", "ERROR: locked.v: The file cannot be read:");

@@ -145,9 +145,9 @@ QStringList SourceCheck::run()
     }
     for (const SourceFile &file : m_sources.files) {
         if (file.vhdl) {
-            m_messages.append(errorMessage(
-                {file.path}, Text::tr("VHDL is read in a later version. Disable the file or "
-                                      "replace it by a Verilog source.")));
+            m_messages.append(
+                errorMessage({file.path}, Text::tr("VHDL is not supported yet. Disable the file or "
+                                                   "replace it by a Verilog source.")));
         } else {
             checkFile(file.path, file.library);
         }
