@@ -120,28 +120,29 @@ struct DesignManager::Private
             }
         }
         paths.removeDuplicates();
-        watcher.setFiles(paths);
+        watcher->setFiles(paths);
     }
     /// Stops watching @p path unless it is still a source or a library file.
     void unwatch(const QString &path)
     {
         if (!indexes.contains(path) && !project.libraryFiles.contains(path) &&
             !isInLibraryFolder(path))
-            watcher.removeFile(path);
+            watcher->removeFile(path);
     }
 
     Project project;
     bool hasProject = false;
     QHash<QString, int> indexes; ///< Of project.sources, by path.
-    SourceWatcher watcher;
+    SourceWatcher *watcher = nullptr; ///< Owned by the design manager.
 };
 
 DesignManager::DesignManager()
     : d(std::make_unique<Private>())
 {
+    d->watcher = new SourceWatcher(this);
     // A file that is deleted on disk counts as modified, not as removed: it still belongs to the
     // project, and views ignore disabled files in this event only.
-    connect(&d->watcher, &SourceWatcher::fileModified, this, [](const QString &path) {
+    connect(d->watcher, &SourceWatcher::fileModified, this, [](const QString &path) {
         raise(E_FILE_MODIFIED, {{QLatin1String(K_FILE), path}});
     });
 }
@@ -222,7 +223,7 @@ void DesignManager::closeProject()
     d->project = Project();
     d->hasProject = false;
     d->indexes.clear();
-    d->watcher.setFiles({});
+    d->watcher->setFiles({});
     Q_EMIT projectChanged();
 }
 
@@ -238,7 +239,7 @@ bool DesignManager::addFile(const QString &path, int type)
         return false;
     d->indexes.insert(absolutePath, d->project.sources.size());
     d->project.sources.append({absolutePath, type, true});
-    d->watcher.addFile(absolutePath);
+    d->watcher->addFile(absolutePath);
     raise(E_FILE_ADD, {{QLatin1String(K_FILE), absolutePath}});
     Q_EMIT projectChanged();
     return true;
@@ -320,7 +321,7 @@ bool DesignManager::setLibraryFiles(const QStringList &paths)
     for (const QString &path : former)
         d->unwatch(path);
     for (const QString &path : entered)
-        d->watcher.addFile(path);
+        d->watcher->addFile(path);
     raiseLibraryChange(former, entered);
     Q_EMIT projectChanged();
     return true;

@@ -3,6 +3,7 @@
 #include "sourcewatcher.h"
 
 #include <QFileInfo>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -65,13 +66,15 @@ QStringList foldersOfReturn(const QString &path)
 
 SourceWatcher::SourceWatcher(QObject *parent)
     : QObject(parent)
+    , m_burst(new QTimer(this))
+    , m_absence(new QTimer(this))
 {
-    m_timer.setSingleShot(true);
-    m_timer.setInterval(BurstMilliseconds);
-    connect(&m_timer, &QTimer::timeout, this, &SourceWatcher::check);
-    m_absence.setSingleShot(true);
-    m_absence.setInterval(AbsenceMilliseconds);
-    connect(&m_absence, &QTimer::timeout, this, &SourceWatcher::reportVanished);
+    m_burst->setSingleShot(true);
+    m_burst->setInterval(BurstMilliseconds);
+    connect(m_burst, &QTimer::timeout, this, &SourceWatcher::check);
+    m_absence->setSingleShot(true);
+    m_absence->setInterval(AbsenceMilliseconds);
+    connect(m_absence, &QTimer::timeout, this, &SourceWatcher::reportVanished);
     connect(&m_folders, &QFileSystemWatcher::directoryChanged, this,
             &SourceWatcher::onFolderChanged);
 }
@@ -80,8 +83,8 @@ SourceWatcher::~SourceWatcher() = default;
 
 void SourceWatcher::setFiles(const QStringList &paths)
 {
-    m_timer.stop();
-    m_absence.stop();
+    m_burst->stop();
+    m_absence->stop();
     m_changed.clear();
     m_missing.clear();
     m_vanished.clear();
@@ -116,7 +119,7 @@ void SourceWatcher::addFile(const QString &path)
     if (m_missing.contains(path))
         m_folders.addPaths(foldersOfReturn(path));
     m_placesAreKnown = false; // Found later, as more files may follow.
-    startTimer();
+    startBurst();
 }
 
 void SourceWatcher::removeFile(const QString &path)
@@ -186,19 +189,19 @@ void SourceWatcher::rearm(const QString &path)
 void SourceWatcher::onFileChanged(const QString &path)
 {
     m_changed.insert(path);
-    startTimer();
+    startBurst();
 }
 
 void SourceWatcher::onFolderChanged()
 {
     m_folderChanged = true;
-    startTimer();
+    startBurst();
 }
 
-void SourceWatcher::startTimer()
+void SourceWatcher::startBurst()
 {
-    if (!m_timer.isActive())
-        m_timer.start();
+    if (!m_burst->isActive())
+        m_burst->start();
 }
 
 void SourceWatcher::check()
@@ -215,7 +218,7 @@ void SourceWatcher::check()
             modified.insert(path);
         } else {
             m_vanished.insert(path);
-            m_absence.start();
+            m_absence->start();
         }
     }
     takeReturned(&modified);

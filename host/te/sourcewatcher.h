@@ -8,10 +8,11 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
-#include <QTimer>
 
 #include <memory>
 #include <vector>
+
+class QTimer;
 
 namespace TE {
 
@@ -61,7 +62,7 @@ private:
     void takeMoved();
     void watchFolders();
     void onFolderChanged();
-    void startTimer();
+    void startBurst();
 
     std::vector<std::unique_ptr<Shard>> m_shards;
     QHash<QString, Shard *> m_files; ///< Every file to watch, missing ones included.
@@ -74,8 +75,8 @@ private:
     QSet<QString> m_changed;      ///< Since the last check.
     QSet<QString> m_missing;
     QSet<QString> m_vanished; ///< Missing files that are not reported yet.
-    QTimer m_timer;
-    QTimer m_absence; ///< Started anew by each file that vanishes.
+    QTimer *m_burst;   ///< Started by the first change since the last check.
+    QTimer *m_absence; ///< Started anew by each file that vanishes.
 };
 
 } // namespace TE

@@ -13,6 +13,7 @@
 #include <support/modalscript.h>
 #include <support/modeltext.h>
 #include <support/testcase.h>
+#include <support/waiting.h>
 #include <te/designmanager.h>
 #include <te/project.h>
 #include <te/taskengine.h>
@@ -256,7 +257,7 @@ void TestEditing::savesExampleByteForByte()
     QCOMPARE(m_view->windowTitle(), example + ".tarn");
     QCOMPARE(QString::fromUtf8(readFile(m_file)), QString::fromUtf8(before));
     // The view's own write is no change from outside.
-    QTest::qWait(800);
+    QVERIFY(settle(m_view));
     QVERIFY(!banner());
 }
 
@@ -368,7 +369,7 @@ void TestEditing::changedFileIsReloaded()
     for (const int count : {3, 2}) {
         // Several writes in a row make one banner.
         writeFile(m_file, withCores(config, 1));
-        QTest::qWait(50);
+        QVERIFY(waitForFileNotices());
         writeFile(m_file, withCores(config, count));
         QTRY_VERIFY_WITH_TIMEOUT(banner(), Patience);
         QCOMPARE(bannerText(),

@@ -1463,21 +1463,21 @@ void TestExtraction::showsPhaseAndTime()
     DesignFixture design;
     design.add(QStringLiteral("top.v"), Endless);
     design.findModules();
+    const QRegularExpression expected(
+        QStringLiteral("^Elaborating design\nElapsed time: [1-9] s$"));
     QString title;
     QString label;
     Qt::WindowModality modality = Qt::NonModal;
     DialogWatch watch([&](QProgressDialog *dialog) {
         title = dialog->windowTitle();
         modality = dialog->windowModality();
-        QTest::qWait(1500);
+        (void)QTest::qWaitFor([&] { return expected.match(dialog->labelText()).hasMatch(); });
         label = dialog->labelText();
         dialog->reject(); // As the window's close button does.
     });
     QVERIFY(!design.buildNetlist());
     QCOMPARE(title, QStringLiteral("Reading RTL Netlist"));
     QCOMPARE(modality, Qt::ApplicationModal);
-    const QRegularExpression expected(
-        QStringLiteral("^Elaborating design\nElapsed time: [1-9] s$"));
     QVERIFY2(expected.match(label).hasMatch(), qPrintable(label));
 }
 

@@ -6,6 +6,7 @@
 
 #include <support/files.h>
 #include <support/testcase.h>
+#include <support/waiting.h>
 
 #include <QApplication>
 #include <QDir>
@@ -13,23 +14,27 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <cstdio>
 #include <memory>
 #include <unistd.h>
 
 using namespace TE;
+using TarnTest::settle;
+using TarnTest::waitForFileNotices;
 using TarnTest::writeFile;
 
 namespace {
-/// Longer than the watcher takes to report.
-constexpr int QuietMilliseconds = 350;
 
-/// Longer than a file may be missing before the watcher reports that.
-constexpr int GoneMilliseconds = 800;
+// How long the watcher collects changes, and how long a file may be missing unreported.
+constexpr int Burst = 100;
+constexpr int Absence = 500;
 
-/// Longer than the watcher collects changes, shorter than a file may be missing.
-constexpr int ShortAbsenceMilliseconds = 250;
+// Most tests need not wait that long.
+constexpr int ShortBurst = 20;
+constexpr int ShortAbsence = 100;
+
 } // namespace
 
 class TestSourceWatching : public TarnTest::TestCase
@@ -67,10 +72,15 @@ private:
         return QStringLiteral("TE.File.Modified file=") + path(name);
     }
     void watch(const QStringList &names);
+    void setDelays(int burst, int absence);
+    /// Whether a file is missing of which that is not reported yet.
+    bool isMissed() const { return m_delays[1]->isActive(); }
     QStringList nextReports();
+    QStringList allReports();
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<DesignManager> m_design;
+    QList<QTimer *> m_delays; ///< For bursts of changes, for missing files.
     std::unique_ptr<TarnTest::EventLog> m_log;
 };
 
@@ -79,6 +89,11 @@ void TestSourceWatching::init()
     TestCase::init();
     m_dir = std::make_unique<QTemporaryDir>();
     m_design = std::make_unique<DesignManager>();
+    m_delays = m_design->findChildren<QTimer *>();
+    QCOMPARE(m_delays.size(), 2);
+    QCOMPARE(m_delays[0]->interval(), Burst);
+    QCOMPARE(m_delays[1]->interval(), Absence);
+    setDelays(ShortBurst, ShortAbsence);
     m_log = std::make_unique<TarnTest::EventLog>();
 }
 
@@ -99,11 +114,24 @@ void TestSourceWatching::watch(const QStringList &names)
     m_design->setProject(project);
 }
 
+void TestSourceWatching::setDelays(int burst, int absence)
+{
+    m_delays[0]->setInterval(burst);
+    m_delays[1]->setInterval(absence);
+}
+
 /// Waits for the next ones.
 QStringList TestSourceWatching::nextReports()
 {
     const bool came = QTest::qWaitFor([this] { return !m_log->lines().isEmpty(); });
     return came ? m_log->take() : QStringList();
+}
+
+/// Waits until no more are to come.
+QStringList TestSourceWatching::allReports()
+{
+    const bool settled = settle(m_design.get());
+    return settled ? m_log->take() : QStringList(QStringLiteral("not settled"));
 }
 
 void TestSourceWatching::writeInPlaceIsReportedOnceForABurst()
@@ -115,12 +143,9 @@ void TestSourceWatching::writeInPlaceIsReportedOnceForABurst()
         writeFile(path("b.v"), QByteArray::number(i));
         writeFile(path("a.v"), QByteArray::number(i));
     }
-    QTRY_VERIFY(!m_log->lines().isEmpty());
-    QTest::qWait(QuietMilliseconds);
-    QCOMPARE(m_log->take(), QStringList({report("a.v"), report("b.v")}));
+    QCOMPARE(allReports(), QStringList({report("a.v"), report("b.v")}));
     writeFile(path("a.v"), "again");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
-    m_log->take();
+    QCOMPARE(allReports(), QStringList(report("a.v")));
 }
 
 void TestSourceWatching::everyReplacementIsReported_data()
@@ -140,9 +165,7 @@ void TestSourceWatching::everyReplacementIsReported()
         if (removeFirst)
             QVERIFY(QFile::remove(path("a.v")));
         QCOMPARE(std::rename(qPrintable(path("a.v.new")), qPrintable(path("a.v"))), 0);
-        QTRY_VERIFY(!m_log->lines().isEmpty());
-        QTest::qWait(QuietMilliseconds);
-        QCOMPARE(m_log->take(), QStringList(report("a.v")));
+        QCOMPARE(allReports(), QStringList(report("a.v")));
     }
 }
 
@@ -153,25 +176,22 @@ void TestSourceWatching::replacementOfAHardLinkedFileKeepsWatching()
     QCOMPARE(link(qPrintable(path("a.v")), qPrintable(path("a.v~"))), 0);
     writeFile(path("a.v.new"), "2");
     QCOMPARE(std::rename(qPrintable(path("a.v.new")), qPrintable(path("a.v"))), 0);
-    QTRY_VERIFY(!m_log->lines().isEmpty());
-    QTest::qWait(QuietMilliseconds);
-    m_log->take();
+    QVERIFY(allReports().contains(report("a.v")));
     writeFile(path("a.v"), "3");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
-    m_log->take();
+    QCOMPARE(allReports(), QStringList(report("a.v")));
 }
 
 void TestSourceWatching::shortAbsenceIsOneChange()
 {
     writeFile(path("a.v"), "1");
     watch({"a.v"});
+    setDelays(ShortBurst, Absence);
     for (int i = 0; i < 2; ++i) {
         QVERIFY(QFile::remove(path("a.v")));
-        QTest::qWait(ShortAbsenceMilliseconds);
+        QTRY_VERIFY(isMissed());
         QCOMPARE(m_log->take(), QStringList());
         writeFile(path("a.v"), "2");
-        QTest::qWait(GoneMilliseconds);
-        QCOMPARE(m_log->take(), QStringList(report("a.v")));
+        QCOMPARE(allReports(), QStringList(report("a.v")));
     }
 }
 
@@ -184,21 +204,17 @@ void TestSourceWatching::vanishedFileIsReportedOnceAndWhenItReturns()
     for (int i = 0; i < 2; ++i) {
         QVERIFY(QFile::remove(path("b.v")));
         QVERIFY(QFile::remove(path("a.v")));
-        QTRY_COMPARE(m_log->lines(), both);
+        QCOMPARE(allReports(), both);
         // It still belongs to the project, so that a view takes its event seriously.
         QVERIFY(m_design->getFileInfo(path("a.v")).enabled);
         writeFile(path("other.v"), QByteArray::number(i));
-        QTest::qWait(QuietMilliseconds);
-        QCOMPARE(m_log->take(), both);
+        QCOMPARE(allReports(), QStringList());
         writeFile(path("a.v"), "2");
         writeFile(path("b.v"), "2");
-        QTRY_COMPARE(m_log->lines().size(), 2);
-        QTest::qWait(i == 0 ? GoneMilliseconds : QuietMilliseconds);
-        QCOMPARE(m_log->take(), both);
+        QCOMPARE(allReports(), both);
     }
     writeFile(path("a.v"), "3");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("a.v")));
-    m_log->take();
+    QCOMPARE(allReports(), QStringList(report("a.v")));
 }
 
 void TestSourceWatching::targetOfALinkIsReportedWhenItReturns()
@@ -209,18 +225,14 @@ void TestSourceWatching::targetOfALinkIsReportedWhenItReturns()
     QVERIFY(QFile::link(path("far/link.v"), path("near/a.v")));
     watch({"near/a.v"});
     QVERIFY(QDir(path("far/deep")).removeRecursively());
-    QTRY_COMPARE(m_log->lines(), QStringList(report("near/a.v")));
-    m_log->take();
+    QCOMPARE(nextReports(), QStringList(report("near/a.v")));
     writeFile(path("far/deep/a.v"), "2");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("near/a.v")));
-    m_log->take();
+    QCOMPARE(nextReports(), QStringList(report("near/a.v")));
     QVERIFY(QFile::remove(path("far/link.v")));
     QVERIFY(QFile::remove(path("far/deep/a.v")));
-    QTRY_COMPARE(m_log->lines(), QStringList(report("near/a.v")));
-    m_log->take();
+    QCOMPARE(nextReports(), QStringList(report("near/a.v")));
     writeFile(path("far/link.v"), "3");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("near/a.v")));
-    m_log->take();
+    QCOMPARE(nextReports(), QStringList(report("near/a.v")));
 }
 
 void TestSourceWatching::movedFileIsReported()
@@ -260,8 +272,7 @@ void TestSourceWatching::otherTargetOfALinkIsReported()
     QCOMPARE(std::rename(qPrintable(path("new")), qPrintable(path("l.v"))), 0);
     QCOMPARE(nextReports(), QStringList(report("l.v")));
     writeFile(path("a.v"), "2");
-    QTest::qWait(QuietMilliseconds);
-    QCOMPARE(m_log->take(), QStringList());
+    QCOMPARE(allReports(), QStringList());
     writeFile(path("b.v"), "2");
     QCOMPARE(nextReports(), QStringList(report("l.v")));
     QVERIFY(QFile::remove(path("l.v")));
@@ -296,50 +307,44 @@ void TestSourceWatching::vanishedFileIsForgottenWithItsProject()
     writeFile(path("b.v"), "1");
     watch({"a.v", "b.v"});
     QVERIFY(QFile::remove(path("a.v")));
-    QTest::qWait(ShortAbsenceMilliseconds);
+    QTRY_VERIFY(isMissed());
     if (wholeProject)
         watch({"b.v"});
     else
         m_design->removeFile(path("a.v"));
     m_log->take();
-    QTest::qWait(GoneMilliseconds);
-    QCOMPARE(m_log->take(), QStringList());
+    QCOMPARE(allReports(), QStringList());
 }
 
 void TestSourceWatching::fileReturnsWithItsFolder()
 {
     writeFile(path("rtl/deep/a.v"), "1");
     watch({"rtl/deep/a.v"});
+    const QStringList file(report("rtl/deep/a.v"));
     QVERIFY(QDir(path("rtl")).removeRecursively());
-    QTest::qWait(GoneMilliseconds);
-    QCOMPARE(m_log->take(), QStringList(report("rtl/deep/a.v")));
+    QCOMPARE(allReports(), file);
     QVERIFY(QDir().mkpath(path("rtl")));
-    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(allReports(), QStringList());
     QVERIFY(QDir().mkpath(path("rtl/deep")));
-    QTest::qWait(QuietMilliseconds);
-    QCOMPARE(m_log->take(), QStringList());
+    QCOMPARE(allReports(), QStringList());
     writeFile(path("rtl/deep/a.v"), "2");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("rtl/deep/a.v")));
-    m_log->take();
+    QCOMPARE(nextReports(), file);
 
     // All at once.
     QVERIFY(QDir(path("rtl")).removeRecursively());
     writeFile(path("rtl/deep/a.v"), "3");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("rtl/deep/a.v")));
-    m_log->take();
-    QTest::qWait(QuietMilliseconds);
+    QCOMPARE(nextReports(), file);
+    QVERIFY(settle(m_design.get()));
     m_log->take();
     writeFile(path("rtl/deep/a.v"), "4");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("rtl/deep/a.v")));
-    m_log->take();
+    QCOMPARE(nextReports(), file);
 }
 
 void TestSourceWatching::missingFromTheStartIsReportedWhenItAppears()
 {
     watch({"none/a.v"});
     writeFile(path("none/a.v"), "1");
-    QTRY_COMPARE(m_log->lines(), QStringList(report("none/a.v")));
-    m_log->take();
+    QCOMPARE(nextReports(), QStringList(report("none/a.v")));
 }
 
 void TestSourceWatching::addedFilesAreWatchedAndRemovedOnesAreNot()
@@ -354,9 +359,7 @@ void TestSourceWatching::addedFilesAreWatchedAndRemovedOnesAreNot()
     writeFile(path("a.v"), "2");
     writeFile(path("b.v"), "2");
     writeFile(path("late.v"), "2");
-    QTRY_COMPARE(m_log->lines().size(), 2);
-    QTest::qWait(QuietMilliseconds);
-    QCOMPARE(m_log->take(), QStringList({report("b.v"), report("late.v")}));
+    QCOMPARE(allReports(), QStringList({report("b.v"), report("late.v")}));
 }
 
 void TestSourceWatching::libraryFilesAreWatched()
@@ -369,13 +372,11 @@ void TestSourceWatching::libraryFilesAreWatched()
     m_log->take();
     writeFile(path("a.v"), "2");
     writeFile(path("lib.v"), "2");
-    QTRY_COMPARE(m_log->lines(), QStringList({report("a.v"), report("lib.v")}));
-    m_log->take();
+    QCOMPARE(nextReports(), QStringList({report("a.v"), report("lib.v")}));
     m_design->setLibraryFiles({});
     m_log->take();
     writeFile(path("lib.v"), "3");
-    QTest::qWait(QuietMilliseconds);
-    QCOMPARE(m_log->take(), QStringList());
+    QCOMPARE(allReports(), QStringList());
 }
 
 void TestSourceWatching::filesOfLibraryFoldersAreWatched()
@@ -389,17 +390,14 @@ void TestSourceWatching::filesOfLibraryFoldersAreWatched()
     for (const char *name : {"a.v", "cells/b.v", "cells/c.sv", "cells/d.txt", "cells/sub/e.v"})
         writeFile(path(QString::fromLatin1(name)), "2");
     const QStringList changed = {report("a.v"), report("cells/b.v"), report("cells/c.sv")};
-    QTRY_COMPARE(m_log->lines(), changed);
-    QTest::qWait(QuietMilliseconds);
-    QCOMPARE(m_log->take(), changed);
+    QCOMPARE(allReports(), changed);
     QVERIFY(QFile::remove(path("cells/b.v")));
     QTRY_COMPARE(m_log->lines(), QStringList(report("cells/b.v")));
     m_design->setLibraryFolders({});
     m_log->take();
     writeFile(path("cells/b.v"), "3");
     writeFile(path("cells/c.sv"), "3");
-    QTest::qWait(QuietMilliseconds);
-    QCOMPARE(m_log->take(), QStringList());
+    QCOMPARE(allReports(), QStringList());
 }
 
 void TestSourceWatching::anotherProjectEndsWatching()
@@ -407,11 +405,10 @@ void TestSourceWatching::anotherProjectEndsWatching()
     writeFile(path("a.v"), "1");
     watch({"a.v"});
     writeFile(path("a.v"), "2");
-    QTest::qWait(20);
+    QVERIFY(waitForFileNotices());
     watch({});
     writeFile(path("a.v"), "3");
-    QTest::qWait(QuietMilliseconds);
-    QCOMPARE(m_log->take(), QStringList());
+    QCOMPARE(allReports(), QStringList());
 }
 
 void TestSourceWatching::thousandsOfSourcesAreWatched()
@@ -424,14 +421,14 @@ void TestSourceWatching::thousandsOfSourcesAreWatched()
     QElapsedTimer timer;
     timer.start();
     watch(names);
+    setDelays(Burst, Absence);
     QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
     QStringList expected;
     for (const QString &name : {names[10], names[2050], names[4999]}) {
         expected.append(report(name));
         writeFile(path(name), "2");
     }
-    QTRY_COMPARE(m_log->lines(), expected);
-    m_log->take();
+    QCOMPARE(nextReports(), expected);
 
     // A change of everything, as a checkout of another branch makes it.
     for (const QString &name : qAsConst(names)) {

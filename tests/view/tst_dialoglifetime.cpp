@@ -4,6 +4,7 @@
 
 #include <support/files.h>
 #include <support/modeltext.h>
+#include <support/waiting.h>
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
@@ -705,7 +706,7 @@ void TestDialogLifetime::typedValueShowsNoBox()
     line()->setText("0x3F");
     QVERIFY(line()->hasFocus());
     (this->*change)();
-    QTest::qWait(20); // For a box that is on its way.
+    TarnTest::runDueEvents(); // A box may be on its way.
     QCOMPARE(script().problems(), QString());
 }
 

@@ -3,6 +3,7 @@
 #include "viewtest.h"
 
 #include <support/files.h>
+#include <support/waiting.h>
 
 #include <model/tarncore.h>
 #include <netweir/rtlnetlist.h>
@@ -33,7 +34,9 @@ using TARN::TarnView;
 using TarnTest::errorBox;
 using TarnTest::ModalScript;
 using TarnTest::readFile;
+using TarnTest::settle;
 using TarnTest::ShownView;
+using TarnTest::waitForFileNotices;
 using TarnTest::writeFile;
 
 namespace {
@@ -42,9 +45,6 @@ constexpr int Delay = 500;
 
 // Most tests need not wait that long.
 constexpr int ShortDelay = 60;
-
-// Longer than the notification of the system and the short delay together.
-constexpr int Settled = ShortDelay + 200;
 
 ModalScript::Box invalidFileBox()
 {
@@ -177,8 +177,6 @@ private Q_SLOTS:
         QVERIFY(!timers.first()->isActive());
         shown->onFileChange();
         QVERIFY(timers.first()->isActive());
-        delete shown.view;
-        QTest::qWait(Delay + 50); // Must not reach a view that is gone.
     }
 
     void severalWritesRaiseOneBanner()
@@ -187,12 +185,12 @@ private Q_SLOTS:
         const ShownView shown = showQuick(file);
         for (int i = 0; i < 4; ++i) {
             overwrite(file, content(1 + i % 2));
-            QTest::qWait(10);
+            QVERIFY(waitForFileNotices());
         }
         QTRY_COMPARE(bannersOf(shown.view).size(), 1);
         // Also those after the banner came.
         overwrite(file, content(3));
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QCOMPARE(bannersOf(shown.view).size(), 1);
     }
 
@@ -211,7 +209,7 @@ private Q_SLOTS:
         const QString file = writeConfig("a.tarn", {0});
         const ShownView shown = show(file);
         QVERIFY(QFile::remove(file));
-        QTest::qWait(100);
+        QTRY_VERIFY(timerOf(shown.view)->isActive());
         writeFile(file, content(2));
         QTRY_COMPARE(bannerTextOf(shown.view), changedText(file));
     }
@@ -231,7 +229,7 @@ private Q_SLOTS:
         const ShownView shown = showQuick(former);
         QVERIFY(shown->open(writeConfig("b.tarn", {0}), QString(), nullptr));
         overwrite(former, content(2));
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QVERIFY(bannersOf(shown.view).isEmpty());
     }
 
@@ -280,7 +278,7 @@ private Q_SLOTS:
         // Other files of these folders are none of its business.
         for (const char *name : {"new.txt", "links/new.txt", "other/new.txt"})
             writeFile(path(name), "not the file");
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QVERIFY(bannersOf(shown.view).isEmpty());
         change(QFileInfo(path("a.tarn")).absolutePath());
         QTRY_COMPARE(bannersOf(shown.view).size(), 1);
@@ -307,7 +305,7 @@ private Q_SLOTS:
         QVERIFY(QFile::link("real.tarn", path("a.tarn")));
         const ShownView shown = showQuick(path("a.tarn"));
         QVERIFY(shown->save());
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QVERIFY(bannersOf(shown.view).isEmpty());
         replaceByRename(path("real.tarn"), content(2));
         QTRY_COMPARE(bannersOf(shown.view).size(), 1);
@@ -320,7 +318,7 @@ private Q_SLOTS:
         const QString file = writeConfig("a.tarn", {0});
         const ShownView shown = showQuick(file);
         QVERIFY(shown->save());
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QVERIFY(bannersOf(shown.view).isEmpty());
         overwrite(file, content(2));
         QTRY_COMPARE(bannersOf(shown.view).size(), 1);
@@ -409,7 +407,7 @@ private Q_SLOTS:
         QTRY_COMPARE(bannersOf(shown.view).size(), 1);
         clickBanner(shown.view, "btnA");
         writeFile(path("other.txt"), "not the file");
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QVERIFY(bannersOf(shown.view).isEmpty());
 
         writeFile(file, two);
@@ -418,7 +416,7 @@ private Q_SLOTS:
         QCOMPARE(pagesOf(shown.view).size(), 2);
         // And the folder is no longer watched, but the file is.
         writeFile(path("third.txt"), "not the file");
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QVERIFY(bannersOf(shown.view).isEmpty());
         overwrite(file, content(3));
         QTRY_COMPARE(bannersOf(shown.view).size(), 1);
@@ -432,10 +430,10 @@ private Q_SLOTS:
         QVERIFY(QDir(path("deep")).removeRecursively());
         QTRY_COMPARE(bannersOf(shown.view).size(), 1);
         clickBanner(shown.view, "btnA");
-        QVERIFY(QDir().mkpath(path("deep")));
-        QTest::qWait(100);
-        QVERIFY(QDir().mkpath(path("deep/er")));
-        QTest::qWait(100);
+        for (const char *folder : {"deep", "deep/er"}) {
+            QVERIFY(QDir().mkpath(path(folder)));
+            QVERIFY(waitForFileNotices());
+        }
         writeFile(file, two);
         QTRY_COMPARE(bannerTextOf(shown.view), changedText(file));
     }
@@ -449,7 +447,7 @@ private Q_SLOTS:
         clickBanner(shown.view, "btnA");
         QVERIFY(shown->save());
         QVERIFY(QFile::exists(file));
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QVERIFY(bannersOf(shown.view).isEmpty());
     }
 
@@ -505,7 +503,7 @@ private Q_SLOTS:
         QTRY_COMPARE(bannerTextOf(shown.view), changedText(file));
         clickBanner(shown.view, "btnA");
         QCOMPARE(pagesOf(shown.view).size(), 3);
-        QTest::qWait(Settled);
+        QVERIFY(settle(shown.view));
         QVERIFY(bannersOf(shown.view).isEmpty());
     }
 

@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
 
 using TarnTest::makeNetlist;
@@ -228,8 +229,10 @@ private Q_SLOTS:
     void timerOfAFileChange()
     {
         m_shown->onFileChange();
+        const QPointer<QTimer> timer(m_shown->findChild<QTimer *>());
+        QVERIFY(timer && timer->isActive());
         delete m_shown.container;
-        QTest::qWait(600);
+        QVERIFY(!timer);
     }
 
     void eventOfTheDesignAmidst()

@@ -5,6 +5,7 @@
 #include <support/files.h>
 #include <support/modalscript.h>
 #include <support/testcase.h>
+#include <support/waiting.h>
 #include <te/designmanager.h>
 #include <te/teconstants.h>
 
@@ -19,6 +20,7 @@
 
 using TarnTest::ModalScript;
 using TarnTest::readFile;
+using TarnTest::runDueEvents;
 using TarnTest::writeFile;
 using Workbench::ProjectStore;
 
@@ -107,11 +109,11 @@ void TestProjectStore::manyChangesAreSavedTogether()
 void TestProjectStore::openingDoesNotWrite()
 {
     open();
-    QTest::qWait(50);
+    runDueEvents();
     QCOMPARE(saved(), Sample);
     QVERIFY(!m_store->isModified());
     m_store->closeProject();
-    QTest::qWait(50);
+    runDueEvents();
     QCOMPARE(saved(), Sample);
     QVERIFY(!m_design->hasProject());
 }
@@ -161,7 +163,7 @@ void TestProjectStore::failedSaveAsksOnce()
     m_design->addFile("new.v");
     QTRY_COMPARE(m_script->problems(), QString());
     m_design->addFile("newer.v");
-    QTest::qWait(50);
+    runDueEvents();
     QVERIFY(m_store->isModified());
 
     ModalScript::Box question;
@@ -198,7 +200,7 @@ void TestProjectStore::projectWithoutFileAsks()
     m_store->setProject(project);
     QVERIFY(m_store->mayClose());
     m_design->addFile("new.v");
-    QTest::qWait(50);
+    runDueEvents();
     QVERIFY(m_store->isModified());
 
     ModalScript::Box question;
