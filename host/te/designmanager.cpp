@@ -132,7 +132,7 @@ struct DesignManager::Private
 
     Project project;
     bool hasProject = false;
-    QHash<QString, int> indexes; ///< Of project.sources, by path.
+    QHash<QString, int> indexes;      ///< Of project.sources, by path.
     SourceWatcher *watcher = nullptr; ///< Owned by the design manager.
 };
 

@@ -75,8 +75,8 @@ private:
     QSet<QString> m_changed;      ///< Since the last check.
     QSet<QString> m_missing;
     QSet<QString> m_vanished; ///< Missing files that are not reported yet.
-    QTimer *m_burst;   ///< Started by the first change since the last check.
-    QTimer *m_absence; ///< Started anew by each file that vanishes.
+    QTimer *m_burst;          ///< Started by the first change since the last check.
+    QTimer *m_absence;        ///< Started anew by each file that vanishes.
 };
 
 } // namespace TE
