@@ -13,11 +13,6 @@ namespace {
 
 constexpr int MostRounds = 4096;
 
-bool is(const pugi::xml_node &node, std::string_view tag)
-{
-    return tag == node.name();
-}
-
 } // namespace
 
 CountingLoops::CountingLoops(const Definition &definition, const TypeTable &types)
@@ -26,9 +21,9 @@ CountingLoops::CountingLoops(const Definition &definition, const TypeTable &type
 {
 }
 
-void CountingLoops::forEachRound(const Occurrence &place, const Visit &visit)
+void CountingLoops::forEachRound(const Occurrence &reference, const Visit &visit)
 {
-    const Nest nest = nestAround(place);
+    const Nest nest = nestAround(reference);
     // Counted first, so that a nest of too many rounds is visited once instead of half.
     if (nest.empty() || !run(nest, [](const IndexEvaluator &) {}))
         visit(m_indexes);
@@ -36,15 +31,15 @@ void CountingLoops::forEachRound(const Occurrence &place, const Visit &visit)
         run(nest, visit);
 }
 
-CountingLoops::Nest CountingLoops::nestAround(const Occurrence &place)
+CountingLoops::Nest CountingLoops::nestAround(const Occurrence &reference)
 {
     Nest nest;
-    for (pugi::xml_node node = place.node; node && node != m_definition.node;
+    for (pugi::xml_node node = reference.node; node && node != m_definition.node;
          node = node.parent()) {
         ReadGuard::check();
         if (!is(node, "while"))
             continue;
-        const Loop &loop = loopAt(node, place.scope);
+        const Loop &loop = loopAt(node, reference.scope);
         if (loop.variable >= 0)
             nest.push_back(&loop);
     }
@@ -81,8 +76,7 @@ CountingLoops::Loop CountingLoops::readLoop(const pugi::xml_node &node, int scop
 /// does not count, at worst.
 bool CountingLoops::isAssignedWithin(const pugi::xml_node &body, int variable) const
 {
-    const std::string_view name =
-        attribute(m_definition.variables[std::size_t(variable)].node, "name");
+    const std::string_view name = attribute(itemAt(m_definition.variables, variable).node, "name");
     const pugi::xml_node assignment = body.find_node([&](const pugi::xml_node &node) {
         ReadGuard::check();
         return (is(node, "assign") || is(node, "assigndly")) &&
@@ -98,13 +92,13 @@ bool CountingLoops::run(const Nest &nest, const Visit &visit) const
     return runLevel(0, &pass);
 }
 
-bool CountingLoops::runLevel(std::size_t level, Pass *pass)
+bool CountingLoops::runLevel(int level, Pass *pass)
 {
-    if (level == pass->nest.size()) {
+    if (level == countOf(pass->nest)) {
         pass->visit(pass->round);
         return true;
     }
-    const Loop &loop = *pass->nest[level];
+    const Loop &loop = *itemAt(pass->nest, level);
     IndexEvaluator &round = pass->round;
     round.forgetValue(loop.variable);
     IndexRange value = round.valuesOf(loop.start, loop.scope);

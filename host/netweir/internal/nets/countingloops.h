@@ -21,9 +21,9 @@ public:
 
     CountingLoops(const Definition &definition, const TypeTable &types);
 
-    /// Runs @p visit for every round of the counting loops around @p place, outer loops first. Runs
-    /// it once with nothing known when there are no such loops or more than 4096 rounds.
-    void forEachRound(const Occurrence &place, const Visit &visit);
+    /// Runs @p visit for every round of the counting loops around @p reference, outer loops first.
+    /// Runs it once with nothing known when there are no such loops or more than 4096 rounds.
+    void forEachRound(const Occurrence &reference, const Visit &visit);
 
 private:
     struct Loop
@@ -45,12 +45,12 @@ private:
         int rounds = 0;
     };
 
-    Nest nestAround(const Occurrence &place);
+    Nest nestAround(const Occurrence &reference);
     const Loop &loopAt(const pugi::xml_node &loop, int scope);
     Loop readLoop(const pugi::xml_node &loop, int scope) const;
     bool isAssignedWithin(const pugi::xml_node &body, int variable) const;
     bool run(const Nest &nest, const Visit &visit) const;
-    static bool runLevel(std::size_t level, Pass *pass);
+    static bool runLevel(int level, Pass *pass);
 
     const Definition &m_definition;
     IndexEvaluator m_indexes;                      ///< With nothing known.

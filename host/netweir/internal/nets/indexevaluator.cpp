@@ -25,7 +25,7 @@ IndexRange IndexEvaluator::valuesOf(const pugi::xml_node &expression, int scope)
 
 int IndexEvaluator::variableOf(const pugi::xml_node &reference, int scope) const
 {
-    if (std::string_view(reference.name()) != "varref")
+    if (!is(reference, "varref"))
         return -1;
     const Symbol symbol = m_definition.find(scope, attribute(reference, "name"));
     return symbol.kind == Symbol::Kind::Variable ? symbol.index : -1;

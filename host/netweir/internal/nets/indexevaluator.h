@@ -5,6 +5,7 @@
 #include "indexrange.h"
 
 #include <netweir/internal/xml/definition.h>
+#include <netweir/internal/xml/typetable.h>
 
 #include <unordered_map>
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "layout.h"
 
+#include "memories.h"
+
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/xml/attributes.h>
 
@@ -16,21 +18,6 @@ using Kind = DataType::Kind;
 constexpr int LettersOfWork = 64;     ///< As many of a name count as one round.
 constexpr qint64 LargestArray = 4096; ///< Bits of an unpacked array that is shown as buses.
 
-bool isSelection(std::string_view tag)
-{
-    return tag == "sel" || tag == "arraysel" || tag == "structsel" || tag == "slicesel";
-}
-
-bool isReference(std::string_view tag)
-{
-    return tag == "varref" || tag == "varxref";
-}
-
-std::string extended(const std::string &path, std::string_view member)
-{
-    return path.empty() ? std::string(member) : path + '.' + std::string(member);
-}
-
 QString indexed(const QString &name, int index)
 {
     return name + QLatin1Char('[') + QString::number(index) + QLatin1Char(']');
@@ -38,71 +25,31 @@ QString indexed(const QString &name, int index)
 
 } // namespace
 
-void forEachReference(const Occurrence &target, const std::function<void(const Reference &)> &visit)
+PlacedDefinition Layout::place(const Definition &definition) const
 {
-    std::vector<pugi::xml_node> pending{target.node};
-    Reference reference;
-    while (!pending.empty()) {
-        const pugi::xml_node expression = pending.back();
-        pending.pop_back();
-
-        reference.steps.clear();
-        pugi::xml_node base = expression;
-        while (isSelection(base.name())) {
-            ReadGuard::check();
-            reference.steps.push_back(base);
-            base = base.first_child();
-        }
-        if (isReference(base.name())) {
-            std::reverse(reference.steps.begin(), reference.steps.end());
-            reference.node = base;
-            reference.scope = target.scope;
-            visit(reference);
-            continue;
-        }
-        for (pugi::xml_node part = base.last_child(); part; part = part.previous_sibling()) {
-            ReadGuard::check();
-            pending.push_back(part);
-        }
-    }
-}
-
-void Layout::addMemory(Variable *variable, const Reference &selected) const
-{
-    std::string path;
-    for (const pugi::xml_node &step : selected.steps) {
-        if (std::string_view(step.name()) == "structsel")
-            path = extended(path, attribute(step, "name"));
-    }
-    if (std::find(variable->memories.begin(), variable->memories.end(), path) ==
-        variable->memories.end())
-        variable->memories.push_back(path);
-}
-
-void Layout::placeVariables(Definition *definition) const
-{
-    for (Variable &variable : definition->variables) {
+    PlacedDefinition placed;
+    placed.definition = &definition;
+    placed.variables.reserve(definition.variables.size());
+    for (const Variable &variable : definition.variables) {
+        placed.variables.push_back({&variable, placed.bits, 0});
         if (!variable.isNet)
             continue;
-        variable.bit = definition->bits;
-        definition->bits += widthOf(variable);
-        if (definition->bits > MostBits)
-            return;
-        definition->marks.resize(std::size_t(definition->bits));
-        addLeafs(variable, variable.type, definition->prefixOf(variable.scope) + variable.name,
-                 std::string(), variable.bit, definition);
+        const qint64 width = storedWidth(variable, variable.type, std::string());
+        placed.variables.back().width = width;
+        placed.bits += width;
+        if (placed.bits > MostBits)
+            break;
+        addNets(variable, variable.type, definition.prefixOf(variable.scope) + variable.name,
+                std::string(), placed.variables.back().bit, &placed.nets);
     }
+    return placed;
 }
 
-qint64 Layout::widthOf(const Variable &variable) const
-{
-    return storedWidth(variable, variable.type, std::string());
-}
-
-BitRange Layout::locate(const Variable &variable, const Reference &reference,
+BitRange Layout::locate(const PlacedVariable &placed, const Reference &reference,
                         const IndexEvaluator &indexes) const
 {
-    const qint64 whole = widthOf(variable);
+    const Variable &variable = *placed.variable;
+    const qint64 whole = placed.width;
     Part part;
     part.type = variable.type;
     part.width = whole;
@@ -140,9 +87,9 @@ BitRange Layout::locate(const Variable &variable, const Reference &reference,
     }
     if (range.low > range.high || range.width <= 0)
         return {};
-    range.low += variable.bit;
-    range.high += variable.bit;
-    range.end = variable.bit + whole;
+    range.low += placed.bit;
+    range.high += placed.bit;
+    range.end = placed.bit + whole;
     return range;
 }
 
@@ -150,9 +97,7 @@ bool Layout::isMemory(const Variable &variable, int type, const std::string &pat
 {
     if (type < 0 || m_types.at(type).kind != Kind::UnpackedArray)
         return false;
-    return m_types.at(type).width > LargestArray ||
-           std::find(variable.memories.begin(), variable.memories.end(), path) !=
-               variable.memories.end();
+    return m_types.at(type).width > LargestArray || m_memories.contains(variable, path);
 }
 
 qint64 Layout::storedWidth(const Variable &variable, int typeIndex, const std::string &path) const
@@ -168,7 +113,7 @@ qint64 Layout::storedWidth(const Variable &variable, int typeIndex, const std::s
     qint64 sum = 0;
     qint64 widest = 1;
     for (const DataType::Member &member : type.members) {
-        const qint64 width = storedWidth(variable, member.type, extended(path, member.name));
+        const qint64 width = storedWidth(variable, member.type, memberPath(path, member.name));
         sum += width;
         widest = std::max(widest, width);
     }
@@ -220,7 +165,7 @@ void Layout::selectMember(const Variable &variable, std::string_view name, Part 
     const DataType &type = m_types.at(part->type);
     qint64 below = 0;
     for (auto member = type.members.rbegin(); member != type.members.rend(); ++member) {
-        const std::string path = extended(part->path, member->name);
+        const std::string path = memberPath(part->path, member->name);
         const qint64 width = storedWidth(variable, member->type, path);
         if (member->name == name) {
             if (type.kind == Kind::Struct)
@@ -236,56 +181,42 @@ void Layout::selectMember(const Variable &variable, std::string_view name, Part 
 }
 
 /// Lists @p name as it is declared: one entry a single net, vector or innermost dimension.
-void Layout::addLeafs(const Variable &variable, int typeIndex, const QString &name,
-                      const std::string &path, qint64 bit, Definition *definition) const
+void Layout::addNets(const Variable &variable, int typeIndex, const QString &name,
+                     const std::string &path, qint64 bit, std::vector<PlacedNet> *nets) const
 {
     ReadGuard::check(1 + name.size() / LettersOfWork);
     const DataType &type = m_types.at(typeIndex);
+    const auto add = [&](bool isBus, int left, int right) {
+        nets->push_back({name, isBus, false, left, right, bit});
+    };
     if (type.kind == Kind::Vector)
-        return addVector(name, type.ranged, type.left, type.right, bit, definition);
+        return add(type.ranged, type.left, type.right);
     if (type.kind == Kind::Union && !type.holdsUnpackedArray)
-        return addVector(name, type.width > 1, int(type.width - 1), 0, bit, definition);
+        return add(type.width > 1, int(type.width - 1), 0);
     if (type.kind == Kind::Struct || type.kind == Kind::Union) {
         qint64 below = storedWidth(variable, typeIndex, path);
         for (const DataType::Member &member : type.members) {
-            const std::string memberPath = extended(path, member.name);
-            below -= storedWidth(variable, member.type, memberPath);
-            addLeafs(variable, member.type, name + QLatin1Char('.') + toQString(member.name),
-                     memberPath, type.kind == Kind::Struct ? bit + below : bit, definition);
+            const std::string inner = memberPath(path, member.name);
+            below -= storedWidth(variable, member.type, inner);
+            addNets(variable, member.type, name + QLatin1Char('.') + toQString(member.name), inner,
+                    type.kind == Kind::Struct ? bit + below : bit, nets);
         }
         return;
     }
     const bool isArray = type.kind == Kind::PackedArray || type.kind == Kind::UnpackedArray;
-    if (!isArray || isMemory(variable, typeIndex, path))
-        return addExcluded(name, bit, definition);
-
+    if (!isArray || isMemory(variable, typeIndex, path)) {
+        nets->push_back({name, false, true, 0, 0, bit});
+        return;
+    }
     const DataType &element = m_types.at(type.element);
     if (type.kind == Kind::PackedArray && element.kind == Kind::Vector && !element.ranged)
-        return addVector(name, true, type.left, type.right, bit, definition);
+        return add(true, type.left, type.right);
     const qint64 width = storedWidth(variable, type.element, path);
     const int step = type.left > type.right ? -1 : 1;
     for (qint64 i = 0, left = type.elements() - 1; left >= 0; ++i, --left) {
-        addLeafs(variable, type.element, indexed(name, int(type.left + i * step)), path,
-                 bit + left * width, definition);
+        addNets(variable, type.element, indexed(name, int(type.left + i * step)), path,
+                bit + left * width, nets);
     }
-}
-
-void Layout::addVector(const QString &name, bool ranged, int left, int right, qint64 bit,
-                       Definition *definition) const
-{
-    Leaf leaf;
-    leaf.name = name;
-    leaf.isBus = ranged;
-    leaf.left = left;
-    leaf.right = right;
-    leaf.bit = bit;
-    definition->leafs.push_back(leaf);
-}
-
-void Layout::addExcluded(const QString &name, qint64 bit, Definition *definition) const
-{
-    addVector(name, false, 0, 0, bit, definition);
-    definition->marks[std::size_t(bit)] = MarkBoth;
 }
 
 } // namespace NETWEIR::Internal

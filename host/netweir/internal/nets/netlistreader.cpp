@@ -2,10 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "netlistreader.h"
 
+#include "definitionmarker.h"
+#include "instancemarker.h"
 #include "instancetree.h"
-#include "marks.h"
+#include "interfacebindings.h"
+#include "memories.h"
+#include "netliststamp.h"
+#include "pathresolver.h"
 
 #include <files/regularfile.h>
+#include <netweir/internal/xml/elaborateddesign.h>
 #include <netweir/netlistbuilder.h>
 #include <netweir/rtlnetlist.h>
 
@@ -30,23 +36,6 @@ QString tr(const char *text)
     return QCoreApplication::translate("NETWEIR::NetlistReader", text);
 }
 
-/// Memories have to be known before variables get their places.
-void findMemories(ElaboratedDesign *design, const Layout &layout)
-{
-    for (Definition *definition : design->bottomUp()) {
-        for (const Occurrence &selection : definition->computedIndexes) {
-            forEachReference(selection, [&](const Reference &reference) {
-                if (reference.isHierarchical())
-                    return;
-                const Symbol symbol =
-                    definition->find(reference.scope, reference.node.attribute("name").value());
-                if (symbol.kind == Symbol::Kind::Variable)
-                    layout.addMemory(&definition->variables[std::size_t(symbol.index)], reference);
-            });
-        }
-    }
-}
-
 bool usesJtagPrimitive(const ElaboratedDesign &design)
 {
     for (const Definition *definition : design.bottomUp()) {
@@ -59,25 +48,50 @@ bool usesJtagPrimitive(const ElaboratedDesign &design)
     return false;
 }
 
-/// False when the design has too many bits or instances.
-bool buildInstances(ElaboratedDesign *design, NetlistBuilder *builder)
+/// Empty when a definition has too many bits.
+std::vector<PlacedDefinition> placeDefinitions(const ElaboratedDesign &design, const Layout &layout)
 {
-    const Layout layout(design->types());
-    InstanceTree instances(design, layout);
-    if (!instances.build())
-        return false;
-    findMemories(design, layout);
-    instances.findMemoriesElsewhere();
-    for (Definition *definition : design->bottomUp()) {
-        layout.placeVariables(definition);
-        if (definition->bits > MostBits)
-            return false;
+    auto placed = design.listByDefinition<PlacedDefinition>();
+    for (const Definition *definition : design.bottomUp()) {
+        PlacedDefinition &result = itemAt(placed, definition->number);
+        result = layout.place(*definition);
+        if (result.bits > MostBits)
+            return {};
     }
-    for (Definition *definition : design->bottomUp())
-        MarkReader(design, layout, definition).read();
-    if (!instances.markInstances())
+    return placed;
+}
+
+std::vector<MarkedDefinition> markDefinitions(const ElaboratedDesign &design, const Layout &layout,
+                                              const std::vector<PlacedDefinition> &placed)
+{
+    auto marked = design.listByDefinition<MarkedDefinition>();
+    for (const Definition *definition : design.bottomUp()) {
+        const PlacedDefinition &source = itemAt(placed, definition->number);
+        itemAt(marked, definition->number) =
+            DefinitionMarker(design, layout, marked, source).mark();
+    }
+    return marked;
+}
+
+/// False when the design has too many bits or instances.
+bool buildNetlist(const ElaboratedDesign &design, NetlistBuilder *builder)
+{
+    InstanceTree tree;
+    if (!tree.build(design.top()))
         return false;
-    instances.stamp(builder);
+    const InterfaceBindings bindings = bindInterfaces(design, tree);
+    const PathResolver paths(design.types(), tree, bindings);
+    const Memories memories = findMemories(design, tree, paths);
+    const Layout layout(design.types(), memories);
+    const std::vector<PlacedDefinition> placed = placeDefinitions(design, layout);
+    if (placed.empty())
+        return false;
+    const std::vector<MarkedDefinition> marked = markDefinitions(design, layout, placed);
+    InstanceMarks marks;
+    if (!marks.fill(tree, marked))
+        return false;
+    InstanceMarker({design, tree, bindings, paths, layout, marked}, &marks).mark();
+    stampNetlist(tree, placed, marks, builder);
     return true;
 }
 
@@ -109,8 +123,7 @@ bool parse(const QString &xmlPath, qint64 limit, QByteArray *text, pugi::xml_doc
         return false;
     }
     ReadGuard::checkNow();
-    const pugi::xml_parse_result parsed =
-        document->load_buffer_inplace(text->data(), std::size_t(text->size()));
+    const pugi::xml_parse_result parsed = document->load_buffer_inplace(text->data(), text->size());
     if (parsed)
         return true;
     ReadGuard::checkNow();
@@ -129,9 +142,9 @@ std::unique_ptr<RtlNetlist> read(const QString &xmlPath, const ReadOptions &opti
     ElaboratedDesign design;
     if (!design.read(document, options, QFileInfo(xmlPath).absolutePath(), error))
         return nullptr;
-    NetlistBuilder builder(design.top()->sourceName);
+    NetlistBuilder builder(design.top().sourceName);
     builder.setUsesJtagPrimitive(usesJtagPrimitive(design));
-    if (buildInstances(&design, &builder))
+    if (buildNetlist(design, &builder))
         return builder.take();
     *error = tr("The design is too large to be read.");
     return nullptr;

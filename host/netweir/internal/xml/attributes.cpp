@@ -10,11 +10,6 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-bool startsWith(std::string_view text, std::string_view beginning)
-{
-    return text.substr(0, beginning.size()) == beginning;
-}
-
 /// Decodes the escape at the beginning of @p text and returns its length, 0 when there is none.
 std::size_t decodeEscape(std::string_view text, char *decoded)
 {

@@ -11,6 +11,9 @@
 
 namespace NETWEIR::Internal {
 
+/// Begins the names of positional pins, and of ports whose entry in the list is empty.
+constexpr std::string_view PinNumber = "__pinNumber";
+
 /// The user's spelling of a name in the elaborator's own encoding: "a__02fb" is "a/b",
 /// "g__BRA__0__KET__" is "g[0]".
 QString decodedName(std::string_view encoded);
@@ -30,6 +33,16 @@ std::optional<std::pair<int, int>> declaredRange(const pugi::xml_node &node);
 inline std::string_view attribute(const pugi::xml_node &node, const char *name)
 {
     return node.attribute(name).value();
+}
+
+inline bool is(const pugi::xml_node &node, std::string_view tag)
+{
+    return tag == node.name();
+}
+
+inline bool startsWith(std::string_view text, std::string_view beginning)
+{
+    return text.substr(0, beginning.size()) == beginning;
 }
 
 inline QString toQString(std::string_view text)

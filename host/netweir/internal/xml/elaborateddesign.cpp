@@ -3,10 +3,14 @@
 #include "elaborateddesign.h"
 
 #include "attributes.h"
+#include "definitionreader.h"
 
 #include <netweir/internal/ground/readguard.h>
 
 #include <QCoreApplication>
+
+#include <algorithm>
+#include <functional>
 
 namespace NETWEIR::Internal {
 
@@ -17,24 +21,11 @@ QString tr(const char *text)
     return QCoreApplication::translate("NETWEIR::NetlistReader", text);
 }
 
-/// The name by which instances refer to the definition. The XML has it decoded only, where two
-/// different ones may look the same; the part behind the source name is never encoded.
-std::string rawNameOf(const pugi::xml_node &node)
-{
-    const std::string_view encoded = attribute(node, "origName");
-    const QByteArray decoded = decodedName(encoded).toUtf8();
-    const std::string_view name = attribute(node, "name");
-    std::string raw(encoded);
-    if (name.size() > std::size_t(decoded.size()))
-        raw += name.substr(std::size_t(decoded.size()));
-    return raw;
-}
-
 /// Arguments of a routine in order, true for those that it writes.
 std::vector<bool> argumentsOf(const pugi::xml_node &routine)
 {
     std::vector<bool> arguments;
-    bool isReturnValue = std::string_view(routine.name()) == "func";
+    bool isReturnValue = is(routine, "func");
     for (const pugi::xml_node &variable : routine.children("var")) {
         ReadGuard::check();
         const std::string_view direction = attribute(variable, "dir");
@@ -60,30 +51,24 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
     m_types.read(netlist.child("typetable"));
     for (const pugi::xml_node &node : netlist.children()) {
         ReadGuard::check();
-        const std::string_view tag = node.name();
-        if (tag == "package")
+        if (is(node, "package"))
             addPackage(node);
-        else if (tag == "module" || tag == "iface" || tag == "primitive")
+        else if (is(node, "module") || is(node, "iface") || is(node, "primitive"))
             addDefinition(node, options);
     }
-    if (!m_top) {
+    readDefinitions(options);
+    if (!findTop(options.topIsWrapped)) {
         *error = tr("The elaborated design holds no top module.");
         return false;
-    }
-    linkInstances();
-    if (options.topIsWrapped) {
-        if (m_top->instances.size() != 1 || !m_top->instances.front().definition) {
-            *error = tr("The elaborated design holds no top module.");
-            return false;
-        }
-        m_top = m_top->instances.front().definition;
     }
     return sortBottomUp(error);
 }
 
-bool ElaboratedDesign::isPackageVariable(std::string_view name) const
+/// A name that a package and the module share means the one of the package behind "::" only.
+bool ElaboratedDesign::isToPackage(const Reference &reference) const
 {
-    return m_packageVariables.count(name) > 0;
+    return m_packageVariables.count(reference.name()) > 0 &&
+           m_sources.textBefore(attribute(reference.node, "loc"), 1).trimmed().endsWith("::");
 }
 
 std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definition,
@@ -92,7 +77,7 @@ std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definitio
     const std::string_view name = attribute(call.node, "name");
     const Symbol symbol = definition.find(call.scope, name);
     if (symbol.kind == Symbol::Kind::Routine)
-        return argumentsOf(definition.routines[std::size_t(symbol.index)]);
+        return argumentsOf(itemAt(definition.routines, symbol.index));
 
     // A routine of a package, an interface or another instance: only its name is known. Where
     // several have it, an argument counts as written when any writes it.
@@ -102,8 +87,8 @@ std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definitio
         ReadGuard::check();
         const std::vector<bool> arguments = argumentsOf(routine->second);
         written.resize(std::max(written.size(), arguments.size()));
-        for (std::size_t i = 0; i < arguments.size(); ++i)
-            written[i] = written[i] || arguments[i];
+        std::transform(arguments.begin(), arguments.end(), written.begin(), written.begin(),
+                       std::logical_or<>());
     }
     return written;
 }
@@ -111,27 +96,8 @@ std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definitio
 void ElaboratedDesign::addDefinition(const pugi::xml_node &node, const ReadOptions &options)
 {
     auto definition = std::make_unique<Definition>();
-    definition->node = node;
-    definition->rawName = rawNameOf(node);
-    definition->sourceName = m_sources.nameOf(node);
-    if (options.unknownModules.contains(definition->sourceName))
-        definition->role = Definition::Role::Stub;
-    else if (options.primitiveModules.contains(definition->sourceName) ||
-             std::string_view(node.name()) == "primitive")
-        definition->role = Definition::Role::Primitive;
-    else if (std::string_view(node.name()) == "iface")
-        definition->role = Definition::Role::Interface;
-
-    DefinitionReader(definition.get(), m_types, &m_sources).read();
-    const QSet<QString> tied = options.tiedNets.value(definition->sourceName);
-    for (Variable &variable : definition->variables)
-        variable.isTied = tied.contains(variable.name);
-    definition->omittedWrites = options.omittedWrites.value(definition->sourceName);
-    for (const pugi::xml_node &routine : definition->routines)
-        m_routines.emplace(attribute(routine, "name"), routine);
-    if (node.attribute("topModule").as_int() == 1 && !m_top)
-        m_top = definition.get();
-    m_byRawName.emplace(definition->rawName, definition.get());
+    definition->number = countOf(m_definitions);
+    DefinitionReader::readHeading(node, options, m_sources, definition.get());
     m_definitions.push_back(std::move(definition));
 }
 
@@ -139,54 +105,73 @@ void ElaboratedDesign::addPackage(const pugi::xml_node &node)
 {
     for (const pugi::xml_node &member : node.children()) {
         ReadGuard::check();
-        const std::string_view tag = member.name();
-        if (tag == "var")
+        if (is(member, "var"))
             m_packageVariables.insert(attribute(member, "name"));
-        else if (tag == "func" || tag == "task")
+        else if (is(member, "func") || is(member, "task"))
             m_routines.emplace(attribute(member, "name"), member);
     }
 }
 
-void ElaboratedDesign::linkInstances()
+void ElaboratedDesign::readDefinitions(const ReadOptions &options)
 {
+    DefinitionNames names;
+    for (const auto &definition : m_definitions)
+        names.emplace(definition->rawName, definition.get());
     for (const auto &definition : m_definitions) {
-        for (InstanceItem &instance : definition->instances) {
-            const auto found = m_byRawName.find(attribute(instance.node, "defName"));
-            if (found != m_byRawName.end())
-                instance.definition = found->second;
-        }
+        DefinitionReader(m_types, m_sources, names, definition.get()).read(options);
+        for (const pugi::xml_node &routine : definition->routines)
+            m_routines.emplace(attribute(routine, "name"), routine);
     }
 }
 
+/// False when there is none. A top that wraps the design has it as its only instance.
+bool ElaboratedDesign::findTop(bool isWrapped)
+{
+    const auto isTop = [](const auto &definition) {
+        return definition->node.attribute("topModule").as_int() == 1;
+    };
+    const auto top = std::find_if(m_definitions.begin(), m_definitions.end(), isTop);
+    if (top == m_definitions.end())
+        return false;
+    m_top = top->get();
+    if (isWrapped)
+        m_top = m_top->instances.size() == 1 ? m_top->instances.front().definition : nullptr;
+    return m_top != nullptr;
+}
+
+/// False when a definition instantiates itself.
 bool ElaboratedDesign::sortBottomUp(QString *error)
 {
     enum State : char { New, Open, Done };
     struct Visit
     {
-        Definition *definition;
-        std::size_t next;
+        const Definition *definition;
+        std::vector<InstanceItem>::const_iterator next;
     };
-    std::unordered_map<const Definition *, State> states;
-    std::vector<Visit> path{{m_top, 0}};
-    states[m_top] = Open;
+    std::vector<State> states(m_definitions.size(), New);
+    std::vector<Visit> path;
+    const auto enter = [&](const Definition *definition) {
+        itemAt(states, definition->number) = Open;
+        path.push_back({definition, definition->instances.begin()});
+    };
+    enter(m_top);
     while (!path.empty()) {
         ReadGuard::check();
         Visit &visit = path.back();
-        if (visit.next == visit.definition->instances.size()) {
-            states[visit.definition] = Done;
+        if (visit.next == visit.definition->instances.end()) {
+            itemAt(states, visit.definition->number) = Done;
             m_bottomUp.push_back(visit.definition);
             path.pop_back();
             continue;
         }
-        Definition *used = visit.definition->instances[visit.next++].definition;
-        if (!used || states[used] == Done)
-            continue;
-        if (states[used] == Open) {
+        const Definition *used = visit.next++->definition;
+        const State state = used ? itemAt(states, used->number) : Done;
+        if (state == Open) {
             *error = tr("Module \"%1\" contains itself.").arg(used->sourceName);
             return false;
         }
-        states[used] = Open;
-        path.push_back({used, 0});
+        if (state == New)
+            enter(used);
     }
     return true;
 }

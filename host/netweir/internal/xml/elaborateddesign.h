@@ -13,24 +13,33 @@
 namespace NETWEIR::Internal {
 
 /// Everything that the XML says once, whatever is instantiated how often: types, definitions and
-/// the routines of packages. Refers into the document, which has to outlive it.
+/// the routines of packages.
+///
+/// Owns the definitions, which do not change after read(), and refers into the document, which has
+/// to outlive it. Time and memory are linear in the document.
 class ElaboratedDesign
 {
 public:
-    /// False when @p document is not of the expected form; @p error then says why.
+    /// False when @p document is not of the expected form; @p error then says why. Relative names
+    /// of source files count from @p folder.
     bool read(const pugi::xml_document &document, const ReadOptions &options, const QString &folder,
               QString *error);
 
     const TypeTable &types() const { return m_types; }
-    SourceTexts &sources() { return m_sources; }
-    Definition *top() const { return m_top; }
+    const Definition &top() const { return *m_top; }
 
-    /// Definitions below the top that it reaches, each after all that it instantiates.
-    const std::vector<Definition *> &bottomUp() const { return m_bottomUp; }
+    /// A default value for each definition, to be found under the number of that definition.
+    template <typename T>
+    std::vector<T> listByDefinition() const
+    {
+        return std::vector<T>(m_definitions.size());
+    }
 
-    /// True when a variable of a package has that name: a reference may mean it instead of one of
-    /// the module.
-    bool isPackageVariable(std::string_view name) const;
+    /// The top and the definitions that it reaches, each after all that it instantiates.
+    const std::vector<const Definition *> &bottomUp() const { return m_bottomUp; }
+
+    /// True when @p reference, made in a module, names a variable of a package.
+    bool isToPackage(const Reference &reference) const;
 
     /// For each argument of the routine that @p call in @p definition calls, in order, whether it
     /// is written. Empty when the routine is unknown.
@@ -39,17 +48,17 @@ public:
 private:
     void addDefinition(const pugi::xml_node &node, const ReadOptions &options);
     void addPackage(const pugi::xml_node &node);
-    void linkInstances();
+    void readDefinitions(const ReadOptions &options);
+    bool findTop(bool isWrapped);
     bool sortBottomUp(QString *error);
 
     TypeTable m_types;
     SourceTexts m_sources;
     std::vector<std::unique_ptr<Definition>> m_definitions;
-    std::unordered_map<std::string_view, Definition *> m_byRawName;
-    std::vector<Definition *> m_bottomUp;
+    std::vector<const Definition *> m_bottomUp;
     std::unordered_set<std::string_view> m_packageVariables;
     std::unordered_multimap<std::string_view, pugi::xml_node> m_routines;
-    Definition *m_top = nullptr;
+    const Definition *m_top = nullptr;
 };
 
 } // namespace NETWEIR::Internal

@@ -23,7 +23,7 @@ void SourceTexts::setFiles(const pugi::xml_node &files, const QString &folder)
         m_paths.insert(file.attribute("id").value(), toQString(attribute(file, "filename")));
 }
 
-QString SourceTexts::nameOf(const pugi::xml_node &node)
+QString SourceTexts::nameOf(const pugi::xml_node &node) const
 {
     const pugi::xml_attribute original = node.attribute("origName");
     const std::string_view encoded = (original ? original : node.attribute("name")).value();
@@ -38,7 +38,7 @@ QString SourceTexts::nameOf(const pugi::xml_node &node)
     return whole.startsWith(decodedName(encoded.substr(0, hash))) ? whole : name;
 }
 
-QByteArray SourceTexts::textAt(std::string_view location)
+QByteArray SourceTexts::textAt(std::string_view location) const
 {
     const Location place = parse(location);
     const QList<QByteArray> &lines = linesOf(place.file);
@@ -47,7 +47,7 @@ QByteArray SourceTexts::textAt(std::string_view location)
     return lines.at(place.line - 1).mid(place.column - 1, place.endColumn - place.column);
 }
 
-QByteArray SourceTexts::textBefore(std::string_view location, int lines)
+QByteArray SourceTexts::textBefore(std::string_view location, int lines) const
 {
     const Location place = parse(location);
     const QList<QByteArray> &all = linesOf(place.file);
@@ -73,7 +73,7 @@ SourceTexts::Location SourceTexts::parse(std::string_view location)
     return place;
 }
 
-const QList<QByteArray> &SourceTexts::linesOf(const QByteArray &file)
+const QList<QByteArray> &SourceTexts::linesOf(const QByteArray &file) const
 {
     const auto known = m_lines.constFind(file);
     if (known != m_lines.constEnd())

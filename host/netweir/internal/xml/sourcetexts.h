@@ -27,13 +27,13 @@ public:
     /// The name of @p node as the user wrote it, without the backslash of an escaped one; of a
     /// module without the parameter values that the elaborator adds. Names of more than 127
     /// characters are cut and hashed in the XML; the source has them whole.
-    QString nameOf(const pugi::xml_node &node);
+    QString nameOf(const pugi::xml_node &node) const;
 
     /// The text that the location "file,line,column,line,column" spans, within one line.
-    QByteArray textAt(std::string_view location);
+    QByteArray textAt(std::string_view location) const;
 
     /// At most @p lines lines of text before the location, up to its first character.
-    QByteArray textBefore(std::string_view location, int lines);
+    QByteArray textBefore(std::string_view location, int lines) const;
 
 private:
     struct Location
@@ -46,11 +46,11 @@ private:
     };
 
     static Location parse(std::string_view location);
-    const QList<QByteArray> &linesOf(const QByteArray &file);
+    const QList<QByteArray> &linesOf(const QByteArray &file) const;
 
     QString m_folder;
     QHash<QByteArray, QString> m_paths;
-    QHash<QByteArray, QList<QByteArray>> m_lines;
+    mutable QHash<QByteArray, QList<QByteArray>> m_lines; ///< Of the files read so far.
 };
 
 } // namespace NETWEIR::Internal

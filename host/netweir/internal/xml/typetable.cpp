@@ -62,10 +62,10 @@ void TypeTable::read(const pugi::xml_node &typeTable)
         }
     }
     for (const pugi::xml_node &node : typeTable.children()) {
-        readType(node, &m_types[std::size_t(typeOf(node, "id"))]);
+        readType(node, &itemAt(m_types, typeOf(node, "id")));
         ReadGuard::check();
         for (const pugi::xml_node &member : node.children("memberdtype"))
-            readType(member, &m_types[std::size_t(typeOf(member, "id"))]);
+            readType(member, &itemAt(m_types, typeOf(member, "id")));
     }
     m_types[0] = DataType();
 
@@ -138,15 +138,15 @@ void TypeTable::measure(int index, std::vector<char> *state)
     while (!path.empty()) {
         ReadGuard::check();
         const int current = path.back();
-        DataType &type = m_types[std::size_t(current)];
-        char &mark = (*state)[std::size_t(current)];
+        DataType &type = itemAt(m_types, current);
+        char &mark = itemAt(*state, current);
         const std::size_t before = path.size();
         if (mark == New) {
             mark = Open;
             for (const int part : partsOf(type)) {
-                if ((*state)[std::size_t(part)] == Open)
+                if (itemAt(*state, part) == Open)
                     type = DataType();
-                else if ((*state)[std::size_t(part)] == New)
+                else if (itemAt(*state, part) == New)
                     path.push_back(part);
             }
         }

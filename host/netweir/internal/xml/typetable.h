@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <netweir/internal/ground/itemat.h>
+
 #include <QtGlobal>
 
 #include <pugixml.hpp>
@@ -49,7 +51,7 @@ class TypeTable
 public:
     void read(const pugi::xml_node &typeTable);
 
-    const DataType &at(int type) const { return m_types[std::size_t(type)]; }
+    const DataType &at(int type) const { return itemAt(m_types, type); }
 
     /// The type that the attribute "dtype_id" of @p node names; an opaque one when it is unknown.
     int typeOf(const pugi::xml_node &node, const char *attributeName = "dtype_id") const;

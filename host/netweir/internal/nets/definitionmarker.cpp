@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "definitionmarker.h"
+
+#include "connectionbuilder.h"
+#include "omittedwrites.h"
+
+#include <netweir/internal/ground/readguard.h>
+#include <netweir/internal/xml/attributes.h>
+#include <netweir/internal/xml/elaborateddesign.h>
+#include <netweir/internal/xml/pinexpression.h>
+
+namespace NETWEIR::Internal {
+
+DefinitionMarker::DefinitionMarker(const ElaboratedDesign &design, const Layout &layout,
+                                   const std::vector<MarkedDefinition> &marked,
+                                   const PlacedDefinition &placed)
+    : m_design(design)
+    , m_marked(marked)
+    , m_placed(placed)
+    , m_definition(*placed.definition)
+    , m_bits(design, layout, placed)
+{
+}
+
+MarkedDefinition DefinitionMarker::mark()
+{
+    m_result.placed = &m_placed;
+    m_result.marks = itemsOf<Marks>(m_placed.bits);
+    markDeclarations();
+    markSupplies();
+    markOmitted();
+    for (const Occurrence &target : m_definition.writes)
+        markWrites(target, MarkDriver);
+    markCalls();
+    markPins();
+    return std::move(m_result);
+}
+
+void DefinitionMarker::markDeclarations()
+{
+    for (const PlacedNet &net : m_placed.nets) {
+        if (net.isExcluded)
+            itemAt(m_result.marks, net.bit) |= MarkBoth;
+    }
+    for (const PlacedVariable &placed : m_placed.variables) {
+        if (placed.variable->isDrivenByConstant)
+            markBits(placed.bits(), MarkDriver);
+        else if (placed.variable->isTied)
+            markBits(placed.bits(), MarkOut);
+    }
+}
+
+void DefinitionMarker::markSupplies()
+{
+    for (const Occurrence &supply : m_definition.supplies) {
+        forEachReference(supply, [this](const Reference &reference) {
+            const PlacedVariable *net =
+                reference.isHierarchical() ? nullptr : m_bits.netOf(reference);
+            if (net && attribute(net->variable->node, "loc") == attribute(reference.node, "loc"))
+                markBits(net->bits(), MarkBoth);
+        });
+    }
+}
+
+void DefinitionMarker::markOmitted()
+{
+    OmittedTargets targets = omittedTargetsOf(m_placed);
+    for (const BitRange &bits : targets.bits)
+        markBits(bits, MarkDriver);
+    m_result.omittedElsewhere = std::move(targets.elsewhere);
+}
+
+void DefinitionMarker::markCalls()
+{
+    for (const Occurrence &call : m_definition.calls) {
+        const std::vector<bool> written = m_design.writtenArguments(m_definition, call);
+        auto isWritten = written.begin();
+        for (const pugi::xml_node &argument : call.node.children("arg")) {
+            ReadGuard::check();
+            if (isWritten == written.end())
+                break;
+            if (*isWritten++)
+                markWrites({argument.first_child(), call.scope}, MarkDriver);
+        }
+    }
+}
+
+void DefinitionMarker::markWrites(const Occurrence &target, quint8 marks)
+{
+    forEachReference(target, [this, marks](const Reference &reference) {
+        if (reference.isHierarchical()) {
+            m_result.writesElsewhere.push_back(reference);
+            return;
+        }
+        m_bits.forEachRound(reference,
+                            [this, marks](const BitRange &range) { markBits(range, marks); });
+    });
+}
+
+void DefinitionMarker::markBits(const BitRange &range, quint8 marks)
+{
+    forEachBit(range, [this, marks](qint64 bit) { itemAt(m_result.marks, bit) |= marks; });
+}
+
+void DefinitionMarker::markPins()
+{
+    for (int item = 0; item < countOf(m_definition.instances); ++item) {
+        for (const pugi::xml_node &pin :
+             itemAt(m_definition.instances, item).node.children("port")) {
+            ReadGuard::check();
+            if (pin.first_child())
+                markPin(item, pin);
+        }
+    }
+}
+
+void DefinitionMarker::markPin(int item, const pugi::xml_node &pin)
+{
+    const InstanceItem &instance = itemAt(m_definition.instances, item);
+    const Definition *inner = instance.definition;
+    const Occurrence expression{pin.first_child(), instance.scope};
+    if (!inner || inner->role == Definition::Role::Stub) {
+        const Occurrence connected{connectedPart(expression.node), expression.scope};
+        if (isConnectable(connected.node))
+            markWrites(connected, MarkOut);
+        return;
+    }
+    const int port = inner->portOfPin(attribute(pin, "name"));
+    if (port >= 0)
+        markPort(item, port, expression);
+}
+
+/// What the instance drives outwards is a write; what may come from outside is a connection.
+void DefinitionMarker::markPort(int item, int port, const Occurrence &expression)
+{
+    const Definition &inner = *itemAt(m_definition.instances, item).definition;
+    const Variable &variable = itemAt(inner.variables, port);
+    if (variable.isInterfacePort)
+        return; // Bound to an instance already.
+    const bool isTwoWay =
+        variable.direction == Direction::Inout || variable.direction == Direction::Ref;
+    if (variable.direction == Direction::Output || (isTwoWay && !inner.isNode())) {
+        markWrites(expression, MarkDriver);
+    } else if (inner.isNode()) {
+        ConnectionBuilder builder(m_design.types(), m_bits, &m_result.connectedElsewhere);
+        m_result.connections.push_back(builder.connect(item, port, expression));
+        markDrivenWithin(m_result.connections.back());
+    }
+}
+
+/// A port of both directions that the instance drives from within is a driver here, and so is an
+/// input that the instance writes to. What only may drive, such as a pin of an unknown module, does
+/// not count behind an input.
+void DefinitionMarker::markDrivenWithin(const Connection &connection)
+{
+    const Definition &inner = *itemAt(m_definition.instances, connection.item).definition;
+    const MarkedDefinition &marked = itemAt(m_marked, inner.number);
+    const PlacedVariable &port = itemAt(marked.placed->variables, connection.port);
+    if (port.width == 0)
+        return;
+    const int driver = port.variable->direction == Direction::Input ? MarkWritten : MarkOut;
+    qint64 offset = 0;
+    for (const Segment &segment : connection.segments) {
+        for (qint64 i = 0; i < segment.width && segment.kind == Segment::Kind::Own; ++i) {
+            const quint8 marks = itemAt(marked.marks, port.bit + (offset + i) % port.width);
+            if (marks & driver)
+                itemAt(m_result.marks, segment.bit + i) |= quint8(MarkOut | (marks & MarkWritten));
+        }
+        offset += segment.width;
+    }
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "bitlocator.h"
+#include "markeddefinition.h"
+
+namespace NETWEIR::Internal {
+
+struct Definition;
+struct InstanceItem;
+
+/// Marks what drives the nets of a definition from within, once for all its instances: assignments,
+/// outputs of routines and instances, pins of stubs. What needs an instance to be known is listed:
+/// writes to other nodes and connections of ports.
+///
+/// Lives as long as the marking of one definition. Time is linear in its elements and bits.
+class DefinitionMarker
+{
+public:
+    /// All have to outlive this. @p marked, by number, holds the definitions of all instances.
+    DefinitionMarker(const ElaboratedDesign &design, const Layout &layout,
+                     const std::vector<MarkedDefinition> &marked, const PlacedDefinition &placed);
+
+    MarkedDefinition mark();
+
+private:
+    void markDeclarations();
+    void markSupplies();
+    void markOmitted();
+    void markCalls();
+    void markWrites(const Occurrence &target, quint8 marks);
+    void markBits(const BitRange &range, quint8 marks);
+    void markPins();
+    void markPin(int item, const pugi::xml_node &pin);
+    void markPort(int item, int port, const Occurrence &expression);
+    void markDrivenWithin(const Connection &connection);
+
+    const ElaboratedDesign &m_design;
+    const std::vector<MarkedDefinition> &m_marked;
+    const PlacedDefinition &m_placed;
+    const Definition &m_definition;
+    BitLocator m_bits;
+    MarkedDefinition m_result;
+};
+
+} // namespace NETWEIR::Internal

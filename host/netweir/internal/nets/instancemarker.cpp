@@ -1,0 +1,181 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "instancemarker.h"
+
+#include "instancetree.h"
+#include "interfacebindings.h"
+#include "layout.h"
+#include "markeddefinition.h"
+#include "pathresolver.h"
+
+#include <netweir/internal/ground/readguard.h>
+#include <netweir/internal/xml/elaborateddesign.h>
+
+#include <algorithm>
+
+namespace NETWEIR::Internal {
+
+InstanceMarker::InstanceMarker(const Sources &sources, InstanceMarks *marks)
+    : m_sources(sources)
+    , m_marks(marks)
+{
+}
+
+void InstanceMarker::mark()
+{
+    const int instances = m_sources.tree.size();
+    markTopPorts();
+    for (int instance = 0; instance < instances; ++instance) {
+        ReadGuard::check();
+        markWritesElsewhere(instance);
+        markOmittedElsewhere(instance);
+    }
+    for (const InterfaceBinding &binding : m_sources.bindings.all())
+        markModports(binding);
+    // Parents come first. Interfaces come before their siblings, whose ports may be connected to
+    // members of them.
+    for (int instance = 0; instance < instances; ++instance) {
+        ReadGuard::check();
+        markConnections(instance, true);
+        markConnections(instance, false);
+    }
+}
+
+/// Whatever a port of the top brings in is driven from outside.
+void InstanceMarker::markTopPorts()
+{
+    for (const PlacedVariable &placed : definitionOf(0).placed->variables) {
+        const Direction direction = placed.variable->direction;
+        if (direction != Direction::None && direction != Direction::Output)
+            markOut(0, placed.bits());
+    }
+}
+
+void InstanceMarker::markWritesElsewhere(int instance)
+{
+    for (const Reference &reference : definitionOf(instance).writesElsewhere) {
+        const Target target = targetOf(instance, reference);
+        if (target.instance >= 0)
+            markOut(target.instance, target.range);
+    }
+}
+
+void InstanceMarker::markOmittedElsewhere(int instance)
+{
+    for (const OmittedWrite &write : definitionOf(instance).omittedElsewhere) {
+        const InstanceVariable net = m_sources.paths.netAt({instance, 0}, write.path.toStdString(),
+                                                           write.name.toStdString());
+        if (net.instance >= 0)
+            markOut(net.instance, variableOf(net.instance, net.variable).bits());
+    }
+}
+
+/// What a modport gives as an output is driven by the instance that has the port.
+void InstanceMarker::markModports(const InterfaceBinding &binding)
+{
+    ReadGuard::check();
+    const PlacedVariable &port = variableOf(binding.instance, binding.port);
+    const DataType *type = m_sources.design.types().interfaceType(port.variable->type);
+    for (const int interface : binding.interfaces) {
+        if (type && interface >= 0)
+            markModport(interface, type->modport);
+    }
+}
+
+void InstanceMarker::markModport(int interface, std::string_view modport)
+{
+    const Definition &definition = m_sources.tree.definitionOf(interface);
+    const auto outputs = definition.modportOutputs.find(modport);
+    if (outputs == definition.modportOutputs.end())
+        return;
+    for (const std::string_view name : outputs->second) {
+        const Symbol symbol = definition.find(0, name);
+        if (symbol.kind == Symbol::Kind::Variable)
+            markOut(interface, variableOf(interface, symbol.index).bits());
+    }
+}
+
+void InstanceMarker::markConnections(int instance, bool toInterfaces)
+{
+    const Definition &definition = m_sources.tree.definitionOf(instance);
+    for (const Connection &connection : definitionOf(instance).connections) {
+        const InstanceItem &item = itemAt(definition.instances, connection.item);
+        if ((item.definition->role == Definition::Role::Interface) != toInterfaces)
+            continue;
+        ReadGuard::check(item.count());
+        for (qint64 position = 0; position < item.count(); ++position) {
+            const int child = m_sources.tree.childOf(instance, connection.item, position);
+            markConnection(instance, connection, child);
+        }
+    }
+}
+
+/// The port of a child is driven where what it is connected to is.
+void InstanceMarker::markConnection(int instance, const Connection &connection, int child)
+{
+    const PlacedVariable &port = variableOf(child, connection.port);
+    const qint64 count = m_sources.tree.itemOf(child).count();
+    qint64 first = 0; // Of an array, each instance gets its part.
+    if (connection.width == port.width * count)
+        first = (count - 1 - m_sources.tree.at(child).position) * port.width;
+    else if (connection.width != port.width)
+        return markOut(child, port.bits());
+
+    qint64 offset = 0;
+    quint8 *marks = m_marks->at(child, port.bit);
+    for (const Segment &segment : connection.segments) {
+        const qint64 begin = std::max(first, offset);
+        const qint64 end = std::min(first + port.width, offset + segment.width);
+        const quint8 *source = begin < end ? marksOf(instance, segment) : nullptr;
+        ReadGuard::check();
+        for (qint64 bit = begin; bit < end; ++bit) {
+            if (!source || (source[bit - offset] & MarkOut))
+                marks[bit - first] |= MarkOut;
+        }
+        offset += segment.width;
+    }
+}
+
+/// The marks of the bits of @p segment; null when all of them are driven.
+const quint8 *InstanceMarker::marksOf(int instance, const Segment &segment) const
+{
+    if (segment.kind == Segment::Kind::Driven)
+        return nullptr;
+    if (segment.kind == Segment::Kind::Own)
+        return m_marks->at(instance, segment.bit);
+    const Target target =
+        targetOf(instance, itemAt(definitionOf(instance).connectedElsewhere, segment.reference));
+    const bool isWithin = target.range.low + segment.width <= target.range.end;
+    return target.instance >= 0 && isWithin ? m_marks->at(target.instance, target.range.low)
+                                            : nullptr;
+}
+
+/// The bits that a hierarchical reference in @p instance takes.
+InstanceMarker::Target InstanceMarker::targetOf(int instance, const Reference &reference) const
+{
+    const InstanceVariable net =
+        m_sources.paths.netAt({instance, reference.scope}, reference.path(), reference.name());
+    if (net.instance < 0)
+        return {};
+    const IndexEvaluator indexes(m_sources.tree.definitionOf(instance), m_sources.design.types());
+    const PlacedVariable &placed = variableOf(net.instance, net.variable);
+    return {net.instance, m_sources.layout.locate(placed, reference, indexes)};
+}
+
+void InstanceMarker::markOut(int instance, const BitRange &range)
+{
+    quint8 *marks = m_marks->at(instance);
+    forEachBit(range, [marks](qint64 bit) { marks[bit] |= MarkOut; });
+}
+
+const MarkedDefinition &InstanceMarker::definitionOf(int instance) const
+{
+    return itemAt(m_sources.marked, m_sources.tree.definitionOf(instance).number);
+}
+
+const PlacedVariable &InstanceMarker::variableOf(int instance, int variable) const
+{
+    return itemAt(definitionOf(instance).placed->variables, variable);
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "bitrange.h"
+#include "instancemarks.h"
+
+#include <string_view>
+#include <vector>
+
+namespace NETWEIR::Internal {
+
+class ElaboratedDesign;
+class InterfaceBindings;
+class InstanceTree;
+class Layout;
+class PathResolver;
+struct Connection;
+struct InterfaceBinding;
+struct PlacedVariable;
+struct Reference;
+struct Segment;
+
+/// Completes the marks of the instances: ports of the top, writes to other nodes, modports, and
+/// what instances get from their parents through ports.
+///
+/// Lives as long as the marking of one design. Time is linear in the instances and their bits.
+class InstanceMarker
+{
+public:
+    /// What is known before; all of it has to outlive this. @p marked is by number.
+    struct Sources
+    {
+        const ElaboratedDesign &design;
+        const InstanceTree &tree;
+        const InterfaceBindings &bindings;
+        const PathResolver &paths;
+        const Layout &layout;
+        const std::vector<MarkedDefinition> &marked;
+    };
+
+    /// @p marks holds what the definitions tell.
+    InstanceMarker(const Sources &sources, InstanceMarks *marks);
+
+    void mark();
+
+private:
+    /// Bits of an instance; the instance is negative for none.
+    struct Target
+    {
+        int instance = -1;
+        BitRange range;
+    };
+
+    void markTopPorts();
+    void markOmittedElsewhere(int instance);
+    void markWritesElsewhere(int instance);
+    void markModports(const InterfaceBinding &binding);
+    void markModport(int interface, std::string_view modport);
+    void markConnections(int instance, bool toInterfaces);
+    void markConnection(int instance, const Connection &connection, int child);
+    const quint8 *marksOf(int instance, const Segment &segment) const;
+    Target targetOf(int instance, const Reference &reference) const;
+    void markOut(int instance, const BitRange &range);
+    const MarkedDefinition &definitionOf(int instance) const;
+    const PlacedVariable &variableOf(int instance, int variable) const;
+
+    const Sources m_sources;
+    InstanceMarks *m_marks;
+};
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "netliststamp.h"
+
+#include "instancemarks.h"
+#include "instancetree.h"
+#include "placeddefinition.h"
+
+#include <netweir/hierachy.h>
+#include <netweir/internal/xml/definition.h>
+#include <netweir/netlistbuilder.h>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+NetMarks netMarks(quint8 marks)
+{
+    return {bool(marks & MarkIn), bool(marks & MarkOut)};
+}
+
+void addNets(const std::vector<PlacedNet> &nets, const quint8 *marks, Hierachy *node,
+             NetlistBuilder *builder)
+{
+    std::vector<NetMarks> busMarks;
+    for (const PlacedNet &net : nets) {
+        if (!net.isBus) {
+            builder->addNet(node, net.name, netMarks(marks[net.bit]));
+            continue;
+        }
+        busMarks.clear();
+        for (qint64 bit = net.bit + net.width() - 1; bit >= net.bit; --bit)
+            busMarks.push_back(netMarks(marks[bit]));
+        builder->addBus(node, net.name, net.left, net.right, busMarks);
+    }
+}
+
+} // namespace
+
+void stampNetlist(const InstanceTree &tree, const std::vector<PlacedDefinition> &placed,
+                  const InstanceMarks &marks, NetlistBuilder *builder)
+{
+    std::vector<Hierachy *> nodes;
+    for (int instance = 0; instance < tree.size(); ++instance) {
+        const Definition &definition = tree.definitionOf(instance);
+        const int parent = tree.at(instance).parent;
+        nodes.push_back(parent < 0
+                            ? builder->top()
+                            : builder->addHierachy(itemAt(nodes, parent), tree.nameOf(instance),
+                                                   definition.sourceName));
+        addNets(itemAt(placed, definition.number).nets, marks.at(instance), nodes.back(), builder);
+    }
+}
+
+} // namespace NETWEIR::Internal

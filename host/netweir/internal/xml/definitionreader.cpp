@@ -1,0 +1,468 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "definitionreader.h"
+
+#include "attributes.h"
+#include "sourcetexts.h"
+#include "typetable.h"
+
+#include <netweir/internal/ground/itemat.h>
+#include <netweir/internal/ground/readguard.h>
+
+#include <algorithm>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+/// What the elaborator appends to the name of an interface instance to name a reference to it.
+constexpr std::string_view InterfaceReference = "__Viftop";
+constexpr std::string_view ToolMadeName = "__V";
+/// Begins the names of registers for values of former cycles: $past(), $rose() and the like.
+constexpr std::string_view FormerValue = "_Vpast_";
+bool endsWith(std::string_view text, std::string_view ending)
+{
+    return text.size() >= ending.size() && text.substr(text.size() - ending.size()) == ending;
+}
+
+bool contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+Direction directionOf(std::string_view text)
+{
+    if (text == "input")
+        return Direction::Input;
+    if (text == "output")
+        return Direction::Output;
+    if (text == "inout")
+        return Direction::Inout;
+    return text == "ref" || text == "const ref" ? Direction::Ref : Direction::None;
+}
+
+bool isOfInterface(const pugi::xml_node &variable)
+{
+    return attribute(variable, "vartype") == "ifaceref";
+}
+
+/// A continuous assignment of a constant is written as an "initial" at the end of the module, even
+/// when its target is in a generate scope; the variable then holds the constant as well. All parts
+/// of such an element have one location, which those of a user's never do.
+bool isMovedAssignment(const pugi::xml_node &initial)
+{
+    const pugi::xml_node assignment = initial.first_child();
+    return !assignment.next_sibling() && is(assignment, "assign") &&
+           is(assignment.first_child(), "const") && initial.attribute("loc") &&
+           attribute(initial, "loc") == attribute(assignment, "loc");
+}
+
+/// A net declared as "supply0" or "supply1" is written as an assignment whose parts all have the
+/// location of the declaration.
+bool isSupplyAssignment(const pugi::xml_node &assignment)
+{
+    const pugi::xml_node value = assignment.first_child();
+    const std::string_view location = attribute(assignment, "loc");
+    return assignment.child("strengthspec") && !location.empty() &&
+           attribute(value, "loc") == location &&
+           attribute(value.next_sibling(), "loc") == location;
+}
+
+/// The name by which instances refer to the definition. The XML has it decoded only, where two
+/// different ones may look the same; the part behind the source name is never encoded.
+std::string rawNameOf(const pugi::xml_node &node)
+{
+    const std::string_view encoded = attribute(node, "origName");
+    const std::string decoded = decodedName(encoded).toStdString();
+    const std::string_view name = attribute(node, "name");
+    std::string raw(encoded);
+    if (name.size() > decoded.size())
+        raw += name.substr(decoded.size());
+    return raw;
+}
+
+Definition::Role roleOf(const pugi::xml_node &node, const QString &sourceName,
+                        const ReadOptions &options)
+{
+    if (options.unknownModules.contains(sourceName))
+        return Definition::Role::Stub;
+    if (options.primitiveModules.contains(sourceName) || is(node, "primitive"))
+        return Definition::Role::Primitive;
+    return is(node, "iface") ? Definition::Role::Interface : Definition::Role::Module;
+}
+
+} // namespace
+
+void DefinitionReader::readHeading(const pugi::xml_node &node, const ReadOptions &options,
+                                   const SourceTexts &sources, Definition *definition)
+{
+    definition->node = node;
+    definition->rawName = rawNameOf(node);
+    definition->sourceName = sources.nameOf(node);
+    definition->role = roleOf(node, definition->sourceName, options);
+}
+
+DefinitionReader::DefinitionReader(const TypeTable &types, const SourceTexts &sources,
+                                   const DefinitionNames &names, Definition *definition)
+    : m_types(types)
+    , m_sources(sources)
+    , m_names(names)
+    , m_definition(definition)
+{
+}
+
+void DefinitionReader::read(const ReadOptions &options)
+{
+    m_definition->scopes.emplace_back();
+    m_levels.push_back({m_definition->node, 0, false});
+    pugi::xml_node node = m_definition->node.first_child();
+    while (node) {
+        ReadGuard::check();
+        const bool goesIn = enter(node) && node.first_child();
+        node = goesIn ? node.first_child() : leave(node);
+    }
+    numberPorts();
+
+    const QSet<QString> tied = options.tiedNets.value(m_definition->sourceName);
+    for (Variable &variable : m_definition->variables)
+        variable.isTied = tied.contains(variable.name);
+    m_definition->omittedWrites = options.omittedWrites.value(m_definition->sourceName);
+}
+
+enum class DefinitionReader::Tag {
+    Other,
+    Array,
+    Assignment,
+    Block,
+    Call,
+    Initial,
+    Instance,
+    Modport,
+    Process,
+    Pull,
+    Routine,
+    Skipped,
+    Variable,
+    MemoryFile,
+    WritesAll,
+    WritesFirst,
+    WritesSecond,
+};
+
+DefinitionReader::Tag DefinitionReader::tagOf(std::string_view name)
+{
+    static const std::unordered_map<std::string_view, Tag> tags = {
+        {"alias", Tag::WritesAll},
+        {"always", Tag::Process},
+        {"arraysel", Tag::Array},
+        {"assign", Tag::Assignment},
+        {"assigndly", Tag::Assignment},
+        {"assignforce", Tag::Assignment},
+        {"begin", Tag::Block},
+        {"class", Tag::Skipped},
+        {"clocking", Tag::Skipped},
+        {"contassign", Tag::Assignment},
+        {"fgets", Tag::WritesAll},
+        {"final", Tag::Process},
+        {"fopen", Tag::WritesFirst},
+        {"fopenmcd", Tag::WritesFirst},
+        {"fread", Tag::WritesAll},
+        {"fscanf", Tag::WritesAll},
+        {"func", Tag::Routine},
+        {"funcref", Tag::Call},
+        {"initial", Tag::Initial},
+        {"initialautomatic", Tag::Process},
+        {"initialstatic", Tag::Process},
+        {"instance", Tag::Instance},
+        {"modport", Tag::Modport},
+        {"property", Tag::Skipped},
+        {"pull", Tag::Pull},
+        {"rand", Tag::WritesFirst}, // The seed.
+        {"readmem", Tag::MemoryFile},
+        {"sequence", Tag::Skipped},
+        {"sformat", Tag::WritesSecond},
+        {"sscanf", Tag::WritesAll},
+        {"task", Tag::Routine},
+        {"taskref", Tag::Call},
+        {"typedef", Tag::Skipped},
+        {"valueplusargs", Tag::WritesSecond},
+        {"var", Tag::Variable},
+    };
+    const auto found = tags.find(name);
+    return found == tags.end() ? Tag::Other : found->second;
+}
+
+/// Takes note of @p node; true when its children are to be looked at too.
+bool DefinitionReader::enter(const pugi::xml_node &node)
+{
+    const Tag tag = tagOf(node.name());
+    if (tag == Tag::Initial && isMovedAssignment(node)) {
+        addConstantInput(node.first_child());
+        return false;
+    }
+    declare(tag, node);
+    use(tag, node);
+    return tag != Tag::Modport && tag != Tag::Pull && tag != Tag::Skipped && tag != Tag::Variable;
+}
+
+/// The element behind @p node and all within it, in the order of the document; null at the end.
+/// Closes levels on the way up.
+pugi::xml_node DefinitionReader::leave(pugi::xml_node node)
+{
+    for (; node != m_definition->node; node = node.parent()) {
+        if (m_levels.size() > 1 && level().node == node)
+            m_levels.pop_back();
+        if (node.next_sibling())
+            return node.next_sibling();
+    }
+    return {};
+}
+
+/// What opens a level or gives something a name.
+void DefinitionReader::declare(Tag tag, const pugi::xml_node &node)
+{
+    switch (tag) {
+    case Tag::Block:
+        return enterBlock(node);
+    case Tag::Initial:
+    case Tag::Process:
+        m_levels.push_back({node, level().scope, true});
+        return;
+    case Tag::Instance:
+        return addInstance(node);
+    case Tag::Modport:
+        return addModport(node);
+    case Tag::Routine:
+        return addRoutine(node);
+    case Tag::Variable:
+        return addVariable(node);
+    default:
+        return;
+    }
+}
+
+/// What writes to something, or reaches an array by a computed index.
+void DefinitionReader::use(Tag tag, const pugi::xml_node &node)
+{
+    switch (tag) {
+    case Tag::Array:
+        if (!is(node.first_child().next_sibling(), "const"))
+            m_definition->computedIndexes.push_back({node, level().scope});
+        return;
+    case Tag::Assignment:
+        return addAssignment(node);
+    case Tag::Call:
+        m_definition->calls.push_back({node, level().scope});
+        return;
+    case Tag::MemoryFile:
+        m_definition->computedIndexes.push_back({node.first_child().next_sibling(), level().scope});
+        return;
+    case Tag::WritesAll:
+        for (const pugi::xml_node &target : node.children())
+            addWrite(target);
+        return;
+    case Tag::Pull:
+    case Tag::WritesFirst:
+        return addWrite(node.first_child());
+    case Tag::WritesSecond:
+        return addWrite(node.first_child().next_sibling());
+    default:
+        return;
+    }
+}
+
+void DefinitionReader::enterBlock(const pugi::xml_node &node)
+{
+    if (level().isLocal) {
+        if (node.child("var"))
+            openScope(node, QString(), true);
+        return;
+    }
+    const std::string_view name = attribute(node, "name");
+    if (name.empty())
+        return;
+    // A loop leaves an empty block of its own name beside those of its rounds.
+    scope().symbols.emplace(name, Symbol{Symbol::Kind::Scope, countOf(m_definition->scopes)});
+    openScope(node, m_sources.nameOf(node) + QLatin1Char('.'), false);
+}
+
+void DefinitionReader::openScope(const pugi::xml_node &node, const QString &name, bool isLocal)
+{
+    NameScope opened;
+    opened.parent = level().scope;
+    opened.name = name;
+    m_levels.push_back({node, countOf(m_definition->scopes), isLocal});
+    m_definition->scopes.push_back(std::move(opened));
+}
+
+void DefinitionReader::addVariable(const pugi::xml_node &node)
+{
+    if (isInterfaceReference(node))
+        return;
+    Variable variable;
+    variable.name = m_sources.nameOf(node);
+    variable.node = node;
+    variable.scope = level().scope;
+    variable.type = m_types.typeOf(node);
+    variable.direction = directionOf(attribute(node, "dir"));
+    variable.pinNumber = node.attribute("pinIndex").as_int();
+    variable.isInterfacePort = isOfInterface(node) && !level().isLocal;
+    variable.isNet = isNet(variable);
+    variable.isDrivenByConstant = node.child("const") && variable.direction != Direction::Input;
+
+    scope().symbols.emplace(attribute(node, "name"),
+                            Symbol{Symbol::Kind::Variable, countOf(m_definition->variables)});
+    m_definition->variables.push_back(std::move(variable));
+}
+
+/// The elaborator declares a reference to each interface instance: another name for it.
+bool DefinitionReader::isInterfaceReference(const pugi::xml_node &node)
+{
+    if (!isOfInterface(node) || !endsWith(attribute(node, "origName"), InterfaceReference))
+        return false;
+    const std::string_view name = attribute(node, "name");
+    const Symbol instance = scope().find(name.substr(0, name.size() - InterfaceReference.size()));
+    if (instance.kind != Symbol::Kind::None)
+        scope().symbols.emplace(name, instance);
+    return true;
+}
+
+bool DefinitionReader::isNet(const Variable &variable) const
+{
+    const pugi::xml_node node = variable.node;
+    const bool isParameter = node.attribute("param") || node.attribute("localparam");
+    if (level().isLocal || isOfInterface(node) || isParameter)
+        return false;
+    const std::string_view encoded = attribute(node, "origName");
+    const bool isEmptyPort = variable.pinNumber > 0 && startsWith(encoded, PinNumber);
+    const bool isToolMade = contains(encoded, ToolMadeName) && !contains(encoded, HashedName);
+    if (isEmptyPort || isToolMade || startsWith(encoded, FormerValue))
+        return false;
+    const bool mayBeGenvar =
+        m_types.at(variable.type).isIntegerKeyword && variable.direction == Direction::None;
+    return !mayBeGenvar || !isGenvar(node);
+}
+
+void DefinitionReader::addInstance(const pugi::xml_node &node)
+{
+    InstanceItem instance;
+    instance.name = m_sources.nameOf(node);
+    instance.node = node;
+    instance.scope = level().scope;
+    if (const auto range = declaredRange(node)) {
+        instance.isArray = true;
+        instance.left = range->first;
+        instance.right = range->second;
+    }
+    const auto definition = m_names.find(attribute(node, "defName"));
+    if (definition != m_names.end())
+        instance.definition = definition->second;
+    if (instance.definition && instance.definition->isNode()) {
+        instance.firstChild = m_definition->childCount;
+        m_definition->childCount += instance.count();
+    }
+    scope().symbols.emplace(attribute(node, "name"),
+                            Symbol{Symbol::Kind::Instance, countOf(m_definition->instances)});
+    m_definition->instances.push_back(std::move(instance));
+}
+
+void DefinitionReader::addRoutine(const pugi::xml_node &node)
+{
+    scope().symbols.emplace(attribute(node, "name"),
+                            Symbol{Symbol::Kind::Routine, countOf(m_definition->routines)});
+    m_definition->routines.push_back(node);
+    openScope(node, QString(), true);
+}
+
+void DefinitionReader::addModport(const pugi::xml_node &node)
+{
+    std::vector<std::string_view> &outputs = m_definition->modportOutputs[attribute(node, "name")];
+    for (const pugi::xml_node &member : node.children("modportvarref")) {
+        if (attribute(member, "direction") == "out")
+            outputs.push_back(attribute(member, "name"));
+    }
+}
+
+/// The right side comes first.
+void DefinitionReader::addAssignment(const pugi::xml_node &node)
+{
+    const pugi::xml_node value = node.first_child();
+    // What a clocking block samples is no driver.
+    if (is(value, "sampled"))
+        return;
+    const pugi::xml_node target = value.next_sibling();
+    addWrite(target);
+    if (isSupplyAssignment(node))
+        m_definition->supplies.push_back({target, level().scope});
+}
+
+/// The constant of an input may be a default as well; the assignment tells them apart.
+void DefinitionReader::addConstantInput(const pugi::xml_node &assignment)
+{
+    const Symbol symbol = m_definition->find(0, attribute(assignment.last_child(), "name"));
+    if (symbol.kind != Symbol::Kind::Variable)
+        return;
+    Variable &variable = itemAt(m_definition->variables, symbol.index);
+    if (variable.direction == Direction::Input && variable.node.child("const"))
+        variable.isDrivenByConstant = true;
+}
+
+void DefinitionReader::addWrite(const pugi::xml_node &lvalue)
+{
+    if (lvalue)
+        m_definition->writes.push_back({lvalue, level().scope});
+}
+
+/// Interface ports carry no number of their own: they take the ones that the others leave free.
+void DefinitionReader::numberPorts()
+{
+    std::vector<int> &ports = m_definition->ports;
+    const int most = countOf(m_definition->variables);
+    const auto isFree = [&ports](int number) {
+        return number > countOf(ports) || itemAt(ports, number - 1) < 0;
+    };
+    const auto put = [&ports](int number, int variable) {
+        while (countOf(ports) < number)
+            ports.push_back(-1);
+        itemAt(ports, number - 1) = variable;
+    };
+    for (int i = 0; i < most; ++i) {
+        const int number = itemAt(m_definition->variables, i).pinNumber;
+        if (number > 0 && number <= most)
+            put(number, i);
+    }
+    int next = 1;
+    for (int i = 0; i < most; ++i) {
+        if (!itemAt(m_definition->variables, i).isInterfacePort)
+            continue;
+        while (!isFree(next))
+            ++next;
+        put(next, i);
+    }
+}
+
+/// A genvar is written like a variable of type "integer". The source tells them apart; where it
+/// cannot be read, one that nothing refers to is taken for a genvar, since nothing would be lost.
+bool DefinitionReader::isGenvar(const pugi::xml_node &node) const
+{
+    constexpr int LinesBack = 50;
+    QByteArray before = m_sources.textBefore(attribute(node, "loc"), LinesBack);
+    const int genvar = before.lastIndexOf("genvar");
+    const int integer = before.lastIndexOf("integer");
+    if (genvar >= 0 || integer >= 0)
+        return genvar > integer;
+
+    const std::string_view name = attribute(node, "name");
+    const pugi::xml_node reference = m_definition->node.find_node([name](const pugi::xml_node &n) {
+        ReadGuard::check();
+        return (is(n, "varref") || is(n, "varxref")) && attribute(n, "name") == name;
+    });
+    return !reference;
+}
+
+NameScope &DefinitionReader::scope()
+{
+    return itemAt(m_definition->scopes, level().scope);
+}
+
+} // namespace NETWEIR::Internal

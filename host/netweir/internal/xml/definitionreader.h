@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "definition.h"
+
+namespace NETWEIR::Internal {
+
+class SourceTexts;
+class TypeTable;
+
+/// The definitions of a design by their raw names, which are views into them.
+using DefinitionNames = std::unordered_map<std::string_view, const Definition *>;
+
+/// Fills a definition from its element of the XML: a single walk over the elements within, without
+/// recursion. Lives as long as the walk; owns nothing.
+class DefinitionReader
+{
+public:
+    /// Sets what can be said of the definition at @p node without its contents: names and role.
+    static void readHeading(const pugi::xml_node &node, const ReadOptions &options,
+                            const SourceTexts &sources, Definition *definition);
+
+    /// The headings of all definitions in @p names have to be read before.
+    DefinitionReader(const TypeTable &types, const SourceTexts &sources,
+                     const DefinitionNames &names, Definition *definition);
+
+    /// Sets all but the heading.
+    void read(const ReadOptions &options);
+
+private:
+    /// An element whose names live in a scope of their own, or in which declarations are local.
+    struct Level
+    {
+        pugi::xml_node node;
+        int scope = 0;
+        bool isLocal = false;
+    };
+
+    enum class Tag;
+
+    static Tag tagOf(std::string_view name);
+    bool enter(const pugi::xml_node &node);
+    pugi::xml_node leave(pugi::xml_node node);
+    void declare(Tag tag, const pugi::xml_node &node);
+    void use(Tag tag, const pugi::xml_node &node);
+    void enterBlock(const pugi::xml_node &node);
+    void openScope(const pugi::xml_node &node, const QString &name, bool isLocal);
+    void addVariable(const pugi::xml_node &node);
+    bool isInterfaceReference(const pugi::xml_node &node);
+    bool isNet(const Variable &variable) const;
+    bool isGenvar(const pugi::xml_node &node) const;
+    void addInstance(const pugi::xml_node &node);
+    void addRoutine(const pugi::xml_node &node);
+    void addModport(const pugi::xml_node &node);
+    void addAssignment(const pugi::xml_node &node);
+    void addConstantInput(const pugi::xml_node &assignment);
+    void addWrite(const pugi::xml_node &lvalue);
+    void numberPorts();
+    const Level &level() const { return m_levels.back(); }
+    NameScope &scope();
+
+    const TypeTable &m_types;
+    const SourceTexts &m_sources;
+    const DefinitionNames &m_names;
+    Definition *m_definition;
+    std::vector<Level> m_levels;
+};
+
+} // namespace NETWEIR::Internal
