@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <netweir/internal/xml/definition.h>
+#include <netweir/internal/xml/definitionreader.h>
 #include <netweir/internal/xml/sourcetexts.h>
+#include <netweir/internal/xml/typetable.h>
 
 #include <QRegularExpression>
 #include <QString>
@@ -80,8 +81,7 @@ public:
     {
         definition.node = m_document.append_child("module");
         appendElements(definition.node, members);
-        NETWEIR::Internal::SourceTexts sources;
-        NETWEIR::Internal::DefinitionReader(&definition, m_types, &sources).read();
+        NETWEIR::Internal::DefinitionReader(m_types, {}, {}, &definition).read({});
     }
 
     const NETWEIR::Internal::TypeTable &types() const { return m_types; }
