@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: The TARN Inserter authors
 # SPDX-License-Identifier: Apache-2.0
 
-# Settings shared by every target of the tree, and the functions that create targets.
+# Settings shared by all targets of the tree, and the functions that create targets.
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -14,7 +14,7 @@ set(CMAKE_AUTOUIC ON)
 set(CMAKE_AUTORCC ON)
 set(CMAKE_AUTOUIC_SEARCH_PATHS "${PROJECT_SOURCE_DIR}/forms")
 
-# The same layout in the build tree and in an installation, so that the workbench finds libraries,
+# The build tree and an installation have the same layout, so that the workbench finds libraries,
 # plug-ins and translations relative to itself in both.
 set(TARN_LIB_DIR "${CMAKE_INSTALL_LIBDIR}/tarn")
 set(TARN_PLUGIN_DIR "${TARN_LIB_DIR}/plugins")
@@ -22,8 +22,8 @@ set(TARN_DATA_DIR "${CMAKE_INSTALL_DATADIR}/tarn")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${TARN_LIB_DIR}")
 
-# QT_NO_KEYWORDS: a port's list of signals is named "signals". A host's headers may use keywords all
-# the same, see sdk/keywordson.h.
+# QT_NO_KEYWORDS, because the list of signals of a port is named "signals". The headers of a host
+# may still use keywords, see sdk/keywordson.h.
 add_compile_definitions(QT_NO_KEYWORDS QT_DEPRECATED_WARNINGS)
 if(NOT TARN_SDK_DIR)
     # The headers of another host may have been written for an older Qt.
@@ -39,7 +39,7 @@ if(TARN_SANITIZE)
     add_link_options(-fsanitize=${TARN_SANITIZE})
 endif()
 if(TARN_FUZZ)
-    # The fuzzer steers by what it covers in every library.
+    # The fuzzer is guided by the coverage of every library.
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 if(TARN_COVERAGE)
@@ -49,8 +49,9 @@ endif()
 
 # tarn_host_library(name HEADERS public.h... SOURCES file... [LINK target...] [PRIVATE_LINK target...])
 #
-# A shared library of the development host, one per namespace: target tarnhost_<name>, alias
-# TarnHost::<name>. HEADERS are the public headers, included as <name/header.h> and installed.
+# A shared library of the development host, one per namespace: the target tarnhost_<name> with the
+# alias TarnHost::<name>. HEADERS are the public headers; they are included as <name/header.h> and
+# installed.
 function(tarn_host_library name)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "HEADERS;SOURCES;LINK;PRIVATE_LINK")
     set(target tarnhost_${name})
@@ -73,8 +74,8 @@ endfunction()
 
 # tarn_plugin_part(name SOURCES file... [LINK target...])
 #
-# A static library with one folder of the plug-in: target tarn_<name>. The plug-in library and the
-# tests link it, so that no source is compiled twice. Includes are written <folder/header.h>.
+# A static library with one folder of the plug-in: the target tarn_<name>. The plug-in library and
+# the tests link it, so no source is compiled twice. Includes are written <folder/header.h>.
 function(tarn_plugin_part name)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
     add_library(tarn_${name} STATIC ${ARG_SOURCES})

@@ -5,7 +5,7 @@
 `ifndef PF_MACROS_SVH
 `define PF_MACROS_SVH
 
-// Words that the frame buffer of a lane holds; the project sets it for the device.
+// Size of the frame buffer of a lane in words; the project sets it for the device.
 `ifndef FRAME_WORDS
 `define FRAME_WORDS 64
 `endif

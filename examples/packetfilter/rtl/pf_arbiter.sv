@@ -3,7 +3,7 @@
 
 `include "pf_macros.svh"
 
-// Merges the lanes frame by frame, in turn. The number of the lane stands above the word.
+// Merges the lanes frame by frame, in turn. The lane number is in the bits above the word.
 module pf_arbiter
     import pf_pkg::*;
 #(
@@ -17,7 +17,7 @@ module pf_arbiter
 
     typedef logic [$clog2(LANES)-1:0] lane_t;
 
-    // An interface array takes constant indexes only: copied to vectors for the choice.
+    // An interface array needs constant indices, so it is copied to vectors for the selection.
     word_t            lane_data [LANES];
     logic [LANES-1:0] lane_last;
     logic [LANES-1:0] lane_mark;
@@ -36,7 +36,7 @@ module pf_arbiter
         assign in[n].ready   = busy && current == lane_t'(n) && out.ready;
     end
 
-    // The first waiting lane behind the one served last.
+    // The first waiting lane after the one served last.
     always_comb begin
         next = current;
         any  = 1'b0;

@@ -4,7 +4,7 @@
 `include "pf_macros.svh"
 
 // Stores frames until their verdict is known: a passed frame becomes readable as a whole, a dropped
-// one is taken back. A frame longer than the buffer is swallowed and dropped.
+// one is discarded. A frame longer than the buffer is consumed and dropped.
 module pf_frame_buffer
     import pf_pkg::*;
 #(

@@ -89,7 +89,7 @@ module pf_lane
         .dropped
     );
 
-    // Counters that stop at their end.
+    // Saturating counters.
     for (genvar e = 0; e < 2; e++) begin
         logic event_now;
 

@@ -3,8 +3,8 @@
 
 `include "pf_macros.svh"
 
-// Compares a header with all rules at once and reduces the verdicts in a tree, one register stage
-// a level. A frame that no rule matches and a runt are dropped.
+// Compares a header with all rules in parallel and reduces the verdicts in a tree, one register stage
+// per level. A frame that no rule matches is dropped, and so is a runt.
 module pf_matcher
     import pf_pkg::*;
     import pf_match_pkg::*;

@@ -10,7 +10,7 @@ package pf_pkg;
     typedef logic [DATA_WIDTH-1:0]  word_t;
     typedef logic [COUNT_WIDTH-1:0] count_t;
 
-    // What becomes of a frame. The lower value wins when several rules match.
+    // The verdict on a frame. The lower value wins when several rules match.
     typedef enum logic [1:0] {
         VERDICT_DROP = 2'd0,
         VERDICT_PASS = 2'd1,

@@ -30,7 +30,7 @@ module pf_top
     output logic                                    m_valid,
     input  logic                                    m_ready,
 
-    // Registers, one window a lane
+    // Registers, one window per lane
     input  logic [LANE_WIDTH-1:0]                   cfg_lane,
     input  logic [ADDR_WIDTH-1:0]                   cfg_addr,
     input  logic [31:0]                             cfg_wdata,
@@ -38,13 +38,13 @@ module pf_top
     output logic [31:0]                             cfg_rdata
 );
 
-    // Left open on purpose: a virtual I/O core drives it to hold lanes back.
+    // Left open on purpose: a virtual I/O core drives it to block lanes.
     wire [LANES-1:0] dbg_block;
 
     axis_if #(.WIDTH(DATA_WIDTH)) lane_in [LANES] ();
     axis_if #(.WIDTH(DATA_WIDTH)) lane_out [LANES] ();
 
-    // The lane number travels above the word.
+    // The lane number is in the bits above the word.
     axis_if #(.WIDTH(LANE_WIDTH + DATA_WIDTH)) merged ();
     axis_if #(.WIDTH(LANE_WIDTH + DATA_WIDTH)) leaving ();
 

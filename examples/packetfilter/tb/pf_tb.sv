@@ -41,7 +41,7 @@ module pf_tb;
 
     pf_top #(.LANES(LANES), .RULES(RULES)) dut (.*);
 
-    // The debug core's place.
+    // These take the place of the debug core.
     logic [LANES-1:0] probe_block = '0;
     logic             probe_force = 1'b0;
     logic [1:0]       probe_verdict = VERDICT_DROP;
@@ -63,7 +63,7 @@ module pf_tb;
     logic [15:0] rule_low [LANES][RULES];
     logic [15:0] rule_high [LANES][RULES];
 
-    // What each lane has to deliver: words from taken to added of its row.
+    // The expected words of each lane: from taken to added in its row.
     word_out_t expected [LANES][8192];
     int        added [LANES];
     int        taken [LANES];
@@ -269,14 +269,14 @@ module pf_tb;
         for (int l = 0; l < LANES; l++)
             expect_reg(l, 16, {16'(dropped[l]), 16'(passed[l])}, "counters");
 
-        // A frame as long as the buffer passes, a longer one is swallowed.
+        // A frame as long as the buffer passes, a longer one is dropped.
         send_frame(3, 16'h0001, 16'd1, 64);
         drain("the longest frame");
         send_frame(3, 16'h0001, 16'd1, 65);
         send_frame(3, 16'h0001, 16'd1, 3);
         drain("a frame longer than the buffer");
 
-        // A standing output holds the senders back and loses nothing.
+        // A stalled output blocks the senders and loses nothing.
         stall = 1'b1;
         fork
             burst(0, 40, 8);

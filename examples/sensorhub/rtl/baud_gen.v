@@ -3,8 +3,8 @@
 
 `default_nettype none
 
-// Sixteen pulses a bit for the serial receiver and transmitter. A phase accumulator keeps the mean
-// rate exact where the clock is no multiple of the rate.
+// Sixteen pulses per bit for the serial receiver and transmitter. A phase accumulator keeps the mean
+// rate exact when the clock is not a multiple of the rate.
 module baud_gen #(
     parameter CLOCK_HZ = 100000000,
     parameter BAUD     = 115200

@@ -4,7 +4,7 @@
 `include "hub_defs.vh"
 `default_nettype none
 
-// Answers a request with a frame of four bytes: start byte, status, data, CRC over the two between.
+// Answers a request with a frame of four bytes: start byte, status, data, CRC over these two.
 module frame_tx (
     input  wire       clk,
     input  wire       rst_n,

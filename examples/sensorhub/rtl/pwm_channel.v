@@ -3,8 +3,8 @@
 
 `default_nettype none
 
-// Pulse width modulator, 255 steps a period: duty 0 is always off, 255 always on. A new duty takes
-// effect at the start of a period, so that no pulse is cut.
+// Pulse width modulator, 255 steps per period: duty 0 is always off, 255 always on. A new duty takes
+// effect at the start of a period, so no pulse is cut.
 module pwm_channel (
     input  wire       clk,
     input  wire       rst_n,

@@ -51,7 +51,7 @@ module hub_tb;
         .locked    (locked)
     );
 
-    // The debug core's place.
+    // These take the place of the debug core.
     reg       probe_duty_force;
     reg [7:0] probe_duty;
     reg       probe_sample_force;
@@ -117,7 +117,7 @@ module hub_tb;
         end
     endtask
 
-    // Division of the message by the polynomial, bit by bit: written apart from the design's way.
+    // Bitwise division of the message by the polynomial, independent of the design's method.
     function [7:0] crc_of;
         input [23:0] message;
         input integer bits;

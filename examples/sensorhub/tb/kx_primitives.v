@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // Simulation models of the device primitives that the design uses. A synthesis project does not
-// hold them: the tool knows the primitives of its device.
+// contain them: the tool knows the primitives of its device.
 `timescale 1ns / 1ps
 
 module KX_IBUF (
