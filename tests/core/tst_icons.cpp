@@ -21,7 +21,7 @@ private Q_SLOTS:
 
 void TestIcons::initTestCase()
 {
-    // The linker drops a library of which nothing is used.
+    // The linker drops libraries that are not used.
     QVERIFY(!Core::ProjectManager::currentProject());
 }
 

@@ -81,7 +81,7 @@ private:
     {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    /// Closes @p view in the way of that name.
+    /// Closes @p view in the way that @p way names.
     static void close(TestView *view, const QString &way);
     static void addCloseWays();
 
@@ -288,7 +288,7 @@ void TestViewManager::closedViewIsWholeUntilTheEventLoop()
     QVERIFY(view->parentWidget());
     QCOMPARE(ViewManager::views(), QList<IView *>());
     QCOMPARE(ViewManager::activeView(), nullptr);
-    // Closing what is closed asks nobody.
+    // Closing a closed view does not ask.
     QVERIFY(ViewManager::closeView(view));
     view->close();
     view->parentWidget()->close();
@@ -371,7 +371,7 @@ void TestViewManager::closeAllClosesInOrderOfShowing()
     show(QStringLiteral("c"));
     area()->tabBar()->moveTab(2, 0);
     m_log.clear();
-    // A view that is opened meanwhile is asked too.
+    // A view that is opened in the meantime is asked too.
     m_onClosed = [this](IView *view) {
         if (view->windowTitle() == QLatin1String("a"))
             show(QStringLiteral("d"));
@@ -464,7 +464,7 @@ void TestViewManager::questionMayNest_data()
     addCloseWays();
 }
 
-/// The view's own question box spins an event loop in which somebody closes the view once more.
+/// The view's question box spins an event loop in which the view is closed once more.
 void TestViewManager::questionMayNest()
 {
     QFETCH(QString, way);

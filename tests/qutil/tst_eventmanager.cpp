@@ -16,7 +16,7 @@ using QUtil::IEvent;
 
 namespace {
 
-/// Writes its letter into a log and then does what the test wants.
+/// Writes its letter to a log and then runs the action of the test.
 class Recorder final : public QUtil::IEventHandler
 {
 public:
@@ -29,7 +29,7 @@ public:
     void handleIEvent(const IEvent *event) override
     {
         m_log->append(m_name + QLatin1Char(':') + event->name());
-        const auto action = then; // The recorder may die in it.
+        const auto action = then; // It may delete the recorder.
         if (action)
             action();
     }
@@ -278,7 +278,7 @@ void TestEventManager::manyHandlersTakeNoQuadraticTime()
         recorders.push_back(std::make_unique<Recorder>(QString(), &log));
         recorders.back()->join(QStringLiteral("E"));
     }
-    // The first kills all others: a list that shifts or searches would take minutes.
+    // The first deletes all others: linear removal would take minutes.
     recorders.front()->then = [&recorders] {
         for (size_t i = 1; i < recorders.size(); ++i)
             recorders[i].reset();

@@ -280,7 +280,7 @@ void TestDesignManager::libraryFoldersAreReadAnew()
     QVERIFY(!design()->setLibraryFolders({"/w/cells", "/more/../more/cells"}));
     QCOMPARE(log.take(), QStringList());
 
-    // What lies in one is a design source like a library file.
+    // A file in a library folder is a design source, like a library file.
     QCOMPARE(design()->getFileInfo("cells/a.v").type, int(VerilogFile));
     QCOMPARE(design()->getFileInfo("/more/cells/a.sv").type, int(SystemVerilogFile));
     QVERIFY(design()->getFileInfo("cells/a.v").enabled);

@@ -96,7 +96,7 @@ const QByteArray FullProject = R"({
 }
 )";
 
-/// Calls @p action as a user whom file permissions bind.
+/// Calls @p action as a user to whom file permissions apply.
 template <typename Action>
 void asOrdinaryUser(Action action)
 {
@@ -412,7 +412,7 @@ void TestProject::fullDiskKeepsOldFile()
     for (int i = 0; i < 5000; ++i)
         project.macros.append(QStringLiteral("M%1").arg(i));
 
-    // A limit on the size of files stops the write where a full disk would.
+    // A limit on file sizes stops the write like a full disk.
     rlimit former;
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
     rlimit small = former;
@@ -428,8 +428,8 @@ void TestProject::fullDiskKeepsOldFile()
     QCOMPARE(QDir(path("full")).entryList(QDir::Files | QDir::Hidden), QStringList("p.json"));
 }
 
-/// Whatever the bytes, the reader either refuses with a reason or gives a project that survives
-/// being written and read again.
+/// For any bytes, the reader either refuses with a reason or gives a project that stays the same
+/// when it is written and read again.
 void TestProject::survivesMutatedFiles()
 {
     std::mt19937 random(20);

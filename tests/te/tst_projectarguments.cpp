@@ -365,7 +365,7 @@ void TestProjectArguments::refusesFilesThatIncludeEachOther()
     QCOMPARE(
         collect({"-f", "x.f"}),
         QStringLiteral("~/y.f:1: the argument file ~/x.f includes itself or is nested too deeply"));
-    // Twice beside each other is no circle.
+    // Listing a file twice is not a circle.
     writeFile(m_dir.filePath("y.f"), "a.v");
     QCOMPARE(collect({"-f", "y.f", "-f", "x.f"}), QStringLiteral("~/a.v:2"));
 }
@@ -396,7 +396,7 @@ void TestProjectArguments::refusesEndlessLists()
              qPrintable(reason));
 }
 
-/// Whatever the text, the reader ends with a reason or a project; never both, never neither.
+/// For any text, the reader gives either a reason or a project.
 void TestProjectArguments::survivesRandomLists()
 {
     std::mt19937 random(7);

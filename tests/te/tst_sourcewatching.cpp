@@ -120,7 +120,7 @@ void TestSourceWatching::setDelays(int burst, int absence)
     m_delays[1]->setInterval(absence);
 }
 
-/// Waits for the next ones.
+/// Waits for the next reports.
 QStringList TestSourceWatching::nextReports()
 {
     const bool came = QTest::qWaitFor([this] { return !m_log->lines().isEmpty(); });
@@ -205,7 +205,7 @@ void TestSourceWatching::vanishedFileIsReportedOnceAndWhenItReturns()
         QVERIFY(QFile::remove(path("b.v")));
         QVERIFY(QFile::remove(path("a.v")));
         QCOMPARE(allReports(), both);
-        // It still belongs to the project, so that a view takes its event seriously.
+        // It still belongs to the project, so views react to its event.
         QVERIFY(m_design->getFileInfo(path("a.v")).enabled);
         writeFile(path("other.v"), QByteArray::number(i));
         QCOMPARE(allReports(), QStringList());
@@ -430,7 +430,7 @@ void TestSourceWatching::thousandsOfSourcesAreWatched()
     }
     QCOMPARE(nextReports(), expected);
 
-    // A change of everything, as a checkout of another branch makes it.
+    // All files change, as when another branch is checked out.
     for (const QString &name : qAsConst(names)) {
         QVERIFY(QFile::remove(path(name)));
         writeFile(path(name), "3");

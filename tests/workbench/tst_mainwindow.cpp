@@ -47,7 +47,7 @@ using Workbench::MainWindow;
 
 namespace {
 
-/// A view that closes only when it is told to.
+/// A view that closes only when the test allows it.
 class StubbornView : public Core::IView
 {
 public:

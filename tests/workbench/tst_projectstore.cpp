@@ -152,7 +152,7 @@ void TestProjectStore::foreignChangeIsNotOverwrittenSilently()
 void TestProjectStore::failedSaveAsksOnce()
 {
     open();
-    // The folder is gone, so that no file can be written into it.
+    // The folder is gone, so the file cannot be written.
     QVERIFY(QDir(m_dir->path()).removeRecursively());
     ModalScript::Box failure;
     failure.icon = QMessageBox::Critical;

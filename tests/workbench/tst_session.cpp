@@ -111,7 +111,7 @@ void TestSession::takesTheConfigurationOfTheProject()
     QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
 }
 
-/// A list in the form of other tools, for a design in several folders.
+/// A list written for other tools, for a design in several folders.
 void TestSession::opensTheDesignOfAList()
 {
     writeFile(path("soc/rtl/tiny.v"), R"(`include "width.vh"
@@ -177,7 +177,7 @@ void TestSession::worksWithLittleMemory()
     QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
 }
 
-/// The tool says more than the program can hold.
+/// The tool prints more than the program can store.
 void TestSession::tooLittleMemoryIsAnError()
 {
 #ifdef __SANITIZE_ADDRESS__
@@ -209,7 +209,7 @@ void TestSession::limitOfFileSizesIsAnError_data()
            "than is allowed (190 kB) and was ended.\n";
 }
 
-/// The session ends by itself, and not by the signal.
+/// The session ends by itself, not by the signal.
 void TestSession::limitOfFileSizesIsAnError()
 {
     QFETCH(QString, limit);

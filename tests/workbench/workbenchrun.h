@@ -8,21 +8,21 @@
 
 namespace TarnTest {
 
-/// What a run of the workbench left behind.
+/// The result of a run of the workbench.
 struct Run
 {
     int exitCode = -1; ///< -1: it crashed or did not end.
     QString output;
-    QString errors;   ///< Its own, without the remarks of the toolkit.
+    QString errors;   ///< Those of the workbench, without remarks of the toolkit.
     QString warnings; ///< About the design.
 };
 
-/// Surroundings in which the workbench runs.
+/// The environment of a run.
 struct Surroundings
 {
     QString platform = QStringLiteral("offscreen");
-    QString shellCommand;    ///< Run by the shell that then becomes the workbench: "ulimit -v 9".
-    QString temporaryFolder; ///< Empty for that of the test.
+    QString shellCommand;    ///< Runs before the workbench in its shell: "ulimit -v 9".
+    QString temporaryFolder; ///< Empty: the one of the test.
 };
 
 /// Runs the workbench at WORKBENCH without a display.

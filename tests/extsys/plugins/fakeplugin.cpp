@@ -6,14 +6,14 @@
 
 namespace {
 
-/// A library is its own world: it reports through the environment of the process.
+/// A plug-in library reports through the environment of the process, which it shares with the test.
 void note(const QByteArray &what)
 {
     const QByteArray line = QByteArray(FAKE_NAME) + ' ' + what + '\n';
     qputenv("TARN_FAKE_PLUGIN_LOG", qgetenv("TARN_FAKE_PLUGIN_LOG") + line);
 }
 
-/// Shows that code of the library ran at all.
+/// Shows that code of the library has run.
 struct LoadMark
 {
     LoadMark() { note("loaded"); }

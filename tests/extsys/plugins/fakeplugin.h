@@ -4,8 +4,8 @@
 
 #include <extsys/iplugin.h>
 
-/// The root object of one of the small plug-ins of this test. What it is called, what its metadata
-/// says and what it does is set by definitions of its target.
+/// The root object of the small plug-ins of this test. Compile definitions of each target set its
+/// name, metadata and behaviour.
 class FAKE_CLASS final : public ExtSys::IPlugin
 {
     Q_OBJECT

@@ -4,7 +4,7 @@
 
 #include <QObject>
 
-/// A root object with accepted metadata that is no ExtSys::IPlugin.
+/// A root object with accepted metadata that is not an ExtSys::IPlugin.
 class FirstPlugin final : public QObject
 {
     Q_OBJECT
