@@ -16,26 +16,31 @@ using QUtil::IEvent;
 
 namespace {
 
+const QString E = QStringLiteral("E");
+
 /// Writes its letter to a log and then runs the action of the test.
 class Recorder final : public QUtil::IEventHandler
 {
 public:
-    Recorder(const QString &name, QStringList *log)
+    /// Subscribes to @p events.
+    Recorder(const QString &name, QStringList *log, const QStringList &events = {E})
         : m_name(name)
         , m_log(log)
     {
+        for (const QString &event : events)
+            join(event);
     }
 
     void handleIEvent(const IEvent *event) override
     {
-        m_log->append(m_name + QLatin1Char(':') + event->name());
+        m_log->append(m_name + ':' + event->name());
         const auto action = then; // It may delete the recorder.
         if (action)
             action();
     }
 
-    void join(const QString &name) { EventManager::instance()->subscribe(this, name); }
-    void leave(const QString &name) { EventManager::instance()->unsubscribe(this, name); }
+    void join(const QString &event = E) { EventManager::instance()->subscribe(this, event); }
+    void leave(const QString &event = E) { EventManager::instance()->unsubscribe(this, event); }
 
     std::function<void()> then;
 
@@ -51,6 +56,7 @@ class TestEventManager : public TarnTest::TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void init();
     void eventCarriesNameAndValues();
     void handlersReceiveInOrderOfSubscription();
     void subscribingTwiceDeliversOnce();
@@ -67,114 +73,100 @@ private Q_SLOTS:
     void manyHandlersTakeNoQuadraticTime();
 
 private:
-    static void send(const QString &name) { EventManager::instance()->send(IEvent(name)); }
+    static void send(const QString &event) { EventManager::instance()->send(IEvent(event)); }
+    /// What the recorders write when the event is sent.
+    QStringList logOf(const QString &event = E)
+    {
+        m_log.clear();
+        send(event);
+        return m_log;
+    }
+
+    QStringList m_log;
 };
+
+void TestEventManager::init()
+{
+    TestCase::init();
+    m_log.clear();
+}
 
 void TestEventManager::eventCarriesNameAndValues()
 {
-    const IEvent event(QStringLiteral("E"), {{QStringLiteral("file"), QStringLiteral("a.v")}});
+    const IEvent event("E", {{"file", "a.v"}});
     QCOMPARE(event.name(), QStringLiteral("E"));
-    QCOMPARE(event.get(QStringLiteral("file")).toString(), QStringLiteral("a.v"));
-    QVERIFY(!event.get(QStringLiteral("type")).isValid());
+    QCOMPARE(event.get("file").toString(), QStringLiteral("a.v"));
+    QVERIFY(!event.get("type").isValid());
 }
 
 void TestEventManager::handlersReceiveInOrderOfSubscription()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    Recorder b(QStringLiteral("b"), &log);
-    Recorder c(QStringLiteral("c"), &log);
-    c.join(QStringLiteral("E"));
-    a.join(QStringLiteral("E"));
-    b.join(QStringLiteral("F"));
-    send(QStringLiteral("E"));
-    send(QStringLiteral("F"));
-    send(QStringLiteral("nobody"));
-    QCOMPARE(log, QStringList({"c:E", "a:E", "b:F"}));
+    Recorder a("a", &m_log, {});
+    Recorder b("b", &m_log, {"F"});
+    Recorder c("c", &m_log);
+    a.join();
+    QCOMPARE(logOf(E), QStringList({"c:E", "a:E"}));
+    QCOMPARE(logOf("F"), QStringList("b:F"));
+    QCOMPARE(logOf("nobody"), QStringList());
 }
 
 void TestEventManager::subscribingTwiceDeliversOnce()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    a.join(QStringLiteral("E"));
-    a.join(QStringLiteral("E"));
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList("a:E"));
-    a.leave(QStringLiteral("E"));
-    send(QStringLiteral("E"));
-    QCOMPARE(log.size(), 1);
+    Recorder a("a", &m_log, {E, E});
+    QCOMPARE(logOf(), QStringList("a:E"));
+    a.leave();
+    QCOMPARE(logOf(), QStringList());
 }
 
 void TestEventManager::leavingWithoutJoiningIsHarmless()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    Recorder b(QStringLiteral("b"), &log);
-    a.leave(QStringLiteral("E"));
-    b.join(QStringLiteral("E"));
-    a.leave(QStringLiteral("E"));
-    a.leave(QStringLiteral("never heard of"));
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList("b:E"));
+    Recorder a("a", &m_log, {});
+    a.leave();
+    Recorder b("b", &m_log);
+    a.leave();
+    a.leave("never heard of");
+    QCOMPARE(logOf(), QStringList("b:E"));
 }
 
 void TestEventManager::deadHandlersReceiveNothing()
 {
-    QStringList log;
-    auto a = std::make_unique<Recorder>(QStringLiteral("a"), &log);
-    a->join(QStringLiteral("E"));
-    a->join(QStringLiteral("F"));
-    a.reset();
-    send(QStringLiteral("E"));
-    send(QStringLiteral("F"));
-    QCOMPARE(log, QStringList());
+    Recorder("a", &m_log, {"E", "F"});
+    QCOMPARE(logOf(E), QStringList());
+    QCOMPARE(logOf("F"), QStringList());
 }
 
 void TestEventManager::lateJoinerMissesTheEventOfTheMoment()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    Recorder b(QStringLiteral("b"), &log);
-    a.join(QStringLiteral("E"));
-    a.then = [&b] { b.join(QStringLiteral("E")); };
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList("a:E"));
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList({"a:E", "a:E", "b:E"}));
+    Recorder a("a", &m_log);
+    Recorder b("b", &m_log, {});
+    a.then = [&b] { b.join(); };
+    QCOMPARE(logOf(), QStringList("a:E"));
+    QCOMPARE(logOf(), QStringList({"a:E", "b:E"}));
 }
 
 void TestEventManager::handlerThatLeavesAndComesBackIsLate()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    Recorder b(QStringLiteral("b"), &log);
-    a.join(QStringLiteral("E"));
-    b.join(QStringLiteral("E"));
+    Recorder a("a", &m_log);
+    Recorder b("b", &m_log);
     a.then = [&a, &b] {
-        a.leave(QStringLiteral("E"));
-        a.join(QStringLiteral("E"));
-        b.leave(QStringLiteral("E"));
-        b.join(QStringLiteral("E"));
+        for (Recorder *recorder : {&a, &b}) {
+            recorder->leave();
+            recorder->join();
+        }
     };
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList("a:E"));
+    QCOMPARE(logOf(), QStringList("a:E"));
 }
 
 void TestEventManager::leaverBeforeItsTurnReceivesNothing()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    Recorder b(QStringLiteral("b"), &log);
-    Recorder c(QStringLiteral("c"), &log);
-    for (Recorder *recorder : {&a, &b, &c})
-        recorder->join(QStringLiteral("E"));
+    Recorder a("a", &m_log);
+    Recorder b("b", &m_log);
+    Recorder c("c", &m_log);
     a.then = [&a, &b] {
-        a.leave(QStringLiteral("E"));
-        b.leave(QStringLiteral("E"));
+        a.leave();
+        b.leave();
     };
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList({"a:E", "c:E"}));
+    QCOMPARE(logOf(), QStringList({"a:E", "c:E"}));
 }
 
 void TestEventManager::handlersMayDieDuringDelivery_data()
@@ -200,91 +192,70 @@ void TestEventManager::handlersMayDieDuringDelivery()
 {
     QFETCH(QString, killer);
     QFETCH(QString, victims);
-    QFETCH(QStringList, expected);
 
-    QStringList log;
     std::map<QChar, std::unique_ptr<Recorder>> recorders;
-    for (const QChar name : QStringLiteral("abcd")) {
-        recorders[name] = std::make_unique<Recorder>(QString(name), &log);
-        recorders[name]->join(QStringLiteral("E"));
-    }
+    for (const QChar name : QStringLiteral("abcd"))
+        recorders[name] = std::make_unique<Recorder>(name, &m_log);
     recorders[killer.at(0)]->then = [&recorders, victims] {
         for (const QChar victim : victims)
             recorders[victim].reset();
     };
-    send(QStringLiteral("E"));
-    QCOMPARE(log, expected);
+    QTEST(logOf(), "expected");
 }
 
 void TestEventManager::nestedDeliveryReachesLateJoinersOnlyInside()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    Recorder b(QStringLiteral("b"), &log);
-    Recorder late(QStringLiteral("late"), &log);
-    a.join(QStringLiteral("E"));
-    b.join(QStringLiteral("E"));
+    Recorder a("a", &m_log);
+    Recorder b("b", &m_log);
+    Recorder late("late", &m_log, {});
     a.then = [&a, &late] {
         a.then = nullptr;
-        late.join(QStringLiteral("E"));
-        send(QStringLiteral("E"));
+        late.join();
+        send(E);
     };
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList({"a:E", "a:E", "b:E", "late:E", "b:E"}));
+    QCOMPARE(logOf(), QStringList({"a:E", "a:E", "b:E", "late:E", "b:E"}));
 }
 
 void TestEventManager::nestedDeathEndsTheOuterDeliveryToTheDead()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    auto b = std::make_unique<Recorder>(QStringLiteral("b"), &log);
-    auto c = std::make_unique<Recorder>(QStringLiteral("c"), &log);
-    Recorder d(QStringLiteral("d"), &log);
-    for (Recorder *recorder : {&a, b.get(), c.get(), &d})
-        recorder->join(QStringLiteral("E"));
+    Recorder a("a", &m_log);
+    auto b = std::make_unique<Recorder>("b", &m_log);
+    auto c = std::make_unique<Recorder>("c", &m_log);
+    Recorder d("d", &m_log);
     a.then = [&a, &b, &c] {
         a.then = nullptr;
         b->then = [&b, &c] {
             c.reset();
             b.reset();
         };
-        send(QStringLiteral("E"));
+        send(E);
     };
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList({"a:E", "a:E", "b:E", "d:E", "d:E"}));
+    QCOMPARE(logOf(), QStringList({"a:E", "a:E", "b:E", "d:E", "d:E"}));
 }
 
 void TestEventManager::joiningOtherNamesDuringDelivery()
 {
-    QStringList log;
-    Recorder a(QStringLiteral("a"), &log);
-    Recorder b(QStringLiteral("b"), &log);
-    a.join(QStringLiteral("E"));
-    b.join(QStringLiteral("E"));
+    Recorder a("a", &m_log);
+    Recorder b("b", &m_log);
     a.then = [&a] {
         for (int i = 0; i < 100; ++i)
             a.join(QStringLiteral("other %1").arg(i));
     };
-    send(QStringLiteral("E"));
-    QCOMPARE(log, QStringList({"a:E", "b:E"}));
+    QCOMPARE(logOf(), QStringList({"a:E", "b:E"}));
 }
 
 void TestEventManager::manyHandlersTakeNoQuadraticTime()
 {
     constexpr int Count = 100000;
-    QStringList log;
     std::vector<std::unique_ptr<Recorder>> recorders;
-    for (int i = 0; i < Count; ++i) {
-        recorders.push_back(std::make_unique<Recorder>(QString(), &log));
-        recorders.back()->join(QStringLiteral("E"));
-    }
+    for (int i = 0; i < Count; ++i)
+        recorders.push_back(std::make_unique<Recorder>(QString(), &m_log));
     // The first deletes all others: linear removal would take minutes.
     recorders.front()->then = [&recorders] {
         for (size_t i = 1; i < recorders.size(); ++i)
             recorders[i].reset();
     };
-    send(QStringLiteral("E"));
-    QCOMPARE(log.size(), 1);
+    QCOMPARE(logOf().size(), 1);
 }
 
 QTEST_APPLESS_MAIN(TestEventManager)

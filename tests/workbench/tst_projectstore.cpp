@@ -53,9 +53,18 @@ private:
 };
 
 namespace {
+
 const QByteArray Sample = R"({"version": 1, "sources": [{"file": "a.v"}],
                              "options": {"IncludePath": ["inc", "/abs"]}})";
+
+ModalScript::Box saveQuestion(const QString &project)
+{
+    return {QMessageBox::Question, "Save Project",
+            "Save the changes of the project \"" + project + "\"?",
+            QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QString()};
 }
+
+} // namespace
 
 void TestProjectStore::init()
 {
@@ -128,23 +137,19 @@ void TestProjectStore::closingSavesWhatIsPending()
 
 void TestProjectStore::foreignChangeIsNotOverwrittenSilently()
 {
-    ModalScript::Box box;
-    box.icon = QMessageBox::Question;
-    box.title = QStringLiteral("Project Changed");
-    box.text = QStringLiteral("The project file \"%1\" was changed by another program. "
-                              "Overwrite it?")
-                   .arg(path("p.json"));
-    box.buttons = QMessageBox::Yes | QMessageBox::No;
-
+    const ModalScript::Box question{QMessageBox::Question, "Project Changed",
+                                    "The project file \"" + path("p.json") +
+                                        "\" was changed by another program. Overwrite it?",
+                                    QMessageBox::Yes | QMessageBox::No, QString()};
     open();
     writeFile(path("p.json"), Sample + "\n");
-    m_script->expectBox(box, QMessageBox::No);
+    m_script->expectBox(question, QMessageBox::No);
     m_design->addFile("new.v");
     QTRY_COMPARE(m_script->problems(), QString());
     QCOMPARE(saved(), Sample + "\n");
     QVERIFY(m_store->isModified());
 
-    m_script->expectBox(box, QMessageBox::Yes);
+    m_script->expectBox(question, QMessageBox::Yes);
     QVERIFY(m_store->mayClose());
     QVERIFY(saved().contains("\"new.v\""));
 }
@@ -154,11 +159,10 @@ void TestProjectStore::failedSaveAsksOnce()
     open();
     // The folder is gone, so the file cannot be written.
     QVERIFY(QDir(m_dir->path()).removeRecursively());
-    ModalScript::Box failure;
-    failure.icon = QMessageBox::Critical;
-    failure.title = QStringLiteral("Error");
-    failure.text =
-        QStringLiteral("Cannot save the project %1: No such file or directory").arg(path("p.json"));
+    const ModalScript::Box failure{QMessageBox::Critical, "Error",
+                                   "Cannot save the project " + path("p.json") +
+                                       ": No such file or directory",
+                                   QMessageBox::Ok, QString()};
     m_script->expectBox(failure);
     m_design->addFile("new.v");
     QTRY_COMPARE(m_script->problems(), QString());
@@ -166,13 +170,8 @@ void TestProjectStore::failedSaveAsksOnce()
     runDueEvents();
     QVERIFY(m_store->isModified());
 
-    ModalScript::Box question;
-    question.icon = QMessageBox::Question;
-    question.title = QStringLiteral("Save Project");
-    question.text = QStringLiteral("Save the changes of the project \"p\"?");
-    question.buttons = QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel;
     m_script->expectBox(failure);
-    m_script->expectBox(question, QMessageBox::Cancel);
+    m_script->expectBox(saveQuestion("p"), QMessageBox::Cancel);
     QVERIFY(!m_store->mayClose());
 
     QVERIFY(QDir().mkpath(m_dir->path()));
@@ -203,12 +202,7 @@ void TestProjectStore::projectWithoutFileAsks()
     runDueEvents();
     QVERIFY(m_store->isModified());
 
-    ModalScript::Box question;
-    question.icon = QMessageBox::Question;
-    question.title = QStringLiteral("Save Project");
-    question.text = QStringLiteral("Save the changes of the project \"demo\"?");
-    question.buttons = QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel;
-    m_script->expectBox(question, QMessageBox::StandardButton(answer));
+    m_script->expectBox(saveQuestion("demo"), QMessageBox::StandardButton(answer));
     if (saves) {
         m_script->expectDialog("QFileDialog", "Save Project As", [](QDialog *dialog) {
             QMetaObject::invokeMethod(dialog, "accept");
