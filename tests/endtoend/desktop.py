@@ -50,64 +50,32 @@ class Image:
             for y in range(self.height)
         ]
 
-    def rows_with(self, colour, count):
-        """The rows that hold at least `count` adjoining pixels of `colour`, with the column."""
-        run_of_colour = bytes(colour) * count
-        found = []
-        for y, row in enumerate(self.rows):
-            at = row.find(run_of_colour)
-            if at >= 0:
-                found.append((y, at // 3))
-        return found
-
     def part(self, x, y, width, height):
         """The pixels of a rectangle, to be compared with those of another."""
         return [row[3 * x : 3 * (x + width)] for row in self.rows[y : y + height]]
 
-    def changed_box(self, other):
-        """Left, top, right and bottom of what differs from `other`, None when nothing does."""
-        rows = [y for y in range(self.height) if self.rows[y] != other.rows[y]]
-        if not rows:
-            return None
-        left, right = self.width, 0
-        for y in rows:
-            columns = [
-                x
-                for x in range(self.width)
-                if self.rows[y][3 * x : 3 * x + 3] != other.rows[y][3 * x : 3 * x + 3]
-            ]
-            left = min(left, columns[0])
-            right = max(right, columns[-1])
-        return left, rows[0], right, rows[-1]
-
 
 class Screen:
-    """Mouse, keys, windows and pixels of one X server."""
+    """Mouse, keys and pixels of one X server."""
 
-    def __init__(self, shots, pause=0.2):
-        """Waits `pause` seconds after an input; 0 suits who waits for what the input does."""
+    def __init__(self, shots):
         self.shots = shots
-        self.pause = pause
         self.count = 0
 
     def key(self, *keys):
         for key in keys:
             run("xdotool", "key", "--clearmodifiers", key)
-            time.sleep(self.pause)
 
     def type(self, text):
         run("xdotool", "type", "--delay", "5", text)
-        time.sleep(self.pause)
 
     def click(self, x, y, button=1, times=1, holding=()):
         """Clicks while the keys `holding` are down."""
         self.move(x, y)
-        time.sleep(self.pause)
         down = [word for key in holding for word in ("keydown", key)]
         up = [word for key in holding for word in ("keyup", key)]
         click = ["click", "--repeat", str(times), "--delay", "30", str(button)]
         run("xdotool", *down, *click, *up)
-        time.sleep(self.pause)
 
     def move(self, *path):
         """Moves the mouse to the points x, y, x, y... one after the other."""
@@ -120,22 +88,6 @@ class Screen:
     def button_up(self):
         run("xdotool", "mouseup", "1")
 
-    def titles(self):
-        found = subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--name", ".", "getwindowname", "%@"],
-            capture_output=True,
-            text=True,
-        )
-        return found.stdout.splitlines()
-
-    def wait_for_window(self, title):
-        wait_for(f'window "{title}"', lambda: title in self.titles())
-        time.sleep(0.3)  # until the window manager has given it the focus
-
-    def wait_for_no_window(self, title):
-        wait_for(f'end of window "{title}"', lambda: title not in self.titles())
-        time.sleep(0.3)
-
     def still(self):
         """The screen once nothing moves on it any more."""
 
@@ -143,7 +95,7 @@ class Screen:
             first = Image()
             time.sleep(0.4)
             second = Image()
-            return second if first.changed_box(second) is None else None
+            return second if first.rows == second.rows else None
 
         return wait_for("a screen at rest", unchanged)
 
@@ -153,15 +105,14 @@ class Screen:
 
 
 class Workbench:
-    """The application as a process and what it writes."""
+    """The application as a process, what it writes, and where it reports its widgets."""
 
     def __init__(self, program, files, scratch, plugins):
         self.log = scratch / "log"
         self.report = scratch / "report"
         environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_STYLE_OVERRIDE="Fusion")
-        if plugins:
-            environment["QT_PLUGIN_PATH"] = str(plugins)
-            environment["QT_QPA_GENERIC_PLUGINS"] = f"widgetreport:{self.report}"
+        environment["QT_PLUGIN_PATH"] = str(plugins)
+        environment["QT_QPA_GENERIC_PLUGINS"] = f"widgetreport:{self.report}"
         with open(self.log, "wb") as output:
             self.process = subprocess.Popen(
                 [program, *files],
@@ -213,18 +164,18 @@ def start_window_manager():
     return manager
 
 
-def drive(program, example, shots, job, **options):
+def drive(program, example, plugins, shots, story, suffixes=("json", "tarn")):
     """Like drive_in(), in a folder of its own that is gone afterwards."""
     with tempfile.TemporaryDirectory(prefix="tarn drive ") as scratch:
-        return drive_in(Path(scratch), program, example, shots, job, **options)
+        return drive_in(Path(scratch), program, example, plugins, shots, story, suffixes)
 
 
-def drive_in(scratch, program, example, shots, job, suffixes=("json", "tarn"), plugins=None):
-    """Runs job(screen, workbench, folder) with the workbench on a copy of the example in the folder
-    `scratch`, and says how that went. Returns the exit code.
+def drive_in(scratch, program, example, plugins, shots, story, suffixes=("json", "tarn")):
+    """Runs story(screen, workbench, folder).run() with the workbench on a copy of the example in
+    the folder `scratch`, and prints the outcome. Returns the exit code.
 
-    The workbench opens the files of the example with these suffixes. With a folder of Qt plug-ins
-    it reports its widgets: a job that waits for them needs no pauses."""
+    The workbench opens the files of the example with these suffixes. It finds the plug-in that
+    reports its widgets in the folder `plugins`."""
     shots = Path(shots)
     shots.mkdir(parents=True, exist_ok=True)
     for old in shots.glob("*.png"):
@@ -233,7 +184,7 @@ def drive_in(scratch, program, example, shots, job, suffixes=("json", "tarn"), p
         os.environ.pop(name, None)
 
     processes = [start_x_server()]
-    screen = Screen(shots, 0 if plugins else 0.2)
+    screen = Screen(shots)
     folder = scratch / Path(example).name
     shutil.copytree(example, folder)
     files = [folder / f"{folder.name}.{suffix}" for suffix in suffixes]
@@ -242,7 +193,7 @@ def drive_in(scratch, program, example, shots, job, suffixes=("json", "tarn"), p
         processes.append(start_window_manager())
         workbench = Workbench(program, files, scratch, plugins)
         processes.append(workbench.process)
-        job(screen, workbench, folder)
+        story(screen, workbench, folder).run()
     except Failure as failure:
         screen.shoot("failure")
         print(f"FAILED: {failure}; screenshots in {shots}")

@@ -53,11 +53,6 @@ class Job(Editor):
     def expect_saved(self):
         expect(self.file.read_bytes() == self.expected, "the expected content is saved")
 
-    def quit(self):
-        self.screen.key("ctrl+q")
-        wait_for("the end", lambda: self.workbench.process.poll() is not None)
-        expect(self.workbench.process.returncode == 0, "exit code 0")
-
 
 class SensorHub(Job):
     def run(self):
@@ -590,11 +585,7 @@ STORIES = {"sensorhub": SensorHub, "packetfilter": PacketFilter}
 
 def main(program, example, plugins, shots):
     story = STORIES[Path(example).name]
-
-    def job(*desktop):
-        story(*desktop).run()
-
-    return drive(program, example, shots, job, suffixes=["json"], plugins=plugins)
+    return drive(program, example, plugins, shots, story, suffixes=["json"])
 
 
 if __name__ == "__main__":

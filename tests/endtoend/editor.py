@@ -22,6 +22,7 @@ class Editor(Widgets):
         self.screen.key("Return")
         self.wait_for_window("New TARN Config File")
         self.screen.type(name)
+        self.find("editName", text=name)
         self.screen.shoot("wizard")
         self.screen.key("Return")
         self.wait_for_no_window("New TARN Config File")
@@ -51,6 +52,11 @@ class Editor(Widgets):
     def wait_for_tab(self, title):
         expect_soon("tabs", self.tabs, [title])
 
+    def quit(self):
+        self.screen.key("ctrl+q")
+        wait_for("the end", lambda: self.workbench.process.poll() is not None)
+        expect(self.workbench.process.returncode == 0, "exit code 0")
+
     def save(self, name):
         self.screen.key("ctrl+s")
         self.wait_for_tab(name)
@@ -69,6 +75,23 @@ class Editor(Widgets):
         self.wait_for_window(title)
         shown = self.find("qt_msgbox_label").text
         expect(shown == text, f'"{shown}" in the box')
+
+    # The list of cores
+
+    def choose_for_core(self, core, entry):
+        self.click_row("treeWidget", core, button=3)
+        self.press_entry(entry)
+
+    # Banners
+
+    def wait_for_banners(self, count):
+        wait_for(f"{count} banners", lambda: len(self.shown("TARN__ReloadBanner")) == count)
+
+    def answer_banner(self, answer):
+        self.wait_for_banners(1)
+        self.screen.shoot("banner")
+        self.press(text=answer)
+        self.wait_for_banners(0)
 
     # The page of the ports
 

@@ -14,6 +14,7 @@ import os
 import shutil
 import sys
 import tempfile
+from functools import partial
 from pathlib import Path
 
 sys.dont_write_bytecode = True  # The folder of the sources stays as it is.
@@ -91,15 +92,11 @@ class Tour(Editor):
         self.wait_for_no_window(title)
 
     def add_core(self, name):
-        self.click_row("treeWidget", "tarn_1", button=3)
-        self.press_entry("Add")
+        self.choose_for_core("tarn_1", "Add")
         self.row("treeWidget", name)
 
     def change_source(self, text):
         self.source.write_bytes(self.source.read_bytes() + text)
-
-    def wait_for_banners(self, count):
-        wait_for(f"{count} banners", lambda: len(self.shown("TARN__ReloadBanner")) == count)
 
     # The tour
 
@@ -257,11 +254,8 @@ def main(program, example, plugins, pictures):
     try:
         reading = SlowReading(scratch)
         reading.hold()
-
-        def tour(screen, workbench, folder):
-            Tour(screen, workbench, folder, reading, pictures).run()
-
-        return drive_in(scratch, program, example, Path("screenshots"), tour, plugins=plugins)
+        tour = partial(Tour, reading=reading, pictures=pictures)
+        return drive_in(scratch, program, example, plugins, "screenshots", tour)
     finally:
         shutil.rmtree(scratch)
 
