@@ -13,6 +13,37 @@
     </message>
 </context>
 <context>
+    <name>TARN::ConfigCheck</name>
+    <message>
+        <source>Tarn %1: </source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>At least one Probe In port or Probe Out port should be enabled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No synchronization clock specified</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The output probe synchronizes with user clock does not exist</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invalid user clock selected for output probe synchronization</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tarn_%1-&gt;Probe Out%2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>ERROR:Signal &quot;%1&quot; has multiple drivers(%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::InitialValueLine</name>
     <message>
         <source>Error</source>
@@ -567,34 +598,6 @@ Do you still want to keep it?</source>
     </message>
     <message>
         <source>Your settings contain some errors.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Tarn %1: </source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>At least one Probe In port or Probe Out port should be enabled</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>ERROR:Signal &quot;%1&quot; has multiple drivers(%2)</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>tarn_%1-&gt;Probe Out%2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>No synchronization clock specified</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The output probe synchronizes with user clock does not exist</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Invalid user clock selected for output probe synchronization</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -6,6 +6,7 @@
 #include "tarnoptionwidget.h"
 #include "tarnview.h"
 
+#include <model/configcheck.h>
 #include <model/linkchain.h>
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
@@ -196,54 +197,10 @@ void TarnViewPrivate::showCheckErrors(const QString &errors)
 
 bool TarnViewPrivate::check(QString *errors) const
 {
-    QStringList found;
-    Drivers drivers;
-    for (int position = 0; position < cores.size(); ++position) {
-        const TarnCore *core = cores.at(position);
-        const QString prefix = tr("Tarn %1: ").arg(core->index);
-        if (core->getAvailableProbeIns().isEmpty() && core->getAvailableProbeOuts().isEmpty())
-            found += prefix + tr("At least one Probe In port or Probe Out port should be enabled");
-        collectDrivers(position, &drivers);
-        const QString clockError = checkClock(core);
-        if (!clockError.isEmpty())
-            found += prefix + clockError;
-    }
-    for (auto it = drivers.cbegin(); it != drivers.cend(); ++it) {
-        // The comma at the end belongs to the message as scripts that read it know it.
-        if (it->size() > 1)
-            found += tr("ERROR:Signal \"%1\" has multiple drivers(%2)")
-                         .arg(it.key(), it->join(QStringLiteral(", ")) + QLatin1Char(','));
-    }
+    const QStringList found = checkConfig(cores, netlist.get());
     if (errors)
         *errors = found.join(QLatin1Char('\n'));
     return found.isEmpty();
-}
-
-void TarnViewPrivate::collectDrivers(int position, Drivers *drivers) const
-{
-    const QList<ProbeOut *> ports = cores.at(position)->getAvailableProbeOuts();
-    for (const ProbeOut *port : ports) {
-        // Names the core by its position where the prefix of the other messages has its index:
-        // both numbers are what readers of the messages expect.
-        const QString driver = tr("tarn_%1->Probe Out%2").arg(position).arg(port->index);
-        const QStringList bits = port->singleSignals();
-        for (const QString &bit : bits)
-            (*drivers)[bit] += driver;
-    }
-}
-
-QString TarnViewPrivate::checkClock(const TarnCore *core) const
-{
-    if (!core->syncUserClock)
-        return QString();
-    if (core->userClock.isEmpty())
-        return tr("No synchronization clock specified");
-    NETWEIR::RtlNet *net = netlist ? netlist->findNet(core->userClock) : nullptr;
-    if (!net)
-        return tr("The output probe synchronizes with user clock does not exist");
-    if (net->excludedForProbeIn())
-        return tr("Invalid user clock selected for output probe synchronization");
-    return QString();
 }
 
 void TarnViewPrivate::setNlsData(NETWEIR::RtlNetlist *newNetlist)

@@ -4,10 +4,8 @@
 
 #include <QByteArray>
 #include <QList>
-#include <QMap>
 #include <QObject>
 #include <QString>
-#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -27,7 +25,7 @@ class TarnView;
 
 namespace private_impl {
 
-/// The document behind a TarnView: file, cores and netlist, which it owns, and the check.
+/// The document behind a TarnView: file, cores and netlist. It owns all three.
 ///
 /// Its functions that show boxes run an event loop in which the view, and this object with it, can
 /// go away; they return false then.
@@ -58,8 +56,7 @@ public:
     /// Stores the pages, checks and writes the file.
     bool save();
 
-    /// Checks all cores against each other and against the netlist. @p errors, which may be null,
-    /// receives one line an error. Costs n log n in the driven bits.
+    /// checkConfig() of the document. @p errors, which may be null, receives one line an error.
     bool check(QString *errors) const;
 
     /// Watches filePath and, when it is a link, what it leads to and the links on the way; while
@@ -85,13 +82,6 @@ public:
     bool fileChangePending = false; ///< A change of the file is noticed and not answered yet.
 
 private:
-    /// The Probe Out ports that drive a bit, by the bit's name, sorted by UTF-16 code units.
-    using Drivers = QMap<QString, QStringList>;
-
-    /// Adds the bits that the core at list position @p position drives.
-    void collectDrivers(int position, Drivers *drivers) const;
-    /// What is wrong with the user clock of @p core, empty when nothing is.
-    QString checkClock(const TarnCore *core) const;
     void removeAt(int position);
     void showCheckErrors(const QString &errors);
     void watchFolderOf(const QString &path);

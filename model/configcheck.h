@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+namespace NETWEIR {
+class RtlNetlist;
+}
+
+namespace TARN {
+
+class TarnCore;
+
+/// What is wrong with the configuration of @p cores, one message an error: first the errors of each
+/// core, core by core, then the bits with several drivers, sorted by name. Clocks are looked up in
+/// @p netlist; without one no clock is found. Costs n log n in the driven bits.
+QStringList checkConfig(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist);
+
+} // namespace TARN
