@@ -6,46 +6,42 @@
 
 #include <QString>
 
-namespace TARN {
-
 /// What reader and writer of the configuration file have to agree on. The format is described in
-/// docs/file-format.md. The names are members so that they cost no allocation where they are used
-/// and no static object.
-struct ConfigFormat
-{
-    const QString root = QLatin1String(NODE_TARN_CONFIG);
-    const QString version = QLatin1String(NODE_VERSION);
-    const QString core = QStringLiteral("Core");
-    const QString probeIn = QStringLiteral("ProbeIn");
-    const QString probeOut = QStringLiteral("ProbeOut");
-    const QString signal = QStringLiteral("Signal");
-    const QString member = QStringLiteral("Member");
+/// docs/file-format.md. The names are QString, as the XML writer takes them: a file has millions.
+namespace TARN::ConfigFormat {
 
-    const QString index = QStringLiteral("index");
-    const QString module = QStringLiteral("module");
-    const QString userClock = QStringLiteral("userClock");
-    const QString syncUserClock = QStringLiteral("syncUserClock");
-    const QString initialValue = QStringLiteral("initialValue");
-    const QString name = QStringLiteral("name");
-    const QString displayName = QStringLiteral("displayName");
-    const QString kind = QStringLiteral("kind");
-    const QString enabled = QStringLiteral("enabled");
-    const QString usable = QStringLiteral("usable");
+inline const QString Root = QLatin1String(NODE_TARN_CONFIG);
+inline const QString Version = QLatin1String(NODE_VERSION);
+inline const QString Core = QStringLiteral("Core");
+inline const QString ProbeIn = QStringLiteral("ProbeIn");
+inline const QString ProbeOut = QStringLiteral("ProbeOut");
+inline const QString Signal = QStringLiteral("Signal");
+inline const QString Member = QStringLiteral("Member");
 
-    const QString yes = QStringLiteral("true");
-    const QString no = QStringLiteral("false");
-    const QString kindNet = QStringLiteral("net");
-    const QString kindBus = QStringLiteral("bus");
+inline const QString Index = QStringLiteral("index");
+inline const QString Module = QStringLiteral("module");
+inline const QString UserClock = QStringLiteral("userClock");
+inline const QString SyncUserClock = QStringLiteral("syncUserClock");
+inline const QString InitialValue = QStringLiteral("initialValue");
+inline const QString Name = QStringLiteral("name");
+inline const QString DisplayName = QStringLiteral("displayName");
+inline const QString Kind = QStringLiteral("kind");
+inline const QString Enabled = QStringLiteral("enabled");
+inline const QString Usable = QStringLiteral("usable");
 
-    const QString encoding = QStringLiteral("UTF-8");
-    const QString currentVersion = QStringLiteral("1.0");
+inline const QString Yes = QStringLiteral("true");
+inline const QString No = QStringLiteral("false");
+inline const QString KindNet = QStringLiteral("net");
+inline const QString KindBus = QStringLiteral("bus");
 
-    /// Elements inside each other, the root included.
-    static constexpr int MaximumDepth = 16;
-    /// Depth of the signals of a port; each level of members is one deeper.
-    static constexpr int SignalDepth = 4;
-    /// Of the whole file, in bytes.
-    static constexpr qint64 MaximumSize = 256 * 1024 * 1024;
-};
+inline const QString Encoding = QStringLiteral("UTF-8");
+inline const QString CurrentVersion = QStringLiteral("1.0");
 
-} // namespace TARN
+/// Elements inside each other, the root included.
+constexpr int MaximumDepth = 16;
+/// Depth of the signals of a port; each level of members is one deeper.
+constexpr int SignalDepth = 4;
+/// Of the whole file, in bytes.
+constexpr qint64 MaximumSize = 256 * 1024 * 1024;
+
+} // namespace TARN::ConfigFormat

@@ -22,6 +22,12 @@ QString shown(const QStringRef &text)
     return text.size() > Longest ? line + QStringLiteral("...") : line;
 }
 
+/// Two values of an attribute in a message.
+QString shown(const QString &one, const QString &other)
+{
+    return QStringLiteral("\"%1\", \"%2\"").arg(one, other);
+}
+
 } // namespace
 
 ConfigReader::ConfigReader(QIODevice *device)
@@ -43,7 +49,7 @@ bool ConfigReader::read()
     else
         readDocument();
     if (m_xml.hasError())
-        refuse(QString());
+        refuse(inputError());
     if (failed())
         m_cores.clear();
     return !failed();
@@ -63,17 +69,16 @@ void ConfigReader::readDocument()
 {
     if (!nextElement())
         return;
-    if (!isElement(m_format.root)) {
+    if (!isElement(ConfigFormat::Root)) {
         refuse(tr("The root element is \"%1\" instead of \"%2\". Choose a file that this program "
                   "has written.")
-                   .arg(shown(m_xml.qualifiedName()), m_format.root));
+                   .arg(shown(m_xml.qualifiedName()), ConfigFormat::Root));
         return;
     }
-    for (const QXmlStreamAttribute &attribute : attributes(QString()))
-        refuseAttribute(attribute);
+    refuseAttributes();
     readVersion();
     while (nextElement()) {
-        if (isElement(m_format.core))
+        if (isElement(ConfigFormat::Core))
             readCore();
         else
             refuseElement();
@@ -84,48 +89,47 @@ void ConfigReader::readDocument()
 
 void ConfigReader::readVersion()
 {
-    if (!nextElement() || !isElement(m_format.version)) {
+    if (!nextElement() || !isElement(ConfigFormat::Version)) {
         refuse(tr("The first element is not \"%1\". Add it, with the text \"%2\".")
-                   .arg(m_format.version, m_format.currentVersion));
+                   .arg(ConfigFormat::Version, ConfigFormat::CurrentVersion));
         return;
     }
-    for (const QXmlStreamAttribute &attribute : attributes(QString()))
-        refuseAttribute(attribute);
+    refuseAttributes();
     const QString text = m_xml.readElementText().simplified();
     --m_depth;
-    if (failed() || m_xml.hasError() || text == m_format.currentVersion)
+    if (failed() || m_xml.hasError() || text == ConfigFormat::CurrentVersion)
         return;
     const bool newer =
-        QVersionNumber::fromString(text) > QVersionNumber::fromString(m_format.currentVersion);
+        QVersionNumber::fromString(text) > QVersionNumber::fromString(ConfigFormat::CurrentVersion);
     const QString reason =
         newer ? tr("The file has the newer version \"%1\"; versions up to \"%2\" can be read. Use "
                    "a newer release of this program.")
               : tr("The file has the unknown version \"%1\" instead of \"%2\". Correct it.");
-    refuse(reason.arg(shown(QStringRef(&text)), m_format.currentVersion));
+    refuse(reason.arg(shown(QStringRef(&text)), ConfigFormat::CurrentVersion));
 }
 
 void ConfigReader::readCore()
 {
     auto core = std::make_unique<TarnCore>(0);
-    for (const QXmlStreamAttribute &attribute : attributes(m_format.index)) {
+    for (const QXmlStreamAttribute &attribute : attributes(ConfigFormat::Index)) {
         const QStringRef name = attribute.qualifiedName();
-        if (name == m_format.index)
+        if (name == ConfigFormat::Index)
             take(attribute, &core->index);
-        else if (name == m_format.module)
+        else if (name == ConfigFormat::Module)
             take(attribute, &core->module);
-        else if (name == m_format.userClock)
+        else if (name == ConfigFormat::UserClock)
             take(attribute, &core->userClock);
-        else if (name == m_format.syncUserClock)
+        else if (name == ConfigFormat::SyncUserClock)
             take(attribute, &core->syncUserClock);
         else
             refuseAttribute(attribute);
     }
     while (nextElement()) {
-        if (isElement(m_format.probeIn)) {
+        if (isElement(ConfigFormat::ProbeIn)) {
             auto port = std::make_unique<ProbeIn>();
             readPort(port.get(), nullptr);
             core->probeIns.append(port.release());
-        } else if (isElement(m_format.probeOut)) {
+        } else if (isElement(ConfigFormat::ProbeOut)) {
             auto port = std::make_unique<ProbeOut>();
             readPort(port.get(), &port->initialValue);
             core->probeOuts.append(port.release());
@@ -138,17 +142,17 @@ void ConfigReader::readCore()
 
 void ConfigReader::readPort(ProbeIn *port, QString *initialValue)
 {
-    for (const QXmlStreamAttribute &attribute : attributes(m_format.index)) {
+    for (const QXmlStreamAttribute &attribute : attributes(ConfigFormat::Index)) {
         const QStringRef name = attribute.qualifiedName();
-        if (name == m_format.index)
+        if (name == ConfigFormat::Index)
             take(attribute, &port->index);
-        else if (initialValue && name == m_format.initialValue)
+        else if (initialValue && name == ConfigFormat::InitialValue)
             take(attribute, initialValue);
         else
             refuseAttribute(attribute);
     }
     while (nextElement()) {
-        if (isElement(m_format.signal)) {
+        if (isElement(ConfigFormat::Signal)) {
             port->signals.append(SignalItem()); // NOLINT(clang-analyzer-*): never null
             readSignal(&port->signals.last());
         } else {
@@ -159,23 +163,23 @@ void ConfigReader::readPort(ProbeIn *port, QString *initialValue)
 
 void ConfigReader::readSignal(SignalItem *signal)
 {
-    for (const QXmlStreamAttribute &attribute : attributes(m_format.name)) {
+    for (const QXmlStreamAttribute &attribute : attributes(ConfigFormat::Name)) {
         const QStringRef name = attribute.qualifiedName();
-        if (name == m_format.name)
+        if (name == ConfigFormat::Name)
             take(attribute, &signal->name);
-        else if (name == m_format.displayName)
+        else if (name == ConfigFormat::DisplayName)
             take(attribute, &signal->displayName);
-        else if (name == m_format.kind)
+        else if (name == ConfigFormat::Kind)
             takeKind(attribute, &signal->kind);
-        else if (name == m_format.enabled)
+        else if (name == ConfigFormat::Enabled)
             take(attribute, &signal->enabled);
-        else if (name == m_format.usable)
+        else if (name == ConfigFormat::Usable)
             take(attribute, &signal->usable);
         else
             refuseAttribute(attribute);
     }
     while (nextElement()) {
-        if (isElement(m_format.member)) {
+        if (isElement(ConfigFormat::Member)) {
             signal->members.append(SignalItem());
             readSignal(&signal->members.last());
         } else {
@@ -222,16 +226,16 @@ bool ConfigReader::nextElement()
 void ConfigReader::checkEncoding()
 {
     const QStringRef encoding = m_xml.documentEncoding();
-    if (!encoding.isEmpty() && encoding.compare(m_format.encoding, Qt::CaseInsensitive) != 0)
+    if (!encoding.isEmpty() && encoding.compare(ConfigFormat::Encoding, Qt::CaseInsensitive) != 0)
         refuse(tr("The file declares the encoding \"%1\" instead of \"%2\". Convert it.")
-                   .arg(shown(encoding), m_format.encoding));
+                   .arg(shown(encoding), ConfigFormat::Encoding));
 }
 
 /// The attributes of the current element; refuses the element when it lacks @p required.
 QXmlStreamAttributes ConfigReader::attributes(const QString &required)
 {
     const QXmlStreamAttributes all = m_xml.attributes();
-    if (!required.isEmpty() && !all.hasAttribute(required))
+    if (!all.hasAttribute(required))
         refuse(tr("The element \"%1\" has no attribute \"%2\". Add it.")
                    .arg(shown(m_xml.qualifiedName()), required));
     return all;
@@ -251,20 +255,19 @@ void ConfigReader::take(const QXmlStreamAttribute &attribute, qint32 *number)
 
 void ConfigReader::take(const QXmlStreamAttribute &attribute, bool *flag)
 {
-    *flag = attribute.value() == m_format.yes;
-    if (!*flag && attribute.value() != m_format.no)
-        refuseValue(attribute, QStringLiteral("\"%1\", \"%2\"").arg(m_format.yes, m_format.no));
+    *flag = attribute.value() == ConfigFormat::Yes;
+    if (!*flag && attribute.value() != ConfigFormat::No)
+        refuseValue(attribute, shown(ConfigFormat::Yes, ConfigFormat::No));
 }
 
 void ConfigReader::takeKind(const QXmlStreamAttribute &attribute, int *kind)
 {
-    if (attribute.value() == m_format.kindNet)
+    if (attribute.value() == ConfigFormat::KindNet)
         *kind = SignalItem::Net;
-    else if (attribute.value() == m_format.kindBus)
+    else if (attribute.value() == ConfigFormat::KindBus)
         *kind = SignalItem::Bus;
     else
-        refuseValue(attribute,
-                    QStringLiteral("\"%1\", \"%2\"").arg(m_format.kindNet, m_format.kindBus));
+        refuseValue(attribute, shown(ConfigFormat::KindNet, ConfigFormat::KindBus));
 }
 
 /// Ends the reading: the first reason holds, and an error of the XML itself comes before it.
@@ -287,7 +290,7 @@ QString ConfigReader::inputError() const
         return tr("An element has more than %1 attributes. Remove it.")
             .arg(GuardedInput::MaximumAttributes);
     case GuardedInput::OtherEncoding:
-        return tr("The text is not encoded in %1. Convert it.").arg(m_format.encoding);
+        return tr("The text is not encoded in %1. Convert it.").arg(ConfigFormat::Encoding);
     case GuardedInput::Harmless:
         break;
     }
@@ -299,6 +302,13 @@ void ConfigReader::refuseElement()
 {
     refuse(tr("The element \"%1\" is not known in this place. Remove it.")
                .arg(shown(m_xml.qualifiedName())));
+}
+
+/// For elements that have none.
+void ConfigReader::refuseAttributes()
+{
+    for (const QXmlStreamAttribute &attribute : m_xml.attributes())
+        refuseAttribute(attribute);
 }
 
 void ConfigReader::refuseAttribute(const QXmlStreamAttribute &attribute)

@@ -26,7 +26,7 @@ struct SignalItem;
 /// read recursively down to ConfigFormat::MaximumDepth.
 class ConfigReader
 {
-    Q_DECLARE_TR_FUNCTIONS(TARN::TarnConfig)
+    Q_DECLARE_TR_FUNCTIONS(TARN::ConfigReader)
 
 public:
     /// @p device is open for reading, at its beginning, and outlives the reader.
@@ -63,10 +63,10 @@ private:
     void refuse(const QString &reason);
     QString inputError() const;
     void refuseElement();
+    void refuseAttributes();
     void refuseAttribute(const QXmlStreamAttribute &attribute);
     void refuseValue(const QXmlStreamAttribute &attribute, const QString &expected);
 
-    const ConfigFormat m_format;
     const qint64 m_size;
     GuardedInput m_input;
     QXmlStreamReader m_xml;

@@ -27,8 +27,8 @@ QByteArray ConfigWriter::content()
     m_xml.setAutoFormatting(true);
     m_xml.setAutoFormattingIndent(4);
     m_xml.writeStartDocument();
-    m_xml.writeStartElement(m_format.root);
-    m_xml.writeTextElement(m_format.version, m_format.currentVersion);
+    m_xml.writeStartElement(ConfigFormat::Root);
+    m_xml.writeTextElement(ConfigFormat::Version, ConfigFormat::CurrentVersion);
     for (const TarnCore *core : m_cores)
         writeCore(*core);
     m_xml.writeEndDocument();
@@ -91,15 +91,16 @@ bool ConfigWriter::checkText(const QString &text)
 
 void ConfigWriter::writeCore(const TarnCore &core)
 {
-    m_xml.writeStartElement(m_format.core);
-    m_xml.writeAttribute(m_format.index, QString::number(core.index));
-    m_xml.writeAttribute(m_format.module, core.module);
-    m_xml.writeAttribute(m_format.userClock, core.userClock);
-    m_xml.writeAttribute(m_format.syncUserClock, core.syncUserClock ? m_format.yes : m_format.no);
+    m_xml.writeStartElement(ConfigFormat::Core);
+    m_xml.writeAttribute(ConfigFormat::Index, QString::number(core.index));
+    m_xml.writeAttribute(ConfigFormat::Module, core.module);
+    m_xml.writeAttribute(ConfigFormat::UserClock, core.userClock);
+    m_xml.writeAttribute(ConfigFormat::SyncUserClock,
+                         core.syncUserClock ? ConfigFormat::Yes : ConfigFormat::No);
     for (const ProbeIn *port : core.probeIns)
-        writePort(m_format.probeIn, *port, nullptr);
+        writePort(ConfigFormat::ProbeIn, *port, nullptr);
     for (const ProbeOut *port : core.probeOuts)
-        writePort(m_format.probeOut, *port, &port->initialValue);
+        writePort(ConfigFormat::ProbeOut, *port, &port->initialValue);
     m_xml.writeEndElement();
 }
 
@@ -107,10 +108,10 @@ void ConfigWriter::writePort(const QString &element, const ProbeIn &port,
                              const QString *initialValue)
 {
     m_xml.writeStartElement(element);
-    m_xml.writeAttribute(m_format.index, QString::number(port.index));
+    m_xml.writeAttribute(ConfigFormat::Index, QString::number(port.index));
     if (initialValue)
-        m_xml.writeAttribute(m_format.initialValue, *initialValue);
-    writeSignals(m_format.signal, port.signals);
+        m_xml.writeAttribute(ConfigFormat::InitialValue, *initialValue);
+    writeSignals(ConfigFormat::Signal, port.signals);
     m_xml.writeEndElement();
 }
 
@@ -118,18 +119,19 @@ void ConfigWriter::writeSignals(const QString &element, const QList<SignalItem> 
 {
     for (const SignalItem &signal : list) {
         m_xml.writeStartElement(element);
-        m_xml.writeAttribute(m_format.name, signal.name);
+        m_xml.writeAttribute(ConfigFormat::Name, signal.name);
         if (!signal.displayName.isEmpty())
-            m_xml.writeAttribute(m_format.displayName, signal.displayName);
+            m_xml.writeAttribute(ConfigFormat::DisplayName, signal.displayName);
         if (signal.kind != SignalItem::Unset) {
-            m_xml.writeAttribute(m_format.kind, signal.kind == SignalItem::Bus ? m_format.kindBus
-                                                                               : m_format.kindNet);
+            m_xml.writeAttribute(ConfigFormat::Kind, signal.kind == SignalItem::Bus
+                                                         ? ConfigFormat::KindBus
+                                                         : ConfigFormat::KindNet);
         }
         if (!signal.enabled)
-            m_xml.writeAttribute(m_format.enabled, m_format.no);
+            m_xml.writeAttribute(ConfigFormat::Enabled, ConfigFormat::No);
         if (!signal.usable)
-            m_xml.writeAttribute(m_format.usable, m_format.no);
-        writeSignals(m_format.member, signal.members);
+            m_xml.writeAttribute(ConfigFormat::Usable, ConfigFormat::No);
+        writeSignals(ConfigFormat::Member, signal.members);
         m_xml.writeEndElement();
     }
 }

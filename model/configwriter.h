@@ -38,7 +38,6 @@ private:
     void writePort(const QString &element, const ProbeIn &port, const QString *initialValue);
     void writeSignals(const QString &element, const QList<SignalItem> &list);
 
-    const ConfigFormat m_format;
     const QList<TarnCore *> m_cores;
     QXmlStreamWriter m_xml;
     QString m_error;

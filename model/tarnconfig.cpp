@@ -19,40 +19,58 @@ namespace TARN {
 
 namespace {
 
-/// What is wrong with the file at @p path, as the user sees it.
-QString describe(const QString &path, const QString &reason)
+/// The one way into a file, so that check and reading always agree.
+class ConfigFile
 {
-    return QCoreApplication::translate("TARN::TarnConfig", "Can not read %1. %2")
-        .arg(QDir::toNativeSeparators(path), reason);
-}
+    Q_DECLARE_TR_FUNCTIONS(TARN::ConfigFile)
 
-QList<TarnCore *> readCores(const QString &path, QIODevice *device, QString *error)
-{
-    ConfigReader reader(device);
-    if (!reader.read())
-        *error = describe(path, reader.errorText());
-    return reader.takeCores();
-}
+public:
+    explicit ConfigFile(const QString &path)
+        : m_path(path)
+    {
+    }
 
-/// The one way into a file, so that check and read always agree. On failure @p error is filled.
-QList<TarnCore *> readCores(const QString &path, QString *error)
+    /// The cores; the caller owns them. On failure there are none, and errorText() tells why.
+    QList<TarnCore *> read();
+
+    QString errorText() const { return m_error; }
+
+private:
+    QList<TarnCore *> readFrom(QIODevice *device);
+    void refuse(const QString &reason);
+
+    QString m_path;
+    QString m_error;
+};
+
+QList<TarnCore *> ConfigFile::read()
 {
     QBuffer restored;
-    if (restoreFile(path, &restored.buffer())) {
+    if (restoreFile(m_path, &restored.buffer())) {
         restored.open(QIODevice::ReadOnly);
-        return readCores(path, &restored, error);
+        return readFrom(&restored);
     }
     QFile file;
     QString reason;
-    const Files::Access access = Files::openRegularFile(path, &file, &reason);
-    if (access != Files::Access::Granted) {
-        if (access != Files::Access::Failed)
-            reason = QCoreApplication::translate("TARN::TarnConfig",
-                                                 "It is no file. Choose a \".tarn\" file.");
-        *error = describe(path, reason);
-        return {};
-    }
-    return readCores(path, &file, error);
+    const Files::Access access = Files::openRegularFile(m_path, &file, &reason);
+    if (access == Files::Access::Granted)
+        return readFrom(&file);
+    refuse(access == Files::Access::Failed ? reason
+                                           : tr("It is no file. Choose a \".tarn\" file."));
+    return {};
+}
+
+QList<TarnCore *> ConfigFile::readFrom(QIODevice *device)
+{
+    ConfigReader reader(device);
+    if (!reader.read())
+        refuse(reader.errorText());
+    return reader.takeCores();
+}
+
+void ConfigFile::refuse(const QString &reason)
+{
+    m_error = tr("Can not read %1. %2").arg(QDir::toNativeSeparators(m_path), reason);
 }
 
 void debugLine(const QString &line)
@@ -70,8 +88,9 @@ void finishTARNFile(const QString &path)
 
 bool checkTARNFile(const QString &path)
 {
-    QString error;
-    qDeleteAll(readCores(path, &error));
+    ConfigFile file(path);
+    qDeleteAll(file.read());
+    const QString error = file.errorText();
     if (!error.isEmpty())
         debugLine(error);
     return error.isEmpty();
@@ -79,8 +98,9 @@ bool checkTARNFile(const QString &path)
 
 QList<TarnCore *> readTARNConfigFromXml(const QString &path, bool *ok, QString *errorMessage)
 {
-    QString error;
-    const QList<TarnCore *> cores = readCores(path, &error);
+    ConfigFile file(path);
+    const QList<TarnCore *> cores = file.read();
+    const QString error = file.errorText();
     if (ok)
         *ok = error.isEmpty();
     if (errorMessage && !error.isEmpty())
