@@ -5,7 +5,7 @@
 #include "ui_newfiledialog.h"
 
 #include <files/sizelimitguard.h>
-#include <model/tarnconfig.h>
+#include <model/configwriter.h>
 #include <sdk/core.h>
 
 #include <QDir>
@@ -13,7 +13,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
-#include <QXmlStreamWriter>
 
 #include <algorithm>
 
@@ -28,19 +27,6 @@ QString folderOf(const QString &typed)
     const QString path = typed + QLatin1Char('/');
     const auto begin = std::find_if_not(path.cbegin(), path.cend(), isSpace);
     return QDir::cleanPath(QString(begin, static_cast<int>(path.cend() - begin)));
-}
-
-void writeEmptyConfig(QIODevice *device)
-{
-    QXmlStreamWriter xml(device);
-    xml.setCodec("UTF-8");
-    xml.setAutoFormatting(true);
-    xml.setAutoFormattingIndent(4);
-    xml.writeStartDocument(QStringLiteral("1.0"));
-    xml.writeStartElement(QString::fromLatin1(NODE_TARN_CONFIG));
-    xml.writeTextElement(QString::fromLatin1(NODE_VERSION), QStringLiteral("1.0"));
-    xml.writeEndElement();
-    xml.writeEndDocument();
 }
 
 } // namespace
@@ -100,37 +86,33 @@ void NewFileDialog::onBrowse()
 bool NewFileDialog::createFile(const QString &target, QString *error) const
 {
     const QString typedFolder = ui->editCreateIn->text();
-    if (ui->editName->text().isEmpty()) {
-        *error = tr("Please enter a name.");
-        return false;
-    }
-    if (typedFolder.isEmpty()) {
-        *error = tr("Please enter a path.");
-        return false;
-    }
     const QString folder = folderOf(typedFolder);
-    if (!QDir(folder).exists() && !QDir().mkpath(folder)) {
+    if (ui->editName->text().isEmpty())
+        *error = tr("Please enter a name.");
+    else if (typedFolder.isEmpty())
+        *error = tr("Please enter a path.");
+    else if (!QDir(folder).exists() && !QDir().mkpath(folder))
         *error = tr("Cannot make the path %1.").arg(typedFolder);
-        return false;
-    }
-    if (QFileInfo::exists(target)) {
+    else if (QFileInfo::exists(target))
         *error = tr("File %1 already exists.").arg(target);
-        return false;
-    }
+    else
+        return writeEmptyConfig(target, error);
+    return false;
+}
+
+bool NewFileDialog::writeEmptyConfig(const QString &target, QString *error)
+{
     const Files::SizeLimitGuard guard;
     // NewOnly: not even a file that appears just now is overwritten.
     QFile file(target);
     const bool opened = file.open(QIODevice::WriteOnly | QIODevice::NewOnly);
+    if (opened && file.write(ConfigWriter({}).content()) >= 0 && file.flush())
+        return true;
+    *error = tr("Can not create file %1\n%2").arg(target, file.errorString());
+    file.close();
     if (opened)
-        writeEmptyConfig(&file);
-    if (!opened || !file.flush()) {
-        *error = tr("Can not create file %1\n%2").arg(target, file.errorString());
-        file.close();
-        if (opened)
-            QFile::remove(target); // The member function refuses after a failed write.
-        return false;
-    }
-    return true;
+        QFile::remove(target); // The member function refuses after a failed write.
+    return false;
 }
 
 } // namespace TARN

@@ -33,6 +33,7 @@ public Q_SLOTS:
 
 private:
     bool createFile(const QString &target, QString *error) const;
+    static bool writeEmptyConfig(const QString &target, QString *error);
 
     std::unique_ptr<Ui::NewFileDialog> ui;
 };

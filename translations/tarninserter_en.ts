@@ -44,6 +44,92 @@
     </message>
 </context>
 <context>
+    <name>TARN::ConfigFile</name>
+    <message>
+        <source>It is no file. Choose a &quot;.tarn&quot; file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Can not read %1. %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::ConfigReader</name>
+    <message>
+        <source>The file is larger than %1 MB and is no configuration of this program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The root element is &quot;%1&quot; instead of &quot;%2&quot;. Choose a file that this program has written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The first element is not &quot;%1&quot;. Add it, with the text &quot;%2&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has the newer version &quot;%1&quot;; versions up to &quot;%2&quot; can be read. Use a newer release of this program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has the unknown version &quot;%1&quot; instead of &quot;%2&quot;. Correct it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Elements are nested deeper than %1 levels. Remove the inner ones.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The text &quot;%1&quot; stands between elements. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file has a document type declaration. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file declares the encoding &quot;%1&quot; instead of &quot;%2&quot;. Convert it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The element &quot;%1&quot; has no attribute &quot;%2&quot;. Add it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a whole number in digits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Line %1, column %2: %3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An element has more than %1 attributes. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The text is not encoded in %1. Convert it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not well-formed XML: %1 Correct it, or take an earlier copy of the file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The element &quot;%1&quot; is not known in this place. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The attribute &quot;%1&quot; of the element &quot;%2&quot; is not known. Remove it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The attribute &quot;%1&quot; has the value &quot;%2&quot;. Allowed: %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::InitialValueLine</name>
     <message>
         <source>Error</source>
@@ -249,89 +335,6 @@ Do you want to reload?</source>
     <message>
         <source>The file &apos;%1&apos; has been removed on disk.
 Do you still want to keep it?</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>TARN::TarnConfig</name>
-    <message>
-        <source>The file is larger than %1 MB and is no configuration of this program.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The root element is &quot;%1&quot; instead of &quot;%2&quot;. Choose a file that this program has written.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The first element is not &quot;%1&quot;. Add it, with the text &quot;%2&quot;.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The file has the newer version &quot;%1&quot;; versions up to &quot;%2&quot; can be read. Use a newer release of this program.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The file has the unknown version &quot;%1&quot; instead of &quot;%2&quot;. Correct it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Elements are nested deeper than %1 levels. Remove the inner ones.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The text &quot;%1&quot; stands between elements. Remove it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The file has a document type declaration. Remove it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The file declares the encoding &quot;%1&quot; instead of &quot;%2&quot;. Convert it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The element &quot;%1&quot; has no attribute &quot;%2&quot;. Add it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>a whole number in digits</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Line %1, column %2: %3</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The element &quot;%1&quot; is not known in this place. Remove it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The attribute &quot;%1&quot; of the element &quot;%2&quot; is not known. Remove it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The attribute &quot;%1&quot; has the value &quot;%2&quot;. Allowed: %3.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Can not read %1. %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>It is no file. Choose a &quot;.tarn&quot; file.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>An element has more than %1 attributes. Remove it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The text is not encoded in %1. Convert it.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Not well-formed XML: %1 Correct it, or take an earlier copy of the file.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
