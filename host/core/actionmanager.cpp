@@ -15,11 +15,11 @@ namespace {
 
 struct Command
 {
-    QAction *command = nullptr;
+    QAction *proxy = nullptr; ///< What menus show; triggers the source.
     QString defaultText;
     QKeySequence defaultShortcut;
     QHash<QString, QPointer<QAction>> actions; ///< By context.
-    QPointer<QAction> source;                  ///< The action that the command forwards to.
+    QPointer<QAction> source;                  ///< The action of the active context.
 };
 
 } // namespace
@@ -42,9 +42,9 @@ struct ActionManager::Private
 
     static void show(const Command &command)
     {
-        if (!command.command)
+        QAction *shown = command.proxy;
+        if (!shown)
             return;
-        QAction *shown = command.command;
         const QAction *source = command.source;
         const bool ownShortcut = source && !source->shortcuts().isEmpty();
         shown->setText(source ? source->text() : command.defaultText);
@@ -99,15 +99,15 @@ QAction *ActionManager::command(const QString &id)
 {
     ActionManager *self = instance();
     Command &command = self->d->commands[id];
-    if (!command.command) {
-        command.command = new QAction(self);
-        connect(command.command, &QAction::triggered, self, [&command] {
+    if (!command.proxy) {
+        command.proxy = new QAction(self);
+        connect(command.proxy, &QAction::triggered, self, [&command] {
             if (command.source && command.source->isEnabled())
                 command.source->trigger();
         });
         self->d->update(command);
     }
-    return command.command;
+    return command.proxy;
 }
 
 void ActionManager::setDefaultText(const QString &id, const QString &text)

@@ -22,7 +22,8 @@ constexpr int DeepestList = 32;
 constexpr int MostLists = 1000;
 constexpr char SystemVerilogStandard[] = "1800-2017";
 
-enum class Option {
+/// The arguments that are not files.
+enum class ArgumentKind {
     Unknown,
     List,
     ListOfItsFolder,
@@ -36,43 +37,43 @@ enum class Option {
     SystemVerilog
 };
 
-struct OptionName
+struct ArgumentName
 {
     const char *name;
-    Option option;
+    ArgumentKind kind;
 };
 
 /// Written with one dash; a second one makes no difference.
-constexpr OptionName ShortNames[] = {
-    {"-f", Option::List},           {"-F", Option::ListOfItsFolder},
-    {"-I", Option::IncludePath},    {"-D", Option::Macro},
-    {"-v", Option::LibraryFile},    {"-y", Option::LibraryFolder},
-    {"-sv", Option::SystemVerilog}, {"-sverilog", Option::SystemVerilog}};
+constexpr ArgumentName ShortNames[] = {
+    {"-f", ArgumentKind::List},           {"-F", ArgumentKind::ListOfItsFolder},
+    {"-I", ArgumentKind::IncludePath},    {"-D", ArgumentKind::Macro},
+    {"-v", ArgumentKind::LibraryFile},    {"-y", ArgumentKind::LibraryFolder},
+    {"-sv", ArgumentKind::SystemVerilog}, {"-sverilog", ArgumentKind::SystemVerilog}};
 
 /// Their value may also follow an equals sign.
-constexpr OptionName LongNames[] = {
-    {"-top", Option::Top},           {"-top-module", Option::Top},
-    {"-language", Option::Language}, {"-default-language", Option::Language},
-    {"-file", Option::List},         {"-incdir", Option::IncludePath},
-    {"-define", Option::Macro},      {"-libext", Option::LibraryExtension}};
+constexpr ArgumentName LongNames[] = {
+    {"-top", ArgumentKind::Top},           {"-top-module", ArgumentKind::Top},
+    {"-language", ArgumentKind::Language}, {"-default-language", ArgumentKind::Language},
+    {"-file", ArgumentKind::List},         {"-incdir", ArgumentKind::IncludePath},
+    {"-define", ArgumentKind::Macro},      {"-libext", ArgumentKind::LibraryExtension}};
 
-constexpr OptionName PlusNames[] = {{"incdir", Option::IncludePath},
-                                    {"define", Option::Macro},
-                                    {"libext", Option::LibraryExtension}};
+constexpr ArgumentName PlusNames[] = {{"incdir", ArgumentKind::IncludePath},
+                                      {"define", ArgumentKind::Macro},
+                                      {"libext", ArgumentKind::LibraryExtension}};
 
 template <int Count>
-Option find(const OptionName (&names)[Count], const QString &name)
+ArgumentKind find(const ArgumentName (&names)[Count], const QString &name)
 {
-    const auto found = std::find_if(names, names + Count, [&name](const OptionName &known) {
+    const auto found = std::find_if(names, names + Count, [&name](const ArgumentName &known) {
         return name == QLatin1String(known.name);
     });
-    return found == names + Count ? Option::Unknown : found->option;
+    return found == names + Count ? ArgumentKind::Unknown : found->kind;
 }
 
 /// An argument that is not a file.
 struct Setting
 {
-    Option option = Option::Unknown;
+    ArgumentKind kind = ArgumentKind::Unknown;
     QString name;       ///< For messages.
     QStringList values; ///< Those that the argument itself contains.
     bool takesNext = false;
@@ -81,27 +82,27 @@ struct Setting
 Setting plusSetting(const QString &text)
 {
     QStringList parts = text.mid(1).split(QLatin1Char('+'));
-    const Option option = find(PlusNames, parts.takeFirst());
+    const ArgumentKind kind = find(PlusNames, parts.takeFirst());
     // Generated lists end in a plus sign.
     parts.removeAll(QString());
-    return {option, text, parts};
+    return {kind, text, parts};
 }
 
 Setting dashSetting(const QString &text)
 {
     const QString name = text.mid(text.startsWith(QLatin1String("--")) ? 1 : 0);
     const int equals = name.indexOf(QLatin1Char('='));
-    const Option shortOption = find(ShortNames, name);
-    const Option longOption = find(LongNames, name.left(equals));
-    if (shortOption != Option::Unknown)
-        return {shortOption, text, {}, shortOption != Option::SystemVerilog};
-    if (longOption != Option::Unknown && equals < 0)
-        return {longOption, text, {}, true};
-    if (longOption != Option::Unknown)
-        return {longOption, text, {name.mid(equals + 1)}};
+    const ArgumentKind shortKind = find(ShortNames, name);
+    const ArgumentKind longKind = find(LongNames, name.left(equals));
+    if (shortKind != ArgumentKind::Unknown)
+        return {shortKind, text, {}, shortKind != ArgumentKind::SystemVerilog};
+    if (longKind != ArgumentKind::Unknown && equals < 0)
+        return {longKind, text, {}, true};
+    if (longKind != ArgumentKind::Unknown)
+        return {longKind, text, {name.mid(equals + 1)}};
     if (text.startsWith(QLatin1String("-I")) || text.startsWith(QLatin1String("-D")))
         return {find(ShortNames, text.left(2)), text.left(2), {text.mid(2)}};
-    return {Option::Unknown, text, {}};
+    return {ArgumentKind::Unknown, text, {}};
 }
 
 /// The value of TE::OPT::Verilog_Standard for @p language, null when there is none.
@@ -179,7 +180,7 @@ private:
     bool fail(const QString &what);
     bool readArgument(const QVector<Argument> &arguments, int *index);
     bool readSetting(const Setting &setting);
-    bool apply(Option option, const QString &value);
+    bool apply(ArgumentKind kind, const QString &value);
     bool skipUnknown(const QVector<Argument> &arguments, int *index);
     bool checkVariables(const Argument &argument);
     bool readList(const QString &path, bool startsInItsFolder);
@@ -272,9 +273,9 @@ bool ArgumentReader::readArgument(const QVector<Argument> &arguments, int *index
         return checkVariables(argument) && addFiles(argument.text, &ArgumentReader::addSource);
 
     Setting setting = isPlus ? plusSetting(argument.text) : dashSetting(argument.text);
-    if (setting.option == Option::Unknown)
+    if (setting.kind == ArgumentKind::Unknown)
         return skipUnknown(arguments, index);
-    const bool mayHoldVariables = setting.option == Option::Macro;
+    const bool mayHoldVariables = setting.kind == ArgumentKind::Macro;
     if (!mayHoldVariables && !checkVariables(argument))
         return false;
     if (setting.takesNext && *index + 1 < arguments.size()) {
@@ -288,41 +289,41 @@ bool ArgumentReader::readArgument(const QVector<Argument> &arguments, int *index
 
 bool ArgumentReader::readSetting(const Setting &setting)
 {
-    if (setting.option == Option::SystemVerilog)
+    if (setting.kind == ArgumentKind::SystemVerilog)
         return setLanguage(QLatin1String(SystemVerilogStandard));
     if (setting.values.isEmpty() || setting.values.contains(QString()))
         return fail(tr("%1 needs a value").arg(setting.name));
     return std::all_of(
         setting.values.begin(), setting.values.end(),
-        [this, &setting](const QString &value) { return apply(setting.option, value); });
+        [this, &setting](const QString &value) { return apply(setting.kind, value); });
 }
 
-bool ArgumentReader::apply(Option option, const QString &value)
+bool ArgumentReader::apply(ArgumentKind kind, const QString &value)
 {
-    switch (option) {
-    case Option::List:
-    case Option::ListOfItsFolder:
-        return readList(value, option == Option::ListOfItsFolder);
-    case Option::Macro:
+    switch (kind) {
+    case ArgumentKind::List:
+    case ArgumentKind::ListOfItsFolder:
+        return readList(value, kind == ArgumentKind::ListOfItsFolder);
+    case ArgumentKind::Macro:
         return addMacro(value);
-    case Option::LibraryFile:
+    case ArgumentKind::LibraryFile:
         return addFiles(value, &ArgumentReader::addLibraryFile);
-    case Option::Language:
+    case ArgumentKind::Language:
         return setLanguage(value);
-    case Option::IncludePath:
+    case ArgumentKind::IncludePath:
         m_includePaths.append(includePath(value));
         return true;
-    case Option::LibraryFolder:
+    case ArgumentKind::LibraryFolder:
         m_project.libraryFolders.append(absolute(value));
         return true;
-    case Option::LibraryExtension:
+    case ArgumentKind::LibraryExtension:
         m_project.libraryExtensions.append(value);
         return true;
-    case Option::Top:
+    case ArgumentKind::Top:
         m_project.options.insert(QLatin1String(OPT::TOPMODULE), value);
         return true;
-    case Option::SystemVerilog:
-    case Option::Unknown:
+    case ArgumentKind::SystemVerilog:
+    case ArgumentKind::Unknown:
         break;
     }
     return false;
