@@ -31,8 +31,8 @@ Access failed(int code, QString *error)
     return Access::Failed;
 }
 
-/// How much to ask for next of a file of @p size bytes by its own account, of which @p read have
-/// come: one byte more than there should be, to see that it ends. Some files have no size.
+/// The number of bytes to read next from a file that reports @p size bytes, of which @p read are
+/// read: one byte more than expected, to detect the end. Some files report no size.
 qint64 nextPiece(qint64 size, qint64 read)
 {
     return size >= read ? std::min(size - read + 1, PieceSize) : UnknownSize;
@@ -53,7 +53,7 @@ Access openRegularFile(const QString &path, QFile *file, QString *error)
 {
     const QByteArray encoded = QFile::encodeName(path);
     struct stat status = {};
-    // Opening alone can already disturb a device or the writer of a pipe.
+    // Even opening can disturb a device or the writer of a pipe.
     if (::stat(encoded.constData(), &status) != 0)
         return failed(errno, error);
     Access access = accessTo(status);

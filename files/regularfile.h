@@ -11,7 +11,7 @@ class QFile;
 
 namespace Files {
 
-/// What came of the wish to read a file.
+/// The result of opening or reading a file.
 enum class Access {
     Granted,
     Folder,
@@ -20,15 +20,14 @@ enum class Access {
     Failed,
 };
 
-/// Opens the regular file at @p path, or the one that a link there leads to, as @p file for
-/// reading. Never waits: nothing else is opened, even when it takes the place of the file just now,
-/// since reading a pipe or a device may have no end. @p error becomes the reason of the system,
-/// without the path, of Access::Failed.
+/// Opens the regular file at @p path, or the target of a link there, as @p file for reading. Never
+/// opens a pipe or a device, even if one replaces the file at that moment, because reading it may
+/// never end. For Access::Failed, @p error is the reason of the system without the path.
 Access openRegularFile(const QString &path, QFile *file, QString *error);
 
-/// Reads the whole regular file at @p path when it has @p limit bytes at most. Takes memory for
-/// what is there, not for what is allowed. @p content is empty unless access was granted. Calls
-/// @p afterPiece, which may throw, after each MB.
+/// Reads the whole regular file at @p path if it has no more than @p limit bytes. The memory needed
+/// depends on the size of the file, not on the limit. @p content is empty unless access is granted.
+/// Calls @p afterPiece, which may throw, after each MB.
 Access readRegularFile(const QString &path, qint64 limit, QByteArray *content, QString *error,
                        const std::function<void()> &afterPiece = {});
 

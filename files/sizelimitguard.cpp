@@ -31,7 +31,7 @@ SizeLimitGuard::SizeLimitGuard()
     pthread_sigmask(SIG_BLOCK, &signal, &m_formerMask);
 }
 
-/// Takes back a signal that came meanwhile. It was for this thread alone, which wrote too much.
+/// Removes a signal that arrived in the meantime. It was for this thread, which wrote too much.
 SizeLimitGuard::~SizeLimitGuard()
 {
     const sigset_t signal = sizeSignal();

@@ -6,9 +6,9 @@
 
 namespace Files {
 
-/// While one lives, a write of this thread beyond the size that files may have (RLIMIT_FSIZE) fails
-/// like one on a full disk. Otherwise the signal that the system sends as well would end the
-/// process, which may be the host of a plug-in: its handlers stay as they are.
+/// While a guard exists, a write of this thread beyond the limit of file sizes (RLIMIT_FSIZE) fails
+/// like a write to a full disk. Without it the signal of the system would end the process. The
+/// signal handlers of the process, which may be the host of a plug-in, do not change.
 class SizeLimitGuard final
 {
 public:

@@ -6,11 +6,11 @@
 
 namespace Files {
 
-/// Path of the folder for temporary files, also when there is no such folder: QDir::tempPath() is
-/// empty then, and what is made "in" it lands in the root folder of the system.
+/// Path of the folder for temporary files, even if it does not exist: QDir::tempPath() is empty
+/// then, and a file created "in" it would be in the root folder of the system.
 QString temporaryPath();
 
-/// For QTemporaryDir: a name in that folder.
+/// A name in that folder for QTemporaryDir.
 QString temporaryTemplate();
 
 } // namespace Files

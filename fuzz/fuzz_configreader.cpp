@@ -11,7 +11,7 @@
 
 namespace {
 
-/// What the reader makes of @p content; @p accepted tells whether it took it.
+/// The result of reading @p content; @p accepted tells whether the reader accepted it.
 QList<TARN::TarnCore *> readCores(QByteArray content, bool *accepted)
 {
     QBuffer buffer(&content);
@@ -25,7 +25,8 @@ QList<TARN::TarnCore *> readCores(QByteArray content, bool *accepted)
 
 } // namespace
 
-/// Every file is read or refused; what was read can be written, and comes back as it was.
+/// Every file is read or refused. A file that was read can be written and read again without a
+/// change.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     bool accepted = false;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// Views, commands, wizards and the open project, as the host has them.
+// Views, commands, wizards and the open project of the host.
 
 #include "keywordson.h"
 

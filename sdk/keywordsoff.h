@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 
-// The end of a block of host headers that keywordson.h began.
+// Ends a block of host headers that keywordson.h begins.
 #ifdef QT_NO_KEYWORDS
 #undef signals
 #undef slots

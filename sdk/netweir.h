@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The netlist of the design and what reads it.
+// The netlist of the design and the functions that read it.
 
 #include "keywordson.h"
 

@@ -46,7 +46,7 @@ SignalItem bus(int number)
     return item;
 }
 
-/// Everything at its limit: single nets in the Probe In ports, buses in the Probe Out ports.
+/// A configuration at all limits: single nets in the Probe In ports, buses in the Probe Out ports.
 QList<TarnCore *> fullCores()
 {
     QList<TarnCore *> cores;
@@ -69,7 +69,7 @@ QList<TarnCore *> fullCores()
     return cores;
 }
 
-/// A document as the calls that write it.
+/// A document as the list of calls that write it.
 struct Element
 {
     QString name; ///< Empty for an end tag.

@@ -31,7 +31,7 @@ using TarnBench::Table;
 
 namespace {
 
-/// What both the extractor and the elaborator alone are given.
+/// The input of both the extractor and the elaborator alone.
 struct Design
 {
     QString top;
@@ -97,7 +97,7 @@ void runTool(const QStringList &arguments)
              QString::fromLocal8Bit(process.readAllStandardError()));
 }
 
-/// The elaborator alone, as the extractor runs it, on the sources as they are.
+/// The elaborator alone, run like the extractor runs it, on the unchanged sources.
 void elaborateAlone(const Design &design)
 {
     runTool(QStringList{"--xml-only", "-O0", "--no-timing", "-Wno-lint", "-Wno-style",
@@ -175,7 +175,7 @@ bool compareWithElaborator(const std::string &title, const Design &design, int r
 
 bool measureNetlist()
 {
-    // First, while the memory of the process has never been used.
+    // First, before the process has used any memory.
     const double before = TarnBench::residentBytes();
     std::unique_ptr<RtlNetlist> netlist;
     const double coldTime = TarnBench::timeOf([&] { netlist = TarnBench::generatedNetlist(); });
@@ -222,8 +222,8 @@ bool measureGenerated(const std::string &title, const GeneratedDesign &generated
 
 } // namespace
 
-/// Prints how the extraction compares with the elaborator alone; exits with 1 when a goal is
-/// missed. With the argument "quick" the largest design is left out.
+/// Compares the extraction with the elaborator alone. Exits with 1 when a goal is missed. The
+/// argument "quick" leaves out the largest design.
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);

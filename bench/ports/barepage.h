@@ -13,9 +13,9 @@ class TarnCore;
 
 namespace TarnBench {
 
-/// The rows, lines and labels of a core's ports made with the toolkit alone: three plain trees with
-/// the style of the page's, rows with their texts, a line edit with the mask of the width a Probe
-/// Out port, a label of the row's height with its bit a signal. Nothing is kept in step, coloured,
+/// The rows, lines and labels of the ports of a core, made with plain Qt widgets: three trees in
+/// the style of the page, rows with their texts, a line edit with the right mask per Probe Out
+/// port, a label of the row's height with its bit per signal. Nothing is synchronised, coloured,
 /// checked or connected.
 class BarePage final : public QWidget
 {

@@ -35,7 +35,7 @@ constexpr int SignalCount = 256;
 constexpr int Rounds = 9;
 constexpr double Linear = 2.6; // For twice the input.
 
-/// Gives @p port single nets that are numbered from @p first on.
+/// Adds single nets to @p port, numbered from @p first.
 void fill(TARN::ProbeIn *port, int first, int count)
 {
     for (int i = 0; i < count; ++i) {
@@ -66,7 +66,7 @@ QString shownText(const QTreeWidget *tree, QTreeWidgetItem *row)
     return row->text(0);
 }
 
-/// What the trees of ports below @p widget show, row by row.
+/// The rows that the port trees below @p widget show.
 QStringList shownRows(const QWidget *widget)
 {
     QStringList rows;
@@ -79,7 +79,7 @@ QStringList shownRows(const QWidget *widget)
     return rows;
 }
 
-/// Lets everything happen that was put off: layout, painting, deletion.
+/// Processes everything that is pending: layout, painting, deletion.
 void settle()
 {
     QApplication::processEvents();
@@ -187,8 +187,8 @@ QList<TarnCore *> fullCores()
     return cores;
 }
 
-/// Opens the file in a view as users see it. There is no design: the view says so in a box, which
-/// is answered, and has the pages of all cores then.
+/// Opens the file in a visible view. There is no design, so the view shows a box, which is
+/// answered. After that the view has the pages of all cores.
 std::unique_ptr<QWidget> openedView(const QString &path)
 {
     auto view = std::make_unique<TarnView>();
@@ -252,7 +252,7 @@ bool measureOpening()
 
 // The check
 
-/// Cores of which each drives all its bits together with its neighbour.
+/// Cores that each drive the same bits as a neighbour.
 std::unique_ptr<TARN::private_impl::TarnViewPrivate> conflictingCores(int count)
 {
     auto document = std::make_unique<TARN::private_impl::TarnViewPrivate>(nullptr);
@@ -290,8 +290,8 @@ bool measureCheck()
 
 } // namespace
 
-/// Prints what the ports of a core and of a whole file cost at their limits; exits with 1 when a
-/// goal is missed.
+/// Measures the ports of a core and of a whole file at their limits. Exits with 1 when a goal is
+/// missed.
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);

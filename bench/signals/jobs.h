@@ -6,12 +6,12 @@ namespace NETWEIR {
 class RtlNetlist;
 }
 
-// Each job measures one side of picking signals, compares its results with those of the other
-// side, prints a table and returns false when a goal is missed.
+// Each job measures one part of choosing signals, checks the results against a reference, prints a
+// table and returns false when a goal is missed.
 
 bool measureSearching(NETWEIR::RtlNetlist *netlist);
 
-/// To be called before any other job, while the memory of the process has never been used.
+/// Must be the first job, before the process has used any memory.
 bool measureShowing(NETWEIR::RtlNetlist *netlist);
 
 bool measureMerging();

@@ -17,7 +17,7 @@ struct Job
     std::function<bool(NETWEIR::RtlNetlist *)> measure;
 };
 
-/// Showing comes first: it looks at the memory of a process that has not used any yet.
+/// Showing comes first: it measures memory, so the process must not have used any before.
 const std::vector<Job> jobs{
     {"showing", measureShowing},
     {"searching", measureSearching},
@@ -32,8 +32,8 @@ bool isWanted(const Job &job, const QStringList &wanted)
 
 } // namespace
 
-/// Prints how picking signals compares with what it cannot do without; exits with 1 when a goal is
-/// missed. Arguments that are no options name the jobs to measure, all without any.
+/// Compares the choice of signals with the minimum that it needs. Exits with 1 when a goal is
+/// missed. Arguments that are not options name the jobs to measure; the default is all jobs.
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);

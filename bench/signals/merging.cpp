@@ -56,7 +56,7 @@ void shuffle(Signals &items)
     std::shuffle(items.begin(), items.end(), random);
 }
 
-/// What a tree shows, and what is about to be added to it.
+/// The signals that a tree shows and those that are added to it.
 struct Merge
 {
     Signals shown;
@@ -70,8 +70,8 @@ SignalItem mixedSignal(int number)
     return number % 10 == 0 ? bus(number) : single(number);
 }
 
-/// @p count signals shown and as many new ones in no order, of which the first has the number
-/// @p firstNew: the less that is, the more are shown already.
+/// @p count shown signals and as many new ones, unordered. The numbers of the new ones start at
+/// @p firstNew: the smaller it is, the more of them are shown already.
 Merge mixedMerge(int count, int firstNew)
 {
     Merge merge;
@@ -91,7 +91,7 @@ Merge disjointMerge(int count)
     return mixedMerge(count, count);
 }
 
-/// @p count shown bits, all of which vanish in the buses that come.
+/// @p count shown bits and new buses that replace all of them.
 Merge coveringMerge(int count)
 {
     Merge merge;
@@ -218,7 +218,7 @@ void addComparison(Table &table, int count)
               Goal::atLeast(50));
 }
 
-/// Both ways give the same when signals meet.
+/// Both implementations give the same result for signals that are already shown.
 void checkMeeting(const Merge &merge)
 {
     MergeBench nested(merge, nestedCheckRepeat);

@@ -31,7 +31,7 @@ QList<SignalItem> chosenSignals()
     return items;
 }
 
-/// The signals whose rows stand in no range of @p removed.
+/// The signals whose rows are in no range of @p removed.
 QList<QString> namesBut(const QList<SignalItem> &items, const QVector<QPair<int, int>> &removed)
 {
     QList<QString> names;

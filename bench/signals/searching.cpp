@@ -52,7 +52,7 @@ Names namesOf(const Nets &nets, const Buses &buses)
     return names;
 }
 
-/// Those of @p names for which @p matches holds.
+/// The @p names for which @p matches is true.
 template <typename Matches>
 std::vector<const QString *> select(const Names &names, const Matches &matches)
 {
@@ -112,8 +112,8 @@ public:
         m_table.add("hierarchical, " + titleOf(mode, pattern, sensitivity), ratio(41), "x", 1.5);
     }
 
-    /// Without a pattern no name is looked at: the flat search only joins lists, so that there is
-    /// nothing to hold the making of modules against.
+    /// Without a pattern no name is compared: the flat search only joins lists, so creating the
+    /// modules has no counterpart.
     void hierarchicalOfAll()
     {
         compareViews(optionsOf(Plain, "", Qt::CaseInsensitive));
@@ -175,7 +175,7 @@ private:
         m_reference = [this, options] { search(options); };
     }
 
-    /// Makes sure that the pattern is of the kind that the row speaks of.
+    /// Checks that the pattern is of the kind that the row claims.
     void checkLiteral(const SearchOptions &options, bool rareLiteral) const
     {
         const auto sensitivity = static_cast<Qt::CaseSensitivity>(options.caseSensitivity);

@@ -22,7 +22,7 @@ namespace {
 
 constexpr int Rounds = 9;
 
-/// Number of top-level rows and of rows in all.
+/// The numbers of top-level rows and of all rows.
 struct Shape
 {
     int top = 0;
@@ -58,7 +58,7 @@ SignalItem itemOf(const NETWEIR::RtlNetBus *bus)
     return item;
 }
 
-/// The dialog as the user sees it who searches for everything.
+/// The visible dialog after a search for everything.
 class Dialog
 {
 public:
@@ -109,7 +109,7 @@ public:
         addTopLevelItems(rows);
     }
 
-    /// Row by row as a plain loop does it: each row is put in its place and then told its roles.
+    /// Row by row in a plain loop: each row is inserted and then gets its roles.
     void fillRowByRow(NETWEIR::RtlNetlist *netlist)
     {
         for (const NETWEIR::RtlNetBus *bus : netlist->top()->netbusesIncludeSub())
@@ -151,7 +151,7 @@ bool equal(const SignalItem &a, const SignalItem &b)
                       equal);
 }
 
-/// Whether two rows and those below them are the same to everybody who asks them.
+/// Whether two rows and the rows below them have the same data.
 bool equal(const QTreeWidgetItem *a, const QTreeWidgetItem *b)
 {
     for (const int role : {Qt::DisplayRole, Qt::EditRole, Qt::ToolTipRole, Qt::FontRole,
@@ -173,7 +173,7 @@ bool equal(const QTreeWidgetItem *a, const QTreeWidgetItem *b)
     return true;
 }
 
-/// Resident bytes a row of the first search in the process.
+/// Resident bytes per row of the first search in the process.
 double bytesPerRow(Dialog &dialog)
 {
     const double before = TarnBench::residentBytes();
@@ -204,11 +204,11 @@ void addTimes(Table &table, Dialog &dialog, NETWEIR::RtlNetlist *netlist)
               Goal::atLeast(4));
 }
 
-/// CPU time of selecting all results, until the screen shows it.
+/// CPU time of selecting all results, painting included.
 double selectingTime(QTreeWidget *results)
 {
     results->clearSelection();
-    results->doItemsLayout(); // Forgets the heights that are known.
+    results->doItemsLayout(); // Discards the known heights.
     QApplication::processEvents();
     return TarnBench::timeOf([results] {
         results->selectAll();

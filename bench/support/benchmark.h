@@ -13,11 +13,11 @@
 #include <utility>
 #include <vector>
 
-/// What all benchmarks share: rounds that alternate between the candidates, so that a slower or
-/// faster minute of the machine meets them all, medians, CPU time, and one form of table.
+/// Common parts of the benchmarks: medians of CPU times, rounds that alternate between the
+/// candidates so that all meet the same load of the machine, and one form of table.
 namespace TarnBench {
 
-/// Ends the program: what it would measure is not what it is meant to measure.
+/// Ends the program, because it would not measure what it is meant to measure.
 [[noreturn]] inline void fail(const std::string &reason)
 {
     std::fprintf(stderr, "%s\n", reason.c_str());
@@ -97,7 +97,7 @@ inline void readArguments(int argc, char *argv[])
         markdownTables |= std::string(argv[i]) == "--markdown";
 }
 
-/// What a figure is held against: by default the largest that is good enough, 0 for no goal.
+/// The goal of a figure: by default its largest allowed value, 0 for no goal.
 class Goal
 {
 public:
@@ -135,7 +135,7 @@ private:
     bool m_atLeast = false;
 };
 
-/// Rows of a name, a figure and the goal it is held against, printed in columns or in Markdown.
+/// Rows of a name, a figure and its goal, printed in columns or in Markdown.
 class Table
 {
 public:

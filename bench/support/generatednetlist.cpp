@@ -24,7 +24,7 @@ constexpr int NetCount = 250000;
 constexpr int BusCount = 25000;
 constexpr int BusWidth = 30;
 
-/// The names and marks that all blocks share.
+/// The names and marks that are common to all blocks.
 struct Content
 {
     std::vector<QString> nets;
@@ -42,7 +42,7 @@ struct Content
     }
 };
 
-/// How many of @p total fall on the block @p index when they are dealt out evenly.
+/// The share of the block @p index when @p total is distributed evenly.
 int shareOf(int total, int index)
 {
     constexpr qint64 blocks = GroupCount * BlocksPerGroup;
