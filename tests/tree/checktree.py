@@ -46,8 +46,8 @@ ROOMS = {
     "tool": ("ground",),
     "xml": ("ground",),
     "nets": ("ground", "store", "xml"),
-    "verilator": ("ground", "sources", "verilog", "modules", "tool", "xml"),
-    "extraction": ("ground", "store", "sources", "tool", "nets", "verilator"),
+    "verilator": ("ground", "store", "sources", "verilog", "modules", "tool", "xml", "nets"),
+    "extraction": ("ground", "store", "sources", "tool", "verilator"),
 }
 NETLIST_CLASSES = ("hierachy", "netlistbuilder", "netweir_global", "rtlnet", "rtlnetbus",
                    "rtlnetlist")

@@ -10,6 +10,8 @@
 #include <QProgressDialog>
 #include <QThread>
 
+#include <memory>
+
 namespace NETWEIR::Internal {
 
 namespace {
@@ -18,6 +20,11 @@ constexpr int ShowAfter = 300;
 constexpr int TickInterval = 200;
 
 } // namespace
+
+QString cancelError()
+{
+    return errorMessage(Text::tr("Reading the design was cancelled."));
+}
 
 ExtractionProgress::ExtractionProgress(QWidget *parent)
 {
@@ -85,12 +92,13 @@ bool ExtractionProgress::wait(ToolProcess *process, int limit)
     return !process->isRunning();
 }
 
-void ExtractionProgress::wait(QThread *thread)
+void ExtractionProgress::runInThread(const std::function<void()> &work)
 {
-    const QMetaObject::Connection connection =
-        connect(thread, &QThread::finished, &m_loop, &QEventLoop::quit);
-    exec([this, thread] { return m_cancelled || thread->isFinished(); }, -1);
-    disconnect(connection);
+    const std::unique_ptr<QThread> thread(QThread::create(work));
+    connect(thread.get(), &QThread::finished, &m_loop, &QEventLoop::quit);
+    thread->start();
+    exec([this, &thread] { return m_cancelled || thread->isFinished(); }, -1);
+    thread->wait();
 }
 
 /// Runs the event loop until @p isDone, which is asked after each event that quits the loop.

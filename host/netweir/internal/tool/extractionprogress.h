@@ -12,11 +12,13 @@
 #include <functional>
 
 class QProgressDialog;
-class QThread;
 
 namespace NETWEIR::Internal {
 
 class ToolProcess;
+
+/// The error of an extraction that was cancelled.
+QString cancelError();
 
 /// The application-modal dialog that shows the phase of an extraction and the time since it began,
 /// and the event loops in which the extraction waits.
@@ -40,9 +42,9 @@ public:
     /// False when it still runs. Cancel kills it.
     bool wait(ToolProcess *process, int limit = -1);
 
-    /// Waits for the end of the thread or for Cancel, after which the thread has to end by itself:
-    /// it looks at cancelled().
-    void wait(QThread *thread);
+    /// Runs @p work in a thread and waits for its end. After Cancel it has to end by itself: it
+    /// looks at cancelled().
+    void runInThread(const std::function<void()> &work);
 
 private:
     void cancel();

@@ -3,12 +3,10 @@
 #include "toolprocess.h"
 
 #include <files/regularfile.h>
-#include <netweir/internal/ground/messages.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include <csignal>
 #include <sys/prctl.h>
@@ -34,29 +32,6 @@ void setLimit(decltype(RLIMIT_STACK) resource, rlim_t value)
 }
 
 } // namespace
-
-QString findElaborator(QString *error)
-{
-    const QString chosen = qEnvironmentVariable("TARN_VERILATOR");
-    if (!chosen.isEmpty()) {
-        const QFileInfo info(chosen);
-        if (info.isFile() && info.isExecutable())
-            return info.absoluteFilePath();
-        *error = Text::tr("The elaborator \"%1\" named by the environment variable TARN_VERILATOR "
-                          "is no program. Correct or unset the variable.")
-                     .arg(chosen);
-        return {};
-    }
-    QString found = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
-    if (found.isEmpty())
-        found = QStandardPaths::findExecutable(QStringLiteral(NETWEIR_VERILATOR));
-    if (found.isEmpty())
-        *error =
-            Text::tr("The elaborator \"verilator_bin\" is not installed. Install Verilator, or "
-                     "set the environment variable TARN_VERILATOR to the path of "
-                     "verilator_bin.");
-    return found;
-}
 
 ToolProcess::ToolProcess(const QString &workingFolder)
 {
@@ -113,17 +88,21 @@ ToolProcess::Result ToolProcess::result() const
         return TimedOut;
     if (error() == FailedToStart)
         return NotStarted;
-    const bool crashed = exitStatus() == CrashExit;
-    if ((crashed || exitCode() != 0) && errorOutput().contains("bad_alloc"))
-        return OutOfMemory;
-    if (crashed)
+    if (exitStatus() == CrashExit)
         return exitCode() == SIGXFSZ ? FileTooLarge : Crashed; // Then the number of the signal.
     return exitCode() == 0 ? Succeeded : Failed;
 }
 
-QByteArray ToolProcess::standardOutput() const
+bool ToolProcess::isOutputReadable() const
 {
-    return read(standardOutputPath());
+    return QFileInfo(standardOutputPath()).size() <= MostOutput;
+}
+
+QByteArray ToolProcess::takeStandardOutput()
+{
+    const QByteArray output = read(standardOutputPath());
+    QFile::remove(standardOutputPath());
+    return output;
 }
 
 QByteArray ToolProcess::errorOutput() const

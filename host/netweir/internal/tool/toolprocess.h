@@ -8,13 +8,8 @@
 
 namespace NETWEIR::Internal {
 
-/// Path of the elaborator: the environment variable TARN_VERILATOR, else "verilator_bin" on the
-/// PATH, else where it was when this library was built. Null when there is none; @p error then says
-/// what to do.
-QString findElaborator(QString *error);
-
-/// One run of the elaborator, with limits on memory, stack and files and in a process group of its
-/// own, which dies with this object, after the timeout and with the host.
+/// One run of a tool with limits on memory, stack and files. Its process group dies with this
+/// object, after the timeout and with the host.
 ///
 /// Output goes to files of the working folder, so that no event loop is needed while it runs.
 class ToolProcess final : public QProcess
@@ -22,9 +17,9 @@ class ToolProcess final : public QProcess
     Q_OBJECT
 
 public:
-    enum Result { Succeeded, Failed, Crashed, OutOfMemory, FileTooLarge, TimedOut, NotStarted };
+    enum Result { Succeeded, Failed, Crashed, FileTooLarge, TimedOut, NotStarted };
 
-    /// The output that is read, in bytes.
+    /// The output that can be read, in bytes.
     static constexpr qint64 MostOutput = 1024 * 1024 * 1024;
 
     explicit ToolProcess(const QString &workingFolder);
@@ -41,9 +36,10 @@ public:
     /// Of a run that is over. Failed: the exit code is not 0.
     Result result() const;
 
-    QString standardOutputPath() const;
-    /// Empty when it is larger than MostOutput bytes.
-    QByteArray standardOutput() const;
+    /// False when the output is larger than MostOutput bytes.
+    bool isOutputReadable() const;
+    /// Reads the output, and removes its file to make room.
+    QByteArray takeStandardOutput();
     QByteArray errorOutput() const;
 
     /// The limits in bytes.
@@ -55,6 +51,7 @@ protected:
 
 private:
     void killGroup();
+    QString standardOutputPath() const;
     QString errorOutputPath() const;
     static QByteArray read(const QString &path);
 

@@ -2,67 +2,172 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "attempt.h"
 
+#include "faultreport.h"
+
+#include <files/regularfile.h>
 #include <netweir/internal/ground/messages.h>
+#include <netweir/internal/tool/extractionprogress.h>
+
+#include <QFile>
 
 #include <algorithm>
 #include <limits>
 
 namespace NETWEIR::Internal {
 
-Attempt::Attempt(const DesignSources &design, bool definesToolMacro)
-    : sources(design)
-    , asTheTool(definesToolMacro)
+namespace {
+
+/// Runs that leave out what could not be read in the one before.
+constexpr int MostOmissions = 20;
+
+/// A crash of the elaborator may leave half a file.
+bool isCompleteXml(const QString &path)
+{
+    constexpr int TailLength = 64;
+    QFile file;
+    QString error;
+    if (Files::openRegularFile(path, &file, &error) != Files::Access::Granted)
+        return false;
+    file.seek(qMax<qint64>(0, file.size() - TailLength));
+    return file.readAll().trimmed().endsWith("</verilator_xml>");
+}
+
+QString toolMacroWarning(const QString &reason)
+{
+    return warningMessage({}, Text::tr("The sources are read with the macro %1 defined, since they "
+                                       "cannot be read without it: %2")
+                                  .arg(QLatin1String(ToolMacro), reason));
+}
+
+} // namespace
+
+Attempt::Attempt(const QString &program, const QString &reasonForMacro)
+    : m_program(program)
+    , m_reasonForMacro(reasonForMacro)
 {
 }
 
-bool Attempt::prepare()
+/// Each level of a library folder's files takes a round: their macros are those of all that is read
+/// in front of them. What an unfinished round has to say the next one says too.
+void Attempt::begin(const DesignSources &design, ExtractionProgress *progress)
 {
-    notes += checkSources(sources, &words);
-    if (sources.files.isEmpty())
-        notes.append(warningMessage({}, Text::tr("The design has no Verilog source. Add one, or "
-                                                 "enable it.")));
-    if (!hasErrors() && !sources.files.isEmpty() && !folder.linkSources(sources))
-        notes.append(folder.writeError());
-    isFinal = hasErrors() || sources.files.isEmpty();
-    if (!isFinal)
-        reading = std::make_unique<SourceReading>(sources, words, folder, asTheTool);
-    return !isFinal;
+    DesignSources sources = design;
+    do {
+        m_reading = std::make_unique<SourceReading>(sources, !m_reasonForMacro.isEmpty());
+        m_reading->read(m_program, progress);
+    } while (addFilesOfLibraryFolders(m_reading->missingNames(), &sources) > 0);
+
+    if (!m_reasonForMacro.isEmpty())
+        m_notes.append(toolMacroWarning(m_reasonForMacro));
+    m_notes += m_reading->messages();
+    m_isFinal = m_reading->isFinal();
+    const DesignScan *scan = m_reading->scan();
+    if (!scan || hasErrors() || scan->chosenTop().isEmpty())
+        return;
+    m_input = std::make_unique<ElaboratorInput>(m_reading->sources(), m_reading->text(), *scan);
+    startRun();
 }
 
-void Attempt::take(const QVector<ToolMessage> &messages)
+void Attempt::startRun()
 {
-    said = messages;
-    toolErrors = int(std::count_if(said.begin(), said.end(),
-                                   [](const ToolMessage &message) { return message.error; }));
+    const WorkFolder &folder = m_reading->folder();
+    QFile::remove(resultPath());
+    m_outcome.clear();
+    QString error;
+    if (!m_input->write(folder, &error)) {
+        end(errorMessage(error));
+        return;
+    }
+    m_run = std::make_unique<ElaboratorRun>(m_program, m_input->arguments(), folder.path(),
+                                            m_reading->sources().timeoutSeconds);
 }
 
-bool Attempt::hasErrors() const
+void Attempt::elaborate(ExtractionProgress *progress, int limit)
 {
-    return containsError(notes) || containsError(outcome);
+    while (isRunning()) {
+        progress->setPhase(Text::tr("Elaborating design"));
+        m_run->wait(progress, limit);
+        if (isRunning())
+            return;
+        if (progress->isCancelled())
+            end(cancelError());
+        else
+            finishRun();
+    }
 }
 
-bool Attempt::hasOneTop() const
+/// Takes the result of a run, or runs once more with what can be learnt from its messages.
+void Attempt::finishRun()
 {
-    return reading && reading->tops().size() == 1;
+    m_isElaborated = m_run->succeeded() && isCompleteXml(resultPath());
+    const QString problem = m_isElaborated ? QString() : m_reading->folder().problem();
+    if (!problem.isEmpty()) {
+        end(errorMessage(problem));
+        return;
+    }
+    if (!m_run->succeeded() && !m_hasLearnt && m_input->learn(m_run->messages())) {
+        m_hasLearnt = true;
+        startRun();
+        return;
+    }
+    const FaultReport report(m_reading->sources(), m_reading->text(), *m_reading->scan(),
+                             m_input->stubs());
+    m_outcome = report.userMessages(m_run->messages());
+    const bool isExplained = m_run->failed() && containsError(m_outcome);
+    if (!m_isElaborated && !isExplained)
+        m_outcome.append(m_run->failure(Text::tr("Elaborating the design")));
+    m_isFinal = m_run->hitLimit();
 }
 
-bool Attempt::canElaborate() const
+bool Attempt::leaveOut()
 {
-    return reading && !hasErrors() && !reading->chosenTop().isEmpty();
+    if (!m_input || !hasOneTop() || m_omissions == MostOmissions)
+        return false;
+    const QStringList found = m_input->leaveOut(m_run->messages());
+    if (found.isEmpty())
+        return false;
+    m_notes += found;
+    ++m_omissions;
+    m_hasLearnt = false;
+    startRun();
+    return true;
 }
 
-int Attempt::errors() const
+void Attempt::end(const QString &error)
 {
-    const QStringList all = notes + outcome;
+    m_outcome.append(error);
+    m_isFinal = true;
+}
+
+QStringList Attempt::tops() const
+{
+    return m_reading->scan() ? m_reading->scan()->tops() : QStringList();
+}
+
+QStringList Attempt::modules() const
+{
+    return m_reading->scan() ? m_reading->scan()->modules().modules() : QStringList();
+}
+
+QString Attempt::firstError() const
+{
+    const QStringList all = messages();
+    const auto error = std::find_if(all.begin(), all.end(), isError);
+    return error == all.end() ? QString() : error->section(QLatin1Char(' '), 1);
+}
+
+/// Users are told fewer errors than the tool reports, since many follow from others.
+int Attempt::errorCount() const
+{
+    const QStringList all = messages();
     const int errors = int(std::count_if(all.begin(), all.end(), isError));
+    const int toolErrors = m_run ? m_run->errorCount() : m_reading->toolErrors();
     return errors > 0 ? qMax(errors, toolErrors) : std::numeric_limits<int>::max();
 }
 
-QString Attempt::reason() const
+QString Attempt::resultPath() const
 {
-    const QStringList all = notes + outcome;
-    const auto error = std::find_if(all.begin(), all.end(), isError);
-    return error == all.end() ? QString() : error->section(QLatin1Char(' '), 1);
+    return m_reading->folder().path(QLatin1String(ElaboratedFile));
 }
 
 } // namespace NETWEIR::Internal

@@ -2,41 +2,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "elaboratorinput.h"
 
-#include "faulthints.h"
-#include "sourcereading.h"
-#include "toolfolder.h"
+#include "piecenames.h"
 
+#include <netweir/internal/modules/designscan.h>
 #include <netweir/internal/sources/designsources.h>
-#include <netweir/internal/xml/readoptions.h>
-
-#include <algorithm>
+#include <netweir/internal/tool/workfolder.h>
 
 namespace NETWEIR::Internal {
 
 namespace {
 
-const char TextPrefix[] = "text";
 const char StubFile[] = "stubs.sv";
 
 /// Instantiates a top that instantiates itself: the elaborator would drop instances of its top.
 const char WrapperFile[] = "wrapper.v";
 const char WrapperModule[] = "netweir_top";
-
-/// Name of a piece of the text of @p file for the elaborator: "text7.sv", or "text7_2.sv" for its
-/// blocks from the third one on that come first. The suffix selects the language.
-QString pieceName(const SourceFile &file, const TextPiece &piece)
-{
-    // The elaborator reads library files in the order of their names, and the first of two
-    // definitions counts.
-    constexpr int Digits = 6;
-    const bool isSystemVerilog = file.systemVerilog || !piece.blocks.isEmpty();
-    QString name = QString::number(piece.text);
-    if (file.library)
-        name = name.rightJustified(Digits, QLatin1Char('0'));
-    if (!piece.blocks.isEmpty())
-        name += QLatin1Char('_') + QString::number(piece.blocks.first());
-    return QLatin1String(TextPrefix) + name + QLatin1String(isSystemVerilog ? ".sv" : ".v");
-}
 
 /// By text: whether it is SystemVerilog.
 QVector<bool> languagesOf(const DesignSources &sources)
@@ -45,17 +25,6 @@ QVector<bool> languagesOf(const DesignSources &sources)
     for (int i = 0; i < sources.files.size(); ++i)
         result.append(isSystemVerilog(sources, i));
     return result;
-}
-
-/// The elaborator reads the texts under the names that pieceName() gives them.
-TextLine textLineOf(const ToolMessage &message)
-{
-    const QByteArray prefix(TextPrefix);
-    bool isText = message.file.startsWith(prefix);
-    QByteArray number = message.file.mid(prefix.size(), message.file.indexOf('.') - prefix.size());
-    number = number.split('_').first();
-    const int text = isText ? number.toInt(&isText) : -1;
-    return isText ? TextLine{text, message.line} : TextLine();
 }
 
 } // namespace
@@ -92,43 +61,52 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
     };
 }
 
-ElaboratorInput::ElaboratorInput(const DesignSources &sources, const SourceReading &reading)
+ElaboratorInput::ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
+                                 const DesignScan &scan)
     : m_sources(sources)
-    , m_reading(reading)
-    , m_omissions(reading.text().texts(), languagesOf(sources), reading.chosenTop().toUtf8())
-    , m_stubs(reading.unknownInstantiations(), reading.scanned())
-    , m_primitives(reading.scanned())
-    , m_wrapsTop(reading.topInstantiatesItself())
+    , m_text(text)
+    , m_scan(scan)
+    , m_omissions(text.texts(), languagesOf(sources), scan.chosenTop().toUtf8())
+    , m_stubs(scan.modules().unknownInstantiations(), scan.moduleScan())
+    , m_primitives(scan.moduleScan())
+    , m_wrapsTop(scan.tops().size() == 1 && scan.modules().instantiatesItself(scan.chosenTop()))
 {
 }
 
-bool ElaboratorInput::write(const ToolFolder &folder) const
+bool ElaboratorInput::write(const WorkFolder &folder, QString *error) const
 {
-    bool ok = true;
-    for (const TextPiece &piece : m_reading.order().pieces()) {
-        QByteArray content = m_omissions.texts()[piece.text];
-        if (piece.blocks.isEmpty()) // In the others there are no instances.
-            content = m_stubs.withoutArrays(piece.text, content);
-        content = m_reading.order().contentOf(piece, content);
-        if (piece.blocks.isEmpty())
-            content = m_primitives.named(piece.text, content);
-        ok = ok && folder.write(pieceName(m_sources.files[piece.text], piece), content);
+    const QVector<TextPiece> &pieces = m_scan.order().pieces();
+    for (const TextPiece &piece : pieces) {
+        const QString name = pieceName(m_sources.files[piece.text], piece);
+        if (!folder.write(name, contentOf(piece), error))
+            return false;
     }
-    if (m_wrapsTop && ok)
-        ok = folder.write(QLatin1String(WrapperFile), QByteArray("module ") + WrapperModule +
-                                                          "; \\" + m_reading.chosenTop().toUtf8() +
-                                                          " top();\nendmodule\n");
-    if (!m_stubs.isEmpty() && ok)
-        ok = folder.write(QLatin1String(StubFile), m_stubs.text());
-    return ok;
+    if (m_wrapsTop && !folder.write(QLatin1String(WrapperFile), wrapper(), error))
+        return false;
+    return m_stubs.isEmpty() || folder.write(QLatin1String(StubFile), m_stubs.text(), error);
+}
+
+QByteArray ElaboratorInput::contentOf(const TextPiece &piece) const
+{
+    const QByteArray &text = m_omissions.texts()[piece.text];
+    if (!piece.blocks.isEmpty()) // No instances are in it.
+        return m_scan.order().contentOf(piece, text);
+    return m_primitives.named(
+        piece.text, m_scan.order().contentOf(piece, m_stubs.withoutArrays(piece.text, text)));
+}
+
+QByteArray ElaboratorInput::wrapper() const
+{
+    return QByteArray("module ") + WrapperModule + "; \\" + m_scan.chosenTop().toUtf8() +
+           " top();\nendmodule\n";
 }
 
 QStringList ElaboratorInput::arguments() const
 {
-    QStringList result = elaboratorArguments(m_wrapsTop ? QString(QLatin1String(WrapperModule))
-                                                        : m_reading.chosenTop(),
-                                             m_sources.standard, m_timed);
-    for (const TextPiece &piece : m_reading.order().pieces()) {
+    QStringList result =
+        elaboratorArguments(m_wrapsTop ? QString(QLatin1String(WrapperModule)) : m_scan.chosenTop(),
+                            m_sources.standard, m_timed);
+    for (const TextPiece &piece : m_scan.order().pieces()) {
         const SourceFile &file = m_sources.files[piece.text];
         if (file.library && piece.blocks.isEmpty())
             result.append(QStringLiteral("-v"));
@@ -179,67 +157,22 @@ bool ElaboratorInput::addTypeParameter(const ToolMessage &message)
 QStringList ElaboratorInput::leaveOut(const QVector<ToolMessage> &messages)
 {
     const int modules = m_omissions.modules().size();
-    const QStringList found =
-        m_omissions.leaveOut(messages, textLineOf,
-                             [this](const TextLine &line) { return m_reading.text().place(line); });
+    const QStringList found = m_omissions.leaveOut(
+        messages, textLineOf, [this](const TextLine &line) { return m_text.place(line); });
     if (m_omissions.modules().size() > modules)
-        m_stubs = Stubs(m_reading.unknownWithout(m_omissions.modules()), m_reading.scanned());
+        m_stubs = Stubs(m_scan.unknownWithout(m_omissions.modules()), m_scan.moduleScan());
     return found;
 }
 
-QStringList ElaboratorInput::userMessages(const QVector<ToolMessage> &messages) const
+ReadOptions ElaboratorInput::readOptions() const
 {
-    QStringList result;
-    if (std::any_of(messages.begin(), messages.end(),
-                    [](const ToolMessage &message) { return message.error; }))
-        result = m_reading.order().suspicions();
-    for (const ToolMessage &message : messages) {
-        if (isBadUnknownPin(message))
-            result.append(
-                errorMessage(placeOf(message),
-                             Text::tr("An interface or an array is connected to a module that no "
-                                      "file defines. Add the file that defines the module.")));
-    }
-    return result + toUserMessages(explained(messages),
-                                   [this](const ToolMessage &message) { return placeOf(message); });
-}
-
-QVector<ToolMessage> ElaboratorInput::explained(QVector<ToolMessage> messages) const
-{
-    const QSet<QByteArray> names = m_reading.knownNames();
-    FaultHints hints(m_sources, m_reading.text().texts(), names);
-    for (ToolMessage &message : messages) {
-        const TextLine place = textLineOf(message);
-        if (message.error)
-            hints.explain(&message, place);
-        if (message.error && place.text >= 0 && m_reading.order().usesMissing(place.text))
-            message.followsUp = true;
-    }
-    return messages;
-}
-
-/// The elaborator takes neither an interface nor an unpacked array for the vectors that the pins of
-/// stubs are.
-bool ElaboratorInput::isBadUnknownPin(const ToolMessage &message) const
-{
-    return message.text.startsWith("Illegal input port connection '") &&
-           m_stubs.isUnknownAt(textLineOf(message));
-}
-
-Place ElaboratorInput::placeOf(const ToolMessage &message) const
-{
-    Place place = m_reading.text().place(textLineOf(message));
-    place.column = message.column;
-    return place;
-}
-
-void ElaboratorInput::describe(ReadOptions *options) const
-{
-    options->topIsWrapped = m_wrapsTop;
-    options->unknownModules = m_stubs.unknownModules();
-    options->primitiveModules = m_stubs.primitiveModules();
-    options->tiedNets = m_reading.tiedNets();
-    options->omittedWrites = m_omissions.writes();
+    ReadOptions options;
+    options.topIsWrapped = m_wrapsTop;
+    options.unknownModules = m_stubs.unknownModules();
+    options.primitiveModules = m_stubs.primitiveModules();
+    options.tiedNets = m_scan.modules().tiedNets();
+    options.omittedWrites = m_omissions.writes();
+    return options;
 }
 
 } // namespace NETWEIR::Internal

@@ -7,6 +7,7 @@
 
 #include <netweir/internal/modules/primitiveinstances.h>
 #include <netweir/internal/modules/stubs.h>
+#include <netweir/internal/xml/readoptions.h>
 
 #include <QString>
 #include <QStringList>
@@ -14,10 +15,11 @@
 
 namespace NETWEIR::Internal {
 
-class SourceReading;
-class ToolFolder;
+class DesignScan;
+class PreprocessedText;
+class WorkFolder;
 struct DesignSources;
-struct ReadOptions;
+struct TextPiece;
 
 /// What the elaborator writes into its working folder.
 constexpr char ElaboratedFile[] = "design.xml";
@@ -27,16 +29,17 @@ constexpr char ElaboratedFile[] = "design.xml";
 /// @p timed.
 QStringList elaboratorArguments(const QString &top, const QString &standard, bool timed);
 
-/// What the elaborator is given: the texts of a reading, stubs, and how to read them. Changes with
+/// What the elaborator is given: the texts of a design, stubs, and how to read them. Changes with
 /// what runs that fail tell.
 class ElaboratorInput
 {
 public:
-    /// Both must live as long as this.
-    ElaboratorInput(const DesignSources &sources, const SourceReading &reading);
+    /// All must live as long as this.
+    ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
+                    const DesignScan &scan);
 
     /// Writes all files that arguments() names.
-    bool write(const ToolFolder &folder) const;
+    bool write(const WorkFolder &folder, QString *error) const;
     QStringList arguments() const;
 
     /// Learns from the messages of a run that failed. True when another run may go further.
@@ -46,26 +49,26 @@ public:
     /// message for each item; none when nothing new was left out.
     QStringList leaveOut(const QVector<ToolMessage> &messages);
 
-    /// The messages of a run as users read them.
-    QStringList userMessages(const QVector<ToolMessage> &messages) const;
+    const Stubs &stubs() const { return m_stubs; }
 
-    /// Tells the reader of the result what the elaborator was given in place of the design.
-    void describe(ReadOptions *options) const;
+    /// What the reader of the result has to know: what the elaborator was given in place of the
+    /// design.
+    ReadOptions readOptions() const;
 
 private:
+    QByteArray contentOf(const TextPiece &piece) const;
+    QByteArray wrapper() const;
     bool addMissingPin(const ToolMessage &message);
     bool addTypeParameter(const ToolMessage &message);
-    QVector<ToolMessage> explained(QVector<ToolMessage> messages) const;
-    bool isBadUnknownPin(const ToolMessage &message) const;
-    Place placeOf(const ToolMessage &message) const;
 
     const DesignSources &m_sources;
-    const SourceReading &m_reading;
+    const PreprocessedText &m_text;
+    const DesignScan &m_scan;
     Omissions m_omissions;
     Stubs m_stubs;
     PrimitiveInstances m_primitives;
     bool m_wrapsTop;
-    bool m_timed = false; ///< The tool looks at delays and events; by default it leaves them out.
+    bool m_timed = false; ///< The elaborator looks at delays and events instead of dropping them.
 };
 
 } // namespace NETWEIR::Internal

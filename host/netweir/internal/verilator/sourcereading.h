@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <netweir/internal/modules/sourceorder.h>
+#include "sourcelinks.h"
+
+#include <netweir/internal/modules/designscan.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/preprocessedtext.h>
-#include <netweir/internal/verilog/modulescan.h>
+#include <netweir/internal/tool/workfolder.h>
 
 #include <QByteArrayList>
-#include <QHash>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -17,72 +17,55 @@
 
 namespace NETWEIR::Internal {
 
-class ToolFolder;
-class ToolProcess;
+class ElaboratorRun;
+class ExtractionProgress;
 
-/// The sources behind the preprocessor, and what the scan finds in them.
+/// The sources of a design on their way through check, preprocessor and scan. Owns the folder in
+/// which the tool works.
 class SourceReading
 {
 public:
-    /// Sources and folder must live as long as this. The macro of the tool is defined only with
-    /// @p asTheTool.
-    SourceReading(const DesignSources &sources, const SourceWords &words, const ToolFolder &folder,
-                  bool asTheTool);
+    SourceReading(const DesignSources &sources, bool definesToolMacro);
 
-    /// To be called in front of the preprocessor. False when the folder cannot be written.
-    bool prepare(QStringList *messages);
-    QStringList preprocessorArguments() const;
+    /// Goes as far as the sources let it.
+    void read(const QString &program, ExtractionProgress *progress);
 
-    /// Takes what the preprocessor wrote and says. False when that is no text to go on with.
-    bool takeTexts(const ToolProcess &process, QStringList *messages);
+    const QStringList &messages() const { return m_messages; }
 
-    /// The preprocessor found faults in code that marks hide; nobody is told of them.
-    bool hasHiddenFaults() const { return m_hasHiddenFaults; }
+    /// Cancelled, ended by a limit or by a fault that other macros would not change.
+    bool isFinal() const { return m_isFinal; }
 
-    /// Finds modules and tops, and what cannot be elaborated.
-    void scan(QStringList *messages);
+    /// Errors of the preprocessor, those in hidden code included.
+    int toolErrors() const { return m_toolErrors; }
 
-    const PreprocessedText &text() const { return *m_text; }
-    const SourceOrder &order() const { return *m_order; }
-    /// Names of units and types.
-    QSet<QByteArray> knownNames() const;
-    const ModuleScan &scanned() const { return m_scan; }
-    const QStringList &tops() const { return m_tops; }
-    const QStringList &modules() const { return m_modules; }
-
-    /// The module to be elaborated: the only top or, in texts that the scan does not understand,
-    /// any one, so that the elaborator says what is wrong. Null when there is nothing to do.
-    const QString &chosenTop() const { return m_chosenTop; }
-    bool topInstantiatesItself() const { return m_topInstantiatesItself; }
-
-    /// See ReadOptions.
-    const QHash<QString, QSet<QString>> &tiedNets() const { return m_tiedNets; }
-    /// Instantiations of modules that neither sources nor libraries define.
-    const QVector<Instantiation> &unknownInstantiations() const { return m_unknown; }
-    /// The same when nobody defines @p modules either.
-    QVector<Instantiation> unknownWithout(const QSet<QByteArray> &modules) const;
-    /// Modules and packages that a library folder may have a file for.
+    /// Modules and packages that a library folder may have a file for. None after an error.
     const QByteArrayList &missingNames() const { return m_missing; }
 
-private:
-    void addMessages(const ToolProcess &process, QStringList *messages);
-    void scanTexts();
+    const DesignSources &sources() const { return m_sources; }
+    const SourceWords &words() const { return m_words; }
+    const WorkFolder &folder() const { return m_folder; }
 
-    const DesignSources &m_sources;
+    /// Null when the preprocessor gave no text.
+    const DesignScan *scan() const { return m_scan.get(); }
+    /// What was scanned.
+    const PreprocessedText &text() const { return *m_text; }
+
+private:
+    bool check();
+    QString preprocess(const QString &program, ExtractionProgress *progress);
+    void takeMessages(const ElaboratorRun &run);
+
+    const DesignSources m_sources;
+    const bool m_definesToolMacro;
     SourceWords m_words;
-    bool m_asTheTool;
-    const ToolFolder &m_folder;
-    bool m_hasHiddenFaults = false;
+    WorkFolder m_folder;
+    SourceLinks m_links;
     std::unique_ptr<PreprocessedText> m_text;
-    std::unique_ptr<SourceOrder> m_order;
-    ModuleScan m_scan;
-    QStringList m_tops;
-    QStringList m_modules;
-    QString m_chosenTop;
-    bool m_topInstantiatesItself = false;
-    QHash<QString, QSet<QString>> m_tiedNets;
-    QVector<Instantiation> m_unknown;
+    std::unique_ptr<DesignScan> m_scan;
     QByteArrayList m_missing;
+    QStringList m_messages;
+    int m_toolErrors = 0;
+    bool m_isFinal = false;
 };
 
 } // namespace NETWEIR::Internal

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "designscan.h"
+
+#include <netweir/internal/ground/messages.h>
+#include <netweir/internal/sources/designsources.h>
+#include <netweir/internal/sources/preprocessedtext.h>
+
+#include <algorithm>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+ModuleScan scanTexts(const DesignSources &sources, const PreprocessedText &text)
+{
+    ModuleScan result;
+    for (int i = 0; i < sources.files.size(); ++i) {
+        const int before = result.units.size();
+        scanModules(text.texts()[i], i, isSystemVerilog(sources, i), &result);
+        for (int unit = before; unit < result.units.size(); ++unit)
+            result.units[unit].library = sources.files[i].library;
+    }
+    return result;
+}
+
+} // namespace
+
+DesignScan::DesignScan(const DesignSources &sources, const PreprocessedText &text)
+    : m_sources(sources)
+    , m_text(text)
+    , m_scan(scanTexts(sources, text))
+    , m_modules(m_scan, text)
+    , m_order(sources, text)
+    , m_tops(m_modules.tops(sources.top))
+{
+}
+
+void DesignScan::addMessages(QStringList *messages) const
+{
+    *messages += m_order.warnings() + m_order.errors();
+    if (!containsError(*messages))
+        *messages += m_modules.topWarnings(m_sources.top);
+    *messages += m_modules.duplicateErrors();
+    const QString circle = m_modules.circleError(m_tops);
+    if (!circle.isEmpty())
+        messages->append(circle);
+    if (m_tops.size() != 1)
+        return;
+    const QString top = m_tops.first();
+    const QString endless = m_modules.endlessError(top);
+    const QString recursion = endless.isEmpty() ? m_modules.mutualError(top) : endless;
+    if (!recursion.isEmpty())
+        messages->append(recursion);
+    *messages += m_modules.dimensionErrors(top);
+}
+
+QString DesignScan::chosenTop() const
+{
+    if (m_tops.size() == 1)
+        return m_tops.first();
+    return m_scan.balanced ? QString() : m_modules.modules().value(0, QStringLiteral("top"));
+}
+
+QSet<QByteArray> DesignScan::knownNames() const
+{
+    QSet<QByteArray> result = m_order.types();
+    for (const DesignUnit &unit : m_scan.units)
+        result.insert(unit.name);
+    return result;
+}
+
+QByteArrayList DesignScan::missingNames() const
+{
+    return m_modules.missingModules() + m_order.missingPackages();
+}
+
+QVector<Instantiation> DesignScan::unknownWithout(const QSet<QByteArray> &modules) const
+{
+    ModuleScan scan = m_scan;
+    const auto gone =
+        std::remove_if(scan.units.begin(), scan.units.end(),
+                       [&](const DesignUnit &unit) { return modules.contains(unit.name); });
+    scan.units.erase(gone, scan.units.end());
+    return DesignModules(scan, m_text).unknownInstantiations();
+}
+
+} // namespace NETWEIR::Internal

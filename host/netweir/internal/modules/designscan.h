@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "designmodules.h"
+#include "sourceorder.h"
+
+#include <netweir/internal/verilog/modulescan.h>
+
+#include <QByteArrayList>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace NETWEIR::Internal {
+
+class PreprocessedText;
+struct DesignSources;
+
+/// What the texts of a design say before any tool elaborates them: which modules there are, which
+/// of them is the top, and in which order the texts are to be read.
+class DesignScan
+{
+public:
+    /// Both must live as long as this.
+    DesignScan(const DesignSources &sources, const PreprocessedText &text);
+    DesignScan(const DesignScan &) = delete;
+    DesignScan &operator=(const DesignScan &) = delete;
+
+    /// Adds what is wrong with the design. Why there is no single top is added only when no error
+    /// in @p messages may be the reason.
+    void addMessages(QStringList *messages) const;
+
+    const ModuleScan &moduleScan() const { return m_scan; }
+    const DesignModules &modules() const { return m_modules; }
+    const SourceOrder &order() const { return m_order; }
+
+    /// Candidates for the top module.
+    const QStringList &tops() const { return m_tops; }
+
+    /// The module to be elaborated: the only top. In texts that the scan does not understand it is
+    /// any module, so that the elaborator says what is wrong. Null when there is nothing to do.
+    QString chosenTop() const;
+
+    /// Names of units and types.
+    QSet<QByteArray> knownNames() const;
+
+    /// Modules and packages that a library folder may have a file for.
+    QByteArrayList missingNames() const;
+
+    /// Instantiations of modules that no file defines when @p modules are taken away.
+    QVector<Instantiation> unknownWithout(const QSet<QByteArray> &modules) const;
+
+private:
+    const DesignSources &m_sources;
+    const PreprocessedText &m_text;
+    ModuleScan m_scan;
+    DesignModules m_modules;
+    SourceOrder m_order;
+    QStringList m_tops;
+};
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "toolmessages.h"
+
+#include <QStringList>
+#include <QVector>
+
+namespace NETWEIR::Internal {
+
+class DesignScan;
+class PreprocessedText;
+class Stubs;
+struct DesignSources;
+
+/// Words the elaborator's messages for users: with places in their own files, and with the causes
+/// that the scan of the design knows.
+class FaultReport
+{
+public:
+    /// All must live as long as this.
+    FaultReport(const DesignSources &sources, const PreprocessedText &text, const DesignScan &scan,
+                const Stubs &stubs);
+
+    QStringList userMessages(const QVector<ToolMessage> &messages) const;
+
+private:
+    QVector<ToolMessage> explained(QVector<ToolMessage> messages) const;
+    bool isBadUnknownPin(const ToolMessage &message) const;
+    Place placeOf(const ToolMessage &message) const;
+
+    const DesignSources &m_sources;
+    const PreprocessedText &m_text;
+    const DesignScan &m_scan;
+    const Stubs &m_stubs;
+};
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "piecenames.h"
+
+#include <netweir/internal/sources/designsources.h>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+const char TextPrefix[] = "text";
+
+} // namespace
+
+QString pieceName(const SourceFile &file, const TextPiece &piece)
+{
+    // The elaborator reads library files in the order of their names, and the first of two
+    // definitions counts.
+    constexpr int Digits = 6;
+    const bool isSystemVerilog = file.systemVerilog || !piece.blocks.isEmpty();
+    QString name = QString::number(piece.text);
+    if (file.library)
+        name = name.rightJustified(Digits, QLatin1Char('0'));
+    if (!piece.blocks.isEmpty())
+        name += QLatin1Char('_') + QString::number(piece.blocks.first());
+    return QLatin1String(TextPrefix) + name + QLatin1String(isSystemVerilog ? ".sv" : ".v");
+}
+
+TextLine textLineOf(const ToolMessage &message)
+{
+    const QByteArray prefix(TextPrefix);
+    bool isText = message.file.startsWith(prefix);
+    QByteArray number = message.file.mid(prefix.size(), message.file.indexOf('.') - prefix.size());
+    number = number.split('_').first();
+    const int text = isText ? number.toInt(&isText) : -1;
+    return isText ? TextLine{text, message.line} : TextLine();
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "toolmessages.h"
+
+#include <netweir/internal/modules/sourceorder.h>
+#include <netweir/internal/sources/preprocessedtext.h>
+
+#include <QString>
+
+namespace NETWEIR::Internal {
+
+struct SourceFile;
+
+/// Name under which the elaborator reads a piece of the text of @p file: "text7.sv", or
+/// "text7_2.sv" for the blocks from the third one on that come first. The suffix tells the
+/// language.
+QString pieceName(const SourceFile &file, const TextPiece &piece);
+
+/// The line of the texts that a message is about. No text when it names no piece.
+TextLine textLineOf(const ToolMessage &message);
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <netweir/internal/sources/preprocessedtext.h>
+
+#include <QVector>
+
+namespace NETWEIR::Internal {
+
+class WorkFolder;
+struct DesignSources;
+
+/// Links in the work folder to all sources and include folders. Their names are plain: the tool
+/// cuts names at blanks and gives several characters a meaning of its own.
+class SourceLinks
+{
+public:
+    /// False when a link cannot be made; @p error then says why.
+    bool make(const DesignSources &sources, const WorkFolder &folder, QString *error);
+
+    /// The sources in their order, and the include folders in the order of their search.
+    const QVector<PathAlias> &files() const { return m_files; }
+    const QVector<PathAlias> &folders() const { return m_folders; }
+
+private:
+    bool linkIncludeFolder(const QString &path, const WorkFolder &folder, QString *error);
+
+    QVector<PathAlias> m_files;
+    QVector<PathAlias> m_folders;
+};
+
+} // namespace NETWEIR::Internal
