@@ -127,6 +127,8 @@ private Q_SLOTS:
     void reportsALateTimeout();
     void namesATemporaryFolderThatIsNone_data();
     void namesATemporaryFolderThatIsNone();
+    void namesAnIncludeFolderThatCannotBeLinked();
+    void saysThatAFileForTheToolCannotBeWritten();
     void saysThatTheTemporaryFolderIsFull();
     void reportsAMissingTool();
     void limitsMemoryAndStackOfTheTool();
@@ -1644,6 +1646,39 @@ void TestExtraction::namesATemporaryFolderThatIsNone()
                                         "room there, or set the environment variable TMPDIR to "
                                         "another folder.")
                              .arg(path, reason)));
+}
+
+void TestExtraction::namesAnIncludeFolderThatCannotBeLinked()
+{
+    const QString path = '/' + QString(5000, 'x');
+    DesignFixture design;
+    design.add("top.v", "module top; endmodule\n");
+    design.set(TE::DesignInfo::IncludePaths, QStringList(path));
+    design.findModules();
+    QCOMPARE(design.firstError(),
+             QStringLiteral("ERROR: No link to %1 can be made in the temporary folder in %2: File "
+                            "name too long. Set the environment variable TMPDIR to a folder that "
+                            "can hold links.")
+                 .arg(path, m_temp.path()));
+    QVERIFY(!design.buildNetlist());
+}
+
+/// The stubs, in whose place the tool has left a folder.
+void TestExtraction::saysThatAFileForTheToolCannotBeWritten()
+{
+    DesignFixture design;
+    design.add("top.v", "module top; unknown u(); endmodule\n");
+    qputenv("TARN_VERILATOR",
+            fakeTool("mkdir stubs.sv\n" +
+                     QByteArray(PreprocessTop).replace("module top;", "module top; unknown u();"))
+                .toLocal8Bit());
+    design.findModules();
+    QCOMPARE(design.messages,
+             QStringList(QStringLiteral("ERROR: A file in the temporary folder in %1 cannot be "
+                                        "written: File exists. Set the environment variable TMPDIR "
+                                        "to another folder.")
+                             .arg(m_temp.path())));
+    QVERIFY(!design.buildNetlist());
 }
 
 /// Of any size: the tool itself does not notice that its output was cut off.
