@@ -114,8 +114,8 @@ bool coveredBy(const SignalItem &bus, const SignalItem &item)
     return false;
 }
 
-/// Reconciles one shown bus, or signal of no kind, with the new buses; true when one of them covers
-/// it.
+/// Reconciles one shown bus, or signal without a kind, with the new buses. True when one of them
+/// covers it.
 bool nestedReconcile(const SignalItem &shown, Signals &buses)
 {
     for (int i = 0; i < buses.size(); ++i) {
@@ -143,7 +143,7 @@ void nestedCheckRepeat(QTreeWidget *tree, Signals &buses, Signals &singles)
     }
 }
 
-/// A tree that gets the same signals again and again.
+/// A tree that receives the same signals again in each round.
 class MergeBench
 {
 public:

@@ -83,8 +83,8 @@ public:
             fail("other rows than those selected were removed");
     }
 
-    /// The median time of removing the rows in @p ranges, which are selected, over that of clearing
-    /// the list in the same state.
+    /// Median time of removing the selected rows in @p ranges, divided by that of clearing the list
+    /// in the same state.
     double ratio(const QVector<QPair<int, int>> &ranges)
     {
         const QList<QString> left = namesBut(m_items, ranges);

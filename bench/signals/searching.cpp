@@ -35,7 +35,7 @@ constexpr Mode Plain{"plain", false, QRegExp::FixedString};
 constexpr Mode Wildcard{"wildcard", true, QRegExp::WildcardUnix};
 constexpr Mode Expression{"regular expression", true, QRegExp::RegExp};
 
-/// Mode, pattern and case of a row of the table.
+/// Mode, pattern and case sensitivity of a row of the table.
 std::string titleOf(const Mode &mode, const char *pattern, Qt::CaseSensitivity sensitivity)
 {
     return std::string(mode.name) + " `" + pattern + "`" +

@@ -59,8 +59,8 @@ inline double timeOf(const std::function<void()> &work)
     return cpuTime() - before;
 }
 
-/// Runs every candidate once a round, in order, and returns the median CPU seconds of each. The
-/// first round warms up and does not count.
+/// Runs every candidate once per round, in order. Returns the median CPU seconds of each. The first
+/// round is a warm-up and does not count.
 inline std::vector<double> interleavedMedians(int rounds,
                                               const std::vector<std::function<void()>> &candidates)
 {

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: The TARN Inserter authors
 # SPDX-License-Identifier: Apache-2.0
-"""A desktop of its own for a driven program: X server, window manager, mouse, keys and pixels."""
+"""A private desktop for a driven program: X server, window manager, mouse, keys and pixels."""
 
 import os
 import re
@@ -51,7 +51,7 @@ class Image:
         ]
 
     def part(self, x, y, width, height):
-        """The pixels of a rectangle, to be compared with those of another."""
+        """The pixels of a rectangle, for comparisons."""
         return [row[3 * x : 3 * (x + width)] for row in self.rows[y : y + height]]
 
 
@@ -138,8 +138,8 @@ class Workbench:
 
 
 def start_x_server():
-    """With the first free number. Without -noreset it would start anew, and refuse who connects
-    meanwhile, each time that the last program leaves it."""
+    """Takes the first free number. Without -noreset the server would restart, and refuse
+    connections meanwhile, whenever its last client disconnects."""
     read_end, write_end = os.pipe()
     screen = ["-screen", "0", "1280x800x24"]
     server = subprocess.Popen(
@@ -155,7 +155,7 @@ def start_x_server():
 
 
 def start_window_manager():
-    """Windows that it finds at its start it moves: it has to be there before the first one."""
+    """Has to run before the first window appears: at its start it moves the windows it finds."""
     manager = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
     asks = ["xdotool", "get_num_desktops"]
     wait_for(
@@ -165,7 +165,7 @@ def start_window_manager():
 
 
 def drive(program, example, plugins, shots, story, suffixes=("json", "tarn")):
-    """Like drive_in(), in a folder of its own that is gone afterwards."""
+    """Like drive_in(), in a temporary folder."""
     with tempfile.TemporaryDirectory(prefix="tarn drive ") as scratch:
         return drive_in(Path(scratch), program, example, plugins, shots, story, suffixes)
 

@@ -1,20 +1,20 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: The TARN Inserter authors
 # SPDX-License-Identifier: Apache-2.0
-"""Does the whole job of the editor on an example with mouse and keys, under an X server of its own.
+"""Does a whole job in the editor with mouse and keys, on an example, under a private X server.
 
 usage: drivejob.py WORKBENCH EXAMPLE_FOLDER QT_PLUGIN_FOLDER SHOTS_FOLDER
 
 Creates a configuration, picks and orders the signals of its ports, sets initial values and the user
-clock, saves, closes and reopens the file. What is saved must be, byte for byte, the file of the
-example's name in the folder "expected"; the reopened page must show what it showed before. Leaves
-screenshots in SHOTS_FOLDER. Ends with exit code 1 and the reason at the first thing that differs.
+clock, saves, closes and reopens the file. The saved file must equal the file of the example's name
+in the folder "expected", and the reopened page must look as before. Leaves screenshots in
+SHOTS_FOLDER. Ends with exit code 1 and the reason at the first difference.
 """
 
 import sys
 from pathlib import Path
 
-sys.dont_write_bytecode = True  # The folder of the sources stays as it is.
+sys.dont_write_bytecode = True  # Leave no files among the sources.
 from desktop import drive, expect, run, wait_for
 from editor import Editor
 from widgets import expect_soon
@@ -42,7 +42,7 @@ class Job(Editor):
         self.screen.shoot("reopened")
 
     def save_again(self):
-        """Saves what was read, after changes that cancel each other out."""
+        """Saves the file as it was read, after two changes that cancel each other out."""
         self.press("checkUserClock")
         self.wait_for_tab("job.tarn *")
         self.press("checkUserClock")
@@ -57,7 +57,7 @@ class Job(Editor):
 class SensorHub(Job):
     def run(self):
         self.create("job")
-        # With the core that an empty file gets, it is modified.
+        # An empty file gets a core, which counts as a change.
         self.open_by_menu(self.file, "job.tarn *")
         self.add_ports("In", 3)
         self.add_ports("Out", 2)
@@ -261,7 +261,7 @@ class SensorHub(Job):
         )
         for row in ("hub_top/dbg_duty[7:0]", "hub_top/dbg_duty_force"):
             self.click_row("treeWidget", row, times=2)
-        # Grey: what drives it already is the design.
+        # Grey: the design drives it already.
         self.click_row("treeWidget", "hub_top/duty[23:0]")
         self.screen.shoot("drivable")
         self.press("btnAdd")
@@ -316,7 +316,7 @@ class SensorHub(Job):
         self.screen.shoot("values")
 
     def pastes_a_value(self):
-        # The middle button pastes the selection, of which only hexadecimal digits fit.
+        # The middle button pastes the selection; the line accepts hexadecimal digits only.
         self.click(self.find("lineEditUserClock").rect, times=2)
         x, y, _, height = self.lines()[0].rect
         # Not before and into the "0x".
@@ -384,7 +384,7 @@ class PacketFilter(Job):
         self.press("checkBoxCaseSensitive")
         self.search("LANE_VALID")
         self.search("lane_valid", self.VALID)
-        # All rows are taken, those of the bits of a bus too.
+        # Takes all rows, including the bits of a bus.
         self.press("btnAddAll")
         bits = [f"pf_top/u_arbiter/lane_valid[{n}]" for n in (3, 2, 1, 0)]
         self.expect_chosen(self.VALID, *bits)
@@ -544,7 +544,7 @@ class PacketFilter(Job):
         self.screen.key("Tab")
         self.expect_values(["0x9", "0x3", "0x0"], ["1001", "11", "0", "0"])
 
-        # What is added to a port stands to the right and begins with zeros.
+        # An added signal comes last, on the right, and starts with zeros.
         self.open_port("Out", 1)
         self.open_search()
         self.search(self.FORCE, self.FORCE)

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: The TARN Inserter authors
 # SPDX-License-Identifier: Apache-2.0
-"""Drives the workbench with mouse and keys under an X server of its own.
+"""Drives the workbench with mouse and keys under a private X server.
 
 usage: driveworkbench.py WORKBENCH EXAMPLE_FOLDER QT_PLUGIN_FOLDER SHOTS_FOLDER
 
@@ -13,7 +13,7 @@ SHOTS_FOLDER. Ends with exit code 1 and the reason at the first difference.
 import re
 import sys
 
-sys.dont_write_bytecode = True  # The folder of the sources stays as it is.
+sys.dont_write_bytecode = True  # Leave no files among the sources.
 from desktop import drive, expect, wait_for
 from editor import Editor
 from widgets import expect_soon

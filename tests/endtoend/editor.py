@@ -125,7 +125,7 @@ class Editor(Widgets):
         expect_soon("the bits", self.bits, bits)
 
     def type_value(self, number, digits):
-        """Types an initial value over the one that stands there, without leaving the line."""
+        """Replaces an initial value, without leaving the line."""
         x, y, width, height = self.lines()[number].rect
         self.screen.click(x + width - 10, y + height // 2)
         wait_for("the focus on the value", lambda: self.lines()[number].focus)
@@ -133,7 +133,7 @@ class Editor(Widgets):
         self.screen.type(digits)
 
     def page(self):
-        """What the page shows with all ports expanded: texts, and the pixels at its top."""
+        """The page with all ports expanded: its texts, and the pixels at its top."""
         for tree in ("treeProbeOut", "treeProbeIn"):
             ports = [row.text for row in self.find(tree).rows if row.depth == 0]
             for port in reversed(ports):
@@ -148,7 +148,7 @@ class Editor(Widgets):
     # The dialogs of a port
 
     def accept(self):
-        """Presses OK of the active window and waits for its end."""
+        """Presses OK in the active window and waits until it is gone."""
         button = self.find(text="OK")
         self.click(button.rect)
         self.wait_for_no_window(button.window)
@@ -176,7 +176,7 @@ class Editor(Widgets):
         self.find("comboBoxSearchIn", text=module)
 
     def choose(self, *rows):
-        """Takes these results over."""
+        """Adds these results to the chosen signals."""
         self.select("treeWidget", *rows)
         self.press("btnAdd")
 

@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: The TARN Inserter authors
 # SPDX-License-Identifier: Apache-2.0
-"""Takes the pictures of the documentation from the running workbench, under an X server of its own.
+"""Takes the pictures of the documentation from the running workbench, under a private X server.
 
 usage: takepictures.py WORKBENCH EXAMPLE_FOLDER QT_PLUGIN_FOLDER PICTURE_FOLDER
 
-Goes with a copy of the example sensorhub through all windows of the editor, with mouse and keys,
-and writes one picture of each to PICTURE_FOLDER. Ends with exit code 1 and the reason when a window
-does not come.
+Opens all windows of the editor with mouse and keys, on a copy of the example sensorhub, and writes
+one picture of each to PICTURE_FOLDER. Ends with exit code 1 and the reason when a window does not
+appear.
 """
 
 import os
@@ -17,13 +17,13 @@ import tempfile
 from functools import partial
 from pathlib import Path
 
-sys.dont_write_bytecode = True  # The folder of the sources stays as it is.
+sys.dont_write_bytecode = True  # Leave no files among the sources.
 from desktop import drive_in, run, wait_for
 from editor import Editor
 
 
 class SlowReading:
-    """Holds the reading of netlists up, so that its progress dialog can be seen."""
+    """Delays the reading of netlists, so that its progress dialog can be seen."""
 
     def __init__(self, folder):
         self.flag = folder / "hold"
@@ -54,7 +54,7 @@ class Tour(Editor):
     # Pictures
 
     def picture(self, name, at_rest=True):
-        """The active window with its frame. No screen where a caret blinks comes to rest."""
+        """The active window with its frame. Without a rest for windows with a blinking caret."""
         self.screen.move(0, 0)  # No button looks as if it were about to be pressed.
         if at_rest:
             self.screen.still()
@@ -62,7 +62,7 @@ class Tour(Editor):
         self.write(name, "-frame", "-window", window)
 
     def picture_of_area(self, name, *rects):
-        """What encloses these rectangles of the screen."""
+        """The smallest part of the screen that contains these rectangles."""
         self.screen.still()
         left = min(x for x, _, _, _ in rects)
         top = min(y for _, y, _, _ in rects)
@@ -87,7 +87,7 @@ class Tour(Editor):
         self.screen.key("Return")
 
     def dismiss(self, title):
-        """Presses OK of the box."""
+        """Presses OK in the box."""
         self.press(text="OK")
         self.wait_for_no_window(title)
 

@@ -204,7 +204,7 @@ QWidget *TestEditing::banner() const
     for (QWidget *child : m_view->findChildren<QWidget *>()) {
         if (child->inherits("TARN::ReloadBanner") && child->isVisible()) {
             if (found)
-                return nullptr; // Never two at a time.
+                return nullptr; // There is never more than one.
             found = child;
         }
     }
@@ -256,7 +256,7 @@ void TestEditing::savesExampleByteForByte()
     QVERIFY(!save()->isEnabled());
     QCOMPARE(m_view->windowTitle(), example + ".tarn");
     QCOMPARE(QString::fromUtf8(readFile(m_file)), QString::fromUtf8(before));
-    // The view's own write is no change from outside.
+    // The view's own write does not count as a change.
     QVERIFY(settle(m_view));
     QVERIFY(!banner());
 }
@@ -367,7 +367,7 @@ void TestEditing::changedFileIsReloaded()
     const QByteArray config = readFile(m_file);
     QVERIFY(open());
     for (const int count : {3, 2}) {
-        // Several writes in a row make one banner.
+        // Several writes in a row raise one banner.
         writeFile(m_file, withCores(config, 1));
         QVERIFY(waitForFileNotices());
         writeFile(m_file, withCores(config, count));

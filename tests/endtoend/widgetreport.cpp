@@ -30,7 +30,7 @@ QRect onScreen(const QWidget *widget, const QRect &rect)
     return {widget->mapToGlobal(rect.topLeft()), rect.size()};
 }
 
-/// What of the widget lies within all that it lies in.
+/// The part of the widget that none of its parents clips.
 QRect shownPart(const QWidget *widget)
 {
     QRect part = onScreen(widget, widget->rect());
@@ -41,7 +41,7 @@ QRect shownPart(const QWidget *widget)
     return part;
 }
 
-/// What a user reads on the widget.
+/// The text that a user reads on the widget.
 QString textOf(const QWidget *widget)
 {
     for (const char *name :
@@ -53,7 +53,7 @@ QString textOf(const QWidget *widget)
     return {};
 }
 
-/// The row after @p row as it is shown, in the order of the screen.
+/// The row that the view shows below @p row.
 QModelIndex nextRow(const QAbstractItemView *view, const QModelIndex &row)
 {
     if (const auto *tree = qobject_cast<const QTreeView *>(view))

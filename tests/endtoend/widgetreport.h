@@ -7,8 +7,8 @@
 
 namespace TarnTest {
 
-/// Tells everybody who connects to a local socket what the application shows and where, so that a
-/// script can point a real mouse at it. Only reads: nothing is clicked, focused or changed here.
+/// Reports on a local socket which widgets the application shows and where, so that a script can
+/// point a real mouse at them. Only reads; never clicks, focuses or changes anything.
 class WidgetReport final : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ private:
     QLocalServer m_server;
 };
 
-/// The plug-in that Qt loads by QT_QPA_GENERIC_PLUGINS=widgetreport:SOCKET into any application.
+/// The plug-in that Qt loads into any application with QT_QPA_GENERIC_PLUGINS=widgetreport:SOCKET.
 class WidgetReportPlugin final : public QGenericPlugin
 {
     Q_OBJECT

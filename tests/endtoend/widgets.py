@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """Finds the widgets of the driven program by name and text, for a real mouse and real keys.
 
-The program carries the plug-in widgetreport.cpp, which tells what is shown and where. All input
-goes through the X server, as that of a user.
+The plug-in widgetreport.cpp in the program reports what is shown and where. All input goes through
+the X server, like that of a user.
 """
 
 import json
@@ -31,14 +31,14 @@ def shown(value):
 
 
 class Widgets:
-    """Mouse and keys on what the active window shows. Everything is waited for."""
+    """Mouse and keys on the widgets of the active window. Waits for each widget it uses."""
 
     def __init__(self, screen, workbench):
         self.screen = screen
         self.workbench = workbench
 
     def report(self):
-        """Everything that is shown at this moment."""
+        """Everything that the program shows now."""
         self.workbench.expect_running()
         with socket.socket(socket.AF_UNIX) as client:
             try:
@@ -59,7 +59,7 @@ class Widgets:
         ]
 
     def find(self, name=None, **wanted):
-        """The only such widget, once it stays as it is and where it is."""
+        """The only such widget, once it neither changes nor moves."""
 
         def found():
             widgets = self.shown(name, **wanted)
@@ -85,7 +85,7 @@ class Widgets:
         self.click(self.find(name, enabled=True, **wanted).rect)
 
     def click(self, rect, right=12, **how):
-        """Clicks that far from the left end: the rest of a wide check box is dead."""
+        """Clicks near the left end: a wide check box ignores clicks elsewhere."""
         x, y, width, height = rect
         self.screen.click(x + min(width // 2, right), y + height // 2, **how)
 
@@ -98,7 +98,7 @@ class Widgets:
         raise Failure(f"Tab does not reach {wanted}")
 
     def enter(self, name, text):
-        """Replaces what the line holds."""
+        """Replaces the text of the line."""
         self.click(self.find(name, enabled=True).rect)
         self.screen.key("ctrl+a", "BackSpace")
         self.screen.type(text)
@@ -112,7 +112,7 @@ class Widgets:
         expect_soon(name, lambda: self.rows(name), list(rows))
 
     def row(self, name, text, **wanted):
-        """The only row with this text, scrolled to when needed."""
+        """The only row with this text. Scrolls to it when needed."""
 
         def found():
             view = self.find(name, **wanted)
@@ -146,8 +146,8 @@ class Widgets:
         return [row.text for row in self.find(name).rows if row.selected]
 
     def drag(self, name, text, target, place):
-        """Drags a row with the mouse to the upper or lower half of the target, or below all rows.
-        With it goes all that is selected, when the row is."""
+        """Drags a row with the mouse to the upper or lower half of the target, or below all rows. A
+        selected row takes the whole selection with it."""
         self.pick_up(name, text)
         if place == "end":
             x, y, width, height = self.find(name).rect
@@ -167,7 +167,7 @@ class Widgets:
         self.screen.button_down()
 
         def dragging():
-            # To and fro: moves that the program has not seen yet count as one.
+            # To and fro: the server merges moves that the program has not read yet.
             self.screen.move(x + 30, y, x + 40, y)
             return self.report().dragging
 

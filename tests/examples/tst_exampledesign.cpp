@@ -51,7 +51,7 @@ std::unique_ptr<RtlNetlist> readDesign(QStringList *tops, QStringList *messages)
     return std::unique_ptr<RtlNetlist>(netlist);
 }
 
-/// What is wrong with the signals of a configuration, one line each.
+/// The faults in the signals of a configuration, one line each.
 class SignalCheck
 {
 public:
@@ -120,7 +120,8 @@ private:
     QStringList m_problems;
 };
 
-/// Closes every modal window but the progress of the reader, which comes on a slow machine only.
+/// Closes every modal window except the reader's progress dialog, which appears on slow machines
+/// only.
 class WindowGuard
 {
 public:
@@ -130,7 +131,7 @@ public:
         m_timer.start(20);
     }
 
-    /// Titles and texts of what was closed, one line each.
+    /// Titles and texts of the closed windows, one line each.
     QString closed() const { return m_closed.join('\n'); }
 
 private:

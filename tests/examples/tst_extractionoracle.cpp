@@ -40,7 +40,7 @@ QString marksOrDash(const Item &item)
     return text.isEmpty() ? QStringLiteral(" -") : text;
 }
 
-/// The node and all below it, one line each; the bits of a bus on a line of their own.
+/// The node and everything below it, one line each; the bits of a bus on a separate line.
 void print(const Hierachy *node, const QString &indent, QString *text)
 {
     *text += indent + "node " + node->instName() + " : " + node->moduleName() + '\n';
@@ -98,8 +98,8 @@ QMap<QString, QVariant> designOf(const QString &path)
 
 } // namespace
 
-/// Small designs with the netlist that each has to give, written by hand beside it: NAME.v or
-/// NAME.sv and NAME.net.
+/// Small designs, each with its expected netlist, which is written by hand: NAME.v or NAME.sv with
+/// NAME.net.
 class TestExtractionOracle : public TarnTest::TestCase
 {
     Q_OBJECT

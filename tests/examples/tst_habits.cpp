@@ -30,15 +30,15 @@ QStringList linesOf(const QString &path)
     return QString::fromUtf8(TarnTest::readFile(path)).split('\n', Qt::SkipEmptyParts);
 }
 
-/// What came of a habit.
+/// The result of reading a habit.
 struct Outcome
 {
     QStringList messages;
     std::unique_ptr<NETWEIR::RtlNetlist> netlist;
 };
 
-/// The project that the user describes: project.json, or design.f behind the words of
-/// arguments.txt. A line of @p messages says why there is none.
+/// The project of the user: project.json, or design.f after the words of arguments.txt. When there
+/// is none, a line of @p messages says why.
 bool readProject(const QDir &folder, TE::Project *project, QStringList *messages)
 {
     QString error;
@@ -77,8 +77,8 @@ Outcome open(const QDir &folder)
     return outcome;
 }
 
-/// What is wrong with the messages of a habit: each has to begin with a line of messages.txt, and
-/// each line has to begin a message. Empty when nothing is.
+/// The faults in the messages of a habit, empty when there are none. Each message has to begin with
+/// a line of messages.txt, and each line has to begin a message.
 QString problemsOf(const QStringList &messages, const QStringList &expected)
 {
     QString problems;
@@ -101,10 +101,10 @@ QString problemsOf(const QStringList &messages, const QStringList &expected)
 
 } // namespace
 
-/// Designs in the way users have them, each the habit of many: how files are listed, guarded,
-/// ordered and written. A folder holds the sources, the list (design.f or project.json), what has
-/// to come out (expected.net, in the form of netlisttext.h, none when the design cannot open) and
-/// what has to be said (messages.txt, the beginning of each message, none when nothing is).
+/// Designs as users write them. Each shows a common habit of listing, guarding, ordering or writing
+/// files. A folder contains the sources, the list (design.f or project.json), the expected netlist
+/// (expected.net, in the form of netlisttext.h, missing when the design cannot open) and the
+/// expected messages (messages.txt, the beginning of each, missing when there are none).
 ///
 /// The netlists are written by hand, from the rules of the language.
 class TestHabits : public TarnTest::TestCase

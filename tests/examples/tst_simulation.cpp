@@ -20,7 +20,7 @@ namespace {
 
 constexpr int ToolTimeout = 300000;
 
-/// A change of the design that its test bench has to notice.
+/// A change of the design that its test bench has to detect.
 struct Mutation
 {
     const char *name;
@@ -52,7 +52,7 @@ const Mutation sensorHubMutations[] = {
     {"lamp test not connected", "hub_top.v", ".lamp_test (dbg_lamp_test)", ".lamp_test (1'b0)"},
 };
 
-// Expressions: each is replaced by a choice at run time, so that one build serves all.
+// Expressions, each replaced by a choice at run time, so that one build serves all.
 const Mutation packetFilterMutations[] = {
     {"lower end of a range excluded", "pf_match_pkg.sv", "header.port >= rule.port_low",
      "header.port > rule.port_low"},
@@ -86,7 +86,7 @@ struct Run
 Run run(const QString &program, const QStringList &arguments, const QString &folder)
 {
     QProcess process;
-    // Two of the builds differ in the design only.
+    // Two of the builds differ only in the design.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     if (!QStandardPaths::findExecutable("ccache").isEmpty())
         environment.insert("OBJCACHE", "ccache");
@@ -118,7 +118,8 @@ QString verdict(const Run &result)
     return found;
 }
 
-/// Applies a change to the text of a file; fails the test function when it does not fit.
+/// Applies a change to the text of a file. Fails the test function when the text to replace is
+/// missing.
 QByteArray replaceOnce(QByteArray text, const QByteArray &from, const QByteArray &to)
 {
     if (text.count(from) != 1) {
@@ -140,8 +141,8 @@ QString fileOfName(const QStringList &files, const QString &name)
 
 } // namespace
 
-/// Simulates the bundled examples with their self-checking test benches, as they are and with
-/// faults put in.
+/// Simulates the bundled examples with their self-checking test benches, unchanged and with
+/// injected faults.
 class TestSimulation : public TestCase
 {
     Q_OBJECT

@@ -1,13 +1,14 @@
 # SPDX-FileCopyrightText: The TARN Inserter authors
 # SPDX-License-Identifier: Apache-2.0
 
-# Builds the SDK of another host, the plug-in against nothing but that, and a program of that host,
-# and runs it.
+# Builds the SDK of another host, the plug-in against that SDK alone, and a program of that host.
+# Then runs the program.
 # Run with -D SOURCE_DIR=... WORK_DIR=... GENERATOR=... COMPILER=... SUPPORT_LIBRARY=...
 
 include("${CMAKE_CURRENT_LIST_DIR}/../support/runcommand.cmake")
 
-# build(name source [option...]): builds and installs. For the compiler, few large files are cheap.
+# build(name source [option...]): builds and installs. Unity builds, as few large files compile
+# faster.
 function(build name source)
     run("${CMAKE_COMMAND}" -S "${source}" -B "${WORK_DIR}/${name}-build" -G "${GENERATOR}"
         "-DCMAKE_CXX_COMPILER=${COMPILER}" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0

@@ -18,10 +18,10 @@ namespace TarnTest {
 
 /// Answers the modal windows and menus that the code under test opens, in the order announced.
 ///
-/// A window that nobody announced, or whose class, title or text differs, is recorded as an error
-/// and dismissed, as is one that stays open for longer than 30 seconds. Call problems() at the end:
-/// it is empty when exactly the announced windows came. A progress dialog that nobody announced is
-/// left alone: whether it appears depends on the speed of the machine, and it ends by itself.
+/// Records an error and dismisses the window when it was not announced, when its class, title or
+/// text differs, and when it stays open for longer than 30 seconds. Call problems() at the end: it
+/// is empty when exactly the announced windows appeared. Progress dialogs need no announcement:
+/// whether they appear depends on the speed of the machine, and they close by themselves.
 class ModalScript : public QObject
 {
     Q_OBJECT
@@ -39,13 +39,13 @@ public:
     explicit ModalScript(QObject *parent = nullptr);
     ~ModalScript() override;
 
-    /// A message box with exactly these properties, answered with @p answer. @p meanwhile runs
-    /// while the box is open, before the answer.
+    /// A message box with exactly these properties. @p meanwhile runs while the box is open; then
+    /// the box is answered with @p answer.
     void expectBox(const Box &box, QMessageBox::StandardButton answer = QMessageBox::Ok,
                    const std::function<void(QMessageBox *)> &meanwhile = {});
 
-    /// A modal window of the class @p className (or derived) with that title. @p action has to end
-    /// it.
+    /// A modal window of the class @p className (or derived) with that title. @p action has to
+    /// close it.
     void expectDialog(const QString &className, const QString &title,
                       const std::function<void(QDialog *)> &action);
 
@@ -56,20 +56,20 @@ public:
     /// The menu must show exactly @p entries, disabled ones with a leading '-'.
     void expectMenu(const QStringList &entries, const QString &choice);
 
-    /// What went wrong, one line each, announced windows that did not come included.
+    /// The errors, one line each, including announced windows that did not appear.
     QString problems() const;
 
 private:
     struct Step
     {
         QString description;
-        /// Returns what differs from the announcement, empty when it is the right window.
+        /// Describes a window that was not announced; empty for the right one.
         std::function<QString(QWidget *)> mismatch;
         std::function<void(QWidget *)> act;
     };
 
     void poll();
-    /// A progress dialog that nobody announced.
+    /// Whether the window is a progress dialog that was not announced.
     bool isUnasked(QWidget *window) const;
     void handle(QWidget *window);
     void dismiss(QWidget *window);

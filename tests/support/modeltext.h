@@ -9,8 +9,8 @@ class QAbstractItemModel;
 
 namespace TarnTest {
 
-/// The whole model as text for comparison: one line an item (columns joined with " | "), four
-/// blanks of indentation a level, each line ended with a line feed.
+/// The whole model as text for comparison: one line per item (columns joined with " | "), indented
+/// by four blanks per level, each line ended with a line feed.
 QString modelText(const QAbstractItemModel *model, int role = Qt::DisplayRole);
 
 } // namespace TarnTest

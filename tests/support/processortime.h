@@ -6,7 +6,7 @@
 
 namespace TarnTest {
 
-/// Time that this process computed, in nanoseconds, whatever else the machine does.
+/// CPU time of this process in nanoseconds, which does not depend on the load of the machine.
 qint64 processorNanoseconds();
 
 } // namespace TarnTest

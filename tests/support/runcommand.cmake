@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: The TARN Inserter authors
 # SPDX-License-Identifier: Apache-2.0
 
-# run(command argument...): ends the script with what the command said when it fails.
+# run(command argument...): ends the script with the output of the command when it fails.
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
         ERROR_VARIABLE output)

@@ -61,7 +61,7 @@ void TestCase::handleMessage(QtMsgType type, const QMessageLogContext &context,
     TestCase *test = currentTest;
     if (!test)
         return;
-    // The off-screen platform says so of every window that it shows.
+    // The off-screen platform writes this for every window.
     if (message.startsWith(QLatin1String("This plugin does not support ")))
         return;
     if (type == QtDebugMsg)

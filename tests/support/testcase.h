@@ -9,11 +9,11 @@
 
 namespace TarnTest {
 
-/// Base of every test class. Records the debug stream while a test function runs and fails the
-/// function when a warning or a critical message was written that it did not announce with
-/// expectWarning(), or when an announced one did not come.
+/// Base of every test class. Records the debug stream while a test function runs. The function
+/// fails on a warning or critical message that it did not announce with expectWarning(), and when
+/// an announced one is missing.
 ///
-/// A derived class with an init() or cleanup() of its own calls the one here.
+/// A derived class that defines init() or cleanup() has to call the function of this class.
 class TestCase : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     ~TestCase() override;
 
 protected:
-    /// Lines written with qDebug() since the test function began, exact to the byte.
+    /// Lines written with qDebug() since the test function began.
     QStringList debugLines() const { return m_debugLines; }
     void clearDebugLines() { m_debugLines.clear(); }
 

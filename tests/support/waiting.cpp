@@ -40,8 +40,8 @@ void runDueEvents()
 
 bool waitForFileNotices()
 {
-    // The system tells of changes in their order, and the event loop serves all watchers in one
-    // round: once this watcher was told, the others were told of everything before.
+    // The system reports changes in their order, and the event loop serves all watchers in one
+    // round: once this watcher has its notice, the others have the notices of all earlier changes.
     const QTemporaryDir folder;
     const QString file = folder.filePath(QStringLiteral("last"));
     writeFile(file, "before");

@@ -6,15 +6,15 @@ class QObject;
 
 namespace TarnTest {
 
-/// Runs what is due by now: posted events and timers without an interval.
+/// Runs the posted events and the timers without an interval.
 void runDueEvents();
 
-/// Waits until every watcher of files in this process was told of the changes made so far. False
-/// when the system does not tell.
+/// Waits until every file watcher of this process has its notices of the changes so far. False when
+/// they do not come.
 bool waitForFileNotices();
 
-/// Waits until the changes of files made so far have all their consequences in @p watching, which
-/// collects them with timers below it: they are noticed, and no timer runs any more.
+/// Waits until @p watching has dealt with all changes of files so far: its watchers have their
+/// notices, and no timer below it runs any more. After that these changes have no more effects.
 bool settle(const QObject *watching);
 
 } // namespace TarnTest

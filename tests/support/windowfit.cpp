@@ -22,7 +22,7 @@ QString textOf(const QSize &size)
     return QStringLiteral("%1x%2").arg(size.width()).arg(size.height());
 }
 
-/// Rows of item views have heights of their own.
+/// Item views choose the heights of their rows themselves.
 bool isInView(const QWidget *widget)
 {
     for (; widget; widget = widget->parentWidget()) {
@@ -32,7 +32,7 @@ bool isInView(const QWidget *widget)
     return false;
 }
 
-/// What @p widget needs to show its text; nothing when it has none.
+/// The size that @p widget needs for its text, invalid without a text.
 QSize neededSize(const QWidget *widget)
 {
     const QFontMetrics metrics = widget->fontMetrics();
@@ -40,7 +40,7 @@ QSize neededSize(const QWidget *widget)
     if (tool && tool->toolButtonStyle() == Qt::ToolButtonIconOnly)
         return tool->sizeHint();
     if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
-        // Where the width is limited the margins may shrink, the text not.
+        // With a limited width the margins may shrink, but not the text.
         const QSize text = metrics.tightBoundingRect(button->text()).size();
         return text.expandedTo(button->sizeHint().boundedTo(button->maximumSize()));
     }

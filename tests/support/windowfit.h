@@ -9,9 +9,8 @@ class QWidget;
 
 namespace TarnTest {
 
-/// What is wrong with the layout of @p window, which is shown: texts of buttons, boxes and labels
-/// that are cut off at its present size, and a smallest size beyond a screen of 1280 x 720. One
-/// line each; empty when all is well.
+/// The faults in the layout of the visible @p window, one line each: texts of buttons, boxes and
+/// labels that are cut off at its present size, and a minimum size larger than 1280 x 720.
 QString layoutFaults(const QWidget *window);
 
 /// Sets the size of the application's font while it lives.
@@ -22,7 +21,7 @@ public:
     ~FontSize();
     Q_DISABLE_COPY(FontSize)
 
-    /// Column "points" of a test: the usual size and what people with weak eyes choose.
+    /// Adds rows for the column "points": the usual size and larger ones for weak eyes.
     static void addSizes();
 
 private:

@@ -34,8 +34,8 @@ LAYERS = (
 )
 
 # The rooms of the extractor, the folders in host/netweir/internal, and the rooms that each may use.
-# What stands outside of them belongs to "extraction", but for the classes of the netlist, which
-# belong to their store.
+# Files outside the rooms belong to "extraction", except the classes of the netlist, which belong to
+# their store.
 EXTRACTOR = ("host", "netweir")
 ROOMS = {
     "ground": (),
@@ -83,7 +83,7 @@ def includes_of(path):
 
 
 def resolve(root, including, name, quoted):
-    """The project's file that the name stands for, relative to root; None for foreign ones."""
+    """The project's file of that name, relative to root; None for foreign files."""
     bases = [root / including.parent] if quoted else []
     for base in bases + [root, root / "host", root / "tests"]:
         candidate = pathlib.Path(os.path.normpath(base / name))
@@ -286,7 +286,7 @@ def anchors_of(text):
 
 
 def check_links(root):
-    """Follows the links between the documents, and looks for pictures that none shows."""
+    """Follows the links between the documents and finds pictures that no document shows."""
     problems = []
     reached = set()
     for path in [*sorted(root.glob("*.md")), *sorted((root / "docs").rglob("*.md"))]:

@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: The TARN Inserter authors
 # SPDX-License-Identifier: Apache-2.0
 
-# Installs the SDK of a built tree, builds the plug-in against nothing but that, and installs it.
+# Installs the SDK of a built tree, builds the plug-in against that SDK alone, and installs it.
 # Run with -D SOURCE_DIR=... BUILD_DIR=... WORK_DIR=... GENERATOR=... COMPILER=... LIB_DIR=...
 # QT_INCLUDES=...
 
@@ -9,7 +9,7 @@ include("${CMAKE_CURRENT_LIST_DIR}/../support/runcommand.cmake")
 
 file(REMOVE_RECURSE "${WORK_DIR}")
 run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --component sdk --prefix "${WORK_DIR}/sdk")
-# Moved, so that only a package that finds itself works.
+# Moved, so that only a relocatable package works.
 file(RENAME "${WORK_DIR}/sdk" "${WORK_DIR}/moved sdk")
 run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}"
     "-DTARN_SDK_DIR=${WORK_DIR}/moved sdk" "-DCMAKE_CXX_COMPILER=${COMPILER}"
@@ -26,7 +26,7 @@ foreach(folder IN ITEMS "${SOURCE_DIR}/host" "${BUILD_DIR}/host")
     endif()
 endforeach()
 
-# With the header of the view manager a host opens files in the plug-in.
+# A host opens files in the plug-in through the header of the view manager.
 file(WRITE "${WORK_DIR}/alone.cpp" "#include <plugin/tarnviewmanager.h>\n")
 run("${COMPILER}" -std=c++17 -fPIC -Wall -Wextra -Werror -fsyntax-only ${QT_INCLUDES}
     "-I${WORK_DIR}/moved sdk/include/tarn-inserter" "${WORK_DIR}/alone.cpp")

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "entrypoint.h"
 
-// With nothing before it: the installed header stands alone.
+// Included first: the installed header stands alone.
 #include <plugin/tarnviewmanager.h>
 
 #include <dev/devicearg.h>

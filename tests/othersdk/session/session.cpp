@@ -75,7 +75,7 @@ void press(QWidget *window, QDialogButtonBox::StandardButton button)
     child<QDialogButtonBox>(window, "buttonBox")->button(button)->click();
 }
 
-/// Searches for @p pattern with the mode whose button is called @p mode; what is found, as text.
+/// The results of a search for @p pattern as text; @p mode names the button of the search mode.
 QString found(QDialog *dialog, const char *mode, const QString &pattern)
 {
     child<QAbstractButton>(dialog, mode)->click();
@@ -86,9 +86,9 @@ QString found(QDialog *dialog, const char *mode, const QString &pattern)
 
 } // namespace
 
-/// One session of a host that is not ours, from loading the plug-in to the end, in order. Each
-/// function goes on where the one before it ended.
-class OtherSession : public TestCase
+/// One session of another host, from loading the plug-in to the end. Each test function continues
+/// where the previous one ended.
+class TestOtherSession : public TestCase
 {
     Q_OBJECT
 
@@ -122,7 +122,8 @@ private:
                                            QStringLiteral("TARN.TarnViewManager.Context"));
     }
     int banners() const { return view()->findChildren<QWidget *>("TARN__ReloadBanner").size(); }
-    /// Opens the dialog of the first port of @p tree and in it the search; @p use ends the latter.
+    /// Opens the dialog of the first port in @p tree and from there the search, which @p use has to
+    /// close.
     void editPort(const char *tree, const QString &title,
                   const std::function<void(QDialog *)> &use);
 
@@ -133,7 +134,7 @@ private:
     QPointer<ExtSys::IPlugin> m_plugin;
 };
 
-void OtherSession::initTestCase()
+void TestOtherSession::initTestCase()
 {
     QVERIFY(m_dir.isValid());
     m_file = m_dir.filePath("session.tarn");
@@ -143,13 +144,13 @@ void OtherSession::initTestCase()
     };
 }
 
-void OtherSession::cleanup()
+void TestOtherSession::cleanup()
 {
     QCOMPARE(m_script.problems(), QString());
     TestCase::cleanup();
 }
 
-void OtherSession::loads()
+void TestOtherSession::loads()
 {
     m_loader.setFileName(QStringLiteral(TARN_PLUGIN_FILE));
     QCOMPARE(m_loader.metaData().value("IID").toString(),
@@ -159,7 +160,7 @@ void OtherSession::loads()
     QCOMPARE(viewsInPlugin(), 0);
 }
 
-void OtherSession::initialises()
+void TestOtherSession::initialises()
 {
     QVERIFY(m_plugin->initialize());
     m_plugin->extensionsInitialized();
@@ -168,7 +169,7 @@ void OtherSession::initialises()
     QVERIFY(!saveAction()->isEnabled());
 }
 
-void OtherSession::wizardCreatesFile()
+void TestOtherSession::wizardCreatesFile()
 {
     auto *wizard = qobject_cast<Core::IFileWizardFactory *>(OtherHost::self().pool.first());
     QVERIFY(wizard);
@@ -181,14 +182,14 @@ void OtherSession::wizardCreatesFile()
     QCOMPARE(OtherHost::self().project.files, QStringList(m_file));
 }
 
-void OtherSession::missingManagersAnswerNothing_data()
+void TestOtherSession::missingManagersAnswerNothing_data()
 {
     QTest::addColumn<bool>("hasEngine");
     QTest::newRow("no task engine") << false;
     QTest::newRow("no managers") << true;
 }
 
-void OtherSession::missingManagersAnswerNothing()
+void TestOtherSession::missingManagersAnswerNothing()
 {
     QFETCH(bool, hasEngine);
 
@@ -202,7 +203,7 @@ void OtherSession::missingManagersAnswerNothing()
     QCOMPARE(QUtil::EventManager::instance()->subscriptions(), 0);
 }
 
-void OtherSession::opensFile()
+void TestOtherSession::opensFile()
 {
     QVERIFY(openInPlugin(m_file, "XY70")); // Still without a flow manager.
     QVERIFY(openInPlugin(m_file, "XY70"));
@@ -216,7 +217,7 @@ void OtherSession::opensFile()
     QVERIFY(saveAction()->isEnabled());
 }
 
-void OtherSession::checkNamesWhatIsMissing()
+void TestOtherSession::checkNamesWhatIsMissing()
 {
     const QByteArray before = readFile(m_file);
     ModalScript::Box box{QMessageBox::Critical, "Error",
@@ -227,8 +228,8 @@ void OtherSession::checkNamesWhatIsMissing()
     QCOMPARE(readFile(m_file), before);
 }
 
-void OtherSession::editPort(const char *tree, const QString &title,
-                            const std::function<void(QDialog *)> &use)
+void TestOtherSession::editPort(const char *tree, const QString &title,
+                                const std::function<void(QDialog *)> &use)
 {
     m_script.expectDialog("TARN::ProbeDialog", title, [](QDialog *dialog) {
         child<QAbstractButton>(dialog, "btnAdd")->click();
@@ -239,7 +240,7 @@ void OtherSession::editPort(const char *tree, const QString &title,
     Q_EMIT ports->itemDoubleClicked(ports->topLevelItem(0), 0);
 }
 
-void OtherSession::searchFindsNamesThatComeByValue()
+void TestOtherSession::searchFindsNamesThatComeByValue()
 {
     child<QPushButton>(view(), "btnProbeInAdd")->click();
     QString all;
@@ -272,7 +273,7 @@ void OtherSession::searchFindsNamesThatComeByValue()
                             "        top/data[0]\n"));
 }
 
-void OtherSession::drivenNetIsGreyForProbeOut()
+void TestOtherSession::drivenNetIsGreyForProbeOut()
 {
     child<QPushButton>(view(), "btnProbeOutAdd")->click();
     bool clockIsFree = false;
@@ -291,7 +292,7 @@ void OtherSession::drivenNetIsGreyForProbeOut()
     QCOMPARE(rows(view(), "treeProbeOut"), QStringLiteral("Probe Out0\n    top/clk\n"));
 }
 
-void OtherSession::clockIsLookedUp()
+void TestOtherSession::clockIsLookedUp()
 {
     child<QCheckBox>(view(), "checkUserClock")->click();
     child<QLineEdit>(view(), "lineEditUserClock")->setText("top/none");
@@ -303,9 +304,9 @@ void OtherSession::clockIsLookedUp()
     child<QLineEdit>(view(), "lineEditUserClock")->setText("top/clk");
 }
 
-void OtherSession::savesWhatWasChosen()
+void TestOtherSession::savesWhatWasChosen()
 {
-    // Without managers no synthesis tool stands in the way.
+    // Without a design manager saving does not ask for the synthesis tool.
     OtherHost::self().hasDesignManager = false;
     saveAction()->trigger();
     OtherHost::self().hasDesignManager = true;
@@ -315,7 +316,7 @@ void OtherSession::savesWhatWasChosen()
         QVERIFY2(content.contains(name), name);
 }
 
-void OtherSession::eventsRaiseBanners()
+void TestOtherSession::eventsRaiseBanners()
 {
     send("TE.File.Modified", {{"file", "/design/notes.txt"}}); // Of type 9.
     QCOMPARE(banners(), 0);
@@ -333,7 +334,7 @@ void OtherSession::eventsRaiseBanners()
     QCOMPARE(viewsInPlugin(), 1);
 }
 
-void OtherSession::eventsWithoutManagersAreNoCrash()
+void TestOtherSession::eventsWithoutManagersAreNoCrash()
 {
     OtherHost::self().hasEngine = false;
     send("TE.File.Modified", {{"file", "/design/top.v"}});
@@ -347,7 +348,7 @@ void OtherSession::eventsWithoutManagersAreNoCrash()
     QCOMPARE(paths, QStringList({"/design/inc", "/abs"}));
 }
 
-void OtherSession::synthesisToolIsAsked()
+void TestOtherSession::synthesisToolIsAsked()
 {
     OtherHost::self().options = {{"Synthesize_tool", "Synplify"}};
     child<QLineEdit>(view(), "lineEditUserClock")->setText("top/u0/q");
@@ -360,7 +361,7 @@ void OtherSession::synthesisToolIsAsked()
     QVERIFY(!saveAction()->isEnabled());
 }
 
-void OtherSession::closes()
+void TestOtherSession::closes()
 {
     QVERIFY(closeInPlugin(m_file));
     QCOMPARE(viewsInPlugin(), 0);
@@ -369,7 +370,7 @@ void OtherSession::closes()
     QVERIFY(!closeInPlugin(m_file));
 }
 
-void OtherSession::shutsDown()
+void TestOtherSession::shutsDown()
 {
     m_plugin->shutDown();
     QVERIFY(!saveAction());
@@ -380,7 +381,7 @@ void OtherSession::shutsDown()
     QVERIFY(QRegExp("[A-F0-9]").exactMatch("F"));
 }
 
-void OtherSession::startsAgain()
+void TestOtherSession::startsAgain()
 {
     m_plugin = qobject_cast<ExtSys::IPlugin *>(m_loader.instance());
     QVERIFY2(m_plugin, qPrintable(m_loader.errorString()));
@@ -396,12 +397,12 @@ void OtherSession::startsAgain()
     m_loader.unload();
 }
 
-void OtherSession::leavesNothingBehind()
+void TestOtherSession::leavesNothingBehind()
 {
     QCOMPARE(viewsInPlugin(), -1);
     QCOMPARE(QUtil::EventManager::instance()->subscriptions(), 0);
     QCOMPARE(QApplication::topLevelWidgets().size(), 0);
 }
 
-TARN_TEST_MAIN(OtherSession)
+TARN_TEST_MAIN(TestOtherSession)
 #include "session.moc"

@@ -17,7 +17,7 @@ public:
     }
 
     QString shortTitle() { return m_shortTitle; }
-    /// In a manner that newer Qt advises against.
+    /// Deprecated in newer versions of Qt.
     int titleWidth() { return fontMetrics().width(m_shortTitle); }
 
 public slots:

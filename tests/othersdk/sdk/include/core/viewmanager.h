@@ -12,7 +12,7 @@ namespace Core {
 
 class IView;
 
-/// Shows each view in a window of its own. No operation is static but instance().
+/// Shows each view in a separate window. Only instance() is static.
 class ViewManager : public QObject
 {
     Q_OBJECT

@@ -11,8 +11,8 @@ class Hierachy;
 class RtlNet;
 class RtlNetBus;
 
-/// The nets of one small design: "top" with the nets clk and done, which is driven, and the bus
-/// data[1:0], and in it an instance "u0" of "leaf" with the net q.
+/// The netlist of one small design: "top" has the net clk, the driven net done, the bus data[1:0],
+/// and an instance "u0" of "leaf" with the net q.
 class RtlNetlist
 {
 public:

@@ -13,7 +13,7 @@
 
 class QAction;
 
-/// What the host has at the moment, for the session to change.
+/// The state of the host, which the session changes.
 struct OtherHost
 {
     static OtherHost &self();
@@ -21,9 +21,9 @@ struct OtherHost
     bool hasEngine = true;
     bool hasDesignManager = true;
     bool hasFlowManager = true;
-    QMap<QString, QVariant> design; ///< What DesignManager::getSourceFileInfo() returns.
+    QMap<QString, QVariant> design; ///< The result of DesignManager::getSourceFileInfo().
     QMap<QString, QVariant> options;
     Core::Project project;
-    QList<QPointer<QObject>> pool;                            ///< What the plug-in handed over.
+    QList<QPointer<QObject>> pool;                            ///< The objects from the plug-in.
     QMap<QPair<QString, QString>, QPointer<QAction>> actions; ///< By id and context.
 };
