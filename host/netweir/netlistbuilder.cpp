@@ -5,22 +5,13 @@
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/store/netliststore.h>
 
+#include <QStringBuilder>
+
 #include <cstdlib>
-#include <cstring>
 
 namespace NETWEIR {
 
 namespace {
-
-/// @p prefix and @p name in one allocation of the exact size.
-QString joined(const QString &prefix, const QString &name)
-{
-    QString text(prefix.size() + name.size(), Qt::Uninitialized);
-    QChar *out = text.data();
-    std::memcpy(out, prefix.constData(), std::size_t(prefix.size()) * sizeof(QChar));
-    std::memcpy(out + prefix.size(), name.constData(), std::size_t(name.size()) * sizeof(QChar));
-    return text;
-}
 
 /// The text "[index]", written without a heap allocation.
 class BitSuffix
@@ -39,24 +30,13 @@ public:
         *--m_begin = QLatin1Char('[');
     }
 
-    const QChar *data() const { return m_begin; }
-    int size() const { return int(m_text + Capacity - m_begin); }
+    QStringView view() const { return {m_begin, m_text + Capacity}; }
 
 private:
     static constexpr int Capacity = 16;
     QChar m_text[Capacity];
     QChar *m_begin = m_text + Capacity;
 };
-
-QString bitName(const QString &busPath, int index)
-{
-    const BitSuffix suffix(index);
-    QString text(busPath.size() + suffix.size(), Qt::Uninitialized);
-    QChar *out = text.data();
-    std::memcpy(out, busPath.constData(), std::size_t(busPath.size()) * sizeof(QChar));
-    std::memcpy(out + busPath.size(), suffix.data(), std::size_t(suffix.size()) * sizeof(QChar));
-    return text;
-}
 
 /// A reading in this thread ends here as well, when it may. The names of a deep hierarchy take
 /// memory by the square of its depth, so long ones count more.
@@ -113,7 +93,7 @@ Hierachy *NetlistBuilder::addHierachy(Hierachy *parent, const QString &instName,
 
 RtlNet *NetlistBuilder::addNet(Hierachy *node, const QString &name, NetMarks marks)
 {
-    RtlNet *net = d->addNet(joined(node->m_prefix, name), node->m_prefix.size(), marks);
+    RtlNet *net = d->addNet(node->m_prefix % name, node->m_prefix.size(), marks);
     node->m_nets.append(net);
     return net;
 }
@@ -121,7 +101,7 @@ RtlNet *NetlistBuilder::addNet(Hierachy *node, const QString &name, NetMarks mar
 RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left, int right,
                                   const std::vector<NetMarks> &marks)
 {
-    const QString path = joined(node->m_prefix, name);
+    const QString path = node->m_prefix % name;
     const int offset = node->m_prefix.size();
     const int step = left > right ? -1 : 1;
     const int width = std::abs(left - right) + 1;
@@ -135,7 +115,7 @@ RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left,
         NetMarks mark;
         if (!marks.empty())
             mark = marks[marks.size() == 1 ? 0 : std::size_t(i)];
-        bus->m_nets.append(d->addNet(bitName(path, left + i * step), offset, mark));
+        bus->m_nets.append(d->addNet(path % BitSuffix(left + i * step).view(), offset, mark));
         bus->m_excludedForProbeIn |= mark.excludedForProbeIn;
         bus->m_excludedForProbeOut |= mark.excludedForProbeOut;
     }

@@ -171,4 +171,16 @@ void DefinitionMarker::markDrivenWithin(const Connection &connection)
     }
 }
 
+std::vector<MarkedDefinition> markDefinitions(const ElaboratedDesign &design, const Layout &layout,
+                                              const std::vector<PlacedDefinition> &placed)
+{
+    auto marked = design.listByDefinition<MarkedDefinition>();
+    for (const Definition *definition : design.bottomUp()) {
+        const PlacedDefinition &source = itemAt(placed, definition->number);
+        itemAt(marked, definition->number) =
+            DefinitionMarker(design, layout, marked, source).mark();
+    }
+    return marked;
+}
+
 } // namespace NETWEIR::Internal

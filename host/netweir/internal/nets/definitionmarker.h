@@ -44,4 +44,8 @@ private:
     MarkedDefinition m_result;
 };
 
+/// Marks all definitions of @p design. Both lists are by number.
+std::vector<MarkedDefinition> markDefinitions(const ElaboratedDesign &design, const Layout &layout,
+                                              const std::vector<PlacedDefinition> &placed);
+
 } // namespace NETWEIR::Internal

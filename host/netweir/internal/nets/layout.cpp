@@ -6,6 +6,7 @@
 
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/xml/attributes.h>
+#include <netweir/internal/xml/elaborateddesign.h>
 
 #include <algorithm>
 
@@ -217,6 +218,18 @@ void Layout::addNets(const Variable &variable, int typeIndex, const QString &nam
         addNets(variable, type.element, indexed(name, int(type.left + i * step)), path,
                 bit + left * width, nets);
     }
+}
+
+std::vector<PlacedDefinition> placeDefinitions(const ElaboratedDesign &design, const Layout &layout)
+{
+    auto placed = design.listByDefinition<PlacedDefinition>();
+    for (const Definition *definition : design.bottomUp()) {
+        PlacedDefinition &result = itemAt(placed, definition->number);
+        result = layout.place(*definition);
+        if (result.bits > MostBits)
+            return {};
+    }
+    return placed;
 }
 
 } // namespace NETWEIR::Internal

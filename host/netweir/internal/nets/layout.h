@@ -8,6 +8,7 @@
 
 namespace NETWEIR::Internal {
 
+class ElaboratedDesign;
 class Memories;
 
 /// Where variables and their parts lie among the bits of a definition.
@@ -55,5 +56,10 @@ private:
     const TypeTable &m_types;
     const Memories &m_memories;
 };
+
+/// Gives the nets of all definitions of @p design their bits; the list is by number. Empty when a
+/// definition has too many.
+std::vector<PlacedDefinition> placeDefinitions(const ElaboratedDesign &design,
+                                               const Layout &layout);
 
 } // namespace NETWEIR::Internal

@@ -5,9 +5,8 @@
 #include "attributes.h"
 #include "definitionreader.h"
 
+#include <netweir/internal/ground/messages.h>
 #include <netweir/internal/ground/readguard.h>
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <functional>
@@ -15,11 +14,6 @@
 namespace NETWEIR::Internal {
 
 namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("NETWEIR::NetlistReader", text);
-}
 
 /// Arguments of a routine in order, true for those that it writes.
 std::vector<bool> argumentsOf(const pugi::xml_node &routine)
@@ -44,7 +38,7 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
     const pugi::xml_node root = document.child("verilator_xml");
     const pugi::xml_node netlist = root.child("netlist");
     if (!netlist || !netlist.child("typetable")) {
-        *error = tr("The elaborated design holds no netlist.");
+        *error = Text::tr("The elaborated design holds no netlist.");
         return false;
     }
     m_sources.setFiles(root.child("files"), folder);
@@ -58,7 +52,7 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
     }
     readDefinitions(options);
     if (!findTop(options.topIsWrapped)) {
-        *error = tr("The elaborated design holds no top module.");
+        *error = Text::tr("The elaborated design holds no top module.");
         return false;
     }
     return sortBottomUp(error);
@@ -167,7 +161,7 @@ bool ElaboratedDesign::sortBottomUp(QString *error)
         const Definition *used = visit.next++->definition;
         const State state = used ? itemAt(states, used->number) : Done;
         if (state == Open) {
-            *error = tr("Module \"%1\" contains itself.").arg(used->sourceName);
+            *error = Text::tr("Module \"%1\" contains itself.").arg(used->sourceName);
             return false;
         }
         if (state == New)
