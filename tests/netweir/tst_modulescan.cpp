@@ -153,6 +153,8 @@ void TestModuleScan::findsInstantiations_data()
         "s u()1");
     row("fork in a process", "initial fork f(a); begin g(b); end join s u(a);", "s u()1");
     row("disable fork", "initial begin disable fork; wait fork; end s u(a);", "s u()1");
+    row("random sequence in a process", "initial randsequence (a) a: b c; endsequence s u(a);",
+        "s u()1");
     row("label in a process", "initial begin : l f(a); end : l s u(a);", "s u()1");
     row("wait", "initial wait (a) f(b); s u(a);", "s u()1");
     row("function", "function f; input a; begin : l g(a); end endfunction s u(a);", "s u()1");
@@ -313,8 +315,8 @@ void TestModuleScan::notesTheLinesOfAStatement()
     scanModules("\nmodule m;\n/* a\n b */\ns\n u(.a(b),\n .c(\"x\\\ny\"));\nendmodule\n", 7, false,
                 &scan);
     QCOMPARE(scan.units.size(), 1);
-    QCOMPARE(scan.units[0].place.text, 7);
-    QCOMPARE(scan.units[0].place.line, 2);
+    QCOMPARE(scan.units[0].line.text, 7);
+    QCOMPARE(scan.units[0].line.line, 2);
     QCOMPARE(scan.units[0].instantiations[0].first.line, 5);
     QCOMPARE(scan.units[0].instantiations[0].last.line, 8);
 }

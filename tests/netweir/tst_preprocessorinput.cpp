@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include <netweir/internal/sources/designsources.h>
+#include <netweir/internal/sources/sourcecheck.h>
 #include <netweir/internal/tool/workfolder.h>
 #include <netweir/internal/verilator/preprocessorinput.h>
 #include <netweir/internal/verilator/sourcelinks.h>

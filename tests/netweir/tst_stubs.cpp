@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <netweir/internal/modules/designmodules.h>
 #include <netweir/internal/modules/stubs.h>
+#include <netweir/internal/sources/preprocessedtext.h>
 
 #include <support/testcase.h>
 

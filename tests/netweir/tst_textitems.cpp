@@ -37,8 +37,8 @@ class TestTextItems : public TarnTest::TestCase
     Q_OBJECT
 
 private Q_SLOTS:
-    void areFoundAroundAPlace_data();
-    void areFoundAroundAPlace();
+    void areFoundAroundAPosition_data();
+    void areFoundAroundAPosition();
     void haveUsers_data();
     void haveUsers();
     void tellWhatTheyWrite_data();
@@ -50,8 +50,8 @@ private Q_SLOTS:
     void takeTimeLinearInTheText();
 };
 
-/// The place is the dollar sign of the text.
-void TestTextItems::areFoundAroundAPlace_data()
+/// The position is that of the dollar sign in the text.
+void TestTextItems::areFoundAroundAPosition_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QStringList>("items");
@@ -132,12 +132,14 @@ void TestTextItems::areFoundAroundAPlace_data()
         {s("module n@1 in n <module n; $ endmodule>")});
     row("within an item without an end", "module m; initial begin $ endmodule",
         {s("module m@1 in m <module m; initial begin $ endmodule>")});
+    row("old word as a name in a process", "initial randsequence = $1; wire a;",
+        {s("process @1 in  <initial randsequence = $1;>")});
     row("old words as names", "module m; wire property; assign property = $1; endmodule",
         {s("module m@1 in m <module m; wire property; assign property = $1; endmodule>"),
          s("assignment @1 in m <assign property = $1;>")});
 }
 
-void TestTextItems::areFoundAroundAPlace()
+void TestTextItems::areFoundAroundAPosition()
 {
     QFETCH(QByteArray, text);
     QFETCH(QStringList, items);

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <netweir/internal/sources/preprocessedtext.h>
 #include <netweir/internal/verilator/toolmessages.h>
 
 #include <support/testcase.h>
@@ -33,9 +32,6 @@ private Q_SLOTS:
     void showTheCauseAndCountWhatFollows_data();
     void showTheCauseAndCountWhatFollows();
     void endWithTheNumberLeftOut();
-    void textsAreSplitByFile();
-    void linesAreMappedToTheirFiles_data();
-    void linesAreMappedToTheirFiles();
 };
 
 void TestToolMessages::readAsTheUserNeedsThem_data()
@@ -184,55 +180,6 @@ void TestToolMessages::endWithTheNumberLeftOut()
     QCOMPARE(messages.size(), 1001);
     QCOMPARE(messages[999], QStringLiteral("ERROR: a.v:1000:1: x"));
     QCOMPARE(messages.last(), QStringLiteral("234 more message(s)"));
-}
-
-void TestToolMessages::textsAreSplitByFile()
-{
-    const PreprocessedText text("`line 1 \"s0/a.v\" 1\none\n`line 1 \"i0/d.vh\" 1\ntwo\n"
-                                "`line 2 \"i0/d.vh\" 2\n`line 2 \"s0/a.v\" 0\nthree\n"
-                                "`line 9 \"s0/a.v\" 2\n`line 1 \"s0/b.v\" 1\nfour",
-                                {{"s0/a.v", QString()}, {"s0/b.v", QString()}, {"c", QString()}},
-                                {});
-    QCOMPARE(text.texts(), QVector<QByteArray>({"one\ntwo\nthree\n", "four", ""}));
-}
-
-void TestToolMessages::linesAreMappedToTheirFiles_data()
-{
-    QTest::addColumn<int>("line");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("first") << 1 << "/my dir/a.v:1";
-    QTest::newRow("second") << 2 << "/my dir/a.v:2";
-    QTest::newRow("included") << 3 << "/the includes/d.vh:1";
-    QTest::newRow("behind the include") << 4 << "/my dir/a.v:4";
-    QTest::newRow("in a file with a blank") << 5 << "/my dir/e.vh:1";
-    QTest::newRow("going on in it") << 6 << "/my dir/e.vh:7";
-    QTest::newRow("included from there") << 7 << "/my dir/f.vh:1";
-    QTest::newRow("behind that") << 8 << "/my dir/e.vh:9";
-    QTest::newRow("back in the source") << 9 << "/my dir/a.v:6";
-    QTest::newRow("as the source says") << 10 << "gen.src:300";
-    QTest::newRow("and its next line") << 11 << "gen.src:301";
-}
-
-void TestToolMessages::linesAreMappedToTheirFiles()
-{
-    QFETCH(int, line);
-    QFETCH(QString, expected);
-    // As the preprocessor prints it: names are cut at blanks except where a file begins.
-    const PreprocessedText text("`line 1 \"s0/a.v\" 1\n1\n2\n"
-                                "`line 1 \"i0/d.vh\" 1\n3\n`line 2 \"i0/d.vh\" 2\n"
-                                "`line 4 \"s0/a.v\" 0\n4\n"
-                                "`line 1 \"/my dir/e.vh\" 1\n5\n`line 7 \"/my\" 0\n6\n"
-                                "`line 1 \"/my dir/f.vh\" 1\n7\n`line 12 \"/my\" 0\n"
-                                "`line 9 \"/my\" 0\n8\n`line 10 \"/my\" 2\n"
-                                "`line 6 \"s0/a.v\" 0\n9\n"
-                                "`line 300 \"gen.src\" 0\n10\n11\n",
-                                {{"s0/a.v", QStringLiteral("/my dir/a.v")}},
-                                {{"i0", QStringLiteral("/the includes")}});
-    const Place place = text.place({0, line});
-    QCOMPARE(QStringLiteral("%1:%2").arg(place.file).arg(place.line), expected);
-    QCOMPARE(text.path("s0/a.v"), QStringLiteral("/my dir/a.v"));
-    QCOMPARE(text.path("i0/d.vh"), QStringLiteral("/the includes/d.vh"));
-    QCOMPARE(text.path("x"), QString());
 }
 
 TARN_TEST_MAIN(TestToolMessages)

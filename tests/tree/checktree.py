@@ -41,7 +41,7 @@ ROOMS = {
     "ground": (),
     "store": ("ground",),
     "sources": ("ground",),
-    "verilog": ("ground", "sources"),
+    "verilog": ("ground",),
     "modules": ("ground", "sources", "verilog"),
     "tool": ("ground",),
     "xml": ("ground",),

@@ -27,6 +27,11 @@ QString message(QLatin1String word, const Place &place, const QString &text)
 
 } // namespace
 
+QString fileAndLine(const Place &place)
+{
+    return QStringLiteral("%1:%2").arg(place.file).arg(place.line);
+}
+
 QString errorMessage(const Place &place, const QString &text)
 {
     return message(ErrorWord, place, text);

@@ -8,7 +8,7 @@
 
 namespace NETWEIR::Internal {
 
-/// A place in a source file; line and column 0 when unknown.
+/// A position in a source file; line and column are 0 when unknown.
 struct Place
 {
     QString file;
@@ -21,6 +21,9 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(NETWEIR)
 };
+
+/// "file:line", for a place that a message mentions.
+QString fileAndLine(const Place &place);
 
 /// "ERROR: file:line:col: text", as much of the place as is known.
 QString errorMessage(const Place &place, const QString &text);

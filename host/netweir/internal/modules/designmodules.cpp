@@ -114,21 +114,15 @@ QStringList DesignModules::duplicateErrors() const
         const DesignUnit *&known = first[unit.name];
         if (known) {
             result.append(errorMessage(
-                m_text.place(unit.place),
+                m_text.place(unit.line),
                 Text::tr("\"%1\" is defined a second time; the first definition is in %2. Rename "
                          "or remove one of them.")
-                    .arg(QString::fromUtf8(unit.name), placeOf(*known))));
+                    .arg(QString::fromUtf8(unit.name), fileAndLine(m_text.place(known->line)))));
         } else {
             known = &unit;
         }
     }
     return result;
-}
-
-QString DesignModules::placeOf(const DesignUnit &unit) const
-{
-    const Place place = m_text.place(unit.place);
-    return QStringLiteral("%1:%2").arg(place.file).arg(place.line);
 }
 
 QString DesignModules::circleError(const QStringList &tops) const
@@ -143,7 +137,7 @@ QString DesignModules::circleError(const QStringList &tops) const
     const QVector<int> circle = findCircle(starts, Circle::Any);
     if (circle.isEmpty())
         return {};
-    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
+    return errorMessage(m_text.place(m_scan.units[circle.first()].line),
                         Text::tr("No top module: every module is instantiated by another one (%1). "
                                  "Set the top module or break the circle.")
                             .arg(describeCircle(circle)));
@@ -155,7 +149,7 @@ QString DesignModules::endlessError(const QString &top) const
     const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, Circle::Endless);
     if (circle.isEmpty())
         return {};
-    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
+    return errorMessage(m_text.place(m_scan.units[circle.first()].line),
                         Text::tr("The instantiation never ends (%1). Break the circle or end it by "
                                  "a generate condition.")
                             .arg(describeCircle(circle)));
@@ -167,7 +161,7 @@ QString DesignModules::mutualError(const QString &top) const
     const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, Circle::Mutual);
     if (circle.isEmpty())
         return {};
-    return errorMessage(m_text.place(m_scan.units[circle.first()].place),
+    return errorMessage(m_text.place(m_scan.units[circle.first()].line),
                         Text::tr("Recursion through several modules (%1) cannot be read. Break the "
                                  "circle or make it one module that instantiates itself.")
                             .arg(describeCircle(circle)));

@@ -47,7 +47,7 @@ public:
     QString mutualError(const QString &top) const;
 
     /// One message for each statement below @p top that makes an array of instances with several
-    /// ranges. The elaborator takes such a one for an array of one dimension.
+    /// ranges. The elaborator would read it as one-dimensional.
     QStringList dimensionErrors(const QString &top) const;
 
     /// Nets that switches and aliases connect, by module.
@@ -70,7 +70,6 @@ private:
     QSet<QByteArray> instantiatedNames() const;
     QVector<int> findCircle(const QVector<int> &starts, Circle kind) const;
     QString describeCircle(const QVector<int> &circle) const;
-    QString placeOf(const DesignUnit &unit) const;
 
     const ModuleScan &m_scan;
     const PreprocessedText &m_text;

@@ -31,11 +31,8 @@ QByteArray PrimitiveInstances::named(int index, const QByteArray &text) const
 {
     const Edits edits = m_edits.value(index);
     QByteArray blanked = text;
-    for (const TextRange &range : edits.blanked) {
-        std::replace_if(
-            blanked.begin() + range.begin, blanked.begin() + range.end,
-            [](char c) { return c != '\n'; }, ' ');
-    }
+    for (const TextRange &range : edits.blanked)
+        blank(&blanked, range);
     QByteArray result;
     int done = 0;
     for (const int begin : edits.unnamed) {

@@ -80,13 +80,6 @@ private:
     QVector<Step> m_path;
 };
 
-void blank(QByteArray *text, const TextRange &range)
-{
-    std::replace_if(
-        text->begin() + range.begin, text->begin() + range.end, [](char c) { return c != '\n'; },
-        ' ');
-}
-
 int lineStart(const QByteArray &text, int offset)
 {
     return offset == 0 ? 0 : text.lastIndexOf('\n', offset - 1) + 1;
@@ -421,8 +414,7 @@ QStringList SourceOrder::warnings() const
                 m_text.place({i, block.line}),
                 Text::tr("The package \"%1\" is declared a second time; the first declaration, in "
                          "%2, is read.")
-                    .arg(QString::fromUtf8(block.package),
-                         QStringLiteral("%1:%2").arg(first.file).arg(first.line))));
+                    .arg(QString::fromUtf8(block.package), fileAndLine(first))));
         }
     }
     return result;
@@ -503,7 +495,7 @@ QHash<QByteArray, QString> SourceOrder::misreadPackages() const
             continue;
         for (const ScopeBlock &block : scanScopes(m_text.texts()[i], true).blocks) {
             const Place place = m_text.place({i, block.line});
-            result.insert(block.package, QStringLiteral("%1:%2").arg(place.file).arg(place.line));
+            result.insert(block.package, fileAndLine(place));
         }
     }
     return result;

@@ -53,10 +53,8 @@ void Stubs::add(const Instantiation &instantiation)
         m_primitives.insert(name);
         return;
     }
-    if (!m_unknown.contains(name)) {
-        m_unknown.insert(name);
-        m_order.append(instantiation.module);
-    }
+    if (!m_stubs.contains(instantiation.module))
+        m_unknown.append(instantiation.module);
     Stub &stub = m_stubs[instantiation.module];
     for (const QByteArray &parameter : instantiation.parameters)
         stub.parameters.add(parameter);
@@ -84,6 +82,14 @@ void Stubs::addDefparams(const ModuleScan &scan)
     }
 }
 
+QSet<QString> Stubs::unknownModules() const
+{
+    QSet<QString> result;
+    for (const QByteArray &name : m_unknown)
+        result.insert(QString::fromUtf8(name));
+    return result;
+}
+
 QByteArrayList Stubs::parameterDeclarations(const Stub &stub) const
 {
     QByteArrayList result;
@@ -104,7 +110,7 @@ QByteArray Stubs::text() const
     primitives.sort();
     for (const QString &primitive : qAsConst(primitives))
         result += devicePrimitiveSource(primitive);
-    for (const QByteArray &name : m_order) {
+    for (const QByteArray &name : m_unknown) {
         const Stub &stub = m_stubs[name];
         const QByteArrayList parameters = parameterDeclarations(stub);
         QByteArrayList pins;
@@ -122,18 +128,15 @@ QByteArray Stubs::withoutArrays(int index, const QByteArray &text) const
 {
     QByteArray result = text;
     const QVector<TextRange> ranges = m_ranges.value(index);
-    for (const TextRange &range : ranges) {
-        std::replace_if(
-            result.begin() + range.begin, result.begin() + range.end,
-            [](char c) { return c != '\n'; }, ' ');
-    }
+    for (const TextRange &range : ranges)
+        blank(&result, range);
     return result;
 }
 
-bool Stubs::addMissing(const TextLine &place, const QByteArray &name, bool isParameter)
+bool Stubs::addMissing(const TextLine &line, const QByteArray &name, bool isParameter)
 {
     bool added = false;
-    for (const QByteArray &module : modulesAt(place)) {
+    for (const QByteArray &module : modulesAt(line)) {
         Stub &stub = m_stubs[module];
         NameList &names = isParameter ? stub.parameters : stub.pins;
         added = added || !names.known.contains(name);
@@ -142,10 +145,10 @@ bool Stubs::addMissing(const TextLine &place, const QByteArray &name, bool isPar
     return added;
 }
 
-bool Stubs::addType(const TextLine &place, const QByteArray &name)
+bool Stubs::addType(const TextLine &line, const QByteArray &name)
 {
     bool added = false;
-    for (const QByteArray &module : modulesAt(place)) {
+    for (const QByteArray &module : modulesAt(line)) {
         QSet<QByteArray> &types = m_stubs[module].types;
         added = added || !types.contains(name);
         types.insert(name);
@@ -153,14 +156,14 @@ bool Stubs::addType(const TextLine &place, const QByteArray &name)
     return added;
 }
 
-bool Stubs::isUnknownAt(const TextLine &place) const
+bool Stubs::isUnknownAt(const TextLine &line) const
 {
-    return !modulesAt(place).isEmpty();
+    return !modulesAt(line).isEmpty();
 }
 
-QSet<QByteArray> Stubs::modulesAt(const TextLine &place) const
+QSet<QByteArray> Stubs::modulesAt(const TextLine &line) const
 {
-    return m_modulesAt.value({place.text, place.line});
+    return m_modulesAt.value({line.text, line.line});
 }
 
 } // namespace NETWEIR::Internal

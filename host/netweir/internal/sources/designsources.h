@@ -17,7 +17,7 @@ struct SourceFile
     QString path;
     bool systemVerilog = false;
     bool vhdl = false;
-    bool library = false; ///< Its modules stand in for missing ones only.
+    bool library = false; ///< Its modules count only where the sources define none of that name.
 };
 
 /// What the design information map says, in the types of the extractor.
@@ -50,21 +50,5 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info);
 /// @p names, in their order. Files that are known already do not count. Returns how many were
 /// added.
 int addFilesOfLibraryFolders(const QByteArrayList &names, DesignSources *sources);
-
-/// Defined by the elaborator itself.
-constexpr char ToolMacro[] = "VERILATOR";
-
-/// What the sources mention and the extraction acts on.
-struct SourceWords
-{
-    bool hidesCode = false; ///< Comments that hide code from synthesis.
-    bool namesTool = false; ///< The macro by which sources know that this tool reads them.
-};
-
-/// Looks for what would make the elaborator hang or fail without a reason: missing, unreadable,
-/// empty and binary files, folders, lines over 1 MB, VHDL; included files too, as far as their
-/// names stand in the text. One message a finding. Reads each file once; @p words, if given, learns
-/// what they mention.
-QStringList checkSources(const DesignSources &sources, SourceWords *words = nullptr);
 
 } // namespace NETWEIR::Internal

@@ -6,6 +6,7 @@
 
 #include <files/regularfile.h>
 #include <netweir/internal/ground/messages.h>
+#include <netweir/internal/sources/sourcecheck.h>
 #include <netweir/internal/tool/extractionprogress.h>
 
 #include <QFile>

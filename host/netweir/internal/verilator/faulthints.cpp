@@ -89,7 +89,7 @@ QVector<QByteArray> FaultHints::wordsBefore(const TextLine &place, int column)
     QVector<QByteArray> words;
     VerilogTokens tokens(part, true);
     for (Token token = tokens.next(); token.kind != Token::EndOfText; token = tokens.next()) {
-        const int offset = begin + int(token.place - part.constData());
+        const int offset = begin + token.offset;
         if (offset >= end)
             break;
         if (offset < line && words.size() == OfLineInFront)

@@ -196,9 +196,7 @@ void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)
         m_names.insert(item.name);
 
     QByteArray &content = m_texts[text];
-    std::replace_if(
-        content.begin() + item.range.begin, content.begin() + item.range.end,
-        [](char c) { return c != '\n'; }, ' ');
+    blank(&content, item.range);
     if (item.kind != TextItem::Module) // It may be all that a condition has.
         content[item.range.end - 1] = ';';
 

@@ -7,6 +7,7 @@
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/hiddencode.h>
+#include <netweir/internal/sources/sourcecheck.h>
 #include <netweir/internal/tool/workfolder.h>
 
 #include <QStandardPaths>

@@ -7,6 +7,7 @@
 #include <netweir/internal/modules/designscan.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/preprocessedtext.h>
+#include <netweir/internal/sources/sourcecheck.h>
 #include <netweir/internal/tool/workfolder.h>
 
 #include <QByteArrayList>

@@ -7,6 +7,7 @@
 
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/nets/netlistreader.h>
+#include <netweir/internal/sources/sourcecheck.h>
 #include <netweir/internal/tool/extractionprogress.h>
 #include <netweir/rtlnetlist.h>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "scopescan.h"
 
-#include "verilogtokens.h"
+#include "tokenreader.h"
 
 #include <QHash>
 
@@ -38,22 +38,21 @@ class ScopeScanner
 {
 public:
     ScopeScanner(const QByteArray &text, bool systemVerilog)
-        : m_text(text.constData())
-        , m_tokens(text, systemVerilog)
+        : m_reader(VerilogTokens(text, systemVerilog))
     {
-        advance();
     }
 
     TextScopes run();
 
 private:
     void advance();
-    bool atEnd() const { return m_token.kind == Token::EndOfText; }
-    bool inPackage() const { return m_inPackage; }
+    const Token &token() const { return m_reader.token(); }
+    bool inBlock() const { return m_inPackage || m_inShared; }
     ScopeBlock &block() { return m_result.blocks.last(); }
-    int offset(const Token &token) const { return int(token.place - m_text); }
 
     void scanItem();
+    void scanInterface();
+    void scanShared();
     void openBlock();
     void openShared();
     void closeShared();
@@ -65,12 +64,10 @@ private:
     void declare(const QByteArray &type);
     void noteUse(const Token &token);
     void noteTypeParameter();
-    void passUnit(Keyword opening, Keyword closing);
+    void passUnit(Keyword opening);
     void passTo(Keyword keyword);
 
-    const char *m_text;
-    VerilogTokens m_tokens;
-    Token m_token;
+    TokenReader m_reader;
     Token m_previous;
     Token m_beforePrevious;
     bool m_importing = false;
@@ -85,9 +82,9 @@ private:
 
 TextScopes ScopeScanner::run()
 {
-    while (!atEnd())
+    while (!m_reader.atEnd())
         scanItem();
-    if (inPackage())
+    if (m_inPackage)
         closePackage();
     return m_result;
 }
@@ -95,10 +92,10 @@ TextScopes ScopeScanner::run()
 void ScopeScanner::advance()
 {
     m_beforePrevious = m_previous;
-    m_previous = m_token;
-    m_token = m_tokens.next();
-    const bool isScoped = m_beforePrevious.is('c') || m_beforePrevious.is('.');
-    if (m_token.is('c') && m_previous.kind == Token::Identifier && !isScoped)
+    m_previous = token();
+    m_reader.advance();
+    const bool isScoped = m_beforePrevious.is(Token::Scope) || m_beforePrevious.is('.');
+    if (token().is(Token::Scope) && m_previous.kind == Token::Identifier && !isScoped)
         noteUse(m_previous);
     noteTypeParameter();
 }
@@ -106,15 +103,15 @@ void ScopeScanner::advance()
 /// "type A = ..., B = ..."; what more is noted does no harm.
 void ScopeScanner::noteTypeParameter()
 {
-    if (m_token.kind == Token::Identifier &&
+    if (token().kind == Token::Identifier &&
         (m_previous.text == "type" || (m_inTypeList && m_previous.is(','))))
-        m_result.types.insert(toBytes(m_token.text));
-    m_inTypeList = m_previous.text == "type" || (m_inTypeList && !m_token.is(';'));
+        m_result.types.insert(toBytes(token().text));
+    m_inTypeList = m_previous.text == "type" || (m_inTypeList && !token().is(';'));
 }
 
 void ScopeScanner::scanItem()
 {
-    switch (m_token.keyword) {
+    switch (token().keyword) {
     case Keyword::Package:
         openPackage();
         break;
@@ -123,67 +120,72 @@ void ScopeScanner::scanItem()
         closePackage();
         break;
     case Keyword::Module:
-        passUnit(Keyword::Module, Keyword::Endmodule);
-        break;
     case Keyword::Program:
-        passUnit(Keyword::Program, Keyword::Endprogram);
+        passUnit(token().keyword);
         break;
     case Keyword::Virtual:
     case Keyword::Interface:
-        if (VerilogTokens(m_tokens).next().is(Keyword::Class)) {
-            openShared();
-            advance();
-            scanClass();
-            closeShared();
-        } else if (m_token.is(Keyword::Virtual) || m_previous.is(Keyword::Virtual)) {
-            advance();
-        } else {
-            passUnit(Keyword::Interface, Keyword::Endinterface);
-        }
+        scanInterface();
         break;
     case Keyword::Function:
-        passTo(Keyword::Endfunction);
-        break;
     case Keyword::Task:
-        passTo(Keyword::Endtask);
-        break;
-    case Keyword::Class:
-        openShared();
-        scanClass();
-        closeShared();
+        passTo(endOf(token().keyword));
         break;
     case Keyword::Covergroup:
         advance();
-        declare(toBytes(m_token.text));
+        declare(toBytes(token().text));
         break;
-    case Keyword::Typedef:
-        openShared();
-        scanTypedef();
-        closeShared();
-        break;
+    case Keyword::Class:
     case Keyword::Extern:
-        if (m_token.text == "import")
-            openShared();
-        scanImport();
-        closeShared();
+    case Keyword::Typedef:
+        scanShared();
         break;
     default:
         advance();
     }
 }
 
+/// A class of interfaces, an interface, or a variable that refers to one.
+void ScopeScanner::scanInterface()
+{
+    if (m_reader.following().is(Keyword::Class))
+        scanShared();
+    else if (token().is(Keyword::Virtual) || m_previous.is(Keyword::Virtual))
+        advance();
+    else
+        passUnit(Keyword::Interface);
+}
+
+/// What all texts behind see, unless it stands in a package: a class, with "virtual" or "interface"
+/// in front, a type or an import. The other words that count as "extern" declare nothing.
+void ScopeScanner::scanShared()
+{
+    const Token first = token();
+    if (!first.is(Keyword::Extern) || first.text == "import")
+        openShared();
+    if (first.is(Keyword::Virtual) || first.is(Keyword::Interface))
+        advance();
+    if (first.is(Keyword::Typedef))
+        scanTypedef();
+    else if (first.is(Keyword::Extern))
+        scanImport();
+    else
+        scanClass();
+    closeShared();
+}
+
 void ScopeScanner::openBlock()
 {
     m_result.blocks.append(ScopeBlock());
     m_blockUses = UseList();
-    block().line = m_token.line;
-    block().range = {offset(m_token), offset(m_token)};
+    block().line = token().line;
+    block().range = {token().offset, token().offset};
 }
 
 /// At the first token of something that all texts behind see, unless it stands in a package.
 void ScopeScanner::openShared()
 {
-    if (inPackage() || m_inUnit)
+    if (m_inPackage || m_inUnit)
         return;
     openBlock();
     m_inShared = true;
@@ -194,50 +196,50 @@ void ScopeScanner::closeShared()
 {
     if (!m_inShared)
         return;
-    if (m_token.is(':')) { // endclass : NAME
+    if (token().is(':')) { // endclass : NAME
         advance();
         advance();
-    } else if (m_token.is(';')) {
+    } else if (token().is(';')) {
         advance();
     }
-    block().range.end = offset(m_token);
+    block().range.end = token().offset;
     m_inShared = false;
 }
 
 void ScopeScanner::openPackage()
 {
-    if (inPackage())
+    if (m_inPackage)
         closePackage();
     openBlock();
     advance();
-    while (m_token.is(Keyword::Other)) // automatic, static
+    while (token().is(Keyword::Other)) // automatic, static
         advance();
-    block().package = m_token.text.empty() ? QByteArray("?") : toBytes(m_token.text);
+    block().package = token().text.empty() ? QByteArray("?") : toBytes(token().text);
     m_inPackage = true;
 }
 
 /// Behind the end keyword.
 void ScopeScanner::closePackage()
 {
-    if (m_token.is(':')) {
+    if (token().is(':')) {
         advance();
         advance();
     }
-    if (inPackage())
-        block().range.end = offset(m_token);
+    if (m_inPackage)
+        block().range.end = token().offset;
     m_inPackage = false;
 }
 
 /// "import NAME::NAME, ... ;". The other forms have no scopes, and functions without a body.
 void ScopeScanner::scanImport()
 {
-    m_importing = m_token.text == "import";
-    while (!atEnd() && !m_token.is(';')) {
+    m_importing = token().text == "import";
+    while (!m_reader.atEnd() && !token().is(';')) {
         advance();
         const bool isShared = m_importing && m_inShared;
-        if (isShared && m_previous.is('c'))
+        if (isShared && m_previous.is(Token::Scope))
             block().imports.append({toBytes(m_beforePrevious.text),
-                                    m_token.is('*') ? QByteArray() : toBytes(m_token.text)});
+                                    token().is('*') ? QByteArray() : toBytes(token().text)});
     }
     m_importing = false;
 }
@@ -247,13 +249,13 @@ void ScopeScanner::scanTypedef()
 {
     int depth = 0;
     QByteArray name;
-    for (advance(); !atEnd() && (depth > 0 || !m_token.is(';')); advance()) {
-        if (opensGroup(m_token))
+    for (advance(); !m_reader.atEnd() && (depth > 0 || !token().is(';')); advance()) {
+        if (opensGroup(token()))
             ++depth;
-        else if (closesGroup(m_token))
+        else if (closesGroup(token()))
             --depth;
-        else if (m_token.kind == Token::Identifier && depth == 0)
-            name = toBytes(m_token.text);
+        else if (token().kind == Token::Identifier && depth == 0)
+            name = toBytes(token().text);
     }
     declare(name);
 }
@@ -263,13 +265,13 @@ void ScopeScanner::scanClass()
 {
     int depth = 0;
     bool isForward = false; // typedef class NAME;
-    while (!atEnd()) {
-        if (m_token.is(Keyword::Class) && !isForward)
+    while (!m_reader.atEnd()) {
+        if (token().is(Keyword::Class) && !isForward)
             ++depth;
-        else if (m_token.kind == Token::Identifier && m_previous.is(Keyword::Class))
-            declare(toBytes(m_token.text));
-        isForward = m_token.is(Keyword::Typedef);
-        const bool closes = m_token.is(Keyword::Endclass);
+        else if (token().kind == Token::Identifier && m_previous.is(Keyword::Class))
+            declare(toBytes(token().text));
+        isForward = token().is(Keyword::Typedef);
+        const bool closes = token().is(Keyword::Endclass);
         advance();
         if (closes && --depth <= 0)
             return;
@@ -281,7 +283,7 @@ void ScopeScanner::declare(const QByteArray &type)
     m_result.types.insert(type);
     if (m_inUnit)
         return;
-    if (inPackage() || m_inShared)
+    if (inBlock())
         block().types.insert(type);
 }
 
@@ -291,33 +293,34 @@ void ScopeScanner::noteUse(const Token &token)
                                                "process", "mailbox", "semaphore"};
     if (std::find(std::begin(builtIn), std::end(builtIn), token.text) != std::end(builtIn))
         return;
-    const PackageUse use{toBytes(token.text), offset(token), token.line, m_importing};
-    if (inPackage() || m_inShared)
+    const PackageUse use{toBytes(token.text), token.offset, token.line, m_importing};
+    if (inBlock())
         m_blockUses.add(&block().uses, use);
     else
         m_ownUses.add(&m_result.uses, use);
 }
 
 /// Up to the end of a module or one of its relatives. Modules nest; "extern module" has no end.
-void ScopeScanner::passUnit(Keyword opening, Keyword closing)
+void ScopeScanner::passUnit(Keyword opening)
 {
     if (m_previous.is(Keyword::Extern)) {
         advance();
         return;
     }
+    const Keyword closing = endOf(opening);
     m_inUnit = true;
     int depth = 0;
-    while (!atEnd()) {
-        const bool nests = m_token.is(opening) && (depth == 0 || opening == Keyword::Module);
-        const bool closes = m_token.is(closing);
+    while (!m_reader.atEnd()) {
+        const bool nests = token().is(opening) && (depth == 0 || opening == Keyword::Module);
+        const bool closes = token().is(closing);
         depth += nests ? 1 : closes ? -1 : 0;
         if (closes && depth <= 0)
             break;
-        if (m_token.is(Keyword::Typedef))
+        if (token().is(Keyword::Typedef))
             scanTypedef();
-        else if (m_token.is(Keyword::Class) && depth > 0)
+        else if (token().is(Keyword::Class) && depth > 0)
             scanClass();
-        else if (m_token.is(Keyword::Extern))
+        else if (token().is(Keyword::Extern))
             scanImport();
         else
             advance();
@@ -328,7 +331,7 @@ void ScopeScanner::passUnit(Keyword opening, Keyword closing)
 
 void ScopeScanner::passTo(Keyword keyword)
 {
-    while (!atEnd() && !m_token.is(keyword) && !m_token.is(Keyword::Endpackage))
+    while (!m_reader.atEnd() && !token().is(keyword) && !token().is(Keyword::Endpackage))
         advance();
 }
 
@@ -345,14 +348,14 @@ QVector<NameMention> mentionsOf(const QSet<QByteArray> &names, const QByteArray 
     VerilogTokens tokens(text, true);
     Token previous;
     for (Token token = tokens.next(); token.kind != Token::EndOfText; token = tokens.next()) {
-        const bool isScoped = previous.is('c') || previous.is('.');
+        const bool isScoped = previous.is(Token::Scope) || previous.is('.');
         previous = token;
         if (token.kind != Token::Identifier || isScoped)
             continue;
         const auto name =
             names.constFind(QByteArray::fromRawData(token.text.data(), int(token.text.size())));
         if (name != names.constEnd())
-            result.append({*name, int(token.place - text.constData())});
+            result.append({*name, token.offset});
     }
     return result;
 }

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "modulescan.h"
+#include <netweir/internal/ground/textrange.h>
 
 #include <QByteArray>
 #include <QPair>
@@ -46,7 +46,7 @@ struct TextScopes
 /// within it. No parser: any text is accepted, time and memory are linear in it.
 TextScopes scanScopes(const QByteArray &text, bool systemVerilog);
 
-/// A name at a place in a text.
+/// A name and where it stands in a text.
 struct NameMention
 {
     QByteArray name;

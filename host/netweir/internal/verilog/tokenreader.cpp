@@ -4,6 +4,16 @@
 
 namespace NETWEIR::Internal {
 
+namespace {
+
+/// A word that an else may follow.
+bool mayHaveElse(const Token &token)
+{
+    return token.is(Keyword::If) || token.is(Keyword::Assert) || token.is(Keyword::Expect);
+}
+
+} // namespace
+
 TokenReader::TokenReader(const VerilogTokens &tokens)
     : m_tokens(tokens)
 {
@@ -22,13 +32,38 @@ void TokenReader::advance()
     m_token = m_tokens.next();
 }
 
-void TokenReader::skipGroup()
+void TokenReader::advanceOverGroup()
 {
+    if (opensGroup(m_token))
+        skipGroup();
+    else
+        advance();
+}
+
+bool TokenReader::skipGroup()
+{
+    if (!opensGroup(m_token))
+        return false;
     int depth = 0;
     do {
         depth += opensGroup(m_token) ? 1 : closesGroup(m_token) ? -1 : 0;
         advance();
-    } while (depth > 0 && !atEnd() && !endsUnit(m_token));
+    } while (depth > 0 && !atUnitEnd());
+    return depth == 0;
+}
+
+void TokenReader::skipAttribute()
+{
+    advance();
+    advance();
+    bool afterStar = false;
+    while (!atUnitEnd()) {
+        const bool ends = afterStar && m_token.is(')');
+        afterStar = m_token.is('*');
+        advance();
+        if (ends)
+            return;
+    }
 }
 
 void TokenReader::skipLabel()
@@ -40,14 +75,21 @@ void TokenReader::skipLabel()
         advance();
 }
 
+void TokenReader::skipPast(Keyword keyword)
+{
+    while (!m_token.is(keyword) && !atUnitEnd())
+        advance();
+    if (m_token.is(keyword)) {
+        advance();
+        skipLabel();
+    }
+}
+
 bool TokenReader::skipToSemicolon()
 {
-    while (!atEnd() && !endsUnit(m_token)) {
+    while (!atUnitEnd()) {
         const bool found = m_token.is(';');
-        if (opensGroup(m_token))
-            skipGroup();
-        else
-            advance();
+        advanceOverGroup();
         if (found)
             return true;
     }
@@ -56,14 +98,12 @@ bool TokenReader::skipToSemicolon()
 
 bool TokenReader::skipConstraint()
 {
-    while (!atEnd() && !endsUnit(m_token) && !m_token.is('{') && !m_token.is(';'))
+    while (!atUnitEnd() && !m_token.is('{') && !m_token.is(';'))
         advance();
-    const bool isPrototype = m_token.is(';');
-    if (isPrototype)
-        advance();
-    else if (m_token.is('{'))
-        skipGroup();
-    return isPrototype || (m_end && m_end[-1] == '}');
+    if (!m_token.is(';'))
+        return skipGroup();
+    advance();
+    return true;
 }
 
 /// It ends with the semicolon or the end keyword that leaves nothing open, unless an else of its
@@ -72,30 +112,24 @@ bool TokenReader::skipStatement()
 {
     int depth = 0;
     int ifs = 0; // Those that may still have an else; within blocks they do not matter.
-    bool afterDisable = false;
-    while (!atEnd() && !endsUnit(m_token)) {
+    Token previous;
+    while (!atUnitEnd()) {
         if (opensGroup(m_token)) {
             skipGroup();
             continue;
         }
-        const bool opens = m_token.is(Keyword::Begin) || m_token.is(Keyword::Case) ||
-                           isWord(m_token, "randsequence") ||
-                           (m_token.is(Keyword::Fork) && !afterDisable);
-        const bool closes = m_token.is(Keyword::End) || m_token.is(Keyword::Endcase) ||
-                            m_token.is(Keyword::Join) || isWord(m_token, "endsequence");
-        const bool mayEnd = closes || m_token.is(';');
-        if (depth == 0 &&
-            (m_token.is(Keyword::If) || m_token.is(Keyword::Assert) || isWord(m_token, "expect")))
-            ++ifs;
-        else if (depth == 0 && m_token.is(Keyword::Else))
-            --ifs;
-        afterDisable = m_token.is(Keyword::Disable);
-        depth += opens ? 1 : closes ? -1 : 0;
+        const Token word = m_token;
+        const int step = blockStep(word, previous);
+        if (depth == 0)
+            ifs += mayHaveElse(word) ? 1 : word.is(Keyword::Else) ? -1 : 0;
+        depth += step;
         advance();
-        if (opens || closes)
+        if (step != 0)
             skipLabel();
-        if (mayEnd && depth <= 0 && (ifs <= 0 || !m_token.is(Keyword::Else)))
+        const bool mayEnd = depth <= 0 && (step < 0 || word.is(';'));
+        if (mayEnd && (ifs <= 0 || !m_token.is(Keyword::Else)))
             return depth == 0;
+        previous = word;
     }
     return false;
 }

@@ -7,7 +7,7 @@
 namespace NETWEIR::Internal {
 
 /// Looks one token ahead and knows where the last one ended. Groups are what stands in brackets of
-/// any kind; nothing skips the end of a module.
+/// any kind. Nothing skips the end of a module, but for advance().
 class TokenReader
 {
 public:
@@ -19,13 +19,23 @@ public:
     const VerilogTokens &tokens() const { return m_tokens; }
     Token following() const { return VerilogTokens(m_tokens).next(); }
     bool atEnd() const { return m_token.kind == Token::EndOfText; }
-    /// Where the token in front of this one ended.
-    const char *end() const { return m_end; }
+    /// At the end of the text or of a unit.
+    bool atUnitEnd() const { return atEnd() || endsUnit(m_token); }
+    bool atAttribute() const { return m_token.is('(') && following().is('*'); }
+    /// Offset behind the token in front of this one.
+    int end() const { return m_end; }
 
     void advance();
-    void skipGroup();
+    /// Skips the token, or the whole group that begins with it.
+    void advanceOverGroup();
+    /// At an opening bracket: skips the group. Elsewhere does nothing. False when no group ends.
+    bool skipGroup();
+    /// (* ... *)
+    void skipAttribute();
     /// ": NAME" behind a begin or an end.
     void skipLabel();
+    /// Skips up to @p keyword, and it with its label.
+    void skipPast(Keyword keyword);
     /// False when there is none.
     bool skipToSemicolon();
     /// Skips "constraint NAME { ... }" or a prototype. False when it has no end.
@@ -36,7 +46,7 @@ public:
 private:
     VerilogTokens m_tokens;
     Token m_token;
-    const char *m_end = nullptr;
+    int m_end = 0;
 };
 
 } // namespace NETWEIR::Internal

@@ -2,100 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "token.h"
+
+#include <netweir/internal/ground/textrange.h>
+
 #include <QByteArray>
 
 #include <string_view>
 
 namespace NETWEIR::Internal {
-
-/// The keywords that the module scan acts on. The others only have to be told from identifiers.
-enum class Keyword {
-    None,
-    Other,
-    Alias,
-    Always,
-    Assert,
-    Begin,
-    Bind,
-    Case,
-    Checker,
-    Class,
-    Clocking,
-    Config,
-    Covergroup,
-    Default,
-    Defparam,
-    Disable,
-    Else,
-    End,
-    Endcase,
-    Endchecker,
-    Endclass,
-    Endclocking,
-    Endconfig,
-    Endfunction,
-    Endgenerate,
-    Endgroup,
-    Endinterface,
-    Endmodule,
-    Endpackage,
-    Endprimitive,
-    Endprogram,
-    Endproperty,
-    Endsequence,
-    Endspecify,
-    Endtask,
-    Extern,
-    For,
-    Fork,
-    Function,
-    Generate,
-    If,
-    Interface,
-    Join,
-    Module,
-    Package,
-    Primitive,
-    Program,
-    Property,
-    Sequence,
-    Specify,
-    Task,
-    Tran,
-    Typedef,
-    Virtual,
-};
-
-/// One token; its text lies in the scanned text.
-struct Token
-{
-    enum Kind { EndOfText, Identifier, Reserved, Number, String, Punctuation };
-
-    Kind kind = EndOfText;
-    Keyword keyword = Keyword::None;
-    char punctuation = 0;        ///< 'c' stands for the two colons of a scope.
-    std::string_view text;       ///< Of an escaped identifier without the backslash.
-    const char *place = nullptr; ///< Its first character in the scanned text.
-    int line = 0;
-
-    bool is(char character) const { return kind == Punctuation && punctuation == character; }
-    bool is(Keyword word) const { return kind == Reserved && keyword == word; }
-};
-
-inline QByteArray toBytes(std::string_view text)
-{
-    return QByteArray(text.data(), int(text.size()));
-}
-
-/// At the end keyword of a module or of one of its relatives.
-bool endsUnit(const Token &token);
-bool opensGroup(const Token &token);
-bool closesGroup(const Token &token);
-/// True for an identifier or a keyword that reads @p word.
-bool isWord(const Token &token, std::string_view word);
-
-/// Whether SystemVerilog reserves @p word and Verilog does not.
-bool isSystemVerilogWord(const QByteArray &word);
 
 /// Splits preprocessed Verilog text into tokens. Skips comments, strings' contents and directives.
 /// Any text is accepted; each byte is looked at a constant number of times.
@@ -105,25 +20,32 @@ class VerilogTokens
 {
 public:
     VerilogTokens(const QByteArray &text, bool systemVerilog);
+    /// The tokens of a range. Offsets count from the beginning of @p text, lines from that of the
+    /// range.
+    VerilogTokens(const QByteArray &text, bool systemVerilog, const TextRange &range);
 
     Token next();
 
-    /// Behind the last token.
-    const char *position() const { return m_at; }
+    /// The offset behind the last token.
+    int position() const { return int(m_at - m_text); }
 
 private:
     bool skipBlanks();
     bool skipComment();
     void skipDirective();
-    void skipDirectiveArguments(std::string_view directive);
-    void skipLine();
+    bool skipTime();
+    std::string_view takeLine();
     void skipBasedNumber();
-    std::string_view word();
-    std::string_view escapedName();
+    void takeName(Token *token);
+    void takeSign(Token *token);
+    std::string_view takeWord();
+    std::string_view takeEscapedName();
     void skipString();
     bool atEnd() const { return m_at == m_end; }
-    char peek(int ahead = 1) const { return m_end - m_at > ahead ? m_at[ahead] : '\0'; }
+    bool isAt(char c) const { return m_at != m_end && *m_at == c; }
+    char peek() const { return m_end - m_at > 1 ? m_at[1] : '\0'; }
 
+    const char *m_text;
     const char *m_at;
     const char *m_end;
     int m_line = 1;

@@ -28,6 +28,11 @@ bool beginsDeclaration(const Token &token)
                            "var",       "wire"});
 }
 
+bool mayPrecedeStatement(const Token &token)
+{
+    return token.is(';') || token.is(':') || token.is(')');
+}
+
 /// What an assignment has behind its left side: = <= += <<= ++ and the like, but no comparison.
 bool isAssigned(TokenReader reader)
 {
@@ -56,6 +61,8 @@ public:
 
 private:
     void scanBeginning();
+    void scanIncrement();
+    void scanNamed();
     void scanReserved();
     void scanCall(bool isTask);
     void scanParts();
@@ -64,7 +71,7 @@ private:
     void takeIndex(WrittenName *target);
     void skipControl();
     void skipExpression();
-    void add(const WrittenName &target);
+    bool isOwn(const WrittenName &target) const;
     const Token &token() const { return m_reader.token(); }
 
     TokenReader m_reader;
@@ -85,17 +92,12 @@ QVector<WrittenName> WriteScanner::run()
         } else if (m_begins) {
             scanBeginning();
         } else {
-            m_begins = token().is(';') || token().is(':') || token().is(')');
+            m_begins = mayPrecedeStatement(token());
             m_reader.advance();
         }
     }
     m_written.erase(std::remove_if(m_written.begin(), m_written.end(),
-                                   [this](const WrittenName &target) {
-                                       const QByteArray first =
-                                           target.path.isEmpty() ? target.name
-                                                                 : target.path.split('.').first();
-                                       return m_own.contains(first);
-                                   }),
+                                   [this](const WrittenName &target) { return isOwn(target); }),
                     m_written.end());
     return m_written;
 }
@@ -105,32 +107,46 @@ void WriteScanner::scanBeginning()
 {
     if (token().is('{')) {
         scanParts();
-    } else if (token().is('+') || token().is('-')) { // ++ and -- in front
-        const bool isTwice = m_reader.following().is(token().punctuation);
-        m_reader.advance();
-        if (isTwice)
-            m_reader.advance();
-        if (isTwice && token().kind == Token::Identifier)
-            add(takeTarget());
-    } else if (token().kind != Token::Identifier) {
-        const bool goesOn = token().is('.'); // this.NAME
-        m_begins = goesOn || token().is(';') || token().is(':') || token().is(')');
-        m_reader.advance();
-        return;
+        skipExpression();
+    } else if (token().is('+') || token().is('-')) {
+        scanIncrement();
+        skipExpression();
+    } else if (token().kind == Token::Identifier) {
+        scanNamed();
     } else {
-        const bool isSystemTask = token().text.front() == '$';
-        const bool storesResults = isAnyOf(
-            token(), {"$readmemh", "$readmemb", "$fscanf", "$sscanf", "$fgets", "$fread", "$cast"});
-        const WrittenName target = takeTarget();
-        if (token().is('('))
-            scanCall(!isSystemTask || storesResults);
-        else if (token().kind == Token::Identifier) // A variable of a type with a name.
-            scanDeclaration();
-        else if (isAssigned(m_reader))
-            add(target);
-        else if (token().is(':') || token().is(',')) // A label.
-            return;
+        m_begins = mayPrecedeStatement(token()) || token().is('.'); // this.NAME
+        m_reader.advance();
     }
+}
+
+/// ++ and -- in front of a name.
+void WriteScanner::scanIncrement()
+{
+    const bool isTwice = m_reader.following().is(token().punctuation);
+    m_reader.advance();
+    if (!isTwice)
+        return;
+    m_reader.advance();
+    if (token().kind == Token::Identifier)
+        m_written.append(takeTarget());
+}
+
+/// A statement or a label that begins with a name.
+void WriteScanner::scanNamed()
+{
+    const bool isTask =
+        !isSystemName(token()) ||
+        isAnyOf(token(), {"$readmemh", "$readmemb", "$fscanf", "$sscanf", "$fgets", "$fread",
+                          "$cast"}); // These store their results in arguments.
+    const WrittenName target = takeTarget();
+    if (token().is('('))
+        scanCall(isTask);
+    else if (token().kind == Token::Identifier) // A variable of a type with a name.
+        scanDeclaration();
+    else if (isAssigned(m_reader))
+        m_written.append(target);
+    else if (token().is(':') || token().is(',')) // A label.
+        return;
     skipExpression();
 }
 
@@ -165,7 +181,7 @@ WrittenName WriteScanner::takeTarget()
     target.name = toBytes(token().text);
     m_reader.advance();
     bool hasIndex = false;
-    while (token().is('[') || token().is('.') || token().is('c')) {
+    while (token().is('[') || token().is('.') || token().is(Token::Scope)) {
         if (token().is('[')) {
             WrittenName indexed = target;
             takeIndex(&indexed);
@@ -212,7 +228,7 @@ void WriteScanner::takeIndex(WrittenName *target)
     }
 }
 
-/// At the parenthesis: each argument that begins with a name may be an output.
+/// At the parenthesis: each argument of a task that begins with a name may be an output.
 void WriteScanner::scanCall(bool isTask)
 {
     TokenReader after = m_reader;
@@ -230,7 +246,7 @@ void WriteScanner::scanParts()
     bool begins = false;
     while (!m_reader.atEnd() && m_reader.end() != after.end()) {
         if (begins && token().kind == Token::Identifier) {
-            add(takeTarget());
+            m_written.append(takeTarget());
             begins = false;
             continue;
         }
@@ -246,12 +262,8 @@ void WriteScanner::scanDeclaration()
         if (opensGroup(token())) {
             m_reader.skipGroup();
         } else if (token().is('=')) {
-            while (!m_reader.atEnd() && !token().is(',') && !token().is(';') && !token().is(')')) {
-                if (opensGroup(token()))
-                    m_reader.skipGroup();
-                else
-                    m_reader.advance();
-            }
+            while (!m_reader.atEnd() && !token().is(',') && !token().is(';') && !token().is(')'))
+                m_reader.advanceOverGroup();
         } else {
             if (token().kind == Token::Identifier)
                 m_own.insert(toBytes(token().text));
@@ -287,19 +299,16 @@ void WriteScanner::skipExpression()
     while (!m_reader.atEnd() && !token().is(';') && !token().is(',') && !closesGroup(token())) {
         if (token().kind == Token::Reserved && !token().is(Keyword::Other))
             break; // A statement without a semicolon is broken off.
-        if (opensGroup(token()))
-            m_reader.skipGroup();
-        else
-            m_reader.advance();
+        m_reader.advanceOverGroup();
     }
     if (token().is(';') || token().is(',') || closesGroup(token()))
         m_reader.advance();
     m_begins = true;
 }
 
-void WriteScanner::add(const WrittenName &target)
+bool WriteScanner::isOwn(const WrittenName &target) const
 {
-    m_written.append(target);
+    return m_own.contains(target.path.isEmpty() ? target.name : target.path.split('.').first());
 }
 
 } // namespace

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "textrange.h"
+
+#include <algorithm>
+
+namespace NETWEIR::Internal {
+
+void blank(QByteArray *text, const TextRange &range)
+{
+    std::replace_if(
+        text->begin() + range.begin, text->begin() + range.end, [](char c) { return c != '\n'; },
+        ' ');
+}
+
+} // namespace NETWEIR::Internal

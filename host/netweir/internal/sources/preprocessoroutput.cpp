@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "preprocessoroutput.h"
+
+#include <cstring>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+const char LineWord[] = "`line ";
+constexpr int LineWordLength = sizeof(LineWord) - 1;
+
+enum Level { Continue = 0, Enter = 1 };
+
+/// `line NUMBER "NAME" LEVEL
+struct LineDirective
+{
+    int line = 0;
+    QByteArray name;
+    int level = Continue;
+};
+
+bool parseDirective(const char *begin, const char *end, LineDirective *result)
+{
+    if (end - begin <= LineWordLength || memcmp(begin, LineWord, LineWordLength) != 0)
+        return false;
+    const QByteArray text = QByteArray::fromRawData(begin, int(end - begin));
+    const int open = text.indexOf('"');
+    const int close = text.lastIndexOf('"');
+    if (open < 0 || close <= open)
+        return false;
+    bool isNumber = false;
+    result->line = text.mid(LineWordLength, open - LineWordLength).trimmed().toInt(&isNumber);
+    result->name = text.mid(open + 1, close - open - 1);
+    result->level = text.mid(close + 1).trimmed().toInt();
+    return isNumber;
+}
+
+bool isSameOrCut(const QByteArray &full, const QByteArray &name)
+{
+    return full == name || (full.size() > name.size() && upToBlank(full) == name);
+}
+
+class OutputSplitter
+{
+public:
+    OutputSplitter(const QVector<PathAlias> &files, const QVector<PathAlias> &folders)
+        : m_files(files)
+        , m_folders(folders)
+        , m_result{QVector<QByteArray>(files.size()), QVector<QVector<LineOrigin>>(files.size()),
+                   SourceNames(files)}
+    {
+    }
+
+    PreprocessorOutput split(const QByteArray &output);
+
+private:
+    void append(const char *begin, const char *end);
+    void follow(const LineDirective &directive);
+    QByteArray currentFile(const LineDirective &directive);
+
+    const QVector<PathAlias> &m_files;
+    const QVector<PathAlias> &m_folders;
+    int m_text = -1;            ///< Being filled.
+    int m_textLine = 1;         ///< Its next line.
+    QVector<QByteArray> m_open; ///< The file being read and, in front, those that include it.
+    int m_lastLine = 0;
+    PreprocessorOutput m_result;
+};
+
+PreprocessorOutput OutputSplitter::split(const QByteArray &output)
+{
+    const char *const end = output.constData() + output.size();
+    const char *kept = output.constData(); // Start of the text not yet copied.
+    for (const char *line = kept; line < end;) {
+        const char *next = static_cast<const char *>(memchr(line, '\n', size_t(end - line)));
+        next = next ? next + 1 : end;
+        LineDirective directive;
+        if (parseDirective(line, next, &directive)) {
+            append(kept, line);
+            follow(directive);
+            kept = next;
+        } else {
+            ++m_textLine;
+        }
+        line = next;
+    }
+    append(kept, end);
+    return m_result;
+}
+
+void OutputSplitter::append(const char *begin, const char *end)
+{
+    if (m_text >= 0)
+        m_result.texts[m_text].append(begin, int(end - begin));
+}
+
+void OutputSplitter::follow(const LineDirective &directive)
+{
+    // The files of the command line have names that no include line can produce.
+    if (directive.level == Enter && m_text + 1 < m_files.size() &&
+        directive.name == m_files[m_text + 1].alias) {
+        ++m_text;
+        m_textLine = 1;
+        m_open.clear();
+    }
+    if (m_text < 0)
+        return;
+    const int file = m_result.names.add(currentFile(directive), m_folders);
+    m_result.origins[m_text].append({m_textLine, file, directive.line});
+    m_lastLine = directive.line;
+}
+
+/// The full name of the file that a directive names, perhaps cut at a blank.
+QByteArray OutputSplitter::currentFile(const LineDirective &directive)
+{
+    if (directive.level == Enter) {
+        m_open.append(directive.name);
+        return directive.name;
+    }
+    // The end of a file whose name has a blank is not announced: the same cut name with a lower
+    // line number is the including file.
+    if (m_open.size() > 1 && directive.line < m_lastLine &&
+        isSameOrCut(m_open.last(), directive.name) &&
+        isSameOrCut(m_open[m_open.size() - 2], directive.name))
+        m_open.removeLast();
+    for (int i = m_open.size() - 1; i >= 0; --i) {
+        if (isSameOrCut(m_open[i], directive.name)) {
+            m_open.resize(i + 1);
+            return m_open[i];
+        }
+    }
+    return directive.name; // Named by a `line directive of the source.
+}
+
+} // namespace
+
+PreprocessorOutput splitOutput(const QByteArray &output, const QVector<PathAlias> &files,
+                               const QVector<PathAlias> &folders)
+{
+    return OutputSplitter(files, folders).split(output);
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "textitem.h"
+#include "verilogtokens.h"
+
+#include <QByteArray>
+#include <QVector>
+
+namespace NETWEIR::Internal {
+
+/// The beginning of an item. The item has an end only when it has an end keyword.
+struct ItemStart
+{
+    TextItem item;
+    int unit = -1;       ///< Index of the start of the unit around it.
+    int region = -1;     ///< The same of what has an end keyword of its own.
+    int process = -1;    ///< Of the last process that began up to here.
+    int assignment = -1; ///< Likewise.
+    VerilogTokens after; ///< Stands behind @p word.
+    Token word;          ///< Its keyword.
+};
+
+/// Where items begin, in the order of the text. Any text is accepted. One pass; the result refers
+/// to @p text.
+QVector<ItemStart> findItemStarts(const QByteArray &text, bool systemVerilog);
+
+} // namespace NETWEIR::Internal

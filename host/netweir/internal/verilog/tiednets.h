@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArrayList>
+
+namespace NETWEIR::Internal {
+
+class TokenReader;
+
+/// At the keyword "tran" or one of its relatives: adds every name in what the switches connect to
+/// @p names. Ends behind the semicolon.
+void readSwitches(TokenReader *reader, QByteArrayList *names);
+
+/// The same at the keyword "alias".
+void readAlias(TokenReader *reader, QByteArrayList *names);
+
+} // namespace NETWEIR::Internal
