@@ -10,10 +10,9 @@
 #include <extsys/pluginmanager.h>
 #include <plugin/tarnviewmanager.h>
 #include <support/files.h>
-#include <support/modalscript.h>
 #include <support/modeltext.h>
-#include <support/testcase.h>
 #include <support/waiting.h>
+#include <support/windowtest.h>
 #include <te/designmanager.h>
 #include <te/project.h>
 #include <te/taskengine.h>
@@ -72,7 +71,7 @@ QByteArray withCores(const QByteArray &config, int count)
 
 /// The plug-in as users have it: its library loaded by the host, a bundled example, its sources
 /// read by the extraction library.
-class TestEditing : public TestCase
+class TestEditing : public WindowTest
 {
     Q_OBJECT
 
@@ -116,7 +115,6 @@ private:
     std::unique_ptr<QTabWidget> m_area;
     std::unique_ptr<ExtSys::PluginManager> m_plugins;
     std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<ModalScript> m_script;
     QString m_file;
     QString m_source;
     QPointer<IView> m_view;
@@ -141,20 +139,16 @@ void TestEditing::initTestCase()
 
 void TestEditing::init()
 {
-    TestCase::init();
-    m_script = std::make_unique<ModalScript>();
+    WindowTest::init();
     useExample("sensorhub");
 }
 
 void TestEditing::cleanup()
 {
     closeDiscarding();
-    const QString problems = m_script->problems();
-    m_script.reset();
     design()->closeProject();
     m_dir.reset();
-    TestCase::cleanup();
-    QCOMPARE(problems, QString());
+    WindowTest::cleanup();
 }
 
 void TestEditing::cleanupTestCase()
@@ -230,7 +224,7 @@ QPoint TestEditing::itemAt(int row) const
 void TestEditing::chooseFromMenu(const QPoint &pos, const QStringList &entries,
                                  const QString &choice)
 {
-    m_script->expectMenu(entries, choice);
+    script().expectMenu(entries, choice);
     Q_EMIT tree()->customContextMenuRequested(pos);
 }
 
@@ -278,25 +272,25 @@ void TestEditing::addsAndRemovesCores()
 
     // The last one, then the first: the second core becomes the first.
     const auto expectQuestion = [this](int row, QMessageBox::StandardButton answer) {
-        m_script->expectBox({QMessageBox::Question, "Remove TARn",
-                             QStringLiteral("Do you want to remove TARN %1 ?").arg(row),
-                             QMessageBox::Ok | QMessageBox::Cancel, QString()},
-                            answer);
+        script().expectBox({QMessageBox::Question, "Remove TARn",
+                            QStringLiteral("Do you want to remove TARN %1 ?").arg(row),
+                            QMessageBox::Ok | QMessageBox::Cancel, QString()},
+                           answer);
     };
-    m_script->expectMenu({"Add", "Remove"}, "Remove");
+    script().expectMenu({"Add", "Remove"}, "Remove");
     expectQuestion(2, QMessageBox::Cancel);
     Q_EMIT tree()->customContextMenuRequested(itemAt(2));
     QCOMPARE(cores(), QStringLiteral("tarn_0\ntarn_1\ntarn_2\n"));
     for (const int row : {2, 1}) {
-        m_script->expectMenu({"Add", "Remove"}, "Remove");
+        script().expectMenu({"Add", "Remove"}, "Remove");
         expectQuestion(row, QMessageBox::Ok);
         Q_EMIT tree()->customContextMenuRequested(itemAt(row));
     }
     QCOMPARE(cores(), QStringLiteral("tarn_0\n"));
     QCOMPARE(m_view->findChild<QStackedWidget *>("stackedWidget")->count(), 1);
-    m_script->expectMenu({"Add", "Remove"}, "Remove");
-    m_script->expectBox({QMessageBox::Warning, "Remove TARN", "The only TARN can not be removed.",
-                         QMessageBox::Ok, QString()});
+    script().expectMenu({"Add", "Remove"}, "Remove");
+    script().expectBox({QMessageBox::Warning, "Remove TARN", "The only TARN can not be removed.",
+                        QMessageBox::Ok, QString()});
     Q_EMIT tree()->customContextMenuRequested(itemAt(0));
 
     save()->trigger();
@@ -312,9 +306,9 @@ void TestEditing::refusesToSaveACoreWithoutPorts()
     writeFile(m_file, one);
     QVERIFY(open());
     chooseFromMenu(itemAt(0), {"Add", "Remove"}, "Add");
-    m_script->expectBox({QMessageBox::Critical, "Error",
-                         "Your settings contain some errors." + QString(13, ' '), QMessageBox::Ok,
-                         "Tarn 1: At least one Probe In port or Probe Out port should be enabled"});
+    script().expectBox({QMessageBox::Critical, "Error",
+                        "Your settings contain some errors." + QString(13, ' '), QMessageBox::Ok,
+                        "Tarn 1: At least one Probe In port or Probe Out port should be enabled"});
     save()->trigger();
     QVERIFY(save()->isEnabled());
     QCOMPARE(m_view->windowTitle(), QStringLiteral("sensorhub.tarn *"));
@@ -328,10 +322,10 @@ void TestEditing::asksBeforeClosing()
         QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Cancel, QString()};
     QVERIFY(open());
     QMetaObject::invokeMethod(m_view, "onModified");
-    m_script->expectBox(question, QMessageBox::Cancel);
+    script().expectBox(question, QMessageBox::Cancel);
     QVERIFY(!ViewManager::closeAllViews());
     QCOMPARE(TarnViewManager::instance()->tarnViews().size(), 1);
-    m_script->expectBox(question, QMessageBox::Ok);
+    script().expectBox(question, QMessageBox::Ok);
     QVERIFY(ViewManager::closeAllViews());
     QCOMPARE(TarnViewManager::instance()->tarnViews().size(), 0);
 }
@@ -340,7 +334,7 @@ void TestEditing::newFileFromTheGallery()
 {
     const auto wizards = ExtSys::ObjectPool::objects<Core::IFileWizardFactory>();
     QCOMPARE(wizards.size(), 1);
-    m_script->expectDialog("TARN::NewFileDialog", "New TARN Config File", [](QDialog *dialog) {
+    script().expectDialog("TARN::NewFileDialog", "New TARN Config File", [](QDialog *dialog) {
         dialog->findChild<QLineEdit *>("editName")->setText("fresh");
         dialog->accept();
     });
@@ -357,8 +351,8 @@ void TestEditing::newFileFromTheGallery()
 void TestEditing::brokenSourceRefusesToOpen()
 {
     writeFile(m_source, readFile(m_source) + "\nmodule broken (input a;\n");
-    m_script->expectDialog("TARN::MessageDlg", "Design files contain some errors.",
-                           [](QDialog *dialog) { dialog->accept(); });
+    script().expectDialog("TARN::MessageDlg", "Design files contain some errors.",
+                          [](QDialog *dialog) { dialog->accept(); });
     QVERIFY(!open());
 }
 
@@ -402,7 +396,7 @@ void TestEditing::invalidFileClosesTheView()
     QMetaObject::invokeMethod(m_view, "onModified");
     writeFile(m_file, "<TARN_CONFIG>");
     QTRY_VERIFY_WITH_TIMEOUT(banner(), Patience);
-    m_script->expectBox(
+    script().expectBox(
         {QMessageBox::Warning, "Reload Tarn", "Invalid TARN file.", QMessageBox::Ok, QString()});
     answerBanner("btnA");
     QTRY_VERIFY_WITH_TIMEOUT(!m_view, Patience);
@@ -470,8 +464,8 @@ void TestEditing::brokenSourceClosesTheViewOnReload()
     QMetaObject::invokeMethod(m_view, "onModified");
     writeFile(m_source, readFile(m_source) + "\nmodule broken (input a;\n");
     QTRY_VERIFY_WITH_TIMEOUT(banner(), Patience);
-    m_script->expectDialog("TARN::MessageDlg", "Design files contain some errors.",
-                           [](QDialog *dialog) { dialog->accept(); });
+    script().expectDialog("TARN::MessageDlg", "Design files contain some errors.",
+                          [](QDialog *dialog) { dialog->accept(); });
     answerBanner("btnA");
     QTRY_VERIFY_WITH_TIMEOUT(!m_view, Patience);
 }

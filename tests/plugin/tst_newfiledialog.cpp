@@ -4,9 +4,8 @@
 
 #include <plugin/newfiledialog.h>
 #include <support/files.h>
-#include <support/modalscript.h>
-#include <support/testcase.h>
 #include <support/windowfit.h>
+#include <support/windowtest.h>
 
 #include <QApplication>
 #include <QCheckBox>
@@ -82,7 +81,7 @@ constexpr QFile::Permissions ReadOnlyFolder =
 
 } // namespace
 
-class TestNewFileDialog : public TestCase
+class TestNewFileDialog : public WindowTest
 {
     Q_OBJECT
 
@@ -129,7 +128,7 @@ private:
 
 void TestNewFileDialog::init()
 {
-    TestCase::init();
+    WindowTest::init();
     m_dir = std::make_unique<QTemporaryDir>();
     QVERIFY(m_dir->isValid());
     m_dialog.reset();
@@ -449,9 +448,8 @@ void TestNewFileDialog::browseReplacesFolder()
 {
     QVERIFY(QDir(path("")).mkpath("a/b"));
     make(path("a"), "x");
-    ModalScript script;
     QString shown;
-    script.expectDialog("QFileDialog", "Select Directory", [&](QDialog *dialog) {
+    script().expectDialog("QFileDialog", "Select Directory", [&](QDialog *dialog) {
         auto *files = qobject_cast<QFileDialog *>(dialog);
         shown = files->directory().absolutePath();
         QCOMPARE(files->parentWidget(), m_dialog.get());
@@ -461,7 +459,6 @@ void TestNewFileDialog::browseReplacesFolder()
         static_cast<QDialog *>(files)->accept();
     });
     m_dialog->findChild<QPushButton *>("btnBrowse")->click();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(shown, path("a"));
     QCOMPARE(m_dialog->findChild<QLineEdit *>("editCreateIn")->text(), path("a/b"));
 }
@@ -469,21 +466,17 @@ void TestNewFileDialog::browseReplacesFolder()
 void TestNewFileDialog::cancelledBrowseKeepsFolder()
 {
     make(path("a"), "x");
-    ModalScript script;
-    script.expectDialog("QFileDialog", "Select Directory",
-                        [](QDialog *dialog) { dialog->reject(); });
+    script().expectDialog("QFileDialog", "Select Directory",
+                          [](QDialog *dialog) { dialog->reject(); });
     m_dialog->onBrowse();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(m_dialog->findChild<QLineEdit *>("editCreateIn")->text(), path("a"));
 }
 
 void TestNewFileDialog::browsingSurvivesDeathOfTheDialog()
 {
     make(path("a"), "x");
-    ModalScript script;
-    script.expectDialog("QFileDialog", "Select Directory", [&](QDialog *) { m_dialog.reset(); });
+    script().expectDialog("QFileDialog", "Select Directory", [&](QDialog *) { m_dialog.reset(); });
     m_dialog->onBrowse();
-    QCOMPARE(script.problems(), QString());
     QVERIFY(!m_dialog);
 }
 

@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <plugin/tarnconstants.h>
 #include <plugin/tarnfilewizardfactory.h>
-#include <support/modalscript.h>
-#include <support/testcase.h>
+#include <support/windowtest.h>
 
 #include <QApplication>
 #include <QDir>
@@ -13,7 +12,7 @@
 using TARN::TarnFileWizardFactory;
 using namespace TarnTest;
 
-class TestTarnFileWizardFactory : public TestCase
+class TestTarnFileWizardFactory : public WindowTest
 {
     Q_OBJECT
 
@@ -36,16 +35,14 @@ void TestTarnFileWizardFactory::runsTheDialogModally()
 {
     TarnFileWizardFactory factory;
     QWidget parent;
-    ModalScript script;
     QPointer<QDialog> seen;
-    script.expectDialog("TARN::NewFileDialog", "New TARN Config File", [&](QDialog *dialog) {
+    script().expectDialog("TARN::NewFileDialog", "New TARN Config File", [&](QDialog *dialog) {
         seen = dialog;
         QCOMPARE(dialog->parentWidget(), &parent);
         QCOMPARE(dialog->findChild<QLineEdit *>("editCreateIn")->text(), QStringLiteral("/some/x"));
         dialog->reject();
     });
     factory.runWizard(&parent, "/some/x");
-    QCOMPARE(script.problems(), QString());
     QVERIFY(!seen);
 }
 
@@ -53,11 +50,9 @@ void TestTarnFileWizardFactory::survivesDeathOfParent()
 {
     TarnFileWizardFactory factory;
     auto *parent = new QWidget;
-    ModalScript script;
-    script.expectDialog("TARN::NewFileDialog", "New TARN Config File",
-                        [&](QDialog *) { delete parent; });
+    script().expectDialog("TARN::NewFileDialog", "New TARN Config File",
+                          [&](QDialog *) { delete parent; });
     factory.runWizard(parent, QString());
-    QCOMPARE(script.problems(), QString());
 }
 
 TARN_TEST_MAIN(TestTarnFileWizardFactory)

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <support/modalscript.h>
-#include <support/testcase.h>
+#include <support/windowtest.h>
 
 #include <model/tarncore.h>
 #include <probes/initialvalueline.h>
@@ -45,7 +44,6 @@ struct Fixture
     TARN::TarnCore core{0};
     ProbePortsOptionWidget page{&core, nullptr, nullptr};
     QSignalSpy modified{&page, &ProbePortsOptionWidget::modified};
-    ModalScript script;
     QWidget window;
     QPointer<InitialValueLine> line = new InitialValueLine(3, &page, &window);
     QLineEdit *other = new QLineEdit(&window);
@@ -123,7 +121,7 @@ struct Fixture
 
 Q_DECLARE_METATYPE(std::function<void(Fixture &)>)
 
-class TestInitialValueLine : public TarnTest::TestCase
+class TestInitialValueLine : public TarnTest::WindowTest
 {
     Q_OBJECT
 
@@ -247,7 +245,6 @@ private Q_SLOTS:
         QCOMPARE(f.line->displayText(), shown);
         QCOMPARE(f.line->getStringValue(), after.join(QString()));
         QCOMPARE(f.modified.count(), 0);
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void rejectsWhatIsTooWide_data()
@@ -262,7 +259,7 @@ private Q_SLOTS:
         Fixture f;
         f.setBits({"10", "001"});
         f.line->setText("0x" + digits);
-        f.script.expectBox(tooWide(digits, 3), QMessageBox::Ok, [&](QMessageBox *) {
+        script().expectBox(tooWide(digits, 3), QMessageBox::Ok, [&](QMessageBox *) {
             QCOMPARE(f.line->displayText(), "0x" + digits);
             QCOMPARE(f.modified.count(), 0);
         });
@@ -270,7 +267,6 @@ private Q_SLOTS:
         QCOMPARE(f.shownBits(), QStringList({"10", "001"}));
         QCOMPARE(f.line->displayText(), QStringLiteral("0x11"));
         QCOMPARE(f.modified.count(), 1);
-        QCOMPARE(f.script.problems(), QString());
         // What fits is taken as before.
         f.line->setText("0x1E");
         f.line->onTextChange();
@@ -285,10 +281,9 @@ private Q_SLOTS:
         QCOMPARE(f.line->displayText(), QStringLiteral("0x0"));
         f.line->setIndex(12);
         f.line->setText("0x8");
-        f.script.expectBox(tooWide("8", 12));
+        script().expectBox(tooWide("8", 12));
         f.line->onTextChange();
         QCOMPARE(f.line->displayText(), QStringLiteral("0x0"));
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void focusOutApplies()
@@ -369,9 +364,8 @@ private Q_SLOTS:
         Fixture f;
         f.setBits({"00001"});
         f.focus("0xFF");
-        f.script.expectBox(tooWide("FF", 3));
+        script().expectBox(tooWide("FF", 3));
         f.other->setFocus();
-        QCOMPARE(f.script.problems(), QString());
         QCOMPARE(f.shownBits(), QStringList({"00001"}));
         QCOMPARE(f.modified.count(), 1);
     }
@@ -395,9 +389,8 @@ private Q_SLOTS:
         // The next time it shows, the line works as ever.
         hidden->show();
         f.focus("0xFF");
-        f.script.expectBox(tooWide("FF", 3));
+        script().expectBox(tooWide("FF", 3));
         f.other->setFocus();
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void minimisingTheWindowDoesNotMakeTheLineDeaf()
@@ -432,7 +425,6 @@ private Q_SLOTS:
         f.setBits({"00001"});
         f.focus("0xFF");
         delete f.line;
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void lineMayGoWhileItsBoxIsOpen_data()
@@ -452,12 +444,11 @@ private Q_SLOTS:
         Fixture f;
         f.setBits({"00001"});
         f.focus("0xFF");
-        f.script.expectBox(tooWide("FF", 3), QMessageBox::Ok,
+        script().expectBox(tooWide("FF", 3), QMessageBox::Ok,
                            [&f](QMessageBox *) { delete f.line; });
         trigger(f);
         QVERIFY(!f.line);
         QCOMPARE(f.modified.count(), 0);
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void pageMayGoFirst()
@@ -468,10 +459,8 @@ private Q_SLOTS:
         page.reset();
         QTest::keyClick(&line, Qt::Key_Right);
         line.setText("0xF");
-        ModalScript script;
-        script.expectBox(tooWide("F", 0));
+        script().expectBox(tooWide("F", 0));
         line.onTextChange();
-        QCOMPARE(script.problems(), QString());
     }
 
     void keysRespectThePrefix_data()

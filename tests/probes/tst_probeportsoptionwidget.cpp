@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signalsamples.h"
 
-#include <support/modalscript.h>
 #include <support/modeltext.h>
-#include <support/testcase.h>
 #include <support/windowfit.h>
+#include <support/windowtest.h>
 
 #include <model/tarncore.h>
 #include <netweir/netlistbuilder.h>
@@ -73,7 +72,6 @@ struct Fixture
 {
     std::unique_ptr<TarnCore> core;
     QPointer<ProbePortsOptionWidget> page;
-    ModalScript script;
     std::unique_ptr<QSignalSpy> modified;
 
     explicit Fixture(std::unique_ptr<TarnCore> edited, NETWEIR::RtlNetlist *netlist = nullptr)
@@ -209,7 +207,7 @@ std::unique_ptr<NETWEIR::RtlNetlist> netlistWith(const QString &net)
 
 } // namespace
 
-class TestProbePortsOptionWidget : public TarnTest::TestCase
+class TestProbePortsOptionWidget : public TarnTest::WindowTest
 {
     Q_OBJECT
 
@@ -515,7 +513,6 @@ private Q_SLOTS:
         f.line(0)->setText("0xFF");
         f.setSignals(0, {}); // Disables the line, which takes the focus from it.
         QVERIFY(!f.line(0)->hasFocus());
-        QCOMPARE(f.script.problems(), QString());
         f.setSignals(0, {bus("d", 5)});
         f.line(0)->setText("0x1F");
         f.line(0)->onTextChange();
@@ -547,11 +544,10 @@ private Q_SLOTS:
         f.click("btnProbeInAdd");
         f.click("btnProbeOutAdd");
         QCOMPARE(f.modified->count(), 2);
-        f.script.expectBox(warning("Support 64 Probe Ins at most."));
+        script().expectBox(warning("Support 64 Probe Ins at most."));
         f.click("btnProbeInAdd");
-        f.script.expectBox(warning("Support 64 Probe Outs at most."));
+        script().expectBox(warning("Support 64 Probe Outs at most."));
         f.click("btnProbeOutAdd");
-        QCOMPARE(f.script.problems(), QString());
         QCOMPARE(f.in()->topLevelItemCount(), 64);
         QCOMPARE(f.out()->topLevelItemCount(), 64);
         QCOMPARE(f.core->probeIns.size(), 64);
@@ -571,11 +567,10 @@ private Q_SLOTS:
         Fixture f(coreOf({{}}, {{}}));
         f.in()->topLevelItem(0)->setSelected(selected);
         f.out()->topLevelItem(0)->setSelected(selected);
-        f.script.expectBox(warning("Support 1 Probe In at least."));
+        script().expectBox(warning("Support 1 Probe In at least."));
         f.click("btnProbeInRemove");
-        f.script.expectBox(warning("Support 1 Probe Out at least."));
+        script().expectBox(warning("Support 1 Probe Out at least."));
         f.click("btnProbeOutRemove");
-        QCOMPARE(f.script.problems(), QString());
         QCOMPARE(f.in()->topLevelItemCount(), 1);
         QCOMPARE(f.out()->topLevelItemCount(), 1);
         QCOMPARE(f.modified->count(), 0);
@@ -713,7 +708,6 @@ private Q_SLOTS:
         f.line(0)->setText("0xFF");
         f.page->onRemoveProbeOut();
         QCOMPARE(f.core->probeOuts.size(), 1);
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void deletingThePageShowsNoBox_data()
@@ -740,7 +734,6 @@ private Q_SLOTS:
                          [line] { line->clearFocus(); });
         f.core.reset();
         delete f.page;
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void deletingThePageShowsNoBox()
@@ -761,7 +754,6 @@ private Q_SLOTS:
             f.page->hide();
         f.core.reset();
         delete f.page;
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void editsAPort_data()
@@ -782,11 +774,10 @@ private Q_SLOTS:
             signal2TreeItem(listOf(dialog), net("new"), 0);
             dialog->accept();
         };
-        f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port", add);
+        script().expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port", add);
         const QRect row = tree->visualItemRect(tree->topLevelItem(1));
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, row.center());
         QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, row.center());
-        QCOMPARE(f.script.problems(), QString());
 
         const ProbeIn *port = out ? f.core->getProbeOut(1) : f.core->getProbeIn(1);
         QCOMPARE(TarnTest::namesOf(port->signals), QStringList({"d", "new"}));
@@ -800,25 +791,23 @@ private Q_SLOTS:
     void cancelledEditChangesNothing()
     {
         Fixture f(coreOf({{net("a")}}, {}));
-        f.script.expectDialog("TARN::ProbeDialog", "Probe In Port", [](QDialog *dialog) {
+        script().expectDialog("TARN::ProbeDialog", "Probe In Port", [](QDialog *dialog) {
             signal2TreeItem(listOf(dialog), net("new"), 0);
             dialog->reject();
         });
         f.page->editProbeIn(f.in()->topLevelItem(0), 0);
         QCOMPARE(f.textOf(f.in()), QStringLiteral("Probe In0\n    a\n"));
         QCOMPARE(f.modified->count(), 0);
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void editsFromTheRowOfAMember()
     {
         Fixture f(coreOf({{}, {bus("d", 2)}}, {}));
-        f.script.expectDialog("TARN::ProbeDialog", "Probe In Port", [](QDialog *dialog) {
+        script().expectDialog("TARN::ProbeDialog", "Probe In Port", [](QDialog *dialog) {
             QCOMPARE(modelText(listOf(dialog)->model()), QStringLiteral("d\n    d[1]\n    d[0]\n"));
             dialog->reject();
         });
         f.page->editProbeIn(f.in()->topLevelItem(1)->child(0)->child(1), 0);
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void returnAndEnterOpenTheCurrentPort_data()
@@ -843,14 +832,13 @@ private Q_SLOTS:
         tree->setCurrentItem(nullptr);
         QTest::keyClick(tree, key);
 
-        f.script.expectDialog(
+        script().expectDialog(
             "TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port", [](QDialog *dialog) {
                 QCOMPARE(modelText(listOf(dialog)->model()), QStringLiteral("a\n"));
                 dialog->reject();
             });
         tree->setCurrentItem(tree->topLevelItem(1));
         QTest::keyClick(tree, key);
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void rowWithoutAPortIsNotEdited()
@@ -858,7 +846,6 @@ private Q_SLOTS:
         Fixture f(coreOf({{}}, {{}}));
         f.page->editProbeIn(new QTreeWidgetItem(f.in(), 1001), 0);
         f.page->editProbeOut(new QTreeWidgetItem(f.out(), 1001), 0);
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void newNetlistWhileADialogIsOpen_data() { editsAPort_data(); }
@@ -869,16 +856,15 @@ private Q_SLOTS:
         const auto netlist = netlistWith("flag");
         Fixture f(coreOf({{net("a")}}, {{net("b")}}), former.get());
         QSignalSpy changed(f.page, &ProbePortsOptionWidget::netlistChanged);
-        f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+        script().expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
                               [&](QDialog *dialog) {
                                   f.page->setNlsdata(netlist.get());
                                   former.reset();
                                   QCOMPARE(dialog->isVisible(), !out);
                                   if (!out)
-                                      addBySearch(&f.script, dialog, "flag");
+                                      addBySearch(&script(), dialog, "flag");
                               });
         f.editFirst(out);
-        QCOMPARE(f.script.problems(), QString());
         QCOMPARE(changed.count(), 1);
         QCOMPARE(f.textOf(f.in()), out ? QStringLiteral("Probe In0\n    a\n")
                                        : QStringLiteral("Probe In0\n    a\n    top/flag\n"));
@@ -893,10 +879,9 @@ private Q_SLOTS:
         const auto netlist = netlistWith("flag");
         Fixture f(coreOf({{}}, {{}}));
         f.page->setNlsdata(netlist.get());
-        f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
-                              [&f](QDialog *dialog) { addBySearch(&f.script, dialog, "flag"); });
+        script().expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+                              [&](QDialog *dialog) { addBySearch(&script(), dialog, "flag"); });
         f.editFirst(out);
-        QCOMPARE(f.script.problems(), QString());
         const ProbeIn *port = out ? f.core->getProbeOut(0) : f.core->getProbeIn(0);
         QCOMPARE(TarnTest::namesOf(port->signals), QStringList("top/flag"));
     }
@@ -915,7 +900,7 @@ private Q_SLOTS:
     {
         for (const bool out : {true, false}) {
             Fixture f(coreOf({{net("a")}}, {{net("b")}}));
-            f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+            script().expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
                                   [&f](QDialog *) {
                                       delete f.page;
                                       f.core.reset();
@@ -923,7 +908,6 @@ private Q_SLOTS:
             f.editFirst(out);
             QVERIFY(!f.page);
             QCOMPARE(f.modified->count(), 0);
-            QCOMPARE(f.script.problems(), QString());
         }
     }
 
@@ -1063,12 +1047,11 @@ private Q_SLOTS:
             f.page->setNlsdata(nullptr);
         } else {
             // From a signal whose port is out of sight.
-            f.script.expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+            script().expectDialog("TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
                                   [](QDialog *dialog) { dialog->accept(); });
             Q_EMIT tree->itemDoubleClicked(tree->topLevelItem(1)->child(30), 0);
         }
         QCoreApplication::processEvents();
-        QCOMPARE(f.script.problems(), QString());
         QCOMPARE(tree->verticalScrollBar()->value(), place);
         QVERIFY(tree->topLevelItem(0)->isExpanded());
         QVERIFY(tree->topLevelItem(1)->isExpanded());
@@ -1185,12 +1168,11 @@ private Q_SLOTS:
         core->userClock = before;
         core->syncUserClock = true;
         Fixture f(std::move(core), netlist.get());
-        f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [=](QDialog *dialog) {
+        script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [=](QDialog *dialog) {
             searchAndAddAll(dialog, net);
             dialog->done(accept ? QDialog::Accepted : QDialog::Rejected);
         });
         f.click("btnUserClock");
-        QCOMPARE(f.script.problems(), QString());
         QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), modified ? "top/clk" : before);
         QCOMPARE(f.modified->count(), modified);
     }
@@ -1202,7 +1184,7 @@ private Q_SLOTS:
         auto core = coreOf({}, {});
         core->syncUserClock = true;
         Fixture f(std::move(core), former.get());
-        f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *dialog) {
+        script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *dialog) {
             f.page->setNlsdata(netlist.get());
             former.reset();
             searchAndAddAll(dialog, "clk");
@@ -1210,17 +1192,15 @@ private Q_SLOTS:
         });
         f.click("btnUserClock");
         QCOMPARE(f.find<QLineEdit>("lineEditUserClock")->text(), QStringLiteral("top/clk"));
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void pageMayGoWhileTheUserClockIsPicked()
     {
         Fixture f(coreOf({}, {}));
-        f.script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+        script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
                               [&f](QDialog *) { delete f.page; });
         f.page->onbtnUserClock();
         QVERIFY(!f.page);
-        QCOMPARE(f.script.problems(), QString());
     }
 
     void savesWhatTheLinesShow()

@@ -3,10 +3,9 @@
 #include "dialogsupport.h"
 #include "samplenetlist.h"
 
-#include <support/modalscript.h>
 #include <support/modeltext.h>
-#include <support/testcase.h>
 #include <support/windowfit.h>
+#include <support/windowtest.h>
 
 #include <probes/signals/signaltree.h>
 #include <probes/signalsamples.h>
@@ -59,7 +58,7 @@ void chooseAll(QDialog *dialog, const QString &pattern)
 
 } // namespace
 
-class TestProbeDialog : public TarnTest::TestCase
+class TestProbeDialog : public TarnTest::WindowTest
 {
     Q_OBJECT
 
@@ -325,8 +324,7 @@ void TestProbeDialog::addAppendsBusesThenSingles()
     ProbeIn port;
     port.signals = {net("x")};
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
         QCOMPARE(search->parentWidget(), &dialog);
         // The chosen list itself holds the single first.
         signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"),
@@ -334,7 +332,6 @@ void TestProbeDialog::addAppendsBusesThenSingles()
         search->accept();
     });
     buttonOf(dialog, "btnAdd")->click();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(rowsOf(dialog), QString("x\nd\n    d[1]\n    d[0]\nz\ny\n"));
     QCOMPARE(rowOf(listOf(dialog), "d")->type(), 0);
     QCOMPARE(namesOf(port.signals), QStringList{"x"});
@@ -345,11 +342,9 @@ void TestProbeDialog::addLeavesOutWhatIsThere()
     ProbeIn port;
     port.signals = {net("top/clk"), bus("top/u0/cnt[1:0]", 2)};
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
-                        [](QDialog *search) { chooseAll(search, "c"); });
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                          [](QDialog *search) { chooseAll(search, "c"); });
     buttonOf(dialog, "btnAdd")->click();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(rowsOf(dialog), QString("top/clk\ntop/u0/cnt[1:0]\n    top/u0/cnt[1:0][1]\n"
                                      "    top/u0/cnt[1:0][0]\ntop/u0/clk\n"));
 }
@@ -358,11 +353,9 @@ void TestProbeDialog::addUsesTheKindOfThePort()
 {
     ProbeOut port;
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeOut, nullptr);
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
-                        [](QDialog *search) { chooseAll(search, "t"); });
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                          [](QDialog *search) { chooseAll(search, "t"); });
     buttonOf(dialog, "btnAdd")->click();
-    QCOMPARE(script.problems(), QString());
     // Without rst and cnt, which Probe Out ports cannot drive.
     QCOMPARE(rowsOf(dialog), QString("top/data[1:0]\n    top/data[1]\n    top/data[0]\n"
                                      "top/clk\ntop/u0/clk\ntop/u0/gated\ntop/u0/deep/flag\n"));
@@ -373,13 +366,11 @@ void TestProbeDialog::addOfNothingChangesNothing()
     ProbeIn port;
     port.signals = {net("x")};
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *search) {
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [](QDialog *search) {
         signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"), {net("y")}, 0);
         search->reject();
     });
     buttonOf(dialog, "btnAdd")->click();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(rowsOf(dialog), QString("x\n"));
 }
 
@@ -395,10 +386,9 @@ void TestProbeDialog::addedRowsAreInSight()
         return list->viewport()->rect().contains(list->visualItemRect(rowOf(list, text)));
     };
     QVERIFY(isInSight("n0"));
-    ModalScript script;
     for (const char *pattern : {"clk", "clk"}) {
-        script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
-                            [=](QDialog *search) { chooseAll(search, pattern); });
+        script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                              [=](QDialog *search) { chooseAll(search, pattern); });
     }
     buttonOf(dialog, "btnAdd")->click();
     QVERIFY(isInSight("top/clk"));
@@ -407,7 +397,6 @@ void TestProbeDialog::addedRowsAreInSight()
     listOf(dialog)->scrollToTop();
     buttonOf(dialog, "btnAdd")->click();
     QVERIFY(isInSight("n0"));
-    QCOMPARE(script.problems(), QString());
 }
 
 void TestProbeDialog::deleteKeyRemovesWhatTheButtonRemoves_data()
@@ -448,11 +437,9 @@ void TestProbeDialog::countFollowsTheList()
     const ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeIn, nullptr);
     const auto *count = dialog.findChild<QLabel *>("labelCount");
     QCOMPARE(count->text(), QString("9 of 256"));
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
-                        [](QDialog *search) { chooseAll(search, "cnt"); });
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                          [](QDialog *search) { chooseAll(search, "cnt"); });
     buttonOf(dialog, "btnAdd")->click();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(count->text(), QString("11 of 256"));
     select(listOf(dialog), {"x", "d"});
     buttonOf(dialog, "btnRemove")->click();
@@ -545,15 +532,13 @@ void TestProbeDialog::acceptRefusesMoreSignalsThanFit()
         items.append(net(QString("n%1").arg(i)));
     signals2Tree(listOf(dialog), items, 0);
     dialog.show();
-    ModalScript script;
     if (!fits) {
-        script.expectBox({QMessageBox::Warning, "Warning", "Support 256 signals at most.",
-                          QMessageBox::Ok, QString()},
-                         QMessageBox::Ok,
-                         [&](QMessageBox *box) { QCOMPARE(box->parentWidget(), &dialog); });
+        script().expectBox({QMessageBox::Warning, "Warning", "Support 256 signals at most.",
+                            QMessageBox::Ok, QString()},
+                           QMessageBox::Ok,
+                           [&](QMessageBox *box) { QCOMPARE(box->parentWidget(), &dialog); });
     }
     dialog.accept();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(dialog.isVisible(), !fits);
     QCOMPARE(dialog.result() == QDialog::Accepted, fits);
     QCOMPARE(port.signals.size(), fits ? items.size() : 0);
@@ -566,11 +551,9 @@ void TestProbeDialog::refusedDialogMayDieWithItsParent()
     port.signals = {bus("d", 257)};
     QPointer<QWidget> page(new QWidget);
     auto *dialog = new ProbeDialog(&port, nullptr, ProbeTypeIn, page);
-    ModalScript script;
-    script.expectDialog("QMessageBox", "Warning", [&](QDialog *) { delete page; });
+    script().expectDialog("QMessageBox", "Warning", [&](QDialog *) { delete page; });
     dialog->accept();
     QVERIFY(!page);
-    QCOMPARE(script.problems(), QString());
 }
 
 void TestProbeDialog::cancelLeavesThePortAlone()
@@ -607,14 +590,12 @@ void TestProbeDialog::closeWidgetClosesTheSearchToo()
 {
     ProbeOut port;
     ProbeDialog dialog(&port, m_netlist.get(), ProbeTypeOut, nullptr);
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
         signals2Tree(search->findChild<QTreeWidget *>("treeWidgetAddSignal"), {net("y")}, 0);
         dialog.closeWidget();
     });
     QTimer::singleShot(0, &dialog, &ProbeDialog::onAdd);
     QCOMPARE(dialog.exec(), int(QDialog::Rejected));
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(rowsOf(dialog), QString());
     QVERIFY(port.signals.isEmpty());
 }
@@ -624,14 +605,12 @@ void TestProbeDialog::closeWidgetClosesTheWarningToo()
     ProbeOut port;
     ProbeDialog dialog(&port, nullptr, ProbeTypeOut, nullptr);
     signals2Tree(listOf(dialog), {bus("d", 257)}, 0);
-    ModalScript script;
-    script.expectDialog("QMessageBox", "Warning", [&](QDialog *warning) {
+    script().expectDialog("QMessageBox", "Warning", [&](QDialog *warning) {
         dialog.closeWidget();
         QVERIFY(!warning->isVisible());
     });
     QTimer::singleShot(0, &dialog, &ProbeDialog::accept);
     QCOMPARE(dialog.exec(), int(QDialog::Rejected));
-    QCOMPARE(script.problems(), QString());
     QVERIFY(port.signals.isEmpty());
 }
 
@@ -643,15 +622,13 @@ void TestProbeDialog::newNetlistReachesTheSearch()
     const auto second = builder.take();
     ProbeIn port;
     ProbeDialog dialog(&port, first.get(), ProbeTypeIn, nullptr);
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [&](QDialog *search) {
         buttonOf(*search, "pushButtonSearch")->click();
         dialog.setNetlist(second.get());
         first.reset();
         chooseAll(search, QString());
     });
     dialog.onAdd();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(rowsOf(dialog), QString("other/net\n"));
 }
 
@@ -662,11 +639,9 @@ void TestProbeDialog::newNetlistIsUsedFromThenOn()
     ProbeDialog dialog(&port, first.get(), ProbeTypeIn, nullptr);
     dialog.setNetlist(nullptr);
     first.reset();
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
-                        [](QDialog *search) { chooseAll(search, QString()); });
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                          [](QDialog *search) { chooseAll(search, QString()); });
     dialog.onAdd();
-    QCOMPARE(script.problems(), QString());
     QCOMPARE(rowsOf(dialog), QString());
 }
 
@@ -675,12 +650,10 @@ void TestProbeDialog::dialogMayDieWhileItSearches()
     ProbeIn port;
     QPointer<QWidget> page(new QWidget);
     auto *dialog = new ProbeDialog(&port, m_netlist.get(), ProbeTypeIn, page);
-    ModalScript script;
-    script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
-                        [&](QDialog *) { delete page; });
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets",
+                          [&](QDialog *) { delete page; });
     dialog->onAdd();
     QVERIFY(!page);
-    QCOMPARE(script.problems(), QString());
     QVERIFY(port.signals.isEmpty());
 }
 

@@ -31,9 +31,8 @@ ViewTest::~ViewTest() = default;
 
 void ViewTest::init()
 {
-    TestCase::init();
+    WindowTest::init();
     m_folder = std::make_unique<QTemporaryDir>();
-    m_script = std::make_unique<ModalScript>();
     extraction().reset();
     setProject({QStringLiteral("top.v")});
 }
@@ -43,12 +42,9 @@ void ViewTest::cleanup()
     for (const QPointer<QWidget> &container : qAsConst(m_containers))
         delete container;
     m_containers.clear();
-    const QString problems = m_script->problems();
-    m_script.reset();
     TE::TaskEngine::instance()->designManager()->closeProject();
     m_folder.reset();
-    TestCase::cleanup();
-    QCOMPARE(problems, QString());
+    WindowTest::cleanup();
 }
 
 QString ViewTest::path(const QString &name) const

@@ -4,8 +4,7 @@
 
 #include "fakeextraction.h"
 
-#include <support/modalscript.h>
-#include <support/testcase.h>
+#include <support/windowtest.h>
 
 #include <view/tarnview.h>
 
@@ -36,7 +35,7 @@ struct ShownView
 
 /// Base of the tests of the view. Every test function starts with a project of one source, a design
 /// that is read without errors, and an empty folder; boxes that nobody expects fail it.
-class ViewTest : public TestCase
+class ViewTest : public WindowTest
 {
     Q_OBJECT
 
@@ -65,7 +64,6 @@ protected:
     /// Opens the context menu on the core at @p row, on empty space for -1.
     static void openMenu(const TARN::TarnView *view, int row);
 
-    ModalScript &script() { return *m_script; }
     FakeExtraction &extraction() { return FakeExtraction::instance(); }
 
 protected Q_SLOTS:
@@ -74,7 +72,6 @@ protected Q_SLOTS:
 
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<ModalScript> m_script;
     QList<QPointer<QWidget>> m_containers;
 };
 

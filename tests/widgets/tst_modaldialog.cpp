@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <support/modalscript.h>
-#include <support/testcase.h>
+#include <support/windowtest.h>
 
 #include <widgets/modaldialog.h>
 
@@ -10,9 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 
-using TarnTest::ModalScript;
-
-class TestModalDialog : public TarnTest::TestCase
+class TestModalDialog : public TarnTest::WindowTest
 {
     Q_OBJECT
 
@@ -38,8 +35,7 @@ private Q_SLOTS:
         message.escapeButton = QMessageBox::Ok;
 
         QWidget parent;
-        ModalScript script;
-        script.expectBox(
+        script().expectBox(
             {message.icon, message.title, message.text, message.buttons, message.detailedText},
             QMessageBox::StandardButton(answer), [&](QMessageBox *box) {
                 QCOMPARE(box->parentWidget(), &parent);
@@ -49,7 +45,6 @@ private Q_SLOTS:
                 QVERIFY(box->button(QMessageBox::Ok) == box->escapeButton());
             });
         QCOMPARE(int(TARN::showMessage(&parent, message)), answer);
-        QCOMPARE(script.problems(), QString());
         QVERIFY(parent.findChildren<QMessageBox *>().isEmpty());
     }
 
@@ -58,10 +53,8 @@ private Q_SLOTS:
         TARN::Message message;
         message.title = "Title";
         message.buttons = QMessageBox::Ok | QMessageBox::Cancel;
-        ModalScript script;
-        script.expectDialog("QMessageBox", "Title", [](QDialog *box) { box->close(); });
+        script().expectDialog("QMessageBox", "Title", [](QDialog *box) { box->close(); });
         QCOMPARE(TARN::showMessage(nullptr, message), QMessageBox::Cancel);
-        QCOMPARE(script.problems(), QString());
     }
 
     void boxDiesWithItsParent()
@@ -69,32 +62,26 @@ private Q_SLOTS:
         QPointer<QWidget> parent(new QWidget);
         TARN::Message message;
         message.title = "Title";
-        ModalScript script;
-        script.expectDialog("QMessageBox", "Title", [&](QDialog *) { delete parent; });
+        script().expectDialog("QMessageBox", "Title", [&](QDialog *) { delete parent; });
         QCOMPARE(TARN::showMessage(parent, message), QMessageBox::NoButton);
         QVERIFY(!parent);
-        QCOMPARE(script.problems(), QString());
     }
 
     void dialogIsDeletedAfterItsResult()
     {
         QPointer<QDialog> dialog(new QDialog);
         dialog->setWindowTitle("Title");
-        ModalScript script;
-        script.expectDialog("QDialog", "Title", [](QDialog *running) { running->accept(); });
+        script().expectDialog("QDialog", "Title", [](QDialog *running) { running->accept(); });
         QCOMPARE(TARN::execAndDelete(dialog), int(QDialog::Accepted));
         QVERIFY(!dialog);
-        QCOMPARE(script.problems(), QString());
     }
 
     void dialogDeletedWhileOpenIsRejected()
     {
         auto *dialog = new QDialog;
         dialog->setWindowTitle("Title");
-        ModalScript script;
-        script.expectDialog("QDialog", "Title", [](QDialog *running) { delete running; });
+        script().expectDialog("QDialog", "Title", [](QDialog *running) { delete running; });
         QCOMPARE(TARN::execAndDelete(dialog), int(QDialog::Rejected));
-        QCOMPARE(script.problems(), QString());
     }
 };
 

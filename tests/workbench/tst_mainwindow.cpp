@@ -12,9 +12,8 @@
 #include <core/viewmanager.h>
 #include <extsys/objectpool.h>
 #include <support/files.h>
-#include <support/modalscript.h>
 #include <support/modeltext.h>
-#include <support/testcase.h>
+#include <support/windowtest.h>
 #include <te/designmanager.h>
 #include <te/taskengine.h>
 #include <workbench/messagelog.h>
@@ -113,7 +112,7 @@ void pressOk(QDialog *dialog)
 
 } // namespace
 
-class TestMainWindow : public TarnTest::TestCase
+class TestMainWindow : public TarnTest::WindowTest
 {
     Q_OBJECT
 
@@ -172,17 +171,15 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<Workbench::MessageLog> m_log;
     std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<ModalScript> m_script;
     std::unique_ptr<TarnTest::EventLog> m_events;
 };
 
 void TestMainWindow::init()
 {
-    TestCase::init();
+    WindowTest::init();
     m_dir = std::make_unique<QTemporaryDir>();
     m_log = std::make_unique<Workbench::MessageLog>();
     m_window = std::make_unique<MainWindow>(m_log.get());
-    m_script = std::make_unique<ModalScript>();
     m_events = std::make_unique<TarnTest::EventLog>();
     writeFile(path("demo.json"), R"({"version": 1, "top": "main", "sources": [
         {"file": "a.v"}, {"file": "sub/b.sv", "enabled": false}, {"file": "x.tarn"}],
@@ -193,14 +190,11 @@ void TestMainWindow::init()
 
 void TestMainWindow::cleanup()
 {
-    const QString problems = m_script->problems();
-    m_script.reset();
     m_events.reset();
     m_window.reset();
     m_log.reset();
     m_dir.reset();
-    QCOMPARE(problems, QString());
-    TestCase::cleanup();
+    WindowTest::cleanup();
 }
 
 void TestMainWindow::openSample()
@@ -261,7 +255,7 @@ void TestMainWindow::projectThatCannotBeReadLeavesTheOpenOne()
     box.title = QStringLiteral("Error");
     box.text = QStringLiteral("Cannot read the project %1: No such file or directory")
                    .arg(path("none.json"));
-    m_script->expectBox(box);
+    script().expectBox(box);
     QVERIFY(!m_window->openProject(path("none.json")));
     QCOMPARE(design()->project().name, QStringLiteral("demo"));
 }
@@ -275,7 +269,7 @@ void TestMainWindow::listIsOpenedAsAProject()
     QStringList messages;
     connect(m_log.get(), &Workbench::MessageLog::messagesAdded, this,
             [&messages](const QStringList &added) { messages += added; });
-    m_script->expectDialog("QFileDialog", "Open", [this](QDialog *dialog) {
+    script().expectDialog("QFileDialog", "Open", [this](QDialog *dialog) {
         dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path("lists/soc.f"));
         QMetaObject::invokeMethod(dialog, "accept");
     });
@@ -298,7 +292,7 @@ void TestMainWindow::listIsOpenedAsAProject()
     box.icon = QMessageBox::Critical;
     box.title = QStringLiteral("Error");
     box.text = path("lists/more.F") + ":2: cannot read the file " + path("sub/none.sv");
-    m_script->expectBox(box);
+    script().expectBox(box);
     QVERIFY(!m_window->openProject(path("lists/soc.f")));
     QCOMPARE(design()->project().sources.size(), 2);
 }
@@ -311,11 +305,11 @@ void TestMainWindow::pipeIsNoProject()
     box.title = QStringLiteral("Error");
     box.text =
         QStringLiteral("Cannot read the project %1: it is a pipe or a device").arg(path("pipe"));
-    m_script->expectDialog("QFileDialog", "Open", [this](QDialog *dialog) {
+    script().expectDialog("QFileDialog", "Open", [this](QDialog *dialog) {
         dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path("pipe"));
         QMetaObject::invokeMethod(dialog, "accept");
     });
-    m_script->expectBox(box);
+    script().expectBox(box);
     trigger("Open...");
 }
 
@@ -339,7 +333,7 @@ void TestMainWindow::projectMenuRaisesEvents()
     QTRY_COMPARE(files()->topLevelItemCount(), 2);
     QVERIFY(!actionIn(menu(1), "Selected Files")->isEnabled());
 
-    m_script->expectDialog("QInputDialog", "Top Module", [](QDialog *dialog) {
+    script().expectDialog("QInputDialog", "Top Module", [](QDialog *dialog) {
         dialog->findChild<QLineEdit *>()->setText(" core ");
         dialog->accept();
     });
@@ -364,11 +358,11 @@ void TestMainWindow::checkBoxAndTopLineRaiseEvents()
 void TestMainWindow::optionsRaiseEventsForWhatChanged()
 {
     openSample();
-    m_script->expectDialog("QDialog", "Project Options", pressOk);
+    script().expectDialog("QDialog", "Project Options", pressOk);
     trigger("Options...");
     QCOMPARE(events(), QStringList());
 
-    m_script->expectDialog("QDialog", "Project Options", [](QDialog *dialog) {
+    script().expectDialog("QDialog", "Project Options", [](QDialog *dialog) {
         dialog->findChild<QComboBox *>("standard")->setCurrentText("1800-2017");
         dialog->findChild<QComboBox *>("tool")->setCurrentText("Synplify");
         dialog->findChild<QSpinBox *>("timeout")->setValue(7);
@@ -401,7 +395,7 @@ void TestMainWindow::optionsRaiseEventsForWhatChanged()
 void TestMainWindow::wrongMacroIsRefused()
 {
     openSample();
-    m_script->expectDialog("QDialog", "Project Options", [](QDialog *dialog) {
+    script().expectDialog("QDialog", "Project Options", [](QDialog *dialog) {
         dialog->findChild<QPlainTextEdit *>("macros")->setPlainText("1A");
         dialog->findChild<QSpinBox *>("timeout")->setValue(7);
         pressOk(dialog);
@@ -419,7 +413,7 @@ void TestMainWindow::addFilesAsksForFiles()
 {
     openSample();
     writeFile(path("new.sv"), "\n");
-    m_script->expectDialog("QFileDialog", "Add Files", [this](QDialog *dialog) {
+    script().expectDialog("QFileDialog", "Add Files", [this](QDialog *dialog) {
         dialog->findChild<QLineEdit *>("fileNameEdit")
             ->setText(QStringLiteral("\"%1\" \"%2\"").arg(path("a.v"), path("new.sv")));
         QMetaObject::invokeMethod(dialog, "accept");
@@ -462,7 +456,7 @@ void TestMainWindow::withoutPluginOpeningIsRefused()
     box.icon = QMessageBox::Critical;
     box.title = QStringLiteral("Error");
     box.text = QStringLiteral("Cannot open /x.tarn: the TARN Inserter plug-in is not loaded.");
-    m_script->expectBox(box);
+    script().expectBox(box);
     m_window->openTarnFile("/x.tarn");
 }
 
@@ -473,7 +467,7 @@ void TestMainWindow::openTellsProjectsFromConfigurations()
         [&](const QString &file, const DEV::DeviceArg &) { opened.append(file); });
     writeFile(path("x.tarn"), "\n");
     for (const char *name : {"demo.json", "x.tarn"}) {
-        m_script->expectDialog("QFileDialog", "Open", [this, name](QDialog *dialog) {
+        script().expectDialog("QFileDialog", "Open", [this, name](QDialog *dialog) {
             dialog->findChild<QLineEdit *>("fileNameEdit")->setText(path(name));
             QMetaObject::invokeMethod(dialog, "accept");
         });
@@ -490,7 +484,7 @@ void TestMainWindow::galleryOffersWizards()
     QObject plugin;
     ExtSys::ObjectPool::add(new Wizard("First", &runs), &plugin);
     ExtSys::ObjectPool::add(new Wizard("Second", &runs), &plugin);
-    m_script->expectDialog("QDialog", "New File", [](QDialog *dialog) {
+    script().expectDialog("QDialog", "New File", [](QDialog *dialog) {
         auto *list = dialog->findChild<QListWidget *>("wizards");
         auto *description = dialog->findChild<QLabel *>("description");
         QCOMPARE(TarnTest::modelText(list->model()), QStringLiteral("First\nSecond\n"));
@@ -501,7 +495,7 @@ void TestMainWindow::galleryOffersWizards()
     });
     trigger("New...");
     QCOMPARE(runs, QStringList("Second " + m_dir->path()));
-    m_script->expectDialog("QDialog", "New File", [](QDialog *dialog) { dialog->reject(); });
+    script().expectDialog("QDialog", "New File", [](QDialog *dialog) { dialog->reject(); });
     trigger("New...");
     QCOMPARE(runs.size(), 1);
     ExtSys::ObjectPool::release(&plugin);
@@ -513,7 +507,7 @@ void TestMainWindow::galleryWithoutWizardsSaysSo()
     box.icon = QMessageBox::Information;
     box.title = QStringLiteral("New File");
     box.text = QStringLiteral("No plug-in can create files.");
-    m_script->expectBox(box);
+    script().expectBox(box);
     trigger("New...");
 }
 

@@ -3,9 +3,8 @@
 #include <workbench/projectstore.h>
 
 #include <support/files.h>
-#include <support/modalscript.h>
-#include <support/testcase.h>
 #include <support/waiting.h>
+#include <support/windowtest.h>
 #include <te/designmanager.h>
 #include <te/teconstants.h>
 
@@ -24,7 +23,7 @@ using TarnTest::runDueEvents;
 using TarnTest::writeFile;
 using Workbench::ProjectStore;
 
-class TestProjectStore : public TarnTest::TestCase
+class TestProjectStore : public TarnTest::WindowTest
 {
     Q_OBJECT
 
@@ -49,7 +48,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<TE::DesignManager> m_design;
     std::unique_ptr<ProjectStore> m_store;
-    std::unique_ptr<ModalScript> m_script;
 };
 
 namespace {
@@ -68,23 +66,19 @@ ModalScript::Box saveQuestion(const QString &project)
 
 void TestProjectStore::init()
 {
-    TestCase::init();
+    WindowTest::init();
     m_dir = std::make_unique<QTemporaryDir>();
     m_design = std::make_unique<TE::DesignManager>();
     m_store = std::make_unique<ProjectStore>(m_design.get());
-    m_script = std::make_unique<ModalScript>();
     writeFile(path("p.json"), Sample);
 }
 
 void TestProjectStore::cleanup()
 {
-    const QString problems = m_script->problems();
-    m_script.reset();
     m_store.reset();
     m_design.reset();
     m_dir.reset();
-    QCOMPARE(problems, QString());
-    TestCase::cleanup();
+    WindowTest::cleanup();
 }
 
 void TestProjectStore::open()
@@ -143,13 +137,13 @@ void TestProjectStore::foreignChangeIsNotOverwrittenSilently()
                                     QMessageBox::Yes | QMessageBox::No, QString()};
     open();
     writeFile(path("p.json"), Sample + "\n");
-    m_script->expectBox(question, QMessageBox::No);
+    script().expectBox(question, QMessageBox::No);
     m_design->addFile("new.v");
-    QTRY_COMPARE(m_script->problems(), QString());
+    QTRY_COMPARE(script().problems(), QString());
     QCOMPARE(saved(), Sample + "\n");
     QVERIFY(m_store->isModified());
 
-    m_script->expectBox(question, QMessageBox::Yes);
+    script().expectBox(question, QMessageBox::Yes);
     QVERIFY(m_store->mayClose());
     QVERIFY(saved().contains("\"new.v\""));
 }
@@ -163,15 +157,15 @@ void TestProjectStore::failedSaveAsksOnce()
                                    "Cannot save the project " + path("p.json") +
                                        ": No such file or directory",
                                    QMessageBox::Ok, QString()};
-    m_script->expectBox(failure);
+    script().expectBox(failure);
     m_design->addFile("new.v");
-    QTRY_COMPARE(m_script->problems(), QString());
+    QTRY_COMPARE(script().problems(), QString());
     m_design->addFile("newer.v");
     runDueEvents();
     QVERIFY(m_store->isModified());
 
-    m_script->expectBox(failure);
-    m_script->expectBox(saveQuestion("p"), QMessageBox::Cancel);
+    script().expectBox(failure);
+    script().expectBox(saveQuestion("p"), QMessageBox::Cancel);
     QVERIFY(!m_store->mayClose());
 
     QVERIFY(QDir().mkpath(m_dir->path()));
@@ -202,11 +196,10 @@ void TestProjectStore::projectWithoutFileAsks()
     runDueEvents();
     QVERIFY(m_store->isModified());
 
-    m_script->expectBox(saveQuestion("demo"), QMessageBox::StandardButton(answer));
+    script().expectBox(saveQuestion("demo"), QMessageBox::StandardButton(answer));
     if (saves) {
-        m_script->expectDialog("QFileDialog", "Save Project As", [](QDialog *dialog) {
-            QMetaObject::invokeMethod(dialog, "accept");
-        });
+        script().expectDialog("QFileDialog", "Save Project As",
+                              [](QDialog *dialog) { QMetaObject::invokeMethod(dialog, "accept"); });
     }
     QTEST(m_store->mayClose(), "closes");
     QCOMPARE(QFileInfo::exists(path("demo.json")), saves);

@@ -12,9 +12,8 @@
 #include <qutil/eventmanager.h>
 #include <qutil/ievent.h>
 #include <support/files.h>
-#include <support/modalscript.h>
 #include <support/modeltext.h>
-#include <support/testcase.h>
+#include <support/windowtest.h>
 
 #include <QAbstractButton>
 #include <QAction>
@@ -88,13 +87,12 @@ QString found(QDialog *dialog, const char *mode, const QString &pattern)
 
 /// One session of another host, from loading the plug-in to the end. Each test function continues
 /// where the previous one ended.
-class TestOtherSession : public TestCase
+class TestOtherSession : public WindowTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanup();
     void loads();
     void initialises();
     void wizardCreatesFile();
@@ -127,7 +125,6 @@ private:
     void editPort(const char *tree, const QString &title,
                   const std::function<void(QDialog *)> &use);
 
-    ModalScript m_script;
     QTemporaryDir m_dir;
     QString m_file;
     QPluginLoader m_loader;
@@ -142,12 +139,6 @@ void TestOtherSession::initTestCase()
         {"Top", "top"},
         {"Files", QVariantList{QVariantMap{{"Path", "/design/top.v"}}}},
     };
-}
-
-void TestOtherSession::cleanup()
-{
-    QCOMPARE(m_script.problems(), QString());
-    TestCase::cleanup();
 }
 
 void TestOtherSession::loads()
@@ -174,7 +165,7 @@ void TestOtherSession::wizardCreatesFile()
     auto *wizard = qobject_cast<Core::IFileWizardFactory *>(OtherHost::self().pool.first());
     QVERIFY(wizard);
     QCOMPARE(wizard->id(), QStringLiteral("MB.Wizard.TARN"));
-    m_script.expectDialog("TARN::NewFileDialog", "New TARN Config File", [](QDialog *dialog) {
+    script().expectDialog("TARN::NewFileDialog", "New TARN Config File", [](QDialog *dialog) {
         child<QLineEdit>(dialog, "editName")->setText("session");
         press(dialog, QDialogButtonBox::Ok);
     });
@@ -196,7 +187,7 @@ void TestOtherSession::missingManagersAnswerNothing()
     OtherHost &host = OtherHost::self();
     host.hasEngine = hasEngine;
     host.hasDesignManager = host.hasFlowManager = false;
-    m_script.expectBox({QMessageBox::Critical, "Error", "Design files are not exist."});
+    script().expectBox({QMessageBox::Critical, "Error", "Design files are not exist."});
     QVERIFY(openInPlugin(m_file, "XY70"));
     host.hasEngine = host.hasDesignManager = true;
     QCOMPARE(viewsInPlugin(), 0);
@@ -223,7 +214,7 @@ void TestOtherSession::checkNamesWhatIsMissing()
     ModalScript::Box box{QMessageBox::Critical, "Error",
                          "Your settings contain some errors." + QString(13, ' ')};
     box.detailedText = "Tarn 0: At least one Probe In port or Probe Out port should be enabled";
-    m_script.expectBox(box);
+    script().expectBox(box);
     saveAction()->trigger();
     QCOMPARE(readFile(m_file), before);
 }
@@ -231,11 +222,11 @@ void TestOtherSession::checkNamesWhatIsMissing()
 void TestOtherSession::editPort(const char *tree, const QString &title,
                                 const std::function<void(QDialog *)> &use)
 {
-    m_script.expectDialog("TARN::ProbeDialog", title, [](QDialog *dialog) {
+    script().expectDialog("TARN::ProbeDialog", title, [](QDialog *dialog) {
         child<QAbstractButton>(dialog, "btnAdd")->click();
         press(dialog, QDialogButtonBox::Ok);
     });
-    m_script.expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", use);
+    script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", use);
     auto *ports = child<QTreeWidget>(view(), tree);
     Q_EMIT ports->itemDoubleClicked(ports->topLevelItem(0), 0);
 }
@@ -299,7 +290,7 @@ void TestOtherSession::clockIsLookedUp()
     ModalScript::Box box{QMessageBox::Critical, "Error",
                          "Your settings contain some errors." + QString(13, ' ')};
     box.detailedText = "Tarn 0: The output probe synchronizes with user clock does not exist";
-    m_script.expectBox(box);
+    script().expectBox(box);
     saveAction()->trigger();
     child<QLineEdit>(view(), "lineEditUserClock")->setText("top/clk");
 }
@@ -352,7 +343,7 @@ void TestOtherSession::synthesisToolIsAsked()
 {
     OtherHost::self().options = {{"Synthesize_tool", "Synplify"}};
     child<QLineEdit>(view(), "lineEditUserClock")->setText("top/u0/q");
-    m_script.expectBox({QMessageBox::Critical, "Error",
+    script().expectBox({QMessageBox::Critical, "Error",
                         "For RTL Design, TARN is only available for OstraSynthesis. Please change "
                         "Synthesis Tool to OstraSynthesis in Configurations."});
     saveAction()->trigger();
