@@ -8,8 +8,8 @@ namespace NETWEIR {
 
 namespace {
 
-/// @p root and its descendants, each node before its children and the children in order. Iterative:
-/// a design may be nested deeper than the stack.
+/// @p root and its descendants, each node before its children, and the children in order.
+/// Iterative, because the nesting of a design may exceed the stack.
 std::vector<const Hierachy *> subtreeOf(const Hierachy *root)
 {
     std::vector<const Hierachy *> nodes;
@@ -24,7 +24,7 @@ std::vector<const Hierachy *> subtreeOf(const Hierachy *root)
     return nodes;
 }
 
-/// What @p own returns of each node of the subtree of @p root, joined.
+/// The joined results of @p own for all nodes of the subtree of @p root.
 template <typename Item>
 QList<Item *> joined(const Hierachy *root, const QList<Item *> &(Hierachy::*own)() const)
 {

@@ -30,7 +30,7 @@ public:
     /// Null for the top node.
     Hierachy *parent() const { return m_parent; }
 
-    /// Child nodes in the order of the source.
+    /// Child nodes, in the order of the source.
     const QList<Hierachy *> &children() const { return m_children; }
 
     /// Own single nets, in the order of the source; bits of buses are not among them.
@@ -39,11 +39,11 @@ public:
     /// Own buses, in the order of the source.
     const QList<RtlNetBus *> &buses() const { return m_buses; }
 
-    /// The node's single nets, then those of each child's subtree in order. Linear in the result
-    /// and the nodes visited, at any depth.
+    /// The single nets of the node, then those of each child's subtree in order. Takes time linear
+    /// in the result and the nodes visited, at any depth.
     QList<RtlNet *> singleNetsIncludeSub() const;
 
-    /// The node's buses, then those of each child's subtree in order.
+    /// The buses of the node, then those of each child's subtree in order.
     QList<RtlNetBus *> netbusesIncludeSub() const;
 
 private:
@@ -51,7 +51,7 @@ private:
 
     QString m_instName;
     QString m_moduleName;
-    QString m_prefix; ///< What the full path names of the node's own nets begin with.
+    QString m_prefix; ///< Prefix of the full path names of the node's own nets.
     Hierachy *m_parent = nullptr;
     QList<Hierachy *> m_children;
     QList<RtlNet *> m_nets;

@@ -38,8 +38,8 @@ private:
     QChar *m_begin = m_text + Capacity;
 };
 
-/// A reading in this thread ends here as well, when it may. The names of a deep hierarchy take
-/// memory by the square of its depth, so long ones count more.
+/// Reading in this thread may end here. The memory for names grows with the square of the depth of
+/// the hierarchy, so long names count more.
 void checkGuard(const QString &name)
 {
     constexpr int LettersOfWork = 256;

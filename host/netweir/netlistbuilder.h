@@ -23,12 +23,12 @@ struct NetMarks
     bool excludedForProbeOut = false;
 };
 
-/// Builds an RtlNetlist node by node and net by net. For readers of elaborated designs and for
-/// tests; a net costs one allocation, that of its name, and about 0.1 us.
+/// Builds an RtlNetlist node by node and net by net, for readers of elaborated designs and for
+/// tests. A net costs one allocation, for its name, and about 0.1 us.
 class NETWEIR_EXPORT NetlistBuilder
 {
 public:
-    /// Starts a netlist whose top node carries @p topModule as instance and as module name.
+    /// Starts a netlist. @p topModule is the instance and module name of its top node.
     explicit NetlistBuilder(const QString &topModule);
     ~NetlistBuilder();
 
@@ -38,14 +38,14 @@ public:
 
     RtlNet *addNet(Hierachy *node, const QString &name, NetMarks marks = {});
 
-    /// Adds the bus "name[left:right]" with the members "name[left]" to "name[right]".
-    /// @p marks holds one entry a member in that order, or one for all, or none for unmarked.
+    /// Adds the bus "name[left:right]" with the members "name[left]" to "name[right]". @p marks has
+    /// one entry per member in that order, one entry for all members, or none for no marks.
     RtlNetBus *addBus(Hierachy *node, const QString &name, int left, int right,
                       const std::vector<NetMarks> &marks = {});
 
     void setUsesJtagPrimitive(bool uses);
 
-    /// The netlist; the builder is spent afterwards.
+    /// The netlist. The builder cannot be used afterwards.
     std::unique_ptr<RtlNetlist> take();
 
 private:

@@ -22,7 +22,7 @@ using namespace Internal;
 
 namespace {
 
-/// The design of the last catchRtlModules(). Goes before the application does, as it may hold a
+/// The design of the last catchRtlModules(). Deleted before the application, because it may own a
 /// running process.
 std::shared_ptr<Extraction> &lastExtraction()
 {
@@ -62,8 +62,8 @@ void reportNetlist(const RtlNetlist &netlist, qint64 milliseconds)
                                  << QString::number(double(milliseconds) / 1000, 'f', 2) << " s";
 }
 
-/// Runs @p step of an extraction. Where memory does not suffice for it, which no exception may tell
-/// to other libraries, false and a message.
+/// Runs @p step of an extraction. Without enough memory returns false and adds a message, because
+/// no exception may leave the library.
 template <typename Step>
 bool runWithinMemory(const Step &step, QStringList *messages)
 {
@@ -93,14 +93,14 @@ void catchRtlModules(QStringList &tops, QStringList &modules, QStringList &messa
     if (!containsError(found))
         logMessages(found);
     messages += found;
-    // Only now: while this one waited, another one may have come and gone.
+    // Not earlier: another one may have come and gone while this one waited.
     lastExtraction() = extraction;
 }
 
 void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &messages, QWidget *parent)
 {
     *netlist = nullptr;
-    // Kept here too: a call from the event loop may replace the last one.
+    // Kept alive here, because a call from the event loop may replace the last design.
     const std::shared_ptr<Extraction> extraction = lastExtraction();
     QStringList found;
     std::unique_ptr<RtlNetlist> result;

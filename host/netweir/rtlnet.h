@@ -21,14 +21,14 @@ public:
     /// Name within its hierarchy node: "clk", "data[3]", "g[0].w", "st.valid".
     QString name() const { return m_fullPathName.mid(m_nameOffset); }
 
-    /// Name within the design, levels joined with '/': "top/u0/data[3]". Stored: returning it costs
-    /// no copy.
+    /// Name within the design, with '/' between the levels: "top/u0/data[3]". Stored, so returning
+    /// it makes no copy.
     const QString &fullPathName() const { return m_fullPathName; }
 
-    /// The net cannot be read back: no hardware value stands behind it.
+    /// The net cannot be read back, because it has no hardware value.
     bool excludedForProbeIn() const { return m_excludedForProbeIn; }
 
-    /// The net cannot be driven: it has a driver already or is no wire.
+    /// The net cannot be driven, because it already has a driver or is not a wire.
     bool excludedForProbeOut() const { return m_excludedForProbeOut; }
 
 private:

@@ -22,13 +22,13 @@ public:
     /// Name within its hierarchy node, range included: "data[7:0]".
     QString BusName() const { return m_fullBusName.mid(m_nameOffset); }
 
-    /// Name within the design: "top/u0/data[7:0]". Stored: returning it costs no copy.
+    /// Name within the design: "top/u0/data[7:0]". Stored, so returning it makes no copy.
     const QString &fullBusName() const { return m_fullBusName; }
 
     /// The bits in declaration order, left to right: data[7] first for data[7:0].
     const QList<RtlNet *> &nets() const { return m_nets; }
 
-    /// True when any member net carries the mark.
+    /// True when any member net has the mark.
     bool excludedForProbeIn() const { return m_excludedForProbeIn; }
     bool excludedForProbeOut() const { return m_excludedForProbeOut; }
 

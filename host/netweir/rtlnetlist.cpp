@@ -10,8 +10,8 @@ namespace NETWEIR {
 
 namespace {
 
-/// The slot at which the search for @p name begins in a table of 2^bits slots. The multiplication
-/// spreads names that differ in a digit only, as most do.
+/// The slot where the search for @p name begins in a table of 2^bits slots. The multiplication
+/// distributes names that differ only in a digit, as most do.
 std::size_t firstSlot(const QString &name, unsigned bits)
 {
     return std::size_t((quint64(qHash(name)) * 0x9e3779b97f4a7c15U) >> (64 - bits));
@@ -27,7 +27,8 @@ void RtlNetlist::Private::indexNets()
     slots.assign(std::size_t(1) << slotBits, 0);
     const std::size_t mask = slots.size() - 1;
 
-    // In order and without comparing: of two nets with one name the first is found first.
+    // Inserted in order and without comparison, so the first of two nets with the same name is
+    // found.
     for (std::size_t i = 0; i < nets.size(); ++i) {
         std::size_t slot = firstSlot(nets.at(i)->fullPathName(), slotBits);
         while (slots[slot] != 0)

@@ -14,7 +14,7 @@ class Hierachy;
 class RtlNet;
 class NetlistBuilder;
 
-/// The nets of an elaborated design. Owns all nodes, nets and buses in it; immutable once built.
+/// The nets of an elaborated design. Owns all nodes, nets and buses; immutable once built.
 class NETWEIR_EXPORT RtlNetlist
 {
 public:
@@ -26,10 +26,10 @@ public:
     /// The top node; never null.
     Hierachy *top() const;
 
-    /// The single net or bus bit of that full path name, null when there is none; the first one
-    /// when an escaped name spells the path of another net. The name is compared as a whole and
-    /// never taken apart. One hash step; the first call indexes all nets, in about 0.1 s a million.
-    /// Not thread-safe for that reason.
+    /// The single net or bus bit with that full path name, null when there is none. If an escaped
+    /// name equals the path of another net, the first of them. Names are compared as a whole. A
+    /// call takes one hash look-up; the first call indexes all nets, in about 0.1 s per million,
+    /// and so is not thread-safe.
     RtlNet *findNet(const QString &fullPathName) const;
 
     /// The design itself instantiates the JTAG primitive "KX_JTAG".

@@ -8,8 +8,8 @@
 
 namespace NETWEIR::Internal {
 
-/// The element of @p items, a standard container, with that number. Numbers of things are signed
-/// throughout, as negative ones stand for "none".
+/// The element of the standard container @p items with this number. Numbers are signed everywhere;
+/// a negative number stands for "none".
 template <typename Items>
 auto &itemAt(Items &items, qint64 number)
 {

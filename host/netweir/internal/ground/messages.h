@@ -16,16 +16,16 @@ struct Place
     int column = 0;
 };
 
-/// Translation context of everything that the extractor says.
+/// Translation context of all messages of the extractor.
 struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(NETWEIR)
 };
 
-/// "file:line", for a place that a message mentions.
+/// "file:line", for a place in the text of a message.
 QString fileAndLine(const Place &place);
 
-/// "ERROR: file:line:col: text", as much of the place as is known.
+/// "ERROR: file:line:col: text", without the unknown parts of the place.
 QString errorMessage(const Place &place, const QString &text);
 QString errorMessage(const QString &text);
 

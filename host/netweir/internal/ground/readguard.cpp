@@ -11,7 +11,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Memory of the process that is in use, in bytes; 0 when the system does not tell.
+/// Memory in use by the process, in bytes; 0 when the system does not tell.
 qint64 residentMemory()
 {
     const int file = ::open("/proc/self/statm", O_RDONLY | O_CLOEXEC);

@@ -13,18 +13,17 @@ struct ReadingEnded
 {
 };
 
-/// Bounds the reading of one elaborated design in time and memory, and ends it when it is
-/// cancelled.
+/// Limits the time and memory for reading an elaborated design, and ends the reading on Cancel.
 ///
-/// What a design holds decides how long its reading takes at many places, deep within loops. Like
-/// an allocator, the guard is therefore reached without being handed through: it belongs to the
-/// thread that made it, one at a time, and check() without a guard does nothing.
+/// Many loops, deep in the code, depend on the size of the design. Therefore the guard is not
+/// passed as an argument but, like an allocator, belongs to the thread that creates it. A thread
+/// has one guard at a time; without a guard check() does nothing.
 class ReadGuard final
 {
 public:
     enum Reason { GoesOn, Cancelled, TimedOut, TooLarge };
 
-    /// @p cancelled is null when nobody can cancel.
+    /// @p cancelled is null when there is no way to cancel.
     ReadGuard(const std::atomic<bool> *cancelled, int timeoutSeconds, qint64 memoryLimit);
     ~ReadGuard();
     ReadGuard(const ReadGuard &) = delete;
@@ -32,23 +31,23 @@ public:
 
     Reason reason() const { return m_reason; }
 
-    /// To be called in each round of every loop whose length the design decides; costs next to
-    /// nothing most of the time. @p work is how much more than a few instructions or bytes the
-    /// round is. Throws ReadingEnded.
+    /// Call it in each round of every loop whose length depends on the design; most calls cost next
+    /// to nothing. @p work is the size of the round, in units of a few instructions or bytes.
+    /// Throws ReadingEnded.
     static void check(qint64 work = 1)
     {
         if (s_current && s_current->isDue(work))
             s_current->end();
     }
 
-    /// The same at once, for before and after something that takes long by itself.
+    /// Checks at once; for use before and after a long operation.
     static void checkNow() { check(Interval); }
 
-    /// The same for places that no exception may cross: false when the reading has to end.
+    /// For code that no exception may cross: false when the reading has to end.
     static bool mayGoOn(qint64 work = 1);
 
-    /// What a reading may take, in bytes: a quarter of the memory of the machine, or 1 GB if that
-    /// is more.
+    /// The memory limit for reading in bytes: a quarter of the memory of the machine, but at least
+    /// 1 GB.
     static qint64 defaultMemoryLimit();
 
 private:

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "resources.h"
 
-/// The linker takes them out of a static library only when something names them. The macro works
-/// outside of namespaces only.
+/// The linker takes the resources from a static library only when something refers to them. The
+/// macro works only outside of namespaces.
 static void initResources()
 {
     Q_INIT_RESOURCE(netweir);

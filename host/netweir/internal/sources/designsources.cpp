@@ -39,7 +39,7 @@ SourceFile libraryFile(const QString &path)
     return file;
 }
 
-/// Adds those of @p paths that are not among @p files yet, and each once.
+/// Adds the @p paths that are not among @p files yet, each of them once.
 void addLibraryFiles(const QStringList &paths, QVector<SourceFile> *files)
 {
     QSet<QString> known;

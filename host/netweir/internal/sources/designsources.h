@@ -17,10 +17,10 @@ struct SourceFile
     QString path;
     bool systemVerilog = false;
     bool vhdl = false;
-    bool library = false; ///< Its modules count only where the sources define none of that name.
+    bool library = false; ///< A module counts only if no source defines one with its name.
 };
 
-/// What the design information map says, in the types of the extractor.
+/// The content of the design information map, in the types of the extractor.
 struct DesignSources
 {
     /// Whether one of the macros, each "NAME" or "NAME=VALUE", is @p macro.
@@ -28,9 +28,9 @@ struct DesignSources
 
     QString top;
     QVector<SourceFile> files; ///< Sources in project order, then library files.
-    /// Folders that have a file for each module of a library, in search order.
+    /// Library folders with one file per module, in search order.
     QStringList libraryFolders;
-    QStringList libraryExtensions; ///< Of these files, with the dot, in search order.
+    QStringList libraryExtensions; ///< Extensions of these files, with the dot, in search order.
     QStringList includePaths;
     QStringList macros;
     QString standard; ///< Language of the Verilog files; never empty.
@@ -40,15 +40,14 @@ struct DesignSources
 /// Whether file @p index is read by the rules of SystemVerilog: by its type or by the standard.
 bool isSystemVerilog(const DesignSources &sources, int index);
 
-/// How to have a file read as SystemVerilog.
+/// Advice on how to read a file as SystemVerilog.
 QString typeAdvice();
 
-/// Reads the map whose keys te/designinfo.h names. Files that are no design sources are left out.
+/// Reads the map, whose keys are in te/designinfo.h. Ignores files that are not design sources.
 DesignSources readDesignSources(const QMap<QString, QVariant> &info);
 
-/// Adds the files that the library folders of @p sources have for modules and packages of these
-/// @p names, in their order. Files that are known already do not count. Returns how many were
-/// added.
+/// Adds the files in the library folders of @p sources for the modules and packages @p names, in
+/// this order, unless they are known already. Returns the number of added files.
 int addFilesOfLibraryFolders(const QByteArrayList &names, DesignSources *sources);
 
 } // namespace NETWEIR::Internal

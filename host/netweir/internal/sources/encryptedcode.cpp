@@ -12,7 +12,7 @@ namespace {
 
 enum class Directive { None, Other, Begin, End };
 
-/// The directive of the encryption that a line is.
+/// The encryption directive of a line.
 Directive directiveOf(const char *line, const char *end)
 {
     static const QRegularExpression protect(QStringLiteral(

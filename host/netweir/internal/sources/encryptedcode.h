@@ -15,8 +15,8 @@ struct EncryptedRegion
     int last = 0;
 };
 
-/// Blanks encrypted code in preprocessed text and returns where it was, and blanks the directives
-/// of the encryption around open code. Line ends stay. A region without an end lasts to the end of
+/// Blanks encrypted code in preprocessed text and returns its regions. Also blanks the encryption
+/// directives around readable code. Keeps line ends. A region without an end extends to the end of
 /// the text. Linear in the text.
 QVector<EncryptedRegion> blankEncryptedCode(QByteArray *text);
 

@@ -15,10 +15,10 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// What commentFilter() puts in front of a comment.
+/// The prefix that commentFilter() gives a comment.
 const char KeptComment[] = "/*verilator ";
 
-/// What every mark contains.
+/// The common part of all marks.
 const char Mark[] = "translate_o";
 
 bool isBlank(char c)
@@ -32,7 +32,7 @@ bool mentions(const QByteArray &text, const char *word)
                        [](char a, char b) { return (a | 0x20) == (b | 0x20); }) != text.end();
 }
 
-/// Directives that act on what is behind the hidden code too.
+/// Directives that also affect the code after the hidden code.
 int lastingDirectiveLength(const char *line, const char *end)
 {
     static const QRegularExpression lasting(QStringLiteral(
@@ -70,7 +70,7 @@ private:
 
     char *m_at;
     char *m_end;
-    char *m_hidden = nullptr; ///< Where the open region begins.
+    char *m_hidden = nullptr; ///< Begin of the open region.
     int m_line = 1;
     QVector<HiddenRegion> m_regions;
 };

@@ -11,7 +11,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// The origin of a line: the last one that begins at it or in front of it; the end when there is
+/// The origin of a line: the last one that begins at or before the line, the end when there is
 /// none.
 QVector<LineOrigin>::const_iterator originOf(int line, const QVector<LineOrigin> &origins)
 {
@@ -33,7 +33,7 @@ PreprocessedText::PreprocessedText(const QByteArray &output, const QVector<PathA
     hideCode();
 }
 
-/// The language has form feeds among its blanks, the elaborator does not.
+/// In the language a form feed is white space; for the elaborator it is not.
 void PreprocessedText::blankPageBreaks()
 {
     for (QByteArray &text : m_output.texts) {

@@ -15,11 +15,10 @@
 
 namespace NETWEIR::Internal {
 
-/// The texts of the sources behind the preprocessor. Code between marks and encrypted code is left
-/// out of them.
+/// The preprocessed texts of the sources, without hidden and encrypted code.
 ///
-/// The elaborator reads these texts, so its locations are positions in them; place() leads back to
-/// the user's files. Memory: the size of the preprocessor's output.
+/// The elaborator reads these texts, so its locations are positions in them; place() maps them to
+/// the user's files. Takes as much memory as the output of the preprocessor.
 class PreprocessedText
 {
 public:
@@ -27,20 +26,19 @@ public:
     PreprocessedText(const QByteArray &output, const QVector<PathAlias> &files,
                      const QVector<PathAlias> &folders);
 
-    /// One text for each file, empty for one that the tool did not reach.
+    /// One text per file, empty for a file that the tool did not reach.
     const QVector<QByteArray> &texts() const { return m_output.texts; }
 
     /// Where a line comes from.
     Place place(const TextLine &line) const;
 
-    /// The path behind a name as the preprocessor prints it. Null for a name that is no source.
+    /// The path for a name that the preprocessor prints. Null for a name that is not a source.
     QString path(const QByteArray &name) const { return m_output.names.path(name); }
 
-    /// Whether a line of a user's file lies between marks that hide it or is encrypted.
+    /// Whether a line of a user's file is hidden or encrypted.
     bool hides(const Place &place) const;
 
-    /// One message for each mark that hides code and has no counterpart, and for each piece of
-    /// encrypted code.
+    /// One message per mark without a counterpart and per piece of encrypted code.
     QStringList warnings() const;
 
 private:

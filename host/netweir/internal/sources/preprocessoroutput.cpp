@@ -64,7 +64,7 @@ private:
     const QVector<PathAlias> &m_folders;
     int m_text = -1;            ///< Being filled.
     int m_textLine = 1;         ///< Its next line.
-    QVector<QByteArray> m_open; ///< The file being read and, in front, those that include it.
+    QVector<QByteArray> m_open; ///< The file being read, preceded by the files that include it.
     int m_lastLine = 0;
     PreprocessorOutput m_result;
 };
@@ -98,7 +98,7 @@ void OutputSplitter::append(const char *begin, const char *end)
 
 void OutputSplitter::follow(const LineDirective &directive)
 {
-    // The files of the command line have names that no include line can produce.
+    // Files of the command line have names that no include line can have.
     if (directive.level == Enter && m_text + 1 < m_files.size() &&
         directive.name == m_files[m_text + 1].alias) {
         ++m_text;
@@ -112,15 +112,15 @@ void OutputSplitter::follow(const LineDirective &directive)
     m_lastLine = directive.line;
 }
 
-/// The full name of the file that a directive names, perhaps cut at a blank.
+/// The full name of the file in a directive, which may be cut at a blank.
 QByteArray OutputSplitter::currentFile(const LineDirective &directive)
 {
     if (directive.level == Enter) {
         m_open.append(directive.name);
         return directive.name;
     }
-    // The end of a file whose name has a blank is not announced: the same cut name with a lower
-    // line number is the including file.
+    // The output does not mark the end of a file with a blank in its name: the same cut name with a
+    // lower line number is the including file.
     if (m_open.size() > 1 && directive.line < m_lastLine &&
         isSameOrCut(m_open.last(), directive.name) &&
         isSameOrCut(m_open[m_open.size() - 2], directive.name))

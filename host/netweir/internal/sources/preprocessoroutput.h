@@ -9,7 +9,7 @@
 
 namespace NETWEIR::Internal {
 
-/// From line @p textLine of a text on, lines come from a file, beginning with its line @p line.
+/// From line @p textLine of a text on, the lines come from a file, starting with its line @p line.
 struct LineOrigin
 {
     int textLine = 1;
@@ -17,8 +17,8 @@ struct LineOrigin
     int line = 1;
 };
 
-/// What the preprocessor wrote, with one text for each file that it was given. The texts hold no
-/// `line directives; the origins say instead where lines come from.
+/// The output of the preprocessor, one text per input file. Origins replace the `line directives of
+/// the output.
 struct PreprocessorOutput
 {
     QVector<QByteArray> texts;            ///< Empty for a file that the tool did not reach.

@@ -20,7 +20,7 @@ namespace {
 constexpr qint64 LongestLine = 1024 * 1024;
 constexpr qint64 LargestFile = 1024 * 1024 * 1024;
 
-/// Reads the file; what is wrong with it when it cannot be read.
+/// Reads the file. Returns the error when it cannot be read.
 QString readProblem(const QString &path, QByteArray *content)
 {
     QString reason;
@@ -39,7 +39,7 @@ QString readProblem(const QString &path, QByteArray *content)
     return {};
 }
 
-/// The number of the first line that is too long; 0 when there is none.
+/// The first line that is too long, 0 when there is none.
 int longLine(const QByteArray &content)
 {
     int line = 1;
@@ -77,7 +77,7 @@ private:
     const DesignSources &m_sources;
     QStringList m_messages;
     SourceWords m_words;
-    QStringList m_pending; ///< Included files still to be checked.
+    QStringList m_pending; ///< Included files that are not checked yet.
     QSet<QString> m_seen;
 };
 
@@ -168,7 +168,7 @@ void SourceCheck::collectIncludes(const QString &path, const QByteArray &content
         while (end < content.size() && content[end] != close && content[end] != '\n')
             ++end;
         const int begin = at + 1;
-        at = end; // Also without a closing sign, so that no text is searched twice.
+        at = end; // Also without a closing mark, so no text is searched twice.
         if (end == content.size() || content[end] != close)
             continue;
         const QString found = findInclude(path, QFile::decodeName(content.mid(begin, end - begin)));
@@ -185,7 +185,7 @@ QString SourceCheck::findInclude(const QString &includingFile, const QString &na
     folders.append(QFileInfo(includingFile).absolutePath());
     for (const QString &folder : qAsConst(folders)) {
         const QString path = QDir::cleanPath(QDir(folder).filePath(name));
-        // A folder the elaborator reports by itself.
+        // The elaborator itself reports folders.
         const QFileInfo info(path);
         if (info.exists() && !info.isDir())
             return path;
@@ -193,7 +193,7 @@ QString SourceCheck::findInclude(const QString &includingFile, const QString &na
     return {};
 }
 
-/// The line may be one that the preprocessor leaves out, so that this is no error yet.
+/// Not an error yet: the preprocessor may leave out the line.
 void SourceCheck::warnOfSpecialFile(const QString &path)
 {
     if (m_seen.contains(path))

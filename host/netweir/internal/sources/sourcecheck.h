@@ -8,20 +8,20 @@ namespace NETWEIR::Internal {
 
 struct DesignSources;
 
-/// Defined by the elaborator itself.
+/// The macro that the elaborator defines itself.
 constexpr char ToolMacro[] = "VERILATOR";
 
-/// What the sources mention and the extraction acts on.
+/// Words in the sources that affect the extraction.
 struct SourceWords
 {
     bool hidesCode = false; ///< Comments that hide code from synthesis.
-    bool namesTool = false; ///< The macro by which sources know that this tool reads them.
+    bool namesTool = false; ///< The macro that tells the sources which tool reads them.
 };
 
-/// Looks for what would make the elaborator hang or fail without a reason: missing, unreadable,
-/// empty and binary files, folders, lines over 1 MB, VHDL; included files too, as far as their
-/// names stand in the text. One message a finding. Reads each file once; @p words, if given, learns
-/// what they mention.
+/// Finds everything that would make the elaborator hang or fail without a reason: missing,
+/// unreadable, empty and binary files, folders, lines over 1 MB, VHDL. Also checks included files
+/// whose names are in the text. Returns one message per finding. Reads each file once and sets @p
+/// words, if given.
 QStringList checkSources(const DesignSources &sources, SourceWords *words = nullptr);
 
 } // namespace NETWEIR::Internal

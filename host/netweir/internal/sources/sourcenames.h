@@ -9,18 +9,18 @@
 
 namespace NETWEIR::Internal {
 
-/// A path that users know, and the plain name that the tool is given for it.
+/// A path of the user and the plain name under which the tool knows it.
 struct PathAlias
 {
     QByteArray alias;
     QString path;
 };
 
-/// The files that the preprocessor read, by their numbers and by the names that it prints.
+/// The files that the preprocessor has read, by number and by the name that it prints.
 class SourceNames
 {
 public:
-    /// @p files are those that the tool was given.
+    /// @p files are the input files of the tool.
     explicit SourceNames(const QVector<PathAlias> &files);
 
     /// Numbers the file @p name, once; @p folders are the include folders.
@@ -28,13 +28,13 @@ public:
 
     const QString &path(int number) const { return m_paths[number]; }
 
-    /// The path behind a name. Null for a name that is no source.
+    /// The path for a name. Null for a name that is not a source.
     QString path(const QByteArray &name) const;
 
 private:
     QString resolve(const QByteArray &name, const QVector<PathAlias> &folders) const;
 
-    QHash<QByteArray, QString> m_given;  ///< Paths of the files that the tool was given, by alias.
+    QHash<QByteArray, QString> m_given;  ///< Paths of the input files, by alias.
     QVector<QString> m_paths;            ///< By number.
     QHash<QByteArray, int> m_numbers;    ///< By name.
     QHash<QByteArray, int> m_cutNumbers; ///< By the name up to its first blank.

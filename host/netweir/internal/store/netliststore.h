@@ -12,8 +12,8 @@
 
 namespace NETWEIR::Internal {
 
-/// Objects in blocks that never move, so that pointers to them stay valid while it grows. Reached
-/// by index too. Owns them all; destruction walks the blocks, whatever the objects point to.
+/// Objects in blocks that never move, so pointers to them stay valid while the arena grows. Objects
+/// also have an index. The arena owns them and destroys them block by block.
 template <typename T>
 class Arena
 {
@@ -53,8 +53,9 @@ struct Q_DECL_HIDDEN RtlNetlist::Private
     Internal::Arena<RtlNetBus> buses;
     bool usesJtagPrimitive = false;
 
-    /// Open addressing with linear probing, at most half full: indexes into nets plus one, 0 for a
-    /// free slot. Filled by the first search, as many netlists are never searched by name.
+    /// Hash table with open addressing and linear probing, at most half full. An entry is the index
+    /// in nets plus one, 0 for a free slot. Filled by the first search, because many netlists are
+    /// never searched by name.
     std::vector<quint32> slots;
     unsigned slotBits = 0;
 
