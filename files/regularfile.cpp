@@ -38,6 +38,24 @@ qint64 nextPiece(qint64 size, qint64 read)
     return size >= read ? std::min(size - read + 1, PieceSize) : UnknownSize;
 }
 
+/// Reads until the end, or until there is more than @p limit. False after an error.
+bool readPieces(QFile *file, qint64 limit, QByteArray *read,
+                const std::function<void()> &afterPiece)
+{
+    const qint64 size = file->size();
+    read->reserve(int(size) + 1);
+    qint64 length = 1;
+    while (length > 0 && read->size() <= limit) {
+        const int before = read->size();
+        read->resize(before + int(nextPiece(size, before)));
+        length = file->read(read->data() + before, read->size() - before);
+        read->resize(before + int(std::max<qint64>(length, 0)));
+        if (afterPiece)
+            afterPiece();
+    }
+    return length >= 0;
+}
+
 int openWithoutWaiting(const QByteArray &path)
 {
     int handle = -1;
@@ -82,23 +100,13 @@ Access readRegularFile(const QString &path, qint64 limit, QByteArray *content, Q
     const Access access = openRegularFile(path, &file, error);
     if (access != Access::Granted)
         return access;
-    const qint64 size = file.size();
-    if (size > limit)
+    if (file.size() > limit)
         return Access::TooLarge;
     QByteArray read;
-    read.reserve(int(size) + 1);
-    qint64 length = 1;
-    while (length > 0 && read.size() <= limit) {
-        const int before = read.size();
-        read.resize(before + int(nextPiece(size, before)));
-        length = file.read(read.data() + before, read.size() - before);
-        read.resize(before + int(std::max<qint64>(length, 0)));
-        if (afterPiece)
-            afterPiece();
-    }
+    const bool isRead = readPieces(&file, limit, &read, afterPiece);
     if (read.size() > limit)
         return Access::TooLarge;
-    if (length < 0) {
+    if (!isRead) {
         *error = file.errorString();
         return Access::Failed;
     }

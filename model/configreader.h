@@ -29,7 +29,7 @@ class ConfigReader
     Q_DECLARE_TR_FUNCTIONS(TARN::ConfigReader)
 
 public:
-    /// @p device is open for reading, at its beginning, and outlives the reader.
+    /// @p device is open for reading, at its start, and outlives the reader.
     explicit ConfigReader(QIODevice *device);
     ~ConfigReader();
 

@@ -10,7 +10,7 @@ namespace TARN {
 ///
 /// The XML reader compares every attribute of a tag with every other, so that a tag with a million
 /// of them would keep it busy for hours; and it follows byte order marks into other encodings than
-/// the one of the format. Both end the input here, at the cost of a glance at each byte.
+/// the one of the format. Either ends the input here, at the cost of a look at each byte.
 class GuardedInput final : public QIODevice
 {
 public:

@@ -8,7 +8,7 @@ namespace TARN {
 
 QStringList linkChain(const QString &path)
 {
-    constexpr int LongestChain = 40; // As for the system.
+    constexpr int LongestChain = 40; // The limit of the system.
     QStringList chain{path};
     while (QFileInfo(chain.last()).isSymLink()) {
         if (chain.size() > LongestChain)

@@ -7,8 +7,8 @@
 
 namespace TARN {
 
-/// @p path and, as long as a symbolic link stands there, where it leads. The last one is no link
-/// and need not exist. Empty when the links have no end.
+/// @p path and, link by link, the paths to which it leads. The last one is no link and need not
+/// exist. Empty when the links form a circle.
 QStringList linkChain(const QString &path);
 
 } // namespace TARN

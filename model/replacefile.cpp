@@ -41,7 +41,7 @@ void keepStatus(int newFile, const struct stat &former)
     if (::fchown(newFile, former.st_uid, former.st_gid) != 0) {
         if (::fchown(newFile, uid_t(-1), former.st_gid) != 0)
             mode &= ~mode_t(S_ISGID);
-        mode &= ~mode_t(S_ISUID); // To run as somebody else is not for this owner to grant.
+        mode &= ~mode_t(S_ISUID); // It would run the file as another user than before.
     }
     ::fchmod(newFile, mode);
 }
@@ -62,13 +62,13 @@ bool takeSpace(QFile *file, qint64 size, QString *error)
     const int code = size > former ? ::posix_fallocate(file->handle(), 0, size) : 0;
     if (code == 0)
         return true;
-    *error = systemError(code);
+    *error = qt_error_string(code);
     file->resize(former);
     return false;
 }
 
 /// For a file that cannot be replaced as a whole. The space is taken beforehand and the former
-/// content is put back after an error. Should the process end amidst, restoreFile() helps.
+/// content is put back after an error. If the process ends during the write, restoreFile() helps.
 bool writeInPlace(const QString &path, const QByteArray &content, QString *error)
 {
     QFile file(path);
@@ -87,37 +87,41 @@ bool writeInPlace(const QString &path, const QByteArray &content, QString *error
     QString restoreError;
     const bool started = takeSpace(&file, content.size(), error);
     const bool written = started && overwrite(&file, content, error);
-    if (written || !started || overwrite(&file, former, &restoreError))
+    const bool isWhole = written || !started || overwrite(&file, former, &restoreError);
+    if (isWhole)
         dropSafetyCopy(path);
     return written;
 }
 
-/// Writes a new file and lets it take the place of @p target. @p mayWriteInPlace tells, after a
-/// failure, whether the reason is that the folder does not let it.
-bool replaceWhole(const QString &target, const QByteArray &content, bool *mayWriteInPlace,
-                  QString *error)
+enum class Replacement {
+    Done,
+    Failed,
+    Forbidden, ///< The folder forbids it. Writing into the file itself may still work.
+};
+
+/// Writes a new file and lets it take the place of @p target.
+Replacement replaceWhole(const QString &target, const QByteArray &content, QString *error)
 {
     const QByteArray path = QFile::encodeName(target);
     struct stat former = {};
     const bool exists = ::stat(path.constData(), &former) == 0;
-    int code = exists && ::access(path.constData(), W_OK) != 0 ? errno : 0;
+    const auto failed = [exists, error](int code, bool forbidden) {
+        *error = qt_error_string(code);
+        return exists && forbidden ? Replacement::Forbidden : Replacement::Failed;
+    };
+    if (exists && ::access(path.constData(), W_OK) != 0)
+        return failed(errno, false);
     SiblingFile file(target);
-    if (code == 0) {
-        code = file.create(0666);
-        *mayWriteInPlace = exists && isForbidden(code);
-    }
-    if (code == 0) {
-        if (exists)
-            keepStatus(file.handle(), former);
-        if (!file.write(content, error))
-            return false;
-        code = file.takePlace();
-        // Other people's files in a folder with the sticky bit, and files that are mount points.
-        *mayWriteInPlace = exists && code != 0;
-    }
-    if (code != 0)
-        *error = systemError(code);
-    return code == 0;
+    if (const int code = file.create(0666); code != 0)
+        return failed(code, isForbidden(code));
+    if (exists)
+        keepStatus(file.handle(), former);
+    if (!file.write(content, error))
+        return Replacement::Failed;
+    // Fails for other users' files in a folder with the sticky bit, and for mount points.
+    if (const int code = file.takePlace(); code != 0)
+        return failed(code, true);
+    return Replacement::Done;
 }
 
 } // namespace
@@ -132,9 +136,9 @@ bool replaceFile(const QString &path, const QByteArray &content, QString *error)
         *error = QStringLiteral("it is no regular file");
         return false;
     }
-    bool mayWriteInPlace = false;
-    return replaceWhole(target, content, &mayWriteInPlace, error) ||
-           (mayWriteInPlace && writeInPlace(target, content, error));
+    const Replacement replacement = replaceWhole(target, content, error);
+    return replacement == Replacement::Done ||
+           (replacement == Replacement::Forbidden && writeInPlace(target, content, error));
 }
 
 bool restoreFile(const QString &path, QByteArray *content)
@@ -144,7 +148,7 @@ bool restoreFile(const QString &path, QByteArray *content)
     debugLine(QStringLiteral("Repeating the last write to %1, which came to no end"), path);
     QString error;
     if (replaceFile(path, *content, &error))
-        dropSafetyCopy(path); // A folder that allows new files by now has left it.
+        dropSafetyCopy(path); // It is still there when the folder allows new files by now.
     else
         debugLine(QStringLiteral("Can not write %1: "), path, error);
     return true;

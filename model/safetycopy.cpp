@@ -22,10 +22,11 @@ namespace {
 
 constexpr char Magic[] = "TARN safety copy 1";
 
+/// Of the file: what it held before the write and what it was to hold afterwards.
 struct Contents
 {
     QByteArray former;
-    QByteArray content;
+    QByteArray wanted;
 };
 
 QString stateFolder()
@@ -52,7 +53,7 @@ QString copyOf(const QByteArray &realPath)
 QByteArray checksum(const QByteArray &path, const Contents &contents)
 {
     QCryptographicHash hash(QCryptographicHash::Sha256);
-    for (const QByteArray &each : {path, contents.former, contents.content})
+    for (const QByteArray &each : {path, contents.former, contents.wanted})
         hash.addData(QCryptographicHash::hash(each, QCryptographicHash::Sha256));
     return hash.result();
 }
@@ -71,26 +72,26 @@ bool readContents(const QByteArray &path, Contents *contents)
     QDataStream stream(&file);
     prepare(&stream);
     QByteArray magic, owner, sum;
-    stream >> magic >> owner >> contents->former >> contents->content >> sum;
+    stream >> magic >> owner >> contents->former >> contents->wanted >> sum;
     return stream.status() == QDataStream::Ok && magic == Magic && owner == path &&
            sum == checksum(path, *contents);
 }
 
-/// Whether each byte of @p found is that of the former or of the new content, or of the space that
-/// was taken for the new one.
+/// True when each byte of @p found belongs to the former content, to the wanted one or to the space
+/// that was taken for it.
 bool isMixture(const QByteArray &found, const Contents &contents)
 {
     const auto isByteOf = [&found](const QByteArray &content, int i) {
         return i < content.size() && found.at(i) == content.at(i);
     };
-    if (found.size() > std::max(contents.former.size(), contents.content.size()))
+    if (found.size() > std::max(contents.former.size(), contents.wanted.size()))
         return false;
     for (int i = 0; i < found.size(); ++i) {
         const bool isSpace = i >= contents.former.size() && found.at(i) == '\0';
-        if (!isSpace && !isByteOf(contents.former, i) && !isByteOf(contents.content, i))
+        if (!isSpace && !isByteOf(contents.former, i) && !isByteOf(contents.wanted, i))
             return false;
     }
-    return found.size() >= std::min(contents.former.size(), contents.content.size());
+    return found.size() >= std::min(contents.former.size(), contents.wanted.size());
 }
 
 } // namespace
@@ -110,14 +111,14 @@ bool keepSafetyCopy(const QString &path, const QByteArray &former, const QByteAr
     SiblingFile file(copyOf(owner));
     const int code = file.create(S_IRUSR | S_IWUSR);
     if (code != 0) {
-        *error = systemError(code);
+        *error = qt_error_string(code);
         return false;
     }
     if (!file.write(copy, error))
         return false;
     const int moved = file.takePlace();
     if (moved != 0)
-        *error = systemError(moved);
+        *error = qt_error_string(moved);
     return moved == 0;
 }
 
@@ -134,14 +135,14 @@ bool findUnfinishedWrite(const QString &path, QByteArray *content)
         return false;
     QByteArray found;
     QString error;
-    const qint64 limit = std::max(contents.former.size(), contents.content.size());
+    const qint64 limit = std::max(contents.former.size(), contents.wanted.size());
     if (Files::readRegularFile(path, limit, &found, &error) != Files::Access::Granted)
         return false;
-    if (found == contents.former || found == contents.content) {
+    if (found == contents.former || found == contents.wanted) {
         dropSafetyCopy(path);
         return false;
     }
-    *content = contents.content;
+    *content = contents.wanted;
     return isMixture(found, contents);
 }
 

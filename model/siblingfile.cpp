@@ -45,16 +45,11 @@ void syncFolder(const QByteArray &folder)
 
 } // namespace
 
-QString systemError(int code)
-{
-    return QString::fromLocal8Bit(std::strerror(code));
-}
-
 bool syncFile(const QFileDevice &file, QString *error)
 {
     if (::fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOSYS)
         return true;
-    *error = systemError(errno);
+    *error = qt_error_string();
     return false;
 }
 
@@ -69,7 +64,7 @@ SiblingFile::~SiblingFile()
         ::unlink(m_path.constData());
 }
 
-/// The name of the target, as far as the folder takes names of that length, and a random end.
+/// The name of the target and a random end. A name too long for the folder is cut.
 QByteArray SiblingFile::newPath() const
 {
     const QFileInfo target(m_target);
@@ -83,7 +78,7 @@ QByteArray SiblingFile::newPath() const
 
 int SiblingFile::create(unsigned mode)
 {
-    // A name that the folder does not take at all is no name for the file either.
+    // If the target's own name is too long for the folder, the file could never take its place.
     const QFileInfo target(m_target);
     const QByteArray folder = QFile::encodeName(target.absolutePath());
     if (QFile::encodeName(target.fileName()).size() > longestName(folder))

@@ -11,19 +11,15 @@ namespace TARN {
 /// Waits until the open file is on the disk; file systems that cannot tell count as done.
 bool syncFile(const QFileDevice &file, QString *error);
 
-/// What the system says about an error number.
-QString systemError(int code);
-
-/// A new file with a name of its own in the folder of another, whose place it takes in one step
-/// once it is written. Goes with this object unless it did so.
+/// A new file in the folder of another one, whose place it takes in one step once it is written.
+/// Until then it has a name of its own and is removed with this object.
 class SiblingFile
 {
 public:
     explicit SiblingFile(const QString &target);
     ~SiblingFile();
 
-    /// Creates the file with @p mode, less what the process masks out. Returns 0 or an error
-    /// number.
+    /// Creates the file with @p mode less the umask of the process. Returns 0 or an error number.
     int create(unsigned mode);
     /// Writes @p content, down to the disk.
     bool write(const QByteArray &content, QString *error);

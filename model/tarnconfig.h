@@ -13,8 +13,8 @@ class TarnCore;
 constexpr char NODE_TARN_CONFIG[] = "TARN_CONFIG";
 constexpr char NODE_VERSION[] = "Version";
 
-/// Repeats a write to the file at @p path that came to no end because the process did. Checking and
-/// reading do the same; who watches the file does it before.
+/// Completes a write to the file at @p path that ended with its process. Checking and reading do
+/// the same. Call it before watching the file, to which the write would be a change.
 void finishTARNFile(const QString &path);
 
 /// True when readTARNConfigFromXml() would read the file at @p path without an error. The reason

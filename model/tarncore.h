@@ -16,7 +16,7 @@ enum ProbeType : int {
     ProbeTypeOut = 1,
 };
 
-/// One Probe In port. Also the base of ProbeOut: whoever edits signals takes a ProbeIn for both.
+/// One Probe In port. Also the base of ProbeOut, so that signals of both are edited in one way.
 struct ProbeIn
 {
     virtual ~ProbeIn() = default;
@@ -53,7 +53,7 @@ public:
     void removeProbeIn(int index);
     void removeProbeOut(int index);
 
-    /// Renumbers the ports after their list positions.
+    /// Sets the index of each port to its list position.
     void updateProbeIn();
     void updateProbeOut();
 

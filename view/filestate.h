@@ -7,11 +7,10 @@
 
 namespace TARN {
 
-/// What tells whether another file stands at @p path by now: the links on the way, and the number
-/// of the file that they lead to.
+/// Stays the same as long as @p path leads to the same file over the same links.
 QByteArray fileIdentity(const QString &path);
 
-/// The same, and what changes with every write to that file.
+/// Stays the same as long as fileIdentity() does and nothing is written to the file.
 QByteArray fileState(const QString &path);
 
 } // namespace TARN

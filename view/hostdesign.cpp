@@ -4,8 +4,7 @@
 
 #include <sdk/te.h>
 
-namespace TARN {
-namespace HostDesign {
+namespace TARN::HostDesign {
 
 namespace {
 
@@ -60,5 +59,4 @@ QString resultFile(const QString &id)
     return manager ? manager->resultFile(id) : QString();
 }
 
-} // namespace HostDesign
-} // namespace TARN
+} // namespace TARN::HostDesign

@@ -6,20 +6,18 @@
 #include <QString>
 #include <QVariant>
 
-namespace TARN {
-
 /// The design of the host's open project, as far as the plug-in reads it. While the host has no
-/// task engine or no manager for it, every answer is an empty one.
-namespace HostDesign {
+/// task engine or no manager, every answer is empty.
+namespace TARN::HostDesign {
 
 /// Keys of sourceFileInfo().
 constexpr char Top[] = "Top";     ///< String: the top module that the user chose, empty for none.
 constexpr char Files[] = "Files"; ///< List: the design's source files.
 
-/// True for the file types of the kinds of design sources. Other files have no nets.
+/// True for the file types of design sources. Other files have no nets.
 bool isSourceType(int type);
 
-/// The design information map, which the finder of modules gets as it is.
+/// The design information map. The module finder gets it unchanged.
 QMap<QString, QVariant> sourceFileInfo();
 
 /// True when the project knows @p file as a design source that is enabled.
@@ -34,5 +32,4 @@ QString workingDir();
 /// The path of the result @p id of the flow.
 QString resultFile(const QString &id);
 
-} // namespace HostDesign
-} // namespace TARN
+} // namespace TARN::HostDesign

@@ -13,7 +13,7 @@ namespace Ui {
 class MessageDlg;
 }
 
-/// Lists messages one below the other, in full length. The caller sets the title and runs it.
+/// Lists messages one below the other, unwrapped. The caller sets the title and runs the dialog.
 class MessageDlg final : public QDialog
 {
     Q_OBJECT

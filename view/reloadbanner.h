@@ -12,8 +12,8 @@ namespace Ui {
 class ReloadBanner;
 }
 
-/// The bar inside a view that tells of a change made elsewhere and offers two answers. It only
-/// asks: whoever shows it acts on its signals and takes it away.
+/// The bar inside a view that tells of a change made elsewhere and offers two answers. The view
+/// acts on its signals and removes it.
 class ReloadBanner final : public QWidget
 {
     Q_OBJECT

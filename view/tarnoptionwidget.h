@@ -13,7 +13,7 @@ namespace TARN {
 class ProbePortsOptionWidget;
 class TarnCore;
 
-/// The page of one core. Core and netlist are guests, which may be deleted before the page is.
+/// The page of one core. It owns neither core nor netlist; both may be deleted before it.
 class TarnOptionWidget final : public QTabWidget
 {
     Q_OBJECT

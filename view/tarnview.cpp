@@ -53,7 +53,7 @@ void fitTitle(QDockWidget *dock)
     dock->setMinimumWidth(metrics.horizontalAdvance(dock->windowTitle() + QStringLiteral("MM")));
 }
 
-/// Whether the netlist has to be read again after @p event, a change of the design's files.
+/// True when the design's files, or how they are read, change with @p event.
 bool changesDesign(const QUtil::IEvent &event)
 {
     const QString name = event.name();
@@ -62,7 +62,7 @@ bool changesDesign(const QUtil::IEvent &event)
         return HostDesign::isEnabledSource(event.get(TE::K_FILE).toString());
     if (name == TE::E_FILE_REMOVE)
         return HostDesign::isSourceType(type);
-    // Only enabling asks: who disables a file goes on working with the netlist that is there.
+    // Only enabling prompts; after disabling, the current netlist stays.
     if (name == TE::E_FILE_CH_ENABLE)
         return HostDesign::isSourceType(type) && event.get(TE::K_ENABLE).toBool();
     if (name == TE::E_FILE_CH_TYPE) {
@@ -94,7 +94,7 @@ TarnView::TarnView(QWidget *parent)
     m_checkTimer->setInterval(FileCheckDelay);
     connect(m_checkTimer, &QTimer::timeout, this, &TarnView::checkForReload);
 
-    // However the current item changes, the page goes with it.
+    // The page follows the current item, however that changes.
     connect(ui->treeWidget, &QTreeWidget::currentItemChanged, this, &TarnView::showCurrentCore);
 
     m_changedBanner->setupUi(ui->widgetChanged);
@@ -112,7 +112,7 @@ TarnView::TarnView(QWidget *parent)
 TarnView::~TarnView()
 {
     unsubscribeEvent();
-    ui->treeWidget->disconnect(this); // The list still loses its items.
+    ui->treeWidget->disconnect(this); // Losing its items changes the current one.
     ui.reset();
     d.reset();
 }
@@ -137,8 +137,8 @@ bool TarnView::open(const QString &filePath, const QString &, QString *errorText
     }
     d->setModified(false);
     showCores(cores);
-    // A file without cores keeps the mark in the short title alone: it is modified by the core that
-    // it was just given, while the title names the file.
+    // A file without cores was just given one. Hosts expect the mark of this change in the short
+    // title alone.
     setWindowTitle(QFileInfo(filePath).fileName());
     changeTarnWidget(0);
     return readRtlNetlist();
@@ -252,7 +252,7 @@ void TarnView::showCurrentCore()
 
 void TarnView::on_treeWidget_clicked(const QModelIndex &index)
 {
-    // Row and column serve as a point of the viewport: whether there is an item at it decides.
+    // Row and column serve as a point of the viewport: the click counts when it hits an item.
     const QTreeWidgetItem *item = ui->treeWidget->itemAt(index.row(), index.column());
     if (item && d->getTarnByIndex(index.row()))
         changeTarnWidget(index.row());
@@ -270,7 +270,7 @@ void TarnView::on_treeWidget_customContextMenuRequested(const QPoint &pos)
     d->removeAction->setEnabled(index.isValid());
 
     const QPointer<TarnView> self(this);
-    const QPointer<QMenu> menu(new QMenu(this)); // Chooses nothing when it goes with the view.
+    const QPointer<QMenu> menu(new QMenu(this)); // If it goes with the view, nothing is chosen.
     menu->addAction(d->addAction.get());
     menu->addAction(d->removeAction.get());
     const QAction *chosen = menu->exec(QCursor::pos());
@@ -301,8 +301,9 @@ void TarnView::closeEvent(QCloseEvent *event)
     question.text = tr("Save changes to \"%1\" ?").arg(QDir::toNativeSeparators(file()));
     question.buttons = QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Cancel;
     question.defaultButton = QMessageBox::Ok;
-    const QMessageBox::StandardButton answer = showMessage(this, question); // None without a view.
-    // Saved without asking for the synthesis tool: closing must not get stuck on a setting.
+    // No button when the view went meanwhile.
+    const QMessageBox::StandardButton answer = showMessage(this, question);
+    // No look at the synthesis tool: closing must not get stuck on a setting.
     event->setAccepted(answer == QMessageBox::Discard || (answer == QMessageBox::Ok && d->save()));
 }
 
@@ -350,7 +351,7 @@ void TarnView::removeBanner(ReloadBanner *banner)
     banner->hide();
     m_bannerLayout->removeWidget(banner);
     banner->setParent(nullptr);
-    banner->deleteLater(); // One of its buttons is still at work.
+    banner->deleteLater(); // One of its buttons is still handling the click.
 }
 
 void TarnView::onBannerReload()
@@ -368,7 +369,7 @@ void TarnView::onBannerReload()
     d->watchFile();
     removeBanner(banner);
     d->fileChangePending = false;
-    if (fileState(file()) != state) // Written while its former content was read and shown.
+    if (fileState(file()) != state) // Written again while it was read.
         onFileChange();
 }
 
@@ -407,7 +408,7 @@ void TarnView::closeContainer()
 {
     QWidget *container = parentWidget();
     if (!container) {
-        close(); // Not shown by the host yet: whoever made the view deletes it.
+        close(); // The host does not show it yet: its creator deletes it.
         return;
     }
     container->setAttribute(Qt::WA_DeleteOnClose);
@@ -417,7 +418,7 @@ void TarnView::closeContainer()
 void TarnView::onReloadCancel()
 {
     removeBanner(sendingBanner());
-    m_reloadPending = false;
+    m_designChangePending = false;
 }
 
 bool TarnView::reloadTarnFile()
@@ -548,7 +549,7 @@ void TarnView::unsubscribeEvent()
 
 void TarnView::handleIEvent(const QUtil::IEvent *event)
 {
-    if (m_reloadPending)
+    if (m_designChangePending)
         return;
     if (changesDesign(*event))
         designFileChanged();
@@ -569,7 +570,7 @@ void TarnView::topModuleChanged()
 
 void TarnView::showDesignBanner(const QString &text)
 {
-    m_reloadPending = true;
+    m_designChangePending = true;
     auto *banner = new ReloadBanner(ReloadBanner::Changed, QString(), this);
     connect(banner, &ReloadBanner::reload, this, &TarnView::onRtlReload);
     connect(banner, &ReloadBanner::cancel, this, &TarnView::onReloadCancel);
@@ -585,7 +586,7 @@ void TarnView::onRtlReload()
     if (!self)
         return;
     if (read) {
-        m_reloadPending = false;
+        m_designChangePending = false;
         return;
     }
     // The change stays unanswered: the view is about to go.

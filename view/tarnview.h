@@ -50,7 +50,7 @@ public:
     ~TarnView() override;
 
     /// Loads the file and reads the design's netlist. The path of the synthesis netlist is not
-    /// needed: signals come from the design's sources. On failure @p errorText, which may be null,
+    /// used: signals come from the design's sources. On failure @p errorText, which may be null,
     /// says why, unless a box did so already.
     bool open(const QString &filePath, const QString &netlistPath, QString *errorText);
 
@@ -70,11 +70,11 @@ public:
 
     /// Shows @p page, which the view takes over, in list and stack. Returns the number of pages.
     int addTarnOptionWidget(TarnOptionWidget *page);
-    /// Takes @p page out of list and stack and renames the items of the others. Its core must still
-    /// be there.
+    /// Takes @p page, whose core must still exist, out of list and stack and renames the items of
+    /// the others.
     void removeTarnOptionWidget(TarnOptionWidget *page);
-    /// The same without a look at the other items, which is what makes it cheap to take out all
-    /// pages, from the last to the first.
+    /// The same but for the other items' names, so that taking out all pages, from the last to the
+    /// first, is cheap.
     void takeOut(TarnOptionWidget *page);
     /// Shows the page of the core whose index is @p index, if there is one.
     void changeTarnWidget(int index);
@@ -150,7 +150,7 @@ private:
     QHBoxLayout *m_bannerLayout;
     QTimer *m_checkTimer; ///< Several writes in a row are one change.
     QString m_deviceName;
-    bool m_reloadPending = false; ///< A change of the design is shown and not answered yet.
+    bool m_designChangePending = false; ///< A change of the design is shown, not answered yet.
 };
 
 } // namespace TARN

@@ -20,8 +20,7 @@
 #include <QFileSystemWatcher>
 #include <QPointer>
 
-namespace TARN {
-namespace private_impl {
+namespace TARN::private_impl {
 
 namespace {
 
@@ -69,35 +68,35 @@ void TarnViewPrivate::addOneTarn(int index)
     q->onModified();
 }
 
-void TarnViewPrivate::removeOneTarn(int index)
+void TarnViewPrivate::removeOneTarn(int position)
 {
     if (cores.size() == 1) {
         showMessage(
             q, {QMessageBox::Warning, tr("Remove TARN"), tr("The only TARN can not be removed.")});
         return;
     }
-    if (index < 0 || index >= cores.size())
+    if (position < 0 || position >= cores.size())
         return;
 
     const QPointer<TarnViewPrivate> self(this);
-    const QPointer<TarnOptionWidget> page(optionWidgets.at(index));
+    const QPointer<TarnOptionWidget> page(optionWidgets.at(position));
     Message question;
     question.icon = QMessageBox::Question;
     question.title = tr("Remove TARn"); // Spelt so: users and scripts know the box by this title.
-    question.text = tr("Do you want to remove TARN %1 ?").arg(index);
+    question.text = tr("Do you want to remove TARN %1 ?").arg(position);
     question.buttons = QMessageBox::Ok | QMessageBox::Cancel;
     question.defaultButton = QMessageBox::Ok;
     if (showMessage(q, question) != QMessageBox::Ok || !self)
         return;
-    // Other cores may have gone behind the question, and this one, when the file was reloaded.
-    const int position = optionWidgets.indexOf(page);
-    if (position >= 0 && cores.size() > 1)
-        removeAt(position);
+    // A reload behind the question may have replaced the cores.
+    if (page && cores.size() > 1)
+        removePage(page);
 }
 
-void TarnViewPrivate::removeAt(int position)
+void TarnViewPrivate::removePage(TarnOptionWidget *page)
 {
-    TarnOptionWidget *page = optionWidgets.takeAt(position);
+    const int position = optionWidgets.indexOf(page);
+    optionWidgets.removeAt(position);
     q->removeTarnOptionWidget(page);
     delete page;
     delete cores.takeAt(position);
@@ -167,7 +166,7 @@ bool TarnViewPrivate::save()
         return false;
     }
 
-    unwatchFile(); // The view's own write is no change made elsewhere.
+    unwatchFile(); // The view's own write must raise no banner.
     if (netlist) {
         for (TarnCore *core : qAsConst(cores))
             core->module = netlist->top()->instName();
@@ -215,15 +214,15 @@ void TarnViewPrivate::setNlsData(NETWEIR::RtlNetlist *newNetlist)
 void TarnViewPrivate::watchFile()
 {
     unwatchFile();
-    m_watched = fileIdentity(filePath);
+    m_watchedIdentity = fileIdentity(filePath);
     if (filePath.isEmpty())
         return;
     const bool exists = watcher->addPath(filePath);
     QStringList places = linkChain(filePath);
     if (places.isEmpty())
         places.append(filePath);
-    // The watcher follows links: that one of them is replaced shows in its folder alone. So does
-    // the return of a file that is not there.
+    // The watcher follows links, so that a replaced link shows in its folder alone. So does the
+    // return of a missing file.
     if (exists)
         places.removeLast();
     for (const QString &place : qAsConst(places))
@@ -232,7 +231,7 @@ void TarnViewPrivate::watchFile()
 
 void TarnViewPrivate::watchFolderOf(const QString &path)
 {
-    // It may be missing as well: then wait for that first.
+    // The folder may be missing too: wait in the nearest one for it.
     QString folder = QFileInfo(path).absolutePath();
     while (!QFileInfo::exists(folder))
         folder = QFileInfo(folder).path();
@@ -248,14 +247,12 @@ void TarnViewPrivate::unwatchFile()
 
 void TarnViewPrivate::onFolderChange()
 {
-    const QByteArray former = m_watched;
-    const bool sameFile = fileIdentity(filePath) == former;
+    const bool sameFile = fileIdentity(filePath) == m_watchedIdentity;
     if (sameFile && !watcher->files().isEmpty())
-        return; // Watching anew would lose what is not told yet.
+        return; // Watching anew would lose changes that are not reported yet.
     watchFile();
     if (!sameFile)
         q->onFileChange();
 }
 
-} // namespace private_impl
-} // namespace TARN
+} // namespace TARN::private_impl

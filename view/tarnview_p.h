@@ -23,7 +23,9 @@ class TarnCore;
 class TarnOptionWidget;
 class TarnView;
 
-namespace private_impl {
+} // namespace TARN
+
+namespace TARN::private_impl {
 
 /// The document behind a TarnView: file, cores and netlist. It owns all three.
 ///
@@ -37,15 +39,16 @@ public:
     explicit TarnViewPrivate(TarnView *view);
     ~TarnViewPrivate() override;
 
+    /// Adds a core with that index, or says that there are too many.
     void addOneTarn(int index);
-    /// Asks, then removes the core at list position @p index and renumbers the others.
-    void removeOneTarn(int index);
+    /// Asks, then removes the core at list position @p position and renumbers the others.
+    void removeOneTarn(int position);
     /// Creates the pages of all cores.
     void initTarnOptionWidget();
     /// Deletes all pages and cores.
     void clearTarns();
 
-    /// The core, or its page, whose index is @p index, null when there is none. Indexes of a file
+    /// The core whose index is @p index, or its page, null when there is none. Indexes of a file
     /// may have gaps.
     TarnCore *getTarnByIndex(int index) const;
     TarnOptionWidget *getTarnWidgetByIndex(int index) const;
@@ -59,8 +62,8 @@ public:
     /// checkConfig() of the document. @p errors, which may be null, receives one line an error.
     bool check(QString *errors) const;
 
-    /// Watches filePath and, when it is a link, what it leads to and the links on the way; while
-    /// there is no such file, for its return, which counts as a change.
+    /// Watches filePath and all links that it leads over. While there is no such file, waits for
+    /// its return, which counts as a change.
     void watchFile();
     void unwatchFile();
 
@@ -82,13 +85,12 @@ public:
     bool fileChangePending = false; ///< A change of the file is noticed and not answered yet.
 
 private:
-    void removeAt(int position);
+    void removePage(TarnOptionWidget *page);
     void showCheckErrors(const QString &errors);
     void watchFolderOf(const QString &path);
     void onFolderChange();
 
-    QByteArray m_watched; ///< Identity of the file that is watched.
+    QByteArray m_watchedIdentity; ///< fileIdentity() of filePath when watching began.
 };
 
-} // namespace private_impl
-} // namespace TARN
+} // namespace TARN::private_impl
