@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "configsamples.h"
 
+#include <probes/signalsamples.h>
+
 #include <QStringList>
 
 using TARN::ProbeIn;
 using TARN::ProbeOut;
 using TARN::SignalItem;
 using TARN::TarnCore;
+using TarnTest::bus;
+using TarnTest::net;
 
 namespace {
 
@@ -50,27 +54,6 @@ QString coresText(const QList<TarnCore *> &cores)
     return lines.join(QLatin1Char('\n'));
 }
 
-SignalItem netItem(const QString &name)
-{
-    SignalItem item;
-    item.name = name;
-    item.kind = SignalItem::Net;
-    return item;
-}
-
-SignalItem busItem(const QString &name, int width)
-{
-    SignalItem item;
-    item.name = QStringLiteral("%1[%2:0]").arg(name).arg(width - 1);
-    item.kind = SignalItem::Bus;
-    for (int bit = width - 1; bit >= 0; --bit) {
-        SignalItem member = netItem(QStringLiteral("%1[%2]").arg(name).arg(bit));
-        member.kind = SignalItem::Bus;
-        item.members.append(member);
-    }
-    return item;
-}
-
 Cores sampleCores()
 {
     Cores cores;
@@ -79,23 +62,26 @@ Cores sampleCores()
     first->userClock = QStringLiteral("top/clk");
     first->syncUserClock = true;
     first->addProbeIn(0);
-    first->probeIns.at(0)->signals = {busItem(QStringLiteral("top/u0/data"), 2),
-                                      netItem(QStringLiteral("top/valid"))};
+    first->probeIns.at(0)->signals = {
+        bus(QStringLiteral("top/u0/data[1:0]"),
+            {QStringLiteral("top/u0/data[1]"), QStringLiteral("top/u0/data[0]")}),
+        net(QStringLiteral("top/valid"))};
     first->addProbeIn(1);
     first->addProbeOut(0);
     first->probeOuts.at(0)->initialValue = QStringLiteral("0x1F");
-    SignalItem bus = busItem(QStringLiteral("top/cfg"), 2);
-    bus.usable = false;
-    bus.displayName = QStringLiteral("cfg");
-    bus.members[1].enabled = false;
+    SignalItem config = bus(QStringLiteral("top/cfg[1:0]"),
+                            {QStringLiteral("top/cfg[1]"), QStringLiteral("top/cfg[0]")});
+    config.usable = false;
+    config.displayName = QStringLiteral("cfg");
+    config.members[1].enabled = false;
     SignalItem plain;
     plain.enabled = false;
     plain.usable = false;
-    first->probeOuts.at(0)->signals = {bus, plain};
+    first->probeOuts.at(0)->signals = {config, plain};
     first->addProbeOut(1);
 
     TarnCore *second = cores.add(7);
     second->addProbeOut(3);
-    second->probeOuts.at(0)->signals = {netItem(QStringLiteral("top/en"))};
+    second->probeOuts.at(0)->signals = {net(QStringLiteral("top/en"))};
     return cores;
 }

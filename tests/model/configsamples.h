@@ -3,13 +3,9 @@
 #pragma once
 
 #include <model/tarncore.h>
-#include <probes/signals/signalitem.h>
 
 #include <QList>
 #include <QString>
-
-#include <memory>
-#include <vector>
 
 /// Cores for tests, with an owner.
 class Cores
@@ -35,11 +31,6 @@ public:
 
 /// Every field of the cores as text, for comparison.
 QString coresText(const QList<TARN::TarnCore *> &cores);
-
-TARN::SignalItem netItem(const QString &name);
-
-/// A bus of @p width bits, "name[width-1]" first.
-TARN::SignalItem busItem(const QString &name, int width);
 
 /// Two cores in which every field has, somewhere, another value than its default.
 Cores sampleCores();

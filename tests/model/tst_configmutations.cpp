@@ -63,8 +63,8 @@ const QList<QByteArray> Pieces = {"<",
                                   "\xef\xbb\xbf",
                                   "\xed\xa0\xbd"};
 
-/// Puts a character, most of them allowed, at the beginning of the next name. Most of the results
-/// are valid files, so that the way back is tried as often as the refusal.
+/// Puts a character in front of the next name. Most characters are allowed, so that files which are
+/// read and written again are as common as refused ones.
 void changeName(QByteArray *content, int from, QRandomGenerator *random)
 {
     const QByteArray start = "name=\"";
@@ -139,7 +139,7 @@ void TestConfigMutations::renew(const QByteArray &content)
     writeFile(m_path, content);
 }
 
-/// What is wrong with how @p content is treated, empty when nothing is.
+/// What is wrong with the treatment of @p content; empty when nothing is.
 QString TestConfigMutations::verdictProblem(const QByteArray &content, int *accepted)
 {
     renew(content);

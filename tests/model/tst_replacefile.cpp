@@ -48,8 +48,8 @@ struct stat statOf(const QString &path)
     return result;
 }
 
-/// Runs @p check in a child process, so that limits and users do not stay; returns what it
-/// returns: what went wrong, empty when nothing did.
+/// Runs @p check in a child process, so that its limits and its user end with it. Returns the
+/// error that @p check returns, empty for none.
 QString inChild(const std::function<QString()> &check)
 {
     int ends[2] = {};
@@ -72,7 +72,7 @@ QString inChild(const std::function<QString()> &check)
     return problem;
 }
 
-/// Root may write everywhere, so that what is forbidden shows only to somebody else.
+/// Root may write everywhere: tests of what is forbidden run as another user.
 bool becomeOrdinaryUser()
 {
     return ::geteuid() != 0 || (::setgroups(0, nullptr) == 0 && ::setgid(OrdinaryUser) == 0 &&
@@ -85,15 +85,15 @@ void giveToOrdinaryUser(const QString &path)
         qFatal("cannot give a file away");
 }
 
-/// Files of the process may grow to @p size; beyond that a write fails, and the system sends a
-/// signal that ends who does not expect it.
+/// Limits the files of this process to @p size. A write beyond that fails and comes with a signal
+/// that ends a process without a handler.
 void limitFileSize(rlim_t size)
 {
     const rlimit limit = {size, size};
     ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-/// Puts a file system of @p size bytes on @p folder, for this process only.
+/// Mounts a file system of @p size bytes on @p folder, for this process only.
 bool mountSmallDisk(const QString &folder, int size)
 {
     const QByteArray options = "mode=0777,size=" + QByteArray::number(size);

@@ -3,6 +3,7 @@
 #include "configsamples.h"
 
 #include <model/tarnconfig.h>
+#include <probes/signalsamples.h>
 #include <support/files.h>
 #include <support/testcase.h>
 
@@ -20,6 +21,8 @@
 
 using TARN::SignalItem;
 using TARN::TarnCore;
+using TarnTest::bus;
+using TarnTest::net;
 using TarnTest::readFile;
 using TarnTest::writeFile;
 
@@ -49,9 +52,9 @@ QByteArray portWith(const QByteArray &content)
 /// One signal with members inside members, @p levels below the signal itself.
 SignalItem nestedSignal(int levels)
 {
-    SignalItem item = netItem(QStringLiteral("level %1").arg(levels));
+    SignalItem item = net(QStringLiteral("level %1").arg(levels));
     for (int i = levels - 1; i >= 0; --i) {
-        SignalItem outer = netItem(QStringLiteral("level %1").arg(i));
+        SignalItem outer = net(QStringLiteral("level %1").arg(i));
         outer.members = {item};
         item = outer;
     }
@@ -271,7 +274,7 @@ void TestTarnConfig::anyTextOfXmlComesBack()
     core->addProbeIn(0);
     core->addProbeOut(0);
     core->probeOuts.at(0)->initialValue = text;
-    SignalItem item = busItem(text, 2);
+    SignalItem item = bus(text, 2);
     item.displayName = text;
     core->probeIns.at(0)->signals = {item};
     core->probeOuts.at(0)->signals = {item};
@@ -294,7 +297,7 @@ void TestTarnConfig::limitsOfTheEditorDoNotHold()
         cores.list.last()->addProbeIn(i * 2);
         cores.list.last()->addProbeOut(-i);
     }
-    cores.list.last()->probeIns.at(0)->signals = {busItem(QStringLiteral("wide"), 300)};
+    cores.list.last()->probeIns.at(0)->signals = {bus(QStringLiteral("wide"), 300)};
     const Cores copy = reread(cores.list);
     QCOMPARE(coresText(copy.list), coresText(cores.list));
 }
@@ -416,7 +419,7 @@ void TestTarnConfig::otherLayoutsAreRead()
     QVERIFY(TARN::checkTARNFile(path()));
 }
 
-/// Adds a refusal of @p value for the attribute @p name of an element in its right place.
+/// Adds a row: @p value is refused for the attribute @p name of an element in its right place.
 void TestTarnConfig::valueRow(const QByteArray &element, const QByteArray &name,
                               const QByteArray &value, const QByteArray &allowed)
 {

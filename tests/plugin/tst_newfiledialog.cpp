@@ -34,7 +34,7 @@ const QByteArray EmptyConfig = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                                "    <Version>1.0</Version>\n"
                                "</TARN_CONFIG>\n";
 
-/// Lets no file of this process grow, as a full disk does.
+/// While it lives, no file of this process can grow, as on a full disk.
 class NoSpace
 {
 public:
@@ -53,7 +53,7 @@ private:
     rlimit m_limit = {};
 };
 
-/// Lets root try as an ordinary user; does nothing for others.
+/// While it lives, root is an ordinary user. Does nothing for others.
 class WithoutPrivileges
 {
 public:

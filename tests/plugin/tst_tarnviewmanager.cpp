@@ -252,7 +252,7 @@ void TestTarnViewManager::viewsAreListedInOrderOfOpening()
     open(c);
     QCOMPARE(files(), QStringList({"c.tarn", "a.tarn", "b.tarn"}));
 
-    // A copy: what is done to it stays outside.
+    // A copy: changing it changes nothing in the manager.
     QList<TarnView *> copy = m_manager->tarnViews();
     copy.clear();
     QCOMPARE(m_manager->tarnViews().size(), 3);
@@ -309,7 +309,7 @@ void TestTarnViewManager::closeFindsViewByAbsolutePath()
     QVERIFY(!m_manager->closeTarnView(path("a.tarn")));
 }
 
-/// Two views can only name one file when the working folder changed between.
+/// Two views can name the same file only when the working folder changed in between.
 void TestTarnViewManager::closeAsksTheFirstMatchOnly()
 {
     const QString before = QDir::currentPath();
@@ -383,7 +383,7 @@ void TestTarnViewManager::otherViewsModificationIsIgnored()
     ViewManager::showView(a);
     QVERIFY(save()->isEnabled());
 
-    // Called by anybody else than a view it does nothing.
+    // Without a view as its sender it does nothing.
     a->setWindowTitle("other");
     m_manager->onTarnViewModified(true);
     QCOMPARE(save()->text(), QStringLiteral("&Save \"a.tarn *\""));

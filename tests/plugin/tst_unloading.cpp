@@ -9,8 +9,8 @@
 
 using namespace TarnTest;
 
-/// The library in a host that closes it and goes on: data of the library may be left in the
-/// process, in caches and among the meta-types.
+/// A host closes the library and goes on, while caches and meta-types of the process may still hold
+/// data of the library.
 class TestUnloading : public TestCase
 {
     Q_OBJECT

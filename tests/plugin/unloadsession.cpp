@@ -22,7 +22,7 @@
 // usage: unloadsession PROJECT CONFIG LIBRARY...
 //
 // A host that loads one plug-in library after the other, shows a configuration file in it, shuts it
-// down and closes the library. Says what it did, a line each, so that a crash shows its place.
+// down and closes the library. Prints a line for each step, so that a crash shows its place.
 
 namespace {
 
@@ -41,8 +41,8 @@ Function resolve(void *library, const char *symbol)
     return reinterpret_cast<Function>(address);
 }
 
-/// Calls the plug-in's view manager by the names that the library exports: whoever links the
-/// library keeps it in memory.
+/// Calls the plug-in's view manager by the names that the library exports: linking the library
+/// would keep it in memory.
 void openInPlugin(void *library, const QString &file)
 {
     using Instance = void *(*)();
@@ -57,7 +57,7 @@ void openInPlugin(void *library, const QString &file)
 }
 
 /// What the active view shows: its title, how many rows hold an item of the plug-in's own type, and
-/// how many lines a regular expression of the plug-in guards.
+/// how many lines have a regular expression of the plug-in as their validator.
 QString shown()
 {
     const Core::IView *view = Core::ViewManager::activeView();
@@ -96,7 +96,7 @@ void useLibrary(const QString &path, const QString &config)
     delete plugin;
     dlclose(library);
 
-    // Expressions share a cache of the process, in which those of the library may be left.
+    // Expressions share a cache of the process, which may still hold those of the library.
     const QRegExp digits(QStringLiteral("[A-F0-9]"));
     const QRegExp word(QStringLiteral("[a-z]+"));
     say(QStringLiteral("closed: %1 %2").arg(digits.exactMatch("F")).arg(word.exactMatch("F")));

@@ -35,7 +35,7 @@ struct FakeExtraction
     std::function<void()> whileBuilding;
 
     QMap<QString, QVariant> info; ///< Of the last search for modules.
-    bool listsWereEmpty = false;  ///< All lists that were handed in.
+    bool listsWereEmpty = false;  ///< All lists that were passed in.
     bool netlistWasNull = false;
     int searches = 0;
     int builds = 0;

@@ -29,7 +29,7 @@ TarnCore *addCore(TarnViewPrivate *document, int index)
 
 } // namespace
 
-/// The rules have tests of their own with checkConfig().
+/// The rules are tested with checkConfig().
 class TestCheck : public TarnTest::TestCase
 {
     Q_OBJECT

@@ -38,7 +38,7 @@ using TarnTest::ShownView;
 
 namespace {
 
-/// What a window lives on, and what an event takes away.
+/// What a window depends on, and what an event removes.
 enum Basis {
     FormerNetlist = 1,
     Port = 2, ///< The second of either kind, which the windows are about.
@@ -72,7 +72,7 @@ Widget *child(const QWidget *parent, const char *name)
     return parent->findChild<Widget *>(QLatin1String(name));
 }
 
-/// By name, also those behind a window that is open.
+/// Clicks the button of that name, even behind an open window.
 void click(const QWidget *parent, const char *button)
 {
     QTest::mouseClick(child<QAbstractButton>(parent, button), Qt::LeftButton);
@@ -145,9 +145,9 @@ Q_DECLARE_METATYPE(Function)
 Q_DECLARE_METATYPE(Event)
 Q_DECLARE_METATYPE(Window)
 
-/// Something happens behind a window that is open: whether the window goes or stays, what it may
-/// write and whether it still works. What reaches into something that is gone crashes here, or is
-/// found by the address sanitizer.
+/// An event happens while a window is open. The tests say whether the window closes, what it may
+/// write and whether it still works. A use of deleted objects crashes here or is found by the
+/// address sanitizer.
 class TestDialogLifetime : public TarnTest::ViewTest
 {
     Q_OBJECT
@@ -217,8 +217,8 @@ private:
     bool m_happened = false;
     QList<QPointer<QDialog>> m_open;
     QString m_net;        ///< What a search finds.
-    QString m_cores;      ///< That the view has to hold at the end.
-    QByteArray m_content; ///< That the file has to hold at the end.
+    QString m_cores;      ///< Expected in the view at the end.
+    QByteArray m_content; ///< Expected in the file at the end.
     bool m_modified = false;
 
 private Q_SLOTS:
@@ -302,7 +302,7 @@ void TestDialogLifetime::init()
     m_shown = show(path("a.tarn"));
     m_mainWindow = std::make_unique<QMainWindow>();
     m_mainWindow->setCentralWidget(m_shown.container);
-    m_mainWindow->setGeometry(1, 1, 900, 600); // At the origin it would be waited for.
+    m_mainWindow->setGeometry(1, 1, 900, 600); // The tests would wait for a window at the origin.
     m_mainWindow->show();
     QApplication::setActiveWindow(m_mainWindow.get());
     QVERIFY(QTest::qWaitForWindowActive(m_mainWindow.get()));
@@ -318,7 +318,7 @@ void TestDialogLifetime::cleanup()
     ViewTest::cleanup();
 }
 
-/// That of the second Probe Out.
+/// The line of the second Probe Out.
 InitialValueLine *TestDialogLifetime::line() const
 {
     QTreeWidget *values = tree("treeValue");
@@ -581,7 +581,7 @@ void TestDialogLifetime::rejectValue()
                "Value '3F' for Probe Out1 Initial Value exceeds the effective width.",
                QMessageBox::Ok, QString()},
               QMessageBox::Ok);
-    // Of all ways to lose the focus the one after which Qt itself touches no widget of the page.
+    // The one way to lose the focus after which Qt itself touches no widget of the page.
     QApplication::setActiveWindow(nullptr);
     QCOMPARE(!line, !m_stays);
     if (!m_stays)

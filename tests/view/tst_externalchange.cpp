@@ -74,7 +74,7 @@ void replaceLink(const QString &path, const QString &target)
     QVERIFY(std::rename(qPrintable(other), qPrintable(path)) == 0);
 }
 
-/// Counts how often the name of a core is made.
+/// Counts how often the name of a core is translated.
 class NameCounter final : public QTranslator
 {
 public:
@@ -275,7 +275,7 @@ private Q_SLOTS:
         QVERIFY(QFile::link("../other/real.tarn", path("links/middle.tarn")));
         QVERIFY(QFile::link(link, path("a.tarn")));
         const ShownView shown = showQuick(path("a.tarn"));
-        // Other files of these folders are none of its business.
+        // Other files in these folders do not matter.
         for (const char *name : {"new.txt", "links/new.txt", "other/new.txt"})
             writeFile(path(name), "not the file");
         QVERIFY(settle(shown.view));
@@ -471,7 +471,7 @@ private Q_SLOTS:
         QVERIFY(pagesOf(shown.view).last()->netlist());
         QCOMPARE(status.count(), 0);
         QCOMPARE(shown->windowTitle(), QStringLiteral("a.tarn"));
-        // New pages are heard, and the new file is watched.
+        // The new pages are connected, and the new file is watched.
         Q_EMIT pagesOf(shown.view).first()->modifed();
         QVERIFY(shown->isModified());
         replaceByRename(file, content(1));

@@ -25,8 +25,8 @@
 using TarnTest::makeNetlist;
 using TarnTest::ShownView;
 
-/// The view goes away while one of its windows is open. What reaches into it afterwards crashes
-/// here, or is found by the address sanitizer.
+/// The view is deleted while one of its windows is open. A use of it afterwards crashes here or is
+/// found by the address sanitizer.
 class TestLifetime : public TarnTest::ViewTest
 {
     Q_OBJECT
@@ -180,7 +180,7 @@ private Q_SLOTS:
         if (tag == "build")
             extraction().build = [] { return nullptr; };
         killAtBox(title);
-        // As the answer of a banner, which has more to do afterwards.
+        // As the answer to a banner, whose handler goes on afterwards.
         m_shown->designFileChanged();
         clickBanner(m_shown.view, "btnA");
     }
@@ -195,7 +195,7 @@ private Q_SLOTS:
     void progressOfTheBuild_data()
     {
         QTest::addColumn<bool>("built");
-        QTest::newRow("built") << true; // The netlist that nobody wants is deleted.
+        QTest::newRow("built") << true; // The netlist is deleted without having been used.
         QTest::newRow("failed") << false;
     }
 
@@ -238,7 +238,7 @@ private Q_SLOTS:
     void eventOfTheDesignAmidst()
     {
         script().expectMenu([](QMenu *menu) {
-            // An action of the view, which goes when most of it has gone.
+            // This action of the view is deleted late in its destructor.
             connect(menu->actions().first(), &QObject::destroyed, [] {
                 QUtil::EventManager::instance()->send(
                     QUtil::IEvent(TE::E_OPTION_CHANGE, {{TE::K_OPTION, TE::OPT::TOPMODULE}}));

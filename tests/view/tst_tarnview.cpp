@@ -636,7 +636,7 @@ private Q_SLOTS:
         QCOMPARE(document.optionWidgets.size(), 2);
         document.clearTarns();
         QCOMPARE(pagesOf(&view).size(), 0);
-        // Without any core an index is out of range, and the only core is another matter.
+        // Without cores every position is out of range; the box of the only core does not come.
         document.removeOneTarn(0);
     }
 

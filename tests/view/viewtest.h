@@ -24,7 +24,7 @@ class TarnOptionWidget;
 
 namespace TarnTest {
 
-/// A view in a container of its own, as the host shows it. Both may be gone at any time.
+/// A view in a container of its own, as the host shows it. Both may be deleted at any time.
 struct ShownView
 {
     QPointer<QWidget> container;
@@ -34,7 +34,7 @@ struct ShownView
 };
 
 /// Base of the tests of the view. Every test function starts with a project of one source, a design
-/// that is read without errors, and an empty folder; boxes that nobody expects fail it.
+/// that is read without errors, and an empty folder; unexpected boxes fail it.
 class ViewTest : public WindowTest
 {
     Q_OBJECT
