@@ -17,11 +17,11 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// How long findModules() waits for the elaborator: long enough for the errors of all but huge
-/// designs, short enough for a call that only promises the modules.
+/// The time in milliseconds that findModules() waits for the elaborator: long enough for the errors
+/// of all but huge designs, short enough for a call that only promises the modules.
 constexpr int ErrorWait = 2000;
 
-/// The messages that are not in @p said, each once.
+/// The messages that are not in @p said, without repetition.
 QStringList newMessages(const QStringList &messages, const QStringList &said)
 {
     const QSet<QString> known(said.begin(), said.end());
@@ -32,7 +32,7 @@ QStringList newMessages(const QStringList &messages, const QStringList &said)
     return result;
 }
 
-/// Adds the time until its end to a sum.
+/// Adds the time of its life to a sum.
 class Stopwatch
 {
 public:
@@ -75,7 +75,7 @@ void Extraction::findModules(ExtractionProgress *progress, QStringList *tops, QS
     m_said = found;
 }
 
-/// Takes the elaborator over: a call from the event loop meanwhile begins anew.
+/// Takes over the elaborator, so a call from the event loop starts again.
 std::unique_ptr<RtlNetlist> Extraction::buildNetlist(ExtractionProgress *progress,
                                                      QStringList *messages)
 {

@@ -17,31 +17,30 @@ namespace NETWEIR::Internal {
 class Elaborator;
 class ExtractionProgress;
 
-/// The way of one design from its sources to its netlist, in two calls that may come again and in
-/// any order. Between them the elaborator goes on; its result serves once.
+/// Reads a design from its sources to its netlist, in two calls that may be repeated in any order.
+/// The elaborator keeps running between the calls; its result is used once.
 class Extraction
 {
 public:
     explicit Extraction(const DesignSources &sources);
     ~Extraction();
 
-    /// Checks and reads the sources and fills the lists of modules. If there is one top, its
-    /// elaboration starts and is waited for a while, so that most of what is wrong with a design is
-    /// known at the end.
+    /// Checks and reads the sources and fills the lists of modules. If there is one top, starts its
+    /// elaboration and waits for it a while, so that most errors of a design are known at the end.
     void findModules(ExtractionProgress *progress, QStringList *tops, QStringList *modules,
                      QStringList *messages);
 
-    /// Completes the elaboration, or does all again when its result has been used up, and reads the
+    /// Completes the elaboration, or repeats everything if its result is used up, and reads the
     /// netlist. Null on failure.
     std::unique_ptr<RtlNetlist> buildNetlist(ExtractionProgress *progress, QStringList *messages);
 
-    /// Time spent in the last findModules() and buildNetlist().
+    /// The time of the last findModules() and buildNetlist().
     qint64 spentMilliseconds() const { return m_spent; }
 
 private:
     const DesignSources m_design;
-    std::unique_ptr<Elaborator> m_elaborator; ///< Of findModules(), until buildNetlist() takes it.
-    QStringList m_said;                       ///< Its messages that are handed out.
+    std::unique_ptr<Elaborator> m_elaborator; ///< Null after buildNetlist().
+    QStringList m_said;                       ///< Messages that were already reported.
     qint64 m_spent = 0;
 };
 

@@ -16,7 +16,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// The size that the session lets files have. Reaching it is no fault of the folder.
+/// The limit of the session on file sizes. Reaching it is not an error of the folder.
 qint64 largestFile()
 {
     rlimit limit;
@@ -25,14 +25,14 @@ qint64 largestFile()
     return isLimited ? qint64(limit.rlim_cur) : std::numeric_limits<int>::max();
 }
 
-/// Null on success, otherwise the reason of the system.
+/// Null on success, otherwise the error of the system.
 QString writeNew(const QString &path, const QByteArray &content)
 {
     const Files::SizeLimitGuard guard;
     QFile::remove(path);
     QFile file(path);
     bool ok = file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered);
-    // A full disk takes a part at first. Only the next write fails and has a reason.
+    // A full disk accepts a part at first. Only the next write fails with a reason.
     for (qint64 written = 0; ok && written < content.size();) {
         const qint64 size = file.write(content.constData() + written, content.size() - written);
         ok = size > 0;
@@ -49,7 +49,7 @@ QString WorkFolder::problem() const
         return Text::tr("No temporary folder can be made in %1: %2. Make room there, or set the "
                         "environment variable TMPDIR to another folder.")
             .arg(Files::temporaryPath(), m_folder.errorString());
-    std::array<quint32, 16 * 1024> room; // Random, so that no file system can compress it.
+    std::array<quint32, 16 * 1024> room; // Random, so that file systems cannot compress it.
     QRandomGenerator::global()->fillRange(room.data(), int(room.size()));
     const qint64 size = qMin<qint64>(room.size() * sizeof(quint32), largestFile());
     const QString probe = path(QStringLiteral("netweir_probe"));
@@ -85,7 +85,7 @@ bool WorkFolder::link(const QString &target, const QString &name, QString *error
     return false;
 }
 
-/// The problem of the folder, if there is one, explains every other failure.
+/// A problem of the folder explains every other failure.
 QString WorkFolder::causeOf(const QString &failure) const
 {
     const QString cause = problem();

@@ -9,22 +9,22 @@
 
 namespace NETWEIR::Internal {
 
-/// The private folder in which a tool works. Removed with this object.
+/// The private working folder of a tool. Removed with this object.
 ///
-/// Errors are sentences for users, which say what to do.
+/// Errors are messages for users that say what to do.
 class WorkFolder
 {
 public:
     QString path() const { return m_folder.path(); }
     QString path(const QString &name) const { return QDir(path()).filePath(name); }
 
-    /// Why the folder could not be made, or why nothing more can be written into it now; null when
-    /// all is well. Looks by writing: file systems count their room in ways of their own. A tool
-    /// need not notice that its output was cut off.
+    /// Why the folder could not be created or cannot be written any more; null when it can. Tests
+    /// it by writing, because file systems report free space in different ways, and a tool may not
+    /// notice that its output is cut off.
     QString problem() const;
 
-    /// Writes a new file, whatever a tool has left under that name. It may have left a pipe, which
-    /// would wait for its reader.
+    /// Writes a new file in place of anything that a tool has left with that name: writing to a
+    /// pipe would wait for its reader.
     bool write(const QString &name, const QByteArray &content, QString *error) const;
 
     bool link(const QString &target, const QString &name, QString *error) const;

@@ -18,10 +18,10 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Runs that leave out what could not be read in the one before.
+/// The largest number of runs that leave something out.
 constexpr int MostOmissions = 20;
 
-/// A crash of the elaborator may leave half a file.
+/// A crash of the elaborator may leave an incomplete file.
 bool isCompleteXml(const QString &path)
 {
     constexpr int TailLength = 64;
@@ -48,8 +48,8 @@ Attempt::Attempt(const QString &program, const QString &reasonForMacro)
 {
 }
 
-/// Each level of a library folder's files takes a round: their macros are those of all that is read
-/// in front of them. What an unfinished round has to say the next one says too.
+/// Each level of library files takes one round, because their macros are those of all files before
+/// them. The next round repeats the messages of an unfinished round.
 void Attempt::begin(const DesignSources &design, ExtractionProgress *progress)
 {
     DesignSources sources = design;
@@ -97,7 +97,7 @@ void Attempt::elaborate(ExtractionProgress *progress, int limit)
     }
 }
 
-/// Takes the result of a run, or runs once more with what can be learnt from its messages.
+/// Takes the result of a run, or runs once more with an input that its messages improve.
 void Attempt::finishRun()
 {
     m_isElaborated = m_run->succeeded() && isCompleteXml(resultPath());
@@ -157,7 +157,7 @@ QString Attempt::firstError() const
     return error == all.end() ? QString() : error->section(QLatin1Char(' '), 1);
 }
 
-/// Users are told fewer errors than the tool reports, since many follow from others.
+/// The report has fewer errors than the tool, because many follow from others.
 int Attempt::errorCount() const
 {
     const QStringList all = messages();

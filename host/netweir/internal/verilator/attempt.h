@@ -13,13 +13,13 @@
 
 namespace NETWEIR::Internal {
 
-/// One way of reading a design, and how far it gets: the sources are read, then the elaborator runs
-/// until it succeeds or learns nothing more.
+/// One attempt to read a design: reads the sources, then runs the elaborator until it succeeds or
+/// its messages tell nothing new.
 class Attempt
 {
 public:
-    /// Reads as synthesis does when @p reasonForMacro is empty. Otherwise that is the error for
-    /// which the macro of the tool is defined.
+    /// Without @p reasonForMacro, reads like synthesis. Otherwise defines the macro of the tool
+    /// because of that error.
     explicit Attempt(const QString &program, const QString &reasonForMacro = QString());
 
     /// Reads the sources and starts the elaboration when they have one top.
@@ -28,8 +28,8 @@ public:
     /// Waits for each run, at most @p limit milliseconds unless that is negative.
     void elaborate(ExtractionProgress *progress, int limit);
 
-    /// Elaborates once more, without what the last run could not read. False when that is nothing
-    /// new.
+    /// Elaborates once more without the constructs that the last run could not read. False when
+    /// there are no new ones.
     bool leaveOut();
 
     bool isRunning() const { return m_run && !m_run->isOver(); }
@@ -44,17 +44,17 @@ public:
 
     bool hasErrors() const { return containsError(messages()); }
 
-    /// Cancelled, ended by a limit or by a fault that no other attempt would change.
+    /// Cancelled, stopped by a limit, or failed in a way that another attempt would not change.
     bool isFinal() const { return m_isFinal; }
 
-    /// The sources ask which tool reads them.
+    /// The sources use the macro of the tool.
     bool namesTool() const { return m_reading->words().namesTool; }
 
-    /// The first error, without the word in front. Null when there is none.
+    /// The first error, without its prefix. Null when there is none.
     QString firstError() const;
 
-    /// Number of errors, for comparison. An attempt that ended without an error and without a
-    /// result has not got far either: it has more than any other.
+    /// Number of errors, for comparison. An attempt without errors and without a result counts as
+    /// worse than any other.
     int errorCount() const;
 
     // The result of the elaboration, and how to read it.
@@ -72,10 +72,10 @@ private:
     std::unique_ptr<SourceReading> m_reading;
     std::unique_ptr<ElaboratorInput> m_input; ///< Null when there is nothing to elaborate.
     std::unique_ptr<ElaboratorRun> m_run;     ///< The last run of the elaborator.
-    QStringList m_notes;                      ///< What holds for every run.
-    QStringList m_outcome;                    ///< What the last run has to say.
-    int m_omissions = 0;                      ///< Runs that left something out.
-    bool m_hasLearnt = false;                 ///< Since something was left out.
+    QStringList m_notes;                      ///< Messages that apply to every run.
+    QStringList m_outcome;                    ///< Messages of the last run.
+    int m_omissions = 0;                      ///< Number of runs that left something out.
+    bool m_hasLearnt = false;                 ///< The input has changed since the last omission.
     bool m_isElaborated = false;
     bool m_isFinal = false;
 };

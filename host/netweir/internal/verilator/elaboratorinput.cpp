@@ -14,11 +14,12 @@ namespace {
 
 const char StubFile[] = "stubs.sv";
 
-/// Instantiates a top that instantiates itself: the elaborator would drop instances of its top.
+/// A wrapper for a top that instantiates itself, because the elaborator would drop instances of its
+/// top.
 const char WrapperFile[] = "wrapper.v";
 const char WrapperModule[] = "netweir_top";
 
-/// By text: whether it is SystemVerilog.
+/// Whether each text is SystemVerilog.
 QVector<bool> languagesOf(const DesignSources &sources)
 {
     QVector<bool> result;
@@ -35,7 +36,7 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
         QStringLiteral("--xml-only"),
         QStringLiteral("--xml-output"),
         QLatin1String(ElaboratedFile),
-        QStringLiteral("-O0"), // The default optimisation deletes nets of the user.
+        QStringLiteral("-O0"), // The default optimisation would delete nets of the user.
         timed ? QStringLiteral("--timing") : QStringLiteral("--no-timing"),
         QStringLiteral("-Wno-fatal"),
         QStringLiteral("-Wno-lint"),
@@ -130,7 +131,7 @@ bool ElaboratorInput::learn(const QVector<ToolMessage> &messages)
     return learned;
 }
 
-/// A pin that the scan did not see.
+/// Handles a pin that the scan did not find.
 bool ElaboratorInput::addMissingPin(const ToolMessage &message)
 {
     static const QByteArray pin("Pin not found: '");
@@ -143,7 +144,7 @@ bool ElaboratorInput::addMissingPin(const ToolMessage &message)
     return m_stubs.addMissing(textLineOf(message), name, isParameter);
 }
 
-/// An unknown module may have types as parameters.
+/// Handles an unknown module with a type as a parameter.
 bool ElaboratorInput::addTypeParameter(const ToolMessage &message)
 {
     static const QByteArray beginning("Can't convert defparam value to constant: Param '");

@@ -21,20 +21,19 @@ class WorkFolder;
 struct DesignSources;
 struct TextPiece;
 
-/// What the elaborator writes into its working folder.
+/// The output file of the elaborator in its working folder.
 constexpr char ElaboratedFile[] = "design.xml";
 
-/// The elaborator's arguments, but for the files to be read, with module @p top and the language
-/// @p standard of the files that are not SystemVerilog. Delays and events are left out unless
-/// @p timed.
+/// The arguments of the elaborator without the files, for the top module @p top and the language @p
+/// standard of the Verilog files. The elaborator ignores delays and events unless @p timed.
 QStringList elaboratorArguments(const QString &top, const QString &standard, bool timed);
 
-/// What the elaborator is given: the texts of a design, stubs, and how to read them. Changes with
-/// what runs that fail tell.
+/// The input of the elaborator: the texts of a design, stubs and arguments. Changes with the
+/// messages of failed runs.
 class ElaboratorInput
 {
 public:
-    /// All must live as long as this.
+    /// All arguments must outlive this object.
     ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
                     const DesignScan &scan);
 
@@ -42,17 +41,17 @@ public:
     bool write(const WorkFolder &folder, QString *error) const;
     QStringList arguments() const;
 
-    /// Learns from the messages of a run that failed. True when another run may go further.
+    /// Adapts the input to the messages of a failed run. True when another run may get further.
     bool learn(const QVector<ToolMessage> &messages);
 
-    /// Leaves out of the texts what the messages of a run that failed say it cannot read. Returns a
-    /// message for each item; none when nothing new was left out.
+    /// Leaves out the constructs that a failed run could not read, according to its messages.
+    /// Returns one message per item, none when nothing new was left out.
     QStringList leaveOut(const QVector<ToolMessage> &messages);
 
     const Stubs &stubs() const { return m_stubs; }
 
-    /// What the reader of the result has to know: what the elaborator was given in place of the
-    /// design.
+    /// The differences between the design and the input of the elaborator, for the reader of the
+    /// result.
     ReadOptions readOptions() const;
 
 private:
@@ -68,7 +67,7 @@ private:
     Stubs m_stubs;
     PrimitiveInstances m_primitives;
     bool m_wrapsTop;
-    bool m_timed = false; ///< The elaborator looks at delays and events instead of dropping them.
+    bool m_timed = false; ///< The elaborator keeps delays and events.
 };
 
 } // namespace NETWEIR::Internal

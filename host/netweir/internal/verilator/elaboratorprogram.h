@@ -6,9 +6,9 @@
 
 namespace NETWEIR::Internal {
 
-/// Path of the elaborator: the environment variable TARN_VERILATOR, else "verilator_bin" on the
-/// PATH, else where it was when this library was built. Null when there is none; @p error then says
-/// what to do.
+/// Path of the elaborator: the environment variable TARN_VERILATOR, otherwise "verilator_bin" on
+/// the PATH, otherwise the path at build time. Null when there is none; @p error then says what to
+/// do.
 QString findElaborator(QString *error);
 
 } // namespace NETWEIR::Internal

@@ -14,7 +14,7 @@ namespace NETWEIR::Internal {
 
 class ExtractionProgress;
 
-/// One run of the elaborator's program, as preprocessor or as elaborator, and what came of it.
+/// One run of the elaborator program, as preprocessor or as elaborator, and its result.
 class ElaboratorRun
 {
 public:
@@ -22,8 +22,8 @@ public:
     ElaboratorRun(const QString &program, const QStringList &arguments, const QString &folder,
                   int timeoutSeconds);
 
-    /// Waits for the end, at most @p limit milliseconds unless that is negative, and takes the
-    /// result. Cancel ends the run.
+    /// Waits for the end, at most @p limit milliseconds unless that is negative, and reads the
+    /// result. Cancel stops the run.
     void wait(ExtractionProgress *progress, int limit = -1);
     bool isOver() const { return m_isOver; }
 
@@ -31,14 +31,14 @@ public:
 
     bool succeeded() const { return result() == ToolProcess::Succeeded; }
 
-    /// The program ended by itself with an exit code that says so, and its messages tell why.
+    /// The program failed with an exit code, and its messages say why.
     bool failed() const { return result() == ToolProcess::Failed && !m_isOutOfMemory; }
 
-    /// The run went beyond a limit or never started: more of the same would not help.
+    /// The run exceeded a limit or did not start, so another run would not help.
     bool hitLimit() const;
 
-    /// Why the run has no result, for users. @p phase is what it was for, as the subject of a
-    /// sentence.
+    /// The message for users that says why the run has no result. @p phase names the purpose of the
+    /// run as the subject of the sentence.
     QString failure(const QString &phase) const;
 
     const QVector<ToolMessage> &messages() const { return m_messages; }

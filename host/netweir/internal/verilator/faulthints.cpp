@@ -14,10 +14,10 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Errors behind these say nothing new.
+/// The number of errors that get hints; further ones say nothing new.
 constexpr int MostExplained = 1000;
 
-/// How much text in front of a place is looked at.
+/// The length of the text before a place in which hints look for words.
 constexpr int MostBefore = 4096;
 
 constexpr int LongestName = 1024;
@@ -38,7 +38,7 @@ bool isDirection(const QByteArray &word)
     return directions.contains(word);
 }
 
-/// Whether a declaration may begin behind the word.
+/// Whether a declaration may begin after the word.
 bool mayPrecedeType(const QByteArray &word)
 {
     static const QByteArrayList words = {";",      "{",     "}",      "(",     ",",        ")",
@@ -77,7 +77,7 @@ void FaultHints::explain(ToolMessage *message, const TextLine &place)
         explainType(message, words);
 }
 
-/// The last one is what stands at the place itself. The first two come from the line in front.
+/// The last word is the one at the place itself. The first two come from the line before.
 QVector<QByteArray> FaultHints::wordsBefore(const TextLine &place, int column)
 {
     constexpr int OfLineInFront = 2;
@@ -114,7 +114,7 @@ int FaultHints::offsetOf(const TextLine &place)
     return place.line < 1 ? 0 : offsets.value(place.line - 1, text.size());
 }
 
-/// A file of type Verilog is left alone as long as it can be read: the words may be its own names.
+/// A Verilog file without errors gets no hint, because the words may be names of its own.
 bool FaultHints::explainLanguage(ToolMessage *message, const TextLine &place,
                                  const QVector<QByteArray> &words)
 {

@@ -15,17 +15,18 @@ namespace NETWEIR::Internal {
 
 struct DesignSources;
 
-/// Adds to the elaborator's errors what its own words leave out: that a file is read as Verilog and
-/// uses words of SystemVerilog, that a name may be a type without a definition. Looks at the words
-/// around a place; the cost of an error does not depend on the size of the design.
+/// Adds hints to the errors of the elaborator: that a file is read as Verilog but uses keywords of
+/// SystemVerilog, or that a name may be a type without a definition. Reads the words around a
+/// place, so the cost of an error does not depend on the size of the design.
 class FaultHints
 {
 public:
-    /// @p names are the names that are types, modules or the like. All must live as long as this.
+    /// @p names are the names of types, modules and the like. All arguments must outlive this
+    /// object.
     FaultHints(const DesignSources &sources, const QVector<QByteArray> &texts,
                const QSet<QByteArray> &names);
 
-    /// To be called for each error in turn, with its place in the texts. Changes text, advice and
+    /// Call it for each error in order, with its place in the texts. Changes text, advice and
     /// cause.
     void explain(ToolMessage *message, const TextLine &place);
 
@@ -39,8 +40,8 @@ private:
     const DesignSources &m_sources;
     const QVector<QByteArray> &m_texts;
     const QSet<QByteArray> &m_names;
-    QHash<int, QVector<int>> m_lines; ///< Offset of each line, by text.
-    QSet<int> m_misread;              ///< Texts with words of another language.
+    QHash<int, QVector<int>> m_lines; ///< Offsets of the lines, by text.
+    QSet<int> m_misread;              ///< Texts with keywords of another language.
     int m_explained = 0;
 };
 

@@ -54,8 +54,8 @@ QVector<ToolMessage> FaultReport::explained(QVector<ToolMessage> messages) const
     return messages;
 }
 
-/// Pins of stubs are vectors, to which the elaborator connects neither an interface nor an unpacked
-/// array.
+/// Pins of stubs are vectors. The elaborator connects neither interfaces nor unpacked arrays to
+/// them.
 bool FaultReport::isBadUnknownPin(const ToolMessage &message) const
 {
     return message.text.startsWith("Illegal input port connection '") &&

@@ -14,12 +14,12 @@ class PreprocessedText;
 class Stubs;
 struct DesignSources;
 
-/// Words the elaborator's messages for users: with places in their own files, and with the causes
-/// that the scan of the design knows.
+/// Translates messages of the elaborator for users: with places in the user's files and with causes
+/// known from the scan of the design.
 class FaultReport
 {
 public:
-    /// All must live as long as this.
+    /// All arguments must outlive this object.
     FaultReport(const DesignSources &sources, const PreprocessedText &text, const DesignScan &scan,
                 const Stubs &stubs);
 

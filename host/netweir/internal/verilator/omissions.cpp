@@ -15,11 +15,11 @@ bool isSyntaxError(const ToolMessage &message)
     return message.error && message.text.startsWith("syntax error");
 }
 
-/// Not within the power of the elaborator, whatever the source says.
+/// Whether @p message is about a construct that the elaborator does not support.
 bool isUnreadable(const ToolMessage &message)
 {
     static const char *const texts[] = {
-        "disable isn't underneath a begin", // Legal, but it lacks it.
+        "disable isn't underneath a begin", // Legal, but not supported.
         "Usage of cycle delays requires default clocking"};
     if (message.text.contains("syntax error")) // "Unsupported or syntax error"
         return false;
@@ -31,8 +31,8 @@ bool isUnreadable(const ToolMessage &message)
            message.text.toLower().contains("unsupported");
 }
 
-/// Whether a syntax error at @p offset comes from what stands in front of the item, such as a
-/// missing semicolon: the elaborator knows the words that these kinds begin with.
+/// Whether a syntax error at @p offset comes from the text before the item, such as a missing
+/// semicolon. The elaborator knows the first words of these kinds of items.
 bool isFaultInFront(const TextItem &item, int offset)
 {
     const bool isKnown = item.kind == TextItem::Assertion || item.kind == TextItem::Property ||
@@ -113,12 +113,12 @@ QStringList Omissions::leaveOut(const QVector<ToolMessage> &messages, const Line
     return m_found;
 }
 
-/// What uses something that is gone goes too, and what uses that.
+/// Also leaves out everything that uses an omitted item, directly or indirectly.
 void Omissions::removeUsers()
 {
     while (!m_removed.isEmpty()) {
         const auto removed = std::exchange(m_removed, {});
-        QVector<TextItem> everywhere; // Declared outside of modules.
+        QVector<TextItem> everywhere; // Items that are declared outside of modules.
         for (auto text = removed.begin(); text != removed.end(); ++text) {
             removeUsers(text.key(), *text);
             std::copy_if(text->begin(), text->end(), std::back_inserter(everywhere),
@@ -128,7 +128,7 @@ void Omissions::removeUsers()
                          });
         }
         for (TextItem &item : everywhere)
-            item.range = TextRange(); // In another text it stands nowhere.
+            item.range = TextRange(); // The item has no range in another text.
         for (int text = 0; text < m_texts.size() && !everywhere.isEmpty(); ++text) {
             if (!removed.contains(text) || removed.size() > 1)
                 removeUsers(text, everywhere);
@@ -143,8 +143,8 @@ void Omissions::removeUsers(int text, const QVector<TextItem> &declared)
         remove(text, user, Text::tr("it uses what is left out").toUtf8());
 }
 
-/// Constructs that its grammar lacks the elaborator takes for syntax errors, and follows them with
-/// others that mean nothing.
+/// For a construct that its grammar lacks, the elaborator reports a syntax error and then others
+/// that mean nothing.
 Omissions::Cause Omissions::causeOf(const ToolMessage &message, bool anySyntax) const
 {
     if (!message.error)
@@ -153,11 +153,11 @@ Omissions::Cause Omissions::causeOf(const ToolMessage &message, bool anySyntax) 
         return isSyntaxError(message) ? Cause::Syntax : Cause::Fault;
     if (isUnreadable(message))
         return Cause::Unreadable;
-    // A use of something in a module that is gone.
+    // A use of something in an omitted module.
     if (!m_modules.isEmpty() && message.text.startsWith("Can't find definition of '") &&
         message.text.contains(" in dotted "))
         return Cause::Unreadable;
-    // A use of something that is gone, which it quotes.
+    // A use of something omitted, whose name the message quotes.
     const QByteArrayList parts = message.text.split('\'');
     const bool namesGone = std::any_of(parts.begin(), parts.end(), [this](const QByteArray &part) {
         return m_names.contains(part);
@@ -173,7 +173,7 @@ bool Omissions::mayGo(int text, const TextItem &item, Cause cause)
         return cause == Cause::Unreadable && item.name != m_top;
     if (item.kind == TextItem::Assignment || cause == Cause::Unreadable)
         return cause == Cause::Unreadable;
-    // Elsewhere any other error is one, unless a word explains it.
+    // Anywhere else an error is an error of the source, unless a word explains it.
     const bool isClass = item.kind == TextItem::Class;
     if (cause == Cause::Syntax && item.isVerification() && !isClass)
         return true;
@@ -186,7 +186,7 @@ void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)
     if (m_gone.contains({text, item.range.begin}))
         return;
     m_gone.insert({text, item.range.begin});
-    // An assertion writes by the statements that follow its success and its failure.
+    // An assertion can write in its pass and fail statements.
     if (item.kind == TextItem::Process || item.kind == TextItem::Assignment ||
         item.kind == TextItem::Assertion)
         noteWrites(text, item);

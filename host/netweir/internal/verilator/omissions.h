@@ -21,10 +21,10 @@
 
 namespace NETWEIR::Internal {
 
-/// What is left out of the texts of a design, because the elaborator cannot read it.
+/// The parts of a design that are left out because the elaborator cannot read them.
 ///
-/// The smallest item around a place goes first; when that was not enough, the next one around it.
-/// Lines stay where they are.
+/// Leaves out the smallest item around a place first and, if that is not enough, the next larger
+/// one. Lines keep their numbers.
 class Omissions
 {
 public:
@@ -37,13 +37,13 @@ public:
     ~Omissions();
 
     const QVector<QByteArray> &texts() const { return m_texts; }
-    /// Modules that have gone whole.
+    /// Modules that are left out as a whole.
     const QSet<QByteArray> &modules() const { return m_modules; }
-    /// What items have written that are gone, by module.
+    /// The writes of omitted items, by module.
     const QHash<QString, QVector<OmittedWrite>> &writes() const { return m_writes; }
 
-    /// Leaves out what stands around the places of @p messages that are no fault of the source.
-    /// Returns a message for each item, none when there was nothing new.
+    /// Leaves out the items around the places of those @p messages that are not errors of the
+    /// source. Returns one message per item, none when there is nothing new.
     QStringList leaveOut(const QVector<ToolMessage> &messages, const LineMap &lineOf,
                          const PlaceOfLine &placeOf);
 
@@ -61,12 +61,12 @@ private:
     QVector<QByteArray> m_texts;
     QVector<bool> m_isSystemVerilog;
     QByteArray m_top;
-    std::map<int, std::unique_ptr<TextItems>> m_items; ///< Of the original texts.
-    QSet<QPair<int, int>> m_gone;                      ///< Text and begin of items.
-    QSet<QByteArray> m_names;                          ///< What items declared that are gone.
+    std::map<int, std::unique_ptr<TextItems>> m_items; ///< Items of the original texts.
+    QSet<QPair<int, int>> m_gone;                      ///< Text and begin of the omitted items.
+    QSet<QByteArray> m_names;                          ///< Names that omitted items declared.
     QSet<QByteArray> m_modules;
     QHash<QString, QVector<OmittedWrite>> m_writes;
-    QMap<int, QVector<TextItem>> m_removed; ///< Items whose users are still there, by text.
+    QMap<int, QVector<TextItem>> m_removed; ///< Omitted items whose users remain, by text.
     QStringList m_found;
     PlaceOfLine m_placeOf;
 };

@@ -14,7 +14,7 @@ const char TextPrefix[] = "text";
 
 QString pieceName(const SourceFile &file, const TextPiece &piece)
 {
-    // The elaborator reads library files in the order of their names, and the first of two
+    // The elaborator reads library files in the order of their names, and the first of several
     // definitions counts.
     constexpr int Digits = 6;
     const bool isSystemVerilog = file.systemVerilog || !piece.blocks.isEmpty();

@@ -13,12 +13,11 @@ namespace NETWEIR::Internal {
 
 struct SourceFile;
 
-/// Name under which the elaborator reads a piece of the text of @p file: "text7.sv", or
-/// "text7_2.sv" for the blocks from the third one on that come first. The suffix tells the
-/// language.
+/// The file name of a piece of the text of @p file: "text7.sv", or "text7_2.sv" for the moved
+/// blocks from the third one on. The suffix determines the language.
 QString pieceName(const SourceFile &file, const TextPiece &piece);
 
-/// The line of the texts that a message is about. No text when it names no piece.
+/// The line of the texts to which a message refers. No text when the message names no piece.
 TextLine textLineOf(const ToolMessage &message);
 
 } // namespace NETWEIR::Internal

@@ -61,7 +61,7 @@ QStringList PreprocessorInput::arguments() const
         arguments.append(QStringLiteral("-D") + macro);
     for (const PathAlias &folder : m_links.folders())
         arguments.append(QStringLiteral("-I") + QString::fromLatin1(folder.alias));
-    // Library files too: behind -v they would come in the order of their names.
+    // Library files too, because with -v they would be read in the order of their names.
     for (const PathAlias &file : m_links.files())
         arguments.append(QString::fromLatin1(file.alias));
     return arguments;

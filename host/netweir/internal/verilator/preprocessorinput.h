@@ -12,20 +12,20 @@ class WorkFolder;
 struct DesignSources;
 struct SourceWords;
 
-/// What the preprocessor is given: the links to the sources, macros, and a filter for the comments
-/// that hide code.
+/// The input of the preprocessor: links to the sources, macros, and a filter for comments that hide
+/// code.
 class PreprocessorInput
 {
 public:
-    /// Sources and links must live as long as this. The sources are read as synthesis reads them,
-    /// or, with @p definesToolMacro, with the macro of the tool defined.
+    /// Sources and links must outlive this object. Without @p definesToolMacro the sources are read
+    /// like in synthesis, otherwise with the macro of the tool defined.
     PreprocessorInput(const DesignSources &sources, const SourceWords &words,
                       const SourceLinks &links, bool definesToolMacro);
 
-    /// What cannot be read as it should be.
+    /// Warnings about code that is not read as it should be.
     QStringList warnings() const;
 
-    /// Writes what arguments() names beside the links.
+    /// Writes the files that arguments() names in addition to the links.
     bool write(const WorkFolder &folder, QString *error) const;
     QStringList arguments() const;
 

@@ -29,16 +29,16 @@ bool isPlainName(const QString &name)
 
 } // namespace
 
-/// A source keeps its own name behind a link to its folder, so that the tool finds included files
-/// beside it. Where that name is not plain, the source gets a link of its own and its folder
-/// becomes an include folder.
+/// A source keeps its name below a link to its folder, so the tool finds included files beside it.
+/// If the name is not plain, the source gets a link of its own, and its folder becomes an include
+/// folder.
 bool SourceLinks::make(const DesignSources &sources, const WorkFolder &folder, QString *error)
 {
     for (const QString &path : sources.includePaths) {
         if (!linkIncludeFolder(path, folder, error))
             return false;
     }
-    QHash<QString, QString> links; // By source folder.
+    QHash<QString, QString> links; // Links by source folder.
     for (int i = 0; i < sources.files.size(); ++i) {
         const QFileInfo info(sources.files[i].path);
         const QString source = info.absolutePath();

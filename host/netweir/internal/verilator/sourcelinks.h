@@ -11,15 +11,15 @@ namespace NETWEIR::Internal {
 class WorkFolder;
 struct DesignSources;
 
-/// Links in the work folder to all sources and include folders. Their names are plain: the tool
-/// cuts names at blanks and gives several characters a meaning of its own.
+/// Links in the work folder to all sources and include folders. Their names are plain, because the
+/// tool cuts names at blanks and some characters are special for it.
 class SourceLinks
 {
 public:
-    /// False when a link cannot be made; @p error then says why.
+    /// False when a link cannot be created; @p error then says why.
     bool make(const DesignSources &sources, const WorkFolder &folder, QString *error);
 
-    /// The sources in their order, and the include folders in the order of their search.
+    /// The sources in project order and the include folders in search order.
     const QVector<PathAlias> &files() const { return m_files; }
     const QVector<PathAlias> &folders() const { return m_folders; }
 

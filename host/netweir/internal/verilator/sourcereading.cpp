@@ -71,7 +71,7 @@ QString SourceReading::preprocess(const QString &program, ExtractionProgress *pr
     return {};
 }
 
-/// Faults in hidden code are not reported: nobody else reads that code.
+/// Errors in hidden code are not reported, because other tools do not read that code either.
 void SourceReading::takeMessages(const ElaboratorRun &run)
 {
     const auto placeOf = [this](const ToolMessage &message) {

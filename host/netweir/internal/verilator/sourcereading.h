@@ -21,34 +21,33 @@ namespace NETWEIR::Internal {
 class ElaboratorRun;
 class ExtractionProgress;
 
-/// The sources of a design on their way through check, preprocessor and scan. Owns the folder in
-/// which the tool works.
+/// Checks, preprocesses and scans the sources of a design. Owns the working folder of the tool.
 class SourceReading
 {
 public:
     SourceReading(const DesignSources &sources, bool definesToolMacro);
 
-    /// Goes as far as the sources let it.
+    /// Stops at the first step that fails.
     void read(const QString &program, ExtractionProgress *progress);
 
     const QStringList &messages() const { return m_messages; }
 
-    /// Cancelled, ended by a limit or by a fault that other macros would not change.
+    /// Cancelled, stopped by a limit, or failed in a way that other macros would not change.
     bool isFinal() const { return m_isFinal; }
 
-    /// Errors of the preprocessor, those in hidden code included.
+    /// Number of errors of the preprocessor, including those in hidden code.
     int toolErrors() const { return m_toolErrors; }
 
-    /// Modules and packages that a library folder may have a file for. None after an error.
+    /// Missing modules and packages, to be searched in library folders. None after an error.
     const QByteArrayList &missingNames() const { return m_missing; }
 
     const DesignSources &sources() const { return m_sources; }
     const SourceWords &words() const { return m_words; }
     const WorkFolder &folder() const { return m_folder; }
 
-    /// Null when the preprocessor gave no text.
+    /// Null when there is no preprocessed text.
     const DesignScan *scan() const { return m_scan.get(); }
-    /// What was scanned.
+    /// The texts of the scan.
     const PreprocessedText &text() const { return *m_text; }
 
 private:

@@ -27,7 +27,7 @@ bool isAdvice(const QByteArray &text)
     return false;
 }
 
-/// Takes "FILE:LINE:COLUMN: " off the text. The file name may hold colons and blanks.
+/// Removes "FILE:LINE:COLUMN: " from the text. The file name may contain colons and blanks.
 void takePlace(ToolMessage *message)
 {
     QByteArray &text = message->text;
@@ -50,8 +50,7 @@ void takePlace(ToolMessage *message)
     message->column = 0;
 }
 
-/// "FILE:LINE:COLUMN: ../V3Some.cpp:12: TEXT" of an internal error: the tool's own source is of no
-/// use.
+/// Removes the tool's source from an internal error: "FILE:LINE:COLUMN: ../V3Some.cpp:12: TEXT".
 void takeInternalPlace(ToolMessage *message)
 {
     takePlace(message);
@@ -69,7 +68,7 @@ QString quotedPart(const QByteArray &text)
     return QString::fromUtf8(text.mid(begin + 1, end - begin - 1));
 }
 
-/// The text of a message, with what to do where the tool's own words do not say it.
+/// The text of a message, with advice if the text of the tool has none.
 QString userText(const QByteArray &text)
 {
     const QByteArray include("Cannot find include file: ");
@@ -95,7 +94,7 @@ QString userText(const QByteArray &text)
     return QString::fromUtf8(text);
 }
 
-/// The text of an error that comes once for each use of something that is missing.
+/// The text of an error that the tool reports for each use of something missing.
 QByteArray causeOf(const ToolMessage &message)
 {
     static const char *const ofDesign[] = {"Cannot find file containing interface: ",
@@ -112,11 +111,11 @@ QByteArray causeOf(const ToolMessage &message)
                                                                 : QByteArray();
 }
 
-/// Tells causes from errors that follow from them.
+/// Separates causes from errors that follow from them.
 class CauseList
 {
 public:
-    /// To be called for each error in turn.
+    /// Call it for each error in order.
     bool follows(const ToolMessage &error)
     {
         const QByteArray cause = error.cause.isNull() ? causeOf(error) : error.cause;
@@ -127,7 +126,7 @@ public:
     }
 
 private:
-    /// The parser needs some lines to find its way again.
+    /// The parser needs some lines to recover.
     bool followsInText(const ToolMessage &error)
     {
         constexpr int FewLines = 3;
@@ -143,7 +142,7 @@ private:
     }
 
     QSet<QByteArray> m_causes;
-    QHash<QByteArray, int> m_confused; ///< The line of the last such error, by file.
+    QHash<QByteArray, int> m_confused; ///< The line of the last syntax error, by file.
 };
 
 QString userLine(const ToolMessage &message, const Place &place)
@@ -155,7 +154,7 @@ QString userLine(const ToolMessage &message, const Place &place)
     return message.error ? errorMessage(place, text) : warningMessage(place, text);
 }
 
-/// A line below an error may say that the elaborator lacks something.
+/// A line after an error may say that the elaborator does not support something.
 void noteReason(const QByteArray &line, QVector<ToolMessage> *messages)
 {
     const int reason = line.indexOf(": Unsupported: ");
@@ -197,7 +196,7 @@ QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
             takePlace(&message);
         }
         if (message.text == "Unterminated string")
-            --message.line; // Noticed at the end of the line, which counts as the next one.
+            --message.line; // Detected at the end of the line, which counts as the next line.
         if (!isAdvice(message.text))
             result.append(message);
     }

@@ -15,30 +15,30 @@ namespace NETWEIR::Internal {
 struct ToolMessage
 {
     bool error = false;
-    QByteArray file; ///< As the tool names it.
+    QByteArray file; ///< File name of the tool.
     int line = 0;
     int column = 0;
-    QByteArray code; ///< The tool's own name for its kind, for instance "UNSUPPORTED".
+    QByteArray code; ///< The tool's name for the kind of message, for example "UNSUPPORTED".
     QByteArray text;
-    QString advice;         ///< For users, behind the text; it may stand alone.
-    QByteArray cause;       ///< Errors with the same one have one reason; null for an unknown one.
-    bool followsUp = false; ///< It tells nothing that another one does not tell.
+    QString advice;         ///< Advice for users after the text; the text may be empty.
+    QByteArray cause;       ///< Errors with the same cause have one reason; null when unknown.
+    bool followsUp = false; ///< Says nothing that another message does not say.
 };
 
-/// What the text of an error about an unknown type begins with.
+/// The beginning of an error about an unknown type.
 constexpr char UnknownType[] = "Unknown type: ";
 
-/// The messages in the tool's error output. Source excerpts, advice on the tool's own options and
-/// closing remarks are left out.
+/// The messages in the error output of the tool, without source excerpts, advice on options of the
+/// tool and closing remarks.
 QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput);
 
-/// Where the place of a message is, in the user's files.
+/// Maps the place of a message to the user's files.
 using PlaceMap = std::function<Place(const ToolMessage &)>;
 
-/// The messages as users read them: one line each, "ERROR" or "WARNING" in front, places mapped by
-/// @p placeOf, none twice. Errors that follow from one listed before are only counted, in one line
-/// at the end: those of the same cause, and syntax errors within some lines of another one. Long
-/// lists end with the number of messages left out.
+/// The messages for users: one line each, with "ERROR" or "WARNING" in front, places mapped by @p
+/// placeOf, without repetition. Errors that follow from an earlier one are only counted, in one
+/// line at the end: errors of the same cause, and syntax errors within a few lines of another one.
+/// Long lists end with the number of omitted messages.
 QStringList toUserMessages(const QVector<ToolMessage> &messages, const PlaceMap &placeOf);
 
 } // namespace NETWEIR::Internal

@@ -42,7 +42,7 @@ void VerilatorElaborator::begin(ExtractionProgress *progress, const QString &rea
     m_attempt->begin(m_design, progress);
 }
 
-/// After an attempt that came to nothing. False when there is nothing else to try.
+/// Continues after a failed attempt. False when there is nothing else to try.
 bool VerilatorElaborator::tryOtherwise(ExtractionProgress *progress)
 {
     const bool hasFailed = m_attempt->hasErrors() || m_failed;

@@ -11,13 +11,13 @@ class Attempt;
 
 /// Reads designs in Verilog and SystemVerilog with Verilator.
 ///
-/// The preprocessor runs first; its output tells the modules and, file by file, is what the
-/// elaborator then reads. So macros carry over from file to file, nothing is preprocessed twice,
-/// and the names that the tool sees are free of blanks.
+/// The preprocessor runs first. Its output is scanned for modules and then becomes, file by file,
+/// the input of the elaborator. So macros carry over from file to file, nothing is preprocessed
+/// twice, and file names for the tool contain no blanks.
 ///
-/// The sources are read as synthesis reads them. When that fails and they ask for the tool by its
-/// macro, they are read once more with the macro defined. Constructs that the elaborator cannot
-/// read are then left out one by one, as long as that gets further.
+/// The sources are read like in synthesis. If that fails and they use the macro of the tool, they
+/// are read once more with the macro defined. Then constructs that the elaborator cannot read are
+/// left out one by one, as long as that gets further.
 class VerilatorElaborator final : public Elaborator
 {
 public:
@@ -38,10 +38,10 @@ private:
 
     const DesignSources m_design;
     QString m_program;
-    std::unique_ptr<Attempt> m_attempt; ///< Null before the first one and without a program.
-    std::unique_ptr<Attempt> m_failed;  ///< To be gone back to when the current one is no better.
+    std::unique_ptr<Attempt> m_attempt; ///< Null before the first attempt and without a program.
+    std::unique_ptr<Attempt> m_failed;  ///< Used again when the current attempt is not better.
     bool m_hasTriedMacro = false;
-    QStringList m_errors; ///< Outside of attempts.
+    QStringList m_errors; ///< Errors that belong to no attempt.
 };
 
 } // namespace NETWEIR::Internal
