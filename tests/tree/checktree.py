@@ -5,8 +5,9 @@
 
 usage: checktree.py CHECK ROOT [COMPILER FLAG...]
 
-CHECK is "includes", "lists", "licence", "format", "links" or "headers"; only the last one needs the compiler.
-Prints one line a finding and exits with 1 when there is any. selftest.py shows each of them fail.
+CHECK is "includes", "lists", "names", "licence", "format", "links" or "headers"; only the last one
+needs the compiler. Prints one line per finding and exits with 1 when there is any. selftest.py shows
+each of them fail.
 """
 
 import concurrent.futures
@@ -236,6 +237,22 @@ def check_lists(root):
     return problems
 
 
+# --- names --------------------------------------------------------------------------------------
+
+
+def check_names(root):
+    """Compares the names of test programs and test classes: tst_thing.cpp has the class TestThing."""
+    problems = []
+    for path in files_of(root, (".cpp",)):
+        if path.parts[0] != "tests" or not path.name.startswith("tst_"):
+            continue
+        classes = re.findall(r"^class (\w+)", text_of(root / path), re.M)
+        expected = path.stem.replace("tst_", "test", 1)
+        if not any(name.startswith("Test") and name.lower() == expected for name in classes):
+            problems.append(f"{path}: has no class Test... of the name of the file")
+    return problems
+
+
 # --- licence ------------------------------------------------------------------------------------
 
 
@@ -330,6 +347,7 @@ def check_headers(root, command):
 CHECKS = {
     "includes": check_includes,
     "lists": check_lists,
+    "names": check_names,
     "licence": check_licence,
     "format": check_format,
     "links": check_links,

@@ -240,6 +240,19 @@ class Lists(SampleTree):
         self.expect(checktree.check_lists(self.root), "pattern")
 
 
+class Names(SampleTree):
+    def test_good_names(self):
+        self.write("tests/view/tst_tarnview.cpp", "class Fake {};\nclass TestTarnView : public A\n")
+        self.write("tests/view/viewtest.cpp", "class Other {};\n")
+        self.assertEqual(checktree.check_names(self.root), [])
+
+    def test_other_names(self):
+        for name in ("TarnViewTest", "tst_TarnView", "TestView", "testtarnview"):
+            with self.subTest(name=name):
+                self.write("tests/view/tst_tarnview.cpp", f"class {name} : public A\n")
+                self.expect(checktree.check_names(self.root), "tests/view/tst_tarnview.cpp")
+
+
 class Licence(SampleTree):
     def setUp(self):
         super().setUp()
