@@ -37,8 +37,8 @@ bool readConnection(TokenReader *reader, Connections *connections)
     return !isEmpty;
 }
 
-/// At the parenthesis; ends behind the closing one. Elements are ".name", ".name(...)", ".*" or
-/// anything else, which counts by its position.
+/// At the opening parenthesis; ends after the closing one. An element is ".name", ".name(...)",
+/// ".*", or anything else, which counts by its position.
 Connections readConnections(TokenReader *reader)
 {
     Connections result;
@@ -122,8 +122,8 @@ bool readInstances(TokenReader *reader, int text, Instantiation *instantiation)
 
 } // namespace
 
-/// NAME #(PARAMETERS) INSTANCE [RANGE] (PINS), ... ; Of a primitive, strengths in parentheses may
-/// stand in front of its delays.
+/// NAME #(PARAMETERS) INSTANCE [RANGE] (PINS), ... ; A primitive may have strengths in parentheses
+/// before its delays.
 bool readInstantiation(TokenReader *reader, int text, Instantiation *instantiation)
 {
     const Token module = reader->token();

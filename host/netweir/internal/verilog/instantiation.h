@@ -19,11 +19,12 @@ struct Instantiation
     TextLine first;
     TextLine last;
     QByteArrayList instances;  ///< Their names.
-    QByteArrayList parameters; ///< Those set by name.
-    QByteArrayList pins;       ///< Those connected by name, in any of the instances.
-    QVector<TextRange> ranges; ///< Those of arrays of instances, brackets included.
+    QByteArrayList parameters; ///< Parameters that are set by name.
+    QByteArrayList pins;       ///< Pins that are connected by name in any of the instances.
+    QVector<TextRange> ranges; ///< Ranges of arrays of instances, with their brackets.
     TextLine multidimensional; ///< Where an array with several ranges is, if there is one.
-    /// Where instances without a name begin, at their parenthesis. Only primitives have such.
+    /// The opening parentheses of instances without a name. Only primitives can have such
+    /// instances.
     QVector<int> unnamed;
     /// "#(...)" and, of a primitive, its strengths.
     QVector<TextRange> values;
@@ -31,14 +32,14 @@ struct Instantiation
     int positionalPins = 0;
     /// Within a generate block that may be left out.
     bool conditional = false;
-    /// Without a list of connections. It may as well be the declaration of a variable, unless a
-    /// module of that name exists.
+    /// There is no list of connections. Then it may also be the declaration of a variable, unless a
+    /// module has that name.
     bool bare = false;
 };
 
-/// Reads an instantiation that may begin with the identifier at @p reader, up to the semicolon.
-/// False, with the reader where the text stops looking like one, when it is something else. Leaves
-/// the semicolon and Instantiation::conditional to the caller. @p text is the number of the text.
+/// Reads an instantiation that may begin with the identifier at @p reader, up to the semicolon. If
+/// it is something else, returns false with the reader at the first token that does not fit. The
+/// caller handles the semicolon and Instantiation::conditional. @p text is the number of the text.
 bool readInstantiation(TokenReader *reader, int text, Instantiation *instantiation);
 
 } // namespace NETWEIR::Internal

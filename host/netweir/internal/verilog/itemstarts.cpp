@@ -10,7 +10,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// What @p keyword begins, if that has an end keyword and can be left out.
+/// The kind of item that @p keyword begins, if the item has an end keyword and can be left out.
 std::optional<TextItem::Kind> regionKind(Keyword keyword)
 {
     switch (keyword) {
@@ -190,7 +190,7 @@ void ItemScanner::scanAssertion()
         m_reader.advance();
 }
 
-/// In front of "clocking" it belongs to that item, in front of "disable" it begins one.
+/// Before "clocking" it belongs to that item; before "disable" it begins an item.
 void ItemScanner::scanDefault()
 {
     const Token next = m_reader.following();
@@ -203,7 +203,7 @@ void ItemScanner::scanDefault()
     advance();
 }
 
-/// A word in front of the keyword of a region.
+/// A word before the keyword of a region.
 void ItemScanner::scanFront()
 {
     keepFront();
@@ -225,7 +225,7 @@ void ItemScanner::scanRegion(TextItem::Kind kind)
     m_regions.append(m_starts.size() - 1);
 }
 
-/// "default clocking NAME;" names a block, everything else that begins so is one.
+/// "default clocking NAME;" refers to a block; any other text that begins this way is a block.
 bool ItemScanner::isClockingBlock() const
 {
     TokenReader ahead = m_reader;

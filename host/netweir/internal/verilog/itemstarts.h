@@ -10,7 +10,7 @@
 
 namespace NETWEIR::Internal {
 
-/// The beginning of an item. The item has an end only when it has an end keyword.
+/// The beginning of an item. Only an item with an end keyword has an end.
 struct ItemStart
 {
     TextItem item;

@@ -8,8 +8,8 @@
 
 namespace NETWEIR::Internal {
 
-/// The keywords that the scans act on, some for a group of words. All others are Other: they only
-/// have to be told from identifiers.
+/// The keywords that matter to the scans, some for a group of words. All other keywords are Other,
+/// to tell them from identifiers.
 enum class Keyword {
     None,
     Other,
@@ -71,10 +71,10 @@ enum class Keyword {
     Virtual,
 };
 
-/// The keyword that @p word is in one of the two languages; None for an identifier.
+/// The keyword @p word in either language; None for an identifier.
 Keyword keywordOf(std::string_view word, bool systemVerilog);
 
-/// The keyword that ends what @p keyword begins; None when it needs no end of its own.
+/// The end keyword for @p keyword; None when it has none.
 Keyword endOf(Keyword keyword);
 
 /// Whether SystemVerilog reserves @p word and Verilog does not.

@@ -9,7 +9,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// The end of something that was skipped already or never began.
+/// An end without a begin, or the end of something that was skipped.
 bool isStrayEnd(const Token &token)
 {
     switch (token.keyword) {
@@ -48,8 +48,8 @@ DesignUnit::Kind unitKind(Keyword keyword)
     }
 }
 
-/// Walks over the items of units. Nested units and generate blocks are kept on stacks of its own,
-/// so that no text can exhaust the program's.
+/// Walks over the items of units. Nested units and generate blocks are kept on explicit stacks, so
+/// no text can exhaust the stack of the program.
 class Scanner
 {
 public:
@@ -133,7 +133,7 @@ void Scanner::scanItem()
     }
 }
 
-/// What has an end keyword of its own or can stand outside of modules too.
+/// Handles items that have an end keyword or may be outside of modules.
 bool Scanner::scanRegion()
 {
     const Keyword keyword = token().keyword;
@@ -180,7 +180,8 @@ bool Scanner::scanRegion()
     return true;
 }
 
-/// What decides which items are generated, and how often. False for another keyword.
+/// Handles keywords that decide which items are generated, and how often. False for another
+/// keyword.
 bool Scanner::scanGenerate()
 {
     switch (token().keyword) {
@@ -321,11 +322,11 @@ bool Scanner::isConditional() const
     return m_branch || (!blocks.isEmpty() && blocks.last() == Conditional);
 }
 
-/// An identifier at the beginning of an item: an instantiation, or one of the many other things
-/// that begin with an identifier.
+/// An identifier at the beginning of an item: an instantiation, or another item that begins with an
+/// identifier.
 void Scanner::scanInstantiation()
 {
-    if (m_reader.following().is(':')) { // A label; what it labels follows.
+    if (m_reader.following().is(':')) { // A label; the labelled item follows.
         m_reader.advance();
         m_reader.advance();
         return;
@@ -420,8 +421,8 @@ void Scanner::skipVirtual()
         m_reader.skipToSemicolon();
 }
 
-/// The end of an item of unknown kind, or of the label of a generated case: a colon that belongs to
-/// no conditional expression.
+/// The end of an item of unknown kind, or of the label of a generate case: a colon that does not
+/// belong to a conditional expression.
 void Scanner::skipToSemicolonOrLabel()
 {
     bool mayBeLabel = true;
@@ -455,7 +456,7 @@ void Scanner::skipClass()
     }
 }
 
-/// "default clocking NAME;" refers to a block, everything else that begins so is one.
+/// "default clocking NAME;" refers to a block; any other text that begins this way is a block.
 void Scanner::skipClocking()
 {
     bool hasEvent = false;

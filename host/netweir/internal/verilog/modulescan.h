@@ -27,27 +27,26 @@ struct DesignUnit
     QByteArray name;
     Kind kind = Module;
     TextLine line;
-    bool nested = false;  ///< Declared within another unit and visible there only.
-    bool library = false; ///< Of a library file: counts only when the sources define no such unit.
+    bool nested = false;  ///< Declared in another unit and visible only there.
+    bool library = false; ///< From a library file: counts only if no source defines the unit.
     QVector<Instantiation> instantiations;
     QVector<Defparam> defparams;
-    /// Every name in what switches of both directions ("tran" and its relatives) and aliases
-    /// connect.
+    /// All names in the connections of bidirectional switches ("tran" and the like) and aliases.
     QByteArrayList tiedNets;
 };
 
-/// What a text defines and instantiates, each in the order of the text.
+/// The units and instantiations of a text, in the order of the text.
 struct ModuleScan
 {
     QVector<DesignUnit> units;
     QVector<Instantiation> bindings; ///< Instantiations by bind statements.
-    bool balanced = true;            ///< Each unit ends and each end has its unit.
+    bool balanced = true;            ///< Each unit has an end, and each end a unit.
 };
 
-/// Finds the modules in preprocessed Verilog text and what they instantiate, branches that are not
-/// generated included. No parser: of the language it knows where statements begin and end. Any text
-/// is accepted, time and memory are linear in it. Appends to @p result; @p index is the text's
-/// number in the lines noted there.
+/// Finds the modules and their instantiations in preprocessed Verilog text, including those in
+/// branches that are not generated. It is not a parser: it only knows where statements begin and
+/// end. Accepts any text; time and memory are linear. Appends to @p result, in whose lines @p index
+/// is the number of the text.
 void scanModules(const QByteArray &text, int index, bool systemVerilog, ModuleScan *result);
 
 } // namespace NETWEIR::Internal

@@ -32,8 +32,8 @@ private:
     QHash<QByteArray, int> m_indexes;
 };
 
-/// Walks over all tokens of a text. Bodies of modules, classes and functions are passed over; what
-/// they use is noted on the way.
+/// Walks over all tokens of a text. Skips the bodies of modules, classes and functions, but records
+/// their uses.
 class ScopeScanner
 {
 public:
@@ -100,7 +100,7 @@ void ScopeScanner::advance()
     noteTypeParameter();
 }
 
-/// "type A = ..., B = ..."; what more is noted does no harm.
+/// "type A = ..., B = ..."; recording too many names does no harm.
 void ScopeScanner::noteTypeParameter()
 {
     if (token().kind == Token::Identifier &&
@@ -156,8 +156,8 @@ void ScopeScanner::scanInterface()
         passUnit(Keyword::Interface);
 }
 
-/// What all texts behind see, unless it stands in a package: a class, with "virtual" or "interface"
-/// in front, a type or an import. The other words that count as "extern" declare nothing.
+/// Something that all later texts see unless it is in a package: a class, perhaps after "virtual"
+/// or "interface", a type or an import. The other words that count as "extern" declare nothing.
 void ScopeScanner::scanShared()
 {
     const Token first = token();
@@ -182,7 +182,7 @@ void ScopeScanner::openBlock()
     block().range = {token().offset, token().offset};
 }
 
-/// At the first token of something that all texts behind see, unless it stands in a package.
+/// At the first token of something that all later texts see, unless it is in a package.
 void ScopeScanner::openShared()
 {
     if (m_inPackage || m_inUnit)
@@ -191,7 +191,7 @@ void ScopeScanner::openShared()
     m_inShared = true;
 }
 
-/// At the semicolon or behind the end.
+/// At the semicolon or after the end.
 void ScopeScanner::closeShared()
 {
     if (!m_inShared)
@@ -218,7 +218,7 @@ void ScopeScanner::openPackage()
     m_inPackage = true;
 }
 
-/// Behind the end keyword.
+/// After the end keyword.
 void ScopeScanner::closePackage()
 {
     if (token().is(':')) {
@@ -300,7 +300,7 @@ void ScopeScanner::noteUse(const Token &token)
         m_ownUses.add(&m_result.uses, use);
 }
 
-/// Up to the end of a module or one of its relatives. Modules nest; "extern module" has no end.
+/// Up to the end of a module or a similar unit. Modules nest; "extern module" has no end.
 void ScopeScanner::passUnit(Keyword opening)
 {
     if (m_previous.is(Keyword::Extern)) {

@@ -20,8 +20,8 @@ struct PackageUse
     bool imported = false; ///< Here or later.
 };
 
-/// What other texts may need of a text: a package, or a type or import outside of packages and
-/// modules, which all texts behind see.
+/// A block that other texts may need: a package, or a type or import outside of packages and
+/// modules, which all later texts see.
 struct ScopeBlock
 {
     QByteArray package; ///< Its name; null for types and imports.
@@ -29,31 +29,31 @@ struct ScopeBlock
     int line = 0;
     QSet<QByteArray> types;
     QVector<PackageUse> uses; ///< One for each package.
-    /// What an import brings, a null name for all that is in the package.
+    /// The imported names; a null name stands for everything in the package.
     QVector<QPair<QByteArray, QByteArray>> imports;
 };
 
-/// What a text declares for others, and what it needs of others. Types are the names that a parser
-/// has to know before they are used: those of type definitions and classes.
+/// The declarations of a text for other texts, and its uses of theirs. Types are names that a
+/// parser must know before their use: type definitions and classes.
 struct TextScopes
 {
     QVector<ScopeBlock> blocks;
     QVector<PackageUse> uses; ///< Outside of blocks, one for each package.
-    QSet<QByteArray> types;   ///< All that are declared in the text, type parameters too.
+    QSet<QByteArray> types;   ///< All types declared in the text, including type parameters.
 };
 
-/// Finds packages, types and their uses in preprocessed text. Directives may change the language
-/// within it. No parser: any text is accepted, time and memory are linear in it.
+/// Finds packages, types and their uses in preprocessed text. Directives in the text may change the
+/// language. It is not a parser: it accepts any text, and time and memory are linear.
 TextScopes scanScopes(const QByteArray &text, bool systemVerilog);
 
-/// A name and where it stands in a text.
+/// A name and its place in a text.
 struct NameMention
 {
     QByteArray name;
     int offset = 0;
 };
 
-/// Where the text mentions @p names without a scope, in the order of the text.
+/// The places in the text that mention @p names without a scope, in order.
 QVector<NameMention> mentionsOf(const QSet<QByteArray> &names, const QByteArray &text);
 
 } // namespace NETWEIR::Internal

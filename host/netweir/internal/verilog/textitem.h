@@ -8,10 +8,10 @@
 
 namespace NETWEIR::Internal {
 
-/// A part of a text without which the rest can be read.
+/// A part of a text that can be left out without affecting the syntax of the rest.
 struct TextItem
 {
-    /// In the order in which items are given up: what is no hardware comes first.
+    /// In the order in which items are left out: items that are not hardware come first.
     enum Kind {
         Assertion,
         Property,
@@ -23,11 +23,11 @@ struct TextItem
         Constraint, ///< Of a class.
         Config,
         Class,
-        Statement, ///< Uses one of those above.
+        Statement, ///< A statement that uses one of those above.
         Process,
         Module,     ///< Or a program.
-        Assignment, ///< A continuous one, where the module around it has to stay.
-        OtherUnit   ///< An interface, for which nothing can stand in.
+        Assignment, ///< A continuous assignment in a module that has to stay.
+        OtherUnit   ///< An interface, which nothing can replace.
     };
 
     bool isVerification() const { return kind <= Statement; }
@@ -35,9 +35,10 @@ struct TextItem
     Kind kind = OtherUnit;
     TextRange range;
     int line = 0;
-    int keyword = 0; ///< Offset of the word that it begins with, labels and attributes apart.
-    QByteArray name; ///< What it declares, if anything.
-    QByteArray unit; ///< The module around it, or its own name if it is one; empty outside.
+    int keyword = 0; ///< Offset of its first word after labels and attributes.
+    QByteArray name; ///< The name that it declares, if any.
+    QByteArray unit; ///< The module that contains it, or its own name for a module; empty outside
+                     ///< of modules.
 };
 
 } // namespace NETWEIR::Internal

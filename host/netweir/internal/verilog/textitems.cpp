@@ -15,10 +15,11 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Assertions within assertions are rare: only so many beginnings in front of a position are tried.
+/// Nested assertions are rare, so only this many beginnings before a position are tried.
 constexpr int MostNested = 8;
 
-/// Items whose end is looked for, but for processes and assignments.
+/// Whether the end of the item, which has no end keyword, must be searched. Not for processes and
+/// assignments.
 bool hasEndByStatement(const TextItem &item)
 {
     return item.kind == TextItem::Assertion || item.kind == TextItem::Let ||
@@ -31,7 +32,7 @@ bool isRegionKind(const TextItem &item)
     return item.kind < TextItem::Statement && item.range.end > 0;
 }
 
-/// In the order in which items are given up.
+/// In the order in which items are left out.
 void sortInnermostFirst(QVector<TextItem> *items)
 {
     const auto rankOf = [](const TextItem &item) {
@@ -152,7 +153,8 @@ QVector<TextItem> TextItems::usersOf(const QVector<TextItem> &declared) const
     return result;
 }
 
-/// What uses @p declared by its name, which is the token to be read next. An empty range for none.
+/// The item that uses @p declared by its name, which is the next token. An empty range when there
+/// is none.
 TextItem TextItems::userAt(const TokenReader &reader, const Token &previous,
                            const TextItem &declared) const
 {
@@ -173,8 +175,8 @@ TextItem TextItems::userAt(const TokenReader &reader, const Token &previous,
     return user == items.end() ? TextItem() : *user;
 }
 
-/// The statement or declaration that begins with the token to be read next. Its name is the one
-/// that it declares.
+/// The statement or declaration that begins with the next token. Its name is the name that it
+/// declares.
 TextItem TextItems::statementAt(TokenReader reader, const Token &previous) const
 {
     TextItem statement;
@@ -196,7 +198,7 @@ TextItem TextItems::statementAt(TokenReader reader, const Token &previous) const
 QVector<WrittenName> TextItems::writtenBy(const TextItem &item) const
 {
     TextItem writer = item;
-    if (item.kind == TextItem::Assertion) { // What it asserts writes nothing.
+    if (item.kind == TextItem::Assertion) { // The asserted property writes nothing.
         TokenReader reader(tokensOf(item));
         while (!reader.atEnd() && !reader.token().is('('))
             reader.advance();

@@ -13,27 +13,27 @@ namespace NETWEIR::Internal {
 
 class TokenReader;
 
-/// The items of a preprocessed text that can be left out on their own. Any text is accepted; the
-/// ends of items are looked for when they are asked for.
+/// The items of a preprocessed text that can be left out individually. Accepts any text. Searches
+/// the end of an item only when it is needed.
 class TextItems
 {
 public:
     TextItems(const QByteArray &text, bool systemVerilog);
 
-    /// The items around a position, in the order in which they are given up.
+    /// The items around a position, in the order in which they are left out.
     QVector<TextItem> around(int line, int column) const;
     int offsetOf(int line, int column) const;
 
-    /// The items that use any of @p declared, which are left out, as far as they can be left out as
-    /// well. One pass over the text.
+    /// The items that use any of @p declared, names that are left out, and can be left out
+    /// themselves. One pass over the text.
     QVector<TextItem> usersOf(const QVector<TextItem> &declared) const;
 
-    /// What the process @p item may write, or the statements behind an assertion: the left sides of
-    /// assignments and the arguments of tasks, but for variables of its own.
+    /// The names that the process @p item, or the statements of an assertion, may write: the left
+    /// sides of assignments and the arguments of tasks, except local variables.
     QVector<WrittenName> writtenBy(const TextItem &item) const;
 
-    /// True when @p item has a word for what the elaborator's grammar does not know at all, so that
-    /// it takes it for a fault of the source.
+    /// True when @p item contains a keyword that the grammar of the elaborator lacks, which it
+    /// reports as a syntax error.
     bool isBeyondGrammar(const TextItem &item) const;
 
 private:
@@ -47,7 +47,7 @@ private:
     QByteArray m_text;
     bool m_systemVerilog;
     QVector<ItemStart> m_starts;
-    QVector<int> m_lines; ///< Where each line begins.
+    QVector<int> m_lines; ///< Offsets of the lines.
 };
 
 } // namespace NETWEIR::Internal

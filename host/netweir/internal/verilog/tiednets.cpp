@@ -8,7 +8,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// At the parenthesis; ends behind the closing one. The first two terminals are the connected ones.
+/// At the opening parenthesis; ends after the closing one. The first two terminals are connected.
 void readTerminals(TokenReader *reader, QByteArrayList *names)
 {
     int depth = 0;

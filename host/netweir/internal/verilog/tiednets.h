@@ -8,8 +8,8 @@ namespace NETWEIR::Internal {
 
 class TokenReader;
 
-/// At the keyword "tran" or one of its relatives: adds every name in what the switches connect to
-/// @p names. Ends behind the semicolon.
+/// At the keyword "tran" or a similar one: adds all names in the connections of the switches to @p
+/// names. Ends after the semicolon.
 void readSwitches(TokenReader *reader, QByteArrayList *names);
 
 /// The same at the keyword "alias".

@@ -106,12 +106,12 @@ bool TokenReader::skipConstraint()
     return true;
 }
 
-/// It ends with the semicolon or the end keyword that leaves nothing open, unless an else of its
-/// own follows.
+/// The statement ends with the semicolon or end keyword that leaves nothing open, unless its else
+/// follows.
 bool TokenReader::skipStatement()
 {
     int depth = 0;
-    int ifs = 0; // Those that may still have an else; within blocks they do not matter.
+    int ifs = 0; // Number of ifs that may still have an else; those in blocks do not matter.
     Token previous;
     while (!atUnitEnd()) {
         if (opensGroup(m_token)) {

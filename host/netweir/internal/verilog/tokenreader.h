@@ -6,8 +6,8 @@
 
 namespace NETWEIR::Internal {
 
-/// Looks one token ahead and knows where the last one ended. Groups are what stands in brackets of
-/// any kind. Nothing skips the end of a module, but for advance().
+/// Reads tokens with one token of look-ahead and knows the end of the last one. A group is text in
+/// brackets of any kind. Only advance() skips the end of a module.
 class TokenReader
 {
 public:
@@ -22,7 +22,7 @@ public:
     /// At the end of the text or of a unit.
     bool atUnitEnd() const { return atEnd() || endsUnit(m_token); }
     bool atAttribute() const { return m_token.is('(') && following().is('*'); }
-    /// Offset behind the token in front of this one.
+    /// End offset of the previous token.
     int end() const { return m_end; }
 
     void advance();

@@ -137,15 +137,15 @@ std::string_view VerilogTokens::takeLine()
     return {begin, size_t(m_at - begin)};
 }
 
-/// A word behind a backtick. The arguments of those directives that have some are skipped too: they
-/// are no part of the design.
+/// A word after a backtick. Arguments of directives are skipped too, because they do not belong to
+/// the design.
 void VerilogTokens::skipDirective()
 {
     ++m_at;
     if (atEnd() || !isWordStart(*m_at))
         return;
     const std::string_view directive = takeWord();
-    if (directive == "timescale") { // Other text may follow in the same line.
+    if (directive == "timescale") { // Other text may follow on the same line.
         if (skipTime())
             skipTime();
     } else if (directive == "begin_keywords") {
@@ -158,7 +158,7 @@ void VerilogTokens::skipDirective()
     }
 }
 
-/// "1ns" or "1 ns", also behind the slash between unit and precision. False for anything else.
+/// "1ns" or "1 ns", also after the slash between unit and precision. False for anything else.
 bool VerilogTokens::skipTime()
 {
     while (!atEnd() && (isBlankInLine(*m_at) || *m_at == '/'))
@@ -203,7 +203,7 @@ void VerilogTokens::skipString()
         ++m_at;
 }
 
-/// 'hFF, 'sd12, '0; also "' h FF" as the base and the digits may stand apart.
+/// 'hFF, 'sd12, '0; also "' h FF", because blanks may separate base and digits.
 void VerilogTokens::skipBasedNumber()
 {
     ++m_at;

@@ -12,21 +12,21 @@
 
 namespace NETWEIR::Internal {
 
-/// Splits preprocessed Verilog text into tokens. Skips comments, strings' contents and directives.
-/// Any text is accepted; each byte is looked at a constant number of times.
+/// Splits preprocessed Verilog text into tokens. Skips comments, the contents of strings, and
+/// directives. Accepts any text and reads each byte a constant number of times.
 ///
 /// Copying saves the position.
 class VerilogTokens
 {
 public:
     VerilogTokens(const QByteArray &text, bool systemVerilog);
-    /// The tokens of a range. Offsets count from the beginning of @p text, lines from that of the
-    /// range.
+    /// The tokens of a range. Offsets count from the beginning of @p text, lines from the beginning
+    /// of the range.
     VerilogTokens(const QByteArray &text, bool systemVerilog, const TextRange &range);
 
     Token next();
 
-    /// The offset behind the last token.
+    /// The end offset of the last token.
     int position() const { return int(m_at - m_text); }
 
 private:

@@ -33,7 +33,7 @@ bool mayPrecedeStatement(const Token &token)
     return token.is(';') || token.is(':') || token.is(')');
 }
 
-/// What an assignment has behind its left side: = <= += <<= ++ and the like, but no comparison.
+/// The operator of an assignment: = <= += <<= ++ and the like, but not a comparison.
 bool isAssigned(TokenReader reader)
 {
     QByteArray sign;
@@ -48,7 +48,7 @@ bool isAssigned(TokenReader reader)
     return !isEqual && sign != ">=" && (sign.endsWith('=') || sign == "++" || sign == "--");
 }
 
-/// Walks over statements; at each beginning of one it looks for a left side.
+/// Walks over statements. At the beginning of each it looks for a left side.
 class WriteScanner
 {
 public:
@@ -119,7 +119,7 @@ void WriteScanner::scanBeginning()
     }
 }
 
-/// ++ and -- in front of a name.
+/// ++ and -- before a name.
 void WriteScanner::scanIncrement()
 {
     const bool isTwice = m_reader.following().is(token().punctuation);
@@ -197,7 +197,7 @@ WrittenName WriteScanner::takeTarget()
         target.name = toBytes(token().text);
         target.left = -1;
         target.right = -1;
-        hasIndex = true; // Of a member no index is understood.
+        hasIndex = true; // The index of a member is not used.
         m_reader.advance();
     }
     return target;
@@ -272,7 +272,7 @@ void WriteScanner::scanDeclaration()
     }
 }
 
-/// ( ... ), or what an event control or a delay has instead.
+/// ( ... ), or its equivalent in an event control or a delay.
 void WriteScanner::skipControl()
 {
     while (token().is('@') || token().is('#'))
@@ -292,13 +292,13 @@ void WriteScanner::skipControl()
     }
 }
 
-/// The rest of an assignment, up to the next one in a list, the semicolon or the end of a loop's
+/// The rest of an assignment, up to the next one in a list, the semicolon or the end of a loop
 /// head.
 void WriteScanner::skipExpression()
 {
     while (!m_reader.atEnd() && !token().is(';') && !token().is(',') && !closesGroup(token())) {
         if (token().kind == Token::Reserved && !token().is(Keyword::Other))
-            break; // A statement without a semicolon is broken off.
+            break; // A statement without a semicolon ends here.
         m_reader.advanceOverGroup();
     }
     if (token().is(';') || token().is(',') || closesGroup(token()))

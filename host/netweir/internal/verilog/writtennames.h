@@ -9,18 +9,19 @@ namespace NETWEIR::Internal {
 
 class VerilogTokens;
 
-/// What a process assigns to.
+/// A name that a process assigns to.
 struct WrittenName
 {
     QByteArray name; ///< The last component.
-    QByteArray path; ///< Those in front of it, joined with '.'.
-    /// The only index or range behind the name when it is a plain number, otherwise negative.
+    QByteArray path; ///< The other components, joined with '.'.
+    /// The index or range after the name if it is the only one and a plain number, otherwise
+    /// negative.
     int left = -1;
     int right = -1;
 };
 
-/// What the procedural statements in @p tokens may write, in the order of the text: the left sides
-/// of assignments and the arguments of tasks, but for variables that the statements declare.
+/// The names that the procedural statements in @p tokens may write, in order: the left sides of
+/// assignments and the arguments of tasks, except variables that the statements declare.
 QVector<WrittenName> writtenNames(const VerilogTokens &tokens);
 
 } // namespace NETWEIR::Internal

@@ -10,7 +10,8 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Decodes the escape at the beginning of @p text and returns its length, 0 when there is none.
+/// Decodes the escape sequence at the beginning of @p text and returns its length, 0 when there is
+/// none.
 std::size_t decodeEscape(std::string_view text, char *decoded)
 {
     struct Escape

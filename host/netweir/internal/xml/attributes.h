@@ -11,25 +11,25 @@
 
 namespace NETWEIR::Internal {
 
-/// Begins the names of positional pins, and of ports whose entry in the list is empty.
+/// Prefix for the names of positional pins and of ports with an empty entry in the port list.
 constexpr std::string_view PinNumber = "__pinNumber";
 
 /// The user's spelling of a name in the elaborator's own encoding: "a__02fb" is "a/b",
 /// "g__BRA__0__KET__" is "g[0]".
 QString decodedName(std::string_view encoded);
 
-/// The value of a "const" element such as 32'sh8; nothing when it has unknown bits, is no integer
+/// The value of a "const" element such as 32'sh8; none when it has unknown bits, is not an integer
 /// or does not fit.
 std::optional<qint64> constantValue(const pugi::xml_node &constant);
 
-/// The value of a constant that stands for an index in a declared range, which is a 32-bit number
-/// with sign whatever its text says.
+/// The value of a constant index in a declared range, which is a signed 32-bit number regardless of
+/// its text.
 std::optional<int> rangeBound(const pugi::xml_node &constant);
 
-/// Both bounds of the "range" child of @p node, left then right.
+/// The left and the right bound of the "range" child of @p node.
 std::optional<std::pair<int, int>> declaredRange(const pugi::xml_node &node);
 
-/// Shorthand for the text of an attribute, empty when it is missing. Lives as long as the document.
+/// The text of an attribute, empty when it is missing. Valid as long as the document.
 inline std::string_view attribute(const pugi::xml_node &node, const char *name)
 {
     return node.attribute(name).value();

@@ -26,8 +26,8 @@ Symbol Definition::find(int scope, std::string_view name) const
     return {};
 }
 
-/// Put together only where a name is needed: the names of all scopes of a deep nest would take
-/// memory by the square of its depth.
+/// Built only when a name is needed: storing the names of all nested scopes would take memory with
+/// the square of the depth.
 QString Definition::prefixOf(int scope) const
 {
     QStringList names;

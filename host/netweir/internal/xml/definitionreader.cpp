@@ -15,10 +15,11 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// What the elaborator appends to the name of an interface instance to name a reference to it.
+/// The suffix that the elaborator appends to the name of an interface instance for a reference to
+/// it.
 constexpr std::string_view InterfaceReference = "__Viftop";
 constexpr std::string_view ToolMadeName = "__V";
-/// Begins the names of registers for values of former cycles: $past(), $rose() and the like.
+/// Prefix for registers with values of former cycles: $past(), $rose() and the like.
 constexpr std::string_view FormerValue = "_Vpast_";
 bool endsWith(std::string_view text, std::string_view ending)
 {
@@ -46,9 +47,9 @@ bool isOfInterface(const pugi::xml_node &variable)
     return attribute(variable, "vartype") == "ifaceref";
 }
 
-/// A continuous assignment of a constant is written as an "initial" at the end of the module, even
-/// when its target is in a generate scope; the variable then holds the constant as well. All parts
-/// of such an element have one location, which those of a user's never do.
+/// The XML has a continuous assignment of a constant as an "initial" at the end of the module, even
+/// if its target is in a generate scope; the variable then also has the constant. All parts of this
+/// element have the same location, unlike an "initial" of the user.
 bool isMovedAssignment(const pugi::xml_node &initial)
 {
     const pugi::xml_node assignment = initial.first_child();
@@ -57,8 +58,8 @@ bool isMovedAssignment(const pugi::xml_node &initial)
            attribute(initial, "loc") == attribute(assignment, "loc");
 }
 
-/// A net declared as "supply0" or "supply1" is written as an assignment whose parts all have the
-/// location of the declaration.
+/// The XML has a "supply0" or "supply1" net as an assignment whose parts all have the location of
+/// the declaration.
 bool isSupplyAssignment(const pugi::xml_node &assignment)
 {
     const pugi::xml_node value = assignment.first_child();
@@ -68,8 +69,8 @@ bool isSupplyAssignment(const pugi::xml_node &assignment)
            attribute(value.next_sibling(), "loc") == location;
 }
 
-/// The name by which instances refer to the definition. The XML has it decoded only, where two
-/// different ones may look the same; the part behind the source name is never encoded.
+/// The name by which instances refer to the definition. The XML has it only in decoded form, in
+/// which different names may look the same. The part after the source name is never encoded.
 std::string rawNameOf(const pugi::xml_node &node)
 {
     const std::string_view encoded = attribute(node, "origName");
@@ -192,7 +193,7 @@ DefinitionReader::Tag DefinitionReader::tagOf(std::string_view name)
     return found == tags.end() ? Tag::Other : found->second;
 }
 
-/// Takes note of @p node; true when its children are to be looked at too.
+/// Records @p node. True when its children have to be visited.
 bool DefinitionReader::enter(const pugi::xml_node &node)
 {
     const Tag tag = tagOf(node.name());
@@ -205,8 +206,8 @@ bool DefinitionReader::enter(const pugi::xml_node &node)
     return tag != Tag::Modport && tag != Tag::Pull && tag != Tag::Skipped && tag != Tag::Variable;
 }
 
-/// The element behind @p node and all within it, in the order of the document; null at the end.
-/// Closes levels on the way up.
+/// The next element after @p node and its contents, in document order; null at the end. Closes
+/// levels on the way up.
 pugi::xml_node DefinitionReader::leave(pugi::xml_node node)
 {
     for (; node != m_definition->node; node = node.parent()) {
@@ -218,7 +219,7 @@ pugi::xml_node DefinitionReader::leave(pugi::xml_node node)
     return {};
 }
 
-/// What opens a level or gives something a name.
+/// Handles elements that open a level or declare a name.
 void DefinitionReader::declare(Tag tag, const pugi::xml_node &node)
 {
     switch (tag) {
@@ -241,7 +242,7 @@ void DefinitionReader::declare(Tag tag, const pugi::xml_node &node)
     }
 }
 
-/// What writes to something, or reaches an array by a computed index.
+/// Handles elements that write, or that access an array with a computed index.
 void DefinitionReader::use(Tag tag, const pugi::xml_node &node)
 {
     switch (tag) {
@@ -281,7 +282,7 @@ void DefinitionReader::enterBlock(const pugi::xml_node &node)
     const std::string_view name = attribute(node, "name");
     if (name.empty())
         return;
-    // A loop leaves an empty block of its own name beside those of its rounds.
+    // A loop leaves an empty block with its name beside the blocks of its rounds.
     scope().symbols.emplace(name, Symbol{Symbol::Kind::Scope, countOf(m_definition->scopes)});
     openScope(node, m_sources.nameOf(node) + QLatin1Char('.'), false);
 }
@@ -315,7 +316,7 @@ void DefinitionReader::addVariable(const pugi::xml_node &node)
     m_definition->variables.push_back(std::move(variable));
 }
 
-/// The elaborator declares a reference to each interface instance: another name for it.
+/// The elaborator declares a reference to each interface instance, which is another name for it.
 bool DefinitionReader::isInterfaceReference(const pugi::xml_node &node)
 {
     if (!isOfInterface(node) || !endsWith(attribute(node, "origName"), InterfaceReference))
@@ -383,11 +384,11 @@ void DefinitionReader::addModport(const pugi::xml_node &node)
     }
 }
 
-/// The right side comes first.
+/// The right side comes first in the XML.
 void DefinitionReader::addAssignment(const pugi::xml_node &node)
 {
     const pugi::xml_node value = node.first_child();
-    // What a clocking block samples is no driver.
+    // A clocking block only samples and does not drive.
     if (is(value, "sampled"))
         return;
     const pugi::xml_node target = value.next_sibling();
@@ -396,7 +397,7 @@ void DefinitionReader::addAssignment(const pugi::xml_node &node)
         m_definition->supplies.push_back({target, level().scope});
 }
 
-/// The constant of an input may be a default as well; the assignment tells them apart.
+/// The constant of an input may be its default value instead; the assignment tells which.
 void DefinitionReader::addConstantInput(const pugi::xml_node &assignment)
 {
     const Symbol symbol = m_definition->find(0, attribute(assignment.last_child(), "name"));
@@ -413,7 +414,8 @@ void DefinitionReader::addWrite(const pugi::xml_node &lvalue)
         m_definition->writes.push_back({lvalue, level().scope});
 }
 
-/// Interface ports carry no number of their own: they take the ones that the others leave free.
+/// Interface ports have no numbers in the XML. They get the numbers that the other ports leave
+/// free.
 void DefinitionReader::numberPorts()
 {
     std::vector<int> &ports = m_definition->ports;
@@ -441,8 +443,8 @@ void DefinitionReader::numberPorts()
     }
 }
 
-/// A genvar is written like a variable of type "integer". The source tells them apart; where it
-/// cannot be read, one that nothing refers to is taken for a genvar, since nothing would be lost.
+/// In the XML a genvar looks like a variable of type "integer"; the source tells which it is. If
+/// the source cannot be read, an unused one counts as a genvar, so nothing is lost.
 bool DefinitionReader::isGenvar(const pugi::xml_node &node) const
 {
     constexpr int LinesBack = 50;

@@ -9,27 +9,26 @@ namespace NETWEIR::Internal {
 class SourceTexts;
 class TypeTable;
 
-/// The definitions of a design by their raw names, which are views into them.
+/// The definitions of a design by raw name. The keys are views into the definitions.
 using DefinitionNames = std::unordered_map<std::string_view, const Definition *>;
 
-/// Fills a definition from its element of the XML: a single walk over the elements within, without
-/// recursion. Lives as long as the walk; owns nothing.
+/// Reads a definition from its XML element in one walk without recursion. Owns nothing.
 class DefinitionReader
 {
 public:
-    /// Sets what can be said of the definition at @p node without its contents: names and role.
+    /// Sets the heading of the definition at @p node: names and role.
     static void readHeading(const pugi::xml_node &node, const ReadOptions &options,
                             const SourceTexts &sources, Definition *definition);
 
-    /// The headings of all definitions in @p names have to be read before.
+    /// The headings of all definitions in @p names must already be read.
     DefinitionReader(const TypeTable &types, const SourceTexts &sources,
                      const DefinitionNames &names, Definition *definition);
 
-    /// Sets all but the heading.
+    /// Sets everything except the heading.
     void read(const ReadOptions &options);
 
 private:
-    /// An element whose names live in a scope of their own, or in which declarations are local.
+    /// An element that is a scope for names, or in which declarations are local.
     struct Level
     {
         pugi::xml_node node;

@@ -15,7 +15,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Arguments of a routine in order, true for those that it writes.
+/// The arguments of a routine in order: true if the routine writes it.
 std::vector<bool> argumentsOf(const pugi::xml_node &routine)
 {
     std::vector<bool> arguments;
@@ -58,7 +58,7 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
     return sortBottomUp(error);
 }
 
-/// A name that a package and the module share means the one of the package behind "::" only.
+/// A name that both a package and the module have means that of the package only after "::".
 bool ElaboratedDesign::isToPackage(const Reference &reference) const
 {
     return m_packageVariables.count(reference.name()) > 0 &&
@@ -73,8 +73,8 @@ std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definitio
     if (symbol.kind == Symbol::Kind::Routine)
         return argumentsOf(itemAt(definition.routines, symbol.index));
 
-    // A routine of a package, an interface or another instance: only its name is known. Where
-    // several have it, an argument counts as written when any writes it.
+    // Of a routine in a package, an interface or another instance only the name is known. If
+    // several routines have the name, an argument counts as written when any of them writes it.
     std::vector<bool> written;
     const auto [first, last] = m_routines.equal_range(name);
     for (auto routine = first; routine != last; ++routine) {
@@ -118,7 +118,7 @@ void ElaboratedDesign::readDefinitions(const ReadOptions &options)
     }
 }
 
-/// False when there is none. A top that wraps the design has it as its only instance.
+/// False when there is none. A wrapper has the top of the design as its only instance.
 bool ElaboratedDesign::findTop(bool isWrapped)
 {
     const auto isTop = [](const auto &definition) {

@@ -12,37 +12,37 @@
 
 namespace NETWEIR::Internal {
 
-/// Everything that the XML says once, whatever is instantiated how often: types, definitions and
-/// the routines of packages.
+/// The parts of the XML that do not depend on the number of instances: types, definitions and the
+/// routines of packages.
 ///
-/// Owns the definitions, which do not change after read(), and refers into the document, which has
-/// to outlive it. Time and memory are linear in the document.
+/// Owns the definitions, which do not change after read(). Refers to the document, which must
+/// outlive this object. Time and memory are linear in the document.
 class ElaboratedDesign
 {
 public:
-    /// False when @p document is not of the expected form; @p error then says why. Relative names
-    /// of source files count from @p folder.
+    /// False when @p document does not have the expected form; @p error then says why. Relative
+    /// names of source files start in @p folder.
     bool read(const pugi::xml_document &document, const ReadOptions &options, const QString &folder,
               QString *error);
 
     const TypeTable &types() const { return m_types; }
     const Definition &top() const { return *m_top; }
 
-    /// A default value for each definition, to be found under the number of that definition.
+    /// One default value per definition, indexed by the number of the definition.
     template <typename T>
     std::vector<T> listByDefinition() const
     {
         return std::vector<T>(m_definitions.size());
     }
 
-    /// The top and the definitions that it reaches, each after all that it instantiates.
+    /// The top and all definitions below it, each after the definitions that it instantiates.
     const std::vector<const Definition *> &bottomUp() const { return m_bottomUp; }
 
     /// True when @p reference, made in a module, names a variable of a package.
     bool isToPackage(const Reference &reference) const;
 
-    /// For each argument of the routine that @p call in @p definition calls, in order, whether it
-    /// is written. Empty when the routine is unknown.
+    /// Whether the routine that @p call in @p definition calls writes each of its arguments, in
+    /// order. Empty for an unknown routine.
     std::vector<bool> writtenArguments(const Definition &definition, const Occurrence &call) const;
 
 private:

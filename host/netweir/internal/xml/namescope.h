@@ -9,25 +9,26 @@
 
 namespace NETWEIR::Internal {
 
-/// What a name means within a scope of a definition.
+/// The meaning of a name in a scope of a definition.
 struct Symbol
 {
     enum class Kind { None, Variable, Instance, Scope, Routine };
 
     Kind kind = Kind::None;
-    int index = -1; ///< Among the items of that kind in the definition.
+    int index = -1; ///< Index among the items of that kind in the definition.
 };
 
-/// A naming level of a definition: itself, a generate scope, or a block with variables of its own.
+/// A scope of names in a definition: the definition itself, a generate scope, or a block with local
+/// variables.
 ///
-/// The names are views into the document, which has to outlive them.
+/// The names are views into the document, which must outlive them.
 struct NameScope
 {
     int parent = -1;
-    QString name; ///< What it adds to the names within, as "g[0]."; empty for blocks.
+    QString name; ///< Prefix for the names in it, such as "g[0]."; empty for blocks.
     std::unordered_map<std::string_view, Symbol> symbols;
 
-    /// What this scope alone holds under @p symbolName.
+    /// The symbol @p symbolName of this scope alone.
     Symbol find(std::string_view symbolName) const;
 };
 

@@ -12,15 +12,15 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// A selection that the elaborator adds has the location of its operand, one of a user's that of
-/// its bracket or dot.
+/// A selection that the elaborator adds has the location of its operand; a selection in the source
+/// has that of its bracket or dot.
 bool isAddedSelection(const pugi::xml_node &expression)
 {
     return is(expression, "sel") &&
            attribute(expression, "loc") == attribute(expression.first_child(), "loc");
 }
 
-/// What @p expression selects from; null when something but constants decides on the part.
+/// @p expression without its constant selections; null when another selection comes up.
 pugi::xml_node selectedFrom(pugi::xml_node expression)
 {
     while (true) {

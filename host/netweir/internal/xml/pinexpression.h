@@ -6,14 +6,15 @@
 
 namespace NETWEIR::Internal {
 
-/// What a user connected to a pin, without what fits it to the width of the pin.
+/// The expression that the user connected to a pin, without the elaborator's adaptation to the
+/// width of the pin.
 pugi::xml_node connectedPart(pugi::xml_node expression);
 
-/// True for what a port of any direction can be connected to: variables, parts of them that
-/// constants select, concatenations of these.
+/// True for an expression that can be connected to a port of any direction: variables, parts with
+/// constant selections, and concatenations of these.
 bool isConnectable(const pugi::xml_node &expression);
 
-/// A part select of a concatenation, which only widths that do not match lead to.
+/// A part select of a concatenation, which occurs only with different widths.
 bool isSelectionOfParts(pugi::xml_node expression);
 
 } // namespace NETWEIR::Internal

@@ -13,33 +13,33 @@
 
 namespace NETWEIR::Internal {
 
-/// A target of an assignment that the elaborator was not given.
+/// A target of an assignment that is missing in the input of the elaborator.
 struct OmittedWrite
 {
     QString name;  ///< The last component.
-    QString path;  ///< Those in front of it, joined with '.'.
-    int left = -1; ///< Index or range behind a net's name, if that is known.
+    QString path;  ///< The other components, joined with '.'.
+    int left = -1; ///< Index or range after the name of a net, if it is known.
     int right = -1;
 };
 
-/// What the reader has to know of a design beyond the elaborated XML itself.
+/// Facts about a design that are not in the elaborated XML.
 struct ReadOptions
 {
-    /// The top of the XML is no part of the design: its only instance is the top module.
+    /// The top of the XML does not belong to the design: its only instance is the top module.
     bool topIsWrapped = false;
-    /// Modules without a source, written as stubs: their pins have no known direction, so that
-    /// whatever they connect to counts as driven. They are no hierarchy nodes.
+    /// Modules without a source, given as stubs. The direction of their pins is unknown, so
+    /// everything connected to them counts as driven. They are not hierarchy nodes.
     QSet<QString> unknownModules;
-    /// Primitives of the device, whose pins have real directions. They are no hierarchy nodes
-    /// either.
+    /// Primitives of the device, whose pins have their real directions. They are not hierarchy
+    /// nodes either.
     QSet<QString> primitiveModules;
-    /// Names of nets by the source name of their module. They count as driven: switches of both
-    /// directions or aliases, which the XML does not hold, connect them to something.
+    /// Names of nets by the source name of their module. They count as driven, because
+    /// bidirectional switches or aliases, which are not in the XML, connect them.
     QHash<QString, QSet<QString>> tiedNets;
-    /// By the source name of the module they stand in. What they name counts as driven: the net, or
-    /// the bits of it, or one of an interface or an instance.
+    /// Omitted writes by the source name of their module. Their targets count as driven: nets,
+    /// bits, or nets of interfaces and instances.
     QHash<QString, QVector<OmittedWrite>> omittedWrites;
-    /// Reading ends soon after it became true. Null when nobody can cancel.
+    /// Reading ends soon after it becomes true. Null when there is no way to cancel.
     const std::atomic<bool> *cancelled = nullptr;
     int timeoutSeconds = 120;
     qint64 memoryLimit = ReadGuard::defaultMemoryLimit(); ///< In bytes.

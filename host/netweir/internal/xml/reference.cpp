@@ -22,7 +22,7 @@ bool isReference(const pugi::xml_node &node)
     return is(node, "varref") || is(node, "varxref");
 }
 
-/// @p expression without the selections around it, which become the steps of @p reference.
+/// @p expression without its selections, which become the steps of @p reference.
 pugi::xml_node withoutSelections(pugi::xml_node expression, Reference *reference)
 {
     reference->steps.clear();

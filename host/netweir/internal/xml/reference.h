@@ -10,14 +10,14 @@
 
 namespace NETWEIR::Internal {
 
-/// An expression and the scope of the names in it. Refers into the document.
+/// An expression and the scope of its names. Refers to the document.
 struct Occurrence
 {
     pugi::xml_node node;
     int scope = 0;
 };
 
-/// A reference to a variable together with the selections around it. Refers into the document.
+/// A reference to a variable with the selections around it. Refers to the document.
 struct Reference
 {
     pugi::xml_node node;               ///< "varref" or "varxref".
@@ -26,15 +26,15 @@ struct Reference
 
     /// The name of the variable.
     std::string_view name() const;
-    /// Of a hierarchical reference, the names in front of it, joined with '.'.
+    /// The names before it in a hierarchical reference, joined with '.'.
     std::string_view path() const;
     bool isHierarchical() const;
-    /// No selection depends on anything but constants.
+    /// All selections are constant.
     bool isConstant() const;
 };
 
-/// Calls @p visit for every variable that @p target, the left side of an assignment or something
-/// connected to an output, writes: the parts of concatenations from the most significant on.
+/// Calls @p visit for each variable that @p target writes. @p target is the left side of an
+/// assignment or the connection of an output. Parts of concatenations come most significant first.
 void forEachReference(const Occurrence &target,
                       const std::function<void(const Reference &)> &visit);
 

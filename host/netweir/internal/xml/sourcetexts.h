@@ -13,23 +13,23 @@
 
 namespace NETWEIR::Internal {
 
-/// What marks a name that the elaborator cut.
+/// The mark in a name that the elaborator has cut.
 constexpr std::string_view HashedName = "__Vhsh";
 
-/// The source text behind the locations of the XML, for the few facts that the elaborator does not
-/// write down. Files are read when first asked for and kept; a missing file has no text.
+/// The source texts for the locations in the XML, for facts that are not in the XML. A file is read
+/// at its first use and kept; a missing file has no text.
 class SourceTexts
 {
 public:
-    /// @p files is the "files" element; relative names count from @p folder.
+    /// @p files is the "files" element; relative names start in @p folder.
     void setFiles(const pugi::xml_node &files, const QString &folder);
 
-    /// The name of @p node as the user wrote it, without the backslash of an escaped one; of a
-    /// module without the parameter values that the elaborator adds. Names of more than 127
-    /// characters are cut and hashed in the XML; the source has them whole.
+    /// The name of @p node in the source, without the backslash of an escaped name and, for a
+    /// module, without the parameter values that the elaborator adds. The XML cuts and hashes names
+    /// of more than 127 characters; the source has the full name.
     QString nameOf(const pugi::xml_node &node) const;
 
-    /// The text that the location "file,line,column,line,column" spans, within one line.
+    /// The text at the location "file,line,column,line,column", within one line.
     QByteArray textAt(std::string_view location) const;
 
     /// At most @p lines lines of text before the location, up to its first character.
@@ -50,7 +50,7 @@ private:
 
     QString m_folder;
     QHash<QByteArray, QString> m_paths;
-    mutable QHash<QByteArray, QList<QByteArray>> m_lines; ///< Of the files read so far.
+    mutable QHash<QByteArray, QList<QByteArray>> m_lines; ///< Lines of the files read so far.
 };
 
 } // namespace NETWEIR::Internal

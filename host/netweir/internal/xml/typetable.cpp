@@ -49,7 +49,7 @@ std::vector<int> partsOf(const DataType &type)
 
 void TypeTable::read(const pugi::xml_node &typeTable)
 {
-    m_types.emplace_back(); // What is unknown is opaque.
+    m_types.emplace_back(); // Unknown types are opaque.
     for (const pugi::xml_node &node : typeTable.children()) {
         const std::string_view id = attribute(node, "id");
         if (!id.empty()) {
@@ -129,8 +129,8 @@ int TypeTable::resolved(int type) const
     return at(type).kind == Kind::Alias ? 0 : type;
 }
 
-/// Sets width, depth and holdsUnpackedArray of the type and of all within. A type that contains
-/// itself, or is nested beyond all use, is cut off as opaque.
+/// Sets width, depth and holdsUnpackedArray of the type and its nested types. A type that contains
+/// itself, or that is nested too deeply, becomes opaque.
 void TypeTable::measure(int index, std::vector<char> *state)
 {
     enum State : char { New, Open, Done };

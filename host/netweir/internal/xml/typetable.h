@@ -14,11 +14,11 @@
 
 namespace NETWEIR::Internal {
 
-/// A data type as the netlist needs it: how its values lie in bits.
+/// A data type, reduced to the layout of its bits.
 ///
-/// All types, unpacked ones included, are laid out in one row of bits: the first member and the
-/// leftmost element are the most significant. What holds no bits (real, string, event, class,
-/// dynamic arrays) is Opaque and takes one place.
+/// All types, including unpacked ones, have a sequence of bits, in which the first member and the
+/// leftmost element are the most significant. A type without bits (real, string, event, class,
+/// dynamic array) is Opaque and takes one bit.
 struct DataType
 {
     enum class Kind { Vector, PackedArray, UnpackedArray, Struct, Union, Interface, Opaque, Alias };
@@ -32,17 +32,17 @@ struct DataType
     qint64 elements() const { return qAbs(qint64(left) - right) + 1; }
 
     Kind kind = Kind::Opaque;
-    bool ranged = false; ///< A vector with a range, even one of a single bit.
+    bool ranged = false; ///< A vector with a range, even if it has a single bit.
     bool isSigned = false;
-    bool isIntegerKeyword = false; ///< Declared as "integer", as genvars seem to be.
+    bool isIntegerKeyword = false; ///< Declared as "integer", like genvars in the XML.
     bool holdsUnpackedArray = false;
     int left = 0;
     int right = 0;
-    int element = -1; ///< Of arrays, and what an alias stands for.
+    int element = -1; ///< Type of the elements of an array, or target of an alias.
     std::vector<Member> members;
-    std::string_view modport; ///< Of an interface port.
+    std::string_view modport; ///< Modport of an interface port.
     qint64 width = 1;
-    int depth = 0; ///< Levels of types within.
+    int depth = 0; ///< Levels of nested types.
 };
 
 /// The type table of the elaborated design. Aliases are resolved on reading.
@@ -53,7 +53,7 @@ public:
 
     const DataType &at(int type) const { return itemAt(m_types, type); }
 
-    /// The type that the attribute "dtype_id" of @p node names; an opaque one when it is unknown.
+    /// The type of the attribute "dtype_id" of @p node; an opaque type when it is unknown.
     int typeOf(const pugi::xml_node &node, const char *attributeName = "dtype_id") const;
 
     /// The interface type of an interface port or of an array of them, null for other types.

@@ -10,22 +10,22 @@ namespace NETWEIR::Internal {
 
 enum class Direction { None, Input, Output, Inout, Ref };
 
-/// A variable, net, port or parameter as a definition declares it.
+/// A variable, net, port or parameter of a definition.
 ///
-/// A value that refers into the document. Its address stands for it in later steps, as definitions
-/// no longer change then.
+/// Refers to the document. Later steps identify variables by their address, because definitions do
+/// not change any more.
 struct Variable
 {
-    QString name; ///< Within its scope.
+    QString name; ///< Name within its scope.
     pugi::xml_node node;
     int scope = 0;
     int type = 0;
     Direction direction = Direction::None;
-    int pinNumber = 0;  ///< Of a port, from 1.
+    int pinNumber = 0;  ///< Number of the port, from 1.
     bool isNet = false; ///< Appears in the netlist; locals, parameters, genvars do not.
     bool isInterfacePort = false;
     bool isDrivenByConstant = false;
-    bool isTied = false; ///< Connected by something that the XML does not hold.
+    bool isTied = false; ///< Connected by something that is not in the XML.
 };
 
 } // namespace NETWEIR::Internal

@@ -15,10 +15,11 @@ namespace NETWEIR::Internal {
 namespace {
 
 constexpr qint64 Megabyte = 1024 * 1024;
-constexpr qint64 LargestFile = 2000 * Megabyte; ///< Bound by the size of a QByteArray.
+constexpr qint64 LargestFile = 2000 * Megabyte; ///< Limited by the size of a QByteArray.
 
-/// The elements of a document take many times the memory of its text, so parsing stops for the
-/// guard too. Other threads, and other users of the XML library, get memory as ever.
+/// The elements of a document take many times the memory of its text, so the guard also checks
+/// allocations of the parser. Allocations by other threads and other users of the XML library are
+/// not affected.
 void *allocate(std::size_t size)
 {
     constexpr std::size_t BytesOfWork = 512;

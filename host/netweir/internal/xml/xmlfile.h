@@ -9,13 +9,13 @@
 
 namespace NETWEIR::Internal {
 
-/// A file that the elaborator wrote, parsed in place. Owns the text and the document in it, which
-/// takes many times the memory of the text.
+/// An output file of the elaborator, parsed in place. Owns the text and the document, which takes
+/// many times the memory of the text.
 class XmlFile
 {
 public:
     /// False when the file cannot be read, is larger than @p largest bytes or is not well-formed;
-    /// @p error then says what and where.
+    /// @p error then says why and where.
     bool read(const QString &path, qint64 largest, QString *error);
 
     const pugi::xml_document &document() const { return m_document; }
