@@ -9,23 +9,23 @@ namespace NETWEIR::Internal {
 
 class ElaboratedDesign;
 
-/// Finds the bits that the references within one definition take of its own nets. Owns no more than
-/// the loops that it has met.
+/// Finds the bits of a definition's own nets that its references select. Owns only the loops that
+/// it has visited.
 class BitLocator
 {
 public:
-    /// All have to outlive this.
+    /// All arguments must outlive this object.
     BitLocator(const ElaboratedDesign &design, const Layout &layout,
                const PlacedDefinition &placed);
 
-    /// The net that a plain reference names; null for locals, constants and variables of packages.
+    /// The net of a plain reference; null for local variables, constants and variables of packages.
     const PlacedVariable *netOf(const Reference &reference) const;
 
-    /// The bits that a plain reference takes; an empty range where it names no net.
+    /// The bits of a plain reference; an empty range when it does not name a net.
     BitRange bitsOf(const Reference &reference) const;
 
-    /// Calls @p visit with the bits that a plain reference takes, round by round of the loops
-    /// around it; never where it names no net.
+    /// Calls @p visit with the bits of a plain reference for each round of the loops around it.
+    /// Does not call it when the reference does not name a net.
     void forEachRound(const Reference &reference,
                       const std::function<void(const BitRange &)> &visit);
 
@@ -33,7 +33,7 @@ private:
     const ElaboratedDesign &m_design;
     const Layout &m_layout;
     const PlacedDefinition &m_placed;
-    const IndexEvaluator m_indexes; ///< With no variable known.
+    const IndexEvaluator m_indexes; ///< Without known variables.
     CountingLoops m_loops;
 };
 

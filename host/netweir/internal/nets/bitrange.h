@@ -8,8 +8,8 @@
 
 namespace NETWEIR::Internal {
 
-/// Bits of a definition: [low, low + width) and every step further up to [high, high + width), as
-/// far as they lie before end. A value.
+/// Bits of a definition: the ranges [low, low + width), [low + step, low + step + width), ... up to
+/// [high, high + width), cut off at end.
 struct BitRange
 {
     qint64 low = 0;
@@ -19,7 +19,7 @@ struct BitRange
     qint64 end = 0;
 };
 
-/// Calls @p visit for every bit of @p range once, in rising order.
+/// Calls @p visit once for every bit of @p range, in rising order.
 template <typename Visit>
 void forEachBit(BitRange range, const Visit &visit)
 {

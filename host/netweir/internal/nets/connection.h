@@ -8,24 +8,24 @@
 
 namespace NETWEIR::Internal {
 
-/// Part of what is connected to a port, seen from the side of the instance.
+/// A part of the connection of a port.
 struct Segment
 {
     enum class Kind { Own, Elsewhere, Driven };
 
     Kind kind = Kind::Driven;
-    int reference = -1; ///< Elsewhere: among the references of the definition to other nodes.
-    qint64 bit = 0;     ///< Own: the first bit of the definition.
+    int reference = -1; ///< Elsewhere: index in the references to other nodes.
+    qint64 bit = 0;     ///< Own: the first bit in the definition.
     qint64 width = 0;
 };
 
-/// A port through which the nets of an instance depend on those of its parent. A value.
+/// A port through which the nets of an instance depend on the nets of its parent.
 struct Connection
 {
     int item = 0;                  ///< The instance or array of instances.
     int port = 0;                  ///< The variable in its definition.
-    qint64 width = 0;              ///< Of all segments.
-    std::vector<Segment> segments; ///< From the least significant on.
+    qint64 width = 0;              ///< Sum of the segments.
+    std::vector<Segment> segments; ///< Least significant first.
 
     void add(const Segment &segment)
     {

@@ -38,7 +38,7 @@ Connection ConnectionBuilder::connect(int item, int port, const Occurrence &expr
     return connection;
 }
 
-/// Adds what @p part refers to. The rest of its width counts as driven.
+/// Adds the bits of @p part. The rest of its width counts as driven.
 void ConnectionBuilder::addPart(const Occurrence &part, Connection *connection)
 {
     const qint64 end = connection->width + m_types.at(m_types.typeOf(part.node)).width;

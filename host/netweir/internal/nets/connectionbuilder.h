@@ -11,12 +11,13 @@ namespace NETWEIR::Internal {
 class BitLocator;
 class TypeTable;
 
-/// Divides what a definition connects to the ports of its instances into segments. Linear in the
-/// expressions; nothing recurses.
+/// Divides the connections of the instances' ports in a definition into segments. Linear in the
+/// expressions and without recursion.
 class ConnectionBuilder
 {
 public:
-    /// All have to outlive this. References to other nodes are appended to @p elsewhere.
+    /// All arguments must outlive this object. References to other nodes are appended to @p
+    /// elsewhere.
     ConnectionBuilder(const TypeTable &types, const BitLocator &bits,
                       std::vector<Reference> *elsewhere);
 

@@ -24,7 +24,7 @@ CountingLoops::CountingLoops(const Definition &definition, const TypeTable &type
 void CountingLoops::forEachRound(const Occurrence &reference, const Visit &visit)
 {
     const Nest nest = nestAround(reference);
-    // Counted first, so that a nest of too many rounds is visited once instead of half.
+    // Counted first, so that loops with too many rounds are visited once and not partly.
     if (nest.empty() || !run(nest, [](const IndexEvaluator &) {}))
         visit(m_indexes);
     else
@@ -55,8 +55,8 @@ const CountingLoops::Loop &CountingLoops::loopAt(const pugi::xml_node &loop, int
     return m_loops.emplace(loop.hash_value(), readLoop(loop, scope)).first->second;
 }
 
-/// A "while" holds four blocks: preparation, condition, body and step. The start value is assigned
-/// right before it.
+/// A "while" element has four blocks: preparation, condition, body and step. The assignment of the
+/// start value precedes it.
 CountingLoops::Loop CountingLoops::readLoop(const pugi::xml_node &node, int scope) const
 {
     const pugi::xml_node condition = node.first_child().next_sibling();
@@ -72,8 +72,8 @@ CountingLoops::Loop CountingLoops::readLoop(const pugi::xml_node &node, int scop
     return {variable, scope, start.first_child(), condition.first_child(), step.first_child()};
 }
 
-/// Looks at the name alone: a variable of the same name in an inner block makes the loop one that
-/// does not count, at worst.
+/// Compares only the name: at worst a variable with the same name in an inner block makes the loop
+/// a non-counting one.
 bool CountingLoops::isAssignedWithin(const pugi::xml_node &body, int variable) const
 {
     const std::string_view name = attribute(itemAt(m_definition.variables, variable).node, "name");
@@ -85,7 +85,7 @@ bool CountingLoops::isAssignedWithin(const pugi::xml_node &body, int variable) c
     return bool(assignment);
 }
 
-/// False when a loop does not count in known steps or there are too many rounds.
+/// False when a loop does not count in known steps, or when there are too many rounds.
 bool CountingLoops::run(const Nest &nest, const Visit &visit) const
 {
     Pass pass{nest, visit, m_indexes};

@@ -10,19 +10,19 @@
 
 namespace NETWEIR::Internal {
 
-/// Goes through the rounds of the counting loops of one definition: "while" elements with one
-/// variable that is set before them, compared in the condition and counted in the step, all in
-/// known numbers. Refers to the definition and its types.
+/// Iterates over the rounds of the counting loops of a definition: "while" elements with a variable
+/// that is set before the loop, compared in the condition and counted in the step, all with known
+/// numbers. Refers to the definition and its types.
 class CountingLoops
 {
 public:
-    /// Gets the values of the loop variables in one round. They change after the call.
+    /// Receives the values of the loop variables in one round. They change after the call.
     using Visit = std::function<void(const IndexEvaluator &round)>;
 
     CountingLoops(const Definition &definition, const TypeTable &types);
 
-    /// Runs @p visit for every round of the counting loops around @p reference, outer loops first.
-    /// Runs it once with nothing known when there are no such loops or more than 4096 rounds.
+    /// Calls @p visit for every round of the counting loops around @p reference, outer loops first.
+    /// Calls it once without known values when there are no such loops or more than 4096 rounds.
     void forEachRound(const Occurrence &reference, const Visit &visit);
 
 private:
@@ -36,7 +36,7 @@ private:
     };
     using Nest = std::vector<const Loop *>; ///< Outermost first.
 
-    /// One way through the rounds of a nest.
+    /// One pass through the rounds of nested loops.
     struct Pass
     {
         const Nest &nest;
@@ -53,8 +53,8 @@ private:
     static bool runLevel(int level, Pass *pass);
 
     const Definition &m_definition;
-    IndexEvaluator m_indexes;                      ///< With nothing known.
-    std::unordered_map<std::size_t, Loop> m_loops; ///< By the hash of their elements.
+    IndexEvaluator m_indexes;                      ///< Without known values.
+    std::unordered_map<std::size_t, Loop> m_loops; ///< Loops by the hash of their elements.
 };
 
 } // namespace NETWEIR::Internal

@@ -131,13 +131,14 @@ void DefinitionMarker::markPin(int item, const pugi::xml_node &pin)
         markPort(item, port, expression);
 }
 
-/// What the instance drives outwards is a write; what may come from outside is a connection.
+/// Ports that the instance drives are writes; ports that may be driven from outside are
+/// connections.
 void DefinitionMarker::markPort(int item, int port, const Occurrence &expression)
 {
     const Definition &inner = *itemAt(m_definition.instances, item).definition;
     const Variable &variable = itemAt(inner.variables, port);
     if (variable.isInterfacePort)
-        return; // Bound to an instance already.
+        return; // Already bound to an instance.
     const bool isTwoWay =
         variable.direction == Direction::Inout || variable.direction == Direction::Ref;
     if (variable.direction == Direction::Output || (isTwoWay && !inner.isNode())) {
@@ -149,9 +150,9 @@ void DefinitionMarker::markPort(int item, int port, const Occurrence &expression
     }
 }
 
-/// A port of both directions that the instance drives from within is a driver here, and so is an
-/// input that the instance writes to. What only may drive, such as a pin of an unknown module, does
-/// not count behind an input.
+/// A bidirectional port that the instance drives is a driver here, and so is an input that the
+/// instance writes. Something that only may drive, such as a pin of an unknown module, does not
+/// count through an input.
 void DefinitionMarker::markDrivenWithin(const Connection &connection)
 {
     const Definition &inner = *itemAt(m_definition.instances, connection.item).definition;

@@ -10,15 +10,16 @@ namespace NETWEIR::Internal {
 struct Definition;
 struct InstanceItem;
 
-/// Marks what drives the nets of a definition from within, once for all its instances: assignments,
-/// outputs of routines and instances, pins of stubs. What needs an instance to be known is listed:
-/// writes to other nodes and connections of ports.
+/// Marks the drivers inside a definition, once for all its instances: assignments, outputs of
+/// routines and instances, pins of stubs. Lists everything that depends on the instance: writes to
+/// other nodes and connections of ports.
 ///
-/// Lives as long as the marking of one definition. Time is linear in its elements and bits.
+/// Used for one definition. Time is linear in its elements and bits.
 class DefinitionMarker
 {
 public:
-    /// All have to outlive this. @p marked, by number, holds the definitions of all instances.
+    /// All arguments must outlive this object. @p marked contains the definitions of all instances
+    /// by number.
     DefinitionMarker(const ElaboratedDesign &design, const Layout &layout,
                      const std::vector<MarkedDefinition> &marked, const PlacedDefinition &placed);
 
@@ -44,7 +45,7 @@ private:
     MarkedDefinition m_result;
 };
 
-/// Marks all definitions of @p design. Both lists are by number.
+/// Marks all definitions of @p design. Both lists are indexed by the number of the definition.
 std::vector<MarkedDefinition> markDefinitions(const ElaboratedDesign &design, const Layout &layout,
                                               const std::vector<PlacedDefinition> &placed);
 

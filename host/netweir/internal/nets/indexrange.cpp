@@ -10,7 +10,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-constexpr qint64 WidestIndex = 39; ///< In bits; wider values reach IndexLimit.
+constexpr qint64 WidestIndex = 39; ///< In bits; wider values exceed IndexLimit.
 constexpr qint64 LargestFactor = 65536;
 
 std::optional<IndexRange> sum(const IndexRange &a, const IndexRange &b)
@@ -33,7 +33,8 @@ std::optional<IndexRange> product(const IndexRange &a, const IndexRange &b)
     return IndexRange{other.low * by, other.high * by, other.step * by};
 }
 
-/// The calculations below are known for values that are not negative and one single operand.
+/// The calculations below are known only for non-negative values and one operand with a single
+/// value.
 bool isKnown(const IndexRange &values, const IndexRange &operand, qint64 least,
              qint64 most = IndexLimit)
 {

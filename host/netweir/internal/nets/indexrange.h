@@ -9,8 +9,8 @@
 
 namespace NETWEIR::Internal {
 
-/// Values that an index expression can take: low, low + step, ... up to high. A step of 0 stands
-/// for one single value.
+/// The possible values of an index expression: low, low + step, ... up to high. With a step of 0
+/// there is one value.
 struct IndexRange
 {
     qint64 low = 0;
@@ -25,30 +25,30 @@ struct IndexRange
     static IndexRange ofWidth(qint64 width, bool isSigned);
 };
 
-/// Values of this size lie far beyond every index, and far from overflow.
+/// Far larger than every index and far from an overflow.
 constexpr qint64 IndexLimit = qint64(1) << 40;
 
-/// The part of @p range within IndexLimit. Of a range that lies beyond it, nothing is known but the
-/// step.
+/// The part of @p range within IndexLimit. For a range outside of it only the step is known.
 IndexRange bounded(const IndexRange &range);
 
 /// The lowest @p width bits of the values.
 IndexRange truncated(const IndexRange &range, qint64 width);
 
-/// What a calculation of @p width bits can give. A single value is left alone: in a loop it lies
-/// out of range where the source says so, since the elaborator cuts every index to its vector.
+/// The possible results of a calculation with @p width bits. Keeps a single value: in a loop it is
+/// out of range only if the source says so, because the elaborator cuts every index to the width of
+/// its vector.
 IndexRange wrapped(const IndexRange &range, qint64 width);
 
-/// A range that holds the values of both.
+/// A range that contains the values of both.
 IndexRange united(const IndexRange &a, const IndexRange &b);
 
 IndexRange operator+(const IndexRange &a, const IndexRange &b);
 
-/// Gives the results for all values of both operands; nothing when they are not known.
+/// Calculates the results for all values of both operands; nothing when they are not known.
 using IndexCalculation = std::optional<IndexRange> (*)(const IndexRange &a, const IndexRange &b);
 
-/// The calculation that elements of the name @p operation, such as "add", stand for. Null for other
-/// elements. The result may exceed IndexLimit, which none of the operands may.
+/// The calculation for elements with the name @p operation, such as "add"; null for other elements.
+/// The result may exceed IndexLimit, the operands may not.
 IndexCalculation calculationOf(std::string_view operation);
 
 /// The result of @p comparison, the name of an element such as "lt". Nothing for other elements.

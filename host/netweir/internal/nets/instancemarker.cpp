@@ -33,7 +33,7 @@ void InstanceMarker::mark()
     for (const InterfaceBinding &binding : m_sources.bindings.all())
         markModports(binding);
     // Parents come first. Interfaces come before their siblings, whose ports may be connected to
-    // members of them.
+    // their members.
     for (int instance = 0; instance < instances; ++instance) {
         ReadGuard::check();
         markConnections(instance, true);
@@ -41,7 +41,7 @@ void InstanceMarker::mark()
     }
 }
 
-/// Whatever a port of the top brings in is driven from outside.
+/// Inputs of the top are driven from outside.
 void InstanceMarker::markTopPorts()
 {
     for (const PlacedVariable &placed : definitionOf(0).placed->variables) {
@@ -70,7 +70,7 @@ void InstanceMarker::markOmittedElsewhere(int instance)
     }
 }
 
-/// What a modport gives as an output is driven by the instance that has the port.
+/// The instance with the port drives the outputs of its modport.
 void InstanceMarker::markModports(const InterfaceBinding &binding)
 {
     ReadGuard::check();
@@ -110,12 +110,12 @@ void InstanceMarker::markConnections(int instance, bool toInterfaces)
     }
 }
 
-/// The port of a child is driven where what it is connected to is.
+/// The bits of a child's port are driven where the connected bits are driven.
 void InstanceMarker::markConnection(int instance, const Connection &connection, int child)
 {
     const PlacedVariable &port = variableOf(child, connection.port);
     const qint64 count = m_sources.tree.itemOf(child).count();
-    qint64 first = 0; // Of an array, each instance gets its part.
+    qint64 first = 0; // Each instance of an array gets its part.
     if (connection.width == port.width * count)
         first = (count - 1 - m_sources.tree.at(child).position) * port.width;
     else if (connection.width != port.width)
@@ -150,7 +150,7 @@ const quint8 *InstanceMarker::marksOf(int instance, const Segment &segment) cons
                                             : nullptr;
 }
 
-/// The bits that a hierarchical reference in @p instance takes.
+/// The bits of a hierarchical reference in @p instance.
 InstanceMarker::Target InstanceMarker::targetOf(int instance, const Reference &reference) const
 {
     const InstanceVariable net =

@@ -22,13 +22,14 @@ struct Reference;
 struct Segment;
 
 /// Completes the marks of the instances: ports of the top, writes to other nodes, modports, and
-/// what instances get from their parents through ports.
+/// drivers that reach instances through their ports.
 ///
-/// Lives as long as the marking of one design. Time is linear in the instances and their bits.
+/// Used for one design. Time is linear in the instances and their bits.
 class InstanceMarker
 {
 public:
-    /// What is known before; all of it has to outlive this. @p marked is by number.
+    /// All arguments must outlive this object. @p marked is indexed by the number of the
+    /// definition.
     struct Sources
     {
         const ElaboratedDesign &design;
@@ -39,7 +40,7 @@ public:
         const std::vector<MarkedDefinition> &marked;
     };
 
-    /// @p marks holds what the definitions tell.
+    /// @p marks contains the marks of the definitions.
     InstanceMarker(const Sources &sources, InstanceMarks *marks);
 
     void mark();

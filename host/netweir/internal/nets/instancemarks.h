@@ -13,20 +13,20 @@ struct MarkedDefinition;
 
 /// The marks of all bits of all instances of a design.
 ///
-/// Takes a byte for each bit, which it owns, and finds those of an instance in one step.
+/// Owns one byte per bit. Finding the marks of an instance takes constant time.
 class InstanceMarks
 {
 public:
-    /// Gives each instance the marks of its definition; @p marked is by number. False when the
-    /// design has too many bits.
+    /// Gives each instance the marks of its definition. @p marked is indexed by the number of the
+    /// definition. False when the design has too many bits.
     bool fill(const InstanceTree &tree, const std::vector<MarkedDefinition> &marked);
 
-    /// The marks of an instance, of which @p bit is the first to be looked at.
+    /// The marks of an instance, from @p bit on.
     quint8 *at(int instance, qint64 bit = 0);
     const quint8 *at(int instance, qint64 bit = 0) const;
 
 private:
-    std::vector<qint64> m_first; ///< Of each instance, its first bit.
+    std::vector<qint64> m_first; ///< First bit of each instance.
     Marks m_marks;
 };
 

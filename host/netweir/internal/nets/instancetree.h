@@ -16,16 +16,16 @@ struct Instance
 {
     const Definition *definition = nullptr;
     int parent = -1;     ///< Negative for the top.
-    int item = -1;       ///< Among the instances in the parent's definition.
-    qint64 position = 0; ///< Within an array of instances, from the left.
+    int item = -1;       ///< Index among the instances in the definition of the parent.
+    qint64 position = 0; ///< Position in an array of instances, from the left.
     int firstChild = 0;
 };
 
-/// The instances of a design: the top first, each before its children, those of one parent side by
-/// side.
+/// The instances of a design: the top first, each instance before its children, and the children of
+/// an instance side by side.
 ///
-/// Owns the instances and refers to the definitions, which have to outlive it. Does not change once
-/// it is built. Time and memory are linear in the instances; nothing recurses.
+/// Owns the instances and refers to the definitions, which must outlive it. Does not change once it
+/// is built. Time and memory are linear in the instances, without recursion.
 class InstanceTree
 {
 public:
@@ -36,13 +36,13 @@ public:
     const Instance &at(int instance) const;
     const Definition &definitionOf(int instance) const { return *at(instance).definition; }
 
-    /// What the parent's definition says of an instance, which is not the top.
+    /// The item in the parent's definition of an instance other than the top.
     const InstanceItem &itemOf(int instance) const;
 
-    /// The child at @p position of that item of the definition; negative when there is none.
+    /// The child at @p position of the item; negative when there is none.
     int childOf(int instance, int item, qint64 position) const;
 
-    /// The name of an instance within its parent: "g[0].u[3]". Not for the top.
+    /// The name of an instance other than the top within its parent: "g[0].u[3]".
     QString nameOf(int instance) const;
 
 private:

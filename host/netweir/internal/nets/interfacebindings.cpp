@@ -45,7 +45,7 @@ bool isBefore(const InterfaceBinding &binding, int instance)
     return binding.instance < instance;
 }
 
-/// Binds one instance after the other; keeps the pins of all definitions for that long.
+/// Binds one instance after another. Keeps the pins of all definitions meanwhile.
 class InterfaceBinder
 {
 public:
@@ -76,7 +76,7 @@ private:
     const InstanceTree &m_tree;
     InterfaceBindings m_bindings;
     const PathResolver m_paths;
-    std::vector<std::vector<InterfacePin>> m_pins; ///< By the number of the definition.
+    std::vector<std::vector<InterfacePin>> m_pins; ///< Pins by the number of the definition.
 };
 
 void InterfaceBinder::bindPorts(int instance)
@@ -90,7 +90,7 @@ void InterfaceBinder::bindPorts(int instance)
         ReadGuard::check();
         std::vector<int> interfaces = interfacesOf(node.parent, pin->expression);
         const DataType &type = m_types.at(itemAt(node.definition->variables, pin->port).type);
-        // Each of an array of instances has its own of an array of interfaces.
+        // Each element of an array of instances has its own element of an array of interfaces.
         const bool isShared = type.kind == DataType::Kind::UnpackedArray ||
                               countOf(interfaces) != m_tree.itemOf(instance).count();
         if (!isShared)
@@ -99,7 +99,7 @@ void InterfaceBinder::bindPorts(int instance)
     }
 }
 
-/// The interface instances that an expression connected to an interface port names.
+/// The interface instances that an expression on an interface port names.
 std::vector<int> InterfaceBinder::interfacesOf(int instance, const Occurrence &expression) const
 {
     pugi::xml_node node = expression.node;
@@ -119,7 +119,7 @@ std::vector<int> InterfaceBinder::interfacesOf(int instance, const Occurrence &e
     std::vector<int> interfaces = elementsOf(owner, symbol);
     if (!element)
         return interfaces;
-    // Elements are counted from the lowest index on.
+    // Elements are counted from the lowest index.
     const qint64 position =
         isRising(definition, symbol) ? *element : countOf(interfaces) - 1 - *element;
     if (position < 0 || position >= countOf(interfaces))
@@ -127,7 +127,7 @@ std::vector<int> InterfaceBinder::interfacesOf(int instance, const Occurrence &e
     return {itemAt(interfaces, position)};
 }
 
-/// The elements of the array of interfaces, or of interface ports, that @p symbol stands for.
+/// The elements of the array of interfaces or interface ports with the name @p symbol.
 std::vector<int> InterfaceBinder::elementsOf(const InstanceScope &owner, const Symbol &symbol) const
 {
     std::vector<int> interfaces;
@@ -143,7 +143,7 @@ std::vector<int> InterfaceBinder::elementsOf(const InstanceScope &owner, const S
     return interfaces;
 }
 
-/// True when the leftmost element of what @p symbol stands for has the lowest index.
+/// True when the leftmost element of @p symbol has the lowest index.
 bool InterfaceBinder::isRising(const Definition &definition, const Symbol &symbol) const
 {
     if (symbol.kind == Symbol::Kind::Instance) {

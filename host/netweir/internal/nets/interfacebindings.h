@@ -9,25 +9,24 @@ namespace NETWEIR::Internal {
 class ElaboratedDesign;
 class InstanceTree;
 
-/// What an interface port of an instance is bound to.
+/// The interfaces to which an interface port of an instance is bound.
 struct InterfaceBinding
 {
     int instance = 0;
     int port = 0;                ///< The variable in the definition of the instance.
-    std::vector<int> interfaces; ///< From the left; one for a port that is no array.
+    std::vector<int> interfaces; ///< From the left; one interface for a port that is not an array.
 };
 
-/// The interface ports of a design and the interface instances that they stand for.
+/// The interface ports of a design and the interface instances to which they are bound.
 ///
-/// Owns the bindings, which take memory for each interface port of each instance. A lookup is a
-/// binary search.
+/// Owns the bindings, one per interface port and instance. A look-up is a binary search.
 class InterfaceBindings
 {
 public:
-    /// Instances have to come in rising order.
+    /// Instances must be added in rising order.
     void add(InterfaceBinding binding);
 
-    /// Null when that port is not bound.
+    /// Null when the port is not bound.
     const std::vector<int> *find(int instance, int port) const;
 
     /// In the order of the instances.
@@ -37,7 +36,7 @@ private:
     std::vector<InterfaceBinding> m_bindings;
 };
 
-/// Binds the interface ports of all instances, from the top on down.
+/// Binds the interface ports of all instances, from the top down.
 InterfaceBindings bindInterfaces(const ElaboratedDesign &design, const InstanceTree &tree);
 
 } // namespace NETWEIR::Internal

@@ -8,16 +8,16 @@
 
 namespace NETWEIR::Internal {
 
-/// What is known of a bit: the two exclusion marks and what leads to them, as bits of one number.
+/// The facts about a bit, as flags: the two exclusion marks and the reasons for them.
 enum Mark : quint8 {
     MarkIn = 1,
     MarkOut = 2,
     MarkBoth = MarkIn | MarkOut,
-    MarkWritten = 4, ///< Something is known to drive it: through an input that drives outwards too.
+    MarkWritten = 4, ///< Known to be driven, even from inside through an input.
     MarkDriver = MarkOut | MarkWritten,
 };
 
-/// A combination of marks for each of a row of bits.
+/// A combination of marks per bit.
 using Marks = std::vector<quint8>;
 
 } // namespace NETWEIR::Internal

@@ -12,18 +12,18 @@ namespace NETWEIR::Internal {
 
 struct PlacedDefinition;
 
-/// What drives the nets of a definition from within, for all its instances at once, and what only
-/// an instance can tell.
+/// The drivers inside a definition, which are the same for all its instances, and everything that
+/// depends on the instance.
 ///
-/// Made by DefinitionMarker and constant from then on. Refers to the definition with its bits and
-/// into the document, which both have to outlive it; takes a byte for each bit.
+/// Created by DefinitionMarker and constant afterwards. Refers to the placed definition and the
+/// document, which both must outlive it. Takes one byte per bit.
 struct MarkedDefinition
 {
     const PlacedDefinition *placed = nullptr;
-    Marks marks; ///< What holds for every instance.
+    Marks marks; ///< Marks that apply to every instance.
     std::vector<Connection> connections;
     std::vector<Reference> writesElsewhere;    ///< Writes to nets of other nodes.
-    QVector<OmittedWrite> omittedElsewhere;    ///< The same, left out of what the elaborator read.
+    QVector<OmittedWrite> omittedElsewhere;    ///< Such writes in omitted items.
     std::vector<Reference> connectedElsewhere; ///< Nets of other nodes that ports connect to.
 };
 

@@ -19,7 +19,7 @@ bool holds(const std::vector<std::string> &paths, const std::string &path)
     return std::find(paths.begin(), paths.end(), path) != paths.end();
 }
 
-/// Calls @p visit for what the computed indexes of @p definition select from: own variables, or
+/// Calls @p visit for the operands of all computed indexes in @p definition: its own variables or
 /// those of other nodes.
 void forEachIndexed(const Definition &definition, bool isElsewhere,
                     const std::function<void(const Reference &)> &visit)

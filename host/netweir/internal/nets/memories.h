@@ -15,30 +15,30 @@ class PathResolver;
 struct Reference;
 struct Variable;
 
-/// The unpacked arrays of a design that are memories because a computed index reaches them.
+/// The unpacked arrays of a design that count as memories because of a computed index.
 ///
-/// Refers to the variables of the parsed definitions, which have to outlive it. Memory is linear in
+/// Refers to the variables of the parsed definitions, which must outlive it. Memory is linear in
 /// the arrays found.
 class Memories
 {
 public:
-    /// Remembers that the array that @p selected selects an element of is a memory. It is
-    /// @p variable or lies within.
+    /// Adds the array from which @p selected selects an element. The array is @p variable or a part
+    /// of it.
     void add(const Variable &variable, const Reference &selected);
 
-    /// @p path is how the array is reached from @p variable: names of members, joined with '.';
-    /// empty for the variable itself.
+    /// @p path leads from @p variable to the array: names of members, joined with '.'; empty for
+    /// the variable itself.
     bool contains(const Variable &variable, const std::string &path) const;
 
 private:
     std::unordered_map<const Variable *, std::vector<std::string>> m_paths;
 };
 
-/// Memories have to be known before variables get their bits.
+/// The memories must be known before variables are placed.
 Memories findMemories(const ElaboratedDesign &design, const InstanceTree &tree,
                       const PathResolver &paths);
 
-/// The path of @p member of what @p path leads to.
+/// The path to @p member below @p path.
 std::string memberPath(const std::string &path, std::string_view member);
 
 } // namespace NETWEIR::Internal

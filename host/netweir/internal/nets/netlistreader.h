@@ -14,9 +14,9 @@ class RtlNetlist;
 
 namespace NETWEIR::Internal {
 
-/// Reads the elaborator's XML file at @p xmlPath into a netlist. Null when the file is not complete
-/// or not of the expected form, or when reading was cancelled or took too much time or memory;
-/// @p error then says what and where.
+/// Reads the XML file of the elaborator at @p xmlPath into a netlist. Null when the file is
+/// incomplete or has an unexpected form, and when reading is cancelled or takes too much time or
+/// memory; @p error then says why and where.
 std::unique_ptr<RtlNetlist> readElaboratedXml(const QString &xmlPath, const ReadOptions &options,
                                               QString *error);
 

@@ -14,8 +14,8 @@ class InstanceMarks;
 class InstanceTree;
 struct PlacedDefinition;
 
-/// Adds the nodes and nets of all instances to a netlist: those of a definition once for each of
-/// its instances. @p placed is by number.
+/// Adds the nodes and nets of all instances to a netlist, those of a definition once per instance.
+/// @p placed is indexed by the number of the definition.
 void stampNetlist(const InstanceTree &tree, const std::vector<PlacedDefinition> &placed,
                   const InstanceMarks &marks, NetlistBuilder *builder);
 

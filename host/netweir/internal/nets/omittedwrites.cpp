@@ -13,7 +13,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// True when @p write names a range within @p net, the bus that all of @p variable is shown as.
+/// True when @p write names a range within @p net, the bus for all of @p variable.
 bool isWithin(const OmittedWrite &write, const PlacedVariable &variable, const PlacedNet &net)
 {
     const auto [lowest, highest] = std::minmax(net.left, net.right);
@@ -22,7 +22,7 @@ bool isWithin(const OmittedWrite &write, const PlacedVariable &variable, const P
            last <= highest;
 }
 
-/// The bits of @p variable that @p write names: all where the range is unknown or does not fit.
+/// The bits of @p variable that @p write names: all bits when the range is unknown or does not fit.
 BitRange bitsOf(const OmittedWrite &write, const PlacedVariable &variable, const PlacedNet &net)
 {
     if (!isWithin(write, variable, net))
@@ -32,7 +32,7 @@ BitRange bitsOf(const OmittedWrite &write, const PlacedVariable &variable, const
     return {low, low, 1, last - first + 1, net.bit + net.width()};
 }
 
-/// Sorts the writes of one definition into those to its own nets and the others.
+/// Separates the writes of a definition to its own nets from the others.
 class OmittedWriteSorter
 {
 public:
@@ -55,7 +55,7 @@ public:
         else if (m_variables.contains(first)) // A member of a structure.
             addOwn({first, QString(), -1, -1}, targets);
         else if (m_definition.find(0, first.toStdString()).kind == Symbol::Kind::None)
-            addOwn({write.name, QString(), -1, -1}, targets); // By way of a clocking block.
+            addOwn({write.name, QString(), -1, -1}, targets); // Through a clocking block.
         else
             targets->elsewhere.append(write);
     }
@@ -71,8 +71,8 @@ private:
     }
 
     const Definition &m_definition;
-    QMultiHash<QString, const PlacedVariable *> m_variables; ///< Those that are nets, by name.
-    QHash<qint64, const PlacedNet *> m_nets;                 ///< By their first bit.
+    QMultiHash<QString, const PlacedVariable *> m_variables; ///< Variables that are nets, by name.
+    QHash<qint64, const PlacedNet *> m_nets;                 ///< Nets by their first bit.
 };
 
 } // namespace

@@ -12,15 +12,14 @@ namespace NETWEIR::Internal {
 
 struct PlacedDefinition;
 
-/// The targets of the writes of a definition that the elaborator was not given.
+/// The targets of the writes in the omitted items of a definition.
 struct OmittedTargets
 {
-    std::vector<BitRange> bits;      ///< Of nets of the definition itself.
-    QVector<OmittedWrite> elsewhere; ///< Of nets of interfaces or instances.
+    std::vector<BitRange> bits;      ///< Bits of nets of the definition itself.
+    QVector<OmittedWrite> elsewhere; ///< Writes to nets of interfaces or instances.
 };
 
-/// Nets are found by their names alone, whatever scope they are in. Linear in the variables, nets
-/// and writes.
+/// Finds nets by name, regardless of their scope. Linear in the variables, nets and writes.
 OmittedTargets omittedTargetsOf(const PlacedDefinition &placed);
 
 } // namespace NETWEIR::Internal

@@ -18,7 +18,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// The components of a path, as users spell them.
+/// The components of a path in the user's spelling.
 std::vector<std::string> componentsOf(std::string_view dotted)
 {
     std::vector<std::string> components;

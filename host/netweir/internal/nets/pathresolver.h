@@ -26,22 +26,22 @@ struct InstanceVariable
     int variable = -1;
 };
 
-/// Follows hierarchical names from a scope of an instance to what they name.
+/// Resolves hierarchical names in a scope of an instance.
 ///
-/// Owns nothing. Each component of a path is a hash step or two in every scope and instance that it
-/// is looked for in.
+/// Owns nothing. Each component of a path takes one or two hash look-ups per scope and instance
+/// that is searched.
 class PathResolver
 {
 public:
-    /// All have to outlive this; @p bindings may still grow.
+    /// All arguments must outlive this object; @p bindings may still grow.
     PathResolver(const TypeTable &types, const InstanceTree &tree,
                  const InterfaceBindings &bindings);
 
-    /// The scope, instance or interface that @p dotted, components joined with '.', names in
-    /// @p from.
+    /// The scope, instance or interface with the path @p dotted, components joined with '.', as
+    /// seen from @p from.
     InstanceScope resolve(const InstanceScope &from, std::string_view dotted) const;
 
-    /// The net that @p name stands for where @p dotted leads to from @p from.
+    /// The net @p name in the place with the path @p dotted, as seen from @p from.
     InstanceVariable netAt(const InstanceScope &from, std::string_view dotted,
                            std::string_view name) const;
 

@@ -13,15 +13,15 @@ namespace NETWEIR::Internal {
 struct Definition;
 struct Variable;
 
-/// A design of more bits than that is refused.
+/// A design with more bits is refused.
 constexpr qint64 MostBits = qint64(1) << 24;
 
-/// A variable of a definition and the bits that it takes there.
+/// A variable of a definition and its bits.
 struct PlacedVariable
 {
     const Variable *variable = nullptr;
-    qint64 bit = 0;   ///< The least significant one, counted within the definition.
-    qint64 width = 0; ///< 0 for what is no net.
+    qint64 bit = 0;   ///< Least significant bit, counted in the definition.
+    qint64 width = 0; ///< 0 for a variable that is not a net.
 
     BitRange bits() const { return {bit, bit, 1, width, bit + width}; }
 };
@@ -31,24 +31,24 @@ struct PlacedNet
 {
     QString name;
     bool isBus = false;
-    bool isExcluded = false; ///< Stands for a memory or something without bits.
+    bool isExcluded = false; ///< The net is a memory or has no bits.
     int left = 0;
     int right = 0;
-    qint64 bit = 0; ///< The least significant one.
+    qint64 bit = 0; ///< Least significant bit.
 
     qint64 width() const { return isBus ? qAbs(qint64(left) - right) + 1 : 1; }
 };
 
-/// A definition whose nets have got their bits, which are numbered from 0.
+/// A definition and the bits of its nets, numbered from 0.
 ///
-/// Made by Layout and constant from then on. Refers to the parsed definition, which has to outlive
-/// it; takes memory for each variable and net, not for each bit.
+/// Created by Layout and constant afterwards. Refers to the parsed definition, which must outlive
+/// it. Takes memory per variable and net, not per bit.
 struct PlacedDefinition
 {
     const Definition *definition = nullptr;
-    std::vector<PlacedVariable> variables; ///< One for each of the definition, in the same order.
+    std::vector<PlacedVariable> variables; ///< By the number of the variable.
     std::vector<PlacedNet> nets;           ///< In the order of the source.
-    qint64 bits = 0;                       ///< Above MostBits, the lists above end early.
+    qint64 bits = 0;                       ///< If larger than MostBits, the lists are incomplete.
 };
 
 } // namespace NETWEIR::Internal
