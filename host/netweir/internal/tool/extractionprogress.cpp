@@ -7,6 +7,7 @@
 #include <netweir/internal/ground/messages.h>
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QProgressDialog>
 #include <QThread>
 
@@ -104,28 +105,32 @@ void ExtractionProgress::runInThread(const std::function<void()> &work)
 /// Runs the event loop until @p isDone, which is asked after each event that quits the loop.
 void ExtractionProgress::exec(const std::function<bool()> &isDone, int limit)
 {
-    QElapsedTimer waited;
-    waited.start();
+    const QDeadlineTimer end(limit); // Never comes when the limit is negative.
     m_tick.start();
-    while (!isDone() && (limit < 0 || waited.elapsed() < limit)) {
-        const qint64 untilShown = ShowAfter - m_elapsed.elapsed();
-        const bool waitsForDialog = m_dialog && !m_dialog->isVisible();
-        if (waitsForDialog && untilShown <= 0)
+    while (!isDone() && !end.hasExpired()) {
+        const bool isHidden = m_dialog && !m_dialog->isVisible();
+        const qint64 untilShown = isHidden ? ShowAfter - m_elapsed.elapsed() : 0;
+        if (untilShown > 0) {
+            runLoop(QEventLoop::ExcludeUserInputEvents, qMin(end, QDeadlineTimer(untilShown)));
+        } else {
             showDialog();
-        qint64 interval = limit < 0 ? -1 : limit - waited.elapsed();
-        if (waitsForDialog && untilShown > 0)
-            interval = interval < 0 ? untilShown : qMin(interval, untilShown);
-        QTimer timer;
-        timer.setSingleShot(true);
-        connect(&timer, &QTimer::timeout, &m_loop, &QEventLoop::quit);
-        if (interval >= 0)
-            timer.start(int(interval));
-        const bool hidden = waitsForDialog && untilShown > 0;
-        // Refused when the application is about to end: nobody waits for the design any more.
-        if (m_loop.exec(hidden ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents) < 0)
-            cancel();
+            runLoop(QEventLoop::AllEvents, end);
+        }
     }
     m_tick.stop();
+}
+
+/// Runs the event loop until it quits, or until @p end.
+void ExtractionProgress::runLoop(QEventLoop::ProcessEventsFlags events, const QDeadlineTimer &end)
+{
+    QTimer timer;
+    timer.setSingleShot(true);
+    connect(&timer, &QTimer::timeout, &m_loop, &QEventLoop::quit);
+    if (!end.isForever())
+        timer.start(int(end.remainingTime()));
+    // Refused when the application is about to end: nobody waits for the design any more.
+    if (m_loop.exec(events) < 0)
+        cancel();
 }
 
 } // namespace NETWEIR::Internal

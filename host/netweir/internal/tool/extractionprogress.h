@@ -11,6 +11,7 @@
 #include <atomic>
 #include <functional>
 
+class QDeadlineTimer;
 class QProgressDialog;
 
 namespace NETWEIR::Internal {
@@ -51,6 +52,7 @@ private:
     void showDialog();
     void updateText();
     void exec(const std::function<bool()> &isDone, int limit);
+    void runLoop(QEventLoop::ProcessEventsFlags events, const QDeadlineTimer &end);
 
     QPointer<QProgressDialog> m_dialog;
     QEventLoop m_loop;

@@ -19,6 +19,7 @@ namespace {
 
 constexpr rlim_t StackLimit = 256 * 1024 * 1024;
 constexpr rlim_t LargestFile = 2000 * 1024 * 1024; ///< No larger one can be read.
+constexpr qint64 MostOutput = 1024 * 1024 * 1024;  ///< In bytes.
 constexpr int KillTimeout = 1000;
 
 /// Lowers or raises the soft limit as far as the hard one allows. Safe between fork and exec.
@@ -29,6 +30,14 @@ void setLimit(decltype(RLIMIT_STACK) resource, rlim_t value)
         return;
     limit.rlim_cur = limit.rlim_max == RLIM_INFINITY ? value : qMin(value, limit.rlim_max);
     setrlimit(resource, &limit);
+}
+
+QByteArray readOutput(const QString &path)
+{
+    QByteArray output;
+    QString error;
+    Files::readRegularFile(path, MostOutput, &output, &error);
+    return output;
 }
 
 } // namespace
@@ -100,14 +109,14 @@ bool ToolProcess::isOutputReadable() const
 
 QByteArray ToolProcess::takeStandardOutput()
 {
-    const QByteArray output = read(standardOutputPath());
+    const QByteArray output = readOutput(standardOutputPath());
     QFile::remove(standardOutputPath());
     return output;
 }
 
 QByteArray ToolProcess::errorOutput() const
 {
-    return read(errorOutputPath());
+    return readOutput(errorOutputPath());
 }
 
 QString ToolProcess::standardOutputPath() const
@@ -118,14 +127,6 @@ QString ToolProcess::standardOutputPath() const
 QString ToolProcess::errorOutputPath() const
 {
     return QDir(workingDirectory()).filePath(QStringLiteral("stderr"));
-}
-
-QByteArray ToolProcess::read(const QString &path)
-{
-    QByteArray output;
-    QString error;
-    Files::readRegularFile(path, MostOutput, &output, &error);
-    return output;
 }
 
 qint64 ToolProcess::fileSizeLimit()

@@ -19,9 +19,6 @@ class ToolProcess final : public QProcess
 public:
     enum Result { Succeeded, Failed, Crashed, FileTooLarge, TimedOut, NotStarted };
 
-    /// The output that can be read, in bytes.
-    static constexpr qint64 MostOutput = 1024 * 1024 * 1024;
-
     explicit ToolProcess(const QString &workingFolder);
     ~ToolProcess() override;
 
@@ -36,9 +33,9 @@ public:
     /// Of a run that is over. Failed: the exit code is not 0.
     Result result() const;
 
-    /// False when the output is larger than MostOutput bytes.
+    /// False when the standard output is larger than 1 GB.
     bool isOutputReadable() const;
-    /// Reads the output, and removes its file to make room.
+    /// Reads the standard output, and removes its file to make room.
     QByteArray takeStandardOutput();
     QByteArray errorOutput() const;
 
@@ -53,7 +50,6 @@ private:
     void killGroup();
     QString standardOutputPath() const;
     QString errorOutputPath() const;
-    static QByteArray read(const QString &path);
 
     QTimer m_timeout;
     qint64 m_group = 0;
