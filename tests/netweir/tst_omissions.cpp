@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designfixture.h"
 #include "netlisttext.h"
+#include "toolscript.h"
 
 #include <support/testcase.h>
 
@@ -11,6 +12,7 @@
 
 using namespace NETWEIR;
 using TarnTest::DesignFixture;
+using TarnTest::ToolScript;
 
 /// Designs with something that the elaborator cannot read: the rest of them opens, and messages say
 /// what is missing.
@@ -390,16 +392,10 @@ void TestOmissions::endAfterSomeRuns()
 /// A tool that stumbles as long as the module is there.
 void TestOmissions::goFromTheSmallestItemToTheModule()
 {
-    const QTemporaryDir folder;
-    const QString tool = folder.filePath(QStringLiteral("verilator_bin"));
-    const QString real = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));
-    TarnTest::writeFile(tool, "#!/bin/sh\n"
-                              "case \"$1\" in -E) ;; *) if grep -q 'module sub' text0.sv; then\n"
-                              "echo '%Error-UNSUPPORTED: text0.sv:4:25: Unsupported: this' >&2\n"
-                              "exit 1; fi;; esac\nexec " +
-                                  real.toLocal8Bit() + " \"$@\"\n");
-    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv("TARN_VERILATOR", tool.toLocal8Bit());
+    const ToolScript tool("case \"$1\" in -E) ;; *) if grep -q 'module sub' text0.sv; then\n"
+                          "echo '%Error-UNSUPPORTED: text0.sv:4:25: Unsupported: this' >&2\n"
+                          "exit 1; fi;; esac\n" +
+                          ToolScript::elaborate());
     DesignFixture design;
     design.add(QStringLiteral("a.sv"), "module top(input a, output b); sub u(a, b); endmodule\n"
                                        "module sub(input a, output reg b);\n"
@@ -407,7 +403,6 @@ void TestOmissions::goFromTheSmallestItemToTheModule()
                                        "  assert property (a |-> b);\nend endmodule\n");
     design.findModules();
     const bool isBuilt = design.buildNetlist();
-    qunsetenv("TARN_VERILATOR");
     QStringList found = design.messages;
     found.replaceInStrings(design.path(QString()) + QLatin1Char('/'), QString());
     QCOMPARE(found, QStringList({QStringLiteral("WARNING: left out: a.sv:4: assertion: "
