@@ -41,7 +41,7 @@ ExtractionProgress::ExtractionProgress(QWidget *parent)
     m_dialog->setWindowModality(Qt::ApplicationModal);
     m_dialog->setAutoClose(false);
     m_dialog->setAutoReset(false);
-    m_dialog->setMinimumDuration(24 * 60 * 60 * 1000); // Shown by showDialog() only.
+    m_dialog->setMinimumDuration(24 * 60 * 60 * 1000); // Only showDialog() shows it.
     m_dialog->setMinimumWidth(360);
     connect(m_dialog, &QProgressDialog::canceled, this, &ExtractionProgress::cancel);
     connect(m_dialog, &QDialog::finished, this, &ExtractionProgress::cancel);
@@ -102,7 +102,7 @@ void ExtractionProgress::runInThread(const std::function<void()> &work)
     thread->wait();
 }
 
-/// Runs the event loop until @p isDone, which is asked after each event that quits the loop.
+/// Runs the event loop until @p isDone is true, which is checked each time the loop quits.
 void ExtractionProgress::exec(const std::function<bool()> &isDone, int limit)
 {
     const QDeadlineTimer end(limit); // Never comes when the limit is negative.
@@ -128,7 +128,7 @@ void ExtractionProgress::runLoop(QEventLoop::ProcessEventsFlags events, const QD
     connect(&timer, &QTimer::timeout, &m_loop, &QEventLoop::quit);
     if (!end.isForever())
         timer.start(int(end.remainingTime()));
-    // Refused when the application is about to end: nobody waits for the design any more.
+    // The loop does not start when the application is quitting: the design is not needed any more.
     if (m_loop.exec(events) < 0)
         cancel();
 }

@@ -21,11 +21,11 @@ class ToolProcess;
 /// The error of an extraction that was cancelled.
 QString cancelError();
 
-/// The application-modal dialog that shows the phase of an extraction and the time since it began,
-/// and the event loops in which the extraction waits.
+/// The application-modal dialog with the phase and the elapsed time of an extraction, and the event
+/// loops in which the extraction waits.
 ///
-/// The dialog appears when the extraction takes longer than a moment; until then user input waits.
-/// It may be deleted with its parent at any time, which cancels the extraction.
+/// The dialog appears after a moment; until then user input waits. It may be deleted with its
+/// parent at any time, which cancels the extraction.
 class ExtractionProgress final : public QObject
 {
     Q_OBJECT
@@ -36,15 +36,15 @@ public:
 
     void setPhase(const QString &phase);
     bool isCancelled() const { return m_cancelled; }
-    /// The same for threads; lives as long as this.
+    /// For use in threads; valid as long as this object.
     const std::atomic<bool> &cancelled() const { return m_cancelled; }
 
     /// Waits for the end of the process, at most @p limit milliseconds unless that is negative.
-    /// False when it still runs. Cancel kills it.
+    /// False when it is still running. Cancel kills it.
     bool wait(ToolProcess *process, int limit = -1);
 
-    /// Runs @p work in a thread and waits for its end. After Cancel it has to end by itself: it
-    /// looks at cancelled().
+    /// Runs @p work in a thread and waits for its end. @p work must check cancelled() and end by
+    /// itself after Cancel.
     void runInThread(const std::function<void()> &work);
 
 private:

@@ -18,11 +18,11 @@ namespace NETWEIR::Internal {
 namespace {
 
 constexpr rlim_t StackLimit = 256 * 1024 * 1024;
-constexpr rlim_t LargestFile = 2000 * 1024 * 1024; ///< No larger one can be read.
+constexpr rlim_t LargestFile = 2000 * 1024 * 1024; ///< Larger files cannot be read.
 constexpr qint64 MostOutput = 1024 * 1024 * 1024;  ///< In bytes.
 constexpr int KillTimeout = 1000;
 
-/// Lowers or raises the soft limit as far as the hard one allows. Safe between fork and exec.
+/// Sets the soft limit as far as the hard limit allows. Safe between fork and exec.
 void setLimit(decltype(RLIMIT_STACK) resource, rlim_t value)
 {
     rlimit limit;
@@ -56,7 +56,7 @@ ToolProcess::ToolProcess(const QString &workingFolder)
     });
     connect(this, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, [this] {
         m_timeout.stop();
-        killGroup(); // What the tool may have started itself.
+        killGroup(); // Processes that the tool may have started.
     });
 }
 
@@ -68,7 +68,7 @@ ToolProcess::~ToolProcess()
 void ToolProcess::run(const QString &program, const QStringList &arguments, int timeoutSeconds)
 {
     m_timedOut = false;
-    // What an earlier run may have put there: writing to a pipe would wait for its reader.
+    // An earlier run may have left something there: writing to a pipe would wait for its reader.
     QFile::remove(standardOutputPath());
     QFile::remove(errorOutputPath());
     start(program, arguments);
@@ -81,7 +81,7 @@ void ToolProcess::end()
     if (!isRunning())
         return;
     killGroup();
-    kill(); // The group is made by the child, which may not have come that far.
+    kill(); // The child creates the group and may not have done so yet.
     waitForFinished(KillTimeout);
 }
 
@@ -98,7 +98,8 @@ ToolProcess::Result ToolProcess::result() const
     if (error() == FailedToStart)
         return NotStarted;
     if (exitStatus() == CrashExit)
-        return exitCode() == SIGXFSZ ? FileTooLarge : Crashed; // Then the number of the signal.
+        return exitCode() == SIGXFSZ ? FileTooLarge
+                                     : Crashed; // The code is the number of the signal then.
     return exitCode() == 0 ? Succeeded : Failed;
 }
 
@@ -151,7 +152,7 @@ void ToolProcess::setupChildProcess()
     setLimit(RLIMIT_STACK, StackLimit);
     setLimit(RLIMIT_CORE, 0);
     setLimit(RLIMIT_DATA, RLIM_INFINITY);
-    // The tool ends at this limit rather than going on with half a file.
+    // The tool stops at this limit instead of continuing with an incomplete file.
     setLimit(RLIMIT_FSIZE, LargestFile);
     std::signal(SIGXFSZ, SIG_DFL);
 }

@@ -8,10 +8,10 @@
 
 namespace NETWEIR::Internal {
 
-/// One run of a tool with limits on memory, stack and files. Its process group dies with this
-/// object, after the timeout and with the host.
+/// One run of a tool with limits on memory, stack and files. Its process group is killed with this
+/// object, after the timeout and at the end of the host.
 ///
-/// Output goes to files of the working folder, so that no event loop is needed while it runs.
+/// Output goes to files in the working folder, so the run needs no event loop.
 class ToolProcess final : public QProcess
 {
     Q_OBJECT
@@ -25,17 +25,17 @@ public:
     /// Standard output goes to the file "stdout" of the working folder and errors to "stderr".
     void run(const QString &program, const QStringList &arguments, int timeoutSeconds);
 
-    /// Kills the whole group at once and waits until the process is gone.
+    /// Kills the whole group immediately and waits for the end of the process.
     void end();
 
     bool isRunning() const { return state() != NotRunning; }
 
-    /// Of a run that is over. Failed: the exit code is not 0.
+    /// The end of a finished run. Failed: the exit code is not 0.
     Result result() const;
 
     /// False when the standard output is larger than 1 GB.
     bool isOutputReadable() const;
-    /// Reads the standard output, and removes its file to make room.
+    /// Reads the standard output and removes its file to save space.
     QByteArray takeStandardOutput();
     QByteArray errorOutput() const;
 
