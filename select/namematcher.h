@@ -12,8 +12,8 @@ struct SearchOptions;
 
 /// The match test of a net search, prepared once for many names.
 ///
-/// Wildcards and regular expressions follow QRegExp to the letter. Most names are turned away
-/// without running the expression, by a look for a piece of text that every match must contain.
+/// Wildcards and regular expressions follow QRegExp to the letter. Most names are rejected without
+/// running the expression: they lack a text that every match contains.
 class NameMatcher
 {
 public:
@@ -32,14 +32,9 @@ private:
     Mode m_mode = Mode::All;
     Qt::CaseSensitivity m_caseSensitivity = Qt::CaseInsensitive;
     QString m_pattern;
-    QStringMatcher m_literal; ///< Of Expression: empty pattern when there is no usable text.
+    QStringMatcher m_literal; ///< For Expression: empty when no text is required.
     QRegExp m_expression;
-    bool m_plainSearch = false; ///< Of Substring: the pattern is beyond QStringMatcher.
+    bool m_plainSearch = false; ///< For Substring: QStringMatcher cannot take it.
 };
-
-/// The longest text that every match of the QRegExp @p pattern provably contains, empty when none
-/// is found. Without regard to case QRegExp lets some letters beyond ASCII match others than the
-/// substring search does; a name of ASCII letters that matches contains the text either way.
-QString requiredLiteral(const QString &pattern, QRegExp::PatternSyntax syntax);
 
 } // namespace TARN

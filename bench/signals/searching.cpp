@@ -8,6 +8,7 @@
 #include <netweir/rtlnetlist.h>
 #include <select/namematcher.h>
 #include <select/netsearch.h>
+#include <select/requiredliteral.h>
 #include <support/benchmark.h>
 
 #include <QStringMatcher>
