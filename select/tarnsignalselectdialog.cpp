@@ -3,6 +3,7 @@
 #include "tarnsignalselectdialog.h"
 
 #include "keypress.h"
+#include "resultrows.h"
 #include "rtlnetlisttreeview.h"
 #include "sizememory.h"
 #include "ui_tarnsignalselectdialog.h"
@@ -52,18 +53,6 @@ private:
     QWidget *m_button;
     bool m_focused;
 };
-
-/// The signal of a result row. Rows without one, those of a bus's members and of modules, stand
-/// for what they show.
-SignalItem signalOfResult(const QTreeWidgetItem *row)
-{
-    if (row->data(0, Qt::UserRole).canConvert<SignalItem>())
-        return signalOfRow(row);
-    SignalItem item;
-    item.name = row->data(0, Qt::DisplayRole).toString();
-    item.kind = SignalItem::Bus;
-    return item;
-}
 
 /// What the list of results says when a search has found nothing.
 QString noticeFor(const SearchOptions &options)
@@ -308,45 +297,14 @@ void TarnSignalSelectDialog::on_checkBoxAdvancedFilter_toggled(bool checked)
     ui->widget_4->setVisible(checked);
 }
 
-SignalItem TarnSignalSelectDialog::itemOf(NETWEIR::RtlNet *net, SignalItem::Kind kind) const
-{
-    SignalItem item;
-    item.name = net->fullPathName();
-    item.enabled =
-        !(m_type == ProbeTypeOut ? net->excludedForProbeOut() : net->excludedForProbeIn());
-    item.kind = kind;
-    return item;
-}
-
-SignalItem TarnSignalSelectDialog::itemOf(NETWEIR::RtlNetBus *bus) const
-{
-    SignalItem item;
-    item.name = bus->fullBusName();
-    item.enabled =
-        !(m_type == ProbeTypeOut ? bus->excludedForProbeOut() : bus->excludedForProbeIn());
-    item.kind = SignalItem::Bus;
-    const auto &nets = bus->nets();
-    item.members.reserve(nets.size());
-    // The members carry the bus's kind, which files and shown lists rely on.
-    for (NETWEIR::RtlNet *net : nets)
-        item.members.append(itemOf(net, SignalItem::Bus));
-    return item;
-}
-
 void TarnSignalSelectDialog::setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
                                            const QList<NETWEIR::RtlNetBus *> &buses)
 {
     QElapsedTimer timer;
     timer.start();
-    QList<QTreeWidgetItem *> rows;
-    rows.reserve(nets.size() + buses.size());
-    if (m_netlist) {
-        for (NETWEIR::RtlNetBus *bus : buses)
-            rows.append(newSignalRow(itemOf(bus), 0));
-    }
-    for (NETWEIR::RtlNet *net : nets)
-        rows.append(newSignalRow(itemOf(net, SignalItem::Net), 0));
-    ui->treeWidget->addTopLevelItems(rows);
+    const QList<NETWEIR::RtlNetBus *> shownBuses =
+        m_netlist ? buses : QList<NETWEIR::RtlNetBus *>();
+    ui->treeWidget->addTopLevelItems(newResultRows(nets, shownBuses, m_type));
     qDebug().noquote().nospace() << timer.elapsed() / 1000.0 << "s";
 }
 
@@ -354,7 +312,7 @@ void TarnSignalSelectDialog::setTreeWidget(const ModuleForWidget &module)
 {
     // Everything below is there before the tree is told of the row: telling it of each module would
     // cost more than the rows.
-    QTreeWidgetItem *row = newModuleRow(module);
+    QTreeWidgetItem *row = newModuleRow(module, m_type);
     for (const ModuleForWidget &subModule : module.subModules)
         addModuleInWidget(row, subModule);
     ui->treeWidget->addTopLevelItem(row);
@@ -364,29 +322,10 @@ void TarnSignalSelectDialog::setTreeWidget(const ModuleForWidget &module)
 void TarnSignalSelectDialog::addModuleInWidget(QTreeWidgetItem *parent,
                                                const ModuleForWidget &module)
 {
-    QTreeWidgetItem *row = newModuleRow(module);
+    QTreeWidgetItem *row = newModuleRow(module, m_type);
     for (const ModuleForWidget &subModule : module.subModules)
         addModuleInWidget(row, subModule);
     parent->addChild(row);
-}
-
-QTreeWidgetItem *TarnSignalSelectDialog::newModuleRow(const ModuleForWidget &module) const
-{
-    auto *row = new QTreeWidgetItem({module.name});
-    row->setToolTip(0, module.name);
-    row->setIcon(0, QIcon(QStringLiteral(":/lumoins/image/module.png")));
-    row->setFlags(row->flags() & ~Qt::ItemIsSelectable);
-    for (NETWEIR::RtlNetBus *bus : module.buses) {
-        const auto &nets = bus->nets();
-        QStringList names{bus->BusName()};
-        names.reserve(nets.size() + 1);
-        for (NETWEIR::RtlNet *net : nets)
-            names.append(net->name());
-        signal2TreeItemForHierarchy(row, itemOf(bus), names, 0);
-    }
-    for (NETWEIR::RtlNet *net : module.nets)
-        signal2TreeItemForHierarchy(row, itemOf(net, SignalItem::Net), {net->name()}, 0);
-    return row;
 }
 
 void TarnSignalSelectDialog::onAddSignal()

@@ -84,10 +84,6 @@ private:
     /// Shows what is found. Returns false when that is nothing.
     bool search(const SearchOptions &options);
 
-    SignalItem itemOf(NETWEIR::RtlNet *net, SignalItem::Kind kind) const;
-    SignalItem itemOf(NETWEIR::RtlNetBus *bus) const;
-    QTreeWidgetItem *newModuleRow(const ModuleForWidget &module) const;
-
     std::unique_ptr<Ui::TarnSignalSelectDialog> ui;
     NETWEIR::RtlNetlist *m_netlist;
     RtlNetlistTreeView *m_moduleTree;          ///< Owned by the combo box whose popup it is.

@@ -2,171 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signaltree.h"
 
+#include "incomingsignals.h"
 #include "signalrow.h"
 
 #include <widgets/treerows.h>
 
-#include <QHash>
 #include <QSet>
 #include <QTreeWidget>
 
 #include <algorithm>
-#include <numeric>
-#include <vector>
 
 namespace TARN {
 
 namespace {
-
-/// Positions of list entries under a name, in ascending order. Entries leave in any order; asking
-/// for the first that is left costs amortised constant time.
-class PositionsByName
-{
-public:
-    /// @p count is the number of entries to come.
-    explicit PositionsByName(int count)
-    {
-        m_chains.reserve(count);
-        m_links.reserve(static_cast<std::size_t>(count));
-    }
-
-    void add(const QString &name, int position)
-    {
-        const int link = static_cast<int>(m_links.size());
-        m_links.push_back({position, End});
-        Chain &chain = m_chains[name];
-        (chain.first == End ? chain.first : linkAt(chain.last).next) = link;
-        chain.last = link;
-    }
-
-    /// The first position under @p name for which @p alive holds, -1 when there is none.
-    template <typename Alive>
-    int first(const QString &name, const Alive &alive)
-    {
-        const auto it = m_chains.find(name);
-        if (it == m_chains.end())
-            return -1;
-        int &first = it.value().first;
-        while (first != End && !alive(linkAt(first).position))
-            first = linkAt(first).next;
-        return first == End ? -1 : linkAt(first).position;
-    }
-
-private:
-    static constexpr int End = -1;
-
-    struct Link
-    {
-        int position;
-        int next;
-    };
-    struct Chain
-    {
-        int first = End;
-        int last = End;
-    };
-
-    Link &linkAt(int index) { return m_links[static_cast<std::size_t>(index)]; }
-
-    QHash<QString, Chain> m_chains;
-    std::vector<Link> m_links;
-};
-
-int memberCount(const QList<SignalItem> &list)
-{
-    return std::accumulate(list.cbegin(), list.cend(), 0, [](int sum, const SignalItem &item) {
-        return sum + item.members.size();
-    });
-}
-
-/// Signals that are about to be added, from which shown rows strike what is there already.
-class Incoming
-{
-public:
-    explicit Incoming(QList<SignalItem> &list)
-        : m_list(list)
-        , m_alive(static_cast<std::size_t>(list.size()), true)
-        , m_byName(list.size())
-        , m_byMember(memberCount(list))
-    {
-        for (int i = 0; i < list.size(); ++i) {
-            const SignalItem &item = list.at(i);
-            m_byName.add(item.name, i);
-            for (const SignalItem &member : item.members)
-                m_byMember.add(member.name, i);
-        }
-    }
-
-    /// Writes what is left back into the list.
-    void store()
-    {
-        if (!m_struck)
-            return;
-        QList<SignalItem> left;
-        for (int i = 0; i < m_list.size(); ++i) {
-            if (alive(i))
-                left.append(m_list.at(i));
-        }
-        m_list = left;
-    }
-
-    void strikeFirst(const QString &name) { strike(firstNamed(name)); }
-
-    /// Strikes what @p shown makes superfluous. True when, instead, an incoming bus covers @p
-    /// shown.
-    bool reconcile(const SignalItem &shown)
-    {
-        return shown.members.isEmpty() ? reconcileSingle(shown) : reconcileBus(shown);
-    }
-
-private:
-    bool reconcileSingle(const SignalItem &shown)
-    {
-        const int same = firstNamed(shown.name);
-        const int covering = m_byMember.first(shown.name, [this](int i) { return alive(i); });
-        // Whichever comes first in the list decides.
-        if (covering != -1 && (same == -1 || covering < same))
-            return true;
-        strike(same);
-        return false;
-    }
-
-    bool reconcileBus(const SignalItem &shown)
-    {
-        const int same = firstNamed(shown.name);
-        for (const SignalItem &member : shown.members) {
-            int covered = firstNamed(member.name);
-            // What comes behind the bus itself is no longer looked at.
-            while (covered != -1 && (same == -1 || covered < same)) {
-                strike(covered);
-                covered = firstNamed(member.name);
-            }
-        }
-        strike(same);
-        return false;
-    }
-
-    bool alive(int position) const { return m_alive[static_cast<std::size_t>(position)]; }
-
-    int firstNamed(const QString &name)
-    {
-        return m_byName.first(name, [this](int i) { return alive(i); });
-    }
-
-    void strike(int position)
-    {
-        if (position == -1)
-            return;
-        m_alive[static_cast<std::size_t>(position)] = false;
-        m_struck = true;
-    }
-
-    QList<SignalItem> &m_list;
-    std::vector<bool> m_alive;
-    PositionsByName m_byName;
-    PositionsByName m_byMember;
-    bool m_struck = false;
-};
 
 QList<QTreeWidgetItem *> newRows(const QList<SignalItem> &items, int type)
 {
@@ -241,20 +89,20 @@ void Grouped(QList<SignalItem> all, QList<SignalItem> &buses, QList<SignalItem> 
 
 void CheckRepeatBus(QTreeWidget *tree, int &row, QList<SignalItem> &buses)
 {
-    Incoming incoming(buses);
+    IncomingSignals incoming(buses);
     QTreeWidgetItem *item = tree->topLevelItem(row);
     if (incoming.reconcile(signalOfRow(item))) {
         // The caller goes on with the row that moves up into the place of the deleted one.
         --row;
         delete item;
     }
-    incoming.store();
+    buses = incoming.left();
 }
 
 void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> &singles)
 {
-    Incoming incomingBuses(buses);
-    Incoming incomingSingles(singles);
+    IncomingSignals incomingBuses(buses);
+    IncomingSignals incomingSingles(singles);
     QList<QTreeWidgetItem *> covered;
     for (int row = 0; row < tree->topLevelItemCount(); ++row) {
         QTreeWidgetItem *item = tree->topLevelItem(row);
@@ -267,8 +115,8 @@ void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> 
             covered.append(item);
     }
     removeTopLevelRows(tree, covered);
-    incomingBuses.store();
-    incomingSingles.store();
+    buses = incomingBuses.left();
+    singles = incomingSingles.left();
 }
 
 void mergeSignals(QTreeWidget *tree, const QList<SignalItem> &chosen)

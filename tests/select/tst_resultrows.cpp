@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "samplenetlist.h"
+
+#include <support/modeltext.h>
+#include <support/testcase.h>
+
+#include <probes/signals/signaltree.h>
+#include <select/netsearch.h>
+#include <select/resultrows.h>
+
+#include <QApplication>
+#include <QTest>
+#include <QTreeWidget>
+
+using namespace TARN;
+
+namespace {
+
+/// Name and kind, with a minus when the signal cannot be chosen, and the members in brackets.
+QString textOf(const SignalItem &item)
+{
+    QString text = QString(item.enabled ? "%1:%2" : "-%1:%2").arg(item.name).arg(item.kind);
+    for (const SignalItem &member : item.members)
+        text += " (" + textOf(member) + ")";
+    return text;
+}
+
+} // namespace
+
+class TestResultRows : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void netsAndBusesBecomeSignals_data();
+    void netsAndBusesBecomeSignals();
+    void busesComeFirstUnderFullNames();
+    void moduleRowHoldsShortNames();
+    void signalOfAResult_data();
+    void signalOfAResult();
+
+private:
+    const std::unique_ptr<NETWEIR::RtlNetlist> m_netlist = TarnTest::sampleNetlist();
+};
+
+void TestResultRows::netsAndBusesBecomeSignals_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QStringList>("nets");
+    QTest::addColumn<QString>("bus");
+    QTest::newRow("Probe In") << int(ProbeTypeIn) << QStringList{"top/clk:0", "top/rst:0"}
+                              << "-top/data[1:0]:1 (-top/data[1]:1) (top/data[0]:1)";
+    QTest::newRow("Probe Out") << int(ProbeTypeOut) << QStringList{"top/clk:0", "-top/rst:0"}
+                               << "top/data[1:0]:1 (top/data[1]:1) (top/data[0]:1)";
+}
+
+void TestResultRows::netsAndBusesBecomeSignals()
+{
+    QFETCH(int, type);
+    QFETCH(QStringList, nets);
+    QFETCH(QString, bus);
+    QStringList texts;
+    for (NETWEIR::RtlNet *net : m_netlist->top()->nets())
+        texts.append(textOf(signalOf(net, ProbeType(type))));
+    QCOMPARE(texts, nets);
+    QCOMPARE(textOf(signalOf(m_netlist->top()->buses().first(), ProbeType(type))), bus);
+}
+
+void TestResultRows::busesComeFirstUnderFullNames()
+{
+    NETWEIR::Hierachy *u0 = m_netlist->top()->children().first();
+    QTreeWidget tree;
+    tree.addTopLevelItems(newResultRows(u0->nets(), u0->buses(), ProbeTypeIn));
+    QCOMPARE(TarnTest::modelText(tree.model()),
+             QString("top/u0/cnt[1:0]\n    top/u0/cnt[1]\n    top/u0/cnt[0]\n"
+                     "top/u0/clk\ntop/u0/gated\n"));
+}
+
+void TestResultRows::moduleRowHoldsShortNames()
+{
+    NETWEIR::Hierachy *u0 = m_netlist->top()->children().first();
+    const ModuleForWidget module{"core:u0", u0->nets(), u0->buses(), {ModuleForWidget()}};
+    QTreeWidget tree;
+    tree.addTopLevelItem(newModuleRow(module, ProbeTypeOut));
+    QCOMPARE(
+        TarnTest::modelText(tree.model()),
+        QString("core:u0\n    cnt[1:0]\n        cnt[1]\n        cnt[0]\n    clk\n    gated\n"));
+    const QTreeWidgetItem *row = tree.topLevelItem(0);
+    QVERIFY(!(row->flags() & Qt::ItemIsSelectable));
+    QCOMPARE(textOf(signalOfRow(row->child(0))),
+             QString("-top/u0/cnt[1:0]:1 (-top/u0/cnt[1]:1) (-top/u0/cnt[0]:1)"));
+    QCOMPARE(textOf(signalOfRow(row->child(0)->child(1))), QString("-top/u0/cnt[0]:1"));
+    QCOMPARE(textOf(signalOfRow(row->child(2))), QString("top/u0/gated:0"));
+}
+
+void TestResultRows::signalOfAResult_data()
+{
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<QString>("signal");
+    SignalItem item;
+    item.name = "top/clk";
+    item.kind = SignalItem::Net;
+    QTest::newRow("signal") << QVariant::fromValue(item) << "top/clk:0";
+    QTest::newRow("nothing") << QVariant() << "shown:1";
+    QTest::newRow("something else") << QVariant("top/clk") << "shown:1";
+}
+
+void TestResultRows::signalOfAResult()
+{
+    QFETCH(QVariant, stored);
+    QFETCH(QString, signal);
+    QTreeWidgetItem row({"shown"});
+    row.setData(0, Qt::UserRole, stored);
+    QCOMPARE(textOf(signalOfResult(&row)), signal);
+}
+
+TARN_TEST_MAIN(TestResultRows)
+
+#include "tst_resultrows.moc"
