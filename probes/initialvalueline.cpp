@@ -3,6 +3,7 @@
 #include "initialvalueline.h"
 
 #include "probeportsoptionwidget.h"
+#include "valuetree.h"
 
 #include <model/bitstring.h>
 #include <widgets/modaldialog.h>
@@ -20,7 +21,6 @@ namespace TARN {
 
 namespace {
 
-constexpr int LineHeight = 20;  // That of the rows of the tree of initial values.
 constexpr int PrefixLength = 2; // "0x"
 
 } // namespace
@@ -32,7 +32,7 @@ InitialValueLine::InitialValueLine(int index, ProbePortsOptionWidget *page, QWid
 {
     connect(this, &QLineEdit::editingFinished, this, &InitialValueLine::onTextChange);
     setContextMenuPolicy(Qt::NoContextMenu);
-    setFixedHeight(LineHeight);
+    setFixedHeight(ValueTree::RowHeight);
     m_validator = new QRegExpValidator(this);
     updateValidator();
     setText(QStringLiteral("0x0"));
@@ -164,12 +164,12 @@ void InitialValueLine::mouseReleaseEvent(QMouseEvent *event)
 void InitialValueLine::dropEvent(QDropEvent *event)
 {
     if (!changeText([this, event] { QLineEdit::dropEvent(event); })) {
-        event->setDropAction(Qt::IgnoreAction); // Nothing was taken: nobody has to give it up.
+        event->setDropAction(Qt::IgnoreAction); // Nothing was taken: the source keeps its text.
         event->ignore();
         return;
     }
     markPage();
-    // The text is applied when the focus goes, so that it has to come first.
+    // The text is applied when the line loses the focus, so it has to get the focus first.
     QMetaObject::invokeMethod(
         this, [this] { setFocus(Qt::MouseFocusReason); }, Qt::QueuedConnection);
 }

@@ -18,15 +18,15 @@ class ProbePortsOptionWidget;
 ///
 /// Keeps the value and the bit labels beside the port's signals consistent: the labels hold the
 /// value's bits, most significant first, and so define the width. The labels belong to the tree
-/// that shows them; whoever deletes one calls clearBitLabels() first. What the line shows is its
+/// that shows them, which calls clearBitLabels() before it deletes one. What the line shows is its
 /// displayText(): text() leaves out the characters that the input mask fills in.
 ///
 /// Every change of the text by the user marks the page, be it typed, pasted, dropped or composed by
-/// an input method; one that reaches into the prefix is undone. setText() marks nothing.
+/// an input method; a change that reaches into the prefix is undone. setText() marks nothing.
 ///
 /// A line that is hidden with its page, or disabled, deleted or rebuilt by it, loses the focus.
-/// Then it neither applies its text nor shows boxes: it takes note of being hidden itself, for the
-/// rest the page makes it inert.
+/// Then it neither applies its text nor shows boxes. It notices by itself that it is hidden; in the
+/// other cases the page makes it inert.
 class InitialValueLine final : public QLineEdit
 {
     Q_OBJECT
@@ -76,8 +76,8 @@ private:
     /// Applies the text. False when the line was deleted while a box about it was open.
     bool outlivesLossOfFocus();
     bool endangersPrefix(const QKeyEvent *event) const;
-    /// Runs @p change, which is a user's, and undoes it when it reached into the prefix. Returns
-    /// whether the line shows another text then.
+    /// Runs @p change, made by the user, and undoes it when it reached into the prefix. Returns
+    /// whether the line shows another text afterwards.
     template <typename Change>
     bool changeText(const Change &change);
     void markPage();

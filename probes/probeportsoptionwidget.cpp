@@ -3,6 +3,7 @@
 #include "probeportsoptionwidget.h"
 
 #include "initialvalueline.h"
+#include "portbits.h"
 #include "value2tree.h"
 
 #include "ui_probeportsoptionwidget.h"
@@ -30,18 +31,6 @@ constexpr int PortType = 1001;
 constexpr int SignalType = 1002;
 constexpr int MaximumPorts = 64;
 
-/// @p bits in @p width places: those on the left stay when the port shrinks, zeros follow when it
-/// grows. @p previous is the number of bits that count, from the right; 0 when that is not known.
-QString fitted(const QString &bits, int previous, int width)
-{
-    if (previous == 0)
-        previous = qMin(bits.size(), width);
-    const QString counting = bits.right(previous);
-    if (previous >= width)
-        return counting.left(width);
-    return counting + QString(width - previous, QLatin1Char('0'));
-}
-
 /// A Probe Out port in the trees.
 struct OutPort
 {
@@ -68,7 +57,7 @@ void makeRows(const OutPort &port)
 void fitLine(const OutPort &port)
 {
     port.line->setEnabled(port.width != 0);
-    // The mask first: that for the width so far would cut a longer value. Without bits it shows 0.
+    // The mask first: the one so far would cut a longer value. Without bits it shows 0.
     port.line->updateValidatorForWidth(port.width);
     port.line->setText(QStringLiteral("0x") + stringBintoHex(port.bits));
 }
@@ -121,7 +110,7 @@ void mirrorExpansion(const QTreeWidget *from, QTreeWidgetItem *item, QTreeWidget
 
 void mirrorScroll(const QTreeWidget *from, QTreeWidget *to)
 {
-    // Rows that were expanded a moment ago count only when they are laid out: this does it.
+    // Lays out the rows that were just expanded: the range of the scroll bar counts them only then.
     to->visualItemRect(to->topLevelItem(0));
     to->verticalScrollBar()->setValue(from->verticalScrollBar()->value());
 }
@@ -136,7 +125,7 @@ ProbePortsOptionWidget::ProbePortsOptionWidget(TarnCore *core, NETWEIR::RtlNetli
     , m_netlist(netlist)
 {
     ui->setupUi(this);
-    // By the stretch of the form alone, Probe In would get what its two neighbours leave.
+    // With the form's stretch alone, Probe In would get only what the two columns beside it leave.
     ui->splitter->setSizes({200, 300});
     setUpTrees();
     setUpUserClock();
@@ -148,9 +137,9 @@ ProbePortsOptionWidget::ProbePortsOptionWidget(TarnCore *core, NETWEIR::RtlNetli
 ProbePortsOptionWidget::~ProbePortsOptionWidget()
 {
     QUtil::EventManager::instance()->unsubscribe(this, TE::E_DEVICE_CHANGE);
-    // The labels of a line go before it does.
+    // The labels of a line are deleted before the line.
     for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i) {
-        if (InitialValueLine *line = lineOf(i))
+        if (InitialValueLine *line = ui->treeValue->lineAt(i))
             line->setInert(true);
     }
 }
@@ -227,7 +216,7 @@ void ProbePortsOptionWidget::connectWidgets()
 
 void ProbePortsOptionWidget::handleIEvent(const QUtil::IEvent *event)
 {
-    // Another device has the same nets: the page hears of it and stays as it is.
+    // Nets do not depend on the device: the page stays as it is.
     Q_UNUSED(event)
 }
 
@@ -236,7 +225,7 @@ void ProbePortsOptionWidget::save()
     m_core->userClock = ui->lineEditUserClock->text();
     m_core->syncUserClock = ui->checkUserClock->isChecked();
     for (ProbeOut *port : qAsConst(m_core->probeOuts)) {
-        if (const InitialValueLine *line = lineOf(port->index))
+        if (const InitialValueLine *line = ui->treeValue->lineAt(port->index))
             port->initialValue = line->displayText();
     }
 }
@@ -310,12 +299,12 @@ void ProbePortsOptionWidget::onRemoveProbeOut()
             break;
         closeDialogOf(m_core->getProbeOut(index));
         m_core->removeProbeOut(index);
-        removeValueRow(index);
+        ui->treeValue->deletePort(index);
         delete row;
     }
     renumber(ui->treeProbeOut, ProbeTypeOut);
     for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i) {
-        if (InitialValueLine *line = lineOf(i))
+        if (InitialValueLine *line = ui->treeValue->lineAt(i))
             line->setIndex(i);
     }
     m_core->updateProbeOut();
@@ -345,17 +334,17 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
     auto *dialog = new ProbeDialog(port, m_netlist, type, this);
     if (out)
         connect(this, &ProbePortsOptionWidget::netlistChanged, dialog, &ProbeDialog::closeWidget);
-    if (execAndDelete(dialog) != QDialog::Accepted) // As when the page went away with it.
+    if (execAndDelete(dialog) != QDialog::Accepted) // So too when the page went with the dialog.
         return;
     if (out)
         updateProbeOutTree();
     else
         updateProbeInTree();
     if (QTreeWidgetItem *row = tree->topLevelItem(index)) {
-        const int place = tree->verticalScrollBar()->value();
+        const int scrolled = tree->verticalScrollBar()->value();
         tree->setCurrentItem(row); // Scrolls to the row, which may be far above the one clicked.
         row->setExpanded(true);
-        tree->verticalScrollBar()->setValue(place);
+        tree->verticalScrollBar()->setValue(scrolled);
     }
     Q_EMIT modified();
 }
@@ -419,7 +408,7 @@ void ProbePortsOptionWidget::onCheckUserClock()
 void ProbePortsOptionWidget::onbtnUserClock()
 {
     const QString name = TarnSignalSelectDialog::getOneNetName(m_netlist, ProbeTypeIn, this);
-    if (name.isEmpty()) // As when the page went away with the dialog.
+    if (name.isEmpty()) // So too when the page went with the dialog.
         return;
     ui->lineEditUserClock->setText(name);
     Q_EMIT modified();
@@ -440,19 +429,20 @@ void ProbePortsOptionWidget::updateProbeOutTree()
     QVector<OutPort> ports;
     for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i) {
         const ProbeOut *port = m_core->getProbeOut(i);
-        InitialValueLine *line = lineOf(i);
+        InitialValueLine *line = ui->treeValue->lineAt(i);
         if (!port || !line)
             continue;
         const int width = port->singleSignals().size();
         ports.append({port->signals, width,
-                      fitted(stringHextoBinfor0x(line->displayText()), line->getWidth(), width),
+                      fittedBits(stringHextoBinfor0x(line->displayText()), line->getWidth(), width),
                       ui->treeProbeOut->topLevelItem(i), ui->treeValue->topLevelItem(i), line});
     }
 
-    // Step by step for all ports together: rows that come or go are compared with all labels.
+    // Each step for all ports before the next one: the tree compares every row that comes or goes
+    // with all labels that exist.
     ui->treeValue->suspendLayout();
     for (const OutPort &port : qAsConst(ports))
-        deleteLabels(port.valueRow, port.line);
+        ui->treeValue->deleteLabels(port.valueRow);
     for (const OutPort &port : qAsConst(ports)) {
         makeRows(port);
         fitLine(port);
@@ -467,59 +457,30 @@ void ProbePortsOptionWidget::updateProbeOutTree()
 void ProbePortsOptionWidget::addProbeInRow(int index)
 {
     auto *row = new QTreeWidgetItem(ui->treeProbeIn, PortType);
-    row->setText(0, tr("Probe In%1").arg(index));
+    row->setText(0, textOf(ProbeTypeIn, index));
 }
 
 InitialValueLine *ProbePortsOptionWidget::addProbeOutRow(int index)
 {
     auto *row = new QTreeWidgetItem(ui->treeProbeOut, PortType);
-    row->setText(0, tr("Probe Out%1").arg(index));
+    row->setText(0, textOf(ProbeTypeOut, index));
     auto *valueRow = new QTreeWidgetItem(ui->treeValue, PortType);
     auto *line = new InitialValueLine(index, this);
     ui->treeValue->setItemWidget(valueRow, 0, line);
-    QWidget *above = lineOf(index - 1);
+    QWidget *above = ui->treeValue->lineAt(index - 1);
     setTabOrder(above ? above : ui->treeValue, line);
     return line;
 }
 
-void ProbePortsOptionWidget::removeValueRow(int index)
-{
-    QTreeWidgetItem *row = ui->treeValue->topLevelItem(index);
-    if (InitialValueLine *line = lineOf(index)) {
-        deleteLabels(row, line);
-        deleteWidget(row);
-    }
-    delete row;
-}
-
-void ProbePortsOptionWidget::deleteLabels(QTreeWidgetItem *valueRow, InitialValueLine *line)
-{
-    line->setInert(true);
-    line->clearBitLabels();
-    for (int i = 0; i < valueRow->childCount(); ++i)
-        deleteWidget(valueRow->child(i));
-}
-
-void ProbePortsOptionWidget::deleteWidget(QTreeWidgetItem *valueRow)
-{
-    QWidget *widget = ui->treeValue->itemWidget(valueRow, 0);
-    // The tree does not notice by itself that a widget of it has gone.
-    ui->treeValue->removeItemWidget(valueRow, 0);
-    delete widget;
-}
-
-InitialValueLine *ProbePortsOptionWidget::lineOf(int row) const
-{
-    QTreeWidgetItem *item = ui->treeValue->topLevelItem(row);
-    return item ? qobject_cast<InitialValueLine *>(ui->treeValue->itemWidget(item, 0)) : nullptr;
-}
-
 void ProbePortsOptionWidget::renumber(QTreeWidget *tree, ProbeType type)
 {
-    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
-        const QString text = type == ProbeTypeOut ? tr("Probe Out%1") : tr("Probe In%1");
-        tree->topLevelItem(i)->setText(0, text.arg(i));
-    }
+    for (int i = 0; i < tree->topLevelItemCount(); ++i)
+        tree->topLevelItem(i)->setText(0, textOf(type, i));
+}
+
+QString ProbePortsOptionWidget::textOf(ProbeType type, int index)
+{
+    return (type == ProbeTypeOut ? tr("Probe Out%1") : tr("Probe In%1")).arg(index);
 }
 
 void ProbePortsOptionWidget::enableUserClock(bool enabled)

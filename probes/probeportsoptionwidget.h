@@ -27,9 +27,9 @@ class ProbePortsOptionWidget;
 /// The page with the ports of one core: their signals, the initial values of the Probe Out ports
 /// and the user clock.
 ///
-/// Owns its form. Core and netlist are guests: their owner deletes them when it likes, before this
-/// widget as well. Signals are edited in the ports directly, by a dialog; the rest reaches the core
-/// by save(). Showing the ports costs time in proportion to their signals.
+/// Owns its form. Core and netlist are guests, which may be deleted before this widget. A dialog
+/// edits the signals of the ports directly; save() writes the rest into the core. Showing the ports
+/// takes time in proportion to their signals.
 class ProbePortsOptionWidget final : public QWidget, public QUtil::IEventHandler
 {
     Q_OBJECT
@@ -45,8 +45,8 @@ public Q_SLOTS:
     /// Writes the page into the core.
     void save();
 
-    /// Uses @p netlist, which may be null, from now on. The former one must be alive still: dialogs
-    /// that are open let go of it here.
+    /// Uses @p netlist, which may be null, from now on. The previous one must still exist: open
+    /// dialogs let go of it here.
     void setNlsdata(NETWEIR::RtlNetlist *netlist);
 
     /// Emits modified(), for the widgets of the page.
@@ -74,7 +74,7 @@ public Q_SLOTS:
     void onCheckUserClock();
     void onbtnUserClock();
 
-    /// Make the rows of the signals anew.
+    // Rebuild the rows of the signals.
     void updateProbeInTree();
     void updateProbeOutTree();
 
@@ -89,19 +89,17 @@ private:
     void setUpUserClock();
     void connectWidgets();
     void connectTrees();
-    /// Return and Enter do with the current row of @p tree what a double click does with a row.
+    /// Lets Return and Enter edit the current row of @p tree, as a double click does.
     void editByKey(QTreeWidget *tree, void (ProbePortsOptionWidget::*edit)(QTreeWidgetItem *, int));
 
     void addProbeInRow(int index);
     InitialValueLine *addProbeOutRow(int index);
-    void removeValueRow(int index);
-    void deleteLabels(QTreeWidgetItem *valueRow, InitialValueLine *line);
-    void deleteWidget(QTreeWidgetItem *valueRow);
-    InitialValueLine *lineOf(int row) const;
     void renumber(QTreeWidget *tree, ProbeType type);
+    /// Text of the row of a port.
+    static QString textOf(ProbeType type, int index);
 
     void editPort(ProbeType type, QTreeWidgetItem *item);
-    /// Closes the dialog that edits @p port, which is about to go, if there is one.
+    /// Closes the dialog that edits @p port, which is about to be deleted, if one is open.
     void closeDialogOf(const ProbeIn *port);
     void enableUserClock(bool enabled);
     void warn(const QString &text);

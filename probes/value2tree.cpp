@@ -3,6 +3,8 @@
 #include "value2tree.h"
 
 #include "initialvalueline.h"
+#include "portbits.h"
+#include "valuetree.h"
 
 #include <QLabel>
 #include <QTreeWidget>
@@ -11,21 +13,11 @@ namespace TARN {
 
 namespace {
 
-constexpr int RowHeight = 20; // A label by itself would make its row a pixel higher.
-
-/// The bits that fall on a signal of that width, which are removed from @p bits.
-QString takeBits(QString &bits, int width)
-{
-    const QString taken = width > bits.size() ? QString(width, QLatin1Char('0')) : bits.left(width);
-    bits.remove(0, width);
-    return taken;
-}
-
 void addLabel(QTreeWidget *tree, QTreeWidgetItem *row, const QString &bits, InitialValueLine *line)
 {
     auto *label = new QLabel(tree);
     InitialValueLine::showBits(label, bits);
-    label->setFixedHeight(RowHeight);
+    label->setFixedHeight(ValueTree::RowHeight); // By itself it would make its row a pixel higher.
     line->addBitLabel(label);
     tree->setItemWidget(row, 0, label);
 }

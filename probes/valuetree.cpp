@@ -2,11 +2,51 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "valuetree.h"
 
+#include "initialvalueline.h"
+
 #include <QAbstractItemDelegate>
 #include <QApplication>
 #include <QSet>
 
 namespace TARN {
+
+InitialValueLine *ValueTree::lineAt(int row) const
+{
+    QTreeWidgetItem *portRow = topLevelItem(row);
+    return portRow ? lineOf(portRow) : nullptr;
+}
+
+InitialValueLine *ValueTree::lineOf(QTreeWidgetItem *portRow) const
+{
+    return qobject_cast<InitialValueLine *>(itemWidget(portRow, 0));
+}
+
+void ValueTree::deleteLabels(QTreeWidgetItem *portRow)
+{
+    InitialValueLine *line = lineOf(portRow);
+    line->setInert(true);
+    line->clearBitLabels();
+    for (int i = 0; i < portRow->childCount(); ++i)
+        deleteWidget(portRow->child(i));
+}
+
+void ValueTree::deletePort(int row)
+{
+    QTreeWidgetItem *portRow = topLevelItem(row);
+    if (lineAt(row)) {
+        deleteLabels(portRow);
+        deleteWidget(portRow);
+    }
+    delete portRow;
+}
+
+void ValueTree::deleteWidget(QTreeWidgetItem *row)
+{
+    QWidget *widget = itemWidget(row, 0);
+    // The tree does not notice by itself that one of its widgets has gone.
+    removeItemWidget(row, 0);
+    delete widget;
+}
 
 void ValueTree::suspendLayout()
 {

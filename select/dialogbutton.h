@@ -6,8 +6,8 @@
 
 namespace TARN {
 
-/// Tool button that opens a dialog. It may be deleted while the dialog is open, after which its
-/// base class would still write to it.
+/// Tool button that opens a dialog, and may be deleted while the dialog is open: QToolButton would
+/// write to it after that.
 class DialogButton final : public QToolButton
 {
 public:
@@ -16,7 +16,7 @@ public:
 protected:
     void mouseReleaseEvent(QMouseEvent *event) override
     {
-        // The rest serves buttons with a menu.
+        // What QToolButton adds serves buttons with a menu.
         QAbstractButton::mouseReleaseEvent(event); // NOLINT(bugprone-parent-virtual-call)
     }
 };

@@ -6,7 +6,7 @@
 
 namespace TARN {
 
-/// Whether @p event is a press of @p key, with whatever modifiers.
+/// Whether @p event is a press of @p key, with any modifiers.
 inline bool isPressOf(Qt::Key key, const QEvent *event)
 {
     return event->type() == QEvent::KeyPress && static_cast<const QKeyEvent *>(event)->key() == key;

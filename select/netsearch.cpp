@@ -33,7 +33,7 @@ void appendMatches(const QList<Item *> &candidates, NameMatcher &matcher, QList<
     }
 }
 
-/// The top node has no module to tell apart from its instance.
+/// The top node is shown by its instance name alone.
 QString moduleLabel(NETWEIR::Hierachy *node)
 {
     if (!node->parent())

@@ -32,8 +32,8 @@ public:
 
     const ProbeIn *port() const { return m_port; }
 
-    /// Uses @p netlist, which may be null, from now on, in a signal select dialog that is open as
-    /// well. To be called before the netlist so far is deleted.
+    /// Uses @p netlist, which may be null, from now on; so does a signal select dialog that is
+    /// open. Call it before the previous netlist is deleted.
     void setNetlist(NETWEIR::RtlNetlist *netlist);
 
 Q_SIGNALS:

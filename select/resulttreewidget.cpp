@@ -24,7 +24,7 @@ void ResultTreeWidget::setNotice(const QString &notice)
 
 void ResultTreeWidget::mouseDoubleClickEvent(QMouseEvent *event)
 {
-    // The tree would take every button for the left one.
+    // QTreeWidget treats every button like the left one.
     if (event->button() != Qt::LeftButton) {
         mousePressEvent(event);
         return;
@@ -40,7 +40,7 @@ void ResultTreeWidget::paintEvent(QPaintEvent *event)
     if (m_notice.isEmpty())
         return;
     QRect place = viewport()->rect();
-    // A result by module has its topmost module even when that holds nothing.
+    // A result by module shows the top module even when nothing was found.
     if (topLevelItemCount() > 0)
         place.setTop(visualItemRect(topLevelItem(topLevelItemCount() - 1)).bottom());
     place.adjust(NoticeMargin, NoticeMargin, -NoticeMargin, -NoticeMargin);

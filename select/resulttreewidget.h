@@ -7,8 +7,7 @@
 
 namespace TARN {
 
-/// The list of what a search has found. It says that nothing was found by painting
-/// alone.
+/// The list of what a search has found. A notice that nothing was found is painted; it is no row.
 class ResultTreeWidget final : public QTreeWidget
 {
     Q_OBJECT
@@ -19,12 +18,13 @@ public:
     /// Whether the user may choose @p row: a net or bus that is not excluded, never a module.
     static bool canBeChosen(const QTreeWidgetItem *row);
 
-    /// What is painted below the rows, which is to say that there are none. Nothing when empty.
+    /// The text that is painted below the rows, none when empty.
     const QString &notice() const { return m_notice; }
     void setNotice(const QString &notice);
 
 protected:
-    /// Rows that can be chosen neither open nor close: who watches itemDoubleClicked() takes them.
+    /// A double click on a row that can be chosen neither opens nor closes it: it is there for
+    /// itemDoubleClicked().
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

@@ -11,7 +11,7 @@ namespace TARN {
 
 namespace {
 
-/// The top node has no module to tell apart from its instance.
+/// The top node is shown by its instance name alone.
 QString nodeText(NETWEIR::Hierachy *node)
 {
     if (!node->parent())
@@ -26,7 +26,7 @@ NETWEIR::Hierachy *RtlTreeItem::hierachy() const
     return type() == HierachyItem ? static_cast<NETWEIR::Hierachy *>(m_object) : nullptr;
 }
 
-/// So many rows around those in sight decide how wide the column has to be. That takes 0.1 s.
+/// How many rows around those in sight are measured for the width of the column, within 0.1 s.
 static constexpr int MeasuredRows = 20000;
 
 RtlNetlistTreeView::RtlNetlistTreeView(QWidget *parent)

@@ -40,8 +40,8 @@ private:
     void *m_object = nullptr; ///< Not owned.
 };
 
-/// The module instances of a netlist as a tree. Whoever deletes the netlist sets another one, or
-/// null, first.
+/// The module instances of a netlist as a tree. Set another netlist, or null, before the netlist is
+/// deleted.
 class RtlNetlistTreeView final : public QTreeWidget
 {
     Q_OBJECT
@@ -57,7 +57,7 @@ public:
     /// null and rows of other kinds.
     static QString pathOf(const QTreeWidgetItem *row);
 
-    /// Builds the tree anew: the top row open, the rest closed.
+    /// Rebuilds the tree: the top row open, the rest closed.
     void updateTree();
 
     // New rows, owned by the caller until they are put into a tree.

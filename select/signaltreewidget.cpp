@@ -16,7 +16,7 @@
 
 namespace TARN {
 
-// What is dragged is written to a stream role by role, the signals among them.
+// Dragged rows are written to a stream role by role, their signals included.
 
 static QDataStream &operator<<(QDataStream &stream, const SignalItem &item)
 {
@@ -78,7 +78,7 @@ void signalTreeWidget::dropEvent(QDropEvent *event)
     QTreeWidgetItem *target = itemAt(position);
     if (target && (target->parent() || target->isSelected())) {
         event->setDropAction(Qt::IgnoreAction);
-        viewport()->update(); // The mark of the drop place goes.
+        viewport()->update(); // Removes the drop indicator.
         return;
     }
     const QList<QTreeWidgetItem *> dragged = selectedTopLevelRows();
@@ -106,7 +106,7 @@ void signalTreeWidget::startDrag(Qt::DropActions supportedActions)
     m_firstDropped = m_lastDropped = QModelIndex();
     const QPointer<signalTreeWidget> guard(this);
     QTreeWidget::startDrag(supportedActions);
-    // Not before: after a move the view removes what is selected.
+    // Only now: after a move the view removes what is selected.
     if (guard)
         selectDropped();
 }

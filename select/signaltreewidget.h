@@ -31,7 +31,7 @@ protected:
 
 private:
     QList<QTreeWidgetItem *> selectedTopLevelRows() const;
-    // These return the copies that they put in.
+    // These return the copies that they inserted.
     QList<QTreeWidgetItem *> dropBeside(QTreeWidgetItem *target, int y,
                                         const QList<QTreeWidgetItem *> &dragged);
     QList<QTreeWidgetItem *> dropAtEnd(const QList<QTreeWidgetItem *> &dragged);
@@ -39,8 +39,8 @@ private:
     void selectDropped();
     void moveSelectedRows(bool up);
 
-    QPersistentModelIndex m_firstDropped; ///< The rows dropped last lie from here ...
-    QPersistentModelIndex m_lastDropped;  ///< ... to here.
+    QPersistentModelIndex m_firstDropped; ///< First of the rows dropped last.
+    QPersistentModelIndex m_lastDropped;  ///< Last of them.
 };
 
 } // namespace TARN

@@ -9,7 +9,7 @@ class QDialog;
 
 namespace TARN {
 
-/// Gives a dialog the size that the user left the last one of its kind with.
+/// Opens a dialog with the size that the user gave the last one of its kind.
 ///
 /// Only a size that the user changes is remembered: without that, every dialog opens with the size
 /// of its form. A maximised dialog counts with the size that it had before.
@@ -17,7 +17,7 @@ class SizeMemory final : public QObject
 {
 public:
     /// Resizes @p dialog, which becomes the owner, to @p size unless that is invalid. @p size must
-    /// outlive the dialog and takes its size when it goes.
+    /// outlive the dialog and gets its size when it is closed.
     SizeMemory(QDialog *dialog, QSize *size);
 
 protected:

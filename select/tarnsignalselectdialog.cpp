@@ -44,7 +44,7 @@ public:
     {
         m_button->setEnabled(true);
         if (m_focused)
-            m_button->setFocus(); // Disabling moved it on.
+            m_button->setFocus(); // Disabling the button moved the focus on.
         QApplication::restoreOverrideCursor();
     }
     Q_DISABLE_COPY(Busy)
@@ -151,7 +151,7 @@ void TarnSignalSelectDialog::fillModuleTree()
 
 void TarnSignalSelectDialog::pickModule(int row)
 {
-    // By keys and wheel the closed box goes to a row of the top level, the tree does not follow.
+    // Keys and wheel move the closed box among the top-level rows, and the tree does not follow.
     if (m_moduleTree->currentItem()->text(0) != ui->comboBoxSearchIn->currentText())
         m_moduleTree->setCurrentItem(m_moduleTree->topLevelItem(row));
     m_pickedModule = m_moduleTree->currentItem();
@@ -167,8 +167,8 @@ bool TarnSignalSelectDialog::eventFilter(QObject *watched, QEvent *event)
 void TarnSignalSelectDialog::keepPickedModule(const QObject *watched, const QEvent *event)
 {
     // The popup makes every row under the mouse current, and typing in the closed box may do so
-    // with a row that is not picked. The row picked before has to count again then, but only after
-    // the box had the chance to read its pick.
+    // with a row that is not picked. Then the row picked before becomes current again, but only
+    // after the box has read its pick.
     const bool popupCloses = watched == m_moduleTree && event->type() == QEvent::Hide;
     if (popupCloses || (watched == ui->comboBoxSearchIn && event->type() == QEvent::KeyPress)) {
         const auto restore = [this] {
@@ -179,7 +179,7 @@ void TarnSignalSelectDialog::keepPickedModule(const QObject *watched, const QEve
     }
 }
 
-/// Takes the keys that mean something to the chosen list, OK and Cancel alone.
+/// Handles Delete in the chosen list and Return on OK and Cancel.
 bool TarnSignalSelectDialog::handleKey(QObject *watched, const QEvent *event)
 {
     if (watched == ui->treeWidgetAddSignal && isPressOf(Qt::Key_Delete, event)) {
@@ -310,8 +310,8 @@ void TarnSignalSelectDialog::setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
 
 void TarnSignalSelectDialog::setTreeWidget(const ModuleForWidget &module)
 {
-    // Everything below is there before the tree is told of the row: telling it of each module would
-    // cost more than the rows.
+    // The row gets everything below it before it goes into the tree: telling the tree of each
+    // module would cost more than the rows.
     QTreeWidgetItem *row = newModuleRow(module, m_type);
     for (const ModuleForWidget &subModule : module.subModules)
         addModuleInWidget(row, subModule);
@@ -372,7 +372,7 @@ void TarnSignalSelectDialog::keyPressEvent(QKeyEvent *event)
 void TarnSignalSelectDialog::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    // Showing the button box has made its OK the default button, which would take both keys.
+    // Showing the button box makes OK the default button, which would take Return and Enter.
     const auto buttons = ui->buttonBox->findChildren<QPushButton *>();
     for (QPushButton *button : buttons) {
         button->setAutoDefault(false);

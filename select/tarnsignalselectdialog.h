@@ -38,9 +38,9 @@ public:
     /// Runs the dialog and returns the full name of the one net chosen, empty on Cancel.
     static QString getOneNetName(NETWEIR::RtlNetlist *netlist, ProbeType type, QWidget *parent);
 
-    /// Drops the module tree and the results, which come from another netlist, and uses @p netlist,
-    /// which may be null, from now on. To be called before the netlist so far is deleted. What is
-    /// chosen already stays.
+    /// Uses @p netlist, which may be null, from now on: the module tree is rebuilt, the results of
+    /// the previous netlist go, what is chosen stays. Call it before the previous netlist is
+    /// deleted.
     void setNetlist(NETWEIR::RtlNetlist *netlist);
 
     /// The chosen signals in the order of the list.
@@ -65,8 +65,8 @@ public Q_SLOTS:
     void onDelAllSignal();
 
 protected:
-    /// Return searches, wherever the focus is but on OK and Cancel; every other key is ignored:
-    /// neither Escape nor Enter ends the dialog.
+    /// Return searches, except on OK and Cancel. Every other key is ignored: neither Escape nor
+    /// Enter ends the dialog.
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void showEvent(QShowEvent *event) override;

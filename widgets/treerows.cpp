@@ -20,8 +20,8 @@ constexpr int FewRows = 16;
 using Rows = QList<QTreeWidgetItem *>;
 using RowSet = QSet<QTreeWidgetItem *>;
 
-// The view knows rows by their index, which is quick to make from a row's number but takes a search
-// to find for a row alone.
+// The view knows rows by their index. Making it from a row's number is quick, finding it for the
+// row alone takes a search.
 
 /// Adds @p row, which has @p index, and the rows below it to @p expanded when they are.
 void collectExpanded(const QTreeWidget *tree, QTreeWidgetItem *row, const QModelIndex &index,
@@ -85,12 +85,12 @@ const QTreeWidgetItem *rowAt(const QTreeWidget *tree, const QModelIndex &index)
     return rowAt(tree, index.parent())->child(index.row());
 }
 
-/// The top-level rows of a tree, told apart into those that go and those that stay.
+/// The top-level rows of a tree, divided into those that go and those that stay.
 class TopLevel
 {
 public:
-    /// @p isDoomed is asked for each row with its number, in order. Everything is found out in one
-    /// pass: looking at 100,000 rows costs as much as deleting a good part of them.
+    /// @p isDoomed is asked for each row with its number, in order. There is one pass for
+    /// everything: looking at 100,000 rows costs as much as deleting a good part of them.
     template <typename IsDoomed>
     TopLevel(QTreeWidget *tree, const IsDoomed &isDoomed)
         : m_tree(tree)
@@ -149,8 +149,8 @@ void TopLevel::rebuild()
         current = nullptr;
     const int scrolled = m_tree->verticalScrollBar()->value();
 
-    // Thousands of selected ranges would be followed while their rows leave, and their places on
-    // the screen looked up when they are cleared.
+    // With a selection of thousands of ranges the view would follow each while rows leave, and look
+    // up its place on the screen to clear it.
     m_tree->setUpdatesEnabled(false);
     m_tree->selectionModel()->clearSelection();
     replaceRows();

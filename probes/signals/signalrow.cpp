@@ -13,7 +13,7 @@ namespace TARN {
 
 namespace {
 
-/// A row that gives its flags to others.
+/// A row to copy flags from.
 QTreeWidgetItem rowWith(Qt::ItemFlags flags)
 {
     QTreeWidgetItem row;
@@ -43,10 +43,9 @@ SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QStrin
 
 void SignalRow::ignoreRowsAbove()
 {
-    // A row hands "enabled" and "disabled" down to the rows below it, but not to those that
-    // somebody disabled. So this one gets disabled; a later assignment changes its flags, and it
-    // counts as disabled by somebody still. The assignment here keeps setFlags() from looking for
-    // children.
+    // A row hands "enabled" and "disabled" down to the rows below it, but not to those that were
+    // disabled by themselves. So this one is disabled here. A later assignment changes its flags,
+    // but not what it counts as. The assignment here keeps setFlags() from looking for children.
     static const QTreeWidgetItem disabled = rowWith(Qt::NoItemFlags);
     QTreeWidgetItem::operator=(disabled);
     setFlags(Qt::NoItemFlags);

@@ -10,14 +10,13 @@
 namespace TARN {
 
 /// A tree row that shows a SignalItem: text, tool tip, font and colour are computed from the item
-/// instead of being stored role by role, which is what makes lists of a million rows bearable.
+/// instead of being stored role by role, which keeps lists of a million rows fast.
 ///
-/// The flags are those of the item, whatever the row above is: the free bits of a bus that cannot
-/// be used as a whole can be chosen.
+/// The flags follow from the item alone, not from the row above: when a bus as a whole cannot be
+/// used, its free bits can still be chosen.
 ///
-/// To everybody else it is an ordinary row. A role that is set by hand turns the row into one that
-/// stores its roles, with the same values; a clone has the type QTreeWidgetItem::Type like every
-/// clone of a tree row.
+/// In all else it is an ordinary row. Setting a role turns it into a row that stores its roles,
+/// with the same values; a clone has the type QTreeWidgetItem::Type like every clone of a tree row.
 class SignalRow final : public QTreeWidgetItem
 {
 public:

@@ -107,8 +107,8 @@ void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> 
     for (int row = 0; row < tree->topLevelItemCount(); ++row) {
         QTreeWidgetItem *item = tree->topLevelItem(row);
         const SignalItem shown = signalOfRow(item);
-        // A single net that is already shown is only looked for among the singles: it stays even
-        // when an incoming bus covers it, which users have in their files.
+        // A single net that is shown is looked for among the singles only: it stays even when an
+        // incoming bus covers it. Users have both in their files.
         if (shown.kind == SignalItem::Net)
             incomingSingles.strikeFirst(shown.name);
         else if (incomingBuses.reconcile(shown))
