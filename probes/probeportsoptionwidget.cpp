@@ -4,12 +4,12 @@
 
 #include "initialvalueline.h"
 #include "portbits.h"
+#include "signaltree.h"
 #include "value2tree.h"
 
 #include "ui_probeportsoptionwidget.h"
 
 #include <model/bitstring.h>
-#include <probes/signals/signaltree.h>
 #include <sdk/qutil.h>
 #include <sdk/te.h>
 #include <select/probedialog.h>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <probes/signals/signalitem.h>
+#include "signalitem.h"
 
 #include <QList>
 #include <QString>

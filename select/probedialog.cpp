@@ -7,7 +7,7 @@
 #include "tarnsignalselectdialog.h"
 #include "ui_probedialog.h"
 
-#include <probes/signals/signaltree.h>
+#include <probes/signaltree.h>
 #include <widgets/modaldialog.h>
 #include <widgets/treerows.h>
 

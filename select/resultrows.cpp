@@ -4,7 +4,7 @@
 
 #include "netsearch.h"
 
-#include <probes/signals/signaltree.h>
+#include <probes/signaltree.h>
 #include <sdk/netweir.h>
 
 #include <QIcon>

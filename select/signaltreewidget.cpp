@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signaltreewidget.h"
 
-#include <probes/signals/signalrow.h>
+#include <probes/signalrow.h>
 #include <widgets/treerows.h>
 
 #include <QDataStream>

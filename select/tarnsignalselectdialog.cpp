@@ -8,7 +8,7 @@
 #include "sizememory.h"
 #include "ui_tarnsignalselectdialog.h"
 
-#include <probes/signals/signaltree.h>
+#include <probes/signaltree.h>
 #include <sdk/netweir.h>
 #include <widgets/treerows.h>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "jobs.h"
 
-#include <probes/signals/signaltree.h>
+#include <probes/signaltree.h>
 #include <select/tarnsignalselectdialog.h>
 #include <support/benchmark.h>
 

@@ -6,7 +6,7 @@
 #include <netweir/rtlnet.h>
 #include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
-#include <probes/signals/signalitem.h>
+#include <probes/signalitem.h>
 #include <select/tarnsignalselectdialog.h>
 #include <support/benchmark.h>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signalsamples.h"
 
-#include <probes/signals/incomingsignals.h>
+#include <probes/incomingsignals.h>
 #include <support/testcase.h>
 
 #include <QApplication>

@@ -12,7 +12,7 @@
 #include <netweir/rtlnetlist.h>
 #include <probes/initialvalueline.h>
 #include <probes/probeportsoptionwidget.h>
-#include <probes/signals/signaltree.h>
+#include <probes/signaltree.h>
 #include <qutil/eventmanager.h>
 #include <qutil/ievent.h>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signalsamples.h"
 
-#include <probes/signals/signalrow.h>
-#include <probes/signals/signaltree.h>
+#include <probes/signalrow.h>
+#include <probes/signaltree.h>
 #include <support/testcase.h>
 
 #include <QApplication>

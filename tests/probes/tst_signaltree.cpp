@@ -3,7 +3,7 @@
 #include "signalsamples.h"
 
 #include <probes/initialvalueline.h>
-#include <probes/signals/signaltree.h>
+#include <probes/signaltree.h>
 #include <probes/value2tree.h>
 #include <support/modeltext.h>
 #include <support/testcase.h>

@@ -7,8 +7,8 @@
 #include <support/windowfit.h>
 #include <support/windowtest.h>
 
-#include <probes/signals/signaltree.h>
 #include <probes/signalsamples.h>
+#include <probes/signaltree.h>
 #include <select/probedialog.h>
 #include <select/signaltreewidget.h>
 #include <select/tarnsignalselectdialog.h>

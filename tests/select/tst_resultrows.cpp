@@ -5,7 +5,7 @@
 #include <support/modeltext.h>
 #include <support/testcase.h>
 
-#include <probes/signals/signaltree.h>
+#include <probes/signaltree.h>
 #include <select/netsearch.h>
 #include <select/resultrows.h>
 

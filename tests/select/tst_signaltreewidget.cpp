@@ -3,8 +3,8 @@
 #include <support/modeltext.h>
 #include <support/testcase.h>
 
-#include <probes/signals/signaltree.h>
 #include <probes/signalsamples.h>
+#include <probes/signaltree.h>
 #include <select/signaltreewidget.h>
 
 #include <QApplication>

@@ -8,8 +8,8 @@
 #include <support/testcase.h>
 #include <support/windowfit.h>
 
-#include <probes/signals/signaltree.h>
 #include <probes/signalsamples.h>
+#include <probes/signaltree.h>
 #include <select/resulttreewidget.h>
 #include <select/rtlnetlisttreeview.h>
 #include <select/tarnsignalselectdialog.h>

@@ -23,11 +23,17 @@ GROUND_FOLDER = "files"  # Below host and plug-in, which both use it.
 FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER,) + (
     "host", "tests", "bench", "fuzz", "examples", "cmake", "scripts", "translations", "forms", ".ci")
 
-# The layers of the plug-in from the ground up, by file (without extension) or folder. A file may
-# include files of its own layer and of lower ones; layers in one line do not see each other.
+# The part of probes/ below select/, the library tarn_signals: the project's layout has the signals
+# and their trees in one folder with the page, which stands above select/. Of value2Tree only the
+# header is part of it, which declares the function beside the other tree functions.
+SIGNALS = ("probes/incomingsignals", "probes/signalrow", "probes/signaltree", "probes/value2tree.h")
+
+# The layers of the plug-in from the ground up, by file (with or without extension) or folder. A
+# file may include files of its own layer and of lower ones; layers in one line do not see each
+# other.
 LAYERS = (
-    (("probes/signals/signalitem",), ("sdk/",), ("widgets/",)),
-    (("model/",), ("probes/signals/",)),
+    (("probes/signalitem",), ("sdk/",), ("widgets/",)),
+    (("model/",), SIGNALS),
     (("select/",),),
     (("probes/",),),
     (("view/",),),
@@ -94,16 +100,12 @@ def resolve(root, including, name, quoted):
 
 
 def layer_of(path):
-    """(height, name) of the layer of a plug-in file, the most specific entry that matches."""
-    stem = str(path.with_suffix(""))
-    best = None
-    for height, layers in enumerate(LAYERS):
-        for layer in layers:
-            for entry in layer:
-                matches = stem.startswith(entry) if entry.endswith("/") else stem == entry
-                if matches and (best is None or len(entry) > len(best[1])):
-                    best = (height, entry)
-    return best
+    """(height, layer, entry) of a plug-in file by the most specific entry that matches."""
+    names = (str(path), str(path.with_suffix("")))
+    return max(((height, layer, entry) for height, layers in enumerate(LAYERS)
+                for layer in layers for entry in layer
+                if entry in names or entry.endswith("/") and names[0].startswith(entry)),
+               key=lambda found: len(found[2]))
 
 
 def public_headers(root):
@@ -163,7 +165,7 @@ def wrong_arrow(includer, included, public):
     if from_plugin and to_plugin:
         upper, lower = layer_of(includer), layer_of(included)
         if upper[1] != lower[1] and upper[0] <= lower[0]:
-            return f"{upper[1]} must not see {lower[1]}"
+            return f"{upper[2]} must not see {lower[2]}"
     return ""
 
 

@@ -27,13 +27,15 @@ GOOD = {
     "host/netweir/rtlnet.cpp": SPDX + "#include <core/iview.h>\n#include <files/reader.h>\n",
     "host/workbench/main.cpp": SPDX + "#include <plugin/tarnviewmanager.h>\n",
     "host/workbench/window.h": SPDX,
-    "model/tarncore.h": SPDX + "#include <files/reader.h>\n#include <probes/signals/signalitem.h>\n",
+    "model/tarncore.h": SPDX + "#include <files/reader.h>\n#include <probes/signalitem.h>\n",
     "plugin/tarnviewmanager.h": SPDX + "#include <view/tarnview.h>\n",
     "plugin/other.h": SPDX,
-    "probes/page.h": SPDX + "#include <probes/signals/signaltree.h>\n#include <select/dialog.h>\n",
-    "probes/signals/signalitem.h": SPDX + "#include <QString>\n",
-    "probes/signals/signaltree.h": SPDX + '#include "signalitem.h"\n',
-    "select/dialog.h": SPDX + "#include <model/tarncore.h>\n#include <probes/signals/signaltree.h>\n",
+    "probes/page.h": SPDX + "#include <probes/signaltree.h>\n#include <select/dialog.h>\n",
+    "probes/signalitem.h": SPDX + "#include <QString>\n",
+    "probes/signaltree.h": SPDX + '#include "signalitem.h"\n#include "value2tree.h"\n',
+    "probes/value2tree.h": SPDX + '#include "signalitem.h"\n',
+    "probes/value2tree.cpp": SPDX + '#include "value2tree.h"\n\n#include "page.h"\n',
+    "select/dialog.h": SPDX + "#include <model/tarncore.h>\n#include <probes/signaltree.h>\n",
     "widgets/box.h": SPDX,
     "tests/view/tst_view.cpp": SPDX + "#include <support/files.h>\n#include <view/tarnview.h>\n"
                                 "class TestView;\n",
@@ -74,15 +76,16 @@ class Includes(SampleTree):
                 ("probes/page.h", "<view/banner.h>"),
                 ("select/dialog.h", "<probes/line.h>"),
                 ("model/tarncore.h", "<select/tree.h>"),
-                ("model/tarncore.h", "<probes/signals/signaltree.h>"),
-                ("probes/signals/signaltree.h", "<model/tarncore.h>"),
-                ("probes/signals/signalitem.h", "<probes/signals/signaltree.h>"),
-                ("probes/signals/signalitem.h", "<model/bitstring.h>"),
-                ("probes/signals/signaltree.h", "<probes/line.h>"),
-                ("probes/signals/signaltree.h", "<select/tree.h>"),
-                ("sdk/core.h", "<probes/signals/signalitem.h>"),
+                ("model/tarncore.h", "<probes/signaltree.h>"),
+                ("probes/signaltree.h", "<model/tarncore.h>"),
+                ("probes/signalitem.h", "<probes/signaltree.h>"),
+                ("probes/signalitem.h", "<model/bitstring.h>"),
+                ("probes/signaltree.h", "<probes/line.h>"),
+                ("probes/signaltree.h", "<select/tree.h>"),
+                ("probes/value2tree.h", "<probes/line.h>"),
+                ("sdk/core.h", "<probes/signalitem.h>"),
                 ("widgets/box.h", "<model/tarncore.h>"),
-                ("widgets/box.h", "<probes/signals/signalitem.h>"),
+                ("widgets/box.h", "<probes/signalitem.h>"),
         ):
             with self.subTest(includer=includer, included=included):
                 self.setUp()
@@ -283,7 +286,7 @@ class Format(SampleTree):
 class Headers(SampleTree):
     def setUp(self):
         super().setUp()
-        self.write("probes/signals/signalitem.h", SPDX)
+        self.write("probes/signalitem.h", SPDX)
         self.compiler = ["c++", f"-I{self.root}", f"-I{self.root}/host"]
 
     def test_good_tree(self):

@@ -12,8 +12,8 @@
 #include <netweir/netlistbuilder.h>
 #include <netweir/rtlnetlist.h>
 #include <probes/initialvalueline.h>
-#include <probes/signals/signaltree.h>
 #include <probes/signalsamples.h>
+#include <probes/signaltree.h>
 #include <qutil/eventmanager.h>
 #include <qutil/ievent.h>
 #include <te/teconstants.h>

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "signalitem.h"
+#include "value2tree.h"
 
 #include <QList>
 #include <QString>
@@ -14,7 +15,8 @@ class QTreeWidgetItem;
 namespace TARN {
 
 // Rows that show signals, and the set operations that keep a list free of repeats. Items are
-// compared by whole names only: no name is ever taken apart, and nothing is sorted.
+// compared by whole names only: no name is ever taken apart, and nothing is sorted. The rows of
+// initial values, in value2tree.h, belong to these functions too, but to the library of the page.
 
 /// The item stored in @p row, a default one when there is none.
 SignalItem signalOfRow(const QTreeWidgetItem *row);
