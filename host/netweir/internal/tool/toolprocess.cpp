@@ -98,8 +98,7 @@ ToolProcess::Result ToolProcess::result() const
     if (error() == FailedToStart)
         return NotStarted;
     if (exitStatus() == CrashExit)
-        return exitCode() == SIGXFSZ ? FileTooLarge
-                                     : Crashed; // The code is the number of the signal then.
+        return exitCode() == SIGXFSZ ? FileTooLarge : Crashed; // The code is the signal.
     return exitCode() == 0 ? Succeeded : Failed;
 }
 
