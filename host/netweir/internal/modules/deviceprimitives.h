@@ -7,13 +7,13 @@
 
 namespace NETWEIR::Internal {
 
-/// The primitives of the development device, as modules with ports and parameters but no content.
-/// They ship inside the library, one source each.
+/// The primitives of the development device: modules with ports and parameters but without content.
+/// The library contains one source per primitive.
 
-/// The device has a primitive of that name. Constant time.
+/// Whether the device has a primitive with that name. Constant time.
 bool isDevicePrimitive(const QString &name);
 
-/// The Verilog source of the primitive; null when the device has none of that name.
+/// The Verilog source of the primitive; null when the device has no primitive with that name.
 QByteArray devicePrimitiveSource(const QString &name);
 
 } // namespace NETWEIR::Internal

@@ -24,7 +24,7 @@ PrimitiveInstances::PrimitiveInstances(const ModuleScan &scan)
         }
     }
     for (Edits &edits : m_edits)
-        std::sort(edits.unnamed.begin(), edits.unnamed.end()); // Modules within modules come later.
+        std::sort(edits.unnamed.begin(), edits.unnamed.end()); // Nested modules come later.
 }
 
 QByteArray PrimitiveInstances::named(int index, const QByteArray &text) const
@@ -36,7 +36,7 @@ QByteArray PrimitiveInstances::named(int index, const QByteArray &text) const
     QByteArray result;
     int done = 0;
     for (const int begin : edits.unnamed) {
-        if (blanked.at(begin) == ' ') // Left out with what it stood in.
+        if (blanked.at(begin) == ' ') // Left out together with the item around it.
             continue;
         result.append(blanked.constData() + done, begin - done);
         result += " netweir_primitive_" + QByteArray::number(begin) + ' ';

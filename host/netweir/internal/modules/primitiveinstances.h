@@ -10,25 +10,25 @@
 
 namespace NETWEIR::Internal {
 
-/// Instances of primitives that users define, as the elaborator takes them: with a name, without
-/// strengths and delays. Libraries of cells write them without a name.
+/// Rewrites instances of user-defined primitives for the elaborator: with a name, without strengths
+/// and delays. Cell libraries have them without names.
 class PrimitiveInstances
 {
 public:
     explicit PrimitiveInstances(const ModuleScan &scan);
 
-    /// The text number @p index with such instances only. Lines keep their numbers, and what stands
-    /// in front of the first inserted name of a line its column.
+    /// The text @p index with rewritten instances. Lines keep their numbers. Columns before the
+    /// first inserted name of a line do not change.
     QByteArray named(int index, const QByteArray &text) const;
 
 private:
     struct Edits
     {
         QVector<TextRange> blanked;
-        QVector<int> unnamed; ///< Rising.
+        QVector<int> unnamed; ///< In rising order.
     };
 
-    QHash<int, Edits> m_edits; ///< By text.
+    QHash<int, Edits> m_edits; ///< Edits by text.
 };
 
 } // namespace NETWEIR::Internal

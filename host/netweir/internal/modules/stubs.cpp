@@ -10,17 +10,17 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Whatever is wider and composed of parts loses the uppermost. Each constant on a pin costs the
-/// elaborator as many bits.
+/// The width of the inputs. Wider connections that consist of parts lose their upper parts. Each
+/// constant on a pin costs the elaborator this many bits.
 const char PinRange[] = "[8191:0]";
 
-/// Escaped, as the name may be a keyword in another version of the language.
+/// Escaped, because the name may be a keyword in another version of the language.
 QByteArray escaped(const QByteArray &name)
 {
     return '\\' + name + ' ';
 }
 
-/// @p names, followed by as many others as the positions need.
+/// @p names, followed by as many generated names as there are more positions.
 QByteArrayList filledUp(const QByteArrayList &names, int positional, const char *prefix)
 {
     QByteArrayList result = names;
@@ -70,8 +70,8 @@ void Stubs::add(const Instantiation &instantiation)
     m_ranges[instantiation.first.text] += instantiation.ranges;
 }
 
-/// A defparam names an instance, which may be anywhere in the design: every unknown module with an
-/// instance of that name gets the parameter.
+/// A defparam names an instance anywhere in the design, so every unknown module with an instance of
+/// that name gets the parameter.
 void Stubs::addDefparams(const ModuleScan &scan)
 {
     for (const DesignUnit &unit : scan.units) {

@@ -13,31 +13,30 @@ namespace NETWEIR::Internal {
 
 /// Modules in place of those that no file defines, so that the elaborator accepts the design.
 ///
-/// The device's primitives have their real interface. Of every other module nothing is known but
-/// how it is used: each pin becomes an input, each parameter gets the default 0. The inputs are
-/// vectors, wide enough that the elaborator keeps all of what is connected. In an array of
-/// instances the widths would have to match, so a single instance with the same connections takes
-/// the place of the array.
+/// Device primitives have their real interface. For any other module only its uses are known: each
+/// pin becomes an input, and each parameter gets the default 0. The inputs are vectors that are
+/// wide enough for the elaborator to keep the whole connection. In an array of instances the widths
+/// would have to match, so a single instance with the same connections replaces the array.
 class Stubs
 {
 public:
-    /// @p instantiations are those of unknown modules in the scan @p scan.
+    /// @p instantiations are the instantiations of unknown modules in @p scan.
     Stubs(const QVector<Instantiation> &instantiations, const ModuleScan &scan);
 
     bool isEmpty() const { return m_unknown.isEmpty() && m_primitives.isEmpty(); }
 
-    /// Verilog text of all of them, unknown modules in the order of their first use.
+    /// The Verilog text of all stubs, unknown modules in the order of their first use.
     QByteArray text() const;
 
-    /// The text number @p index of the design with single instances in place of arrays of unknown
-    /// modules. Everything else stays where it was.
+    /// The text @p index of the design, in which single instances replace arrays of unknown
+    /// modules. Everything else keeps its place.
     QByteArray withoutArrays(int index, const QByteArray &text) const;
 
     QSet<QString> unknownModules() const;
     const QSet<QString> &primitiveModules() const { return m_primitives; }
 
-    /// Adds the pin or parameter @p name, which the elaborator misses in the instantiation at
-    /// @p line. False when no unknown module is instantiated there, or it already has the name.
+    /// Adds the pin or parameter @p name, which the elaborator misses in the instantiation at @p
+    /// line. False when no unknown module is instantiated there or the module already has it.
     bool addMissing(const TextLine &line, const QByteArray &name, bool isParameter);
 
     /// Makes a parameter of the unknown module instantiated at @p line a type: @p name, or
@@ -76,7 +75,7 @@ private:
     /// Unknown modules by text and line of their instantiations, and by the names of instances.
     QHash<QPair<int, int>, QSet<QByteArray>> m_modulesAt;
     QHash<QByteArray, QSet<QByteArray>> m_modulesOf;
-    QHash<int, QVector<TextRange>> m_ranges; ///< Of arrays of unknown modules, by text.
+    QHash<int, QVector<TextRange>> m_ranges; ///< Ranges of arrays of unknown modules, by text.
     QSet<QString> m_primitives;
 };
 
