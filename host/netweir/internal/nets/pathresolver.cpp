@@ -124,7 +124,8 @@ InstanceScope PathResolver::stepToElement(const InstanceScope &from,
     if (symbol.kind != Symbol::Kind::Variable)
         return {};
     const DataType &type = m_types.at(itemAt(definition.variables, symbol.index).type);
-    return boundTo(from.instance, symbol.index, qAbs(qint64(element->index) - type.left));
+    const qint64 toLeft = qint64(element->index) - type.left;
+    return boundTo(from.instance, symbol.index, type.left > type.right ? -toLeft : toLeft);
 }
 
 InstanceScope PathResolver::walk(InstanceScope from, const std::vector<std::string> &path,
@@ -158,7 +159,7 @@ InstanceScope PathResolver::resolveWithin(const InstanceScope &from,
 InstanceScope PathResolver::boundTo(int instance, int port, qint64 position) const
 {
     const std::vector<int> *bound = m_bindings.find(instance, port);
-    if (!bound || position >= countOf(*bound))
+    if (!bound || position < 0 || position >= countOf(*bound))
         return {};
     return {itemAt(*bound, position), 0};
 }
