@@ -41,7 +41,7 @@ void InstanceMarker::mark()
     }
 }
 
-/// Inputs of the top are driven from outside.
+/// Inputs and bidirectional ports of the top are driven from outside.
 void InstanceMarker::markTopPorts()
 {
     for (const PlacedVariable &placed : definitionOf(0).placed->variables) {

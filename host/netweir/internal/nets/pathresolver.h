@@ -41,7 +41,7 @@ public:
     /// seen from @p from.
     InstanceScope resolve(const InstanceScope &from, std::string_view dotted) const;
 
-    /// The net @p name in the place with the path @p dotted, as seen from @p from.
+    /// The net @p name in the scope that resolve() finds for @p dotted and @p from.
     InstanceVariable netAt(const InstanceScope &from, std::string_view dotted,
                            std::string_view name) const;
 
