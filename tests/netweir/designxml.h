@@ -2,16 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <netweir/internal/xml/definitionreader.h>
-#include <netweir/internal/xml/sourcetexts.h>
-#include <netweir/internal/xml/typetable.h>
+#include <netweir/internal/xml/elaborateddesign.h>
 
 #include <QRegularExpression>
 #include <QString>
 
 #include <pugixml.hpp>
-
-#include <initializer_list>
 
 namespace TarnTest {
 
@@ -50,54 +46,64 @@ inline void appendElements(pugi::xml_node parent, const QString &text)
     }
 }
 
-/// The type table of a design: the single net "bit", vectors u1 to u64 without and s1 to s64 with
-/// a sign, and those of @p text.
-inline NETWEIR::Internal::TypeTable typesOf(pugi::xml_node parent, const QString &text = {})
+/// Appends the type table of a design: the single net "bit", vectors u1 to u64 without and s1 to
+/// s64 with a sign, and the types of @p text.
+inline pugi::xml_node appendTypes(pugi::xml_node parent, const QString &text)
 {
     pugi::xml_node table = parent.append_child("typetable");
     appendElements(table, QStringLiteral("(basicdtype id=bit name=logic)"));
+    const QString vector =
+        QStringLiteral("(basicdtype id=%1%2 name=logic left=%3 right=0 signed=%4)");
     for (int width = 1; width <= 64; ++width) {
-        for (const char sign : {'u', 's'}) {
-            appendElements(
-                table, QStringLiteral("(basicdtype id=%1%2 name=logic left=%3 right=0 signed=%4)")
-                           .arg(QLatin1Char(sign))
-                           .arg(width)
-                           .arg(width - 1)
-                           .arg(sign == 's' ? QStringLiteral("true") : QStringLiteral("false")));
-        }
+        appendElements(table, vector.arg("u").arg(width).arg(width - 1).arg("false"));
+        appendElements(table, vector.arg("s").arg(width).arg(width - 1).arg("true"));
     }
     appendElements(table, text);
-    NETWEIR::Internal::TypeTable types;
-    types.read(table);
-    return types;
+    return table;
 }
 
-/// A module of an elaborated design with its types, both written in short.
+/// A design as the elaborator writes it, made of modules and types in short. The first module is
+/// the top.
 class DesignXml
 {
 public:
-    explicit DesignXml(const QString &members, const QString &types = {})
-        : m_types(typesOf(m_document, types))
+    explicit DesignXml(const QString &modules, const QString &types = {},
+                       const NETWEIR::Internal::ReadOptions &options = {},
+                       const QString &folder = {}, const QString &files = {})
     {
-        definition.node = m_document.append_child("module");
-        appendElements(definition.node, members);
-        NETWEIR::Internal::DefinitionReader(m_types, {}, {}, &definition).read({});
+        pugi::xml_node root = m_document.append_child("verilator_xml");
+        appendElements(root.append_child("files"), files);
+        pugi::xml_node netlist = root.append_child("netlist");
+        appendElements(netlist, modules);
+        netlist.child("module").append_attribute("topModule") = "1";
+        appendTypes(netlist, types);
+        m_isRead = m_design.read(m_document, options, folder, &m_error);
     }
 
-    const NETWEIR::Internal::TypeTable &types() const { return m_types; }
+    /// A design of one module, called top, with @p members.
+    static DesignXml ofModule(const QString &members, const QString &types = {})
+    {
+        return DesignXml(QStringLiteral("(module name=top origName=top %1)").arg(members), types);
+    }
 
-    /// The first element of the module with that name, wherever it is.
+    const NETWEIR::Internal::ElaboratedDesign &operator*() const { return m_design; }
+    const NETWEIR::Internal::ElaboratedDesign *operator->() const { return &m_design; }
+
+    /// Why the design was not read, empty when it was.
+    QString error() const { return m_isRead ? QString() : m_error; }
+
+    /// The first element of that name in the document.
     pugi::xml_node element(const char *name) const
     {
-        return definition.node.find_node(
+        return m_document.find_node(
             [name](const pugi::xml_node &node) { return qstrcmp(node.name(), name) == 0; });
     }
 
-    NETWEIR::Internal::Definition definition;
-
 private:
     pugi::xml_document m_document;
-    NETWEIR::Internal::TypeTable m_types;
+    NETWEIR::Internal::ElaboratedDesign m_design;
+    QString m_error;
+    bool m_isRead = false;
 };
 
 } // namespace TarnTest

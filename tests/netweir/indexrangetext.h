@@ -12,7 +12,7 @@ namespace TarnTest {
 inline QString rangeText(const NETWEIR::Internal::IndexRange &range)
 {
     using NETWEIR::Internal::IndexLimit;
-    if (range.isSingle())
+    if (range.isSingle() && range.step == 0)
         return QString::number(range.low);
     if (range.low == -IndexLimit && range.high == IndexLimit && range.step == 1)
         return QStringLiteral("all");

@@ -46,7 +46,7 @@ QString upTo(const char *variable, const QString &end, const QString &body)
 /// The values of the index at @p place in every round, '?' where it is not known.
 QString roundsAt(const DesignXml &design, const char *place)
 {
-    CountingLoops loops(design.definition, design.types());
+    CountingLoops loops(design->top(), design->types());
     const pugi::xml_node node = design.element(place);
     QStringList rounds;
     loops.forEachRound({node, 0}, [&](const IndexEvaluator &round) {
@@ -107,6 +107,10 @@ void TestCountingLoops::roundsKnowTheirVariables_data()
         "(assign 0 j:s32) (while (begin) (begin (lts i:s32 4)) (begin (index i:s32)) (begin "
         "(assign (add:s32 i:s32 1) i:s32)))",
         "?");
+    row("a variable of another node assigned before",
+        "(assign 0 (varxref name=i)) (while (begin) (begin (lts i:s32 4)) (begin (index i:s32)) "
+        "(begin (assign (add:s32 i:s32 1) i:s32)))",
+        "?");
     row("a member assigned before",
         "(assign 0 (sel:u1 i:s32 0 1)) (while (begin) (begin (lts i:s32 4)) (begin (index i:s32)) "
         "(begin (assign (add:s32 i:s32 1) i:s32)))",
@@ -132,7 +136,7 @@ void TestCountingLoops::roundsKnowTheirVariables_data()
 void TestCountingLoops::roundsKnowTheirVariables()
 {
     QFETCH(QString, process);
-    QTEST(roundsAt(DesignXml(variables(process)), "index"), "expected");
+    QTEST(roundsAt(DesignXml::ofModule(variables(process)), "index"), "expected");
 }
 
 void TestCountingLoops::tooManyRoundsAreOneVisit_data()
@@ -151,7 +155,7 @@ void TestCountingLoops::tooManyRoundsAreOneVisit()
 {
     QFETCH(int, outer);
     QFETCH(int, inner);
-    const DesignXml design(
+    const DesignXml design = DesignXml::ofModule(
         variables(upTo("j", QString::number(outer), upTo("i", QString::number(inner), Index))));
     const QString rounds = roundsAt(design, "index");
     QTEST(int(rounds.count(QLatin1Char(' '))) + 1, "visits");
@@ -161,9 +165,9 @@ void TestCountingLoops::tooManyRoundsAreOneVisit()
 /// A place within a loop leaves nothing known for the next.
 void TestCountingLoops::placesAreIndependent()
 {
-    const DesignXml design(
+    const DesignXml design = DesignXml::ofModule(
         variables(upTo("i", "2", "(first i:s32)") + upTo("j", "2", "(second i:s32)")));
-    CountingLoops loops(design.definition, design.types());
+    CountingLoops loops(design->top(), design->types());
     QStringList rounds;
     for (const char *place : {"first", "second", "first"}) {
         const pugi::xml_node node = design.element(place);

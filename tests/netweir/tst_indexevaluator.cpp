@@ -24,6 +24,7 @@ private Q_SLOTS:
     void knownVariablesHaveOneValue();
     void valuesCanBeForgotten();
     void namesBelongToTheirScope();
+    void deepExpressionsGoByTheirWidth_data();
     void deepExpressionsGoByTheirWidth();
 };
 
@@ -33,9 +34,9 @@ namespace {
 /// when @p isKnown.
 QString valuesText(const QString &expression, bool isKnown)
 {
-    const DesignXml design(
+    const DesignXml design = DesignXml::ofModule(
         QStringLiteral("(var:u3 name=x) (func:u8 name=f) (index %1)").arg(expression));
-    IndexEvaluator indexes(design.definition, design.types());
+    IndexEvaluator indexes(design->top(), design->types());
     if (isKnown)
         indexes.setValue(0, 5);
     return rangeText(indexes.valuesOf(design.element("index").first_child(), 0));
@@ -114,8 +115,8 @@ void TestIndexEvaluator::knownVariablesHaveOneValue()
 
 void TestIndexEvaluator::valuesCanBeForgotten()
 {
-    const DesignXml design(QStringLiteral("(var:u3 name=x) (index x:u3)"));
-    IndexEvaluator indexes(design.definition, design.types());
+    const DesignXml design = DesignXml::ofModule(QStringLiteral("(var:u3 name=x) (index x:u3)"));
+    IndexEvaluator indexes(design->top(), design->types());
     const pugi::xml_node expression = design.element("index").first_child();
     indexes.setValue(0, 5);
     indexes.setValue(0, 6);
@@ -126,23 +127,31 @@ void TestIndexEvaluator::valuesCanBeForgotten()
 
 void TestIndexEvaluator::namesBelongToTheirScope()
 {
-    const DesignXml design(
+    const DesignXml design = DesignXml::ofModule(
         QStringLiteral("(var:u3 name=x) (begin name=g (var:u3 name=x)) (index x:u3)"));
-    IndexEvaluator indexes(design.definition, design.types());
+    IndexEvaluator indexes(design->top(), design->types());
     const pugi::xml_node expression = design.element("index").first_child();
     indexes.setValue(1, 5);
     QCOMPARE(rangeText(indexes.valuesOf(expression, 0)), QStringLiteral("0..7/1"));
     QCOMPARE(rangeText(indexes.valuesOf(expression, 1)), QStringLiteral("5"));
 }
 
+void TestIndexEvaluator::deepExpressionsGoByTheirWidth_data()
+{
+    QTest::addColumn<QString>("level");
+    QTest::newRow("sums") << "(add:u8 0 ";
+    QTest::newRow("extensions") << "(extend:u8 ";
+    QTest::newRow("choices") << "(cond:u8 x:u1 1 ";
+}
+
 void TestIndexEvaluator::deepExpressionsGoByTheirWidth()
 {
-    const auto chain = [](int depth) {
-        return QStringLiteral("(add:u8 0 ").repeated(depth) + QLatin1Char('1') +
-               QStringLiteral(")").repeated(depth);
+    QFETCH(QString, level);
+    const auto nested = [&level](int depth) {
+        return level.repeated(depth) + QLatin1Char('1') + QStringLiteral(")").repeated(depth);
     };
-    QCOMPARE(valuesText(chain(40), false), QStringLiteral("1"));
-    QCOMPARE(valuesText(chain(42), false), QStringLiteral("0..255/1"));
+    QCOMPARE(valuesText(nested(40), false), QStringLiteral("1"));
+    QCOMPARE(valuesText(nested(42), false), QStringLiteral("0..255/1"));
 }
 
 QTEST_APPLESS_MAIN(TestIndexEvaluator)

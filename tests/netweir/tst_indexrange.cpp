@@ -133,12 +133,14 @@ void TestIndexRange::operationsGiveRanges_data()
     row("shiftl", {-1, 1, 1}, single(1), "unknown");
     row("shiftr", single(13), single(2), "3");
     row("shiftr", {4, 13, 3}, single(2), "1..3/1");
+    row("shiftr", {4, 13, 3}, single(0), "4..13/1");
     row("shiftr", {0, Limit, 1}, single(39), "0..2/1");
     row("shiftr", {0, Limit, 1}, single(40), "unknown");
     row("shiftr", single(-1), single(1), "unknown");
     row("and", single(13), single(6), "4");
     row("and", {0, 13, 1}, single(6), "0..6/1");
     row("and", {0, 5, 1}, single(6), "0..5/1");
+    row("and", {0, 5, 1}, single(0), "0..0/1");
     row("and", single(6), {0, 5, 1}, "unknown");
     row("div", single(13), single(6), "2");
     row("div", {6, 13, 1}, single(6), "1..2/1");
@@ -147,7 +149,7 @@ void TestIndexRange::operationsGiveRanges_data()
     row("div", {6, 13, 1}, {1, 2, 1}, "unknown");
     row("moddiv", single(13), single(6), "1");
     row("moddivs", {6, 13, 1}, single(6), "0..5/1");
-    row("moddiv", {6, 13, 1}, single(1), "0");
+    row("moddiv", {6, 13, 1}, single(1), "0..0/1");
     row("moddiv", single(13), single(0), "unknown");
     row("or", single(1), single(2), "no calculation");
 }
@@ -225,6 +227,7 @@ void TestIndexRange::rangesAreBounded_data()
     const IndexRange all{-Limit, Limit, 1};
     row("within", {-Limit, Limit, 2}, {-Limit, Limit, 2});
     row("a single value at the limit", single(Limit), single(Limit));
+    row("a single value at the lower limit", single(-Limit), single(-Limit));
     row("a single value above", single(Limit + 1), all);
     row("a single value below", single(-Limit - 1), all);
     row("the lower part above", {4, Limit + 4, 8}, {4, Limit - 4, 8});
@@ -274,12 +277,14 @@ void TestIndexRange::rangesAreTruncated_data()
     row(single(13), 3, "5");
     row(single(-1), 3, "7");
     row({0, 7, 1}, 3, "0..7/1");
+    row({0, 3, 1}, 3, "0..3/1");
+    row({1, 3, 2}, 3, "1..3/2");
     row({0, 8, 1}, 3, "0..7/1");
     row({0, 8, 4}, 3, "0..4/4");
     row({-1, 1, 2}, 3, "1..7/2");
     row({5, 13, 4}, 3, "1..5/4");
     row({5, 14, 3}, 3, "0..7/1");
-    row({5, 21, 16}, 3, "5");
+    row({5, 21, 16}, 3, "5..5/8");
     row({0, 8, 1}, 0, "0..8/1");
     row({0, Limit, 1}, 39, "0..549755813887/1");
     row({0, Limit, 1}, 40, "0..1099511627776/1");

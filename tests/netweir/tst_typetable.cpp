@@ -77,10 +77,7 @@ QString typeText(const TypeTable &types, int index)
 /// The type table with @p text in it. Its names live in the document.
 struct Table
 {
-    explicit Table(const QString &text)
-        : types(TarnTest::typesOf(document, text))
-    {
-    }
+    explicit Table(const QString &text) { types.read(TarnTest::appendTypes(document, text)); }
 
     int indexOf(const char *id)
     {

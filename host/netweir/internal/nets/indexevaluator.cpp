@@ -68,8 +68,7 @@ IndexRange IndexEvaluator::evaluateSelection(const pugi::xml_node &selection, in
     if (!lowest || !width || *lowest != 0)
         return valuesOfWidth(selection);
     const IndexRange values = evaluate(value, scope, depth + 1);
-    const bool isVariable = std::string_view(value.name()) == "varref";
-    return isVariable ? truncated(values, *width) : wrapped(values, *width);
+    return is(value, "varref") ? truncated(values, *width) : wrapped(values, *width);
 }
 
 IndexRange IndexEvaluator::evaluateOperation(const pugi::xml_node &operation, int scope,
