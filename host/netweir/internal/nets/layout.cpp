@@ -19,6 +19,11 @@ using Kind = DataType::Kind;
 constexpr int LettersOfWork = 64;     ///< As many of a name count as one round.
 constexpr qint64 LargestArray = 4096; ///< Bits of an unpacked array that is shown as buses.
 
+bool isSingleNet(const DataType &type)
+{
+    return type.kind == Kind::Vector && !type.ranged;
+}
+
 QString indexed(const QString &name, int index)
 {
     return name + QLatin1Char('[') + QString::number(index) + QLatin1Char(']');
@@ -40,8 +45,8 @@ PlacedDefinition Layout::place(const Definition &definition) const
         placed.bits += width;
         if (placed.bits > MostBits)
             break;
-        addNets(variable, variable.type, definition.prefixOf(variable.scope) + variable.name,
-                std::string(), placed.variables.back().bit, &placed.nets);
+        const QString name = definition.prefixOf(variable.scope) + variable.name;
+        addNets(variable, {variable.type, name, {}, placed.variables.back().bit}, &placed.nets);
     }
     return placed;
 }
@@ -49,35 +54,42 @@ PlacedDefinition Layout::place(const Definition &definition) const
 BitRange Layout::locate(const PlacedVariable &placed, const Reference &reference,
                         const IndexEvaluator &indexes) const
 {
-    const Variable &variable = *placed.variable;
-    const qint64 whole = placed.width;
     Part part;
-    part.type = variable.type;
-    part.width = whole;
-    part.isMemory = isMemory(variable, part.type, part.path);
+    part.type = placed.variable->type;
+    part.width = placed.width;
+    part.isMemory = isMemory(*placed.variable, part.type, part.path);
     for (const pugi::xml_node &step : reference.steps) {
-        if (part.isMemory)
+        if (part.isMemory || part.width <= 0)
             break;
-        const std::string_view tag = step.name();
-        const pugi::xml_node index = step.first_child().next_sibling();
-        if (tag == "arraysel") {
-            selectElement(variable, indexes.valuesOf(index, reference.scope), &part);
-        } else if (tag == "structsel") {
-            selectMember(variable, attribute(step, "name"), &part);
-        } else if (tag == "sel") {
-            part.start = part.start + indexes.valuesOf(index, reference.scope);
-            part.width = constantValue(index.next_sibling()).value_or(part.width);
-            part.type = -1;
-        } else {
-            selectSlice(variable, constantValue(index).value_or(-1),
-                        constantValue(index.next_sibling()).value_or(0), &part);
-        }
+        select(*placed.variable, step, reference.scope, indexes, &part);
     }
+    return bitsOf(placed, part);
+}
 
-    // Only what lies within the variable is ever written.
+void Layout::select(const Variable &variable, const pugi::xml_node &step, int scope,
+                    const IndexEvaluator &indexes, Part *part) const
+{
+    const pugi::xml_node index = step.first_child().next_sibling();
+    if (is(step, "arraysel")) {
+        selectElement(variable, indexes.valuesOf(index, scope), part);
+    } else if (is(step, "structsel")) {
+        selectMember(variable, attribute(step, "name"), part);
+    } else if (is(step, "sel")) {
+        part->start = part->start + indexes.valuesOf(index, scope);
+        part->width = constantValue(index.next_sibling()).value_or(part->width);
+        part->type = -1;
+    } else {
+        selectSlice(variable, constantValue(index).value_or(-1),
+                    constantValue(index.next_sibling()).value_or(0), part);
+    }
+}
+
+/// Only what lies within the variable is ever written.
+BitRange Layout::bitsOf(const PlacedVariable &placed, const Part &part)
+{
     BitRange range;
     range.low = part.start.low;
-    range.high = std::min(part.start.high, whole - 1);
+    range.high = std::min(part.start.high, placed.width - 1);
     range.step = std::max<qint64>(part.start.step, 1);
     range.width = part.width;
     if (range.low < 0 && part.start.isSingle()) {
@@ -90,8 +102,15 @@ BitRange Layout::locate(const PlacedVariable &placed, const Reference &reference
         return {};
     range.low += placed.bit;
     range.high += placed.bit;
-    range.end = placed.bit + whole;
+    range.end = placed.bit + placed.width;
     return range;
+}
+
+/// The unpacked array that @p part is; null for other parts.
+const DataType *Layout::arrayOf(const Part &part) const
+{
+    const DataType *type = part.type < 0 ? nullptr : &m_types.at(part.type);
+    return type && type->kind == Kind::UnpackedArray ? type : nullptr;
 }
 
 bool Layout::isMemory(const Variable &variable, int type, const std::string &path) const
@@ -124,19 +143,19 @@ qint64 Layout::storedWidth(const Variable &variable, int typeIndex, const std::s
 /// The elaborator counts elements from the lowest index on.
 void Layout::selectElement(const Variable &variable, const IndexRange &index, Part *part) const
 {
-    if (part->type < 0 || m_types.at(part->type).kind != Kind::UnpackedArray)
+    const DataType *array = arrayOf(*part);
+    if (!array)
         return;
-    const DataType &array = m_types.at(part->type);
-    const qint64 count = array.elements();
-    part->type = array.element;
-    part->width = storedWidth(variable, array.element, part->path);
+    const qint64 count = array->elements();
+    part->type = array->element;
+    part->width = storedWidth(variable, array->element, part->path);
     if (!index.isSingle()) {
         part->start = part->start + IndexRange{0, (count - 1) * part->width, part->width};
     } else if (index.low < 0 || index.low >= count) {
         part->width = 0;
     } else {
-        const qint64 place = array.left > array.right ? index.low : count - 1 - index.low;
-        part->start = part->start + IndexRange{place * part->width, place * part->width, 0};
+        const qint64 below = array->left > array->right ? index.low : count - 1 - index.low;
+        part->start = part->start + IndexRange::single(below * part->width);
     }
     part->isMemory = isMemory(variable, part->type, part->path);
 }
@@ -144,19 +163,18 @@ void Layout::selectElement(const Variable &variable, const IndexRange &index, Pa
 /// @p count elements of an array, the lowest index being @p lowest.
 void Layout::selectSlice(const Variable &variable, qint64 lowest, qint64 count, Part *part) const
 {
-    if (part->type < 0 || m_types.at(part->type).kind != Kind::UnpackedArray)
+    const DataType *array = arrayOf(*part);
+    if (!array)
         return;
-    const DataType &array = m_types.at(part->type);
-    const qint64 width = storedWidth(variable, array.element, part->path);
-    if (lowest < 0 || count < 1 || count > array.elements() - lowest) {
+    part->type = -1;
+    if (lowest < 0 || count < 1 || count > array->elements() - lowest) {
         part->width = 0;
         return;
     }
-    const qint64 place =
-        (array.left > array.right ? lowest : array.elements() - lowest - count) * width;
-    part->start = part->start + IndexRange{place, place, 0};
+    const qint64 width = storedWidth(variable, array->element, part->path);
+    const qint64 below = array->left > array->right ? lowest : array->elements() - lowest - count;
+    part->start = part->start + IndexRange::single(below * width);
     part->width = count * width;
-    part->type = -1;
 }
 
 void Layout::selectMember(const Variable &variable, std::string_view name, Part *part) const
@@ -170,7 +188,7 @@ void Layout::selectMember(const Variable &variable, std::string_view name, Part 
         const qint64 width = storedWidth(variable, member->type, path);
         if (member->name == name) {
             if (type.kind == Kind::Struct)
-                part->start = part->start + IndexRange{below, below, 0};
+                part->start = part->start + IndexRange::single(below);
             part->width = width;
             part->type = member->type;
             part->path = path;
@@ -181,42 +199,61 @@ void Layout::selectMember(const Variable &variable, std::string_view name, Part 
     }
 }
 
-/// Lists @p name as it is declared: one entry a single net, vector or innermost dimension.
-void Layout::addNets(const Variable &variable, int typeIndex, const QString &name,
-                     const std::string &path, qint64 bit, std::vector<PlacedNet> *nets) const
+/// Lists a part as it is declared: one entry a single net, vector or innermost dimension.
+void Layout::addNets(const Variable &variable, const NamedPart &part,
+                     std::vector<PlacedNet> *nets) const
 {
-    ReadGuard::check(1 + name.size() / LettersOfWork);
-    const DataType &type = m_types.at(typeIndex);
+    ReadGuard::check(1 + part.name.size() / LettersOfWork);
+    const DataType &type = m_types.at(part.type);
     const auto add = [&](bool isBus, int left, int right) {
-        nets->push_back({name, isBus, false, left, right, bit});
+        nets->push_back({part.name, isBus, false, left, right, part.bit});
     };
-    if (type.kind == Kind::Vector)
+    switch (type.kind) {
+    case Kind::Vector:
         return add(type.ranged, type.left, type.right);
-    if (type.kind == Kind::Union && !type.holdsUnpackedArray)
-        return add(type.width > 1, int(type.width - 1), 0);
-    if (type.kind == Kind::Struct || type.kind == Kind::Union) {
-        qint64 below = storedWidth(variable, typeIndex, path);
-        for (const DataType::Member &member : type.members) {
-            const std::string inner = memberPath(path, member.name);
-            below -= storedWidth(variable, member.type, inner);
-            addNets(variable, member.type, name + QLatin1Char('.') + toQString(member.name), inner,
-                    type.kind == Kind::Struct ? bit + below : bit, nets);
-        }
-        return;
+    case Kind::PackedArray:
+        return isSingleNet(m_types.at(type.element)) ? add(true, type.left, type.right)
+                                                     : addElements(variable, part, nets);
+    case Kind::Struct:
+        return addMembers(variable, part, nets);
+    case Kind::Union:
+        return type.holdsUnpackedArray ? addMembers(variable, part, nets)
+                                       : add(type.width > 1, int(type.width - 1), 0);
+    case Kind::UnpackedArray:
+        if (!isMemory(variable, part.type, part.path))
+            return addElements(variable, part, nets);
+        break;
+    default:
+        break;
     }
-    const bool isArray = type.kind == Kind::PackedArray || type.kind == Kind::UnpackedArray;
-    if (!isArray || isMemory(variable, typeIndex, path)) {
-        nets->push_back({name, false, true, 0, 0, bit});
-        return;
+    nets->push_back({part.name, false, true, 0, 0, part.bit});
+}
+
+void Layout::addMembers(const Variable &variable, const NamedPart &part,
+                        std::vector<PlacedNet> *nets) const
+{
+    const DataType &type = m_types.at(part.type);
+    qint64 below = storedWidth(variable, part.type, part.path);
+    for (const DataType::Member &member : type.members) {
+        const std::string path = memberPath(part.path, member.name);
+        below -= storedWidth(variable, member.type, path);
+        const qint64 bit = type.kind == Kind::Struct ? part.bit + below : part.bit;
+        const QString name = part.name + QLatin1Char('.') + toQString(member.name);
+        addNets(variable, {member.type, name, path, bit}, nets);
     }
-    const DataType &element = m_types.at(type.element);
-    if (type.kind == Kind::PackedArray && element.kind == Kind::Vector && !element.ranged)
-        return add(true, type.left, type.right);
-    const qint64 width = storedWidth(variable, type.element, path);
+}
+
+void Layout::addElements(const Variable &variable, const NamedPart &part,
+                         std::vector<PlacedNet> *nets) const
+{
+    const DataType &type = m_types.at(part.type);
+    const qint64 width = storedWidth(variable, type.element, part.path);
     const int step = type.left > type.right ? -1 : 1;
-    for (qint64 i = 0, left = type.elements() - 1; left >= 0; ++i, --left) {
-        addNets(variable, type.element, indexed(name, int(type.left + i * step)), path,
-                bit + left * width, nets);
+    qint64 bit = part.bit + type.elements() * width;
+    for (qint64 i = 0; i < type.elements(); ++i) {
+        bit -= width;
+        const QString name = indexed(part.name, int(type.left + i * step));
+        addNets(variable, {type.element, name, part.path, bit}, nets);
     }
 }
 

@@ -45,13 +45,30 @@ private:
         qint64 width = 0;
     };
 
+    /// A variable or a part of it that is to be listed.
+    struct NamedPart
+    {
+        int type = -1;
+        QString name;
+        std::string path; ///< As above.
+        qint64 bit = 0;   ///< The least significant one.
+    };
+
+    static BitRange bitsOf(const PlacedVariable &placed, const Part &part);
+    const DataType *arrayOf(const Part &part) const;
     bool isMemory(const Variable &variable, int type, const std::string &path) const;
     qint64 storedWidth(const Variable &variable, int type, const std::string &path) const;
+    void select(const Variable &variable, const pugi::xml_node &step, int scope,
+                const IndexEvaluator &indexes, Part *part) const;
     void selectElement(const Variable &variable, const IndexRange &index, Part *part) const;
     void selectSlice(const Variable &variable, qint64 lowest, qint64 count, Part *part) const;
     void selectMember(const Variable &variable, std::string_view name, Part *part) const;
-    void addNets(const Variable &variable, int type, const QString &name, const std::string &path,
-                 qint64 bit, std::vector<PlacedNet> *nets) const;
+    void addNets(const Variable &variable, const NamedPart &part,
+                 std::vector<PlacedNet> *nets) const;
+    void addMembers(const Variable &variable, const NamedPart &part,
+                    std::vector<PlacedNet> *nets) const;
+    void addElements(const Variable &variable, const NamedPart &part,
+                     std::vector<PlacedNet> *nets) const;
 
     const TypeTable &m_types;
     const Memories &m_memories;
