@@ -1,0 +1,212 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "designxml.h"
+
+#include <support/files.h>
+#include <support/testcase.h>
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace NETWEIR::Internal;
+using TarnTest::DesignXml;
+
+class TestElaboratedDesign : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void otherDocumentsAreRefused_data();
+    void otherDocumentsAreRefused();
+    void topsAreFound_data();
+    void topsAreFound();
+    void definitionsComeBottomUp_data();
+    void definitionsComeBottomUp();
+    void instancesAreFoundByTheirRawName();
+    void routinesTellWhatTheyWrite_data();
+    void routinesTellWhatTheyWrite();
+    void variablesOfPackagesAreToldBySource_data();
+    void variablesOfPackagesAreToldBySource();
+};
+
+void TestElaboratedDesign::otherDocumentsAreRefused_data()
+{
+    QTest::addColumn<QString>("document");
+    QTest::newRow("nothing") << "";
+    QTest::newRow("another root") << "(other (netlist (typetable)))";
+    QTest::newRow("no netlist") << "(verilator_xml (files))";
+    QTest::newRow("no types") << "(verilator_xml (netlist (module name=top topModule=1)))";
+}
+
+void TestElaboratedDesign::otherDocumentsAreRefused()
+{
+    QFETCH(QString, document);
+    pugi::xml_document xml;
+    TarnTest::appendElements(xml, document);
+    ElaboratedDesign design;
+    QString error;
+    QVERIFY(!design.read(xml, {}, {}, &error));
+    QCOMPARE(error, QStringLiteral("The elaborated design holds no netlist."));
+}
+
+void TestElaboratedDesign::topsAreFound_data()
+{
+    QTest::addColumn<QString>("netlist");
+    QTest::addColumn<bool>("isWrapped");
+    QTest::addColumn<QString>("expected"); ///< Empty when there is none.
+    const QString leaf = QStringLiteral(" (module name=leaf origName=leaf)");
+    const QString pair = QStringLiteral("(module name=a origName=a topModule=1 "
+                                        "(instance name=u defName=leaf) (instance name=w "
+                                        "defName=leaf))");
+    const QString one =
+        QStringLiteral("(module name=a origName=a topModule=1 (instance name=u defName=leaf))");
+    QTest::newRow("a top") << one + leaf << false << "a";
+    QTest::newRow("a top behind others") << leaf + one << false << "a";
+    QTest::newRow("none") << leaf << false << "";
+    QTest::newRow("not the top") << "(module name=a topModule=2)" << false << "";
+    QTest::newRow("the first of two")
+        << one + "(module name=leaf origName=leaf topModule=1)" << false << "a";
+    QTest::newRow("wrapped") << one + leaf << true << "leaf";
+    QTest::newRow("wrapped with another") << pair + leaf << true << "";
+    QTest::newRow("a wrapper of nothing") << "(module name=a topModule=1)" << true << "";
+    QTest::newRow("a wrapper of something unknown") << one << true << "";
+}
+
+void TestElaboratedDesign::topsAreFound()
+{
+    QFETCH(QString, netlist);
+    QFETCH(bool, isWrapped);
+    QFETCH(QString, expected);
+    pugi::xml_document xml;
+    TarnTest::appendElements(
+        xml, QStringLiteral("(verilator_xml (netlist %1 (typetable)))").arg(netlist));
+    ReadOptions options;
+    options.topIsWrapped = isWrapped;
+    ElaboratedDesign design;
+    QString error;
+    if (design.read(xml, options, {}, &error)) {
+        QCOMPARE(design.top().sourceName, expected);
+    } else {
+        QCOMPARE(expected, QString());
+        QCOMPARE(error, QStringLiteral("The elaborated design holds no top module."));
+    }
+}
+
+void TestElaboratedDesign::definitionsComeBottomUp_data()
+{
+    QTest::addColumn<QString>("modules");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("one") << "(module name=a origName=a)"
+                         << "a";
+    QTest::newRow("a chain") << "(module name=a origName=a (instance name=u defName=b)) "
+                                "(module name=b origName=b (instance name=u defName=c)) "
+                                "(module name=c origName=c)"
+                             << "c b a";
+    QTest::newRow("used twice") << "(module name=a origName=a (instance name=u defName=c) "
+                                   "(instance name=w defName=b)) "
+                                   "(module name=b origName=b (instance name=u defName=c)) "
+                                   "(module name=c origName=c)"
+                                << "c b a";
+    QTest::newRow("not reached") << "(module name=a origName=a) (module name=b origName=b)"
+                                 << "a";
+    QTest::newRow("not in the XML") << "(module name=a origName=a (instance name=u defName=b))"
+                                    << "a";
+    QTest::newRow("itself") << "(module name=a origName=a (instance name=u defName=a))"
+                            << "Module \"a\" contains itself.";
+    QTest::newRow("a circle below the top")
+        << "(module name=a origName=a (instance name=u defName=b)) "
+           "(module name=b origName=b (instance name=u defName=c)) "
+           "(module name=c origName=c (instance name=u defName=b))"
+        << "Module \"b\" contains itself.";
+}
+
+void TestElaboratedDesign::definitionsComeBottomUp()
+{
+    QFETCH(QString, modules);
+    const DesignXml design(modules);
+    QStringList names;
+    for (const Definition *definition : design->bottomUp())
+        names += definition->sourceName;
+    const QString found = design.error().isEmpty() ? names.join(QLatin1Char(' ')) : design.error();
+    QTEST(found, "expected");
+}
+
+/// Two modules whose decoded names look the same, and one with parameter values.
+void TestElaboratedDesign::instancesAreFoundByTheirRawName()
+{
+    const DesignXml design(QStringLiteral(
+        "(module name=top origName=top (instance name=u defName=a__02f) (instance name=w "
+        "defName=m__P4)) (module name=a/ origName=a__02f) (module name=m__P4 origName=m) "
+        "(module name=m__P8 origName=m)"));
+    const Definition &top = design->top();
+    QCOMPARE(top.instances[0].definition->sourceName, QStringLiteral("a/"));
+    QCOMPARE(top.instances[1].definition->sourceName, QStringLiteral("m"));
+    QCOMPARE(top.instances[1].definition->rawName, std::string("m__P4"));
+}
+
+void TestElaboratedDesign::routinesTellWhatTheyWrite_data()
+{
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<QString>("expected"); ///< 'w' for what is written, '.' for the others.
+    QTest::newRow("a task of the module") << "(taskref name=t)"
+                                          << ".ww";
+    QTest::newRow("a function, whose result comes first") << "(funcref name=f)"
+                                                          << ".w";
+    QTest::newRow("of a package") << "(taskref name=p)"
+                                  << "w";
+    QTest::newRow("of another module, by its name") << "(taskref name=o)"
+                                                    << ".w";
+    QTest::newRow("several of one name") << "(taskref name=s)"
+                                         << "ww.";
+    QTest::newRow("unknown") << "(taskref name=z)"
+                             << "";
+}
+
+void TestElaboratedDesign::routinesTellWhatTheyWrite()
+{
+    QFETCH(QString, call);
+    const DesignXml design(
+        QStringLiteral("(module name=top origName=top "
+                       "(task name=t (var name=a dir=input) (var name=b dir=output) (var name=l) "
+                       "(var name=c dir=inout)) "
+                       "(func name=f (var name=f dir=output) (var name=a dir=input) (var name=b "
+                       "dir=ref)) %1) "
+                       "(module name=other origName=other "
+                       "(task name=o (var name=a dir=input) (var name=b dir=output)) "
+                       "(task name=s (var name=a dir=output))) "
+                       "(package name=pk (task name=p (var name=a dir=output)) "
+                       "(func name=s (var name=s) (var name=a dir=input) (var name=b dir=output) "
+                       "(var name=c dir=input)))")
+            .arg(call));
+    const Definition &top = design->top();
+    QString found;
+    for (const bool isWritten : design->writtenArguments(top, top.calls.front()))
+        found += QLatin1Char(isWritten ? 'w' : '.');
+    QTEST(found, "expected");
+}
+
+void TestElaboratedDesign::variablesOfPackagesAreToldBySource_data()
+{
+    QTest::addColumn<QString>("reference");
+    QTest::addColumn<bool>("expected");
+    QTest::newRow("behind the name of the package") << "(varref name=v loc=a,1,5,1,6)" << true;
+    QTest::newRow("by its name alone") << "(varref name=v loc=a,2,3,2,4)" << false;
+    QTest::newRow("another name") << "(varref name=w loc=a,1,5,1,6)" << false;
+    QTest::newRow("without a source") << "(varref name=v)" << false;
+}
+
+void TestElaboratedDesign::variablesOfPackagesAreToldBySource()
+{
+    QFETCH(QString, reference);
+    QTemporaryDir folder;
+    TarnTest::writeFile(folder.filePath(QStringLiteral("a.v")), "p:: v\n= v\n");
+    const DesignXml design(QStringLiteral("(module name=top origName=top (use %1)) "
+                                          "(package name=p (var name=v))")
+                               .arg(reference),
+                           {}, {}, folder.path(), QStringLiteral("(file id=a filename=a.v)"));
+    const Reference made{design.element("use").first_child(), {}, 0};
+    QTEST(design->isToPackage(made), "expected");
+}
+
+QTEST_APPLESS_MAIN(TestElaboratedDesign)
+#include "tst_elaborateddesign.moc"
