@@ -111,19 +111,7 @@ void ConfigReader::readVersion()
 void ConfigReader::readCore()
 {
     auto core = std::make_unique<TarnCore>(0);
-    for (const QXmlStreamAttribute &attribute : attributes(ConfigFormat::Index)) {
-        const QStringRef name = attribute.qualifiedName();
-        if (name == ConfigFormat::Index)
-            take(attribute, &core->index);
-        else if (name == ConfigFormat::Module)
-            take(attribute, &core->module);
-        else if (name == ConfigFormat::UserClock)
-            take(attribute, &core->userClock);
-        else if (name == ConfigFormat::SyncUserClock)
-            take(attribute, &core->syncUserClock);
-        else
-            refuseAttribute(attribute);
-    }
+    readCoreAttributes(core.get());
     while (nextElement()) {
         if (isElement(ConfigFormat::ProbeIn)) {
             auto port = std::make_unique<ProbeIn>();
@@ -138,6 +126,23 @@ void ConfigReader::readCore()
         }
     }
     m_cores.push_back(std::move(core));
+}
+
+void ConfigReader::readCoreAttributes(TarnCore *core)
+{
+    for (const QXmlStreamAttribute &attribute : attributes(ConfigFormat::Index)) {
+        const QStringRef name = attribute.qualifiedName();
+        if (name == ConfigFormat::Index)
+            take(attribute, &core->index);
+        else if (name == ConfigFormat::Module)
+            take(attribute, &core->module);
+        else if (name == ConfigFormat::UserClock)
+            take(attribute, &core->userClock);
+        else if (name == ConfigFormat::SyncUserClock)
+            take(attribute, &core->syncUserClock);
+        else
+            refuseAttribute(attribute);
+    }
 }
 
 void ConfigReader::readPort(ProbeIn *port, QString *initialValue)
@@ -209,9 +214,7 @@ bool ConfigReader::nextElement()
             checkEncoding();
             break;
         case QXmlStreamReader::Characters:
-            if (!m_xml.isWhitespace())
-                refuse(tr("The text \"%1\" stands between elements. Remove it.")
-                           .arg(shown(m_xml.text().trimmed())));
+            checkCharacters();
             break;
         case QXmlStreamReader::DTD:
             refuse(tr("The file has a document type declaration. Remove it."));
@@ -229,6 +232,13 @@ void ConfigReader::checkEncoding()
     if (!encoding.isEmpty() && encoding.compare(ConfigFormat::Encoding, Qt::CaseInsensitive) != 0)
         refuse(tr("The file declares the encoding \"%1\" instead of \"%2\". Convert it.")
                    .arg(shown(encoding), ConfigFormat::Encoding));
+}
+
+void ConfigReader::checkCharacters()
+{
+    if (!m_xml.isWhitespace())
+        refuse(tr("The text \"%1\" stands between elements. Remove it.")
+                   .arg(shown(m_xml.text().trimmed())));
 }
 
 /// The attributes of the current element; refuses the element when it lacks @p required.

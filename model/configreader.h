@@ -46,11 +46,13 @@ private:
     void readDocument();
     void readVersion();
     void readCore();
+    void readCoreAttributes(TarnCore *core);
     void readPort(ProbeIn *port, QString *initialValue);
     void readSignal(SignalItem *signal);
 
     bool nextElement();
     void checkEncoding();
+    void checkCharacters();
     bool isElement(const QString &name) const { return m_xml.qualifiedName() == name; }
     QXmlStreamAttributes attributes(const QString &required);
 

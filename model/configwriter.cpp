@@ -7,6 +7,8 @@
 
 #include <QBuffer>
 
+#include <algorithm>
+
 namespace TARN {
 
 ConfigWriter::ConfigWriter(const QList<TarnCore *> &cores)
@@ -17,7 +19,8 @@ ConfigWriter::ConfigWriter(const QList<TarnCore *> &cores)
 QByteArray ConfigWriter::content()
 {
     m_error.clear();
-    if (!checkCores())
+    const auto check = [this](const TarnCore *core) { return checkCore(core); };
+    if (!std::all_of(m_cores.cbegin(), m_cores.cend(), check))
         return QByteArray();
 
     // Through a device: only then does the declaration carry the encoding.
@@ -41,26 +44,21 @@ QByteArray ConfigWriter::content()
     return buffer.data();
 }
 
-bool ConfigWriter::checkCores()
+bool ConfigWriter::checkCore(const TarnCore *core)
 {
-    for (const TarnCore *core : m_cores) {
-        if (!core) {
-            m_error = QStringLiteral("the list of cores holds a null pointer");
-            return false;
-        }
-        if (!checkText(core->module) || !checkText(core->userClock))
-            return false;
-        for (const ProbeIn *port : core->probeIns) {
-            if (!checkSignals(port->signals, ConfigFormat::SignalDepth))
-                return false;
-        }
-        for (const ProbeOut *port : core->probeOuts) {
-            if (!checkText(port->initialValue) ||
-                !checkSignals(port->signals, ConfigFormat::SignalDepth))
-                return false;
-        }
+    if (!core) {
+        m_error = QStringLiteral("the list of cores holds a null pointer");
+        return false;
     }
-    return true;
+    const auto checkIn = [this](const ProbeIn *port) {
+        return checkSignals(port->signals, ConfigFormat::SignalDepth);
+    };
+    const auto checkOut = [&](const ProbeOut *port) {
+        return checkText(port->initialValue) && checkIn(port);
+    };
+    return checkText(core->module) && checkText(core->userClock) &&
+           std::all_of(core->probeIns.cbegin(), core->probeIns.cend(), checkIn) &&
+           std::all_of(core->probeOuts.cbegin(), core->probeOuts.cend(), checkOut);
 }
 
 bool ConfigWriter::checkSignals(const QList<SignalItem> &list, int depth)

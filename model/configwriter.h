@@ -31,7 +31,7 @@ public:
     QString errorText() const { return m_error; }
 
 private:
-    bool checkCores();
+    bool checkCore(const TarnCore *core);
     bool checkSignals(const QList<SignalItem> &list, int depth);
     bool checkText(const QString &text);
     void writeCore(const TarnCore &core);

@@ -16,9 +16,7 @@
 #include <QFileInfo>
 #include <QPointer>
 
-namespace TARN {
-
-namespace Impl {
+namespace TARN::Impl {
 
 struct TarnViewManager_Private
 {
@@ -28,7 +26,9 @@ struct TarnViewManager_Private
     bool hasCurrent = false;        ///< The active view is currentView.
 };
 
-} // namespace Impl
+} // namespace TARN::Impl
+
+namespace TARN {
 
 TarnViewManager *TarnViewManager::s_instance = new TarnViewManager;
 

@@ -449,17 +449,15 @@ bool TarnView::readRtlNetlist()
     getRtlModules(info, tops, modules, messages);
     if (!self || showParserErrors(messages))
         return false;
-    if (modules.isEmpty() && !top.isEmpty()) {
-        showError(tr("Invalid Top Module"),
-                  tr("No module named \"%1\", please reset top module.").arg(top));
-        return false;
-    }
     if (!modules.isEmpty() && tops.size() == 1)
         return installNetlist(top);
-    if (!modules.isEmpty() && top.isEmpty())
+    if (modules.isEmpty() && !top.isEmpty())
+        showError(tr("Invalid Top Module"),
+                  tr("No module named \"%1\", please reset top module.").arg(top));
+    else if (!modules.isEmpty() && top.isEmpty())
         showError(tr("Multiple Top Module"), tr("Multiple top, please set top module."));
     else
-        showError(tr("Design files contain some errors"), tr("Get no module from design."));
+        showNoModule();
     return false;
 }
 
@@ -470,7 +468,7 @@ bool TarnView::installNetlist(const QString &top)
     if (!self)
         return false;
     if (!netlist) {
-        showError(tr("Design files contain some errors"), tr("Get no module from design."));
+        showNoModule();
         return false;
     }
     const QString found = netlist->top()->instName();
@@ -520,6 +518,11 @@ bool TarnView::showParserErrors(const QStringList &messages)
 void TarnView::showError(const QString &title, const QString &text)
 {
     showMessage(this, {QMessageBox::Critical, title, text});
+}
+
+void TarnView::showNoModule()
+{
+    showError(tr("Design files contain some errors"), tr("Get no module from design."));
 }
 
 QStringList TarnView::includePaths() const

@@ -141,6 +141,7 @@ private:
     void closeUnsaved(ReloadBanner *banner);
     void showDesignBanner(const QString &text);
     void showError(const QString &title, const QString &text);
+    void showNoModule();
     bool showParserErrors(const QStringList &messages);
     bool installNetlist(const QString &top);
 
