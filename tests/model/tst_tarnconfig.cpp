@@ -104,6 +104,7 @@ private:
         return m_folder.filePath(name);
     }
     Cores reread(const QList<TarnCore *> &cores);
+    QString refusalOf(const QString &file);
     static void valueRow(const QByteArray &element, const QByteArray &name, const QByteArray &value,
                          const QByteArray &allowed);
 
@@ -121,6 +122,21 @@ Cores TestTarnConfig::reread(const QList<TarnCore *> &cores)
     if (!ok || !error.isEmpty() || !TARN::checkTARNFile(path()))
         QTest::qFail(qPrintable(error), __FILE__, __LINE__);
     return result;
+}
+
+/// The error of reading @p file. Fails unless reading gives no core and the check refuses the file
+/// with the same error on the debug stream.
+QString TestTarnConfig::refusalOf(const QString &file)
+{
+    bool ok = true;
+    QString error;
+    const Cores cores(TARN::readTARNConfigFromXml(file, &ok, &error));
+    clearDebugLines();
+    if (ok || !cores.list.isEmpty())
+        QTest::qFail("read", __FILE__, __LINE__);
+    if (TARN::checkTARNFile(file) || debugLines() != QStringList{error})
+        QTest::qFail("check and reading differ", __FILE__, __LINE__);
+    return error;
 }
 
 void TestTarnConfig::newFileHoldsNoCore()
@@ -587,19 +603,12 @@ void TestTarnConfig::refusalsSayWhatAndWhere()
     QFETCH(QByteArray, content);
     QFETCH(QString, reason);
     writeFile(path(), content);
-    bool ok = true;
-    QString error;
-    QVERIFY(TARN::readTARNConfigFromXml(path(), &ok, &error).isEmpty());
-    QVERIFY(!ok);
+    const QString error = refusalOf(path());
     QVERIFY2(error.contains(reason), qPrintable(error));
     const QString start = QStringLiteral("Can not read %1. Line ").arg(path());
     QVERIFY2(error.startsWith(start), qPrintable(error));
     QVERIFY(!error.contains(QLatin1Char('\n')));
     QVERIFY(error.size() < 500);
-
-    clearDebugLines();
-    QVERIFY(!TARN::checkTARNFile(path()));
-    QCOMPARE(debugLines(), QStringList{error});
 }
 
 void TestTarnConfig::everyTruncationIsRefused()
@@ -637,15 +646,9 @@ void TestTarnConfig::unreadablePathsAreRefused()
     QFile::link(path(QStringLiteral("gone")), path(QStringLiteral("dangling")));
     QFile::link(path(QStringLiteral("loop")), path(QStringLiteral("loop")));
 
-    bool ok = true;
-    QString error;
-    QVERIFY(TARN::readTARNConfigFromXml(path(name), &ok, &error).isEmpty());
-    QVERIFY(!ok);
+    const QString error = refusalOf(path(name));
     const QString start = QStringLiteral("Can not read %1. ").arg(path(name));
     QVERIFY2(error.startsWith(start) && error.size() > start.size(), qPrintable(error));
-    clearDebugLines();
-    QVERIFY(!TARN::checkTARNFile(path(name)));
-    QCOMPARE(debugLines(), QStringList{error});
 }
 
 void TestTarnConfig::oversizedFileIsRefused()

@@ -29,6 +29,15 @@ QList<int> indexesOf(const QList<Port *> &ports)
     return indexes;
 }
 
+/// Adds @p count ports of either kind.
+void addPorts(TarnCore *core, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        core->addProbeIn(i);
+        core->addProbeOut(i);
+    }
+}
+
 } // namespace
 
 class TestTarnCore : public TarnTest::TestCase
@@ -78,10 +87,7 @@ void TestTarnCore::newPortsGoToTheEnd()
 void TestTarnCore::removingDeletesThePortAtThePosition()
 {
     TarnCore core(0);
-    for (int i = 0; i < 3; ++i) {
-        core.addProbeIn(i);
-        core.addProbeOut(i);
-    }
+    addPorts(&core, 3);
     core.removeProbeIn(1);
     core.removeProbeOut(0);
     QCOMPARE(indexesOf(core.probeIns), (QList<int>{0, 2}));
@@ -101,10 +107,7 @@ void TestTarnCore::removingOutOfRangeDoesNothing()
 {
     QFETCH(int, position);
     TarnCore core(0);
-    for (int i = 0; i < 2; ++i) {
-        core.addProbeIn(i);
-        core.addProbeOut(i);
-    }
+    addPorts(&core, 2);
     core.removeProbeIn(position);
     core.removeProbeOut(position);
     QCOMPARE(indexesOf(core.probeIns), (QList<int>{0, 1}));
@@ -114,10 +117,7 @@ void TestTarnCore::removingOutOfRangeDoesNothing()
 void TestTarnCore::renumberingFollowsThePositions()
 {
     TarnCore core(0);
-    for (int i = 0; i < 3; ++i) {
-        core.addProbeIn(i);
-        core.addProbeOut(i);
-    }
+    addPorts(&core, 3);
     core.removeProbeIn(1);
     core.removeProbeOut(0);
     core.updateProbeIn();
@@ -144,10 +144,7 @@ void TestTarnCore::gettersLookUpPositions()
 void TestTarnCore::portsWithSignalsAreAvailable()
 {
     TarnCore core(0);
-    for (int i = 0; i < 3; ++i) {
-        core.addProbeIn(i);
-        core.addProbeOut(i);
-    }
+    addPorts(&core, 3);
     QVERIFY(core.getAvailableProbeIns().isEmpty());
     QVERIFY(core.getAvailableProbeOuts().isEmpty());
 
