@@ -1,19 +1,22 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include <netweir/internal/modules/designscopes.h>
+#include <netweir/internal/modules/packagecheck.h>
 #include <netweir/internal/modules/sourceorder.h>
+#include <netweir/internal/modules/typeuses.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 
 #include "designfixture.h"
 #include "netlisttext.h"
 
+#include <support/processortime.h>
 #include <support/testcase.h>
 
 #include <QApplication>
 #include <QtTest>
 
 #include <algorithm>
-#include <ctime>
 #include <iterator>
 #include <random>
 
@@ -56,27 +59,35 @@ PreprocessedText textOf(const Sources &sources)
     return PreprocessedText(output, files, {});
 }
 
+/// What a design is made of, up to the order of its texts.
+struct Order
+{
+    explicit Order(const Sources &sources)
+        : design(designOf(sources))
+        , text(textOf(sources))
+        , scopes(design, text)
+        , order(scopes, findTypeUses(design, text, scopes))
+    {
+    }
+
+    DesignSources design;
+    PreprocessedText text;
+    DesignScopes scopes;
+    SourceOrder order;
+};
+
 /// The pieces by the names of their files, packages parts of them as FILE/BLOCK.
 QString orderText(const Sources &sources)
 {
-    const DesignSources design = designOf(sources);
-    const PreprocessedText text = textOf(sources);
-    const SourceOrder order(design, text);
+    const Order found(sources);
     QStringList names;
-    for (const TextPiece &piece : order.pieces()) {
-        QString name = design.files[piece.text].path;
+    for (const TextPiece &piece : found.order.pieces()) {
+        QString name = found.design.files[piece.text].path;
         for (const int block : piece.blocks)
             name += QLatin1Char('/') + QString::number(block);
         names.append(name);
     }
     return names.join(QLatin1Char(' '));
-}
-
-qint64 processorNanoseconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return time.tv_sec * Q_INT64_C(1000000000) + time.tv_nsec;
 }
 
 void addTo(TarnTest::DesignFixture *design, const Sources &sources)
@@ -386,11 +397,10 @@ void TestSourceOrder::errorsNameTheFirstUse_data()
 void TestSourceOrder::errorsNameTheFirstUse()
 {
     QFETCH(Sources, sources);
-    const DesignSources design = designOf(sources);
-    const PreprocessedText text = textOf(sources);
-    const SourceOrder order(design, text);
-    QTEST(order.errors(), "errors");
-    QTEST(order.suspicions(), "suspicions");
+    const Order found(sources);
+    const PackageCheck check(found.design, found.text, found.scopes);
+    QTEST(check.errors(), "errors");
+    QTEST(check.suspicions(), "suspicions");
 }
 
 void TestSourceOrder::piecesKeepLinesAndColumns()
@@ -399,16 +409,14 @@ void TestSourceOrder::piecesKeepLinesAndColumns()
         {QStringLiteral("a"), "module x;\nendmodule  package pa;\nendpackage module a;\n"
                               "import pb::*;\nendmodule\n"},
         {QStringLiteral("b"), "package pb; endpackage\nmodule b; import pa::*; endmodule\n"}};
-    const DesignSources design = designOf(sources);
-    const PreprocessedText text = textOf(sources);
-    const SourceOrder order(design, text);
-    QCOMPARE(order.pieces().size(), 3);
+    const Order found(sources);
+    QCOMPARE(found.order.pieces().size(), 3);
     const auto content = [&](int index) {
-        const TextPiece &piece = order.pieces()[index];
-        return order.contentOf(piece, text.texts()[piece.text]);
+        const TextPiece &piece = found.order.pieces()[index];
+        return found.order.contentOf(piece, found.text.texts()[piece.text]);
     };
     QCOMPARE(content(0), QByteArray("\n           package pa;\nendpackage \n"));
-    QCOMPARE(content(1), text.texts()[1]);
+    QCOMPARE(content(1), found.text.texts()[1]);
     QCOMPARE(content(2), QByteArray("module x;\nendmodule             \n           module a;\n"
                                     "import pb::*;\nendmodule\n\n"));
 }
@@ -429,18 +437,16 @@ void TestSourceOrder::piecesHoldEachTextOnce()
         Sources sources;
         for (const char *name : {"a", "b", "c.v", "-v d"})
             sources.append({QString::fromUtf8(name), randomWords(&random)});
-        const DesignSources design = designOf(sources);
-        const PreprocessedText text = textOf(sources);
-        const SourceOrder order(design, text);
+        const Order found(sources);
         QVector<int> letters(sources.size());
-        for (const TextPiece &piece : order.pieces()) {
-            const QByteArray &whole = text.texts()[piece.text];
-            const QByteArray content = order.contentOf(piece, whole);
+        for (const TextPiece &piece : found.order.pieces()) {
+            const QByteArray &whole = found.text.texts()[piece.text];
+            const QByteArray content = found.order.contentOf(piece, whole);
             letters[piece.text] += lettersOf(content);
             QVERIFY(content.count('\n') <= whole.count('\n') + 1);
         }
         for (int i = 0; i < sources.size(); ++i)
-            QCOMPARE(letters[i], lettersOf(text.texts()[i]));
+            QCOMPARE(letters[i], lettersOf(found.text.texts()[i]));
     }
 }
 
@@ -642,9 +648,10 @@ void TestSourceOrder::timeGrowsWithTheText()
         }
         const DesignSources design = designOf(sources);
         const PreprocessedText text = textOf(sources);
-        const qint64 start = processorNanoseconds();
-        const SourceOrder order(design, text);
-        return order.pieces().size() >= files ? processorNanoseconds() - start : -1;
+        const qint64 start = TarnTest::processorNanoseconds();
+        const DesignScopes scopes(design, text);
+        const SourceOrder order(scopes, findTypeUses(design, text, scopes));
+        return order.pieces().size() >= files ? TarnTest::processorNanoseconds() - start : -1;
     };
     constexpr int Files = 1500;
     timeOf(Files);
@@ -659,9 +666,7 @@ void TestSourceOrder::timeGrowsWithTheText()
             user += "import p" + number + "::*; ";
         }
         const Sources sources = {{QStringLiteral("top"), user}, {QStringLiteral("-v v"), library}};
-        const DesignSources design = designOf(sources);
-        const PreprocessedText text = textOf(sources);
-        return SourceOrder(design, text).pieces().size();
+        return Order(sources).order.pieces().size();
     };
     QCOMPARE(piecesOf(2000), 3);
     QVERIFY2(small > 0 && large < 24 * small,

@@ -13,4 +13,9 @@ void blank(QByteArray *text, const TextRange &range)
         ' ');
 }
 
+int lineStart(const QByteArray &text, int offset)
+{
+    return offset == 0 ? 0 : text.lastIndexOf('\n', offset - 1) + 1;
+}
+
 } // namespace NETWEIR::Internal

@@ -24,4 +24,7 @@ struct TextRange
 /// column.
 void blank(QByteArray *text, const TextRange &range);
 
+/// Where the line of @p offset begins.
+int lineStart(const QByteArray &text, int offset);
+
 } // namespace NETWEIR::Internal

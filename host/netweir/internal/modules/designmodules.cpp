@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designmodules.h"
 
+#include "depthfirstwalk.h"
+
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 
 #include <algorithm>
-#include <utility>
+#include <numeric>
 
 namespace NETWEIR::Internal {
 
@@ -134,63 +136,89 @@ QString DesignModules::circleError(const QStringList &tops) const
         if (isTopKind(m_scan.units[i]))
             starts.append(i);
     }
-    const QVector<int> circle = findCircle(starts, Circle::Any);
-    if (circle.isEmpty())
-        return {};
-    return errorMessage(m_text.place(m_scan.units[circle.first()].line),
-                        Text::tr("No top module: every module is instantiated by another one (%1). "
-                                 "Set the top module or break the circle.")
-                            .arg(describeCircle(circle)));
+    return errorOfCircle(starts, Circle::Any,
+                         Text::tr("No top module: every module is instantiated by another one "
+                                  "(%1). Set the top module or break the circle."));
 }
 
 QString DesignModules::endlessError(const QString &top) const
 {
-    const int start = m_units.value(top.toUtf8(), -1);
-    const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, Circle::Endless);
-    if (circle.isEmpty())
-        return {};
-    return errorMessage(m_text.place(m_scan.units[circle.first()].line),
-                        Text::tr("The instantiation never ends (%1). Break the circle or end it by "
-                                 "a generate condition.")
-                            .arg(describeCircle(circle)));
+    return errorOfCircle(startAt(top), Circle::Endless,
+                         Text::tr("The instantiation never ends (%1). Break the circle or end it "
+                                  "by a generate condition."));
 }
 
 QString DesignModules::mutualError(const QString &top) const
 {
-    const int start = m_units.value(top.toUtf8(), -1);
-    const QVector<int> circle = start < 0 ? QVector<int>() : findCircle({start}, Circle::Mutual);
+    return errorOfCircle(startAt(top), Circle::Mutual,
+                         Text::tr("Recursion through several modules (%1) cannot be read. Break "
+                                  "the circle or make it one module that instantiates itself."));
+}
+
+/// Indexes of the units of a name: one or none.
+QVector<int> DesignModules::startAt(const QString &module) const
+{
+    const int unit = m_units.value(module.toUtf8(), -1);
+    return unit < 0 ? QVector<int>() : QVector<int>{unit};
+}
+
+/// An error about the first circle below @p starts, which takes the place of %1 in @p words. Null
+/// when there is none.
+QString DesignModules::errorOfCircle(const QVector<int> &starts, Circle kind,
+                                     const QString &words) const
+{
+    const QVector<int> circle = DepthFirstWalk::firstCircle(
+        m_scan.units.size(), starts, [this, kind](int unit) { return instantiatedBy(unit, kind); });
     if (circle.isEmpty())
         return {};
     return errorMessage(m_text.place(m_scan.units[circle.first()].line),
-                        Text::tr("Recursion through several modules (%1) cannot be read. Break the "
-                                 "circle or make it one module that instantiates itself.")
-                            .arg(describeCircle(circle)));
+                        words.arg(describeCircle(circle)));
+}
+
+/// Units that a circle of a kind may go through next, in the order of instantiation.
+QVector<int> DesignModules::instantiatedBy(int unit, Circle kind) const
+{
+    QVector<int> result;
+    for (const Instantiation &instantiation : m_scan.units[unit].instantiations) {
+        const int target = m_units.value(instantiation.module, -1);
+        const bool mayEnd = kind == Circle::Endless && instantiation.conditional;
+        const bool isItself = kind == Circle::Mutual && target == unit;
+        if (target >= 0 && !mayEnd && !isItself)
+            result.append(target);
+    }
+    return result;
 }
 
 QStringList DesignModules::dimensionErrors(const QString &top) const
 {
     QStringList result;
-    const auto collect = [this, &result](const QVector<Instantiation> &instantiations) {
-        for (const Instantiation &instantiation : instantiations) {
-            const bool isNode = m_units.contains(instantiation.module);
-            if (isNode && instantiation.multidimensional.line > 0) {
-                result.append(errorMessage(
-                    m_text.place(instantiation.multidimensional),
-                    Text::tr("Arrays of instances of \"%1\" with several dimensions are not "
-                             "supported. Use one dimension, or generate loops.")
-                        .arg(QString::fromUtf8(instantiation.module))));
-            }
+    for (const Instantiation *instantiation : instantiationsIn(reachableFrom(startAt(top)))) {
+        if (instantiation->multidimensional.line > 0 && m_units.contains(instantiation->module)) {
+            result.append(errorMessage(
+                m_text.place(instantiation->multidimensional),
+                Text::tr("Arrays of instances of \"%1\" with several dimensions are not "
+                         "supported. Use one dimension, or generate loops.")
+                    .arg(QString::fromUtf8(instantiation->module))));
         }
-    };
-    const QVector<int> reachable = reachableFrom({m_units.value(top.toUtf8(), -1)});
-    for (const int unit : reachable)
-        collect(m_scan.units[unit].instantiations);
-    collect(m_scan.bindings);
+    }
     return result;
 }
 
-/// Those of @p starts that are no -1, and the units that they instantiate, themselves or by way of
-/// others.
+/// The instantiations in @p units, and those of all bind statements.
+QVector<const Instantiation *> DesignModules::instantiationsIn(const QVector<int> &units) const
+{
+    QVector<const Instantiation *> result;
+    for (const int unit : units) {
+        for (const Instantiation &instantiation : m_scan.units[unit].instantiations)
+            result.append(&instantiation);
+    }
+    for (const Instantiation &binding : m_scan.bindings)
+        result.append(&binding);
+    return result;
+}
+
+/// @p starts, what bind statements add, and the units that these instantiate, themselves or by way
+/// of others.
 QVector<int> DesignModules::reachableFrom(const QVector<int> &starts) const
 {
     QVector<int> result;
@@ -233,47 +261,6 @@ bool DesignModules::instantiatesItself(const QString &module) const
         [&unit](const Instantiation &instantiation) { return instantiation.module == unit.name; });
 }
 
-/// The units of the first circle that can be reached from @p starts, in the order of instantiation;
-/// empty when there is none.
-QVector<int> DesignModules::findCircle(const QVector<int> &starts, Circle kind) const
-{
-    enum State : char { New, Open, Done };
-    QVector<char> states(m_scan.units.size(), New);
-    for (const int start : starts) {
-        QVector<std::pair<int, int>> path; // Unit and its instantiation to be followed next.
-        if (states[start] == New) {
-            path.append({start, 0});
-            states[start] = Open;
-        }
-        while (!path.isEmpty()) {
-            const int current = path.last().first;
-            const QVector<Instantiation> &instantiations = m_scan.units[current].instantiations;
-            if (path.last().second == instantiations.size()) {
-                states[current] = Done;
-                path.removeLast();
-                continue;
-            }
-            const Instantiation &edge = instantiations[path.last().second++];
-            const int target = m_units.value(edge.module, -1);
-            if (target < 0 || (kind == Circle::Endless && edge.conditional) ||
-                (kind == Circle::Mutual && target == current))
-                continue;
-            if (states[target] == New) {
-                path.append({target, 0});
-                states[target] = Open;
-            } else if (states[target] == Open) {
-                QVector<int> circle;
-                for (int i = path.size() - 1; i >= 0; --i) {
-                    circle.prepend(path[i].first);
-                    if (path[i].first == target)
-                        return circle;
-                }
-            }
-        }
-    }
-    return {};
-}
-
 QString DesignModules::describeCircle(const QVector<int> &circle) const
 {
     constexpr int MostNames = 8;
@@ -291,16 +278,13 @@ QString DesignModules::describeCircle(const QVector<int> &circle) const
 
 QVector<Instantiation> DesignModules::unknownInstantiations() const
 {
+    QVector<int> all(m_scan.units.size());
+    std::iota(all.begin(), all.end(), 0);
     QVector<Instantiation> result;
-    const auto collect = [this, &result](const QVector<Instantiation> &instantiations) {
-        for (const Instantiation &instantiation : instantiations) {
-            if (!instantiation.bare && !m_units.contains(instantiation.module))
-                result.append(instantiation);
-        }
-    };
-    for (const DesignUnit &unit : m_scan.units)
-        collect(unit.instantiations);
-    collect(m_scan.bindings);
+    for (const Instantiation *instantiation : instantiationsIn(all)) {
+        if (!instantiation->bare && !m_units.contains(instantiation->module))
+            result.append(*instantiation);
+    }
     return result;
 }
 
@@ -313,19 +297,13 @@ QByteArrayList DesignModules::missingModules() const
     }
     QByteArrayList result;
     QSet<QByteArray> listed;
-    const auto collect = [this, &result, &listed](const QVector<Instantiation> &instantiations) {
-        for (const Instantiation &instantiation : instantiations) {
-            const QByteArray &name = instantiation.module;
-            if (!m_units.contains(name) && !listed.contains(name)) {
-                listed.insert(name);
-                result.append(name);
-            }
+    for (const Instantiation *instantiation : instantiationsIn(reachableFrom(sources))) {
+        const QByteArray &name = instantiation->module;
+        if (!m_units.contains(name) && !listed.contains(name)) {
+            listed.insert(name);
+            result.append(name);
         }
-    };
-    const QVector<int> needed = reachableFrom(sources);
-    for (const int unit : needed)
-        collect(m_scan.units[unit].instantiations);
-    collect(m_scan.bindings);
+    }
     return result;
 }
 

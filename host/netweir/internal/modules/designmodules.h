@@ -14,8 +14,8 @@ namespace NETWEIR::Internal {
 
 class PreprocessedText;
 
-/// What follows from the scan of all files: who instantiates whom. Each question costs time linear
-/// in the scan.
+/// The modules of a design and the instantiations between them. Each question costs time linear in
+/// the scan.
 class DesignModules
 {
 public:
@@ -68,7 +68,10 @@ private:
     QVector<int> reachableFrom(const QVector<int> &starts) const;
     bool isInstantiation(const Instantiation &instantiation) const;
     QSet<QByteArray> instantiatedNames() const;
-    QVector<int> findCircle(const QVector<int> &starts, Circle kind) const;
+    QVector<int> startAt(const QString &module) const;
+    QVector<const Instantiation *> instantiationsIn(const QVector<int> &units) const;
+    QVector<int> instantiatedBy(int unit, Circle kind) const;
+    QString errorOfCircle(const QVector<int> &starts, Circle kind, const QString &words) const;
     QString describeCircle(const QVector<int> &circle) const;
 
     const ModuleScan &m_scan;

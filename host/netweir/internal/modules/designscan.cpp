@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designscan.h"
 
+#include "typeuses.h"
+
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/preprocessedtext.h>
@@ -31,14 +33,16 @@ DesignScan::DesignScan(const DesignSources &sources, const PreprocessedText &tex
     , m_text(text)
     , m_scan(scanTexts(sources, text))
     , m_modules(m_scan, text)
-    , m_order(sources, text)
+    , m_scopes(sources, text)
+    , m_packages(sources, text, m_scopes)
+    , m_order(m_scopes, findTypeUses(sources, text, m_scopes))
     , m_tops(m_modules.tops(sources.top))
 {
 }
 
 void DesignScan::addMessages(QStringList *messages) const
 {
-    *messages += m_order.warnings() + m_order.errors();
+    *messages += m_packages.warnings() + m_packages.errors();
     if (!containsError(*messages))
         *messages += m_modules.topWarnings(m_sources.top);
     *messages += m_modules.duplicateErrors();
@@ -64,7 +68,7 @@ QString DesignScan::chosenTop() const
 
 QSet<QByteArray> DesignScan::knownNames() const
 {
-    QSet<QByteArray> result = m_order.types();
+    QSet<QByteArray> result = m_scopes.types();
     for (const DesignUnit &unit : m_scan.units)
         result.insert(unit.name);
     return result;
@@ -72,7 +76,7 @@ QSet<QByteArray> DesignScan::knownNames() const
 
 QByteArrayList DesignScan::missingNames() const
 {
-    return m_modules.missingModules() + m_order.missingPackages();
+    return m_modules.missingModules() + m_packages.missingPackages();
 }
 
 QVector<Instantiation> DesignScan::unknownWithout(const QSet<QByteArray> &modules) const

@@ -3,6 +3,8 @@
 #pragma once
 
 #include "designmodules.h"
+#include "designscopes.h"
+#include "packagecheck.h"
 #include "sourceorder.h"
 
 #include <netweir/internal/verilog/modulescan.h>
@@ -34,6 +36,7 @@ public:
 
     const ModuleScan &moduleScan() const { return m_scan; }
     const DesignModules &modules() const { return m_modules; }
+    const PackageCheck &packages() const { return m_packages; }
     const SourceOrder &order() const { return m_order; }
 
     /// Candidates for the top module.
@@ -57,6 +60,8 @@ private:
     const PreprocessedText &m_text;
     ModuleScan m_scan;
     DesignModules m_modules;
+    DesignScopes m_scopes;
+    PackageCheck m_packages;
     SourceOrder m_order;
     QStringList m_tops;
 };

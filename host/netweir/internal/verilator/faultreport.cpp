@@ -27,7 +27,7 @@ QStringList FaultReport::userMessages(const QVector<ToolMessage> &messages) cons
     QStringList result;
     if (std::any_of(messages.begin(), messages.end(),
                     [](const ToolMessage &message) { return message.error; }))
-        result = m_scan.order().suspicions();
+        result = m_scan.packages().suspicions();
     for (const ToolMessage &message : messages) {
         if (isBadUnknownPin(message))
             result.append(
@@ -48,7 +48,7 @@ QVector<ToolMessage> FaultReport::explained(QVector<ToolMessage> messages) const
         if (!message.error)
             continue;
         hints.explain(&message, place);
-        if (place.text >= 0 && m_scan.order().usesMissing(place.text))
+        if (place.text >= 0 && m_scan.packages().usesMissing(place.text))
             message.followsUp = true;
     }
     return messages;
