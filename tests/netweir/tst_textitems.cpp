@@ -191,62 +191,27 @@ void TestTextItems::haveUsers()
 
 void TestTextItems::tellWhatTheyWrite_data()
 {
-    QTest::addColumn<QByteArray>("process");
-    QTest::addColumn<QString>("written");
-    const auto row = [](const char *name, const char *process, const char *written) {
-        QTest::newRow(name) << QByteArray(process) << QString::fromLatin1(written);
+    QTest::addColumn<QByteArray>("text"); // The item begins it.
+    QTest::addColumn<QByteArray>("written");
+    const auto row = [](const char *name, const char *text, const char *written) {
+        QTest::newRow(name) << QByteArray(text) << QByteArray(written);
     };
-    row("blocking", "initial a = b;", "a");
-    row("with events and delays", "always @(posedge c or d.e) #1 a <= #2 b + @(f) c;", "a");
-    row("event without parentheses", "always @c.d a <= b;", "a");
-    row("any event", "always @* a = b; ", "a");
-    row("operators", "initial begin a += 1; b++; c <<= 1; ++d; e |= f; end", "a b c d e");
-    row("bits", "initial begin a[3] = 1; b[7:4] = 1; c[i] = 1; d[1][2] = 1; e[i+:2] = 1; end",
-        "a[3:3] b[7:4] c d e");
-    row("concatenation", "initial {a, b[2], {c, d.e}} <= {f, g};", "a b[2:2] c d.e");
-    row("members", "initial begin s.f[1] = 1; i.j.k <= 1; a[2].b = 1; end", "s.f i.j.k a.b");
-    row("conditions are no writes",
-        "initial if (a == 1 && b <= 2) c = 1; else while (d) e = f ? g : h;", "c e");
-    row("case",
-        "always_comb case (s) A: a = 1; B, C: begin b = 1; end 2'd3: c = 1; default: d = 1;"
-        " endcase",
-        "a b c d");
-    row("loops", "initial for (i = 0; i < 3; i = i + 1) repeat (2) forever a[i] = j;", "i i a");
-    row("two loop variables", "initial for (i = 0, j = 0; i < 3; i++, j--) a = j;", "i j i j a");
-    row("variables of its own",
-        "initial begin : l int k = m, n; reg [3:0] r; my_t t; automatic logic v = 0; k = 1; n = 2; "
-        "r[2] = 1; t.x = 1; v = 1; for (int i = 0; i < 3; i++) a = i; end",
-        "a");
-    row("tasks", "initial begin t(a, b[1], c + d, {e, f}); u; $display(x, y); end",
-        "a b[1:1] c e f");
-    row("what reads into variables", "initial begin $readmemh(\"f\", mem); n = $fopen(\"x\"); end",
-        "mem n");
-    row("procedural assignments", "initial begin force a.b = 1; release c; assign d = 1; end",
-        "a.b d");
-    row("labels and forks", "initial fork : l m: a = 1; begin : n b = 1; end : n join_any", "a b");
-    row("patterns", "initial case (a) matches tagged A .n : b = n; default: c = 1; endcase", "b c");
-    row("words in front", "initial begin return; void'(f(a)); this.b = 1; return c; end", "b");
-    row("escaped names", "initial \\a+b  = 1;", "a+b");
+    row("process", "initial begin a = b; end c = d;", "a");
+    row("assignment", "assign a = b, c = d; e = f;", "a c");
+    row("assertion without statements", "assert property (a = b); c = d;", "");
+    row("statements of an assertion", "assert property (a = b) c = d; else e = f; g = h;", "c e");
 }
 
 void TestTextItems::tellWhatTheyWrite()
 {
-    QFETCH(QByteArray, process);
-    QFETCH(QString, written);
-    const TextItems items(process, true);
+    QFETCH(QByteArray, text);
+    const TextItems items(text, true);
     const QVector<TextItem> around = items.around(1, 1);
     QCOMPARE(around.size(), 1);
-    QCOMPARE(around.first().kind, TextItem::Process);
-    QStringList found;
-    const QVector<WrittenName> names = items.writtenBy(around.first());
-    for (const WrittenName &name : names) {
-        QString text = QString::fromUtf8(name.path);
-        text += (text.isEmpty() ? QString() : QStringLiteral(".")) + QString::fromUtf8(name.name);
-        if (name.left >= 0)
-            text += QStringLiteral("[%1:%2]").arg(name.left).arg(name.right);
-        found.append(text);
-    }
-    QCOMPARE(found.join(QLatin1Char(' ')), written);
+    QByteArrayList names;
+    for (const WrittenName &name : items.writtenBy(around.first()))
+        names.append(name.name);
+    QTEST(names.join(' '), "written");
 }
 
 void TestTextItems::tellWordsBeyondTheGrammar_data()
