@@ -35,7 +35,7 @@ ConfigReader::ConfigReader(QIODevice *device)
     , m_input(device)
     , m_xml(&m_input)
 {
-    // Prefixes and "xmlns" are then names like any other, and as unknown.
+    // Without it, names with a prefix and "xmlns" are ordinary names that the format does not know.
     m_xml.setNamespaceProcessing(false);
 }
 
@@ -83,7 +83,7 @@ void ConfigReader::readDocument()
         else
             refuseElement();
     }
-    // Up to the end of the document, which may hold comments only.
+    // Only comments may follow the root.
     nextElement();
 }
 
@@ -280,7 +280,7 @@ void ConfigReader::takeKind(const QXmlStreamAttribute &attribute, int *kind)
         refuseValue(attribute, shown(ConfigFormat::KindNet, ConfigFormat::KindBus));
 }
 
-/// Ends the reading: the first reason holds, and an error of the XML itself comes before it.
+/// Ends the reading. The first reason counts, but an error of the XML itself comes before it.
 void ConfigReader::refuse(const QString &reason)
 {
     if (failed())

@@ -42,8 +42,8 @@ bool GuardedInput::isOtherEncoding(const char *data, qint64 size) const
                        [](char c) { return c == '\0' || c == '\xfe' || c == '\xff'; });
 }
 
-/// How many of the bytes may pass: all of them, or those before the attribute that is too many.
-/// Markup begins at every '<', wherever it stands: inside quotes it is not allowed.
+/// The number of bytes that may pass: all, or those before the first attribute that is too many.
+/// Every '<' begins markup, because it is not allowed inside quotes.
 qint64 GuardedInput::harmlessSize(const char *data, qint64 size)
 {
     for (qint64 i = 0; i < size; ++i) {

@@ -55,7 +55,7 @@ bool overwrite(QFile *file, const QByteArray &content, QString *error)
     return false;
 }
 
-/// Puts the space for @p size bytes aside.
+/// Reserves space for @p size bytes.
 bool takeSpace(QFile *file, qint64 size, QString *error)
 {
     const qint64 former = file->size();

@@ -20,7 +20,7 @@ namespace TARN {
 
 namespace {
 
-/// The folder as the path of the new file has it, whose white space is trimmed as a whole.
+/// The folder in the path of the new file: white space in front of the path does not count.
 QString folderOf(const QString &typed)
 {
     const auto isSpace = [](QChar c) { return c.isSpace(); };
@@ -70,7 +70,7 @@ void NewFileDialog::accept()
 
 void NewFileDialog::onBrowse()
 {
-    // On the heap and guarded: this dialog may go, and take its children along, meanwhile.
+    // On the heap and guarded: this dialog may be deleted meanwhile, and its children with it.
     QPointer<QFileDialog> browser(
         new QFileDialog(this, tr("Select Directory"), ui->editCreateIn->text()));
     browser->setFileMode(QFileDialog::Directory);

@@ -109,7 +109,7 @@ void TarnViewManager::addView(TarnView *view, const DEV::DeviceArg &device)
     view->setDeviceName(device.deviceName);
     d->views.append(view);
     connect(view, &TarnView::modificationStatusChanged, this, &TarnViewManager::onTarnViewModified);
-    // For a view that goes without having been closed.
+    // For a view that is deleted without being closed.
     connect(view, &QObject::destroyed, this, [this, view] { d->views.removeAll(view); });
     Core::ViewManager::instance()->registerContext(view, TARN_CONTEXT, 1);
     Core::ViewManager::instance()->showView(view);
@@ -168,7 +168,7 @@ void TarnViewManager::onTarnViewClosed(Core::IView *view)
 void TarnViewManager::updateActions()
 {
     if (!d->saveAction)
-        return; // A view before initialize().
+        return; // A view is used before initialize().
     if (!d->hasCurrent || !d->currentView) {
         d->saveAction->setEnabled(false);
         return;

@@ -28,9 +28,9 @@ struct TarnViewManager_Private;
 /// Opens, finds and closes the editor views, at most one a file, and drives the host's Save
 /// command while one of them is active.
 ///
-/// One object, made when the library is loaded and gone after deinit(). It owns the Save action;
-/// views belong to the host's view manager, and this one learns of their end from it.
-/// Look-ups walk the open views.
+/// The only instance is created when the library is loaded and deleted by deinit(). It owns the
+/// Save action. Views belong to the host's view manager, which tells of their end. Look-ups walk
+/// the open views.
 class TARN_PLUGIN_EXPORT TarnViewManager final : public QObject
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ public:
     /// Null after deinit().
     static TarnViewManager *instance();
 
-    /// The one object, made anew after deinit(): a host may start the plug-in again.
+    /// The instance, created again after deinit(): a host may start the plug-in again.
     static TarnViewManager *ensureInstance();
 
     /// Registers the Save action and follows the host's active view. Does nothing the second time.

@@ -13,7 +13,7 @@ ReloadBanner::ReloadBanner(CheckType type, const QString &filePath, QWidget *par
     , ui(std::make_unique<Ui::ReloadBanner>())
 {
     ui->setupUi(this);
-    // A path may hold what looks like markup.
+    // A path may look like markup.
     ui->labelFile->setTextFormat(Qt::PlainText);
     if (type == Changed)
         initChanged(QDir::toNativeSeparators(filePath));
