@@ -138,6 +138,53 @@ QByteArray contentOf(const QString &path)
     return file.readAll();
 }
 
+/// Median times of writing, of the bare writer, of checking, of reading and of the bare reader.
+std::vector<double> measuredTimes(const QList<TarnCore *> &cores, const QString &path,
+                                  const QVector<Element> &elements, const QString &barePath)
+{
+    const auto write = [&] {
+        if (!TARN::writeTARNConfigToXml(cores, path))
+            fail("the file was not written");
+    };
+    const auto check = [&] {
+        if (!TARN::checkTARNFile(path))
+            fail("the file was refused");
+    };
+    const auto read = [&] {
+        const QList<TarnCore *> copy = TARN::readTARNConfigFromXml(path, nullptr, nullptr);
+        if (copy.size() != CoreCount)
+            fail("the file was not read");
+        qDeleteAll(copy);
+    };
+    return TarnBench::interleavedMedians(Rounds, {write, [&] { writeBare(elements, barePath); },
+                                                  check, read, [&] { readBare(path); }});
+}
+
+/// False when a goal is missed.
+bool printTimes(const std::vector<double> &times, int elementCount, qint64 size)
+{
+    const QString title =
+        QStringLiteral(
+            "Configuration file at all limits: %1 cores, %2 + %2 ports, %3 signals each, "
+            "%4 elements, %5 MB; medians of %6 rounds")
+            .arg(CoreCount)
+            .arg(PortCount)
+            .arg(SignalCount)
+            .arg(elementCount)
+            .arg(double(size) / 1e6, 0, 'f', 1)
+            .arg(Rounds);
+    TarnBench::Table table(title.toStdString());
+    table.add("writing the file", times.at(0), "s");
+    table.add("bare stream writer", times.at(1), "s");
+    table.add("checking the file", times.at(2), "s");
+    table.add("reading the file", times.at(3), "s");
+    table.add("bare stream reader", times.at(4), "s");
+    table.add("writing / bare writer", times.at(0) / times.at(1), "", Goal);
+    table.add("checking / bare reader", times.at(2) / times.at(4), "", Goal);
+    table.add("reading / bare reader", times.at(3) / times.at(4), "", Goal);
+    return table.print();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -154,43 +201,7 @@ int main(int argc, char *argv[])
     if (contentOf(path) != contentOf(barePath))
         fail("the bare writer writes another document");
 
-    const auto write = [&] {
-        if (!TARN::writeTARNConfigToXml(cores, path))
-            fail("the file was not written");
-    };
-    const auto check = [&] {
-        if (!TARN::checkTARNFile(path))
-            fail("the file was refused");
-    };
-    const auto read = [&] {
-        const QList<TarnCore *> copy = TARN::readTARNConfigFromXml(path, nullptr, nullptr);
-        if (copy.size() != CoreCount)
-            fail("the file was not read");
-        qDeleteAll(copy);
-    };
-    const std::vector<double> times =
-        TarnBench::interleavedMedians(Rounds, {write, [&] { writeBare(elements, barePath); }, check,
-                                               read, [&] { readBare(path); }});
+    const std::vector<double> times = measuredTimes(cores, path, elements, barePath);
     qDeleteAll(cores);
-
-    const QString title =
-        QStringLiteral(
-            "Configuration file at all limits: %1 cores, %2 + %2 ports, %3 signals each, "
-            "%4 elements, %5 MB; medians of %6 rounds")
-            .arg(CoreCount)
-            .arg(PortCount)
-            .arg(SignalCount)
-            .arg(elements.size() / 2)
-            .arg(double(QFile(path).size()) / 1e6, 0, 'f', 1)
-            .arg(Rounds);
-    TarnBench::Table table(title.toStdString());
-    table.add("writing the file", times.at(0), "s");
-    table.add("bare stream writer", times.at(1), "s");
-    table.add("checking the file", times.at(2), "s");
-    table.add("reading the file", times.at(3), "s");
-    table.add("bare stream reader", times.at(4), "s");
-    table.add("writing / bare writer", times.at(0) / times.at(1), "", Goal);
-    table.add("checking / bare reader", times.at(2) / times.at(4), "", Goal);
-    table.add("reading / bare reader", times.at(3) / times.at(4), "", Goal);
-    return table.print() ? 0 : 1;
+    return printTimes(times, elements.size() / 2, QFile(path).size()) ? 0 : 1;
 }

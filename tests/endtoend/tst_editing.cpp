@@ -108,6 +108,7 @@ private:
     QString bannerText() const;
     void answerBanner(const char *button);
     void chooseFromMenu(const QPoint &pos, const QStringList &entries, const QString &choice);
+    void removeCore(int row, QMessageBox::StandardButton answer);
     QPoint itemAt(int row) const;
     static QAction *save() { return Core::ActionManager::command(Core::Constants::A_FILE_SAVE); }
     static TE::DesignManager *design() { return TE::TaskEngine::instance()->designManager(); }
@@ -228,6 +229,17 @@ void TestEditing::chooseFromMenu(const QPoint &pos, const QStringList &entries,
     Q_EMIT tree()->customContextMenuRequested(pos);
 }
 
+/// Chooses Remove for the core at @p row and answers the question.
+void TestEditing::removeCore(int row, QMessageBox::StandardButton answer)
+{
+    script().expectMenu({"Add", "Remove"}, "Remove");
+    script().expectBox({QMessageBox::Question, "Remove TARn",
+                        QStringLiteral("Do you want to remove TARN %1 ?").arg(row),
+                        QMessageBox::Ok | QMessageBox::Cancel, QString()},
+                       answer);
+    Q_EMIT tree()->customContextMenuRequested(itemAt(row));
+}
+
 void TestEditing::savesExampleByteForByte_data()
 {
     QTest::addColumn<QString>("example");
@@ -270,22 +282,10 @@ void TestEditing::addsAndRemovesCores()
     QCOMPARE(m_view->findChild<QStackedWidget *>("stackedWidget")->count(), 3);
     QCOMPARE(m_view->windowTitle(), QStringLiteral("sensorhub.tarn *"));
 
-    // The last one, then the first: the second core becomes the first.
-    const auto expectQuestion = [this](int row, QMessageBox::StandardButton answer) {
-        script().expectBox({QMessageBox::Question, "Remove TARn",
-                            QStringLiteral("Do you want to remove TARN %1 ?").arg(row),
-                            QMessageBox::Ok | QMessageBox::Cancel, QString()},
-                           answer);
-    };
-    script().expectMenu({"Add", "Remove"}, "Remove");
-    expectQuestion(2, QMessageBox::Cancel);
-    Q_EMIT tree()->customContextMenuRequested(itemAt(2));
+    removeCore(2, QMessageBox::Cancel);
     QCOMPARE(cores(), QStringLiteral("tarn_0\ntarn_1\ntarn_2\n"));
-    for (const int row : {2, 1}) {
-        script().expectMenu({"Add", "Remove"}, "Remove");
-        expectQuestion(row, QMessageBox::Ok);
-        Q_EMIT tree()->customContextMenuRequested(itemAt(row));
-    }
+    for (const int row : {2, 1})
+        removeCore(row, QMessageBox::Ok);
     QCOMPARE(cores(), QStringLiteral("tarn_0\n"));
     QCOMPARE(m_view->findChild<QStackedWidget *>("stackedWidget")->count(), 1);
     script().expectMenu({"Add", "Remove"}, "Remove");

@@ -56,6 +56,36 @@ QString scanText(const QByteArray &source, bool systemVerilog = true)
     return QString::fromUtf8(text + (scan.balanced ? "" : "unbalanced\n"));
 }
 
+/// @p text after up to six changes at random places.
+QByteArray damaged(QByteArray text, std::mt19937 *random)
+{
+    const QByteArray bits("(){}[];:,.#*\"\\/`'\n@=?");
+    const char *const words[] = {"module ", "endmodule ", "begin ", "end ",  "class ", "case ",
+                                 "bind ",   "function ",  "else ",  "/*",    "*/",     "(*",
+                                 "*)",      "defparam ",  "if ",    "fork ", "\\",     "`line "};
+    const auto below = [random](int limit) { return int((*random)() % unsigned(limit)); };
+    for (int change = below(6); change >= 0; --change) {
+        const int at = below(text.size());
+        switch (below(5)) {
+        case 0:
+            text.remove(at, below(40));
+            break;
+        case 1:
+            text.insert(at, bits[below(bits.size())]);
+            break;
+        case 2:
+            text[at] = char(below(255) + 1);
+            break;
+        case 3:
+            text.insert(at, words[below(int(sizeof(words) / sizeof(*words)))]);
+            break;
+        default:
+            text.insert(at, text.mid(below(text.size()), below(200)));
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 class TestModuleScan : public TarnTest::TestCase
@@ -334,35 +364,11 @@ void TestModuleScan::survivesDamagedText()
         "class k; endclass property p; @(posedge clk) a; endproperty assert property (p);\n"
         "default clocking c @(posedge clk); endclocking primitive q(o, i); "
         "endprimitive\nendmodule\n";
-    const QByteArray bits("(){}[];:,.#*\"\\/`'\n@=?");
-    const char *const words[] = {"module ", "endmodule ", "begin ", "end ",  "class ", "case ",
-                                 "bind ",   "function ",  "else ",  "/*",    "*/",     "(*",
-                                 "*)",      "defparam ",  "if ",    "fork ", "\\",     "`line "};
     std::mt19937 random(20); // NOLINT: the same at each run.
-    const auto below = [&random](int limit) { return int(random() % unsigned(limit)); };
     QElapsedTimer timer;
     timer.start();
     for (int round = 0; round < 4000; ++round) {
-        QByteArray text = source;
-        for (int change = below(6); change >= 0; --change) {
-            const int at = below(text.size());
-            switch (below(5)) {
-            case 0:
-                text.remove(at, below(40));
-                break;
-            case 1:
-                text.insert(at, bits[below(bits.size())]);
-                break;
-            case 2:
-                text[at] = char(below(255) + 1);
-                break;
-            case 3:
-                text.insert(at, words[below(int(sizeof(words) / sizeof(*words)))]);
-                break;
-            default:
-                text.insert(at, text.mid(below(text.size()), below(200)));
-            }
-        }
+        const QByteArray text = damaged(source, &random);
         ModuleScan scan;
         scanModules(text, 0, round % 2 == 0, &scan);
         // Units are words of the text: there cannot be more of them than their keywords.

@@ -107,6 +107,29 @@ QByteArray chain(int depth)
            "</verilator_xml>";
 }
 
+/// Puts the text of the attribute behind @p other into the one behind @p from. The tags stay as
+/// they are, so that the damage gets past the parser.
+void replaceText(QByteArray *xml, int from, int other)
+{
+    const int quote = xml->indexOf('"', from);
+    const int otherQuote = xml->indexOf('"', other);
+    if (quote < 0 || otherQuote < 0)
+        return;
+    const int end = xml->indexOf('"', quote + 1);
+    const int otherEnd = xml->indexOf('"', otherQuote + 1);
+    if (end > 0 && otherEnd > 0)
+        xml->replace(quote, end - quote, xml->mid(otherQuote, otherEnd - otherQuote));
+}
+
+/// Replaces the value of the attribute behind @p from.
+void replaceValue(QByteArray *xml, int from, const QByteArray &value)
+{
+    const int quote = xml->indexOf("=\"", from);
+    const int end = quote < 0 ? -1 : xml->indexOf('"', quote + 2);
+    if (end > 0)
+        xml->replace(quote + 2, end - quote - 2, value);
+}
+
 /// One random damage: bytes changed, a piece lost, doubled or moved, or a number replaced.
 QByteArray damaged(QByteArray xml, std::mt19937 *random)
 {
@@ -127,26 +150,14 @@ QByteArray damaged(QByteArray xml, std::mt19937 *random)
         xml.insert(from, xml.mid(below(xml.size()), length));
         break;
     case 3:
-    case 4: {
-        // The tags stay as they are, so that the damage gets past the parser.
-        const int quote = xml.indexOf('"', from);
-        const int other = xml.indexOf('"', below(xml.size()));
-        if (quote < 0 || other < 0)
-            break;
-        const int end = xml.indexOf('"', quote + 1);
-        const int otherEnd = xml.indexOf('"', other + 1);
-        if (end > 0 && otherEnd > 0)
-            xml.replace(quote, end - quote, xml.mid(other, otherEnd - other));
+    case 4:
+        replaceText(&xml, from, below(xml.size()));
         break;
-    }
     default: {
         static const QByteArray numbers[] = {
             "0",  "1",          "-1",          "32'hffffffff",        "99999999999",
             "'h", "2147483647", "-2147483648", "64'h7fffffffffffffff"};
-        const int quote = xml.indexOf("=\"", from);
-        const int end = quote < 0 ? -1 : xml.indexOf('"', quote + 2);
-        if (end > 0)
-            xml.replace(quote + 2, end - quote - 2, numbers[below(9)]);
+        replaceValue(&xml, from, numbers[below(9)]);
         break;
     }
     }

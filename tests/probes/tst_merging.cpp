@@ -43,19 +43,17 @@ void checkRepeatSignal(const SignalItem &signal, QList<SignalItem> &list)
 
 void checkBus(QList<SignalItem> &list, const SignalItem &item)
 {
-    if (!list.isEmpty()) {
-        if (item.members.isEmpty()) {
-            for (const SignalItem &entry : qAsConst(list)) {
-                if (!entry.members.isEmpty() && inBus(entry, item))
-                    return;
-            }
-        } else {
-            for (int i = 0; i < list.size();) {
-                if (list.at(i).members.isEmpty() && inBus(item, list.at(i)))
-                    list.removeAt(i);
-                else
-                    ++i;
-            }
+    if (item.members.isEmpty()) {
+        for (const SignalItem &entry : qAsConst(list)) {
+            if (!entry.members.isEmpty() && inBus(entry, item))
+                return;
+        }
+    } else {
+        for (int i = 0; i < list.size();) {
+            if (list.at(i).members.isEmpty() && inBus(item, list.at(i)))
+                list.removeAt(i);
+            else
+                ++i;
         }
     }
     list.append(item);

@@ -70,6 +70,24 @@ struct Dialog : TarnSignalSelectDialog
     }
     void click(const char *name) const { widget<QAbstractButton>(name)->click(); }
 
+    /// Opens the popup of modules and moves the mouse to the row of it that shows @p text.
+    void hoverModule(const QString &text) const
+    {
+        searchIn()->showPopup();
+        QTreeWidgetItem *row = rowOf(modules(), text);
+        const QRect rect = modules()->visualItemRect(row);
+        // The mouse may have been left there before.
+        QTest::mouseMove(modules()->viewport(), rect.topLeft());
+        QTest::mouseMove(modules()->viewport(), rect.center());
+        QTRY_COMPARE(modules()->currentItem(), row);
+    }
+    void closeModules(Qt::Key key) const
+    {
+        QTest::keyClick(modules(), key);
+        QTRY_VERIFY(!modules()->isVisible());
+        QCoreApplication::processEvents();
+    }
+
     /// A double click with the mouse on the row of the results that shows @p text.
     void doubleClick(const QString &text, Qt::MouseButton button = Qt::LeftButton) const
     {
@@ -481,32 +499,18 @@ void TestTarnSignalSelectDialog::popupClosedWithoutAPickChangesNothing()
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
 
-    const auto hover = [&dialog](const QString &text) {
-        dialog.searchIn()->showPopup();
-        const QRect row = dialog.modules()->visualItemRect(rowOf(dialog.modules(), text));
-        // The mouse may have been left there before.
-        QTest::mouseMove(dialog.modules()->viewport(), row.topLeft());
-        QTest::mouseMove(dialog.modules()->viewport(), row.center());
-        QTRY_COMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), text));
-    };
-    const auto press = [&dialog](Qt::Key key) {
-        QTest::keyClick(dialog.modules(), key);
-        QTRY_VERIFY(!dialog.modules()->isVisible());
-        QCoreApplication::processEvents();
-    };
-
-    hover("deep[leaf]");
-    press(Qt::Key_Escape);
+    dialog.hoverModule("deep[leaf]");
+    dialog.closeModules(Qt::Key_Escape);
     QVERIFY(!dialog.modules()->currentItem());
     QCOMPARE(dialog.search(""), QString(wholeDesign));
 
-    hover("u0[core]");
-    press(Qt::Key_Return);
+    dialog.hoverModule("u0[core]");
+    dialog.closeModules(Qt::Key_Return);
     QCOMPARE(dialog.searchIn()->currentText(), QString("u0[core]"));
     QCOMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), "u0[core]"));
 
-    hover("deep[leaf]");
-    press(Qt::Key_Escape);
+    dialog.hoverModule("deep[leaf]");
+    dialog.closeModules(Qt::Key_Escape);
     QCOMPARE(dialog.searchIn()->currentText(), QString("u0[core]"));
     QCOMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), "u0[core]"));
     QCOMPARE(dialog.search("flag"), QString("top/u0/deep/flag\n"));
@@ -516,12 +520,12 @@ void TestTarnSignalSelectDialog::popupClosedWithoutAPickChangesNothing()
     QTRY_VERIFY(dialog.modules()->isVisible());
     QCoreApplication::processEvents();
     QCOMPARE(dialog.modules()->currentItem(), rowOf(dialog.modules(), "u0[core]"));
-    press(Qt::Key_Escape);
+    dialog.closeModules(Qt::Key_Escape);
 
     // A new netlist takes the pick with it.
     dialog.setNetlist(m_netlist.get());
-    hover("deep[leaf]");
-    press(Qt::Key_Escape);
+    dialog.hoverModule("deep[leaf]");
+    dialog.closeModules(Qt::Key_Escape);
     QVERIFY(!dialog.modules()->currentItem());
 }
 
