@@ -77,8 +77,8 @@ struct Fixture
         line->setText(text);
     }
 
-    /// Drops @p text, which its source offers to give up, before the character at @p position.
-    /// Returns what becomes of it.
+    /// Drops @p text, offered as a move, before the character at @p position. Returns the action
+    /// that the drop ends with.
     Qt::DropAction drop(const QString &text, int position) const
     {
         QPoint place(0, line->height() / 2);

@@ -86,7 +86,7 @@ QString difference(const QTreeWidgetItem *one, const QTreeWidgetItem *other)
     return QString();
 }
 
-/// A tree that gives its drag data away.
+/// A tree with access to its drag data.
 class DragTree : public QTreeWidget
 {
 public:

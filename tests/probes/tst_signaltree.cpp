@@ -254,7 +254,7 @@ private Q_SLOTS:
             QTreeWidget tree;
             QTreeWidgetItem *row = add(&tree, mixedBus(enabled));
             QCOMPARE(flagsText(row), mixedFlags(enabled));
-            // The view goes by them.
+            // The view selects by the flags.
             tree.setSelectionMode(QAbstractItemView::ExtendedSelection);
             tree.expandAll();
             tree.selectAll();

@@ -673,7 +673,7 @@ void TestProbeDialog::sizeOfTheUserIsRemembered()
         QCoreApplication::processEvents();
         dialog.reject();
     };
-    // What the program does is not remembered.
+    // A size that the program sets is not remembered.
     leaveAfter([](QDialog *dialog) { dialog->resize(600, 500); });
     QCOMPARE(sizeOnOpening(), QSize(410, 461));
     leaveAfter([](QDialog *dialog) {

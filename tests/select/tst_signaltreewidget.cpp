@@ -43,7 +43,7 @@ public:
             qFatal("the list does not come up");
     }
 
-    /// A drag asks for it when it begins.
+    /// Called when a drag begins.
     QMimeData *mimeData(const QList<QTreeWidgetItem *> items) const override
     {
         QMimeData *dragged = signalTreeWidget::mimeData(items);
@@ -531,7 +531,7 @@ void TestSignalTreeWidget::arrowsWithAltMoveRows()
         QCOMPARE(list.stateOfRows(), state);
         QCOMPARE(list.selectedItems().size(), selected.size());
     }
-    // Only a drop is told.
+    // Only a drop emits the signal.
     QCOMPARE(told.size(), 0);
     QCOMPARE(signalOfRow(list.row("c")).members.size(), 2);
 }

@@ -38,7 +38,7 @@ using namespace TarnTest;
 
 namespace {
 
-/// The dialog with handles of what the user touches.
+/// The dialog with access to the widgets that the user touches.
 struct Dialog : TarnSignalSelectDialog
 {
     Dialog(NETWEIR::RtlNetlist *netlist, ProbeType type = ProbeTypeIn)
@@ -580,7 +580,7 @@ void TestTarnSignalSelectDialog::popupIsAsWideAsItsRows()
     const int screen = dialog.screen()->availableSize().width();
     QVERIFY(popup->width() > dialog.searchIn()->width());
     QVERIFY2(popup->width() <= screen, qPrintable(QString::number(popup->width())));
-    // A row goes on to the right edge; what its text needs stands beside its indentation.
+    // A row reaches to the right edge; its text starts behind the indentation.
     const QTreeWidgetItem *row = rowOf(dialog.modules(), name + "[leaf]");
     const int room = dialog.modules()->visualItemRect(row).width();
     const int needed = dialog.modules()->fontMetrics().horizontalAdvance(row->text(0));
@@ -629,7 +629,7 @@ void TestTarnSignalSelectDialog::sizeOfTheUserIsRemembered()
         QCoreApplication::processEvents();
         dialog.reject();
     };
-    // Neither what the program does is remembered nor what the panel needs.
+    // Sizes that the program sets or the panel needs are not remembered.
     leaveAfter([](Dialog *dialog) {
         dialog->resize(517, dialog->minimumSizeHint().height());
         dialog->check("checkBoxAdvancedFilter");
@@ -807,7 +807,7 @@ void TestTarnSignalSelectDialog::moduleThatIsPickedIsSearched()
     dialog.check("checkBoxAdvancedFilter");
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    // The list takes a click that comes at once for the second of a double click on the box.
+    // A click right away would count as the second one of a double click on the box.
     const int usual = QApplication::doubleClickInterval();
     const auto restore = qScopeGuard([usual] { QApplication::setDoubleClickInterval(usual); });
     QApplication::setDoubleClickInterval(0);
