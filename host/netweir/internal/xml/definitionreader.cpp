@@ -3,6 +3,7 @@
 #include "definitionreader.h"
 
 #include "attributes.h"
+#include "elementkind.h"
 #include "sourcetexts.h"
 #include "typetable.h"
 
@@ -130,80 +131,18 @@ void DefinitionReader::read(const ReadOptions &options)
     m_definition->omittedWrites = options.omittedWrites.value(m_definition->sourceName);
 }
 
-enum class DefinitionReader::Tag {
-    Other,
-    Array,
-    Assignment,
-    Block,
-    Call,
-    Initial,
-    Instance,
-    Modport,
-    Process,
-    Pull,
-    Routine,
-    Skipped,
-    Variable,
-    MemoryFile,
-    WritesAll,
-    WritesFirst,
-    WritesSecond,
-};
-
-DefinitionReader::Tag DefinitionReader::tagOf(std::string_view name)
-{
-    static const std::unordered_map<std::string_view, Tag> tags = {
-        {"alias", Tag::WritesAll},
-        {"always", Tag::Process},
-        {"arraysel", Tag::Array},
-        {"assign", Tag::Assignment},
-        {"assigndly", Tag::Assignment},
-        {"assignforce", Tag::Assignment},
-        {"begin", Tag::Block},
-        {"class", Tag::Skipped},
-        {"clocking", Tag::Skipped},
-        {"contassign", Tag::Assignment},
-        {"fgets", Tag::WritesAll},
-        {"final", Tag::Process},
-        {"fopen", Tag::WritesFirst},
-        {"fopenmcd", Tag::WritesFirst},
-        {"fread", Tag::WritesAll},
-        {"fscanf", Tag::WritesAll},
-        {"func", Tag::Routine},
-        {"funcref", Tag::Call},
-        {"initial", Tag::Initial},
-        {"initialautomatic", Tag::Process},
-        {"initialstatic", Tag::Process},
-        {"instance", Tag::Instance},
-        {"modport", Tag::Modport},
-        {"property", Tag::Skipped},
-        {"pull", Tag::Pull},
-        {"rand", Tag::WritesFirst}, // The seed.
-        {"readmem", Tag::MemoryFile},
-        {"sequence", Tag::Skipped},
-        {"sformat", Tag::WritesSecond},
-        {"sscanf", Tag::WritesAll},
-        {"task", Tag::Routine},
-        {"taskref", Tag::Call},
-        {"typedef", Tag::Skipped},
-        {"valueplusargs", Tag::WritesSecond},
-        {"var", Tag::Variable},
-    };
-    const auto found = tags.find(name);
-    return found == tags.end() ? Tag::Other : found->second;
-}
-
 /// Records @p node. True when its children have to be visited.
 bool DefinitionReader::enter(const pugi::xml_node &node)
 {
-    const Tag tag = tagOf(node.name());
-    if (tag == Tag::Initial && isMovedAssignment(node)) {
+    const ElementKind kind = elementKindOf(node.name());
+    if (kind == ElementKind::Initial && isMovedAssignment(node)) {
         addConstantInput(node.first_child());
         return false;
     }
-    declare(tag, node);
-    use(tag, node);
-    return tag != Tag::Modport && tag != Tag::Pull && tag != Tag::Skipped && tag != Tag::Variable;
+    declare(kind, node);
+    use(kind, node);
+    return kind != ElementKind::Modport && kind != ElementKind::Pull &&
+           kind != ElementKind::Skipped && kind != ElementKind::Variable;
 }
 
 /// The next element after @p node and its contents, in document order; null at the end. Closes
@@ -220,22 +159,22 @@ pugi::xml_node DefinitionReader::leave(pugi::xml_node node)
 }
 
 /// Handles elements that open a level or declare a name.
-void DefinitionReader::declare(Tag tag, const pugi::xml_node &node)
+void DefinitionReader::declare(ElementKind kind, const pugi::xml_node &node)
 {
-    switch (tag) {
-    case Tag::Block:
+    switch (kind) {
+    case ElementKind::Block:
         return enterBlock(node);
-    case Tag::Initial:
-    case Tag::Process:
+    case ElementKind::Initial:
+    case ElementKind::Process:
         m_levels.push_back({node, level().scope, true});
         return;
-    case Tag::Instance:
+    case ElementKind::Instance:
         return addInstance(node);
-    case Tag::Modport:
+    case ElementKind::Modport:
         return addModport(node);
-    case Tag::Routine:
+    case ElementKind::Routine:
         return addRoutine(node);
-    case Tag::Variable:
+    case ElementKind::Variable:
         return addVariable(node);
     default:
         return;
@@ -243,29 +182,29 @@ void DefinitionReader::declare(Tag tag, const pugi::xml_node &node)
 }
 
 /// Handles elements that write, or that access an array with a computed index.
-void DefinitionReader::use(Tag tag, const pugi::xml_node &node)
+void DefinitionReader::use(ElementKind kind, const pugi::xml_node &node)
 {
-    switch (tag) {
-    case Tag::Array:
+    switch (kind) {
+    case ElementKind::Array:
         if (!is(node.first_child().next_sibling(), "const"))
             m_definition->computedIndexes.push_back({node, level().scope});
         return;
-    case Tag::Assignment:
+    case ElementKind::Assignment:
         return addAssignment(node);
-    case Tag::Call:
+    case ElementKind::Call:
         m_definition->calls.push_back({node, level().scope});
         return;
-    case Tag::MemoryFile:
+    case ElementKind::MemoryFile:
         m_definition->computedIndexes.push_back({node.first_child().next_sibling(), level().scope});
         return;
-    case Tag::WritesAll:
+    case ElementKind::WritesAll:
         for (const pugi::xml_node &target : node.children())
             addWrite(target);
         return;
-    case Tag::Pull:
-    case Tag::WritesFirst:
+    case ElementKind::Pull:
+    case ElementKind::WritesFirst:
         return addWrite(node.first_child());
-    case Tag::WritesSecond:
+    case ElementKind::WritesSecond:
         return addWrite(node.first_child().next_sibling());
     default:
         return;

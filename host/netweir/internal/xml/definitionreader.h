@@ -8,6 +8,7 @@ namespace NETWEIR::Internal {
 
 class SourceTexts;
 class TypeTable;
+enum class ElementKind;
 
 /// The definitions of a design by raw name. The keys are views into the definitions.
 using DefinitionNames = std::unordered_map<std::string_view, const Definition *>;
@@ -36,13 +37,10 @@ private:
         bool isLocal = false;
     };
 
-    enum class Tag;
-
-    static Tag tagOf(std::string_view name);
     bool enter(const pugi::xml_node &node);
     pugi::xml_node leave(pugi::xml_node node);
-    void declare(Tag tag, const pugi::xml_node &node);
-    void use(Tag tag, const pugi::xml_node &node);
+    void declare(ElementKind kind, const pugi::xml_node &node);
+    void use(ElementKind kind, const pugi::xml_node &node);
     void enterBlock(const pugi::xml_node &node);
     void openScope(const pugi::xml_node &node, const QString &name, bool isLocal);
     void addVariable(const pugi::xml_node &node);
