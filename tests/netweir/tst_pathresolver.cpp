@@ -28,15 +28,18 @@ namespace {
 
 const char Design[] =
     "(module name=top origName=top (var:bit name=v) (var:bit name=p param=true)"
-    " (instance name=u defName=mid (port name=b (varref name=one)))"
+    " (instance name=u defName=mid (port name=b one) (port name=bs many))"
     " (instance name=arr defName=leaf (range 2 1))"
     " (instance name=one defName=bus) (instance name=many defName=bus (range 1 0))"
     " (begin name=g origName=g__BRA__0__KET__ (var:bit name=v) (begin name=h (var:bit name=x))"
     "  (instance name=w defName=mid (port name=b (arraysel many 0)))))"
     "(module name=mid origName=mid (var:bit name=v) (var:bit name=b vartype=ifaceref)"
-    " (task name=t) (instance name=u defName=leaf))"
+    " (var:refs name=bs vartype=ifaceref) (task name=t) (instance name=u defName=leaf))"
     "(module name=leaf origName=leaf (var:bit name=n))"
     "(iface name=bus origName=bus (var:bit name=d))";
+
+const char Types[] = "(ifacerefdtype id=ref)"
+                     "(unpackarraydtype id=refs sub_dtype_id=ref (range 1 0))";
 
 /// The full name of an instance: "top.u.u".
 QString pathOf(const InstanceTree &tree, int instance)
@@ -94,6 +97,9 @@ void TestPathResolver::pathsLeadToNets_data()
     row("top.u", 0, "t.v", "none");
     row("top.u", 0, "b.d", "top.one.d");
     row("top.u", 0, "b.z", "none");
+    row("top.u", 0, "bs.d", "top.many[1].d");
+    row("top.u", 0, "bs[0].d", "top.many[0].d");
+    row("top.u", 0, "bs[2].d", "none");
     row("top.u.u", 0, "mid.v", "top.u.v");
     row("top.u.u", 0, "g.v", "top.v@1");
     row("top.g[0].w", 0, "h.x", "top.x@2");
@@ -108,7 +114,7 @@ void TestPathResolver::pathsLeadToNets()
     QFETCH(QString, from);
     QFETCH(int, scope);
     QFETCH(QString, path);
-    const DesignXml design(QString::fromLatin1(Design));
+    const DesignXml design(QString::fromLatin1(Design), QString::fromLatin1(Types));
     InstanceTree tree;
     QVERIFY(tree.build(design->top()));
     const InterfaceBindings bindings = bindInterfaces(*design, tree);
