@@ -191,7 +191,7 @@ void TestDesignModules::endlessCirclesAreErrors_data()
 {
     addColumns();
     const char *const words = "ERROR: a.v:%1: The instantiation never ends (%2). Break the circle "
-                              "or end it by a generate condition.";
+                              "or end it with a generate condition.";
     const auto error = [words](int line, const char *circle) {
         return QString::fromLatin1(words).arg(line).arg(QLatin1String(circle)).toLatin1();
     };

@@ -48,7 +48,7 @@ void TestDesignScan::choosesTheTop_data()
                         "modules of the design.")});
     row("endless", "module a;\na u(); endmodule", "", "a", "a",
         {QStringLiteral("ERROR: /src/a.v:1: The instantiation never ends (a -> a). Break the "
-                        "circle or end it by a generate condition.")});
+                        "circle or end it with a generate condition.")});
 }
 
 void TestDesignScan::choosesTheTop()

@@ -46,7 +46,7 @@ void TestElaboratedDesign::otherDocumentsAreRefused()
     ElaboratedDesign design;
     QString error;
     QVERIFY(!design.read(xml, {}, {}, &error));
-    QCOMPARE(error, QStringLiteral("The elaborated design holds no netlist."));
+    QCOMPARE(error, QStringLiteral("The elaborated design contains no netlist."));
 }
 
 void TestElaboratedDesign::topsAreFound_data()
@@ -88,7 +88,7 @@ void TestElaboratedDesign::topsAreFound()
         QCOMPARE(design.top().sourceName, expected);
     } else {
         QCOMPARE(expected, QString());
-        QCOMPARE(error, QStringLiteral("The elaborated design holds no top module."));
+        QCOMPARE(error, QStringLiteral("The elaborated design contains no top module."));
     }
 }
 

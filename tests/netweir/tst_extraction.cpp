@@ -238,7 +238,7 @@ void TestExtraction::reportsErrors_data()
     row("unknown pin of a primitive", "module top;\nKX_BUFG u(.I(1'b0), .Q());\nendmodule\n",
         "ERROR: a.v:2:22: Pin not found: 'Q'");
     row("recursion", "module a;\na u();\nendmodule\n",
-        "ERROR: a.v:1: The instantiation never ends (a -> a). Break the circle or end it by a "
+        "ERROR: a.v:1: The instantiation never ends (a -> a). Break the circle or end it with a "
         "generate condition.");
     row("mutual recursion", "module a;\nb u();\nendmodule\nmodule b;\na u();\nendmodule\n",
         "ERROR: a.v:1: No top module: every module is instantiated by another one (a -> b -> a). "
@@ -373,14 +373,14 @@ void TestExtraction::refusesFilesTheToolCannotRead_data()
     };
     row("missing.v", "ERROR: missing.v: The file does not exist.");
     row("folder.v", "ERROR: folder.v: This is a folder.");
-    row("nul.v", "ERROR: nul.v: The file is no text: it contains NUL bytes.");
-    row("utf16.v", "ERROR: utf16.v: The file is no text: it contains NUL bytes.");
+    row("nul.v", "ERROR: nul.v: The file is not text: it contains NUL bytes.");
+    row("utf16.v", "ERROR: utf16.v: The file is not text: it contains NUL bytes.");
     row("long.v", "ERROR: long.v:2: The line is longer than 1 MB.");
-    row("includes.v", "ERROR: nul.vh: The file is no text: it contains NUL bytes.");
+    row("includes.v", "ERROR: nul.vh: The file is not text: it contains NUL bytes.");
     row("old.vhd", "ERROR: old.vhd: VHDL is not supported yet.");
     row("lib.vhd", "ERROR: lib.vhd: VHDL is not supported yet.");
     row("lib.VHDL", "ERROR: lib.VHDL: VHDL is not supported yet.");
-    row("fifo.v", "ERROR: fifo.v: This is no regular file.");
+    row("fifo.v", "ERROR: fifo.v: This is not a regular file.");
     if (geteuid() != 0) // Who may read everything.
         row("locked.v", "ERROR: locked.v: The file cannot be read:");
 }

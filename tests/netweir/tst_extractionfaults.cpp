@@ -110,7 +110,7 @@ void TestExtractionFaults::waitsForAnIncludedPipeUntilTheTimeout()
     const QString pipe = design.path(QStringLiteral("pipe.vh"));
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     const QString warning =
-        QStringLiteral("WARNING: %1: A source includes this, which is a pipe or "
+        QStringLiteral("WARNING: %1: A source includes this file, which is a pipe or "
                        "a device. Reading it may last until the timeout.")
             .arg(pipe);
     QVERIFY(design.extract());
@@ -191,7 +191,7 @@ void TestExtractionFaults::cancelEndsARunWithoutWhatCannotBeRead()
     QVERIFY(design.messages[0].startsWith(QLatin1String("WARNING: left out: ")));
     const QString error = cancelled ? QStringLiteral("ERROR: Reading the design was cancelled.")
                                     : QStringLiteral("ERROR: Elaborating the design took longer "
-                                                     "than 1 seconds and was ended.");
+                                                     "than 1 seconds and was stopped.");
     QVERIFY2(design.messages[1].startsWith(error), qPrintable(design.messages[1]));
 }
 
@@ -320,7 +320,7 @@ void TestExtractionFaults::boundsTheReader()
     QCOMPARE(design.netMessages,
              QStringList(QStringLiteral(
                  "ERROR: The elaborated design cannot be read: Reading took longer than 1 seconds "
-                 "and was ended. Raise the timeout in the project's options.")));
+                 "and was stopped. Raise the timeout in the project's options.")));
     QCOMPARE(debugLines(), design.netMessages);
 
     design.set(TE::DesignInfo::Timeout, 1000);
@@ -452,19 +452,20 @@ void TestExtractionFaults::reportsAToolThat_data()
     row("fails without a reason", "exit 3\n",
         "ERROR: Reading the sources failed: the elaborator gave no reason (exit code 3).");
     row("hangs", "sleep 1000 & sleep 1000\n",
-        "ERROR: Reading the sources took longer than 1 seconds and was ended. Raise the timeout in "
+        "ERROR: Reading the sources took longer than 1 seconds and was stopped. Raise the timeout "
+        "in "
         "the project's options.");
     row("is sent the signal of the limit of files", "kill -XFSZ $$\n",
-        "ERROR: Reading the sources needs a larger file than is allowed (");
+        "ERROR: Reading the sources needs a file larger than the limit (");
     row("writes without an end", "exec truncate -s 2100000000 stdout\n",
-        "ERROR: Reading the sources needs a larger file than is allowed (2048000 kB) and was "
-        "ended.");
+        "ERROR: Reading the sources needs a file larger than the limit (2048000 kB) and was "
+        "stopped.");
     row("crashes later", preprocess + "kill -SEGV $$\n",
         "ERROR: Elaborating the design failed: the elaborator crashed.");
     row("fails later", preprocess + "exit 1\n",
         "ERROR: Elaborating the design failed: the elaborator gave no reason (exit code 1).");
     row("hangs later", preprocess + "sleep 1000\n",
-        "ERROR: Elaborating the design took longer than 1 seconds and was ended.");
+        "ERROR: Elaborating the design took longer than 1 seconds and was stopped.");
     row("runs out of memory",
         preprocess +
             "echo \"terminate called after throwing an instance of 'std::bad_alloc'\" >&2\n"
@@ -521,7 +522,7 @@ void TestExtractionFaults::reportsALateTimeout()
     QVERIFY(!design.buildNetlist());
     QCOMPARE(debugLines(),
              QStringList(QStringLiteral("ERROR: Elaborating the design took longer than 3 seconds "
-                                        "and was ended. Raise the timeout in the project's "
+                                        "and was stopped. Raise the timeout in the project's "
                                         "options.")));
 }
 
@@ -548,11 +549,12 @@ void TestExtractionFaults::namesATemporaryFolderThatIsNone()
     qputenv("TMPDIR", path.toLocal8Bit());
     design.findModules();
     m_folder.use();
-    QCOMPARE(design.messages,
-             QStringList(QStringLiteral("ERROR: No temporary folder can be made in %1: %2. Make "
-                                        "room there, or set the environment variable TMPDIR to "
-                                        "another folder.")
-                             .arg(path, reason)));
+    QCOMPARE(
+        design.messages,
+        QStringList(QStringLiteral("ERROR: No temporary folder can be created in %1: %2. Free "
+                                   "some space there, or set the environment variable TMPDIR to "
+                                   "another folder.")
+                        .arg(path, reason)));
 }
 
 void TestExtractionFaults::namesAnIncludeFolderThatCannotBeLinked()
@@ -562,11 +564,12 @@ void TestExtractionFaults::namesAnIncludeFolderThatCannotBeLinked()
     design.add("top.v", "module top; endmodule\n");
     design.set(TE::DesignInfo::IncludePaths, QStringList(path));
     design.findModules();
-    QCOMPARE(design.firstError(),
-             QStringLiteral("ERROR: No link to %1 can be made in the temporary folder in %2: File "
-                            "name too long. Set the environment variable TMPDIR to a folder that "
-                            "can hold links.")
-                 .arg(path, m_folder.path()));
+    QCOMPARE(
+        design.firstError(),
+        QStringLiteral("ERROR: No link to %1 can be created in the temporary folder in %2: File "
+                       "name too long. Set the environment variable TMPDIR to a folder that "
+                       "supports links.")
+            .arg(path, m_folder.path()));
     QVERIFY(!design.buildNetlist());
 }
 
@@ -617,8 +620,8 @@ void TestExtractionFaults::saysThatTheTemporaryFolderIsFull()
             continue;
         const QStringList said = design.messages + design.netMessages;
         QVERIFY2(said.first().startsWith(
-                     QStringLiteral("ERROR: The temporary folder in %1 cannot be written: No space "
-                                    "left on device. Make room there")
+                     QStringLiteral("ERROR: The temporary folder in %1 cannot be written to: No "
+                                    "space left on device. Free some space there")
                          .arg(disk)),
                  qPrintable(QString::number(kilobytes) + said.join('\n')));
     }
@@ -634,7 +637,7 @@ void TestExtractionFaults::reportsAMissingTool()
     QCOMPARE(design.messages,
              QStringList(QStringLiteral(
                  "ERROR: The elaborator \"/nowhere/verilator_bin\" named by the environment "
-                 "variable TARN_VERILATOR is no program. Correct or unset the variable.")));
+                 "variable TARN_VERILATOR is not a program. Correct or unset the variable.")));
     QVERIFY(!design.buildNetlist());
 
     // Not a program after all.

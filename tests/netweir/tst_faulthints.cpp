@@ -15,7 +15,7 @@ const QLatin1String
 
 QString wordOf(const char *word)
 {
-    return QStringLiteral("\"%1\" is a word of SystemVerilog, and the file is read as Verilog "
+    return QStringLiteral("\"%1\" is a keyword of SystemVerilog, but the file is read as Verilog "
                           "1364-2005.")
                .arg(QLatin1String(word)) +
            Advice;

@@ -289,9 +289,9 @@ void TestHiddenCode::regionsWithoutAnEndAreReported()
     QVERIFY2(design.extract(), qPrintable(design.messages.join('\n')));
     QCOMPARE(design.modules, (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
     QCOMPARE(design.messages,
-             QStringList{QStringLiteral("WARNING: %1:2: The code behind this comment is hidden up "
+             QStringList{QStringLiteral("WARNING: %1:2: The code after this comment is hidden up "
                                         "to the end of the file. Add a comment with translate_on "
-                                        "where the design goes on.")
+                                        "where the design continues.")
                              .arg(design.path(QStringLiteral("open.vh")))});
 }
 

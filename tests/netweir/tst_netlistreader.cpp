@@ -180,8 +180,8 @@ void TestNetlistReader::refusesWhatIsNoElaboratedDesign_data()
     QTest::addColumn<QString>("reason");
 
     const QString noXml = QStringLiteral("cannot be read");
-    const QString noNetlist = QStringLiteral("The elaborated design holds no netlist.");
-    const QString noTop = QStringLiteral("The elaborated design holds no top module.");
+    const QString noNetlist = QStringLiteral("The elaborated design contains no netlist.");
+    const QString noTop = QStringLiteral("The elaborated design contains no top module.");
     const QString tooLarge = QStringLiteral("The design is too large to be read.");
     QTest::newRow("empty") << QByteArray() << noXml;
     QTest::newRow("text") << QByteArray("module top; endmodule") << noXml;
@@ -399,7 +399,7 @@ void TestNetlistReader::endsAtTheLimitOfMemory()
     ::malloc_trim(0); // What the tests before this one gave back would be taken first.
     QString error;
     QVERIFY(!read(xml, &error, options));
-    QCOMPARE(error, QStringLiteral("Reading needs more than 100 MB of memory and was ended."));
+    QCOMPARE(error, QStringLiteral("Reading needs more than 100 MB of memory and was stopped."));
 }
 
 void TestNetlistReader::refusesALargeFile()
@@ -448,7 +448,7 @@ void TestNetlistReader::endsInAnyWork()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(!read(xml, &error, options));
-    QCOMPARE(error, QStringLiteral("Reading took longer than 1 seconds and was ended. Raise the "
+    QCOMPARE(error, QStringLiteral("Reading took longer than 1 seconds and was stopped. Raise the "
                                    "timeout in the project's options."));
     QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
 

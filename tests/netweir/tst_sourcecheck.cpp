@@ -107,7 +107,7 @@ void TestSourceCheck::namesWhatTheElaboratorCannotRead_data()
     row("text", "module m; endmodule\n", "");
     row("empty", "", ": The file is empty.");
     row("binary", QByteArray("a\0b", 3),
-        ": The file is no text: it contains NUL bytes. Binary files and UTF-16 text cannot be "
+        ": The file is not text: it contains NUL bytes. Binary files and UTF-16 text cannot be "
         "read.");
     row("longest line", "\n" + QByteArray(Longest, 'a') + "\n", "");
     row("longer line", "\n" + QByteArray(Longest + 1, 'a') + "\n",

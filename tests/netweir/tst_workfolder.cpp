@@ -61,10 +61,11 @@ void TestWorkFolder::saysWhichLinkCannotBeMade()
     const WorkFolder folder;
     QString error;
     QVERIFY(!folder.link("/source", LongName, &error));
-    QCOMPARE(error, QStringLiteral("No link to /source can be made in the temporary folder in %1: "
-                                   "File name too long. Set the environment variable TMPDIR to a "
-                                   "folder that can hold links.")
-                        .arg(QDir::tempPath()));
+    QCOMPARE(error,
+             QStringLiteral("No link to /source can be created in the temporary folder in %1: "
+                            "File name too long. Set the environment variable TMPDIR to a "
+                            "folder that supports links.")
+                 .arg(QDir::tempPath()));
 }
 
 void TestWorkFolder::saysThatAFileCannotBeWritten()
@@ -105,9 +106,10 @@ void TestWorkFolder::saysFirstThatThereIsNoFolder()
     QVERIFY(!folder.write("a", "content", &writeError));
     QVERIFY(!folder.link("/source", "b", &linkError));
     before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
-    QCOMPARE(problem, QStringLiteral("No temporary folder can be made in /dev/null/none: Not a "
-                                     "directory. Make room there, or set the environment variable "
-                                     "TMPDIR to another folder."));
+    QCOMPARE(problem,
+             QStringLiteral("No temporary folder can be created in /dev/null/none: Not a "
+                            "directory. Free some space there, or set the environment variable "
+                            "TMPDIR to another folder."));
     QCOMPARE(writeError, problem);
     QCOMPARE(linkError, problem);
     QVERIFY(!QFileInfo::exists("a"));

@@ -205,8 +205,8 @@ void TestSession::limitOfFileSizesIsAnError_data()
         << "Cannot write the screenshot ~/shots/1-start.png\n";
     QTest::newRow("smaller than the elaborated design")
         << "ulimit -f 380"
-        << "Design files contain some errors.: ERROR: Elaborating the design needs a larger file "
-           "than is allowed (190 kB) and was ended.\n";
+        << "Design files contain some errors.: ERROR: Elaborating the design needs a file larger "
+           "than the limit (190 kB) and was stopped.\n";
 }
 
 /// The session ends by itself, not by the signal.

@@ -145,7 +145,7 @@ QString DesignModules::endlessError(const QString &top) const
 {
     return errorOfCircle(startAt(top), Circle::Endless,
                          Text::tr("The instantiation never ends (%1). Break the circle or end it "
-                                  "by a generate condition."));
+                                  "with a generate condition."));
 }
 
 QString DesignModules::mutualError(const QString &top) const

@@ -86,11 +86,11 @@ QString endedText(ReadGuard::Reason reason, const ReadOptions &options)
         return Text::tr("Reading was cancelled.");
     case ReadGuard::TimedOut:
         return Text::tr(
-                   "Reading took longer than %1 seconds and was ended. Raise the timeout in the "
+                   "Reading took longer than %1 seconds and was stopped. Raise the timeout in the "
                    "project's options.")
             .arg(options.timeoutSeconds);
     case ReadGuard::TooLarge:
-        return Text::tr("Reading needs more than %1 MB of memory and was ended.")
+        return Text::tr("Reading needs more than %1 MB of memory and was stopped.")
             .arg(options.memoryLimit / Megabyte);
     case ReadGuard::GoesOn:
         break;

@@ -104,9 +104,9 @@ QStringList PreprocessedText::warnings() const
     QStringList result;
     for (const TextLine &mark : m_unclosed)
         result.append(
-            warningMessage(place(mark), Text::tr("The code behind this comment is hidden up to the "
+            warningMessage(place(mark), Text::tr("The code after this comment is hidden up to the "
                                                  "end of the file. Add a comment with translate_on "
-                                                 "where the design goes on.")));
+                                                 "where the design continues.")));
     for (const TextLine &begin : m_encrypted)
         result.append(warningMessage(place(begin), Text::tr("The encrypted code from this line on "
                                                             "is left out.")));

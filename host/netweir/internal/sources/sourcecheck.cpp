@@ -30,7 +30,7 @@ QString readProblem(const QString &path, QByteArray *content)
     case Files::Access::Folder:
         return Text::tr("This is a folder. Add the source files in it instead.");
     case Files::Access::Special:
-        return Text::tr("This is no regular file.");
+        return Text::tr("This is not a regular file.");
     case Files::Access::TooLarge:
         return Text::tr("The file is larger than 1 GB.");
     case Files::Access::Failed:
@@ -89,7 +89,7 @@ QStringList SourceCheck::run()
         if (file.vhdl) {
             m_messages.append(errorMessage(
                 {file.path}, Text::tr("VHDL is not supported yet. Disable the file or replace it "
-                                      "by a Verilog source.")));
+                                      "with a Verilog source.")));
         } else {
             checkFile(file.path, file.library);
         }
@@ -138,7 +138,7 @@ void SourceCheck::checkContent(const QString &path, const QByteArray &content)
     }
     if (content.contains('\0')) {
         m_messages.append(errorMessage(
-            {path}, Text::tr("The file is no text: it contains NUL bytes. Binary files and UTF-16 "
+            {path}, Text::tr("The file is not text: it contains NUL bytes. Binary files and UTF-16 "
                              "text cannot be read.")));
         return;
     }
@@ -200,7 +200,7 @@ void SourceCheck::warnOfSpecialFile(const QString &path)
         return;
     m_seen.insert(path);
     m_messages.append(
-        warningMessage({path}, Text::tr("A source includes this, which is a pipe or a "
+        warningMessage({path}, Text::tr("A source includes this file, which is a pipe or a "
                                         "device. Reading it may last until the "
                                         "timeout.")));
 }

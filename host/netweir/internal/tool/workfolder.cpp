@@ -46,9 +46,10 @@ QString writeNew(const QString &path, const QByteArray &content)
 QString WorkFolder::problem() const
 {
     if (!m_folder.isValid())
-        return Text::tr("No temporary folder can be made in %1: %2. Make room there, or set the "
-                        "environment variable TMPDIR to another folder.")
-            .arg(Files::temporaryPath(), m_folder.errorString());
+        return Text::
+            tr("No temporary folder can be created in %1: %2. Free some space there, or set the "
+               "environment variable TMPDIR to another folder.")
+                .arg(Files::temporaryPath(), m_folder.errorString());
     std::array<quint32, 16 * 1024> room; // Random, so that file systems cannot compress it.
     QRandomGenerator::global()->fillRange(room.data(), int(room.size()));
     const qint64 size = qMin<qint64>(room.size() * sizeof(quint32), largestFile());
@@ -58,9 +59,10 @@ QString WorkFolder::problem() const
     QFile::remove(probe);
     if (reason.isEmpty())
         return {};
-    return Text::tr("The temporary folder in %1 cannot be written: %2. Make room there, or set the "
-                    "environment variable TMPDIR to another folder.")
-        .arg(Files::temporaryPath(), reason);
+    return Text::
+        tr("The temporary folder in %1 cannot be written to: %2. Free some space there, or set the "
+           "environment variable TMPDIR to another folder.")
+            .arg(Files::temporaryPath(), reason);
 }
 
 bool WorkFolder::write(const QString &name, const QByteArray &content, QString *error) const
@@ -79,8 +81,8 @@ bool WorkFolder::link(const QString &target, const QString &name, QString *error
     QFile file(target);
     if (m_folder.isValid() && file.link(path(name)))
         return true;
-    *error = causeOf(Text::tr("No link to %1 can be made in the temporary folder in %2: %3. Set "
-                              "the environment variable TMPDIR to a folder that can hold links.")
+    *error = causeOf(Text::tr("No link to %1 can be created in the temporary folder in %2: %3. Set "
+                              "the environment variable TMPDIR to a folder that supports links.")
                          .arg(target, Files::temporaryPath(), file.errorString()));
     return false;
 }

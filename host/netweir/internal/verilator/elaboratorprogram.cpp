@@ -17,7 +17,7 @@ QString findElaborator(QString *error)
         if (info.isFile() && info.isExecutable())
             return info.absoluteFilePath();
         *error = Text::tr("The elaborator \"%1\" named by the environment variable TARN_VERILATOR "
-                          "is no program. Correct or unset the variable.")
+                          "is not a program. Correct or unset the variable.")
                      .arg(chosen);
         return {};
     }

@@ -38,18 +38,18 @@ bool ElaboratorRun::hitLimit() const
 QString ElaboratorRun::failure(const QString &phase) const
 {
     if (m_isOutOfMemory)
-        return errorMessage(Text::tr("%1 needs more than %2 MB of memory and was ended.")
+        return errorMessage(Text::tr("%1 needs more than %2 MB of memory and was stopped.")
                                 .arg(phase)
                                 .arg(ToolProcess::memoryLimit() / (1024 * 1024)));
     switch (result()) {
     case ToolProcess::TimedOut:
-        return errorMessage(Text::tr("%1 took longer than %2 seconds and was ended. Raise the "
+        return errorMessage(Text::tr("%1 took longer than %2 seconds and was stopped. Raise the "
                                      "timeout in the project's options.")
                                 .arg(phase)
                                 .arg(m_timeoutSeconds));
     case ToolProcess::FileTooLarge:
         return errorMessage(
-            Text::tr("%1 needs a larger file than is allowed (%2 kB) and was ended.")
+            Text::tr("%1 needs a file larger than the limit (%2 kB) and was stopped.")
                 .arg(phase)
                 .arg(ToolProcess::fileSizeLimit() / 1024));
     case ToolProcess::NotStarted:

@@ -133,10 +133,11 @@ bool FaultHints::explainLanguage(ToolMessage *message, const TextLine &place,
         return false;
     if (isUnknown)
         message->text.clear();
-    message->advice = Text::tr("\"%1\" is a word of SystemVerilog, and the file is read as Verilog "
-                               "%2.")
-                          .arg(QString::fromUtf8(word), m_sources.standard) +
-                      QLatin1Char(' ') + typeAdvice();
+    message->advice =
+        Text::tr("\"%1\" is a keyword of SystemVerilog, but the file is read as Verilog "
+                 "%2.")
+            .arg(QString::fromUtf8(word), m_sources.standard) +
+        QLatin1Char(' ') + typeAdvice();
     m_misread.insert(place.text);
     return true;
 }

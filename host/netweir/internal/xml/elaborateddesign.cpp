@@ -38,7 +38,7 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
     const pugi::xml_node root = document.child("verilator_xml");
     const pugi::xml_node netlist = root.child("netlist");
     if (!netlist || !netlist.child("typetable")) {
-        *error = Text::tr("The elaborated design holds no netlist.");
+        *error = Text::tr("The elaborated design contains no netlist.");
         return false;
     }
     m_sources.setFiles(root.child("files"), folder);
@@ -52,7 +52,7 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
     }
     readDefinitions(options);
     if (!findTop(options.topIsWrapped)) {
-        *error = Text::tr("The elaborated design holds no top module.");
+        *error = Text::tr("The elaborated design contains no top module.");
         return false;
     }
     return sortBottomUp(error);

@@ -63,7 +63,7 @@ bool XmlFile::readText(const QString &path, qint64 largest, QString *error)
     case Files::Access::Failed:
         break;
     default:
-        reason = Text::tr("it is no regular file");
+        reason = Text::tr("it is not a regular file");
         break;
     }
     *error = Text::tr("The elaborated design \"%1\" cannot be read: %2.").arg(path, reason);
