@@ -73,7 +73,7 @@ void TestEncryptedCode::encryptedCodeIsBlanked()
     QCOMPARE(lines.join('\n'), blanked);
 }
 
-/// The rest of the design is read, and a message says what is missing. Errors keep their lines.
+/// A message says which code is missing. Errors keep their lines.
 void TestEncryptedCode::designsAreReadWithoutEncryptedCode()
 {
     const QByteArray encrypted = "`pragma protect begin_protected\n`pragma protect version = 2\n"
@@ -96,7 +96,7 @@ void TestEncryptedCode::designsAreReadWithoutEncryptedCode()
              qPrintable(broken.firstError()));
 }
 
-/// One whose head is encrypted as well is like one that no file defines.
+/// A module that is encrypted as a whole is unknown.
 void TestEncryptedCode::encryptedModulesAreUnknown()
 {
     TarnTest::DesignFixture design;

@@ -15,7 +15,7 @@ using namespace NETWEIR::Internal;
 
 namespace {
 
-/// Names of the nets and buses of the top; of a design that cannot be read, the messages.
+/// The nets and buses of the top, or the messages if the design cannot be read.
 QString netsOf(TarnTest::DesignFixture *design)
 {
     if (!design->extract())
@@ -29,7 +29,7 @@ QString netsOf(TarnTest::DesignFixture *design)
     return names.join(QLatin1Char(' '));
 }
 
-/// Blanks beside others and at the ends of lines are of no interest.
+/// Without blanks next to others or at the ends of lines.
 QByteArray squeezed(const QByteArray &text)
 {
     QByteArrayList lines = text.split('\n');
@@ -177,7 +177,7 @@ void TestHiddenCode::designsAreReadWithoutHiddenCode()
     QFETCH(QByteArray, off);
     QFETCH(QByteArray, on);
     TarnTest::DesignFixture design;
-    // The width holds a comment that the macro must not hand on.
+    // The macro must not pass on the comment in its definition.
     design.add(QStringLiteral("top.v"),
                "`define W 2 // width, /* not */ synopsys translate_off\n"
                "module top(input clk); wire [`W-1:0] before; // \"synopsys\" translate_off\n" +

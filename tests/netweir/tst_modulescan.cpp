@@ -34,7 +34,7 @@ QByteArray instantiationText(const Instantiation &instantiation)
     return text + (instantiation.conditional ? " if" : "");
 }
 
-/// One line a unit, each followed by its instantiations.
+/// One line per unit, followed by its instantiations.
 QString scanText(const QByteArray &source, bool systemVerilog = true)
 {
     static const char *const kinds[] = {"module", "interface", "program", "primitive", "checker"};
@@ -229,7 +229,7 @@ void TestModuleScan::findsInstantiations()
         expected = QStringLiteral("  ") +
                    expected.replace(QLatin1Char('|'), QStringLiteral("\n  ")) + QLatin1Char('\n');
     QCOMPARE(scanText("module m; " + body + " endmodule"), QStringLiteral("module m\n") + expected);
-    // Whatever stands in a body, the next module is found.
+    // The next module is found whatever the body contains.
     QCOMPARE(scanText("module m; " + body + "\nendmodule module after; endmodule"),
              QStringLiteral("module m\n") + expected + QStringLiteral("module after\n"));
 }
@@ -351,8 +351,8 @@ void TestModuleScan::notesTheLinesOfAStatement()
     QCOMPARE(scan.units[0].instantiations[0].last.line, 8);
 }
 
-/// Sources cut, doubled and overwritten at random, the same at each run: the scan ends, and finds a
-/// module that comes after the damage whenever the damage is closed.
+/// Cuts, doubles and overwrites parts of a source at random, in the same way in each run. The scan
+/// ends and finds no more units than the text has keywords.
 void TestModuleScan::survivesDamagedText()
 {
     const QByteArray source =
@@ -371,7 +371,7 @@ void TestModuleScan::survivesDamagedText()
         const QByteArray text = damaged(source, &random);
         ModuleScan scan;
         scanModules(text, 0, round % 2 == 0, &scan);
-        // Units are words of the text: there cannot be more of them than their keywords.
+        // Each unit begins with a keyword.
         const int keywords = text.count("module") + text.count("primitive") +
                              text.count("interface") + text.count("program") +
                              text.count("checker");

@@ -46,7 +46,7 @@ void TestPrimitiveInstances::instancesGetNames_data()
     row("strengths", "p (strong0, weak1) #0.1 (a, b);", "p NAME (a, b);");
     row("over lines", "p\n#(1,\n2)\n(a,\nb);", "p\n\n\nNAME (a,\nb);");
     row("modules", "m #(1, 2) u(a); m (a);", "m #(1, 2) u(a); m (a);");
-    row("what nobody defines", "x (a, b); x #(1) u(a, b);", "x (a, b); x #(1) u(a, b);");
+    row("undefined names", "x (a, b); x #(1) u(a, b);", "x (a, b); x #(1) u(a, b);");
     row("gates", "and #(1, 2) (a, b, c);", "and #(1, 2) (a, b, c);");
     row("modules within modules", "p (a, b); module n; p (c, d); endmodule p (e, f);",
         "p NAME (a, b); module n; p NAME (c, d); endmodule p NAME (e, f);");
@@ -76,7 +76,7 @@ void TestPrimitiveInstances::instancesGetNames()
     QCOMPARE(instances.named(0, "module other; endmodule"), QByteArray("module other; endmodule"));
 }
 
-/// A library of cells, of which the design uses one; its primitives are in folders of their own.
+/// The design uses one cell of a library.
 void TestPrimitiveInstances::cellsAreRead()
 {
     TarnTest::DesignFixture design;

@@ -104,6 +104,17 @@ void TestScopeScan::findsBlocks_data()
         "module m #(type T = int, U = T); typedef int t; class c; endclass endmodule "
         "interface i; typedef int s; endinterface program p; typedef int r; endprogram x",
         "all types T U c r s t");
+    row("type after a covergroup", "covergroup g; endgroup typedef int t; x",
+        "@1 <typedef int t; > types t\nall types g t");
+    row("type after a module", "module m; endmodule typedef int t; x",
+        "@1 <typedef int t; > types t\nall types t");
+    row("interface in an interface",
+        "interface i; virtual interface j v; endinterface typedef int t; x",
+        "@1 <typedef int t; > types t\nall types t");
+    row("task of a package",
+        "package p; task f; typedef int t; endtask class c; endclass endpackage",
+        "p@1 <package p; task f; typedef int t; endtask class c; endclass endpackage> types c\nall "
+        "types c");
     row("module in a module", "module m; module n; endmodule typedef int t; endmodule",
         "all types t");
     row("declaration of a module", "extern module m(input a); typedef int t;",

@@ -59,7 +59,7 @@ PreprocessedText textOf(const Sources &sources)
     return PreprocessedText(output, files, {});
 }
 
-/// What a design is made of, up to the order of its texts.
+/// The order of a design, and what it is made from.
 struct Order
 {
     explicit Order(const Sources &sources)
@@ -76,7 +76,7 @@ struct Order
     SourceOrder order;
 };
 
-/// The pieces by the names of their files, packages parts of them as FILE/BLOCK.
+/// The names of the pieces: FILE, or FILE/BLOCK/... for a piece of blocks.
 QString orderText(const Sources &sources)
 {
     const Order found(sources);
@@ -157,7 +157,7 @@ int lettersOf(const QByteArray &text)
     return int(std::count_if(text.begin(), text.end(), [](char c) { return c > ' '; }));
 }
 
-/// Packages, shared types and modules at random, each in a line and behind all that it needs.
+/// Random packages, shared types and modules, one per line, each after everything that it needs.
 QByteArrayList randomDeclarations(std::mt19937 *random)
 {
     const auto below = [random](int end) { return int((*random)() % unsigned(end)); };
@@ -273,7 +273,7 @@ void TestSourceOrder::whatIsUsedComesFirst_data()
          source("-v p", "package p; import q::*; endpackage module x; endmodule"),
          source("-v q", "package q; endpackage")},
         "q/0 p/0 m p q");
-    row("library that nobody else needs",
+    row("library that no other file needs",
         {source("m", "module m;"), source("-v p", "package p; endpackage module x; import p::*;")},
         "m p");
     row("sources win over libraries",

@@ -106,7 +106,7 @@ void TestStubs::learnMissingPins()
 {
     Stubs stubs = stubsOf("module m;\ns u(\n.a(x));\nt v();\nendmodule");
     QVERIFY(stubs.addMissing({0, 3}, "b", false));
-    QVERIFY(!stubs.addMissing({0, 2}, "a", false)); // It has that one.
+    QVERIFY(!stubs.addMissing({0, 2}, "a", false)); // It has this pin.
     QVERIFY(stubs.addMissing({0, 4}, "P", true));
     QVERIFY(!stubs.addMissing({0, 1}, "c", false)); // No instance there.
     QVERIFY(!stubs.addMissing({1, 2}, "c", false)); // Nor in that file.

@@ -172,7 +172,7 @@ void TestTextItems::haveUsers_data()
         {s("statement a@1 in  <g a = new(), b;>"), s("statement @1 in  <a.sample();>")});
     row("clocking", "module m; clocking c @(posedge k); $ endclocking initial c.a <= 1; endmodule",
         {s("process @1 in m <initial c.a <= 1;>")});
-    row("nobody", "module m; assert property ($); endmodule", {});
+    row("no users", "module m; assert property ($); endmodule", {});
 }
 
 void TestTextItems::haveUsers()

@@ -53,6 +53,8 @@ private Q_SLOTS:
     void regionsHaveEnds();
     void blocksAreCounted_data();
     void blocksAreCounted();
+    void wordsMayBeNames_data();
+    void wordsMayBeNames();
 };
 
 /// Kinds: identifier, keyword, number, string, punctuation.
@@ -98,7 +100,7 @@ void TestVerilogTokens::areTold_data()
     row("directive with a line", "`default_nettype none a\n`pragma b c\n`unconnected_drive d\ne",
         "ie");
     row("time scale", "`timescale 1ns/1ps a", "ia");
-    row("time scale with blanks", "`timescale 1 ns / 10 ps\ta", "ia");
+    row("time scale with blanks", "`timescale \t1  ns / 10 \tps\ta", "ia");
     row("half a time scale", "`timescale 1ns a", "ia");
     row("no time scale", "`timescale a", "ia");
     row("time scale at the end", "`timescale 1", "");
@@ -245,6 +247,31 @@ void TestVerilogTokens::blocksAreCounted()
     VerilogTokens tokens(words, true);
     const Token previous = tokens.next();
     QTEST(blockStep(tokens.next(), previous), "step");
+}
+
+void TestVerilogTokens::wordsMayBeNames_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("isWord"); // "$begin" or "begin".
+    QTest::addColumn<bool>("isSystemName");
+    QTest::newRow("keyword") << QByteArray("begin") << true << false;
+    QTest::newRow("escaped keyword") << QByteArray("\\begin ") << true << false;
+    QTest::newRow("other name") << QByteArray("begins") << false << false;
+    QTest::newRow("system name") << QByteArray("$begin") << true << true;
+    QTest::newRow("escaped system name") << QByteArray("\\$begin ") << true << false;
+    QTest::newRow("sign") << QByteArray("(") << false << false;
+    QTest::newRow("string") << QByteArray("\"begin\"") << false << false;
+    QTest::newRow("number") << QByteArray("1") << false << false;
+    QTest::newRow("nothing") << QByteArray() << false << false;
+}
+
+void TestVerilogTokens::wordsMayBeNames()
+{
+    QFETCH(QByteArray, text);
+    const Token token = VerilogTokens(text, true).next();
+    QTEST(isWord(token, "begin") || isWord(token, "$begin"), "isWord");
+    QTEST(isSystemName(token), "isSystemName");
+    QVERIFY(!isWord(token, token.kind == Token::Number ? "1" : ""));
 }
 
 TARN_TEST_MAIN(TestVerilogTokens)

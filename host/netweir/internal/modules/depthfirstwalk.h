@@ -6,7 +6,7 @@
 
 namespace NETWEIR::Internal {
 
-/// A walk over a graph that leaves what a node needs before the node itself, without recursion.
+/// A depth-first walk over a graph, without recursion.
 class DepthFirstWalk
 {
 public:
@@ -15,9 +15,10 @@ public:
     {
     }
 
-    /// Visits @p start if that has not been done. @p needed gives the nodes that one needs;
-    /// @p leave is called for each node behind all that it needs. An edge that closes a circle is
-    /// not followed; @p close is called with its ends.
+    /// Visits @p start and all that it needs, unless they have been visited. @p needed returns the
+    /// nodes that a node needs. @p leave is called for each node, after the nodes that it needs.
+    /// @p close is called with both ends of an edge that closes a circle; the walk does not follow
+    /// that edge.
     template <typename Needed, typename Leave, typename Close>
     void visit(int start, const Needed &needed, const Leave &leave, const Close &close)
     {
@@ -39,8 +40,8 @@ public:
         }
     }
 
-    /// Of the circles that are found from @p starts, the first one: its nodes in the order of the
-    /// edges. Empty when there is none.
+    /// The nodes of the first circle that is found from @p starts, in the order of the edges. Empty
+    /// when there is none.
     template <typename Needed>
     static QVector<int> firstCircle(int nodes, const QVector<int> &starts, const Needed &needed)
     {

@@ -91,7 +91,7 @@ bool DesignModules::isInstantiation(const Instantiation &instantiation) const
     return !instantiation.bare || m_units.contains(instantiation.module);
 }
 
-/// Names that any other unit instantiates.
+/// Names of units that another unit instantiates.
 QSet<QByteArray> DesignModules::instantiatedNames() const
 {
     QSet<QByteArray> result;
@@ -162,8 +162,7 @@ QVector<int> DesignModules::startAt(const QString &module) const
     return unit < 0 ? QVector<int>() : QVector<int>{unit};
 }
 
-/// An error about the first circle below @p starts, which takes the place of %1 in @p words. Null
-/// when there is none.
+/// An error about the first circle below @p starts, or null. %1 in @p words stands for the circle.
 QString DesignModules::errorOfCircle(const QVector<int> &starts, Circle kind,
                                      const QString &words) const
 {
@@ -175,7 +174,7 @@ QString DesignModules::errorOfCircle(const QVector<int> &starts, Circle kind,
                         words.arg(describeCircle(circle)));
 }
 
-/// Units that a circle of a kind may go through next, in the order of instantiation.
+/// The units that may follow @p unit in a circle of a kind, in the order of instantiation.
 QVector<int> DesignModules::instantiatedBy(int unit, Circle kind) const
 {
     QVector<int> result;
@@ -217,8 +216,7 @@ QVector<const Instantiation *> DesignModules::instantiationsIn(const QVector<int
     return result;
 }
 
-/// @p starts, what bind statements add, and the units that these instantiate, themselves or by way
-/// of others.
+/// @p starts, the bound units, and all units that these instantiate directly or indirectly.
 QVector<int> DesignModules::reachableFrom(const QVector<int> &starts) const
 {
     QVector<int> result;

@@ -25,25 +25,25 @@ public:
     /// Every module of the sources, in the order of the text.
     QStringList modules() const;
 
-    /// @p top alone if the sources have such a module; otherwise those that no other one
+    /// Only @p top if the sources have such a module; otherwise the modules that no other module
     /// instantiates.
     QStringList tops(const QString &top) const;
 
     /// Why there is no module or no single top, and which modules could be the top. Empty when
-    /// there is one, and it is @p top if that is not empty.
+    /// there is a single top and @p top is either empty or this module.
     QStringList topWarnings(const QString &top) const;
 
     /// One message for each module that the sources define twice.
     QStringList duplicateErrors() const;
 
-    /// When modules exist but no top: a circle of instantiations that explains it. Otherwise null.
+    /// The circle of instantiations because of which modules exist but no top. Otherwise null.
     QString circleError(const QStringList &tops) const;
 
     /// A circle below @p top that no condition ends. Null when there is none.
     QString endlessError(const QString &top) const;
 
-    /// A circle of several modules below @p top, whatever ends it: the elaborator takes only
-    /// modules that instantiate themselves. Null when there is none.
+    /// A circle of several modules below @p top, even if a condition ends it: the only recursion
+    /// that the elaborator supports is a module that instantiates itself. Null when there is none.
     QString mutualError(const QString &top) const;
 
     /// One message for each statement below @p top that makes an array of instances with several
@@ -58,8 +58,8 @@ public:
     /// Instantiations of modules that neither sources nor libraries define.
     QVector<Instantiation> unknownInstantiations() const;
 
-    /// Names of modules that no file defines and that the sources need, by way of library modules
-    /// or themselves. Some may be types of variables. Each name once, in the order of first use.
+    /// Names of undefined modules that the sources need, directly or through library modules. Some
+    /// may be types of variables. Each name once, in the order of first use.
     QByteArrayList missingModules() const;
 
 private:

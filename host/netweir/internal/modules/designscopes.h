@@ -14,9 +14,9 @@ namespace NETWEIR::Internal {
 class PreprocessedText;
 struct DesignSources;
 
-/// The scopes of all texts of a design. Blocks have ids, those of the sources before those of
-/// libraries; of several packages with one name only the first has one. Time and memory are linear
-/// in the texts.
+/// The scopes of all texts of a design. Each block has an id; blocks of the sources come before
+/// blocks of libraries. If several packages share a name, only the first has an id. Time and memory
+/// are linear in the texts.
 class DesignScopes
 {
 public:
@@ -36,7 +36,7 @@ public:
     int blocks() const { return m_blocks.size(); }
     const ScopeBlock &block(int id) const;
     int textOf(int id) const { return m_blocks[id].text; }
-    /// Its index in the scopes of its text.
+    /// The index of a block in the scopes of its text.
     int indexOf(int id) const { return m_blocks[id].index; }
     /// The id of a package, -1 when no file declares it.
     int package(const QByteArray &name) const { return m_packages.value(name, -1); }
@@ -58,7 +58,7 @@ private:
     QVector<TextScopes> m_scopes;             ///< By text.
     QVector<bool> m_isLibrary;                ///< By text.
     QVector<QVector<PackageUse>> m_uses;      ///< By text.
-    QVector<QSet<QByteArray>> m_usedPackages; ///< By text, for a quick look.
+    QVector<QSet<QByteArray>> m_usedPackages; ///< By text, for a quick search.
     QVector<BlockIndex> m_blocks;             ///< By id.
     QVector<QVector<int>> m_blocksOf;         ///< By text: ids.
     QHash<QByteArray, int> m_packages;        ///< Ids by name.

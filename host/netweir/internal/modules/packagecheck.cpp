@@ -70,7 +70,7 @@ QByteArrayList PackageCheck::missingPackages() const
     return result;
 }
 
-/// The elaborator takes the first one without a message.
+/// The elaborator silently reads the first declaration.
 QStringList PackageCheck::warnings() const
 {
     QStringList result;
@@ -119,7 +119,7 @@ QString PackageCheck::messageOf(const MissingPackage &missing,
     return messageAt(missing.text, missing.use, words);
 }
 
-/// Packages in texts that are read by the rules of Verilog, which has none, and their places.
+/// The packages in texts that are read as Verilog, which has no packages, and their places.
 QHash<QByteArray, QString> PackageCheck::misreadPackages() const
 {
     QHash<QByteArray, QString> result;

@@ -17,7 +17,7 @@ class DesignScopes;
 class PreprocessedText;
 struct DesignSources;
 
-/// What is wrong with the packages of a design: missing ones, second ones and circles.
+/// Finds packages that are missing, declared twice, or in a circle.
 class PackageCheck
 {
 public:
@@ -25,22 +25,20 @@ public:
     PackageCheck(const DesignSources &sources, const PreprocessedText &text,
                  const DesignScopes &scopes);
 
-    /// What cannot be put into order: packages that import each other in a circle, and imports of
-    /// packages that no file declares.
+    /// Packages that need each other in a circle, and imports of packages that no file declares.
     QStringList errors() const;
 
-    /// Packages that are declared twice.
+    /// Second declarations of packages.
     QStringList warnings() const;
 
     /// Names in front of a "::" that are neither packages nor types. A reason when the elaborator
     /// fails.
     QStringList suspicions() const;
 
-    /// The packages and other names that errors() and suspicions() name as undeclared, in the order
-    /// of their uses.
+    /// The undeclared names in errors() and suspicions(), in the order of their uses.
     QByteArrayList missingPackages() const;
 
-    /// Whether a text uses what errors() or suspicions() name.
+    /// Whether a text uses a name that is missing.
     bool usesMissing(int text) const { return m_usesMissing[text]; }
 
 private:
@@ -48,7 +46,7 @@ private:
     struct MissingPackage
     {
         int text;
-        PackageUse use; ///< Imported when any use is an import.
+        PackageUse use; ///< Marked as an import if any use is one.
     };
 
     void findMissing();

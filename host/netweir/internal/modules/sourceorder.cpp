@@ -14,7 +14,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Finds what has to be hoisted, and the order of the pieces.
+/// Finds the blocks to be hoisted and the order of the pieces.
 class OrderFinder
 {
 public:
@@ -60,7 +60,7 @@ void OrderFinder::run()
         m_pieces.append(TextPiece{text, {}});
 }
 
-/// Blocks that follow each other in the order of their text share a piece.
+/// Successive blocks in the order of their text share a piece.
 void OrderFinder::appendBlock(int id)
 {
     const int text = m_scopes.textOf(id);
@@ -70,8 +70,8 @@ void OrderFinder::appendBlock(int id)
     m_pieces.last().blocks.append(index);
 }
 
-/// Packages of library files, which the elaborator reads last, and those behind a use in their own
-/// file.
+/// Packages of library files, which the elaborator reads last, and packages that their own file
+/// uses before it declares them.
 void OrderFinder::hoistPackages()
 {
     for (int text = 0; text < m_scopes.texts(); ++text) {
@@ -87,7 +87,7 @@ void OrderFinder::hoistPackages()
     }
 }
 
-/// With the blocks that it needs.
+/// Also hoists the blocks that it needs.
 void OrderFinder::hoist(int id)
 {
     QVector<int> pending = {id};
@@ -100,7 +100,7 @@ void OrderFinder::hoist(int id)
     }
 }
 
-/// What @p user needs of @p text.
+/// Hoists the blocks of @p text that @p user needs.
 void OrderFinder::hoistFor(int user, int text)
 {
     for (const PackageUse &use : m_scopes.usesOf(user)) {
@@ -114,7 +114,7 @@ void OrderFinder::hoistFor(int user, int text)
     }
 }
 
-/// Texts that need something of each other have it hoisted.
+/// If texts need each other, the blocks that they need are hoisted.
 QVector<int> OrderFinder::orderOfTexts()
 {
     QVector<int> result;
@@ -128,7 +128,7 @@ QVector<int> OrderFinder::orderOfTexts()
     return result;
 }
 
-/// Other texts, in the order of the uses; those of types last.
+/// Other texts that a text needs: first for packages, in the order of their uses, then for types.
 QVector<int> OrderFinder::neededTexts(int text) const
 {
     QVector<int> result;
@@ -144,13 +144,13 @@ QVector<int> OrderFinder::neededTexts(int text) const
     return result;
 }
 
-/// What has to stand in front of a block that is hoisted.
+/// The blocks that must come before a hoisted block.
 QVector<int> OrderFinder::neededBlocks(int id) const
 {
     return m_types.ofBlock[id] + m_scopes.packagesNeededBy(id);
 }
 
-/// Appends the line ends of a range, and blanks for the line that it ends in.
+/// Appends the line ends of a range, and blanks in place of the part of its last line.
 void appendBlank(QByteArray *result, const QByteArray &text, const TextRange &range)
 {
     const auto lines = std::count(text.begin() + range.begin, text.begin() + range.end, '\n');

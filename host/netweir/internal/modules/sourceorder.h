@@ -14,18 +14,18 @@ struct TypeUses;
 struct TextPiece
 {
     int text = -1;
-    /// Indexes in the text's scopes, in the order of the text, of the blocks that alone are in it.
-    /// Empty for what is left of the text.
+    /// The blocks of which it consists, as indexes in the text's scopes, in the order of the text.
+    /// Empty for the rest of the text.
     QVector<int> blocks;
 };
 
 /// The order in which the elaborator reads the texts: packages and types come before their uses,
 /// and everything else stays in the order of the project.
 ///
-/// Packages of library files or behind a use in their file, and packages, types and imports of
-/// files that need each other, come first, as pieces of their own: they are hoisted. Time and
-/// memory are linear in the texts, unless files need each other by turns: each piece has as many
-/// lines as stand in front of it in its file.
+/// Some blocks are hoisted: they come first, as separate pieces. These are packages of library
+/// files, packages that their own file uses before it declares them, and packages, types and
+/// imports of files that need each other. Time and memory are linear in the texts, unless files
+/// need each other by turns: each piece has as many lines as there are before it in its file.
 class SourceOrder
 {
 public:
@@ -34,8 +34,8 @@ public:
 
     const QVector<TextPiece> &pieces() const { return m_pieces; }
 
-    /// Content of a piece, made of @p text, which is as long as the text that was scanned. Line and
-    /// column of everything in it stay.
+    /// The content of a piece, made of @p text, which is as long as the scanned text. Lines and
+    /// columns do not change.
     QByteArray contentOf(const TextPiece &piece, const QByteArray &text) const;
 
 private:

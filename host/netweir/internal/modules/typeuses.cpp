@@ -17,7 +17,7 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Ids of the types and imports that make a name known to all texts behind.
+/// By name of a type: ids of the blocks that make the name known to all later texts.
 using Owners = QHash<QByteArray, QVector<int>>;
 
 Owners ownersOfTypes(const DesignScopes &scopes)
@@ -42,7 +42,7 @@ Owners ownersOfTypes(const DesignScopes &scopes)
     return owners;
 }
 
-/// Goes through the mentions of types in one text after the other.
+/// Collects the uses, one text after the other.
 class TypeUseFinder
 {
 public:
@@ -53,7 +53,7 @@ public:
     {
     }
 
-    /// @p mentions are those of one text, in its order.
+    /// @p mentions are the mentions of types in a text, in order.
     void add(int text, const QVector<NameMention> &mentions);
 
     const TypeUses &result() const { return m_result; }
@@ -70,7 +70,7 @@ private:
 void TypeUseFinder::add(int text, const QVector<NameMention> &mentions)
 {
     const QVector<int> &ids = m_scopes.blocksOf(text);
-    int next = 0; // Of the blocks that end behind the mention.
+    int next = 0; // The first block that ends after the mention.
     QSet<QPair<int, QByteArray>> seen;
     for (const NameMention &mention : mentions) {
         while (next < ids.size() && m_scopes.block(ids[next]).range.end <= mention.offset)
@@ -85,7 +85,7 @@ void TypeUseFinder::add(int text, const QVector<NameMention> &mentions)
     }
 }
 
-/// A use in block @p user, or outside of all blocks. A type of the same text counts first.
+/// @p user is the block of the use, or -1. Types of the same text take precedence.
 void TypeUseFinder::addUse(int text, const QByteArray &name, int user)
 {
     const QVector<int> owners = m_owners.value(name);
@@ -100,7 +100,7 @@ void TypeUseFinder::addUse(int text, const QByteArray &name, int user)
         m_result.ofText[text].append(owner);
 }
 
-/// Whether a text says itself that it uses the package that an import brings.
+/// Whether a text itself uses the package of an import.
 bool TypeUseFinder::usesPackageOf(int text, int id) const
 {
     const auto &imports = m_scopes.block(id).imports;

@@ -10,14 +10,14 @@ class DesignScopes;
 class PreprocessedText;
 struct DesignSources;
 
-/// The types and imports outside of packages that texts and blocks use, by their ids.
+/// The types and imports outside of packages that texts and blocks use, as ids of blocks.
 struct TypeUses
 {
-    QVector<QVector<int>> ofText;  ///< By text: those of other texts.
-    QVector<QVector<int>> ofBlock; ///< By id: those of other blocks.
+    QVector<QVector<int>> ofText;  ///< By text: blocks of other texts.
+    QVector<QVector<int>> ofBlock; ///< By id of a block: other blocks.
 };
 
-/// Looks for the names of types in all texts. Linear in them.
+/// Searches all texts for the names of types. Linear in the texts.
 TypeUses findTypeUses(const DesignSources &sources, const PreprocessedText &text,
                       const DesignScopes &scopes);
 
