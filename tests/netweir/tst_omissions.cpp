@@ -274,9 +274,7 @@ void TestOmissions::usersInOtherFilesGoToo()
     design.add(QStringLiteral("p.sv"),
                "package p;\ncovergroup cg; endgroup\nproperty chk(x); ##1 x; endproperty\n"
                "sequence later(x); ##1 x; endsequence\nlet both(x, y) = x & y;\nendpackage\n");
-    design.findModules();
-    QVERIFY2(design.firstError().isEmpty(), qPrintable(design.messages.join(QLatin1Char('\n'))));
-    QVERIFY(design.buildNetlist());
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
     QCOMPARE(TarnTest::netlistText(design.netlist->top()),
              QStringLiteral("top : top\n    clk O\n    a O\n    q O\n"));
 }
@@ -289,9 +287,7 @@ void TestOmissions::whatReachesIntoAModuleGoesToo()
                "initial u.n = 1;\nendmodule\n"
                "module sub(input a, output q); assign q = a;\nlogic [f(3):0] n;\n"
                "function int f(int x); return x < 2 ? 1 : f(x - 1); endfunction\nendmodule\n");
-    design.findModules();
-    QVERIFY2(design.firstError().isEmpty(), qPrintable(design.messages.join(QLatin1Char('\n'))));
-    QVERIFY(design.buildNetlist());
+    QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
     QCOMPARE(TarnTest::netlistText(design.netlist->top()),
              QStringLiteral("top : top\n    clk O\n    a O\n    q O\n    r O\n"));
 }

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <workbench/mainwindow.h>
 
-#include "../te/eventlog.h"
-
 #include <core/actionmanager.h>
 #include <core/coreconstants.h>
 #include <core/ifilewizardfactory.h>
@@ -15,6 +13,7 @@
 #include <support/modeltext.h>
 #include <support/windowtest.h>
 #include <te/designmanager.h>
+#include <te/eventlog.h>
 #include <te/taskengine.h>
 #include <workbench/messagelog.h>
 
