@@ -21,6 +21,8 @@ private Q_SLOTS:
     void netsGetTheirBits();
     void memoriesTakeOneBit_data();
     void memoriesTakeOneBit();
+    void largestArraysAreListed();
+    void variablesGetTheirBits();
     void placingEndsWithTooManyBits();
     void referencesAreLocated_data();
     void referencesAreLocated();
@@ -99,6 +101,10 @@ const char Types[] = "(packarraydtype id=bits sub_dtype_id=bit (range 3 0))"
                      " (memberdtype id=m2 name=b sub_dtype_id=up)"
                      " (memberdtype id=m3 name=c sub_dtype_id=bit))"
                      "(structdtype id=none)"
+                     "(basicdtype id=wide name=logic left=4999 right=0)"
+                     "(unpackarraydtype id=one sub_dtype_id=bit (range 0 0))"
+                     "(unpackarraydtype id=ones sub_dtype_id=one (range 0 0))"
+                     "(uniondtype id=uone (memberdtype id=u6m name=a sub_dtype_id=one))"
                      "(uniondtype id=u (memberdtype id=u1m name=a sub_dtype_id=u3)"
                      " (memberdtype id=u2m name=b sub_dtype_id=s))"
                      "(uniondtype id=ubit (memberdtype id=u3m name=a sub_dtype_id=bit))"
@@ -150,6 +156,8 @@ void TestLayout::netsGetTheirBits_data()
     row("a union of one bit", "(var:ubit name=v)", "1 v@0");
     row("a union with an unpacked array", "(var:umix name=v)",
         "6 v.a[3][1:0]@4 v.a[2][1:0]@2 v.a[1][1:0]@0 v.b[3:0]@0");
+    row("a union with an unpacked array of one bit", "(var:uone name=v)", "1 v.a[0]@0");
+    row("a wide vector", "(var:wide name=v)", "5000 v[4999:0]@0");
     row("something without bits", "(var:real name=v) (var:bit name=w)", "2 v@0! w@1");
     row("an array of it", "(var:reals name=v)", "2 v[1]@1! v[0]@0!");
     row("a type that is not known", "(var:z name=v)", "1 v@0!");
@@ -195,6 +203,32 @@ void TestLayout::memoriesTakeOneBit()
         QStringLiteral("(var:%1 name=v) %2").arg(type, selection), QString::fromLatin1(Types));
     const Memories memories = memoriesIn(design->top());
     QTEST(placedText(Layout(design->types(), memories).place(design->top())), "expected");
+}
+
+/// An array of 4096 bits is the largest that is no memory.
+void TestLayout::largestArraysAreListed()
+{
+    const DesignXml design =
+        DesignXml::ofModule(QStringLiteral("(var:largest name=v)"), QString::fromLatin1(Types));
+    const PlacedDefinition placed = Layout(design->types(), Memories()).place(design->top());
+    QCOMPARE(placed.bits, qint64(4096));
+    QCOMPARE(int(placed.nets.size()), 4096);
+}
+
+void TestLayout::variablesGetTheirBits()
+{
+    const DesignXml design = DesignXml::ofModule(
+        QStringLiteral("(var:u8 name=v) (var:u8 name=p param=true) (var:u2 name=w)"));
+    const PlacedDefinition placed = Layout(design->types(), Memories()).place(design->top());
+    QCOMPARE(placed.definition, &design->top());
+    QStringList texts;
+    for (const PlacedVariable &variable : placed.variables) {
+        texts += QStringLiteral("%1@%2+%3")
+                     .arg(variable.variable->name)
+                     .arg(variable.bit)
+                     .arg(variable.width);
+    }
+    QCOMPARE(texts.join(QLatin1Char(' ')), QStringLiteral("v@0+8 p@8+0 w@8+2"));
 }
 
 void TestLayout::placingEndsWithTooManyBits()
@@ -278,6 +312,9 @@ void TestLayout::referencesAreLocated_data()
     row("mixed", "(structsel v name=b)", "......XXXXXX.");
     row("mixed", "(arraysel (structsel v name=a) 2)", "XX...........");
     row("umix", "(structsel v name=b)", "..XXXX");
+    row("s", "(structsel (sel v 1 3) name=b)", "XXX.");
+    row("ones", "(arraysel (arraysel v 0) 0)", "X");
+    row("ones", "(arraysel (arraysel v 0) 1)", ".");
     row("structs", "(structsel (arraysel v 1) name=b)", "...X....");
     row("structs", "(structsel (arraysel v i:u1) name=b)", "...X...X");
 }

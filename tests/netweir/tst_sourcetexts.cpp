@@ -126,6 +126,7 @@ void TestSourceTexts::namesAreAsWritten_data()
     row("no name", "(var)", "");
     row("a name that was cut", "(var origName=a_long__Vhsh123 loc=a,3,8,3,28)",
         "a_long_name_of_a_net");
+    row("not cut, whatever its location has", "(var origName=a_long loc=a,3,8,3,28)", "a_long");
     row("an escaped name that was cut", "(var origName=long__02f__Vhsh123 loc=a,4,8,4,19)",
         "long/name");
     row("only a decoded name that was cut", "(var name=a_long__Vhsh123 loc=a,3,8,3,28)",

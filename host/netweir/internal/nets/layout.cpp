@@ -131,13 +131,13 @@ qint64 Layout::storedWidth(const Variable &variable, int typeIndex, const std::s
     if (type.kind == Kind::UnpackedArray)
         return type.elements() * storedWidth(variable, type.element, path);
     qint64 sum = 0;
-    qint64 widest = 1;
+    qint64 widest = 0;
     for (const DataType::Member &member : type.members) {
         const qint64 width = storedWidth(variable, member.type, memberPath(path, member.name));
         sum += width;
         widest = std::max(widest, width);
     }
-    return type.kind == Kind::Struct ? std::max<qint64>(sum, 1) : widest;
+    return type.kind == Kind::Struct ? sum : widest;
 }
 
 /// The elaborator counts elements from the lowest index on.

@@ -10,9 +10,9 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// Decodes the escape sequence at the beginning of @p text and returns its length, 0 when there is
-/// none.
-std::size_t decodeEscape(std::string_view text, char *decoded)
+/// Decodes the character at the beginning of @p text, which is not empty, and returns the length of
+/// its encoding.
+std::size_t decodeCharacter(std::string_view text, char *decoded)
 {
     struct Escape
     {
@@ -36,7 +36,8 @@ std::size_t decodeEscape(std::string_view text, char *decoded)
             return escape.text.size();
         }
     }
-    return 0;
+    *decoded = text.front();
+    return 1;
 }
 
 } // namespace
@@ -46,10 +47,9 @@ QString decodedName(std::string_view encoded)
     QByteArray name;
     name.reserve(int(encoded.size()));
     while (!encoded.empty()) {
-        char character = encoded.front();
-        const std::size_t length = decodeEscape(encoded, &character);
+        char character = 0;
+        encoded.remove_prefix(decodeCharacter(encoded, &character));
         name.append(character);
-        encoded.remove_prefix(length ? length : 1);
     }
     return QString::fromUtf8(name);
 }

@@ -40,37 +40,37 @@ QString SourceTexts::nameOf(const pugi::xml_node &node) const
 
 QByteArray SourceTexts::textAt(std::string_view location) const
 {
-    const Location place = parse(location);
-    const QList<QByteArray> &lines = linesOf(place.file);
-    if (place.line < 1 || place.line > lines.size() || place.endLine != place.line)
+    const Location span = parse(location);
+    const QList<QByteArray> &lines = linesOf(span.file);
+    if (span.line < 1 || span.line > lines.size() || span.endLine != span.line)
         return {};
-    return lines.at(place.line - 1).mid(place.column - 1, place.endColumn - place.column);
+    return lines.at(span.line - 1).mid(span.column - 1, span.endColumn - span.column);
 }
 
 QByteArray SourceTexts::textBefore(std::string_view location, int lines) const
 {
-    const Location place = parse(location);
-    const QList<QByteArray> &all = linesOf(place.file);
-    if (place.line < 1 || place.line > all.size())
+    const Location span = parse(location);
+    const QList<QByteArray> &all = linesOf(span.file);
+    if (span.line < 1 || span.line > all.size())
         return {};
     QByteArray text;
-    for (int line = qMax(1, place.line - lines + 1); line < place.line; ++line)
+    for (int line = qMax(1, span.line - lines + 1); line < span.line; ++line)
         text += all.at(line - 1) + '\n';
-    return text + all.at(place.line - 1).left(place.column - 1);
+    return text + all.at(span.line - 1).left(span.column - 1);
 }
 
 SourceTexts::Location SourceTexts::parse(std::string_view location)
 {
     const QList<QByteArray> fields = QByteArray(location.data(), int(location.size())).split(',');
-    Location place;
+    Location span;
     if (fields.size() == 5) {
-        place.file = fields.at(0);
-        place.line = fields.at(1).toInt();
-        place.column = fields.at(2).toInt();
-        place.endLine = fields.at(3).toInt();
-        place.endColumn = fields.at(4).toInt();
+        span.file = fields.at(0);
+        span.line = fields.at(1).toInt();
+        span.column = fields.at(2).toInt();
+        span.endLine = fields.at(3).toInt();
+        span.endColumn = fields.at(4).toInt();
     }
-    return place;
+    return span;
 }
 
 const QList<QByteArray> &SourceTexts::linesOf(const QByteArray &file) const
