@@ -139,16 +139,22 @@ void TestIndexEvaluator::namesBelongToTheirScope()
 void TestIndexEvaluator::deepExpressionsGoByTheirWidth_data()
 {
     QTest::addColumn<QString>("level");
-    QTest::newRow("sums") << "(add:u8 0 ";
-    QTest::newRow("extensions") << "(extend:u8 ";
-    QTest::newRow("choices") << "(cond:u8 x:u1 1 ";
+    QTest::newRow("left of sums") << "(add:u8 %1 0)";
+    QTest::newRow("right of sums") << "(add:u8 0 %1)";
+    QTest::newRow("extensions") << "(extend:u8 %1)";
+    QTest::newRow("first choices") << "(cond:u8 x:u1 %1 1)";
+    QTest::newRow("second choices") << "(cond:u8 x:u1 1 %1)";
+    QTest::newRow("part selects") << "(sel:u8 %1 0 8)";
 }
 
 void TestIndexEvaluator::deepExpressionsGoByTheirWidth()
 {
     QFETCH(QString, level);
     const auto nested = [&level](int depth) {
-        return level.repeated(depth) + QLatin1Char('1') + QStringLiteral(")").repeated(depth);
+        QString text = QStringLiteral("1");
+        for (int i = 0; i < depth; ++i)
+            text = level.arg(text);
+        return text;
     };
     QCOMPARE(valuesText(nested(40), false), QStringLiteral("1"));
     QCOMPARE(valuesText(nested(42), false), QStringLiteral("0..255/1"));
