@@ -68,7 +68,7 @@ public:
         return result;
     }
 
-    /// Both calls. True when there was no error and a netlist came.
+    /// Finds the modules and builds the netlist. True when both went without an error.
     bool extract()
     {
         findModules();

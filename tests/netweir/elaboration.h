@@ -17,8 +17,7 @@
 
 namespace TarnTest {
 
-/// A design run through the elaborator as the host runs it. The XML and the source live as long as
-/// the object.
+/// Runs the elaborator on a design as the host does. Owns the source and the XML, which go with it.
 class Elaboration
 {
 public:

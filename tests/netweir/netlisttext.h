@@ -19,9 +19,8 @@ inline QChar markText(const NETWEIR::RtlNet *net)
     return QLatin1Char(net->excludedForProbeOut() ? 'O' : '.');
 }
 
-/// The node and all below it as text for comparison: a line "instance : module" a node, under it
-/// its single nets, its buses with one mark a bit from the left, and its children, four blanks
-/// deeper.
+/// The node and all nodes below it as text. Each has a line "instance : module"; its single nets,
+/// its buses with one mark for each bit from the left, and its children follow, four blanks deeper.
 inline QString netlistText(const NETWEIR::Hierachy *node, int level = 0)
 {
     const QString indent(level * 4, QLatin1Char(' '));

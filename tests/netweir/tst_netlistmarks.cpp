@@ -34,7 +34,7 @@ void TestNetlistMarks::marksFollowTheDesign_data()
     QTest::addColumn<QByteArray>("source");
     QTest::addColumn<QString>("expected");
     const auto row = [](const char *name, const char *source, const char *expected) {
-        // The first line break of the literals is for their looks only.
+        // The literals begin with a line break so that their lines align.
         QTest::newRow(name) << QByteArray(source) << QString::fromUtf8(expected).mid(1);
     };
 
@@ -799,7 +799,8 @@ void TestNetlistMarks::marksFollowTheDesign()
     QCOMPARE(TarnTest::netlistTextOf(source), expected);
 }
 
-/// What the elaborator leaves out is told by name, and reaches the ports of other instances.
+/// Nets that the elaborated design leaves unconnected are named in the options. Their marks reach
+/// the ports of other instances.
 void TestNetlistMarks::tiedNetsAreDriven()
 {
     const QByteArray source = R"(
@@ -860,7 +861,7 @@ endmodule)";
 )"));
 }
 
-/// From the sources on: nothing tells how wide the pins of an unknown module are.
+/// Begins with the sources, as nothing declares the width of an unknown module's pins.
 void TestNetlistMarks::everythingConnectedToAnUnknownModuleIsDriven()
 {
     TarnTest::DesignFixture design;
@@ -881,7 +882,7 @@ module top(input clk); wire [7:0] whole, part, mixed; wire [3:0] spread; wire lo
 )"));
 }
 
-/// Whatever the elaborator does to fit it to the width of the pin, and in arrays too.
+/// However the elaborator fits a net to the width of the pin, and in arrays too.
 void TestNetlistMarks::everyWidthOnAnUnknownModuleIsDriven()
 {
     TarnTest::DesignFixture design;

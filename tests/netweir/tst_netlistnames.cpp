@@ -27,7 +27,7 @@ void TestNetlistNames::netlistShowsTheDesign_data()
     QTest::addColumn<QByteArray>("source");
     QTest::addColumn<QString>("expected");
     const auto row = [](const char *name, const char *source, const char *expected) {
-        // The first line break of the literals is for their looks only.
+        // The literals begin with a line break so that their lines align.
         QTest::newRow(name) << QByteArray(source)
                             << QString::fromUtf8(expected).mid(1).replace(
                                    QStringLiteral("%1"), QString(2048, QLatin1Char('.')));
