@@ -17,7 +17,7 @@
 
 using namespace NETWEIR;
 
-/// How the reader of elaborated designs meets files that are not what they should be.
+/// How the reader of elaborated designs copes with damaged, deep and large files.
 class TestNetlistReader : public TarnTest::TestCase
 {
     Q_OBJECT
@@ -51,7 +51,7 @@ namespace {
 
 constexpr qint64 Megabyte = 1024 * 1024;
 
-/// A bit of everything that the reader looks at.
+/// A design with some of everything that the reader looks at.
 const char VariedDesign[] = R"(
 package pk; typedef struct packed {logic v; logic [2:0] d;} s_t; task automatic t(output logic o);
   o = 1; endtask endpackage
@@ -311,7 +311,7 @@ void TestNetlistReader::longConcatenationsNeedNoStack()
         QVERIFY(net->excludedForProbeOut());
 }
 
-/// The same damages in every run.
+/// The damages are the same in every run.
 void TestNetlistReader::damagedFilesNeverCrash()
 {
     const TarnTest::Elaboration elaboration(VariedDesign);
@@ -332,7 +332,7 @@ void TestNetlistReader::damagedFilesNeverCrash()
             QVERIFY(!error.isEmpty());
         }
     }
-    // Enough of them got past the parser to test what is behind it.
+    // Enough of them got past the parser to test the code behind it.
     QVERIFY2(readable > 150, qPrintable(QString::number(readable)));
 }
 
@@ -351,7 +351,7 @@ void TestNetlistReader::endsWhenCancelled()
     QCOMPARE(error, QStringLiteral("Reading was cancelled."));
 }
 
-/// The names of all of them would take 80 GB.
+/// The full names of all scopes would take 80 GB.
 void TestNetlistReader::deepScopesTakeLittleMemory()
 {
     QByteArray scopes;
@@ -382,7 +382,7 @@ void TestNetlistReader::namesOfDeepHierarchiesAreRead()
 void TestNetlistReader::endsAtTheLimitOfMemory_data()
 {
     QTest::addColumn<QByteArray>("xml");
-#ifndef __SANITIZE_ADDRESS__ // Which keeps what was given back, so that it is not taken anew.
+#ifndef __SANITIZE_ADDRESS__ // The sanitizer does not use freed memory again.
     QTest::newRow("many elements") << design(nested("x", 2000000, QByteArray()));
 #endif
     QTest::newRow("long names") << chain(20000);
@@ -396,7 +396,7 @@ void TestNetlistReader::endsAtTheLimitOfMemory()
     QFETCH(QByteArray, xml);
     Internal::ReadOptions options;
     options.memoryLimit = 100 * Megabyte;
-    ::malloc_trim(0); // What the tests before this one gave back would be taken first.
+    ::malloc_trim(0); // Memory that earlier tests freed would be used first.
     QString error;
     QVERIFY(!read(xml, &error, options));
     QCOMPARE(error, QStringLiteral("Reading needs more than 100 MB of memory and was stopped."));
@@ -438,7 +438,7 @@ void TestNetlistReader::endsInAnyWork_data()
         << design("<var name=\"w\" origName=\"w\" dtype_id=\"t59\"/>", types);
 }
 
-/// What a file can make last for hours ends in time, by itself and when cancelled.
+/// Reading a file that would take hours ends in time, by itself and when cancelled.
 void TestNetlistReader::endsInAnyWork()
 {
     QFETCH(QByteArray, xml);

@@ -28,7 +28,7 @@ QString SourceTexts::nameOf(const pugi::xml_node &node) const
     const pugi::xml_attribute original = node.attribute("origName");
     const std::string_view encoded = (original ? original : node.attribute("name")).value();
     const QString name = original ? decodedName(encoded) : toQString(encoded);
-    const std::size_t hash = encoded.find(HashedName);
+    const auto hash = encoded.find(HashedName);
     if (hash == std::string_view::npos)
         return name;
     QByteArray text = textAt(attribute(node, "loc"));

@@ -49,37 +49,24 @@ std::vector<int> partsOf(const DataType &type)
 
 void TypeTable::read(const pugi::xml_node &typeTable)
 {
+    // Types refer to later ones, so all have their numbers first.
     m_types.emplace_back(); // Unknown types are opaque.
     for (const pugi::xml_node &node : typeTable.children()) {
-        const std::string_view id = attribute(node, "id");
-        if (!id.empty()) {
-            m_indexes.emplace(id, int(m_types.size()));
-            m_types.emplace_back();
-        }
-        for (const pugi::xml_node &member : node.children("memberdtype")) {
-            m_indexes.emplace(attribute(member, "id"), int(m_types.size()));
-            m_types.emplace_back();
-        }
+        numberType(node);
+        for (const pugi::xml_node &member : node.children("memberdtype"))
+            numberType(member);
     }
     for (const pugi::xml_node &node : typeTable.children()) {
-        readType(node, &itemAt(m_types, typeOf(node, "id")));
         ReadGuard::check();
+        readType(node, &itemAt(m_types, typeOf(node, "id")));
         for (const pugi::xml_node &member : node.children("memberdtype"))
             readType(member, &itemAt(m_types, typeOf(member, "id")));
     }
-    m_types[0] = DataType();
-
-    for (DataType &type : m_types) {
-        if (type.element >= 0)
-            type.element = resolved(type.element);
-        for (DataType::Member &member : type.members)
-            member.type = resolved(member.type);
-    }
-    for (auto &index : m_indexes)
-        index.second = resolved(index.second);
-    std::vector<char> state(m_types.size());
-    for (std::size_t i = 0; i < m_types.size(); ++i)
-        measure(int(i), &state);
+    m_types.front() = DataType();
+    resolveAliases();
+    auto state = itemsOf<std::vector<char>>(countOf(m_types));
+    for (int i = 0; i < countOf(m_types); ++i)
+        measure(i, &state);
 }
 
 int TypeTable::typeOf(const pugi::xml_node &node, const char *attributeName) const
@@ -94,6 +81,15 @@ const DataType *TypeTable::interfaceType(int type) const
     if (candidate->kind == Kind::UnpackedArray)
         candidate = &at(candidate->element);
     return candidate->kind == Kind::Interface ? candidate : nullptr;
+}
+
+void TypeTable::numberType(const pugi::xml_node &node)
+{
+    const std::string_view id = attribute(node, "id");
+    if (id.empty())
+        return;
+    m_indexes.emplace(id, countOf(m_types));
+    m_types.emplace_back();
 }
 
 void TypeTable::readType(const pugi::xml_node &node, DataType *type) const
@@ -122,6 +118,18 @@ void TypeTable::readType(const pugi::xml_node &node, DataType *type) const
     }
 }
 
+void TypeTable::resolveAliases()
+{
+    for (DataType &type : m_types) {
+        if (type.element >= 0)
+            type.element = resolved(type.element);
+        for (DataType::Member &member : type.members)
+            member.type = resolved(member.type);
+    }
+    for (auto &index : m_indexes)
+        index.second = resolved(index.second);
+}
+
 int TypeTable::resolved(int type) const
 {
     for (int i = 0; i < DeepestType && at(type).kind == Kind::Alias; ++i)
@@ -140,7 +148,7 @@ void TypeTable::measure(int index, std::vector<char> *state)
         const int current = path.back();
         DataType &type = itemAt(m_types, current);
         char &mark = itemAt(*state, current);
-        const std::size_t before = path.size();
+        const auto before = path.size();
         if (mark == New) {
             mark = Open;
             for (const int part : partsOf(type)) {

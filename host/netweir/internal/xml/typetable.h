@@ -60,7 +60,9 @@ public:
     const DataType *interfaceType(int type) const;
 
 private:
+    void numberType(const pugi::xml_node &node);
     void readType(const pugi::xml_node &node, DataType *type) const;
+    void resolveAliases();
     int resolved(int type) const;
     void measure(int type, std::vector<char> *state);
     void measureByParts(DataType *type) const;
