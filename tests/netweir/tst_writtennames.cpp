@@ -26,6 +26,7 @@ void TestWrittenNames::areFoundInProcesses_data()
     const auto row = [](const char *name, const char *process, const char *written) {
         QTest::newRow(name) << QByteArray(process) << QString::fromLatin1(written);
     };
+    row("statement alone", "a = b;", "a");
     row("blocking", "initial a = b;", "a");
     row("with events and delays", "always @(posedge c or d.e) #1 a <= #2 b + @(f) c;", "a");
     row("event without parentheses", "always @c.d a <= b;", "a");

@@ -29,7 +29,7 @@ public:
     QByteArray text() const;
 
     /// The text @p index of the design, in which single instances replace arrays of unknown
-    /// modules. Everything else keeps its place.
+    /// modules. Everything else keeps its position.
     QByteArray withoutArrays(int index, const QByteArray &text) const;
 
     QSet<QString> unknownModules() const;

@@ -46,14 +46,14 @@ struct TextScopes
 /// language. It is not a parser: it accepts any text, and time and memory are linear.
 TextScopes scanScopes(const QByteArray &text, bool systemVerilog);
 
-/// A name and its place in a text.
+/// A name and its position in a text.
 struct NameMention
 {
     QByteArray name;
     int offset = 0;
 };
 
-/// The places in the text that mention @p names without a scope, in order.
+/// The positions at which the text mentions @p names without a scope, in order.
 QVector<NameMention> mentionsOf(const QSet<QByteArray> &names, const QByteArray &text);
 
 } // namespace NETWEIR::Internal
