@@ -5,13 +5,20 @@
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/store/netliststore.h>
 
-#include <QStringBuilder>
-
+#include <algorithm>
 #include <cstdlib>
 
 namespace NETWEIR {
 
 namespace {
+
+/// @p prefix and @p rest in one allocation of the exact size, which saves memory in every net.
+QString joined(const QString &prefix, QStringView rest)
+{
+    QString text(prefix.size() + int(rest.size()), Qt::Uninitialized);
+    std::copy(rest.begin(), rest.end(), std::copy(prefix.begin(), prefix.end(), text.begin()));
+    return text;
+}
 
 /// The text "[index]", written without a heap allocation.
 class BitSuffix
@@ -93,7 +100,7 @@ Hierachy *NetlistBuilder::addHierachy(Hierachy *parent, const QString &instName,
 
 RtlNet *NetlistBuilder::addNet(Hierachy *node, const QString &name, NetMarks marks)
 {
-    RtlNet *net = d->addNet(node->m_prefix % name, node->m_prefix.size(), marks);
+    RtlNet *net = d->addNet(joined(node->m_prefix, name), node->m_prefix.size(), marks);
     node->m_nets.append(net);
     return net;
 }
@@ -101,7 +108,7 @@ RtlNet *NetlistBuilder::addNet(Hierachy *node, const QString &name, NetMarks mar
 RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left, int right,
                                   const std::vector<NetMarks> &marks)
 {
-    const QString path = node->m_prefix % name;
+    const QString path = joined(node->m_prefix, name);
     const int offset = node->m_prefix.size();
     const int step = left > right ? -1 : 1;
     const int width = std::abs(left - right) + 1;
@@ -115,7 +122,8 @@ RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left,
         NetMarks mark;
         if (!marks.empty())
             mark = marks[marks.size() == 1 ? 0 : std::size_t(i)];
-        bus->m_nets.append(d->addNet(path % BitSuffix(left + i * step).view(), offset, mark));
+        bus->m_nets.append(
+            d->addNet(joined(path, BitSuffix(left + i * step).view()), offset, mark));
         bus->m_excludedForProbeIn |= mark.excludedForProbeIn;
         bus->m_excludedForProbeOut |= mark.excludedForProbeOut;
     }
