@@ -67,7 +67,7 @@ ElaboratorInput::ElaboratorInput(const DesignSources &sources, const Preprocesse
     : m_sources(sources)
     , m_text(text)
     , m_scan(scan)
-    , m_omissions(text.texts(), languagesOf(sources), scan.chosenTop().toUtf8())
+    , m_omissions(text, languagesOf(sources), scan.chosenTop().toUtf8())
     , m_stubs(scan.modules().unknownInstantiations(), scan.moduleScan())
     , m_primitives(scan.moduleScan())
     , m_wrapsTop(scan.tops().size() == 1 && scan.modules().instantiatesItself(scan.chosenTop()))
@@ -158,8 +158,7 @@ bool ElaboratorInput::addTypeParameter(const ToolMessage &message)
 QStringList ElaboratorInput::leaveOut(const QVector<ToolMessage> &messages)
 {
     const int modules = m_omissions.modules().size();
-    const QStringList found = m_omissions.leaveOut(
-        messages, textLineOf, [this](const TextLine &line) { return m_text.place(line); });
+    const QStringList found = m_omissions.leaveOut(messages);
     if (m_omissions.modules().size() > modules)
         m_stubs = Stubs(m_scan.unknownWithout(m_omissions.modules()), m_scan.moduleScan());
     return found;

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "omissions.h"
 
+#include "piecenames.h"
+
+#include <netweir/internal/sources/preprocessedtext.h>
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -78,9 +82,10 @@ QString nameOf(const TextItem &item)
 
 } // namespace
 
-Omissions::Omissions(const QVector<QByteArray> &texts, const QVector<bool> &isSystemVerilog,
+Omissions::Omissions(const PreprocessedText &text, const QVector<bool> &isSystemVerilog,
                      const QByteArray &top)
-    : m_texts(texts)
+    : m_text(text)
+    , m_texts(text.texts())
     , m_isSystemVerilog(isSystemVerilog)
     , m_top(top)
 {
@@ -88,15 +93,13 @@ Omissions::Omissions(const QVector<QByteArray> &texts, const QVector<bool> &isSy
 
 Omissions::~Omissions() = default;
 
-QStringList Omissions::leaveOut(const QVector<ToolMessage> &messages, const LineMap &lineOf,
-                                const PlaceOfLine &placeOf)
+QStringList Omissions::leaveOut(const QVector<ToolMessage> &messages)
 {
     m_found.clear();
-    m_placeOf = placeOf;
     const bool anySyntax = std::any_of(messages.begin(), messages.end(), isSyntaxError);
     for (const ToolMessage &message : messages) {
         const Cause cause = causeOf(message, anySyntax);
-        const TextLine line = cause == Cause::Fault ? TextLine() : lineOf(message);
+        const TextLine line = cause == Cause::Fault ? TextLine() : textLineOf(message);
         if (line.text < 0)
             continue;
         const int offset = itemsOf(line.text).offsetOf(line.line, message.column);
@@ -200,7 +203,7 @@ void Omissions::remove(int text, const TextItem &item, const QByteArray &reason)
     if (item.kind != TextItem::Module) // It may be all that a condition has.
         content[item.range.end - 1] = ';';
 
-    const Place place = m_placeOf({text, item.line});
+    const Place place = m_text.place({text, item.line});
     m_found.append(warningMessage(
         {}, Text::tr("left out: %1:%2: %3: %4")
                 .arg(place.file, QString::number(place.line),

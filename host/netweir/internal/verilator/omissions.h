@@ -15,11 +15,12 @@
 #include <QStringList>
 #include <QVector>
 
-#include <functional>
 #include <map>
 #include <memory>
 
 namespace NETWEIR::Internal {
+
+class PreprocessedText;
 
 /// The parts of a design that are left out because the elaborator cannot read them.
 ///
@@ -28,11 +29,9 @@ namespace NETWEIR::Internal {
 class Omissions
 {
 public:
-    using LineMap = std::function<TextLine(const ToolMessage &)>;
-    using PlaceOfLine = std::function<Place(const TextLine &)>;
-
-    /// @p isSystemVerilog tells the language of each text. The module @p top always stays.
-    Omissions(const QVector<QByteArray> &texts, const QVector<bool> &isSystemVerilog,
+    /// @p isSystemVerilog tells the language of each text. The module @p top always stays. @p text
+    /// must outlive this object.
+    Omissions(const PreprocessedText &text, const QVector<bool> &isSystemVerilog,
               const QByteArray &top);
     ~Omissions();
 
@@ -44,8 +43,7 @@ public:
 
     /// Leaves out the items around the places of those @p messages that are not errors of the
     /// source. Returns one message per item, none when there is nothing new.
-    QStringList leaveOut(const QVector<ToolMessage> &messages, const LineMap &lineOf,
-                         const PlaceOfLine &placeOf);
+    QStringList leaveOut(const QVector<ToolMessage> &messages);
 
 private:
     enum class Cause { Fault, Unreadable, Syntax, Other };
@@ -58,6 +56,7 @@ private:
     void noteWrites(int text, const TextItem &item);
     TextItems &itemsOf(int text);
 
+    const PreprocessedText &m_text;
     QVector<QByteArray> m_texts;
     QVector<bool> m_isSystemVerilog;
     QByteArray m_top;
@@ -68,7 +67,6 @@ private:
     QHash<QString, QVector<OmittedWrite>> m_writes;
     QMap<int, QVector<TextItem>> m_removed; ///< Omitted items whose users remain, by text.
     QStringList m_found;
-    PlaceOfLine m_placeOf;
 };
 
 } // namespace NETWEIR::Internal
