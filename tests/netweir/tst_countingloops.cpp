@@ -122,6 +122,14 @@ void TestCountingLoops::roundsKnowTheirVariables_data()
         "(assign 0 i:s32) (while (begin) (begin (lts i:s32 4)) (begin (index i:s32)) (begin "
         "(assigndly (add:s32 i:s32 1) i:s32)))",
         "?");
+    row("another variable in the step",
+        "(assign 0 i:s32) (while (begin) (begin (lts i:s32 4)) (begin (index i:s32)) (begin "
+        "(assign (add:s32 i:s32 1) j:s32)))",
+        "?");
+    row("an element of another kind",
+        "(assign 0 i:s32) (other (begin) (begin (lts i:s32 4)) (begin (index i:s32)) (begin "
+        "(assign (add:s32 i:s32 1) i:s32)))",
+        "?");
     row("the variable assigned within", upTo("i", "4", Index + text("(assign 2 i:s32)")), "?");
     row("the variable assigned later within",
         upTo("i", "4", Index + text("(begin (assigndly 2 i:s32))")), "?");
