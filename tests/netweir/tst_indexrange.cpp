@@ -86,7 +86,7 @@ private Q_SLOTS:
     void widthsGiveRanges();
     void rangesAreBounded_data();
     void rangesAreBounded();
-    void boundedRangesKeepTheirValues();
+    void repeatedProductsStayWithinTheLimit();
     void rangesAreTruncated_data();
     void rangesAreTruncated();
     void truncatedRangesHoldEveryValue();
@@ -247,7 +247,7 @@ void TestIndexRange::rangesAreBounded()
 }
 
 /// However often ranges are multiplied and bounded, no number overflows.
-void TestIndexRange::boundedRangesKeepTheirValues()
+void TestIndexRange::repeatedProductsStayWithinTheLimit()
 {
     const IndexCalculation product = calculationOf("mul");
     const QVector<IndexRange> starts = {{Limit / 2, Limit / 2 + 7, 1},
