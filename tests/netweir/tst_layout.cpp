@@ -114,6 +114,21 @@ const char Types[] = "(packarraydtype id=bits sub_dtype_id=bit (range 3 0))"
                      "(unpackarraydtype id=mixes sub_dtype_id=mixed (range 0 1))"
                      "(packarraydtype id=pstructs sub_dtype_id=s (range 1 0))";
 
+void addTargetColumns()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("expected");
+}
+
+/// A row with a reference to the variable v of that type and the bits that it takes.
+void addTarget(const char *type, const char *target, const char *expected)
+{
+    QTest::addRow("%s of %s", target, type)
+        << QString::fromLatin1(type) << QString::fromLatin1(target)
+        << QString::fromLatin1(expected);
+}
+
 } // namespace
 
 void TestLayout::netsGetTheirBits_data()
@@ -243,14 +258,8 @@ void TestLayout::placingEndsWithTooManyBits()
 
 void TestLayout::referencesAreLocated_data()
 {
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QString>("expected");
-    const auto row = [](const char *type, const char *target, const char *expected) {
-        QTest::addRow("%s of %s", target, type)
-            << QString::fromLatin1(type) << QString::fromLatin1(target)
-            << QString::fromLatin1(expected);
-    };
+    addTargetColumns();
+    const auto row = addTarget;
     row("bit", "v", "X");
     row("u8", "v", "XXXXXXXX");
     row("u8", "(sel v 0 1)", ".......X");
@@ -331,14 +340,8 @@ void TestLayout::referencesAreLocated()
 
 void TestLayout::partsOfMemoriesAreTheirBit_data()
 {
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("target");
-    QTest::addColumn<QString>("expected");
-    const auto row = [](const char *type, const char *target, const char *expected) {
-        QTest::addRow("%s of %s", target, type)
-            << QString::fromLatin1(type) << QString::fromLatin1(target)
-            << QString::fromLatin1(expected);
-    };
+    addTargetColumns();
+    const auto row = addTarget;
     row("down", "(arraysel v i:u2)", "X");
     row("down", "(sel (arraysel v i:u2) 1 1)", "X");
     row("mixed", "(arraysel (structsel v name=a) i:u2)", "X.......");
