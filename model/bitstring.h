@@ -11,7 +11,7 @@ namespace TARN {
 /// An empty string gives an empty string.
 QString stringBintoHex(QString bits);
 
-/// The bits, four a digit and most significant first, of a value written as "0x" and hexadecimal
+/// The bits, four per digit and most significant first, of a value written as "0x" and hexadecimal
 /// digits of either case; without the prefix the whole text is taken as digits. Empty when a
 /// character is no digit.
 QString stringHextoBinfor0x(QString text);

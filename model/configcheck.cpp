@@ -88,7 +88,7 @@ void ConfigCheck::collectDrivers(const TarnCore &core, int position)
 void ConfigCheck::checkDrivers()
 {
     for (auto it = m_drivers.cbegin(); it != m_drivers.cend(); ++it) {
-        // The comma at the end belongs to the message as scripts that read it know it.
+        // The comma at the end stays: scripts that read the message rely on it.
         if (it->size() > 1)
             m_errors += tr("ERROR:Signal \"%1\" has multiple drivers(%2)")
                             .arg(it.key(), it->join(QStringLiteral(", ")) + QLatin1Char(','));

@@ -13,9 +13,9 @@ namespace TARN {
 
 class TarnCore;
 
-/// What is wrong with the configuration of @p cores, one message an error: first the errors of each
+/// The errors in the configuration of @p cores, one message per error: first the errors of each
 /// core, core by core, then the bits with several drivers, sorted by name. Clocks are looked up in
-/// @p netlist; without one no clock is found. Costs n log n in the driven bits.
+/// @p netlist, which may be null; then no clock is found. Costs n log n in the driven bits.
 QStringList checkConfig(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist);
 
 } // namespace TARN

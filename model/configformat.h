@@ -7,7 +7,8 @@
 #include <QString>
 
 /// What reader and writer of the configuration file have to agree on. The format is described in
-/// docs/file-format.md. The names are QString, as the XML writer takes them: a file has millions.
+/// docs/file-format.md. The XML writer takes a QString, and a file can have millions of names: as
+/// QString constants they need no conversion.
 namespace TARN::ConfigFormat {
 
 inline const QString Root = QLatin1String(NODE_TARN_CONFIG);

@@ -314,7 +314,7 @@ void ConfigReader::refuseElement()
                .arg(shown(m_xml.qualifiedName())));
 }
 
-/// For elements that have none.
+/// For an element that may have no attributes.
 void ConfigReader::refuseAttributes()
 {
     for (const QXmlStreamAttribute &attribute : m_xml.attributes())

@@ -22,7 +22,7 @@ namespace {
 
 constexpr char Magic[] = "TARN safety copy 1";
 
-/// Of the file: what it held before the write and what it was to hold afterwards.
+/// What the file held before the write and what it was to hold afterwards.
 struct Contents
 {
     QByteArray former;

@@ -14,7 +14,7 @@ constexpr char NODE_TARN_CONFIG[] = "TARN_CONFIG";
 constexpr char NODE_VERSION[] = "Version";
 
 /// Completes a write to the file at @p path that ended with its process. Checking and reading do
-/// the same. Call it before watching the file, to which the write would be a change.
+/// the same. Call it before watching the file: a watcher would report the write as a change.
 void finishTARNFile(const QString &path);
 
 /// True when readTARNConfigFromXml() would read the file at @p path without an error. The reason

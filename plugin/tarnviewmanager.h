@@ -25,7 +25,7 @@ namespace Impl {
 struct TarnViewManager_Private;
 }
 
-/// Opens, finds and closes the editor views, at most one a file, and drives the host's Save
+/// Opens, finds and closes the editor views, at most one per file, and drives the host's Save
 /// command while one of them is active.
 ///
 /// The only instance is created when the library is loaded and deleted by deinit(). It owns the

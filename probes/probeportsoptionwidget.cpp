@@ -57,7 +57,7 @@ void makeRows(const OutPort &port)
 void fitLine(const OutPort &port)
 {
     port.line->setEnabled(port.width != 0);
-    // The mask first: the one so far would cut a longer value. Without bits it shows 0.
+    // The mask first: the old one would cut a longer value. Without bits the line shows 0.
     port.line->updateValidatorForWidth(port.width);
     port.line->setText(QStringLiteral("0x") + stringBintoHex(port.bits));
 }
@@ -334,7 +334,7 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
     auto *dialog = new ProbeDialog(port, m_netlist, type, this);
     if (out)
         connect(this, &ProbePortsOptionWidget::netlistChanged, dialog, &ProbeDialog::closeWidget);
-    if (execAndDelete(dialog) != QDialog::Accepted) // So too when the page went with the dialog.
+    if (execAndDelete(dialog) != QDialog::Accepted) // Or the page was deleted with the dialog.
         return;
     if (out)
         updateProbeOutTree();
@@ -408,7 +408,7 @@ void ProbePortsOptionWidget::onCheckUserClock()
 void ProbePortsOptionWidget::onbtnUserClock()
 {
     const QString name = TarnSignalSelectDialog::getOneNetName(m_netlist, ProbeTypeIn, this);
-    if (name.isEmpty()) // So too when the page went with the dialog.
+    if (name.isEmpty()) // Or the page was deleted with the dialog.
         return;
     ui->lineEditUserClock->setText(name);
     Q_EMIT modified();

@@ -16,7 +16,7 @@ struct SignalItem
 
     QString name;              ///< Full name of the net or bus; the identity in every comparison.
     QString displayName;       ///< Shown, in italics, instead of the name when not empty.
-    QList<SignalItem> members; ///< Of a bus: one item a bit; empty for a single net.
+    QList<SignalItem> members; ///< Of a bus: one item per bit; empty for a single net.
     bool enabled = true;       ///< False: drawn grey, neither selectable nor enabled.
     bool usable = true;        ///< False, with enabled true: drawn red, still selectable.
     int kind = Unset;          ///< A Kind.

@@ -43,9 +43,10 @@ SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QStrin
 
 void SignalRow::ignoreRowsAbove()
 {
-    // A row hands "enabled" and "disabled" down to the rows below it, but not to those that were
-    // disabled by themselves. So this one is disabled here. A later assignment changes its flags,
-    // but not what it counts as. The assignment here keeps setFlags() from looking for children.
+    // A row passes "enabled" and "disabled" on to the rows below it, except to those that were
+    // disabled by themselves. That is why this one is disabled here: a later assignment changes its
+    // flags, but it still counts as disabled by itself. The assignment here keeps setFlags() from
+    // looking for children.
     static const QTreeWidgetItem disabled = rowWith(Qt::NoItemFlags);
     QTreeWidgetItem::operator=(disabled);
     setFlags(Qt::NoItemFlags);

@@ -15,8 +15,9 @@ class QTreeWidgetItem;
 namespace TARN {
 
 // Rows that show signals, and the set operations that keep a list free of repeats. Items are
-// compared by whole names only: no name is ever taken apart, and nothing is sorted. The rows of
-// initial values, in value2tree.h, belong to these functions too, but to the library of the page.
+// compared by whole names only: no name is ever taken apart, and nothing is sorted. The functions
+// for the rows of initial values are in value2tree.h, which is included here because callers expect
+// all tree functions in this header; they belong to the library of the page.
 
 /// The item stored in @p row, a default one when there is none.
 SignalItem signalOfRow(const QTreeWidgetItem *row);
@@ -67,8 +68,8 @@ void signals2Tree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int t
 void signal2TreeItemForHierarchy(QTreeWidgetItem *parent, SignalItem item, QStringList texts,
                                  int type);
 
-/// Appends a child row without member rows: one row a signal keeps the Probe Out tree aligned with
-/// the tree of initial values.
+/// Appends a child row without member rows: one row per signal keeps the Probe Out tree aligned
+/// with the tree of initial values.
 void signal2ProbeOutTreeItem(QTreeWidgetItem *parent, SignalItem item, int type);
 /// The same for all of @p items at once.
 void signals2ProbeOutTree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int type);

@@ -21,7 +21,7 @@ class ValueTree final : public QTreeWidget
 public:
     using QTreeWidget::QTreeWidget;
 
-    /// Of every row, in pixels, as the page's style sheet has it.
+    /// The height of every row in pixels. The style sheet of the page sets it.
     static constexpr int RowHeight = 20;
 
     /// The line in top-level row @p row, null when there is none.

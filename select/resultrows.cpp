@@ -42,7 +42,7 @@ SignalItem signalOf(NETWEIR::RtlNetBus *bus, ProbeType type)
     item.members.reserve(nets.size());
     for (NETWEIR::RtlNet *net : nets) {
         item.members.append(signalOf(net, type));
-        // Files and lists that are shown rely on it.
+        // Saved files and the lists on the screen rely on this kind.
         item.members.last().kind = SignalItem::Bus;
     }
     return item;

@@ -301,9 +301,9 @@ void TarnView::closeEvent(QCloseEvent *event)
     question.text = tr("Save changes to \"%1\" ?").arg(QDir::toNativeSeparators(file()));
     question.buttons = QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Cancel;
     question.defaultButton = QMessageBox::Ok;
-    // No button when the view went meanwhile.
+    // NoButton when the view was deleted meanwhile.
     const QMessageBox::StandardButton answer = showMessage(this, question);
-    // No look at the synthesis tool: closing must not get stuck on a setting.
+    // The synthesis tool is not checked: a setting must not keep the view from closing.
     event->setAccepted(answer == QMessageBox::Discard || (answer == QMessageBox::Ok && d->save()));
 }
 

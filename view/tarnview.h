@@ -73,8 +73,8 @@ public:
     /// Takes @p page, whose core must still exist, out of list and stack and renames the items of
     /// the others.
     void removeTarnOptionWidget(TarnOptionWidget *page);
-    /// The same but for the other items' names, so that taking out all pages, from the last to the
-    /// first, is cheap.
+    /// The same without renaming items, so that it is cheap to take out all pages, from the last to
+    /// the first.
     void takeOut(TarnOptionWidget *page);
     /// Shows the page of the core whose index is @p index, if there is one.
     void changeTarnWidget(int index);

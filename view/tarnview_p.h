@@ -59,7 +59,8 @@ public:
     /// Stores the pages, checks and writes the file.
     bool save();
 
-    /// checkConfig() of the document. @p errors, which may be null, receives one line an error.
+    /// Runs checkConfig() on cores and netlist. @p errors, which may be null, receives one line per
+    /// error.
     bool check(QString *errors) const;
 
     /// Watches filePath and all links that it leads over. While there is no such file, waits for
