@@ -629,7 +629,7 @@ void TestReplaceFile::unfinishedWriteIsRepeated_data()
     QTest::newRow("before the end is cut") << a9 << b5 << QByteArray("bbbbbaaaa") << b5;
     QTest::newRow("not begun") << a5 << b5 << a5 << a5;
     QTest::newRow("done") << a5 << b5 << b5 << b5;
-    // Written by somebody else since then.
+    // Another program has written the file since then.
     QTest::newRow("other content") << a5 << b5 << QByteArray("bbxaa") << QByteArray("bbxaa");
     QTest::newRow("shorter content") << a5 << b5 << QByteArray("bba") << QByteArray("bba");
     QTest::newRow("longer content") << a5 << b5 << QByteArray("bbbaaa") << QByteArray("bbbaaa");

@@ -17,7 +17,7 @@ using TarnTest::net;
 
 namespace {
 
-/// The merge as nested loops, one step at a time: what the real one has to agree with.
+/// The merge as nested loops, one step at a time: the reference for the real one.
 namespace Plain {
 
 bool inBus(const SignalItem &bus, const SignalItem &signal)
@@ -108,7 +108,7 @@ void checkRepeat(QList<SignalItem> &shown, QList<SignalItem> &buses, QList<Signa
 
 } // namespace Plain
 
-/// Everything that tells one list from another.
+/// Everything in which two lists can differ.
 QString text(const QList<SignalItem> &items)
 {
     QString result;
@@ -130,7 +130,8 @@ QList<SignalItem> rowsOf(const QTreeWidget &tree)
     return items;
 }
 
-/// Random signals that meet often: few names, singles and buses, kinds that do not fit, repeats.
+/// Random signals that are often the same: few names, singles and buses, kinds that do not fit,
+/// repeats.
 class Dice
 {
 public:

@@ -83,8 +83,8 @@ public:
     }
 
     void dispatch(QDropEvent *event) { dropEvent(event); }
-    /// Drags what is selected and drops it at @p point while the drag goes on. Off the screen no
-    /// drag ends in a move, after which the view would remove the rows.
+    /// Drags what is selected and drops it at @p point while the drag goes on. On the off-screen
+    /// platform no drag ends in a move, after which the view would remove the rows.
     void dragTo(const QPointF &point)
     {
         m_drop = [this, point] {

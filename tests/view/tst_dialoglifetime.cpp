@@ -99,7 +99,7 @@ ModalScript::Box warning(const QString &text)
     return {QMessageBox::Warning, QStringLiteral("Warning"), text, QMessageBox::Ok, QString()};
 }
 
-/// One line a core and a port.
+/// One line per core and per port.
 QString textOf(const QList<TarnCore *> &cores)
 {
     QString text;

@@ -51,7 +51,7 @@ ModalScript::Box invalidFileBox()
     return {QMessageBox::Warning, "Reload Tarn", "Invalid TARN file.", QMessageBox::Ok, {}};
 }
 
-/// As an editor that writes in place does.
+/// Writes in place, as some editors do.
 void overwrite(const QString &path, const QByteArray &content)
 {
     QFile file(path);
@@ -59,7 +59,7 @@ void overwrite(const QString &path, const QByteArray &content)
     file.write(content);
 }
 
-/// As an editor that writes a new file and renames it does.
+/// Writes a new file and renames it, as other editors do.
 void replaceByRename(const QString &path, const QByteArray &content)
 {
     const QString other = path + ".new";
@@ -135,7 +135,7 @@ private:
         return shown;
     }
 
-    /// Content of a file with so many cores.
+    /// Content of a file with that number of cores.
     QByteArray content(int cores) const
     {
         QList<int> indexes;

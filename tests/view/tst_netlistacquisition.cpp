@@ -49,7 +49,7 @@ class TestNetlistAcquisition : public TarnTest::ViewTest
     Q_OBJECT
 
 private:
-    /// What the pages of @p view hold, one name a page; "-" for a page without a netlist.
+    /// What the pages of @p view hold, one name per page; "-" for a page without a netlist.
     static QStringList topsOf(const TARN::TarnView *view)
     {
         QStringList tops;
