@@ -32,6 +32,12 @@ QStringList newMessages(const QStringList &messages, const QStringList &said)
     return result;
 }
 
+/// The elaborator for the language of the sources.
+std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources)
+{
+    return std::make_unique<VerilatorElaborator>(sources);
+}
+
 /// Adds the time of its life to a sum.
 class Stopwatch
 {
@@ -63,7 +69,7 @@ void Extraction::findModules(ExtractionProgress *progress, QStringList *tops, QS
                              QStringList *messages)
 {
     const Stopwatch stopwatch(&m_spent);
-    std::unique_ptr<Elaborator> elaborator = std::make_unique<VerilatorElaborator>(m_design);
+    std::unique_ptr<Elaborator> elaborator = createElaborator(m_design);
     elaborator->elaborate(progress, ErrorWait);
     *tops += elaborator->tops();
     *modules += elaborator->modules();
@@ -83,7 +89,7 @@ std::unique_ptr<RtlNetlist> Extraction::buildNetlist(ExtractionProgress *progres
     const QStringList said = std::exchange(m_said, {});
     if (!elaborator) {
         m_spent = 0;
-        elaborator = std::make_unique<VerilatorElaborator>(m_design);
+        elaborator = createElaborator(m_design);
     }
     const Stopwatch stopwatch(&m_spent);
     elaborator->elaborate(progress, -1);
