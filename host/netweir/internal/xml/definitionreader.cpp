@@ -22,6 +22,7 @@ constexpr std::string_view InterfaceReference = "__Viftop";
 constexpr std::string_view ToolMadeName = "__V";
 /// Prefix for registers with values of former cycles: $past(), $rose() and the like.
 constexpr std::string_view FormerValue = "_Vpast_";
+
 bool endsWith(std::string_view text, std::string_view ending)
 {
     return text.size() >= ending.size() && text.substr(text.size() - ending.size()) == ending;
@@ -95,13 +96,16 @@ Definition::Role roleOf(const pugi::xml_node &node, const QString &sourceName,
 
 } // namespace
 
-void DefinitionReader::readHeading(const pugi::xml_node &node, const ReadOptions &options,
-                                   const SourceTexts &sources, Definition *definition)
+Definition DefinitionReader::readHeading(const pugi::xml_node &node, int number,
+                                         const ReadOptions &options, const SourceTexts &sources)
 {
-    definition->node = node;
-    definition->rawName = rawNameOf(node);
-    definition->sourceName = sources.nameOf(node);
-    definition->role = roleOf(node, definition->sourceName, options);
+    Definition definition;
+    definition.node = node;
+    definition.number = number;
+    definition.rawName = rawNameOf(node);
+    definition.sourceName = sources.nameOf(node);
+    definition.role = roleOf(node, definition.sourceName, options);
+    return definition;
 }
 
 DefinitionReader::DefinitionReader(const TypeTable &types, const SourceTexts &sources,
@@ -387,7 +391,7 @@ void DefinitionReader::numberPorts()
 bool DefinitionReader::isGenvar(const pugi::xml_node &node) const
 {
     constexpr int LinesBack = 50;
-    QByteArray before = m_sources.textBefore(attribute(node, "loc"), LinesBack);
+    const QByteArray before = m_sources.textBefore(attribute(node, "loc"), LinesBack);
     const int genvar = before.lastIndexOf("genvar");
     const int integer = before.lastIndexOf("integer");
     if (genvar >= 0 || integer >= 0)

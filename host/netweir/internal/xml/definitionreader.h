@@ -17,9 +17,9 @@ using DefinitionNames = std::unordered_map<std::string_view, const Definition *>
 class DefinitionReader
 {
 public:
-    /// Sets the heading of the definition at @p node: names and role.
-    static void readHeading(const pugi::xml_node &node, const ReadOptions &options,
-                            const SourceTexts &sources, Definition *definition);
+    /// The heading of the definition at @p node: number, names and role.
+    static Definition readHeading(const pugi::xml_node &node, int number,
+                                  const ReadOptions &options, const SourceTexts &sources);
 
     /// The headings of all definitions in @p names must already be read.
     DefinitionReader(const TypeTable &types, const SourceTexts &sources,

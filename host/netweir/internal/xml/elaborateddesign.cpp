@@ -89,10 +89,8 @@ std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definitio
 
 void ElaboratedDesign::addDefinition(const pugi::xml_node &node, const ReadOptions &options)
 {
-    auto definition = std::make_unique<Definition>();
-    definition->number = countOf(m_definitions);
-    DefinitionReader::readHeading(node, options, m_sources, definition.get());
-    m_definitions.push_back(std::move(definition));
+    m_definitions.push_back(std::make_unique<Definition>(
+        DefinitionReader::readHeading(node, countOf(m_definitions), options, m_sources)));
 }
 
 void ElaboratedDesign::addPackage(const pugi::xml_node &node)
