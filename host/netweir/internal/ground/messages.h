@@ -19,7 +19,7 @@ struct Place
 /// Translation context of all messages of the extractor.
 struct Text
 {
-    Q_DECLARE_TR_FUNCTIONS(NETWEIR)
+    Q_DECLARE_TR_FUNCTIONS(NETWEIR::Internal::Text)
 };
 
 /// "file:line", for a place in the text of a message.
