@@ -23,14 +23,6 @@ constexpr int MostBefore = 4096;
 constexpr int LongestName = 1024;
 
 const char SyntaxError[] = "syntax error, unexpected ";
-const char UnknownInterface[] = "Cannot find file containing interface: ";
-const char UnknownModule[] = "Cannot find file containing module: ";
-
-QByteArray quotedName(const QByteArray &text)
-{
-    const int begin = text.indexOf('\'') + 1;
-    return text.mid(begin, text.lastIndexOf('\'') - begin);
-}
 
 bool isDirection(const QByteArray &word)
 {

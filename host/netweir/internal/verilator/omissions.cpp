@@ -14,11 +14,6 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-bool isSyntaxError(const ToolMessage &message)
-{
-    return message.error && message.text.startsWith("syntax error");
-}
-
 /// Whether @p message is about a construct that the elaborator does not support.
 bool isUnreadable(const ToolMessage &message)
 {

@@ -13,6 +13,8 @@ namespace {
 
 constexpr int MostMessages = 1000;
 const char InternalError[] = "Internal Error: ";
+const char UndefinedMacro[] = "Define or directive not defined: ";
+const char UnknownInclude[] = "Cannot find include file: ";
 const char Unsupported[] = "UNSUPPORTED";
 
 bool isAdvice(const QByteArray &text)
@@ -61,33 +63,25 @@ void takeInternalPlace(ToolMessage *message)
     message->text.prepend(InternalError);
 }
 
-QString quotedPart(const QByteArray &text)
-{
-    const int begin = text.indexOf('\'');
-    const int end = text.lastIndexOf('\'');
-    return QString::fromUtf8(text.mid(begin + 1, end - begin - 1));
-}
-
 /// The text of a message, with advice if the text of the tool has none.
 QString userText(const QByteArray &text)
 {
-    const QByteArray include("Cannot find include file: ");
-    if (text.startsWith(include))
+    const QString name = QString::fromUtf8(quotedName(text));
+    if (text.startsWith(UnknownInclude))
         return Text::tr("Cannot find the include file \"%1\". Add its folder to the include paths.")
-            .arg(QString::fromUtf8(text.mid(include.size())));
-    if (text.startsWith("Define or directive not defined: "))
+            .arg(QString::fromUtf8(text.mid(int(strlen(UnknownInclude)))));
+    if (text.startsWith(UndefinedMacro))
         return Text::tr("The macro %1 is not defined. Define it in the options or in a file that "
                         "is read earlier.")
-            .arg(quotedPart(text));
-    if (text.startsWith("Cannot find file containing interface: "))
+            .arg(name);
+    if (text.startsWith(UnknownInterface))
         return Text::tr("The interface \"%1\" is not defined. Add the file that defines it.")
-            .arg(quotedPart(text));
-    if (text.startsWith("Cannot find file containing module: "))
+            .arg(name);
+    if (text.startsWith(UnknownModule))
         return Text::tr("The module or type \"%1\" is not defined. Add the file that defines it.")
-            .arg(quotedPart(text));
+            .arg(name);
     if (text.startsWith(UnknownType))
-        return Text::tr("The type \"%1\" is not defined. Add the file that defines it.")
-            .arg(quotedPart(text));
+        return Text::tr("The type \"%1\" is not defined. Add the file that defines it.").arg(name);
     if (text.startsWith(InternalError))
         return Text::tr("The elaborator cannot read this construct (%1).")
             .arg(QString::fromUtf8(text));
@@ -97,10 +91,10 @@ QString userText(const QByteArray &text)
 /// The text of an error that the tool reports for each use of something missing.
 QByteArray causeOf(const ToolMessage &message)
 {
-    static const char *const ofDesign[] = {"Cannot find file containing interface: ",
-                                           "Cannot find file containing module: ",
-                                           "Cannot find include file: ",
-                                           "Define or directive not defined: ",
+    static const char *const ofDesign[] = {UnknownInterface,
+                                           UnknownModule,
+                                           UnknownInclude,
+                                           UndefinedMacro,
                                            "Importing from missing package ",
                                            "Package/class "};
     for (const char *beginning : ofDesign) {
@@ -130,8 +124,8 @@ private:
     bool followsInText(const ToolMessage &error)
     {
         constexpr int FewLines = 3;
-        const bool isSyntax = error.text.startsWith("syntax error");
-        const bool confuses = isSyntax || error.text.startsWith("Define or directive not defined");
+        const bool isSyntax = isSyntaxError(error);
+        const bool confuses = isSyntax || error.text.startsWith(UndefinedMacro);
         if (!confuses)
             return false;
         const auto known = m_confused.constFind(error.file);
@@ -165,6 +159,17 @@ void noteReason(const QByteArray &line, QVector<ToolMessage> *messages)
 }
 
 } // namespace
+
+bool isSyntaxError(const ToolMessage &message)
+{
+    return message.error && message.text.startsWith("syntax error");
+}
+
+QByteArray quotedName(const QByteArray &text)
+{
+    const int begin = text.indexOf('\'') + 1;
+    return text.mid(begin, text.lastIndexOf('\'') - begin);
+}
 
 QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
 {

@@ -25,8 +25,16 @@ struct ToolMessage
     bool followsUp = false; ///< Says nothing that another message does not say.
 };
 
-/// The beginning of an error about an unknown type.
-constexpr char UnknownType[] = "Unknown type: ";
+/// Beginnings of errors. The name follows in quotes.
+constexpr char UnknownInterface[] = "Cannot find file containing interface: ";
+constexpr char UnknownModule[] = "Cannot find file containing module: ";
+constexpr char UnknownType[] = "Unknown type: "; ///< Not of the tool: see FaultHints.
+
+/// Whether the parser of the tool failed.
+bool isSyntaxError(const ToolMessage &message);
+
+/// The text between the first and the last quote.
+QByteArray quotedName(const QByteArray &text);
 
 /// The messages in the error output of the tool, without source excerpts, advice on options of the
 /// tool and closing remarks.
