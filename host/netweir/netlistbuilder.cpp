@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "netlistbuilder.h"
 
+#include <netweir/internal/ground/itemat.h>
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/store/netliststore.h>
 
@@ -121,7 +122,7 @@ RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left,
     for (int i = 0; i < width; ++i) {
         NetMarks mark;
         if (!marks.empty())
-            mark = marks[marks.size() == 1 ? 0 : std::size_t(i)];
+            mark = Internal::itemAt(marks, marks.size() == 1 ? 0 : i);
         bus->m_nets.append(
             d->addNet(joined(path, BitSuffix(left + i * step).view()), offset, mark));
         bus->m_excludedForProbeIn |= mark.excludedForProbeIn;

@@ -15,22 +15,22 @@
 
 namespace NETWEIR::Internal {
 
-InstanceMarker::InstanceMarker(const Sources &sources, InstanceMarks *marks)
-    : m_sources(sources)
+InstanceMarker::InstanceMarker(const Inputs &inputs, InstanceMarks *marks)
+    : m_inputs(inputs)
     , m_marks(marks)
 {
 }
 
 void InstanceMarker::mark()
 {
-    const int instances = m_sources.tree.size();
+    const int instances = m_inputs.tree.size();
     markTopPorts();
     for (int instance = 0; instance < instances; ++instance) {
         ReadGuard::check();
         markWritesElsewhere(instance);
         markOmittedElsewhere(instance);
     }
-    for (const InterfaceBinding &binding : m_sources.bindings.all())
+    for (const InterfaceBinding &binding : m_inputs.bindings.all())
         markModports(binding);
     // Parents come first. Interfaces come before their siblings, whose ports may be connected to
     // their members.
@@ -63,8 +63,8 @@ void InstanceMarker::markWritesElsewhere(int instance)
 void InstanceMarker::markOmittedElsewhere(int instance)
 {
     for (const OmittedWrite &write : definitionOf(instance).omittedElsewhere) {
-        const InstanceVariable net = m_sources.paths.netAt({instance, 0}, write.path.toStdString(),
-                                                           write.name.toStdString());
+        const InstanceVariable net =
+            m_inputs.paths.netAt({instance, 0}, write.path.toStdString(), write.name.toStdString());
         if (net.instance >= 0)
             markOut(net.instance, variableOf(net.instance, net.variable).bits());
     }
@@ -75,7 +75,7 @@ void InstanceMarker::markModports(const InterfaceBinding &binding)
 {
     ReadGuard::check();
     const PlacedVariable &port = variableOf(binding.instance, binding.port);
-    const DataType *type = m_sources.design.types().interfaceType(port.variable->type);
+    const DataType *type = m_inputs.design.types().interfaceType(port.variable->type);
     for (const int interface : binding.interfaces) {
         if (type && interface >= 0)
             markModport(interface, type->modport);
@@ -84,7 +84,7 @@ void InstanceMarker::markModports(const InterfaceBinding &binding)
 
 void InstanceMarker::markModport(int interface, std::string_view modport)
 {
-    const Definition &definition = m_sources.tree.definitionOf(interface);
+    const Definition &definition = m_inputs.tree.definitionOf(interface);
     const auto outputs = definition.modportOutputs.find(modport);
     if (outputs == definition.modportOutputs.end())
         return;
@@ -97,14 +97,14 @@ void InstanceMarker::markModport(int interface, std::string_view modport)
 
 void InstanceMarker::markConnections(int instance, bool toInterfaces)
 {
-    const Definition &definition = m_sources.tree.definitionOf(instance);
+    const Definition &definition = m_inputs.tree.definitionOf(instance);
     for (const Connection &connection : definitionOf(instance).connections) {
         const InstanceItem &item = itemAt(definition.instances, connection.item);
         if ((item.definition->role == Definition::Role::Interface) != toInterfaces)
             continue;
         ReadGuard::check(item.count());
         for (qint64 position = 0; position < item.count(); ++position) {
-            const int child = m_sources.tree.childOf(instance, connection.item, position);
+            const int child = m_inputs.tree.childOf(instance, connection.item, position);
             markConnection(instance, connection, child);
         }
     }
@@ -114,10 +114,10 @@ void InstanceMarker::markConnections(int instance, bool toInterfaces)
 void InstanceMarker::markConnection(int instance, const Connection &connection, int child)
 {
     const PlacedVariable &port = variableOf(child, connection.port);
-    const qint64 count = m_sources.tree.itemOf(child).count();
+    const qint64 count = m_inputs.tree.itemOf(child).count();
     qint64 first = 0; // Each instance of an array gets its part.
     if (connection.width == port.width * count)
-        first = (count - 1 - m_sources.tree.at(child).position) * port.width;
+        first = (count - 1 - m_inputs.tree.at(child).position) * port.width;
     else if (connection.width != port.width)
         return markOut(child, port.bits());
 
@@ -154,12 +154,12 @@ const quint8 *InstanceMarker::marksOf(int instance, const Segment &segment) cons
 InstanceMarker::Target InstanceMarker::targetOf(int instance, const Reference &reference) const
 {
     const InstanceVariable net =
-        m_sources.paths.netAt({instance, reference.scope}, reference.path(), reference.name());
+        m_inputs.paths.netAt({instance, reference.scope}, reference.path(), reference.name());
     if (net.instance < 0)
         return {};
-    const IndexEvaluator indexes(m_sources.tree.definitionOf(instance), m_sources.design.types());
+    const IndexEvaluator indexes(m_inputs.tree.definitionOf(instance), m_inputs.design.types());
     const PlacedVariable &placed = variableOf(net.instance, net.variable);
-    return {net.instance, m_sources.layout.locate(placed, reference, indexes)};
+    return {net.instance, m_inputs.layout.locate(placed, reference, indexes)};
 }
 
 void InstanceMarker::markOut(int instance, const BitRange &range)
@@ -170,7 +170,7 @@ void InstanceMarker::markOut(int instance, const BitRange &range)
 
 const MarkedDefinition &InstanceMarker::definitionOf(int instance) const
 {
-    return itemAt(m_sources.marked, m_sources.tree.definitionOf(instance).number);
+    return itemAt(m_inputs.marked, m_inputs.tree.definitionOf(instance).number);
 }
 
 const PlacedVariable &InstanceMarker::variableOf(int instance, int variable) const

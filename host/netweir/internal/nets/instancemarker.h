@@ -28,20 +28,19 @@ struct Segment;
 class InstanceMarker
 {
 public:
-    /// All arguments must outlive this object. @p marked is indexed by the number of the
-    /// definition.
-    struct Sources
+    /// The results of the earlier phases, which must outlive the marker.
+    struct Inputs
     {
         const ElaboratedDesign &design;
         const InstanceTree &tree;
         const InterfaceBindings &bindings;
         const PathResolver &paths;
         const Layout &layout;
-        const std::vector<MarkedDefinition> &marked;
+        const std::vector<MarkedDefinition> &marked; ///< By the number of the definition.
     };
 
     /// @p marks contains the marks of the definitions.
-    InstanceMarker(const Sources &sources, InstanceMarks *marks);
+    InstanceMarker(const Inputs &inputs, InstanceMarks *marks);
 
     void mark();
 
@@ -66,7 +65,7 @@ private:
     const MarkedDefinition &definitionOf(int instance) const;
     const PlacedVariable &variableOf(int instance, int variable) const;
 
-    const Sources m_sources;
+    const Inputs m_inputs;
     InstanceMarks *m_marks;
 };
 
