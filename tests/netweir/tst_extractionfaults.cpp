@@ -56,7 +56,7 @@ private:
 
 } // namespace
 
-/// What comes of a design when the tool, the system or the user ends its reading.
+/// Designs whose reading the tool, the system or the user ends.
 class TestExtractionFaults : public TarnTest::TestCase
 {
     Q_OBJECT
@@ -195,7 +195,7 @@ void TestExtractionFaults::cancelEndsARunWithoutWhatCannotBeRead()
     QVERIFY2(design.messages[1].startsWith(error), qPrintable(design.messages[1]));
 }
 
-/// What comes after the first call is told by the second one.
+/// The second call reports messages that the elaborator writes after the first one.
 void TestExtractionFaults::lateErrorsGoToTheDebugStream()
 {
     const ToolScript fake("case \"$1\" in -E) ;; *) sleep 3;; esac\n" + ToolScript::elaborate());
@@ -252,7 +252,7 @@ void TestExtractionFaults::cancelEndsTheToolAtOnce()
              QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
 }
 
-/// Measured against the same read to its end.
+/// Compares with the time of a reading that is not cancelled.
 void TestExtractionFaults::cancelEndsTheReader()
 {
     const QString phase = QStringLiteral("Building netlist");
@@ -289,7 +289,7 @@ void TestExtractionFaults::cancelEndsTheReader()
              QStringList(QStringLiteral("ERROR: Reading the design was cancelled.")));
 }
 
-/// A result that takes hours to read, and is no slower to write than any other.
+/// The script of a tool with a result that takes hours to read, but little time to write.
 QByteArray TestExtractionFaults::toolOfEndlessReading() const
 {
     constexpr int Depth = 300000;
@@ -345,7 +345,7 @@ void TestExtractionFaults::endsWithTheApplication_data()
     QTest::newRow("while reading") << toolOfEndlessReading();
 }
 
-/// The application that ends does not wait for its design, and computes nothing meanwhile.
+/// The end of the application does not wait for a design.
 void TestExtractionFaults::endsWithTheApplication()
 {
     QFETCH(QByteArray, tool);
@@ -434,7 +434,7 @@ void TestExtractionFaults::callsMayNest()
     QCOMPARE(outer.netlist->top()->instName(), QStringLiteral("outer"));
     {
         DialogWatch watch(nest);
-        QVERIFY(outer.buildNetlist()); // From the start: what the last call left is used up.
+        QVERIFY(outer.buildNetlist()); // From the start: the last call has used up the result.
     }
     QCOMPARE(nested, 2);
 }
@@ -443,8 +443,6 @@ void TestExtractionFaults::reportsAToolThat_data()
 {
     QTest::addColumn<QByteArray>("script");
     QTest::addColumn<QString>("error");
-    const QByteArray preprocess = "case \"$1\" in -E) echo '`line 1 \"netweir_s1/top.v\" 1';"
-                                  " echo 'module top; endmodule'; exit 0;; esac\n";
     const auto row = [](const char *name, const QByteArray &script, const char *error) {
         QTest::newRow(name) << script << QString::fromLatin1(error);
     };
@@ -453,43 +451,42 @@ void TestExtractionFaults::reportsAToolThat_data()
         "ERROR: Reading the sources failed: the elaborator gave no reason (exit code 3).");
     row("hangs", "sleep 1000 & sleep 1000\n",
         "ERROR: Reading the sources took longer than 1 seconds and was stopped. Raise the timeout "
-        "in "
-        "the project's options.");
+        "in the project's options.");
     row("is sent the signal of the limit of files", "kill -XFSZ $$\n",
         "ERROR: Reading the sources needs a file larger than the limit (");
     row("writes without an end", "exec truncate -s 2100000000 stdout\n",
         "ERROR: Reading the sources needs a file larger than the limit (2048000 kB) and was "
         "stopped.");
-    row("crashes later", preprocess + "kill -SEGV $$\n",
+    row("crashes later", PreprocessTop + "kill -SEGV $$\n",
         "ERROR: Elaborating the design failed: the elaborator crashed.");
-    row("fails later", preprocess + "exit 1\n",
+    row("fails later", PreprocessTop + "exit 1\n",
         "ERROR: Elaborating the design failed: the elaborator gave no reason (exit code 1).");
-    row("hangs later", preprocess + "sleep 1000\n",
+    row("hangs later", PreprocessTop + "sleep 1000\n",
         "ERROR: Elaborating the design took longer than 1 seconds and was stopped.");
     row("runs out of memory",
-        preprocess +
+        PreprocessTop +
             "echo \"terminate called after throwing an instance of 'std::bad_alloc'\" >&2\n"
             "kill -ABRT $$\n",
         "ERROR: Elaborating the design needs more than ");
-    row("writes nothing", preprocess + "exit 0\n",
+    row("writes nothing", PreprocessTop + "exit 0\n",
         "ERROR: Elaborating the design failed: its result is not complete.");
-    row("writes half", preprocess + "echo '<verilator_xml><netlist>' > design.xml\nexit 0\n",
+    row("writes half", PreprocessTop + "echo '<verilator_xml><netlist>' > design.xml\nexit 0\n",
         "ERROR: Elaborating the design failed: its result is not complete.");
-    row("writes a pipe", preprocess + "mkfifo design.xml\nexit 0\n",
+    row("writes a pipe", PreprocessTop + "mkfifo design.xml\nexit 0\n",
         "ERROR: Elaborating the design failed: its result is not complete.");
-    row("replaces its messages by a pipe", preprocess + "rm stderr\nmkfifo stderr\nexit 1\n",
+    row("replaces its messages by a pipe", PreprocessTop + "rm stderr\nmkfifo stderr\nexit 1\n",
         "ERROR: Elaborating the design failed: the elaborator gave no reason (exit code 1).");
     row("leaves pipes for the next run",
         "case \"$1\" in -E) mkfifo text0.v stubs.sv; rm stderr; mkfifo stderr;;\n"
         "*) echo '%Error: text0.v:1:2: no' >&2; exit 1;; esac\n" +
-            preprocess,
+            PreprocessTop,
         "ERROR: top.v:1:2: no");
     row("crashes with a full result",
-        preprocess + "echo '<verilator_xml></verilator_xml>' > design.xml\nkill -SEGV $$\n",
+        PreprocessTop + "echo '<verilator_xml></verilator_xml>' > design.xml\nkill -SEGV $$\n",
         "ERROR: Elaborating the design failed: the elaborator crashed.");
     row("fails with a full result",
-        preprocess + "echo '<verilator_xml></verilator_xml>' > design.xml\n"
-                     "echo '%Error: text0.v:1:2: no' >&2\nexit 1\n",
+        PreprocessTop + "echo '<verilator_xml></verilator_xml>' > design.xml\n"
+                        "echo '%Error: text0.v:1:2: no' >&2\nexit 1\n",
         "ERROR: top.v:1:2: no");
 }
 
@@ -510,7 +507,7 @@ void TestExtractionFaults::reportsAToolThat()
     QVERIFY(!design.buildNetlist());
 }
 
-/// After findModules() has given the modules, the box of the caller knows no reason.
+/// The debug stream gets the reason, because findModules() has already succeeded.
 void TestExtractionFaults::reportsALateTimeout()
 {
     DesignFixture design;
@@ -573,7 +570,7 @@ void TestExtractionFaults::namesAnIncludeFolderThatCannotBeLinked()
     QVERIFY(!design.buildNetlist());
 }
 
-/// The stubs, in whose place the tool has left a folder.
+/// The preprocessor leaves a folder in place of the stubs.
 void TestExtractionFaults::saysThatAFileForTheToolCannotBeWritten()
 {
     DesignFixture design;
@@ -590,7 +587,7 @@ void TestExtractionFaults::saysThatAFileForTheToolCannotBeWritten()
     QVERIFY(!design.buildNetlist());
 }
 
-/// Of any size: the tool itself does not notice that its output was cut off.
+/// Tries disks of many sizes. The tool itself does not notice that its output is cut off.
 void TestExtractionFaults::saysThatTheTemporaryFolderIsFull()
 {
     const QString disk = m_folder.path(QStringLiteral("design-disk"));
@@ -640,7 +637,7 @@ void TestExtractionFaults::reportsAMissingTool()
                  "variable TARN_VERILATOR is not a program. Correct or unset the variable.")));
     QVERIFY(!design.buildNetlist());
 
-    // Not a program after all.
+    // An executable file without a program.
     const QString path = m_folder.path("tool-elf");
     TarnTest::writeFile(path, "\x7f"
                               "ELF");

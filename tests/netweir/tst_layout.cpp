@@ -33,7 +33,7 @@ private Q_SLOTS:
 
 namespace {
 
-/// "v[7:0]@4", the lowest bit last; "m@2!" for what is excluded.
+/// "v[7:0]@4", the lowest bit last; "m@2!" for an excluded net.
 QString netText(const PlacedNet &net)
 {
     QString text = net.name;
@@ -52,7 +52,7 @@ QString placedText(const PlacedDefinition &placed)
     return texts.join(QLatin1Char(' '));
 }
 
-/// Makes memories of all arrays that "arraysel" elements in @p indexed reach.
+/// The arrays of the first variable that the computed indexes in @p definition make memories.
 Memories memoriesIn(const Definition &definition)
 {
     Memories memories;
@@ -65,7 +65,7 @@ Memories memoriesIn(const Definition &definition)
 }
 
 /// The bits of the first variable from the most significant on, 'X' for those that the reference in
-/// the element "target" takes.
+/// the element "target" selects.
 QString locatedText(const DesignXml &design, const Memories &memories)
 {
     const Definition &definition = design->top();
