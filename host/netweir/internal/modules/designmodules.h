@@ -19,7 +19,7 @@ class PreprocessedText;
 class DesignModules
 {
 public:
-    /// Both must live as long as this.
+    /// Both arguments must outlive this object.
     DesignModules(const ModuleScan &scan, const PreprocessedText &text);
 
     /// Every module of the sources, in the order of the text.

@@ -25,7 +25,7 @@ struct DesignSources;
 class DesignScan
 {
 public:
-    /// Both must live as long as this.
+    /// Both arguments must outlive this object.
     DesignScan(const DesignSources &sources, const PreprocessedText &text);
     DesignScan(const DesignScan &) = delete;
     DesignScan &operator=(const DesignScan &) = delete;

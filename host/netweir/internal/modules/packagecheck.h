@@ -21,7 +21,7 @@ struct DesignSources;
 class PackageCheck
 {
 public:
-    /// All must live as long as this.
+    /// All arguments must outlive this object.
     PackageCheck(const DesignSources &sources, const PreprocessedText &text,
                  const DesignScopes &scopes);
 

@@ -29,7 +29,7 @@ struct TextPiece
 class SourceOrder
 {
 public:
-    /// @p scopes must live as long as this.
+    /// @p scopes must outlive this object.
     SourceOrder(const DesignScopes &scopes, const TypeUses &types);
 
     const QVector<TextPiece> &pieces() const { return m_pieces; }

@@ -8,7 +8,6 @@
 namespace NETWEIR::Internal {
 
 struct Definition;
-struct InstanceItem;
 
 /// Marks the drivers inside a definition, once for all its instances: assignments, outputs of
 /// routines and instances, pins of stubs. Lists everything that depends on the instance: writes to

@@ -127,7 +127,7 @@ std::vector<int> InterfaceBinder::interfacesOf(int instance, const Occurrence &e
     return {itemAt(interfaces, position)};
 }
 
-/// The elements of the array of interfaces or interface ports with the name @p symbol.
+/// The interfaces that @p symbol means: instances, or those to which an interface port is bound.
 std::vector<int> InterfaceBinder::elementsOf(const InstanceScope &owner, const Symbol &symbol) const
 {
     std::vector<int> interfaces;

@@ -19,7 +19,7 @@ class Memories;
 class Layout
 {
 public:
-    /// Both have to outlive this.
+    /// Both arguments must outlive this object.
     Layout(const TypeTable &types, const Memories &memories)
         : m_types(types)
         , m_memories(memories)
@@ -29,13 +29,13 @@ public:
     /// Gives every net of @p definition its bits and lists its nets and buses.
     PlacedDefinition place(const Definition &definition) const;
 
-    /// The bits that @p reference takes of @p placed, which it names. An empty range when it lies
-    /// outside.
+    /// The bits of @p placed that @p reference, which names this variable, selects. An empty range
+    /// when they lie outside.
     BitRange locate(const PlacedVariable &placed, const Reference &reference,
                     const IndexEvaluator &indexes) const;
 
 private:
-    /// What a chain of selections has led to so far.
+    /// The part of a variable to which a chain of selections has led so far.
     struct Part
     {
         int type = -1;    ///< Negative within a vector.
@@ -45,13 +45,13 @@ private:
         qint64 width = 0;
     };
 
-    /// A variable or a part of it that is to be listed.
+    /// A variable, or a part of it, and the name of its nets.
     struct NamedPart
     {
         int type = -1;
         QString name;
-        std::string path; ///< As above.
-        qint64 bit = 0;   ///< The least significant one.
+        std::string path; ///< Names of the members passed.
+        qint64 bit = 0;   ///< Its least significant bit.
     };
 
     static BitRange bitsOf(const PlacedVariable &placed, const Part &part);

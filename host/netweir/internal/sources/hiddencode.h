@@ -11,9 +11,9 @@ namespace NETWEIR::Internal {
 struct HiddenRegion
 {
     int mark = 0;  ///< The line of the mark that hides it.
-    int first = 0; ///< The first and the last line of which nothing is seen, but for the line of
-    int last = 0;  ///< the mark.
-    bool closed = false;
+    int first = 0; ///< The first line after the mark.
+    int last = 0;  ///< The last line that is hidden as a whole; before first if there is none.
+    bool closed = false; ///< Another mark ends it.
 };
 
 /// Whether a comment hides the text after it ("synopsys translate_off") or shows it again.

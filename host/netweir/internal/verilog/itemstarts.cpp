@@ -66,12 +66,12 @@ private:
     TokenReader m_reader;
     Token m_previous;
     int m_front = -1;          ///< Offset of a label, attribute or "default" in front of an item.
-    QVector<int> m_units;      ///< Open ones, as indexes of starts.
-    QVector<int> m_regions;    ///< Likewise.
+    QVector<int> m_units;      ///< Open units, as indexes of starts.
+    QVector<int> m_regions;    ///< The same for items with an end keyword.
     QVector<Keyword> m_blocks; ///< Open begin, case, fork and the like.
-    int m_process = -1;        ///< Index of the last start of that kind.
-    int m_assignment = -1;     ///< Likewise.
-    int m_depth = 0;           ///< Of groups in brackets.
+    int m_process = -1;        ///< Index of the last start of a process.
+    int m_assignment = -1;     ///< The same for assignments.
+    int m_depth = 0;           ///< Number of open brackets.
     QVector<ItemStart> m_starts;
 };
 
@@ -108,7 +108,7 @@ void ItemScanner::scanToken()
     m_front = -1;
 }
 
-/// That of a case item belongs to no item.
+/// The label of a case item belongs to no item.
 bool ItemScanner::isLabel() const
 {
     return token().kind == Token::Identifier && m_reader.following().is(':') &&

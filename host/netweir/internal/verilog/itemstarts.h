@@ -15,10 +15,10 @@ struct ItemStart
 {
     TextItem item;
     int unit = -1;       ///< Index of the start of the unit around it.
-    int region = -1;     ///< The same of what has an end keyword of its own.
-    int process = -1;    ///< Of the last process that began up to here.
-    int assignment = -1; ///< Likewise.
-    VerilogTokens after; ///< Stands behind @p word.
+    int region = -1;     ///< The same for the item with an end keyword around it.
+    int process = -1;    ///< Index of the last process that begins here or before.
+    int assignment = -1; ///< The same for assignments.
+    VerilogTokens after; ///< The tokens after @p word.
     Token word;          ///< Its keyword.
 };
 
