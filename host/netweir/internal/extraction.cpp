@@ -32,12 +32,6 @@ QStringList newMessages(const QStringList &messages, const QStringList &said)
     return result;
 }
 
-/// The elaborator for the language of the sources.
-std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources)
-{
-    return std::make_unique<VerilatorElaborator>(sources);
-}
-
 /// Adds the time of its life to a sum.
 class Stopwatch
 {
@@ -58,18 +52,23 @@ private:
 
 } // namespace
 
-Extraction::Extraction(const DesignSources &sources)
-    : m_design(sources)
+std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources)
 {
+    return std::make_unique<VerilatorElaborator>(sources);
 }
 
-Extraction::~Extraction() = default;
+Extraction::Extraction(const DesignSources &sources, const ElaboratorFactory &create)
+    : m_design(sources)
+    , m_create(create)
+{
+}
 
 void Extraction::findModules(ExtractionProgress *progress, QStringList *tops, QStringList *modules,
                              QStringList *messages)
 {
+    m_spent = 0;
     const Stopwatch stopwatch(&m_spent);
-    std::unique_ptr<Elaborator> elaborator = createElaborator(m_design);
+    std::unique_ptr<Elaborator> elaborator = m_create(m_design);
     elaborator->elaborate(progress, ErrorWait);
     *tops += elaborator->tops();
     *modules += elaborator->modules();
@@ -89,7 +88,7 @@ std::unique_ptr<RtlNetlist> Extraction::buildNetlist(ExtractionProgress *progres
     const QStringList said = std::exchange(m_said, {});
     if (!elaborator) {
         m_spent = 0;
-        elaborator = createElaborator(m_design);
+        elaborator = m_create(m_design);
     }
     const Stopwatch stopwatch(&m_spent);
     elaborator->elaborate(progress, -1);

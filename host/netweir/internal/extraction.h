@@ -3,9 +3,11 @@
 #pragma once
 
 #include <netweir/internal/sources/designsources.h>
+#include <netweir/internal/tool/elaborator.h>
 
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 namespace NETWEIR {
@@ -14,16 +16,18 @@ class RtlNetlist;
 
 namespace NETWEIR::Internal {
 
-class Elaborator;
-class ExtractionProgress;
+using ElaboratorFactory = std::function<std::unique_ptr<Elaborator>(const DesignSources &)>;
+
+/// The elaborator for the languages of the sources.
+std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources);
 
 /// Reads a design from its sources to its netlist, in two calls that may be repeated in any order.
 /// The elaborator keeps running between the calls; its result is used once.
 class Extraction
 {
 public:
-    explicit Extraction(const DesignSources &sources);
-    ~Extraction();
+    explicit Extraction(const DesignSources &sources,
+                        const ElaboratorFactory &create = createElaborator);
 
     /// Checks and reads the sources and fills the lists of modules. If there is one top, starts its
     /// elaboration and waits for it a while, so that most errors of a design are known at the end.
@@ -39,7 +43,8 @@ public:
 
 private:
     const DesignSources m_design;
-    std::unique_ptr<Elaborator> m_elaborator; ///< Null after buildNetlist().
+    const ElaboratorFactory m_create;
+    std::unique_ptr<Elaborator> m_elaborator; ///< Null when there is no result to use.
     QStringList m_said;                       ///< Messages that were already reported.
     qint64 m_spent = 0;
 };
