@@ -19,7 +19,7 @@
 
 namespace TarnTest {
 
-/// A design in a temporary folder, and what the extractor says of it.
+/// A design in a temporary folder, and the results of its extraction.
 class DesignFixture
 {
 public:

@@ -12,8 +12,7 @@
 
 namespace TarnTest {
 
-/// What is known of a design before its instances are marked, phase by phase. The XML has to
-/// outlive it.
+/// The results of all phases before the marking of the instances. The XML must outlive them.
 struct DesignPhases
 {
     explicit DesignPhases(const DesignXml &xml)

@@ -11,7 +11,7 @@
 
 namespace TarnTest {
 
-/// Appends elements of an elaborated design that are written in short: "(add:u8 x:u3 -1)" is an
+/// Appends elements of an elaborated design in a short notation: "(add:u8 x:u3 -1)" is an
 /// element "add" of the type u8 with two children, a reference to the variable x and a constant of
 /// 32 bits. Words such as name=x or name="x y" are attributes.
 inline void appendElements(pugi::xml_node parent, const QString &text)
@@ -62,8 +62,8 @@ inline pugi::xml_node appendTypes(pugi::xml_node parent, const QString &text)
     return table;
 }
 
-/// A design as the elaborator writes it, made of modules and types in short. The first module is
-/// the top.
+/// A design as the elaborator writes it, made of modules and types in the short notation. The first
+/// module is the top.
 class DesignXml
 {
 public:

@@ -26,7 +26,7 @@ public:
     ToolScript(const ToolScript &) = delete;
     ToolScript &operator=(const ToolScript &) = delete;
 
-    /// The end of a script that goes on as the real elaborator.
+    /// The last line of a script, which runs the real elaborator.
     static QByteArray elaborate()
     {
         const QString program = QStandardPaths::findExecutable(QStringLiteral("verilator_bin"));

@@ -12,7 +12,7 @@ using namespace NETWEIR::Internal;
 using TarnTest::DesignPhases;
 using TarnTest::DesignXml;
 
-/// What is connected to ports, divided into segments without the elaborator.
+/// Connections of ports and their segments, without the elaborator.
 class TestConnectionBuilder : public TarnTest::TestCase
 {
     Q_OBJECT

@@ -278,7 +278,7 @@ void TestDesignModules::unknownInstantiationsAreFound()
     QCOMPARE(found.join(';'), QByteArray("x u;x y;x l;z u"));
 }
 
-/// Library modules that nobody needs miss nothing.
+/// Modules that only unused library modules need are not missing.
 void TestDesignModules::missingModulesAreThoseThatAreNeeded()
 {
     const Design design("module a; x u(); c v(); t w; x y(); endmodule bind a z u();",

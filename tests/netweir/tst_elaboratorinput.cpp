@@ -124,7 +124,7 @@ void TestElaboratorInput::learns()
     ElaboratorInput input = inputOf(design);
     QCOMPARE(input.learn(parseToolOutput(output)), !stub.isNull());
     QVERIFY2(input.stubs().text().contains(stub), input.stubs().text().constData());
-    QVERIFY(!input.learn(parseToolOutput(output))); // Not the same twice.
+    QVERIFY(!input.learn(parseToolOutput(output))); // Nothing new.
 }
 
 void TestElaboratorInput::learnsThatDelaysMatter()
@@ -138,7 +138,7 @@ void TestElaboratorInput::learnsThatDelaysMatter()
     QVERIFY(!input.learn(messages));
 }
 
-/// A module that has gone is an unknown one.
+/// An omitted module becomes an unknown module.
 void TestElaboratorInput::leavesOutWhatCannotBeRead()
 {
     const ScannedDesign design(QByteArray("module a; b u(); endmodule\n"
@@ -160,7 +160,7 @@ void TestElaboratorInput::saysThatAFileCannotBeWritten_data()
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
-/// Any of them: without one, the elaborator would name a cause of its own.
+/// Each file matters: without it, the elaborator would report another cause.
 void TestElaboratorInput::saysThatAFileCannotBeWritten()
 {
     QFETCH(QString, name);

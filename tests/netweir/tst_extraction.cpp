@@ -111,10 +111,10 @@ void TestExtraction::reportsTheSameTwice()
     DesignFixture design;
     design.add(QStringLiteral("top.v"), "module top(input a); endmodule\n");
     QVERIFY(design.extract());
-    // Nothing new was given: the same design is built once more.
+    // There is no new design, so the last one is built again.
     QVERIFY(design.buildNetlist());
     QVERIFY(design.netlist->findNet(QStringLiteral("top/a")));
-    // The sources as they are now.
+    // A new extraction reads the changed source.
     TarnTest::writeFile(design.path(QStringLiteral("top.v")), "module top(input b); endmodule\n");
     QVERIFY(design.extract());
     QVERIFY(design.netlist->findNet(QStringLiteral("top/b")));
@@ -281,7 +281,7 @@ void TestExtraction::reportsErrors()
              qPrintable(design.messages.join(QLatin1Char('\n'))));
     for (const QString &message : qAsConst(design.messages))
         QVERIFY(!message.contains(QLatin1Char('\n')));
-    // The same again from the other call, also on the debug stream.
+    // The other call reports the same, also on the debug stream.
     QVERIFY(!design.buildNetlist());
     QCOMPARE(design.netMessages, design.messages);
     QCOMPARE(debugLines(), design.messages);
@@ -320,7 +320,7 @@ void TestExtraction::warnsOfWhatDoesNotStopADesign()
     QVERIFY(design.extract());
     QCOMPARE(design.messages.size(), 1);
     QCOMPARE(debugLines().mid(0, 1), design.messages);
-    QCOMPARE(debugLines().size(), 2); // The netlist is the other one: nothing is said twice.
+    QCOMPARE(debugLines().size(), 2); // The other line is about the netlist.
     QCOMPARE(design.messages[0].remove(design.path(QString()) + QLatin1Char('/')), warning);
 }
 
@@ -349,7 +349,7 @@ void TestExtraction::saysWhyThereIsNoTop_data()
         {QStringLiteral("WARNING: The design has no module \"x\"."), noTop});
 }
 
-/// Callers do not show what is no error, and tell only that there is no top.
+/// Callers show only errors, so the debug stream says why there is no top.
 void TestExtraction::saysWhyThereIsNoTop()
 {
     QFETCH(QByteArray, source);
@@ -381,7 +381,7 @@ void TestExtraction::refusesFilesTheToolCannotRead_data()
     row("lib.vhd", "ERROR: lib.vhd: VHDL is not supported yet.");
     row("lib.VHDL", "ERROR: lib.VHDL: VHDL is not supported yet.");
     row("fifo.v", "ERROR: fifo.v: This is not a regular file.");
-    if (geteuid() != 0) // Who may read everything.
+    if (geteuid() != 0) // Root may read everything.
         row("locked.v", "ERROR: locked.v: The file cannot be read:");
 }
 
@@ -506,7 +506,7 @@ void TestExtraction::learnsMissingPinsFromTheTool_data()
                                << QStringLiteral("ERROR: top.v:2:9: Pin not found: 'd'");
 }
 
-/// Those that the scan does not see. The first run misses them, the second is the last.
+/// The scan does not see these pins. The first run misses them, the second one is the last.
 void TestExtraction::learnsMissingPinsFromTheTool()
 {
     QFETCH(QByteArray, missing);
@@ -532,7 +532,7 @@ void TestExtraction::learnsMissingPinsFromTheTool()
     QCOMPARE(design.netMessages.filter(QStringLiteral("ERROR")).isEmpty(), error.isEmpty());
 }
 
-/// The elaborator leaves them out.
+/// The output of the elaborator lacks them.
 void TestExtraction::takesSwitchesAndAliasesForDrivers_data()
 {
     QTest::addColumn<QByteArray>("body");
@@ -909,7 +909,7 @@ void TestExtraction::readsLibraryFilesInTheirOrder()
     QVERIFY(design.netlist->findNet(QStringLiteral("top/u11/w[13]")));
     QVERIFY(design.netlist->findNet(QStringLiteral("top/s/w0")));
 
-    // Twice, or a source as well: it is one file.
+    // A file that is listed twice, or as a source too, is read once.
     paths.append({paths.first(), design.path(QStringLiteral("a.v"))});
     design.set(TE::DesignInfo::LibraryFiles, paths);
     QVERIFY2(design.extract(), qPrintable(design.messages.join(QLatin1Char('\n'))));
@@ -929,13 +929,13 @@ void TestExtraction::findsModulesInLibraryFolders()
                                       "module unused_too; fourth x(); endmodule\n");
     write("cells/first.v", "module first; wire [`WIDTH-1:0] w; third t(); endmodule\n");
     write("more/first.v", "module first; wire wrong; endmodule\n");
-    // What is found needs more, and so on.
+    // Files that are found need further files.
     write("cells/third.sv", "module third; logic l; second s(); endmodule\n"
                             "module not_needed; fifth x(); endmodule\n");
     write("more/second.vlib", "module second; wire w; endmodule\n");
     write("more/fourth.v", "module fourth; endmodule\n");
     write("cells/empty.v", "// Another module of that name is meant.\nmodule other; endmodule\n");
-    // Not asked for, so that what is wrong with them does not matter.
+    // Files that are not needed are not read, so their errors do not matter.
     write("cells/own.v", "oops\n");
     write("cells/fifth.v", "oops\n");
     write("cells/top.v", "oops\n");
@@ -994,7 +994,7 @@ void TestExtraction::saysWhatIsWrongInLibraryFolders()
         QStringLiteral("WARNING: %1: The library folder does not exist.").arg(none)};
     QCOMPARE(design.messages, missing);
 
-    // Once, though the folder is searched again and again.
+    // Reported once, although the folder is searched several times.
     TarnTest::writeFile(design.path(QStringLiteral("lib.sv")),
                         "module lib; logic l; lib2 u(); endmodule\n");
     TarnTest::writeFile(design.path(QStringLiteral("lib2.v")), "module lib2; wire w; endmodule\n");

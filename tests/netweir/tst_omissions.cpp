@@ -14,8 +14,8 @@ using namespace NETWEIR;
 using TarnTest::DesignFixture;
 using TarnTest::ToolScript;
 
-/// Designs with something that the elaborator cannot read: the rest of them opens, and messages say
-/// what is missing.
+/// Designs with constructs that the elaborator cannot read: the rest opens, and messages name what
+/// is left out.
 class TestOmissions : public TarnTest::TestCase
 {
     Q_OBJECT
@@ -385,7 +385,7 @@ void TestOmissions::endAfterSomeRuns()
     QVERIFY(!more.buildNetlist());
 }
 
-/// A tool that stumbles as long as the module is there.
+/// The tool fails as long as the module is in the text.
 void TestOmissions::goFromTheSmallestItemToTheModule()
 {
     const ToolScript tool("case \"$1\" in -E) ;; *) if grep -q 'module sub' text0.sv; then\n"
@@ -412,7 +412,7 @@ void TestOmissions::goFromTheSmallestItemToTheModule()
              QStringLiteral("top : top\n    a O\n    b O\n"));
 }
 
-/// Everything that one run complains of goes at once, in little time.
+/// All items that one run reports are left out together, in little time.
 void TestOmissions::goTogether()
 {
     constexpr int Count = 1000;

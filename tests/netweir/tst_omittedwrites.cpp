@@ -14,7 +14,7 @@ using namespace NETWEIR::Internal;
 using TarnTest::DesignPhases;
 using TarnTest::DesignXml;
 
-/// The bits that writes name which the elaborator was not given.
+/// The bits that omitted writes name.
 class TestOmittedWrites : public TarnTest::TestCase
 {
     Q_OBJECT

@@ -11,7 +11,7 @@ using namespace NETWEIR::Internal;
 
 namespace {
 
-/// What @p skip skips of @p text; in front of it, "open:" when it says that nothing ended.
+/// The part of @p text that @p skip skips, after "open:" when it finds no end.
 template <typename Skip>
 QByteArray skipped(const QByteArray &text, const Skip &skip, bool systemVerilog = true)
 {

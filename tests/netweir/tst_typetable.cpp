@@ -51,7 +51,7 @@ const char *kindText(DataType::Kind kind)
     return "";
 }
 
-/// What a type says of itself, and the types within: "packed[3:0] of vector[7:0]".
+/// A type and its nested types: "packed[3:0] of vector[7:0]".
 QString typeText(const TypeTable &types, int index)
 {
     const DataType &type = types.at(index);
@@ -96,7 +96,7 @@ struct Table
 
 void TestTypeTable::typesAreRead_data()
 {
-    QTest::addColumn<QString>("types"); ///< The one in question is t.
+    QTest::addColumn<QString>("types"); ///< The tested type is t.
     QTest::addColumn<QString>("expected");
     const auto row = [](const char *name, const char *types, const char *expected) {
         QTest::newRow(name) << QString::fromLatin1(types) << QString::fromLatin1(expected);

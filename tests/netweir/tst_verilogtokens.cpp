@@ -112,7 +112,7 @@ void TestVerilogTokens::areTold()
     QFETCH(QByteArray, text);
     QFETCH(QByteArray, tokens);
     QCOMPARE(tokensText(VerilogTokens(text, true)), tokens);
-    // No byte behind the text counts.
+    // Bytes after the text do not count.
     QByteArray longer = text + "\"'*/hFF";
     QCOMPARE(tokensText(VerilogTokens(longer, true, {0, text.size()})), tokens);
 }
@@ -219,7 +219,7 @@ void TestVerilogTokens::regionsHaveEnds()
     QCOMPARE(endOf(Keyword::Module), Keyword::Endmodule);
     QCOMPARE(endOf(Keyword::Covergroup), Keyword::Endgroup);
     QCOMPARE(endOf(Keyword::Task), Keyword::Endtask);
-    QCOMPARE(endOf(Keyword::Begin), Keyword::None); // It may end in front of its end.
+    QCOMPARE(endOf(Keyword::Begin), Keyword::None); // Blocks nest.
     QCOMPARE(endOf(Keyword::None), Keyword::None);
 }
 
