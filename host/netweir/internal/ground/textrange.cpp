@@ -18,4 +18,12 @@ int lineStart(const QByteArray &text, int offset)
     return offset == 0 ? 0 : text.lastIndexOf('\n', offset - 1) + 1;
 }
 
+QVector<int> lineStarts(const QByteArray &text)
+{
+    QVector<int> starts{0};
+    for (int end = text.indexOf('\n'); end >= 0; end = text.indexOf('\n', end + 1))
+        starts.append(end + 1);
+    return starts;
+}
+
 } // namespace NETWEIR::Internal

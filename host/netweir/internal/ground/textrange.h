@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QVector>
 
 namespace NETWEIR::Internal {
 
@@ -26,5 +27,9 @@ void blank(QByteArray *text, const TextRange &range);
 
 /// Where the line of @p offset begins.
 int lineStart(const QByteArray &text, int offset);
+
+/// Where the lines of a text begin, in order. A line end at the end of the text begins an empty
+/// line.
+QVector<int> lineStarts(const QByteArray &text);
 
 } // namespace NETWEIR::Internal

@@ -37,7 +37,8 @@ public:
     /// elaborated.
     virtual std::unique_ptr<RtlNetlist> buildNetlist(ExtractionProgress *progress) = 0;
 
-    /// All messages so far.
+    /// All messages so far. Every failure has an error among them, except that the design has no
+    /// single top.
     virtual QStringList messages() const = 0;
 };
 

@@ -56,27 +56,27 @@ FaultHints::FaultHints(const DesignSources &sources, const QVector<QByteArray> &
 {
 }
 
-void FaultHints::explain(ToolMessage *message, const TextLine &place)
+void FaultHints::explain(ToolMessage *message, const TextLine &line)
 {
-    if (place.text < 0 || place.line < 1 || ++m_explained > MostExplained)
+    if (line.text < 0 || line.line < 1 || ++m_explained > MostExplained)
         return;
-    if (m_misread.contains(place.text)) {
+    if (m_misread.contains(line.text)) {
         message->followsUp = true;
         return;
     }
-    const QVector<QByteArray> words = wordsBefore(place, message->column);
-    if (!explainLanguage(message, place, words))
+    const QVector<QByteArray> words = wordsBefore(line, message->column);
+    if (!explainLanguage(message, line, words))
         explainType(message, words);
 }
 
 /// The last word is the one at the place itself. The first two come from the line before.
-QVector<QByteArray> FaultHints::wordsBefore(const TextLine &place, int column)
+QVector<QByteArray> FaultHints::wordsBefore(const TextLine &line, int column)
 {
     constexpr int OfLineInFront = 2;
-    const QByteArray &text = m_texts[place.text];
-    const int line = offsetOf(place);
-    const int end = qMin(line + qMax(column, 1), text.size());
-    const int begin = qMax(offsetOf({place.text, place.line - 1}), end - MostBefore);
+    const QByteArray &text = m_texts[line.text];
+    const int lineBegin = offsetOf(line);
+    const int end = qMin(lineBegin + qMax(column, 1), text.size());
+    const int begin = qMax(offsetOf({line.text, line.line - 1}), end - MostBefore);
     const QByteArray part = text.mid(begin, end - begin + LongestName);
     QVector<QByteArray> words;
     VerilogTokens tokens(part, true);
@@ -84,7 +84,7 @@ QVector<QByteArray> FaultHints::wordsBefore(const TextLine &place, int column)
         const int offset = begin + token.offset;
         if (offset >= end)
             break;
-        if (offset < line && words.size() == OfLineInFront)
+        if (offset < lineBegin && words.size() == OfLineInFront)
             words.removeFirst();
         words.append(token.kind == Token::Punctuation ? QByteArray(1, token.punctuation)
                                                       : toBytes(token.text));
@@ -92,25 +92,20 @@ QVector<QByteArray> FaultHints::wordsBefore(const TextLine &place, int column)
     return words;
 }
 
-int FaultHints::offsetOf(const TextLine &place)
+int FaultHints::offsetOf(const TextLine &line)
 {
-    const QByteArray &text = m_texts[place.text];
-    QVector<int> &offsets = m_lines[place.text];
-    if (offsets.isEmpty()) {
-        for (int begin = 0; begin >= 0; begin = text.indexOf('\n', begin) + 1) {
-            offsets.append(begin);
-            if (text.indexOf('\n', begin) < 0)
-                break;
-        }
-    }
-    return place.line < 1 ? 0 : offsets.value(place.line - 1, text.size());
+    const QByteArray &text = m_texts[line.text];
+    QVector<int> &offsets = m_lines[line.text];
+    if (offsets.isEmpty())
+        offsets = lineStarts(text);
+    return line.line < 1 ? 0 : offsets.value(line.line - 1, text.size());
 }
 
 /// A Verilog file without errors gets no hint, because the words may be names of its own.
-bool FaultHints::explainLanguage(ToolMessage *message, const TextLine &place,
+bool FaultHints::explainLanguage(ToolMessage *message, const TextLine &line,
                                  const QVector<QByteArray> &words)
 {
-    if (isSystemVerilog(m_sources, place.text))
+    if (isSystemVerilog(m_sources, line.text))
         return false;
     QByteArray word;
     const bool isUnknown =
@@ -130,7 +125,7 @@ bool FaultHints::explainLanguage(ToolMessage *message, const TextLine &place,
                  "%2.")
             .arg(QString::fromUtf8(word), m_sources.standard) +
         QLatin1Char(' ') + typeAdvice();
-    m_misread.insert(place.text);
+    m_misread.insert(line.text);
     return true;
 }
 

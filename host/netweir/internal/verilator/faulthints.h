@@ -26,16 +26,16 @@ public:
     FaultHints(const DesignSources &sources, const QVector<QByteArray> &texts,
                const QSet<QByteArray> &names);
 
-    /// Call it for each error in order, with its place in the texts. Changes text, advice and
+    /// Call it for each error in order, with its line in the texts. Changes text, advice and
     /// cause.
-    void explain(ToolMessage *message, const TextLine &place);
+    void explain(ToolMessage *message, const TextLine &line);
 
 private:
-    QVector<QByteArray> wordsBefore(const TextLine &place, int column);
-    bool explainLanguage(ToolMessage *message, const TextLine &place,
+    QVector<QByteArray> wordsBefore(const TextLine &line, int column);
+    bool explainLanguage(ToolMessage *message, const TextLine &line,
                          const QVector<QByteArray> &words);
     void explainType(ToolMessage *message, const QVector<QByteArray> &words) const;
-    int offsetOf(const TextLine &place);
+    int offsetOf(const TextLine &line);
 
     const DesignSources &m_sources;
     const QVector<QByteArray> &m_texts;

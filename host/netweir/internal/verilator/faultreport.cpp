@@ -44,11 +44,11 @@ QVector<ToolMessage> FaultReport::explained(QVector<ToolMessage> messages) const
     const QSet<QByteArray> names = m_scan.knownNames();
     FaultHints hints(m_sources, m_text.texts(), names);
     for (ToolMessage &message : messages) {
-        const TextLine place = textLineOf(message);
+        const TextLine line = textLineOf(message);
         if (!message.error)
             continue;
-        hints.explain(&message, place);
-        if (place.text >= 0 && m_scan.packages().usesMissing(place.text))
+        hints.explain(&message, line);
+        if (line.text >= 0 && m_scan.packages().usesMissing(line.text))
             message.followsUp = true;
     }
     return messages;

@@ -49,12 +49,8 @@ TextItems::TextItems(const QByteArray &text, bool systemVerilog)
     : m_text(text)
     , m_systemVerilog(systemVerilog)
     , m_starts(findItemStarts(m_text, systemVerilog))
+    , m_lines(lineStarts(m_text))
 {
-    for (int begin = 0; begin >= 0;) {
-        m_lines.append(begin);
-        const int end = m_text.indexOf('\n', begin);
-        begin = end < 0 ? -1 : end + 1;
-    }
 }
 
 /// An item without an end gets an empty range.
