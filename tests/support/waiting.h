@@ -15,6 +15,7 @@ bool waitForFileNotices();
 
 /// Waits until @p watching has dealt with all changes of files so far: its watchers have their
 /// notices, and no timer below it runs any more. After that these changes have no more effects.
+/// False when that takes too long.
 bool settle(const QObject *watching);
 
 } // namespace TarnTest

@@ -46,6 +46,9 @@ constexpr int Delay = 500;
 // Most tests need not wait that long.
 constexpr int ShortDelay = 60;
 
+// No test takes that long.
+constexpr int VeryLong = 1000000;
+
 ModalScript::Box invalidFileBox()
 {
     return {QMessageBox::Warning, "Reload Tarn", "Invalid TARN file.", QMessageBox::Ok, {}};
@@ -208,9 +211,11 @@ private Q_SLOTS:
     {
         const QString file = writeConfig("a.tarn", {0});
         const ShownView shown = show(file);
+        timerOf(shown.view)->setInterval(VeryLong);
         QVERIFY(QFile::remove(file));
         QTRY_VERIFY(timerOf(shown.view)->isActive());
         writeFile(file, content(2));
+        timerOf(shown.view)->setInterval(ShortDelay);
         QTRY_COMPARE(bannerTextOf(shown.view), changedText(file));
     }
 
