@@ -461,7 +461,7 @@ void TestReplaceFile::fullDiskKeepsFormerContent()
             return mountSmallDisk(m_folder->path(), 4096) ? QString() : QStringLiteral("no");
         }).isEmpty();
     if (!supported)
-        QSKIP("this system lets nobody mount a small disk");
+        QSKIP("this system does not allow mounting a small disk");
 
     QCOMPARE(inChild([this, locked] {
                  mountSmallDisk(m_folder->path(), 256 * 1024);

@@ -227,7 +227,7 @@ private Q_SLOTS:
             << QStringList{"00", "000"} << "0x1F" << QStringList{"11", "111"} << "0x1F";
         QTest::newRow("lower case")
             << QStringList{"00000000"} << "0xaf" << QStringList{"10101111"} << "0xAF";
-        // Only digits count: whatever else the prefix became is no number.
+        // Without its prefix the text is not a number.
         QTest::newRow("broken prefix")
             << QStringList{"11111111"} << "Zx12" << QStringList{"00000000"} << "0x00";
     }

@@ -165,7 +165,7 @@ bool ModalScript::isUnasked(QWidget *window) const
 void ModalScript::handle(QWidget *window)
 {
     if (m_steps.isEmpty()) {
-        m_problems.append(QStringLiteral("nobody expected: ") + describe(window));
+        m_problems.append(QStringLiteral("not announced: ") + describe(window));
         dismiss(window);
         return;
     }

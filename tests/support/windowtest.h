@@ -9,8 +9,8 @@
 
 namespace TarnTest {
 
-/// Base of the tests of windows. Each test function has a script for the modal windows it opens.
-/// The function fails when other windows appear than it announced there.
+/// Base of the tests of windows. Each test function has a script, in which it announces the modal
+/// windows. It fails unless exactly these windows appear.
 ///
 /// A derived class that defines init() or cleanup() has to call the function of this class.
 class WindowTest : public TestCase

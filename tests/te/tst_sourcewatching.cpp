@@ -138,7 +138,7 @@ QStringList TestSourceWatching::nextReports()
     return came ? m_log->take() : QStringList();
 }
 
-/// Waits until no more are to come.
+/// Waits until no more reports can follow.
 QStringList TestSourceWatching::allReports()
 {
     const bool settled = settle(m_design.get());

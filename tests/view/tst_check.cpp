@@ -29,7 +29,7 @@ TarnCore *addCore(TarnViewPrivate *document, int index)
 
 } // namespace
 
-/// The rules are tested with checkConfig().
+/// What the view adds to checkConfig(), whose test covers the rules.
 class TestCheck : public TarnTest::TestCase
 {
     Q_OBJECT
