@@ -68,22 +68,22 @@ void TarnViewPrivate::addOneTarn(int index)
     q->onModified();
 }
 
-void TarnViewPrivate::removeOneTarn(int position)
+void TarnViewPrivate::removeOneTarn(int index)
 {
     if (cores.size() == 1) {
         showMessage(
             q, {QMessageBox::Warning, tr("Remove TARN"), tr("The only TARN can not be removed.")});
         return;
     }
-    if (position < 0 || position >= cores.size())
+    if (index < 0 || index >= cores.size())
         return;
 
     const QPointer<TarnViewPrivate> self(this);
-    const QPointer<TarnOptionWidget> page(optionWidgets.at(position));
+    const QPointer<TarnOptionWidget> page(optionWidgets.at(index));
     Message question;
     question.icon = QMessageBox::Question;
     question.title = tr("Remove TARn"); // Spelt so: users and scripts know the box by this title.
-    question.text = tr("Do you want to remove TARN %1 ?").arg(position);
+    question.text = tr("Do you want to remove TARN %1 ?").arg(index);
     question.buttons = QMessageBox::Ok | QMessageBox::Cancel;
     question.defaultButton = QMessageBox::Ok;
     if (showMessage(q, question) != QMessageBox::Ok || !self)

@@ -42,7 +42,7 @@ public:
     /// Adds a core with that index, or says that there are too many.
     void addOneTarn(int index);
     /// Asks, then removes the core at list position @p position and renumbers the others.
-    void removeOneTarn(int position);
+    void removeOneTarn(int index);
     /// Creates the pages of all cores.
     void initTarnOptionWidget();
     /// Deletes all pages and cores.
