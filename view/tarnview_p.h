@@ -41,7 +41,7 @@ public:
 
     /// Adds a core with that index, or says that there are too many.
     void addOneTarn(int index);
-    /// Asks, then removes the core at list position @p position and renumbers the others.
+    /// Asks, then removes the core at list position @p index and renumbers the others.
     void removeOneTarn(int index);
     /// Creates the pages of all cores.
     void initTarnOptionWidget();
