@@ -11,8 +11,9 @@ constexpr char Files[] =
     "Files"; ///< List of maps, one per enabled design source, in project order.
 
 // Keys of one entry of Files.
-constexpr char Path[] = "Path"; ///< String: absolute path.
-constexpr char Type[] = "Type"; ///< Int: TE::FileType.
+constexpr char Path[] = "Path";       ///< String: absolute path.
+constexpr char Type[] = "Type";       ///< Int: TE::FileType.
+constexpr char Library[] = "Library"; ///< String: VHDL library, in VHDL files only.
 
 constexpr char IncludePaths[] = "IncludePaths"; ///< String list: absolute folders, in search order.
 constexpr char Macros[] = "Macros";             ///< String list: "NAME" or "NAME=VALUE".
@@ -22,7 +23,8 @@ constexpr char LibraryFolders[] =
     "LibraryFolders"; ///< String list: absolute folders, in search order, read as `-y` folders.
 constexpr char LibraryExtensions[] =
     "LibraryExtensions"; ///< String list: extensions of the files in them, with the dot.
-constexpr char Standard[] = "Standard"; ///< String: value of TE::OPT::Verilog_Standard.
-constexpr char Timeout[] = "Timeout";   ///< Int: seconds; 120 when missing or 0.
+constexpr char Standard[] = "Standard";         ///< String: value of TE::OPT::Verilog_Standard.
+constexpr char VhdlStandard[] = "VhdlStandard"; ///< String: value of TE::OPT::VHDL_Standard.
+constexpr char Timeout[] = "Timeout";           ///< Int: seconds; 120 when missing or 0.
 
 } // namespace TE::DesignInfo

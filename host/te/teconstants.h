@@ -29,6 +29,7 @@ namespace TE::OPT {
 
 constexpr char INCLUDEPATH[] = "IncludePath"; ///< String list; relative to the working folder.
 constexpr char Verilog_Standard[] = "Verilog_Standard"; ///< One of VerilogStandards.
+constexpr char VHDL_Standard[] = "VHDL_Standard";       ///< One of VhdlStandards.
 constexpr char SYNTHESIZE_TOOL[] = "Synthesize_tool";   ///< "OstraSynthesis" or Synplify_pro.
 constexpr char TOPMODULE[] = "TopModule";               ///< Name of the top module; empty: find it.
 constexpr char EXTRACTION_TIMEOUT[] =
@@ -40,6 +41,12 @@ constexpr char MACROS[] = "Macros";                 ///< String list: "NAME" or 
 // Values of Verilog_Standard, the oldest first.
 constexpr const char *VerilogStandards[] = {"1364-1995", "1364-2001", "1364-2005", "1800-2017"};
 constexpr char DefaultVerilogStandard[] = "1364-2005";
+
+// Values of VHDL_Standard, the oldest first.
+constexpr char Vhdl1993[] = "1076-1993";
+constexpr char Vhdl2008[] = "1076-2008";
+constexpr const char *VhdlStandards[] = {Vhdl1993, Vhdl2008};
+constexpr char DefaultVhdlStandard[] = "1076-2008";
 
 // Values of SYNTHESIZE_TOOL.
 constexpr char OstraSynthesis[] = "OstraSynthesis";

@@ -4,6 +4,8 @@
 
 #include <support/files.h>
 #include <support/testcase.h>
+#include <te/designinfo.h>
+#include <te/fileinfo.h>
 
 #include <QApplication>
 #include <QDir>
@@ -17,11 +19,59 @@ class TestDesignSources : public TarnTest::TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void readsLibrariesAndStandardOfVhdl_data();
+    void readsLibrariesAndStandardOfVhdl();
     void findsFilesInLibraryFolders();
 
 private:
     QTemporaryDir m_folder;
 };
+
+void TestDesignSources::readsLibrariesAndStandardOfVhdl_data()
+{
+    QTest::addColumn<QVariantMap>("file");
+    QTest::addColumn<QString>("standard");
+    QTest::addColumn<QString>("expected");
+
+    const auto file = [](const char *path, int type, const char *library) {
+        QVariantMap entry{{QLatin1String(TE::DesignInfo::Path), QString::fromLatin1(path)},
+                          {QLatin1String(TE::DesignInfo::Type), type}};
+        if (library)
+            entry.insert(QLatin1String(TE::DesignInfo::Library), QString::fromLatin1(library));
+        return entry;
+    };
+    QTest::newRow("nothing said") << file("/a.vhd", TE::VhdlFile, nullptr) << QString()
+                                  << "/a.vhd vhdl in work, 08";
+    QTest::newRow("empty library") << file("/a.vhd", TE::VhdlFile, "") << "1076-2008"
+                                   << "/a.vhd vhdl in work, 08";
+    QTest::newRow("library and standard")
+        << file("/a.vhd", TE::VhdlFile, "DSP_Cells") << "1076-1993"
+        << "/a.vhd vhdl in dsp_cells, 93";
+    QTest::newRow("unknown standard") << file("/a.vhd", TE::VhdlFile, "b") << "1076-1987"
+                                      << "/a.vhd vhdl in b, 08";
+    QTest::newRow("by type, not by name") << file("/a.txt", TE::VhdlFile, "b") << "1076-2008"
+                                          << "/a.txt vhdl in b, 08";
+    QTest::newRow("Verilog") << file("/a.v", TE::VerilogFile, nullptr) << "1076-2008"
+                             << "/a.v in work, 08";
+}
+
+void TestDesignSources::readsLibrariesAndStandardOfVhdl()
+{
+    QFETCH(QVariantMap, file);
+    QFETCH(QString, standard);
+    QFETCH(QString, expected);
+
+    QMap<QString, QVariant> info{{QLatin1String(TE::DesignInfo::Files), QVariantList{file}}};
+    if (!standard.isNull())
+        info.insert(QLatin1String(TE::DesignInfo::VhdlStandard), standard);
+    const DesignSources sources = readDesignSources(info);
+    QCOMPARE(sources.files.size(), 1);
+    const SourceFile &read = sources.files.first();
+    QCOMPARE(QStringLiteral("%1%2 in %3, %4")
+                 .arg(read.path, QLatin1String(read.vhdl ? " vhdl" : ""), read.vhdlLibrary,
+                      sources.vhdlStandard),
+             expected);
+}
 
 void TestDesignSources::findsFilesInLibraryFolders()
 {

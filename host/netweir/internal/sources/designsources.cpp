@@ -109,8 +109,12 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
         const QVariantMap file = entry.toMap();
         const QString path = file.value(QLatin1String(DesignInfo::Path)).toString();
         const int type = file.value(QLatin1String(DesignInfo::Type), VerilogFile).toInt();
-        if (isDesignSource(type))
-            result.files.append(sourceFile(path, type));
+        if (!isDesignSource(type))
+            continue;
+        result.files.append(sourceFile(path, type));
+        const QString library = file.value(QLatin1String(DesignInfo::Library)).toString();
+        if (!library.isEmpty())
+            result.files.last().vhdlLibrary = library.toLower();
     }
     addLibraryFiles(value(DesignInfo::LibraryFiles).toStringList(), &result.files);
     result.libraryFolders = value(DesignInfo::LibraryFolders).toStringList();
@@ -118,6 +122,8 @@ DesignSources readDesignSources(const QMap<QString, QVariant> &info)
     result.includePaths = value(DesignInfo::IncludePaths).toStringList();
     result.macros = value(DesignInfo::Macros).toStringList();
     result.standard = knownStandard(value(DesignInfo::Standard).toString());
+    if (value(DesignInfo::VhdlStandard).toString() == QLatin1String(OPT::Vhdl1993))
+        result.vhdlStandard = QStringLiteral("93");
     const int timeout = value(DesignInfo::Timeout).toInt();
     if (timeout > 0)
         result.timeoutSeconds = timeout;

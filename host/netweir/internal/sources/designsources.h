@@ -18,6 +18,8 @@ struct SourceFile
     bool systemVerilog = false;
     bool vhdl = false;
     bool library = false; ///< A module counts only if no source defines one with its name.
+    /// Of a VHDL file: the library that its units belong to, in lower case.
+    QString vhdlLibrary = QStringLiteral("work");
 };
 
 /// The content of the design information map, in the types of the extractor.
@@ -34,6 +36,8 @@ struct DesignSources
     QStringList includePaths;
     QStringList macros;
     QString standard; ///< Language of the Verilog files; never empty.
+    /// Edition of VHDL, for all VHDL files: "93" or "08".
+    QString vhdlStandard = QStringLiteral("08");
     int timeoutSeconds = 120;
 };
 
