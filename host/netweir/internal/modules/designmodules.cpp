@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designmodules.h"
 
-#include "depthfirstwalk.h"
-
+#include <netweir/internal/ground/depthfirstwalk.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "packagecheck.h"
 
-#include "depthfirstwalk.h"
 #include "designscopes.h"
 
+#include <netweir/internal/ground/depthfirstwalk.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/preprocessedtext.h>

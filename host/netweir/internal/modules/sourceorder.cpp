@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sourceorder.h"
 
-#include "depthfirstwalk.h"
 #include "designscopes.h"
 #include "typeuses.h"
 
+#include <netweir/internal/ground/depthfirstwalk.h>
 #include <netweir/internal/ground/textrange.h>
 
 #include <algorithm>
