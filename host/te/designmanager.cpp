@@ -156,8 +156,11 @@ QMap<QString, QVariant> DesignManager::getSourceFileInfo() const
     QVariantList files;
     for (const ProjectSource &source : qAsConst(d->project.sources)) {
         if (source.enabled && isDesignSource(source.type)) {
-            files.append(Values{{QLatin1String(DesignInfo::Path), source.path},
-                                {QLatin1String(DesignInfo::Type), source.type}});
+            Values file{{QLatin1String(DesignInfo::Path), source.path},
+                        {QLatin1String(DesignInfo::Type), source.type}};
+            if (source.type == VhdlFile)
+                file.insert(QLatin1String(DesignInfo::Library), source.library);
+            files.append(file);
         }
     }
     const QStringList includePaths =
@@ -171,6 +174,8 @@ QMap<QString, QVariant> DesignManager::getSourceFileInfo() const
         {QLatin1String(DesignInfo::LibraryFolders), d->project.libraryFolders},
         {QLatin1String(DesignInfo::LibraryExtensions), libraryExtensionsOf(d->project)},
         {QLatin1String(DesignInfo::Standard), getOptionValue(QLatin1String(OPT::Verilog_Standard))},
+        {QLatin1String(DesignInfo::VhdlStandard),
+         getOptionValue(QLatin1String(OPT::VHDL_Standard))},
         {QLatin1String(DesignInfo::Timeout),
          getOptionValue(QLatin1String(OPT::EXTRACTION_TIMEOUT))}};
 }
@@ -293,9 +298,23 @@ bool DesignManager::setFileType(const QString &path, int type)
     if (!source || source->type == type)
         return false;
     const int previous = std::exchange(source->type, type);
+    source->library = QLatin1String(DefaultVhdlLibrary);
     raise(E_FILE_CH_TYPE, {{QLatin1String(K_FILE), source->path},
                            {QLatin1String(K_TYPE), type},
                            {QLatin1String(K_PREVIOUS), previous}});
+    Q_EMIT projectChanged();
+    return true;
+}
+
+bool DesignManager::setFileLibrary(const QString &path, const QString &library)
+{
+    ProjectSource *source = d->find(d->absolute(path));
+    QString normal = library;
+    if (!source || source->type != VhdlFile || !normalizeVhdlLibrary(&normal, nullptr) ||
+        source->library == normal)
+        return false;
+    source->library = normal;
+    raise(E_FILE_MODIFIED, {{QLatin1String(K_FILE), source->path}});
     Q_EMIT projectChanged();
     return true;
 }
@@ -307,7 +326,10 @@ bool DesignManager::setOptionValue(const QString &name, const QVariant &value)
         getOptionValue(name) == normal)
         return false;
     d->project.options.insert(name, normal);
-    raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), name}});
+    if (name == QLatin1String(OPT::VHDL_Standard))
+        raiseReadingChange(OPT::VHDL_Standard);
+    else
+        raise(E_OPTION_CHANGE, {{QLatin1String(K_OPTION), name}});
     Q_EMIT projectChanged();
     return true;
 }

@@ -58,7 +58,12 @@ public:
     /// Removes the known files among @p paths, at the cost of removing one.
     bool removeFiles(const QStringList &paths);
     bool setFileEnabled(const QString &path, bool enabled);
+    /// A file that is no VHDL file any more belongs to no library.
     bool setFileType(const QString &path, int type);
+    /// Sets the library of a VHDL file, see normalizeVhdlLibrary(). Raises the event of a modified
+    /// file.
+    bool setFileLibrary(const QString &path, const QString &library);
+    /// Raises TE::E_OPTION_CHANGE; for TE::OPT::VHDL_Standard also with TE::OPT::INCLUDEPATH.
     bool setOptionValue(const QString &name, const QVariant &value);
     /// Raises the events of added and removed files. When only the order changes, raises the event
     /// of a modified file.

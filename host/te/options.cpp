@@ -16,6 +16,9 @@ QStringList choicesOf(const QString &name)
     if (name == QLatin1String(OPT::Verilog_Standard)) {
         for (const char *standard : OPT::VerilogStandards)
             choices.append(QLatin1String(standard));
+    } else if (name == QLatin1String(OPT::VHDL_Standard)) {
+        for (const char *standard : OPT::VhdlStandards)
+            choices.append(QLatin1String(standard));
     } else if (name == QLatin1String(OPT::SYNTHESIZE_TOOL)) {
         for (const char *tool : OPT::SynthesisTools)
             choices.append(QLatin1String(tool));
@@ -35,7 +38,8 @@ bool fail(QString *error, const QString &text)
 QStringList Options::names()
 {
     return {QLatin1String(OPT::EXTRACTION_TIMEOUT), QLatin1String(OPT::INCLUDEPATH),
-            QLatin1String(OPT::SYNTHESIZE_TOOL), QLatin1String(OPT::Verilog_Standard)};
+            QLatin1String(OPT::SYNTHESIZE_TOOL), QLatin1String(OPT::VHDL_Standard),
+            QLatin1String(OPT::Verilog_Standard)};
 }
 
 QVariant Options::defaultValue(const QString &name)
@@ -48,6 +52,8 @@ QVariant Options::defaultValue(const QString &name)
         return QString(QLatin1String(OPT::OstraSynthesis));
     if (name == QLatin1String(OPT::Verilog_Standard))
         return QString(QLatin1String(OPT::DefaultVerilogStandard));
+    if (name == QLatin1String(OPT::VHDL_Standard))
+        return QString(QLatin1String(OPT::DefaultVhdlStandard));
     if (name == QLatin1String(OPT::EXTRACTION_TIMEOUT))
         return OPT::DefaultTimeout;
     return {};
@@ -83,12 +89,29 @@ bool Options::normalizeString(const QString &name, QVariant *value, QString *err
 {
     if (value->type() != QVariant::String)
         return fail(error, tr("must be a string"));
+    if (name == QLatin1String(OPT::VHDL_Standard)) {
+        const QString standard = vhdlStandardOf(value->toString());
+        if (!standard.isEmpty())
+            *value = standard;
+    }
     const QStringList choices = choicesOf(name);
     if (!choices.isEmpty() && !choices.contains(value->toString())) {
         return fail(error, tr("must be one of %1, not \"%2\"")
                                .arg(choices.join(QLatin1String(", ")), value->toString()));
     }
     return true;
+}
+
+QString vhdlStandardOf(const QString &edition)
+{
+    static const QRegularExpression older(QStringLiteral("\\A(vhdl[- ]?|1076-)?(19)?(87|93)c?\\z"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression newer(
+        QStringLiteral("\\A(vhdl[- ]?|1076-)?(20)?(00|02|08|19)\\z"),
+        QRegularExpression::CaseInsensitiveOption);
+    if (older.match(edition).hasMatch())
+        return QLatin1String(OPT::Vhdl1993);
+    return newer.match(edition).hasMatch() ? QString(QLatin1String(OPT::Vhdl2008)) : QString();
 }
 
 bool isMacroDefinition(const QString &text)

@@ -34,6 +34,11 @@ private:
     static bool normalizeString(const QString &name, QVariant *value, QString *error);
 };
 
+/// The value of OPT::VHDL_Standard for an edition of VHDL as tools and users write it, such as
+/// "93", "08", "2008" or "VHDL-2008"; null when @p edition is none. Editions up to 1993 are read as
+/// 1993, later ones as 2008.
+QString vhdlStandardOf(const QString &edition);
+
 /// True for "NAME" and "NAME=VALUE".
 bool isMacroDefinition(const QString &text);
 

@@ -2,9 +2,34 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "project.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace TE {
+
+namespace {
+
+class VhdlLibrary
+{
+    Q_DECLARE_TR_FUNCTIONS(TE::VhdlLibrary)
+
+public:
+    /// What is wrong with @p name, which is in lower case; null when nothing is.
+    static QString problemOf(const QString &name)
+    {
+        static const QRegularExpression form(QStringLiteral("\\A[a-z](_?[a-z0-9])*\\z"));
+        if (!form.match(name).hasMatch())
+            return tr("must be a VHDL identifier: letters, digits and single underscores, with a "
+                      "letter first");
+        if (name == QLatin1String("ieee") || name == QLatin1String("std"))
+            return tr("is reserved for the packages of the standard; choose another name, and "
+                      "use it in the library clauses too");
+        return {};
+    }
+};
+
+} // namespace
 
 QStringList libraryExtensionsOf(const Project &project)
 {
@@ -44,6 +69,17 @@ QString fileTypeName(int type)
 int fileTypeFromName(const QString &name)
 {
     return fileTypeNames().indexOf(name);
+}
+
+bool normalizeVhdlLibrary(QString *name, QString *error)
+{
+    const QString lower = name->toLower();
+    const QString problem = VhdlLibrary::problemOf(lower);
+    if (problem.isEmpty())
+        *name = lower;
+    else if (error)
+        *error = problem;
+    return problem.isEmpty();
 }
 
 } // namespace TE

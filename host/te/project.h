@@ -15,12 +15,17 @@
 
 namespace TE {
 
+/// The library of VHDL files for which the user names none.
+constexpr char DefaultVhdlLibrary[] = "work";
+
 /// One file of a project.
 struct ProjectSource
 {
     QString path; ///< Absolute.
     int type = UnknownFile;
     bool enabled = true;
+    /// Of a VHDL file: the library that its units belong to, as normalizeVhdlLibrary() leaves it.
+    QString library = QLatin1String(DefaultVhdlLibrary);
 };
 
 /// A project as plain data. The working folder is the folder of the project file. Without a file it
@@ -55,6 +60,11 @@ TE_EXPORT QStringList fileTypeNames();
 /// The FileType with the name @p name, -1 when there is none.
 TE_EXPORT int fileTypeFromName(const QString &name);
 
+/// Converts the name of a VHDL library to lower case: names in VHDL are not case-sensitive. Returns
+/// false, sets @p error (may be null) and leaves @p name unchanged when files of a project cannot
+/// belong to a library of that name.
+TE_EXPORT bool normalizeVhdlLibrary(QString *name, QString *error);
+
 /// Reads a project file (JSON). On failure returns false, sets @p error to what is wrong and where,
 /// and leaves @p project unchanged.
 TE_EXPORT bool readProject(const QString &path, Project *project, QString *error);
@@ -67,14 +77,17 @@ TE_EXPORT bool writeProject(const Project &project, QString *error);
 /// Verilog tools: source files, `-f FILE`, `-F FILE`, `-I DIR`, `+incdir+DIR+...`,
 /// `-DNAME[=VALUE]`,
 /// `+define+NAME[=VALUE]+...`, `-v FILE`, `-y DIR`, `+libext+EXT+...`, `--top NAME`, `-sv`,
-/// `--language LANGUAGE`.
+/// `--language LANGUAGE`, and for VHDL `--work LIBRARY`, `--std EDITION`, `-93`, `-2008`.
 ///
 /// A `-f` or `-F` file is a list of further arguments, see TE::splitArguments(). Relative paths
 /// start in @p workingDir; in a list read with `-F` they start in the folder of the list. A list
 /// within a list follows its own option. A name with `*`, `?` or `[...]` stands for all matching
 /// files of its folder, in alphabetical order. A file without a known extension is read as Verilog;
 /// a repeated file counts once. `-sv` and `--language` set the standard of all Verilog files,
-/// regardless of their position; the last one counts.
+/// regardless of their position; the last one counts. The same holds for `--std` and VHDL files.
+///
+/// `--work` sets the library of the VHDL sources behind it, up to the next `--work` or the end of
+/// the list that contains it. A list begins with the library that holds where it is named.
 ///
 /// Lists are often written for tools with more arguments. An unknown argument in a list is ignored,
 /// with its place in @p warnings. The word behind it on the same line is ignored too, as its value,

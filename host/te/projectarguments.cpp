@@ -10,7 +10,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QSet>
+#include <QHash>
 
 #include <algorithm>
 
@@ -34,7 +34,9 @@ enum class ArgumentKind {
     LibraryExtension,
     Top,
     Language,
-    SystemVerilog
+    SystemVerilog,
+    VhdlLibrary,
+    VhdlStandard
 };
 
 struct ArgumentName
@@ -55,7 +57,12 @@ constexpr ArgumentName LongNames[] = {
     {"-top", ArgumentKind::Top},           {"-top-module", ArgumentKind::Top},
     {"-language", ArgumentKind::Language}, {"-default-language", ArgumentKind::Language},
     {"-file", ArgumentKind::List},         {"-incdir", ArgumentKind::IncludePath},
-    {"-define", ArgumentKind::Macro},      {"-libext", ArgumentKind::LibraryExtension}};
+    {"-define", ArgumentKind::Macro},      {"-libext", ArgumentKind::LibraryExtension},
+    {"-work", ArgumentKind::VhdlLibrary},  {"-std", ArgumentKind::VhdlStandard}};
+
+/// Their names are their values.
+constexpr ArgumentName EditionNames[] = {{"-93", ArgumentKind::VhdlStandard},
+                                         {"-2008", ArgumentKind::VhdlStandard}};
 
 constexpr ArgumentName PlusNames[] = {{"incdir", ArgumentKind::IncludePath},
                                       {"define", ArgumentKind::Macro},
@@ -94,8 +101,11 @@ Setting dashSetting(const QString &text)
     const int equals = name.indexOf(QLatin1Char('='));
     const ArgumentKind shortKind = find(ShortNames, name);
     const ArgumentKind longKind = find(LongNames, name.left(equals));
+    const ArgumentKind editionKind = find(EditionNames, name);
     if (shortKind != ArgumentKind::Unknown)
         return {shortKind, text, {}, shortKind != ArgumentKind::SystemVerilog};
+    if (editionKind != ArgumentKind::Unknown)
+        return {editionKind, text, {name.mid(1)}};
     if (longKind != ArgumentKind::Unknown && equals < 0)
         return {longKind, text, {}, true};
     if (longKind != ArgumentKind::Unknown)
@@ -184,11 +194,14 @@ private:
     bool skipUnknown(const QVector<Argument> &arguments, int *index);
     bool checkVariables(const Argument &argument);
     bool readList(const QString &path, bool startsInItsFolder);
-    bool addFiles(const QString &name, void (ArgumentReader::*add)(const QString &));
-    void addSource(const QString &path);
-    void addLibraryFile(const QString &path);
+    bool addFiles(const QString &name, bool (ArgumentReader::*add)(const QString &));
+    bool addSource(const QString &path);
+    bool addLibraryFile(const QString &path);
+    bool takeLibrary(QString *library);
+    void repeatSource(const ProjectSource &known, const ProjectSource &repeated);
     bool addMacro(const QString &macro);
     bool setLanguage(const QString &language);
+    bool setVhdlStandard(const QString &edition);
     bool checkFile(const QString &path);
     QString hintFor(const QString &path) const;
     QString folder() const;
@@ -197,8 +210,9 @@ private:
 
     Project m_project;
     QStringList m_includePaths;
-    QSet<QString> m_sources;
-    QVector<List> m_lists; ///< The outermost first.
+    QString m_library = QLatin1String(DefaultVhdlLibrary); ///< Of the next VHDL file, as written.
+    QHash<QString, int> m_sources;                         ///< Indexes in the project, by path.
+    QVector<List> m_lists;                                 ///< The outermost first.
     int m_listCount = 0;
     QStringList m_warnings;
     QString m_error;
@@ -310,6 +324,12 @@ bool ArgumentReader::apply(ArgumentKind kind, const QString &value)
         return addFiles(value, &ArgumentReader::addLibraryFile);
     case ArgumentKind::Language:
         return setLanguage(value);
+    case ArgumentKind::VhdlStandard:
+        return setVhdlStandard(value);
+    case ArgumentKind::VhdlLibrary:
+        // Checked when a VHDL file needs it: lists for Verilog only may name a folder here.
+        m_library = value;
+        return true;
     case ArgumentKind::IncludePath:
         m_includePaths.append(includePath(value));
         return true;
@@ -370,39 +390,67 @@ bool ArgumentReader::readList(const QString &path, bool startsInItsFolder)
     }
     m_lists.append(
         {absolutePath, startsInItsFolder ? QFileInfo(absolutePath).path() : m_project.workingDir});
+    const QString library = m_library;
     const bool good = read(arguments);
+    m_library = library;
     m_lists.removeLast();
     return good;
 }
 
 /// Calls @p add for each file that @p name stands for.
-bool ArgumentReader::addFiles(const QString &name, void (ArgumentReader::*add)(const QString &))
+bool ArgumentReader::addFiles(const QString &name, bool (ArgumentReader::*add)(const QString &))
 {
     const QStringList paths = filesOf(absolute(name));
     if (paths.isEmpty())
         return fail(tr("no file matches %1").arg(QDir::toNativeSeparators(absolute(name))));
     for (const QString &path : paths) {
-        if (!checkFile(path))
+        if (!checkFile(path) || !(this->*add)(path))
             return false;
-        (this->*add)(path);
     }
     return true;
 }
 
-void ArgumentReader::addSource(const QString &path)
+bool ArgumentReader::addSource(const QString &path)
 {
-    if (m_sources.contains(path))
-        return;
-    int type = fileTypeOf(path);
-    if (type == UnknownFile)
-        type = VerilogFile;
-    m_sources.insert(path);
-    m_project.sources.append({path, type, true});
+    ProjectSource source;
+    source.path = path;
+    source.type = fileTypeOf(path);
+    if (source.type == UnknownFile)
+        source.type = VerilogFile;
+    if (source.type == VhdlFile && !takeLibrary(&source.library))
+        return false;
+    const auto known = m_sources.constFind(path);
+    if (known != m_sources.constEnd()) {
+        repeatSource(m_project.sources.at(*known), source);
+        return true;
+    }
+    m_sources.insert(path, m_project.sources.size());
+    m_project.sources.append(source);
+    return true;
 }
 
-void ArgumentReader::addLibraryFile(const QString &path)
+bool ArgumentReader::takeLibrary(QString *library)
+{
+    QString problem;
+    QString name = m_library;
+    if (!normalizeVhdlLibrary(&name, &problem))
+        return fail(tr("the library \"%1\" %2").arg(m_library, problem));
+    *library = name;
+    return true;
+}
+
+void ArgumentReader::repeatSource(const ProjectSource &known, const ProjectSource &repeated)
+{
+    if (known.library == repeated.library)
+        return;
+    m_warnings.append(placed(tr("%1 stays in the library %2, as a file belongs to one library only")
+                                 .arg(QDir::toNativeSeparators(known.path), known.library)));
+}
+
+bool ArgumentReader::addLibraryFile(const QString &path)
 {
     m_project.libraryFiles.append(path);
+    return true;
 }
 
 bool ArgumentReader::addMacro(const QString &macro)
@@ -420,6 +468,20 @@ bool ArgumentReader::setLanguage(const QString &language)
         return fail(tr("%1 is not an edition of Verilog or SystemVerilog such as %2")
                         .arg(language, QLatin1String(SystemVerilogStandard)));
     m_project.options.insert(QLatin1String(OPT::Verilog_Standard), standard);
+    return true;
+}
+
+/// Lists for other tools may contain the argument with the edition of another language.
+bool ArgumentReader::setVhdlStandard(const QString &edition)
+{
+    const QString standard = vhdlStandardOf(edition);
+    const QString problem = tr("%1 is not an edition of VHDL such as 93 or 2008");
+    if (standard.isEmpty() && m_lists.isEmpty())
+        return fail(problem.arg(edition));
+    if (standard.isEmpty())
+        m_warnings.append(placed(problem.arg(edition)));
+    else
+        m_project.options.insert(QLatin1String(OPT::VHDL_Standard), standard);
     return true;
 }
 

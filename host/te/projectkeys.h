@@ -22,6 +22,7 @@ constexpr char LibraryExtensions[] = "libraryExtensions";
 constexpr char File[] = "file";
 constexpr char Type[] = "type";
 constexpr char Enabled[] = "enabled";
+constexpr char Library[] = "library";
 
 // Keys of Device, which also has Name.
 constexpr char Family[] = "family";

@@ -82,6 +82,7 @@ private:
     bool readSource(const Field &field);
     bool readType(const Field &field, int *type);
     bool readFlag(const Field &field, bool *flag);
+    bool readLibrary(const Field &field, ProjectSource *source);
     bool readOptions(const Field &field);
     bool readOption(const QString &name, const Field &field);
     bool readMacros(const Field &field);
@@ -246,12 +247,14 @@ bool ProjectReader::readSource(const Field &field)
 {
     const Field file = memberOf(field, ProjectKey::File);
     ProjectSource source;
-    if (!checkObject(field, toStrings({ProjectKey::File, ProjectKey::Type, ProjectKey::Enabled})) ||
+    if (!checkObject(field, toStrings({ProjectKey::File, ProjectKey::Type, ProjectKey::Enabled,
+                                       ProjectKey::Library})) ||
         !readPath(file, &source.path))
         return false;
     source.type = fileTypeOf(source.path);
     if (!readType(memberOf(field, ProjectKey::Type), &source.type) ||
-        !readFlag(memberOf(field, ProjectKey::Enabled), &source.enabled))
+        !readFlag(memberOf(field, ProjectKey::Enabled), &source.enabled) ||
+        !readLibrary(memberOf(field, ProjectKey::Library), &source))
         return false;
     if (m_paths.contains(source.path))
         return fail(file.where, tr("%1 is listed twice").arg(source.path));
@@ -276,6 +279,19 @@ bool ProjectReader::readFlag(const Field &field, bool *flag)
         return fail(field.where, tr("must be true or false"));
     *flag = field.value.toBool(*flag);
     return true;
+}
+
+/// The type of @p source must be known.
+bool ProjectReader::readLibrary(const Field &field, ProjectSource *source)
+{
+    if (field.value.isUndefined())
+        return true;
+    if (source->type != VhdlFile)
+        return fail(field.where, tr("only VHDL files have a library; the type of this file is %1")
+                                     .arg(fileTypeName(source->type)));
+    QString problem;
+    return readString(field, &source->library) &&
+           (normalizeVhdlLibrary(&source->library, &problem) || fail(field.where, problem));
 }
 
 bool ProjectReader::readOptions(const Field &field)

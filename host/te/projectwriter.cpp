@@ -89,9 +89,12 @@ QJsonArray ProjectWriter::sources() const
 {
     QJsonArray sources;
     for (const ProjectSource &source : m_project.sources) {
-        sources.append(QJsonObject{{QLatin1String(ProjectKey::File), storedPath(source.path)},
-                                   {QLatin1String(ProjectKey::Type), fileTypeName(source.type)},
-                                   {QLatin1String(ProjectKey::Enabled), source.enabled}});
+        QJsonObject entry{{QLatin1String(ProjectKey::File), storedPath(source.path)},
+                          {QLatin1String(ProjectKey::Type), fileTypeName(source.type)},
+                          {QLatin1String(ProjectKey::Enabled), source.enabled}};
+        if (source.type == VhdlFile && source.library != QLatin1String(DefaultVhdlLibrary))
+            entry.insert(QLatin1String(ProjectKey::Library), source.library);
+        sources.append(entry);
     }
     return sources;
 }

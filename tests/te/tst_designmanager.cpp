@@ -41,6 +41,7 @@ private Q_SLOTS:
     void init();
     void withoutProjectAnswersWithEmptyValues();
     void sourceInfoHoldsEnabledDesignSourcesInOrder();
+    void vhdlFilesHaveALibrary();
     void sourceInfoHoldsOptions();
     void optionsHaveDefaults_data();
     void optionsHaveDefaults();
@@ -89,10 +90,35 @@ void TestDesignManager::sourceInfoHoldsEnabledDesignSourcesInOrder()
     QStringList files;
     for (const QVariant &entry : design()->getSourceFileInfo().value("Files").toList()) {
         const QVariantMap file = entry.toMap();
-        QCOMPARE(file.size(), 2);
+        QCOMPARE(file.size(), file.contains("Library") ? 3 : 2);
         files.append(file.value("Path").toString() + ' ' + file.value("Type").toString());
+        if (file.contains("Library"))
+            files.last() += ' ' + file.value("Library").toString();
     }
-    QCOMPARE(files, QStringList({"/w/a.v 2", "/w/b.sv 3", "/w/c.vhd 4"}));
+    QCOMPARE(files, QStringList({"/w/a.v 2", "/w/b.sv 3", "/w/c.vhd 4 work"}));
+}
+
+void TestDesignManager::vhdlFilesHaveALibrary()
+{
+    const auto library = [this] {
+        return design()->getSourceFileInfo().value("Files").toList().at(2).toMap().value("Library");
+    };
+    TarnTest::EventLog log;
+    QSignalSpy changed(design(), &DesignManager::projectChanged);
+    QVERIFY(design()->setFileLibrary("c.vhd", "DSP_Cells"));
+    QCOMPARE(library(), QVariant("dsp_cells"));
+    QCOMPARE(log.take(), QStringList("TE.File.Modified file=/w/c.vhd"));
+    QCOMPARE(changed.size(), 1);
+    for (const char *refused : {"dsp_cells", "DSP_CELLS", "", "a b", "ieee"})
+        QVERIFY2(!design()->setFileLibrary("c.vhd", refused), refused);
+    QVERIFY(!design()->setFileLibrary("a.v", "cells"));
+    QVERIFY(!design()->setFileLibrary("none.vhd", "cells"));
+    QCOMPARE(log.take(), QStringList());
+    QCOMPARE(changed.size(), 1);
+
+    QVERIFY(design()->setFileType("c.vhd", UnknownFile));
+    QVERIFY(design()->setFileType("c.vhd", VhdlFile));
+    QCOMPARE(library(), QVariant("work"));
 }
 
 void TestDesignManager::sourceInfoHoldsOptions()
@@ -100,6 +126,7 @@ void TestDesignManager::sourceInfoHoldsOptions()
     design()->setOptionValue(OPT::TOPMODULE, "main");
     design()->setOptionValue(OPT::INCLUDEPATH, QStringList({"inc/../h", "/abs", "."}));
     design()->setOptionValue(OPT::Verilog_Standard, "1800-2017");
+    design()->setOptionValue(OPT::VHDL_Standard, "93");
     design()->setOptionValue(OPT::EXTRACTION_TIMEOUT, 5);
     design()->setMacros({"A", "B=1"});
     design()->setLibraryFiles({"lib.v"});
@@ -118,6 +145,7 @@ void TestDesignManager::sourceInfoHoldsOptions()
                                               {"LibraryFolders", QStringList("/cells")},
                                               {"LibraryExtensions", QStringList(".vlib")},
                                               {"Standard", "1800-2017"},
+                                              {"VhdlStandard", "1076-1993"},
                                               {"Timeout", 5}};
     QCOMPARE(info, expected);
 }
@@ -130,6 +158,7 @@ void TestDesignManager::optionsHaveDefaults_data()
     QTest::newRow("include") << "IncludePath" << QVariant(QStringList());
     QTest::newRow("tool") << "Synthesize_tool" << QVariant("OstraSynthesis");
     QTest::newRow("standard") << "Verilog_Standard" << QVariant("1364-2005");
+    QTest::newRow("VHDL standard") << "VHDL_Standard" << QVariant("1076-2008");
     QTest::newRow("timeout") << "Extraction_Timeout" << QVariant(120);
     QTest::newRow("unknown") << "Colour" << QVariant();
 }
@@ -201,10 +230,15 @@ void TestDesignManager::changesRaiseEvents()
     QCOMPARE(log.take(), QStringList({"TE.Option.Change option=Macros",
                                       "TE.Option.Change option=IncludePath"}));
     QCOMPARE(design()->getOptionValue(OPT::MACROS).toStringList(), QStringList("A=1"));
+    // Views need not know the option.
+    QVERIFY(design()->setOptionValue(OPT::VHDL_Standard, "vhdl-93"));
+    QCOMPARE(design()->getOptionValue(OPT::VHDL_Standard), QVariant("1076-1993"));
+    QCOMPARE(log.take(), QStringList({"TE.Option.Change option=VHDL_Standard",
+                                      "TE.Option.Change option=IncludePath"}));
     QVERIFY(design()->setDevice({"KX", "P", "-1", "KX70"}));
     QCOMPARE(log.take(), QStringList("TE.Device.Change"));
     QCOMPARE(design()->project().device.deviceName, QStringLiteral("KX70"));
-    QCOMPARE(changed.size(), 13);
+    QCOMPARE(changed.size(), 14);
 }
 
 void TestDesignManager::changesOfNothingRaiseNothing()
@@ -220,6 +254,7 @@ void TestDesignManager::changesOfNothingRaiseNothing()
     QVERIFY(!design()->setFileType("none.v", VerilogFile));
     QVERIFY(!design()->setOptionValue(OPT::TOPMODULE, QString()));
     QVERIFY(!design()->setOptionValue(OPT::Verilog_Standard, "1364-2005"));
+    QVERIFY(!design()->setOptionValue(OPT::VHDL_Standard, "2008"));
     QVERIFY(!design()->setMacros({}));
     QVERIFY(!design()->setLibraryFiles({}));
     QVERIFY(!design()->setDevice({}));
@@ -232,6 +267,7 @@ void TestDesignManager::optionsRefuseWrongValues()
     TarnTest::EventLog log;
     QVERIFY(!design()->setOptionValue("Colour", "red"));
     QVERIFY(!design()->setOptionValue(OPT::Verilog_Standard, "1999"));
+    QVERIFY(!design()->setOptionValue(OPT::VHDL_Standard, "1999"));
     QVERIFY(!design()->setOptionValue(OPT::EXTRACTION_TIMEOUT, 0));
     QVERIFY(!design()->setOptionValue(OPT::INCLUDEPATH, 3));
     QVERIFY(!design()->setMacros({"A", "no name"}));

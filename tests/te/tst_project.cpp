@@ -32,6 +32,8 @@ QString text(const Project &project)
         lines.append(QStringLiteral("%1 %2 %3")
                          .arg(source.path, QString::number(source.type),
                               source.enabled ? QStringLiteral("on") : QStringLiteral("off")));
+        if (source.library != QLatin1String(DefaultVhdlLibrary))
+            lines.last() += QStringLiteral(" in ") + source.library;
     }
     for (auto it = project.options.begin(); it != project.options.end(); ++it) {
         lines.append(QStringLiteral("%1=%2 %3")
@@ -96,6 +98,39 @@ const QByteArray FullProject = R"({
 }
 )";
 
+const QByteArray VhdlProject = R"({
+    "device": {
+        "family": "",
+        "name": "",
+        "package": "",
+        "speedGrade": ""
+    },
+    "libraryFiles": [
+    ],
+    "macros": [
+    ],
+    "name": "blinky",
+    "options": {
+        "VHDL_Standard": "1076-1993"
+    },
+    "sources": [
+        {
+            "enabled": true,
+            "file": "rtl/top.vhd",
+            "type": "VHDL"
+        },
+        {
+            "enabled": true,
+            "file": "cells/fifo.vhd",
+            "library": "dsp_cells",
+            "type": "VHDL"
+        }
+    ],
+    "top": "",
+    "version": 1
+}
+)";
+
 /// Calls @p action as a user to whom file permissions apply.
 template <typename Action>
 void asOrdinaryUser(Action action)
@@ -119,7 +154,13 @@ private Q_SLOTS:
     void typeNamesAreUnique();
     void readsEveryField();
     void missingKeysGiveDefaults();
+    void readsLibrariesOfVhdlFiles_data();
+    void readsLibrariesOfVhdlFiles();
+    void readsEditionsOfVhdl_data();
+    void readsEditionsOfVhdl();
+    void writesWhatItRead_data();
     void writesWhatItRead();
+    void writesLibrariesOfVhdlFilesOnly();
     void writesPathsBelowItsFolderRelative();
     void refusesWithReasonAndPlace_data();
     void refusesWithReasonAndPlace();
@@ -214,15 +255,87 @@ void TestProject::missingKeysGiveDefaults()
                  .join('\n'));
 }
 
+void TestProject::readsLibrariesOfVhdlFiles_data()
+{
+    QTest::addColumn<QByteArray>("keys");
+    QTest::addColumn<QString>("library");
+    const auto row = [](const QByteArray &keys, const char *library) {
+        QTest::newRow(keys.constData()) << keys << QString::fromLatin1(library);
+    };
+    row(R"("file": "a.vhd")", "work");
+    row(R"("file": "a.vhdl", "library": "work")", "work");
+    row(R"("file": "a.vhd", "library": "WORK")", "work");
+    row(R"("file": "a.vhd", "library": "DSP_Cells_2")", "dsp_cells_2");
+    row(R"("file": "a.txt", "type": "VHDL", "library": "l")", "l");
+    row(R"("file": "a.vhd", "enabled": false, "library": "ieee_extra")", "ieee_extra");
+}
+
+void TestProject::readsLibrariesOfVhdlFiles()
+{
+    QFETCH(QByteArray, keys);
+    writeFile(path("library.json"), "{\"version\": 1, \"sources\": [{" + keys + "}]}");
+    Project project;
+    QString error;
+    QVERIFY2(readProject(path("library.json"), &project, &error), qPrintable(error));
+    QTEST(project.sources.value(0).library, "library");
+}
+
+void TestProject::readsEditionsOfVhdl_data()
+{
+    QTest::addColumn<QString>("edition");
+    QTest::addColumn<QString>("standard");
+    for (const char *edition :
+         {"1076-1993", "93", "1993", "93c", "87", "1987", "VHDL-93", "vhdl93", "VHDL 1987"})
+        QTest::newRow(edition) << QString::fromLatin1(edition) << "1076-1993";
+    for (const char *edition : {"1076-2008", "08", "2008", "VHDL-2008", "vhdl08", "VHDL 2008", "02",
+                                "2002", "1076-2002", "2000", "19", "2019"})
+        QTest::newRow(edition) << QString::fromLatin1(edition) << "1076-2008";
+}
+
+void TestProject::readsEditionsOfVhdl()
+{
+    QFETCH(QString, edition);
+    writeFile(path("edition.json"),
+              "{\"version\": 1, \"options\": {\"VHDL_Standard\": \"" + edition.toUtf8() + "\"}}");
+    Project project;
+    QString error;
+    QVERIFY2(readProject(path("edition.json"), &project, &error), qPrintable(error));
+    QTEST(project.options.value(QLatin1String(OPT::VHDL_Standard)).toString(), "standard");
+}
+
+void TestProject::writesWhatItRead_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("every field but those of VHDL") << FullProject;
+    QTest::newRow("VHDL") << VhdlProject;
+}
+
 void TestProject::writesWhatItRead()
 {
-    writeFile(path("same/p.json"), FullProject);
+    QFETCH(QByteArray, content);
+    writeFile(path("same/p.json"), content);
     Project project;
     QString error;
     QVERIFY(readProject(path("same/p.json"), &project, &error));
     QVERIFY2(writeProject(project, &error), qPrintable(error));
-    QCOMPARE(readFile(path("same/p.json")), FullProject);
+    QCOMPARE(readFile(path("same/p.json")), content);
     QCOMPARE(QDir(path("same")).entryList(QDir::Files | QDir::Hidden), QStringList("p.json"));
+}
+
+void TestProject::writesLibrariesOfVhdlFilesOnly()
+{
+    Project project;
+    project.filePath = path("types.json");
+    project.name = QStringLiteral("p");
+    for (const int type : {VerilogFile, VhdlFile}) {
+        ProjectSource source{path(QString::number(type)), type};
+        source.library = QStringLiteral("cells");
+        project.sources.append(source);
+    }
+    QString error;
+    QVERIFY2(writeProject(project, &error), qPrintable(error));
+    QCOMPARE(readFile(project.filePath).count("\"library\": \"cells\""), 1);
+    QVERIFY2(readProject(project.filePath, &project, &error), qPrintable(error));
 }
 
 void TestProject::writesPathsBelowItsFolderRelative()
@@ -281,20 +394,51 @@ void TestProject::refusesWithReasonAndPlace_data()
         ": sources[0].file: must be a string");
     row("unknown source key",
         "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"enable\": true}]}",
-        ": sources[0].enable: unknown key; known keys: file, type, enabled");
+        ": sources[0].enable: unknown key; known keys: file, type, enabled, library");
     row("unknown type", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"type\": \"C\"}]}",
         ": sources[0].type: must be one of Other, Constraint, Verilog, SystemVerilog, VHDL, TARN");
     row("type no text", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"type\": 2}]}",
         ": sources[0].type: must be one of Other, Constraint, Verilog, SystemVerilog, VHDL, TARN");
     row("enabled no flag", "{\"version\": 1, \"sources\": [{\"file\": \"a.v\", \"enabled\": 1}]}",
         ": sources[0].enabled: must be true or false");
+    row("library no text", R"({"version": 1, "sources": [{"file": "a.vhd", "library": 1}]})",
+        ": sources[0].library: must be a string");
+    row("library of Verilog", R"({"version": 1, "sources": [{"file": "a.v", "library": "work"}]})",
+        ": sources[0].library: only VHDL files have a library; the type of this file is Verilog");
+    row("library of no design source",
+        R"({"version": 1, "sources": [{"file": "a.vhd", "type": "Other", "library": "l"}]})",
+        ": sources[0].library: only VHDL files have a library; the type of this file is Other");
+    for (const char *library :
+         {"", "1a", "_a", "a_", "a__b", "a b", "a.b", "a-b", "../a", "\\\\a\\\\", "bücher"}) {
+        row(qPrintable(QStringLiteral("library ") + library),
+            QByteArray(R"({"version": 1, "sources": [{"file": "a.vhd", "library": ")") + library +
+                "\"}]}",
+            ": sources[0].library: must be a VHDL identifier: letters, digits and single "
+            "underscores, with a letter first");
+    }
+    for (const char *library : {"ieee", "STD"}) {
+        row(library,
+            QByteArray(R"({"version": 1, "sources": [{"file": "a.vhd", "library": ")") + library +
+                "\"}]}",
+            ": sources[0].library: is reserved for the packages of the standard; choose another "
+            "name, and use it in the library clauses too");
+    }
+    for (const char *standard : {"1076", "1164", "vhdl", "1076-08-1", "c++11", "VHDL_2008"}) {
+        row(standard,
+            QByteArray(R"({"version": 1, "options": {"VHDL_Standard": ")") + standard + "\"}}",
+            qPrintable(QStringLiteral(": options.VHDL_Standard: must be one of 1076-1993, "
+                                      "1076-2008, not \"%1\"")
+                           .arg(QLatin1String(standard))));
+    }
+    row("VHDL standard no text", R"({"version": 1, "options": {"VHDL_Standard": 2008}})",
+        ": options.VHDL_Standard: must be a string");
     row("source twice",
         "{\"version\": 1, \"sources\": [{\"file\": \"/a.v\"}, {\"file\": \"/b/../a.v\"}]}",
         ": sources[1].file: /a.v is listed twice");
     row("options no object", "{\"version\": 1, \"options\": []}", ": options: must be an object");
     row("unknown option", "{\"version\": 1, \"options\": {\"TopModule\": \"t\"}}",
         ": options.TopModule: unknown key; known keys: Extraction_Timeout, IncludePath, "
-        "Synthesize_tool, Verilog_Standard");
+        "Synthesize_tool, VHDL_Standard, Verilog_Standard");
     row("unknown standard", "{\"version\": 1, \"options\": {\"Verilog_Standard\": \"2005\"}}",
         ": options.Verilog_Standard: must be one of 1364-1995, 1364-2001, 1364-2005, 1800-2017, "
         "not \"2005\"");

@@ -49,6 +49,8 @@ void TestProjectArguments::initTestCase()
     for (const char *name : {"a.v",
                              "b.sv",
                              "c.vhd",
+                             "f.vhdl",
+                             "sub/h.vhd",
                              "d.inc",
                              "lib.v",
                              "sub/e.v",
@@ -89,8 +91,11 @@ QString TestProjectArguments::collect(const QStringList &arguments)
         return error.replace(m_dir.path(), QLatin1String("~"));
     }
     QStringList parts;
-    for (const ProjectSource &source : qAsConst(project.sources))
+    for (const ProjectSource &source : qAsConst(project.sources)) {
         parts.append(QStringLiteral("%1:%2").arg(source.path, QString::number(source.type)));
+        if (source.library != QLatin1String(DefaultVhdlLibrary))
+            parts.last() += QLatin1Char('@') + source.library;
+    }
     for (const QString &path : project.options.value(OPT::INCLUDEPATH).toStringList())
         parts.append(QStringLiteral("I:") + path);
     for (const QString &macro : qAsConst(project.macros))
@@ -106,6 +111,9 @@ QString TestProjectArguments::collect(const QStringList &arguments)
     if (project.options.contains(OPT::Verilog_Standard))
         parts.append(QStringLiteral("std:") +
                      project.options.value(OPT::Verilog_Standard).toString());
+    if (project.options.contains(OPT::VHDL_Standard))
+        parts.append(QStringLiteral("vhdl:") +
+                     project.options.value(OPT::VHDL_Standard).toString());
     for (const QString &warning : qAsConst(warnings))
         parts.append(QStringLiteral("\nWARNING: ") + warning);
     return parts.join(QLatin1Char(' ')).replace(m_dir.path(), QLatin1String("~"));
@@ -154,6 +162,24 @@ void TestProjectArguments::collects_data()
     row({"wild/b[2-9].sv", "wild/[x].v"}, "~/wild/b2.sv:3 ~/wild/[x].v:2");
     row({"-v", "wild/b*.sv"}, "v:~/wild/b1.sv v:~/wild/b2.sv");
     row({"$HOME.v"}, "~/$HOME.v:2");
+
+    // VHDL.
+    row({"--work", "cells", "c.vhd", "a.v", "f.vhdl"}, "~/c.vhd:4@cells ~/a.v:2 ~/f.vhdl:4@cells");
+    row({"c.vhd", "-work", "Cells_1", "f.vhdl"}, "~/c.vhd:4 ~/f.vhdl:4@cells_1");
+    row({"--work=a", "c.vhd", "--work", "WORK", "f.vhdl"}, "~/c.vhd:4@a ~/f.vhdl:4");
+    row({"--work", "a", "*.vhd*"}, "~/c.vhd:4@a ~/f.vhdl:4@a");
+    row({"--work", "./no/name", "a.v"}, "~/a.v:2");
+    row({"--work", "l", "-v", "c.vhd"}, "v:~/c.vhd");
+    row({"c.vhd", "./c.vhd"}, "~/c.vhd:4");
+    row({"--work", "a", "c.vhd", "--work", "A", "c.vhd"}, "~/c.vhd:4@a");
+    row({"c.vhd", "--work", "b", "c.vhd", "f.vhdl"},
+        "~/c.vhd:4 ~/f.vhdl:4@b \nWARNING: ~/c.vhd stays in the library work, as a file belongs to "
+        "one library only");
+    row({"--std", "93", "c.vhd"}, "~/c.vhd:4 vhdl:1076-1993");
+    row({"c.vhd", "--std=08"}, "~/c.vhd:4 vhdl:1076-2008");
+    row({"-std=2008", "-93"}, "vhdl:1076-1993");
+    row({"-93", "-2008"}, "vhdl:1076-2008");
+    row({"--std=93", "-sv"}, "std:1800-2017 vhdl:1076-1993");
 }
 
 void TestProjectArguments::collects()
@@ -223,6 +249,16 @@ void TestProjectArguments::argumentFiles_data()
     row("-y\n$(TARN_UNSET)", "~/list.f:1: the environment variable TARN_UNSET is not set");
     row("-f $TARN_UNSET.f", "~/list.f:1: the environment variable TARN_UNSET is not set");
     row("-Da=$ -Db=$$ -Dc=${TARN_DIR -Dd=${}", "D:a=$ D:b=$$ D:c=${TARN_DIR D:d=${}");
+    row("--work a c.vhd # b\n--work b f.vhdl", "~/c.vhd:4@a ~/f.vhdl:4@b");
+    row("c.vhd\n-work ./no/name\na.v\nf.vhdl",
+        "~/list.f:4: the library \"./no/name\" must be a VHDL identifier: letters, digits and "
+        "single underscores, with a letter first");
+    row("--work ieee\nc.vhd",
+        "~/list.f:2: the library \"ieee\" is reserved for the packages of the standard; choose "
+        "another name, and use it in the library clauses too");
+    row("--std=93\na.v -std=c++11", "~/a.v:2 vhdl:1076-1993 \nWARNING: ~/list.f:2: c++11 is not an "
+                                    "edition of VHDL such as 93 or 2008");
+    row("--work $TARN_UNSET c.vhd", "~/list.f:1: the environment variable TARN_UNSET is not set");
 
     // Arguments of other tools.
     const auto unknown = [&row](const QByteArray &content, const char *files, const char *skipped) {
@@ -286,6 +322,10 @@ void TestProjectArguments::listsStartInTheirFolders_data()
     row("hint for a list", "\n-f sub/inner.f", "-f deep/third.f",
         "~/sub/inner.f:1: cannot read the argument file ~/deep/third.f: No such file or directory "
         "(paths in a list start in ~ with -f, in the folder of the list with -F)");
+    row("library of the outer list", "--work o -F sub/inner.f f.vhdl", "h.vhd",
+        "~/sub/h.vhd:4@o ~/f.vhdl:4@o");
+    row("library of the inner list", "c.vhd --work o -F sub/inner.f f.vhdl", "--work i h.vhd",
+        "~/c.vhd:4 ~/sub/h.vhd:4@i ~/f.vhdl:4@o");
     row("long name", "-file sub/inner.f", "a.v", "~/a.v:2");
     row("circle", "-F sub/inner.f", "-F ../outer.f",
         "~/sub/inner.f:1: the argument file ~/outer.f includes itself or is nested too deeply");
@@ -331,7 +371,8 @@ void TestProjectArguments::refuses_data()
     row({"-f", "sub"}, "cannot read the argument file ~/sub: it is a folder");
     row({"-f", "pipe"}, "cannot read the argument file ~/pipe: it is a pipe or a device");
     row({"-f", "/dev/zero"}, "cannot read the argument file /dev/zero: it is a pipe or a device");
-    for (const char *option : {"-f", "-F", "-I", "-D", "-v", "-y", "--top", "--language"}) {
+    for (const char *option :
+         {"-f", "-F", "-I", "-D", "-v", "-y", "--top", "--language", "--work", "--std"}) {
         const QString text = QString::fromLatin1(option);
         row({"a.v", text}, qPrintable(text + " needs a value"));
         row({text, ""}, qPrintable(text + " needs a value"));
@@ -344,6 +385,12 @@ void TestProjectArguments::refuses_data()
     row({"--top="}, "--top= needs a value");
     row({"--language", "1800"},
         "1800 is not an edition of Verilog or SystemVerilog such as 1800-2017");
+    row({"--std", "vhdl"}, "vhdl is not an edition of VHDL such as 93 or 2008");
+    row({"-94"}, "unknown argument -94");
+    row({"--work=", "c.vhd"}, "--work= needs a value");
+    row({"--work", "a b", "c.vhd"},
+        "the library \"a b\" must be a VHDL identifier: letters, digits "
+        "and single underscores, with a letter first");
     row({"wild/*.vhd"}, "no file matches ~/wild/*.vhd");
     row({"--lint"}, "unknown argument --lint");
     row({"-"}, "unknown argument -");
@@ -415,7 +462,8 @@ void TestProjectArguments::survivesRandomLists()
                                       "$TARN_DIR", "${",
                                       "-y",        "-sv",
                                       "-F",        "\\\n",
-                                      "*.v",       "+libext+"};
+                                      "*.v",       "+libext+",
+                                      "--work",    "c.vhd"};
     int accepted = 0;
     for (int round = 0; round < 1500; ++round) {
         QByteArray content;
