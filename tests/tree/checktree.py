@@ -49,6 +49,7 @@ ROOMS = {
     "store": ("ground",),
     "sources": ("ground",),
     "verilog": ("ground",),
+    "vhdl": ("ground",),
     "modules": ("ground", "sources", "verilog"),
     "vhdl": ("ground",),
     "tool": ("ground",),

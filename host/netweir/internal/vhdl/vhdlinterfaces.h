@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "vhdlfile.h"
+
+namespace NETWEIR::Internal {
+
+class VhdlReader;
+
+/// Reads "generic (...);" and "port (...);" and the maps of a block, as far as they are here.
+void readVhdlInterface(VhdlReader *reader, VhdlInterface *interface);
+
+/// Reads "(formal => actual, ...)"; nothing where no parenthesis is.
+QVector<VhdlAssociation> readVhdlAssociations(VhdlReader *reader);
+
+/// Reads the rest of an instantiation behind "label :", up to the semicolon. Returns false when it
+/// is another statement, with the reader anywhere within it.
+bool readVhdlInstance(VhdlReader *reader, VhdlInstance *instance);
+
+/// Reads "u1, u2" or "all" up to the colon.
+QByteArrayList takeVhdlLabels(VhdlReader *reader);
+
+/// Reads a binding from "for" up to the semicolon behind its entity and maps, or up to whatever
+/// follows the component when no entity is bound. The caller handles "end for;".
+VhdlBinding readVhdlBinding(VhdlReader *reader);
+
+} // namespace NETWEIR::Internal

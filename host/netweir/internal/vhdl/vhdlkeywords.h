@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string_view>
+
+namespace NETWEIR::Internal {
+
+/// The reserved words that the scan of VHDL text needs. Words that only some editions of the
+/// language reserve ("context", "protected", "parameter" and those of PSL) are identifiers here,
+/// because older designs use them as names.
+enum class VhdlKeyword {
+    None,
+    Access,
+    After,
+    Alias,
+    All,
+    Architecture,
+    Array,
+    Assert,
+    Attribute,
+    Begin,
+    Block,
+    Body,
+    Buffer,
+    Bus,
+    Case,
+    Component,
+    Configuration,
+    Constant,
+    Disconnect,
+    Downto,
+    Else,
+    Elsif,
+    End,
+    Entity,
+    Exit,
+    File,
+    For,
+    Function,
+    Generate,
+    Generic,
+    Group,
+    Guarded,
+    If,
+    Impure,
+    In,
+    Inertial,
+    Inout,
+    Is,
+    Label,
+    Library,
+    Linkage,
+    Literal,
+    Loop,
+    Map,
+    New,
+    Next,
+    Null,
+    Of,
+    On,
+    Open,
+    Operator, ///< and, or, not, mod, sll and their like.
+    Others,
+    Out,
+    Package,
+    Port,
+    Postponed,
+    Procedure,
+    Process,
+    Pure,
+    Range,
+    Record,
+    Register,
+    Reject,
+    Report,
+    Return,
+    Select,
+    Severity,
+    Shared,
+    Signal,
+    Subtype,
+    Then,
+    To,
+    Transport,
+    Type,
+    Unaffected,
+    Units,
+    Until,
+    Use,
+    Variable,
+    Wait,
+    When,
+    While,
+    With
+};
+
+/// The keyword that @p word is in any mix of cases, or None.
+VhdlKeyword vhdlKeywordOf(std::string_view word);
+
+} // namespace NETWEIR::Internal
