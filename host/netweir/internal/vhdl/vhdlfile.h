@@ -174,9 +174,9 @@ struct VhdlUnit
 
     Kind kind = Entity;
     QByteArray name;
-    QByteArrayList of; ///< The entity of an architecture or configuration; the generic package of
-                       ///< an instance of it.
-    VhdlContext context;       ///< Of a context declaration: its content.
+    QByteArrayList of;   ///< The entity of an architecture or configuration; the generic package of
+                         ///< an instance of it.
+    VhdlContext context; ///< Of a context declaration: its content.
     VhdlInterface interface;   ///< Of an entity; the generics of a package.
     QVector<VhdlScope> scopes; ///< The first one is the unit itself.
     QVector<VhdlDeclaration> declarations;
