@@ -91,6 +91,8 @@ QString CommandLine::help()
         "  -sv                              read Verilog files as SystemVerilog\n"
         "  --language EDITION               read Verilog files as 1364-1995, 1364-2001,\n"
         "                                   1364-2005 or 1800-2017\n"
+        "  --work LIBRARY                   library of the VHDL files that follow (default: work)\n"
+        "  --std EDITION                    read VHDL files as 93 or 08 (default: 08)\n"
         "In files, $NAME, ${NAME} and $(NAME) stand for environment variables, and unknown\n"
         "arguments are ignored with a warning.\n"
         "\n"

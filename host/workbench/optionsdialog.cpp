@@ -45,6 +45,7 @@ OptionsDialog::OptionsDialog(TE::DesignManager *design, QWidget *parent)
     , m_design(design)
     , m_includePaths(createListEdit(QStringLiteral("includePaths"), this))
     , m_standard(new QComboBox(this))
+    , m_vhdlStandard(new QComboBox(this))
     , m_tool(new QComboBox(this))
     , m_timeout(new QSpinBox(this))
     , m_macros(createListEdit(QStringLiteral("macros"), this))
@@ -57,6 +58,9 @@ OptionsDialog::OptionsDialog(TE::DesignManager *design, QWidget *parent)
     m_standard->setObjectName(QStringLiteral("standard"));
     for (const char *standard : TE::OPT::VerilogStandards)
         m_standard->addItem(QLatin1String(standard));
+    m_vhdlStandard->setObjectName(QStringLiteral("vhdlStandard"));
+    for (const char *standard : TE::OPT::VhdlStandards)
+        m_vhdlStandard->addItem(QLatin1String(standard));
     m_tool->setObjectName(QStringLiteral("tool"));
     for (const char *tool : TE::OPT::SynthesisTools)
         m_tool->addItem(QLatin1String(tool));
@@ -80,6 +84,7 @@ void OptionsDialog::createForm()
 
     auto *form = new QFormLayout(this);
     form->addRow(tr("Verilog standard:"), m_standard);
+    form->addRow(tr("VHDL standard:"), m_vhdlStandard);
     form->addRow(tr("Synthesis tool:"), m_tool);
     form->addRow(tr("Time to read the netlist:"), m_timeout);
     form->addRow(tr("Device:"), m_device);
@@ -99,6 +104,7 @@ void OptionsDialog::load()
     };
     const auto lines = [](const QStringList &list) { return list.join(QLatin1Char('\n')); };
     m_standard->setCurrentText(value(TE::OPT::Verilog_Standard).toString());
+    m_vhdlStandard->setCurrentText(value(TE::OPT::VHDL_Standard).toString());
     m_tool->setCurrentText(value(TE::OPT::SYNTHESIZE_TOOL).toString());
     m_timeout->setValue(value(TE::OPT::EXTRACTION_TIMEOUT).toInt());
     m_includePaths->setPlainText(lines(value(TE::OPT::INCLUDEPATH).toStringList()));
@@ -117,6 +123,7 @@ void OptionsDialog::accept()
         return;
     }
     m_design->setOptionValue(QLatin1String(TE::OPT::Verilog_Standard), m_standard->currentText());
+    m_design->setOptionValue(QLatin1String(TE::OPT::VHDL_Standard), m_vhdlStandard->currentText());
     m_design->setOptionValue(QLatin1String(TE::OPT::SYNTHESIZE_TOOL), m_tool->currentText());
     m_design->setOptionValue(QLatin1String(TE::OPT::EXTRACTION_TIMEOUT), m_timeout->value());
     m_design->setOptionValue(QLatin1String(TE::OPT::INCLUDEPATH), linesOf(m_includePaths));

@@ -36,6 +36,7 @@ private:
     TE::DesignManager *m_design;
     QPlainTextEdit *m_includePaths;
     QComboBox *m_standard;
+    QComboBox *m_vhdlStandard;
     QComboBox *m_tool;
     QSpinBox *m_timeout;
     QPlainTextEdit *m_macros;

@@ -16,6 +16,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace Workbench {
 
 namespace {
@@ -27,6 +29,21 @@ QString shortPath(const QString &folder, const QString &path)
 {
     const QString relative = QDir(folder).relativeFilePath(path);
     return QDir::toNativeSeparators(relative.startsWith(QLatin1String("..")) ? path : relative);
+}
+
+/// The type of @p source, and its library unless that is the usual one: "VHDL (dsp)".
+QString typeText(const TE::ProjectSource &source)
+{
+    const QString type = TE::fileTypeName(source.type);
+    if (source.type != TE::VhdlFile || source.library == QLatin1String(TE::DefaultVhdlLibrary))
+        return type;
+    return QStringLiteral("%1 (%2)").arg(type, source.library);
+}
+
+bool hasVhdl(const TE::Project &project)
+{
+    return std::any_of(project.sources.begin(), project.sources.end(),
+                       [](const TE::ProjectSource &source) { return source.type == TE::VhdlFile; });
 }
 
 } // namespace
@@ -114,11 +131,13 @@ void ProjectDock::updateFiles(const TE::Project &project)
     const QSignalBlocker blocker(m_files);
     QList<QTreeWidgetItem *> items;
     for (const TE::ProjectSource &source : project.sources) {
-        auto *item = new QTreeWidgetItem(
-            {shortPath(project.workingDir, source.path), TE::fileTypeName(source.type)});
+        auto *item =
+            new QTreeWidgetItem({shortPath(project.workingDir, source.path), typeText(source)});
         item->setCheckState(0, source.enabled ? Qt::Checked : Qt::Unchecked);
         item->setData(0, PathRole, source.path);
         item->setToolTip(0, QDir::toNativeSeparators(source.path));
+        if (source.type == TE::VhdlFile)
+            item->setToolTip(1, tr("VHDL library: %1").arg(source.library));
         items.append(item);
     }
     m_files->clear();
@@ -142,6 +161,8 @@ void ProjectDock::updateOptions()
         tr("Synthesis tool: %1").arg(value(TE::OPT::SYNTHESIZE_TOOL).toString()),
         tr("Include paths: %1")
             .arg(includePaths.isEmpty() ? tr("none") : includePaths.join(QLatin1String(", ")))};
+    if (hasVhdl(m_design->project()))
+        lines.insert(1, tr("VHDL standard: %1").arg(value(TE::OPT::VHDL_Standard).toString()));
     const QString device = m_design->project().device.deviceName;
     if (!device.isEmpty())
         lines.append(tr("Device: %1").arg(device));

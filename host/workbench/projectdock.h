@@ -19,7 +19,8 @@ struct Project;
 
 namespace Workbench {
 
-/// Shows the project: its files with type and enabled flag, its top module and its options.
+/// Shows the project: its files with type, VHDL library and enabled flag, its top module and its
+/// options.
 ///
 /// Follows the design manager. Several changes in a row cost one update, whose time is linear in
 /// the number of files.

@@ -5,12 +5,17 @@
 #include "optionsdialog.h"
 #include "projectdock.h"
 
+#include <core/viewmanager.h>
 #include <te/designmanager.h>
 #include <te/teconstants.h>
 
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QMessageBox>
 #include <QPointer>
+#include <QSet>
+
+#include <algorithm>
 
 namespace Workbench {
 
@@ -39,6 +44,8 @@ void ProjectMenu::createFilesMenu()
     const QStringList names = TE::fileTypeNames();
     for (int type = 0; type < names.size(); ++type)
         types->addAction(names.at(type), this, [this, type] { setTypeOfSelection(type); });
+    m_setLibrary =
+        m_filesMenu->addAction(tr("Set &Library..."), this, &ProjectMenu::setLibraryOfSelection);
     m_filesMenu->addSeparator();
     m_filesMenu->addAction(tr("&Remove from Project"), this, &ProjectMenu::removeFiles);
 }
@@ -47,7 +54,11 @@ void ProjectMenu::updateActions()
 {
     for (QAction *action : qAsConst(m_projectActions))
         action->setEnabled(m_design->hasProject());
-    m_filesMenu->setEnabled(!m_dock->selectedFiles().isEmpty());
+    const QStringList paths = m_dock->selectedFiles();
+    m_filesMenu->setEnabled(!paths.isEmpty());
+    m_setLibrary->setEnabled(std::any_of(paths.begin(), paths.end(), [this](const QString &path) {
+        return m_design->getFileInfo(path).type == TE::VhdlFile;
+    }));
 }
 
 void ProjectMenu::addFiles()
@@ -79,6 +90,46 @@ void ProjectMenu::setTypeOfSelection(int type)
     const QStringList paths = m_dock->selectedFiles();
     for (const QString &path : paths)
         m_design->setFileType(path, type);
+}
+
+/// Other files among the selected ones have no library.
+void ProjectMenu::setLibraryOfSelection()
+{
+    const QStringList paths = m_dock->selectedFiles();
+    const QSet<QString> selected(paths.begin(), paths.end());
+    const QList<TE::ProjectSource> &sources = m_design->project().sources;
+    const auto first =
+        std::find_if(sources.begin(), sources.end(), [&selected](const TE::ProjectSource &source) {
+            return source.type == TE::VhdlFile && selected.contains(source.path);
+        });
+    if (first == sources.end())
+        return;
+    const QPointer<ProjectMenu> self(this);
+    const QString library = askLibrary(first->library);
+    if (!self || library.isEmpty())
+        return;
+    for (const QString &path : paths)
+        m_design->setFileLibrary(path, library);
+}
+
+/// The library that the user chooses among those of the project, or enters; null for none.
+QString ProjectMenu::askLibrary(const QString &current)
+{
+    QStringList libraries = {QLatin1String(TE::DefaultVhdlLibrary)};
+    for (const TE::ProjectSource &source : m_design->project().sources)
+        libraries.append(source.library);
+    libraries.removeDuplicates();
+    bool ok = false;
+    QString library = QInputDialog::getItem(parentWidget(), tr("VHDL Library"),
+                                            tr("Library of the selected VHDL files:"), libraries,
+                                            libraries.indexOf(current), true, &ok)
+                          .trimmed();
+    QString problem;
+    if (!ok || TE::normalizeVhdlLibrary(&library, &problem))
+        return ok ? library : QString();
+    QMessageBox::critical(Core::ViewManager::dialogParent(), tr("Error"),
+                          tr("The library \"%1\" %2.").arg(library, problem));
+    return {};
 }
 
 void ProjectMenu::setTop()

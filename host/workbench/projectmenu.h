@@ -32,12 +32,15 @@ private:
     void removeFiles();
     void setEnabledForSelection(bool enabled);
     void setTypeOfSelection(int type);
+    void setLibraryOfSelection();
+    QString askLibrary(const QString &current);
     void setTop();
     void showOptions();
 
     TE::DesignManager *m_design;
     ProjectDock *m_dock;
     QMenu *m_filesMenu;
+    QAction *m_setLibrary;
     QList<QAction *> m_projectActions;
 };
 

@@ -60,6 +60,8 @@ void TestCommandLine::divides_data()
         "plugins= session= project= design=+incdir+a.json|-Ia.tarn|-DA=b.json tarn=");
     row({"-F", "a.json", "-y", "b.json", "--language", "c.tarn", "-sv", "x.tarn"},
         "plugins= session= project= design=-F|a.json|-y|b.json|--language|c.tarn|-sv tarn=x.tarn");
+    row({"--work", "a.tarn", "b.vhd", "--std", "93", "-93", "c.vhdl"},
+        "plugins= session= project= design=--work|a.tarn|b.vhd|--std|93|-93|c.vhdl tarn=");
     row({"--lint", "-f"}, "plugins= session= project= design=--lint|-f tarn=");
 }
 
@@ -103,7 +105,8 @@ void TestCommandLine::helpNamesEveryOptionAndExitCode()
     for (const char *text :
          {"--help", "--version", "--plugins DIR", "--session DIR", "-f FILE", "-I DIR", "+incdir+",
           "-D NAME", "+define+", "-v FILE", "--top NAME", "-F FILE", "-y DIR", "+libext+", "-sv",
-          "--language EDITION", "0 success, 1 failure, 2 wrong usage"})
+          "--language EDITION", "--work LIBRARY", "--std EDITION",
+          "0 success, 1 failure, 2 wrong usage"})
         QVERIFY2(help.contains(QLatin1String(text)), text);
     for (const QString &line : help.split('\n'))
         QVERIFY2(line.size() <= 90, qPrintable(line));

@@ -127,6 +127,9 @@ private Q_SLOTS:
     void projectMenuRaisesEvents();
     void checkBoxAndTopLineRaiseEvents();
     void optionsRaiseEventsForWhatChanged();
+    void vhdlFilesShowTheirLibraries();
+    void libraryOfSelectedFilesIsSet();
+    void wrongLibraryIsRefused();
     void wrongMacroIsRefused();
     void addFilesAsksForFiles();
     void pluginsSeeTheOpenProject();
@@ -166,6 +169,7 @@ private:
     }
     TE::DesignManager *design() const { return TE::TaskEngine::instance()->designManager(); }
     void openSample();
+    void openVhdl();
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<Workbench::MessageLog> m_log;
@@ -200,6 +204,15 @@ void TestMainWindow::openSample()
 {
     m_window->show();
     QVERIFY(m_window->openProject(path("demo.json")));
+    QTRY_COMPARE(files()->topLevelItemCount(), 3);
+}
+
+void TestMainWindow::openVhdl()
+{
+    writeFile(path("vhdl.json"), R"({"version": 1, "sources": [{"file": "a.vhd"},
+        {"file": "b.vhdl", "library": "DSP", "enabled": false}, {"file": "c.v"}],
+        "options": {"VHDL_Standard": "1076-1993"}})");
+    QVERIFY(m_window->openProject(path("vhdl.json")));
     QTRY_COMPARE(files()->topLevelItemCount(), 3);
 }
 
@@ -363,6 +376,7 @@ void TestMainWindow::optionsRaiseEventsForWhatChanged()
 
     script().expectDialog("QDialog", "Project Options", [](QDialog *dialog) {
         dialog->findChild<QComboBox *>("standard")->setCurrentText("1800-2017");
+        dialog->findChild<QComboBox *>("vhdlStandard")->setCurrentText("1076-1993");
         dialog->findChild<QComboBox *>("tool")->setCurrentText("Synplify");
         dialog->findChild<QSpinBox *>("timeout")->setValue(7);
         dialog->findChild<QPlainTextEdit *>("includePaths")->setPlainText("inc\n\n more dirs \n");
@@ -373,14 +387,15 @@ void TestMainWindow::optionsRaiseEventsForWhatChanged()
         pressOk(dialog);
     });
     trigger("Options...");
-    QCOMPARE(events(),
-             QStringList({"TE.Option.Change option=Macros", "TE.Option.Change option=IncludePath",
-                          "TE.Option.Change option=Verilog_Standard",
-                          "TE.Option.Change option=Synthesize_tool",
-                          "TE.Option.Change option=Extraction_Timeout",
-                          "TE.Option.Change option=IncludePath", "TE.File.Add file=lib.v",
-                          "TE.Option.Change option=LibraryFolders",
-                          "TE.Option.Change option=IncludePath", "TE.Device.Change"}));
+    QCOMPARE(
+        events(),
+        QStringList(
+            {"TE.Option.Change option=Macros", "TE.Option.Change option=IncludePath",
+             "TE.Option.Change option=Verilog_Standard", "TE.Option.Change option=VHDL_Standard",
+             "TE.Option.Change option=IncludePath", "TE.Option.Change option=Synthesize_tool",
+             "TE.Option.Change option=Extraction_Timeout", "TE.Option.Change option=IncludePath",
+             "TE.File.Add file=lib.v", "TE.Option.Change option=LibraryFolders",
+             "TE.Option.Change option=IncludePath", "TE.Device.Change"}));
     const TE::Project &project = design()->project();
     QCOMPARE(design()->getOptionValue("IncludePath").toStringList(),
              QStringList({"inc", "more dirs"}));
@@ -389,6 +404,77 @@ void TestMainWindow::optionsRaiseEventsForWhatChanged()
     QCOMPARE(project.libraryFolders, QStringList({path("cells"), QStringLiteral("/more")}));
     QCOMPARE(project.device.deviceName, QStringLiteral("KX100"));
     QCOMPARE(project.device.family, QStringLiteral("KX"));
+}
+
+void TestMainWindow::vhdlFilesShowTheirLibraries()
+{
+    openVhdl();
+    QCOMPARE(TarnTest::modelText(files()->model()),
+             QStringLiteral("a.vhd | VHDL\nb.vhdl | VHDL (dsp)\nc.v | Verilog\n"));
+    QCOMPARE(files()->topLevelItem(0)->toolTip(1), QStringLiteral("VHDL library: work"));
+    QCOMPARE(files()->topLevelItem(1)->toolTip(1), QStringLiteral("VHDL library: dsp"));
+    QCOMPARE(files()->topLevelItem(2)->toolTip(1), QString());
+    const QString options = m_window->findChild<QLabel *>("options")->text();
+    QVERIFY2(options.startsWith("Verilog standard: 1364-2005\nVHDL standard: 1076-1993\n"),
+             qPrintable(options));
+}
+
+void TestMainWindow::libraryOfSelectedFilesIsSet()
+{
+    openVhdl();
+    QAction *action = actionIn(menu(1), "Set Library...");
+    select({"c.v"});
+    QVERIFY(!action->isEnabled());
+    select({"a.vhd", "c.v"});
+    script().expectDialog("QInputDialog", "VHDL Library", [](QDialog *dialog) {
+        auto *library = dialog->findChild<QComboBox *>();
+        QCOMPARE(library->currentText(), QStringLiteral("work"));
+        QCOMPARE(TarnTest::modelText(library->model()), QStringLiteral("work\ndsp\n"));
+        library->setEditText(" Video ");
+        dialog->accept();
+    });
+    trigger("Set Library...");
+    QCOMPARE(events(), QStringList("TE.File.Modified file=a.vhd"));
+    QTRY_COMPARE(files()->topLevelItem(0)->text(1), QStringLiteral("VHDL (video)"));
+    QTRY_VERIFY(readFile(path("vhdl.json")).contains("\"library\": \"video\""));
+
+    // A disabled file has a library too.
+    select({"a.vhd", "b.vhdl"});
+    script().expectDialog("QInputDialog", "VHDL Library", [](QDialog *dialog) {
+        QCOMPARE(dialog->findChild<QComboBox *>()->currentText(), QStringLiteral("video"));
+        dialog->findChild<QComboBox *>()->setCurrentText("work");
+        dialog->accept();
+    });
+    trigger("Set Library...");
+    QCOMPARE(events(),
+             QStringList({"TE.File.Modified file=a.vhd", "TE.File.Modified file=b.vhdl"}));
+    QTRY_COMPARE(TarnTest::modelText(files()->model()),
+                 QStringLiteral("a.vhd | VHDL\nb.vhdl | VHDL\nc.v | Verilog\n"));
+
+    script().expectDialog("QInputDialog", "VHDL Library", [](QDialog *dialog) {
+        dialog->findChild<QComboBox *>()->setEditText("other");
+        dialog->reject();
+    });
+    trigger("Set Library...");
+    QCOMPARE(events(), QStringList());
+}
+
+void TestMainWindow::wrongLibraryIsRefused()
+{
+    openVhdl();
+    select({"a.vhd"});
+    script().expectDialog("QInputDialog", "VHDL Library", [](QDialog *dialog) {
+        dialog->findChild<QComboBox *>()->setEditText("IEEE");
+        dialog->accept();
+    });
+    ModalScript::Box box;
+    box.icon = QMessageBox::Critical;
+    box.title = QStringLiteral("Error");
+    box.text = QStringLiteral("The library \"IEEE\" is reserved for the packages of the standard; "
+                              "choose another name, and use it in the library clauses too.");
+    script().expectBox(box);
+    trigger("Set Library...");
+    QCOMPARE(events(), QStringList());
 }
 
 void TestMainWindow::wrongMacroIsRefused()
@@ -411,15 +497,16 @@ void TestMainWindow::wrongMacroIsRefused()
 void TestMainWindow::addFilesAsksForFiles()
 {
     openSample();
-    writeFile(path("new.sv"), "\n");
+    writeFile(path("new.vhd"), "\n");
     script().expectDialog("QFileDialog", "Add Files", [this](QDialog *dialog) {
         dialog->findChild<QLineEdit *>("fileNameEdit")
-            ->setText(QStringLiteral("\"%1\" \"%2\"").arg(path("a.v"), path("new.sv")));
+            ->setText(QStringLiteral("\"%1\" \"%2\"").arg(path("a.v"), path("new.vhd")));
         QMetaObject::invokeMethod(dialog, "accept");
     });
     trigger("Add Files...");
-    QCOMPARE(events(), QStringList("TE.File.Add file=new.sv"));
+    QCOMPARE(events(), QStringList("TE.File.Add file=new.vhd"));
     QTRY_COMPARE(files()->topLevelItemCount(), 4);
+    QCOMPARE(files()->topLevelItem(3)->text(1), QStringLiteral("VHDL"));
 }
 
 void TestMainWindow::pluginsSeeTheOpenProject()
