@@ -2,71 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "elaboratorrun.h"
 
-#include <netweir/internal/ground/messages.h>
-#include <netweir/internal/tool/extractionprogress.h>
-
 #include <algorithm>
 
 namespace NETWEIR::Internal {
 
-ElaboratorRun::ElaboratorRun(const QString &program, const QStringList &arguments,
-                             const QString &folder, int timeoutSeconds)
-    : m_program(program)
-    , m_timeoutSeconds(timeoutSeconds)
-    , m_process(folder)
+void ElaboratorRun::readMessages(const QByteArray &errorOutput)
 {
-    m_process.run(program, arguments, timeoutSeconds);
-}
-
-void ElaboratorRun::wait(ExtractionProgress *progress, int limit)
-{
-    m_isOver = progress->wait(&m_process, limit);
-    if (!m_isOver || progress->isCancelled())
-        return;
-    const QByteArray output = m_process.errorOutput();
-    m_messages = parseToolOutput(output);
-    m_isOutOfMemory =
-        !succeeded() && result() != ToolProcess::TimedOut && output.contains("bad_alloc");
-}
-
-bool ElaboratorRun::hitLimit() const
-{
-    return m_isOutOfMemory || result() == ToolProcess::TimedOut ||
-           result() == ToolProcess::FileTooLarge || result() == ToolProcess::NotStarted;
-}
-
-QString ElaboratorRun::failure(const QString &phase) const
-{
-    if (m_isOutOfMemory)
-        return errorMessage(Text::tr("%1 needs more than %2 MB of memory and was stopped.")
-                                .arg(phase)
-                                .arg(ToolProcess::memoryLimit() / (1024 * 1024)));
-    switch (result()) {
-    case ToolProcess::TimedOut:
-        return errorMessage(Text::tr("%1 took longer than %2 seconds and was stopped. Raise the "
-                                     "timeout in the project's options.")
-                                .arg(phase)
-                                .arg(m_timeoutSeconds));
-    case ToolProcess::FileTooLarge:
-        return errorMessage(
-            Text::tr("%1 needs a file larger than the limit (%2 kB) and was stopped.")
-                .arg(phase)
-                .arg(ToolProcess::fileSizeLimit() / 1024));
-    case ToolProcess::NotStarted:
-        return errorMessage(Text::tr("%1 failed: %2 cannot be started (%3).")
-                                .arg(phase, m_program, m_process.errorString()));
-    case ToolProcess::Crashed:
-        return errorMessage(Text::tr("%1 failed: the elaborator crashed. Reading fewer files may "
-                                     "show which one it cannot read.")
-                                .arg(phase));
-    case ToolProcess::Failed:
-        return errorMessage(Text::tr("%1 failed: the elaborator gave no reason (exit code %2).")
-                                .arg(phase)
-                                .arg(m_process.exitCode()));
-    case ToolProcess::Succeeded:
-        break;
-    }
-    return errorMessage(Text::tr("%1 failed: its result is not complete.").arg(phase));
+    m_messages = parseToolOutput(errorOutput);
 }
 
 int ElaboratorRun::errorCount() const

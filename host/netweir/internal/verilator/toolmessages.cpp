@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "toolmessages.h"
 
+#include <netweir/internal/tool/messagelist.h>
+
 #include <QHash>
 #include <QSet>
 
@@ -11,7 +13,6 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-constexpr int MostMessages = 1000;
 const char InternalError[] = "Internal Error: ";
 const char UndefinedMacro[] = "Define or directive not defined: ";
 const char UnknownInclude[] = "Cannot find include file: ";
@@ -210,29 +211,14 @@ QVector<ToolMessage> parseToolOutput(const QByteArray &errorOutput)
 
 QStringList toUserMessages(const QVector<ToolMessage> &messages, const PlaceMap &placeOf)
 {
-    QStringList result;
-    QSet<QString> seen;
+    MessageList list;
     CauseList causes;
-    int more = 0;
-    int followUps = 0;
     for (const ToolMessage &message : messages) {
         const QString line = userLine(message, placeOf(message));
-        if (seen.contains(line))
-            continue;
-        seen.insert(line);
-        if (message.error && causes.follows(message))
-            ++followUps;
-        else if (result.size() == MostMessages)
-            ++more;
-        else
-            result.append(line);
+        if (!list.contains(line))
+            list.add(line, message.error && causes.follows(message));
     }
-    if (followUps > 0)
-        result.append(
-            Text::tr("%n more error(s) that follow from those above", nullptr, followUps));
-    if (more > 0)
-        result.append(Text::tr("%n more message(s)", nullptr, more));
-    return result;
+    return list.lines();
 }
 
 } // namespace NETWEIR::Internal
