@@ -114,7 +114,7 @@ void TestSourceWatching::watch(const QStringList &names)
     Project project;
     project.workingDir = m_dir->path();
     for (const QString &name : names)
-        project.sources.append({path(name), VerilogFile, true});
+        project.sources.append({path(name), fileTypeOf(name), true});
     m_design->setProject(project);
 }
 
@@ -148,13 +148,13 @@ QStringList TestSourceWatching::allReports()
 void TestSourceWatching::writeInPlaceIsReportedOnceForABurst()
 {
     writeFile(path("a.v"), "1");
-    writeFile(path("b.v"), "1");
-    watch({"b.v", "a.v"});
+    writeFile(path("b.vhd"), "1");
+    watch({"b.vhd", "a.v"});
     for (int i = 0; i < 20; ++i) {
-        writeFile(path("b.v"), QByteArray::number(i));
+        writeFile(path("b.vhd"), QByteArray::number(i));
         writeFile(path("a.v"), QByteArray::number(i));
     }
-    QCOMPARE(allReports(), QStringList({report("a.v"), report("b.v")}));
+    QCOMPARE(allReports(), QStringList({report("a.v"), report("b.vhd")}));
     writeFile(path("a.v"), "again");
     QCOMPARE(allReports(), QStringList(report("a.v")));
 }

@@ -49,7 +49,6 @@ ROOMS = {
     "store": ("ground",),
     "sources": ("ground",),
     "verilog": ("ground",),
-    "vhdl": ("ground",),
     "modules": ("ground", "sources", "verilog"),
     "vhdl": ("ground",),
     "tool": ("ground",),
