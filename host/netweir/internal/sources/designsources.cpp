@@ -90,6 +90,13 @@ QString typeAdvice()
         "Change its type to SystemVerilog in the project, or add -sv to the file list.");
 }
 
+QString libraryAdvice(const QString &library)
+{
+    return Text::tr("Add the files of the library to the project and set their library to %1, or "
+                    "put them behind --work %1 in the file list.")
+        .arg(library);
+}
+
 bool DesignSources::defines(const QString &macro) const
 {
     return std::any_of(macros.begin(), macros.end(), [&macro](const QString &definition) {

@@ -47,6 +47,9 @@ bool isSystemVerilog(const DesignSources &sources, int index);
 /// Advice on how to read a file as SystemVerilog.
 QString typeAdvice();
 
+/// Advice on how to add the files of the VHDL library @p library, which is missing.
+QString libraryAdvice(const QString &library);
+
 /// Reads the map, whose keys are in te/designinfo.h. Ignores files that are not design sources.
 DesignSources readDesignSources(const QMap<QString, QVariant> &info);
 
