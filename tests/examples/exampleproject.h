@@ -13,7 +13,8 @@ namespace TarnTest {
 /// that name.
 inline QStringList exampleNames()
 {
-    return {QStringLiteral("packetfilter"), QStringLiteral("sensorhub")};
+    return {QStringLiteral("motordrive"), QStringLiteral("packetfilter"),
+            QStringLiteral("sensorhub")};
 }
 
 /// Path of @p file within the folder of the example @p name.
@@ -33,7 +34,7 @@ inline TE::Project exampleProject(const QString &name)
     return project;
 }
 
-/// The enabled sources of @p project that belong to the design, in project order.
+/// The enabled Verilog and SystemVerilog sources of @p project, in project order.
 inline QStringList designFiles(const TE::Project &project)
 {
     QStringList files;

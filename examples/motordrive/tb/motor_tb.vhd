@@ -45,10 +45,10 @@ architecture test of motor_tb is
     constant REG_ERRORS   : natural := 7;
 
     -- Values of the registers for control and state.
-    constant STOP        : natural := 0;
-    constant FORWARDS    : natural := 1;
-    constant BACKWARDS   : natural := 3;
-    constant CLEAR_FAULT : natural := 4;
+    constant FORWARDS       : natural := 1;
+    constant STOP_BACKWARDS : natural := 2;
+    constant BACKWARDS      : natural := 3;
+    constant CLEAR_FAULT    : natural := 4;
 
     constant STATE_IDLE     : natural := 0;
     constant STATE_STARTING : natural := 1;
@@ -357,7 +357,7 @@ begin
 
         procedure test_ramp is
         begin
-            write_register(REG_CONTROL, STOP);
+            write_register(REG_CONTROL, STOP_BACKWARDS);
             wait_ticks(5);
             expect_register(REG_STATE, STATE_STOPPING, "state on the ramp down");
             wait_ticks(12);
