@@ -9,8 +9,8 @@ namespace NETWEIR::Internal {
 void blank(QByteArray *text, const TextRange &range)
 {
     std::replace_if(
-        text->begin() + range.begin, text->begin() + range.end, [](char c) { return c != '\n'; },
-        ' ');
+        text->begin() + range.begin, text->begin() + range.end,
+        [](char c) { return c != '\n' && c != '\r'; }, ' ');
 }
 
 int lineStart(const QByteArray &text, int offset)

@@ -4,7 +4,6 @@
 
 #include <netweir/internal/ground/resources.h>
 
-#include <QByteArrayList>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -18,18 +17,9 @@ namespace {
 /// The prefix that commentFilter() gives a comment.
 const char KeptComment[] = "/*verilator ";
 
-/// The common part of all marks.
-const char Mark[] = "translate_o";
-
 bool isBlank(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-bool mentions(const QByteArray &text, const char *word)
-{
-    return std::search(text.begin(), text.end(), word, word + strlen(word),
-                       [](char a, char b) { return (a | 0x20) == (b | 0x20); }) != text.end();
 }
 
 /// Directives that also affect the code after the hidden code.
@@ -104,7 +94,7 @@ void HidingWalk::scanComment()
         comment.replace(0, int(strlen(KeptComment)), "/*");
     meet(hidingMarkOf(comment), end);
     m_line += comment.count('\n');
-    if (mentions(comment, Mark)) // The elaborator does not know it.
+    if (mentionsHidingMark(comment)) // The elaborator does not know it.
         blank(m_at, end);
     m_at = end;
 }
@@ -179,28 +169,9 @@ void HidingWalk::blank(char *begin, char *end)
 
 } // namespace
 
-HidingMark hidingMarkOf(const QByteArray &comment)
-{
-    static const QRegularExpression mark(
-        QStringLiteral("^/[/*][\\s*]*"
-                       "([a-z_][\\w-]*)\\s+translate_(on|off)\\b(.*)$"),
-        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
-    static const QByteArrayList reserved = {"synthesis", "synopsys", "pragma"};
-    static const QRegularExpression prose(QStringLiteral("^\\s*\\w"));
-    const QRegularExpressionMatch match = mark.match(QString::fromLatin1(comment));
-    if (!match.hasMatch())
-        return HidingMark::None;
-    if (!reserved.contains(match.captured(1).toLower().toLatin1()) &&
-        prose.match(match.captured(3)).hasMatch())
-        return HidingMark::None;
-    return match.captured(2).compare(QLatin1String("on"), Qt::CaseInsensitive) == 0
-               ? HidingMark::On
-               : HidingMark::Off;
-}
-
 bool mayHideCode(const QByteArray &content)
 {
-    return mentions(content, Mark) || content.contains("`include `");
+    return mentionsHidingMark(content) || content.contains("`include `");
 }
 
 QVector<HiddenRegion> blankHiddenCode(QByteArray *text)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <netweir/internal/ground/hidingmark.h>
+
 #include <QByteArray>
 #include <QVector>
 
@@ -15,14 +17,6 @@ struct HiddenRegion
     int last = 0;  ///< The last line that is hidden as a whole; before first if there is none.
     bool closed = false; ///< Another mark ends it.
 };
-
-/// Whether a comment hides the text after it ("synopsys translate_off") or shows it again.
-enum class HidingMark { None, Off, On };
-
-/// The meaning of @p comment, which includes its slashes. Any single word precedes the mark. Text
-/// may follow the mark only if that word is reserved by synthesis tools; otherwise "see
-/// translate_off below" would be a mark.
-HidingMark hidingMarkOf(const QByteArray &comment);
 
 /// Whether @p content, a source as it is on disk, may contain marks, itself or through an included
 /// file whose name comes from a macro.

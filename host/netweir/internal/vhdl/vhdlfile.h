@@ -155,7 +155,9 @@ struct VhdlScope
     TextRange range;         ///< The root: the whole unit.
     /// The name, condition or choices between the keyword and "generate" or "=>".
     TextRange head;
-    int line = 0; ///< Of the label.
+    TextRange selector; ///< Of a case generate: the expression behind "case".
+    TextRange opening;  ///< Of a case generate: from "case" to "generate".
+    int line = 0;       ///< Of the label.
     int column = 0;
 };
 

@@ -25,6 +25,8 @@ struct Region
     int outerScope = 0; ///< Around the statement.
     VhdlScope::Kind generate = VhdlScope::Root;
     QByteArray label;
+    TextRange selector; ///< See VhdlScope.
+    TextRange opening;
     int line = 0;
     int column = 0;
 };
@@ -425,6 +427,8 @@ void UnitScan::addScope(VhdlScope::Kind kind)
     scope.parent = region.outerScope;
     scope.label = region.label;
     scope.range.begin = token().offset;
+    scope.selector = region.selector;
+    scope.opening = region.opening;
     scope.line = region.line;
     scope.column = region.column;
     region.scope = m_unit.scopes.size();
@@ -459,8 +463,12 @@ void UnitScan::scanGenerate(const VhdlToken &label, VhdlScope::Kind kind)
         scanAlternative();
         return;
     }
-    takeHead();
+    Region &region = m_regions.back();
+    const int begin = token().offset;
+    m_reader.advance();
+    region.selector = takeHead();
     m_reader.skip(VhdlKeyword::Generate);
+    region.opening = m_reader.rangeFrom(begin);
 }
 
 /// At "for", "if", "elsif", "else" or "when": its condition up to the body.
@@ -479,13 +487,16 @@ void UnitScan::scanAlternative()
         m_reader.skip(VhdlKeyword::Generate);
 }
 
+/// The text up to "generate" or, outside of parentheses, up to "=>".
 TextRange UnitScan::takeHead()
 {
     const int begin = token().offset;
-    const bool isCase = m_regions.back().generate == VhdlScope::CaseGenerate;
+    int depth = 0;
     while (!m_reader.atRegionWord() && !token().is(';') &&
-           !(isCase && token().is(VhdlToken::Arrow)))
+           !(depth == 0 && token().is(VhdlToken::Arrow))) {
+        depth += token().is('(') ? 1 : token().is(')') ? -1 : 0;
         m_reader.advance();
+    }
     return m_reader.rangeFrom(begin);
 }
 

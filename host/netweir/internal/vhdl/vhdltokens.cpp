@@ -89,9 +89,10 @@ bool VhdlToken::isWord(std::string_view word) const
                       [](char a, char b) { return lower(a) == b; });
 }
 
-VhdlTokens::VhdlTokens(const QByteArray &text)
+VhdlTokens::VhdlTokens(const QByteArray &text, Comments comments)
     : VhdlTokens(text, {0, text.size()})
 {
+    m_keepsComments = comments == KeepComments;
     if (text.startsWith(ByteOrderMark))
         m_at += strlen(ByteOrderMark);
 }
@@ -107,9 +108,8 @@ VhdlTokens::VhdlTokens(const QByteArray &text, const TextRange &range, int line,
 
 VhdlToken VhdlTokens::next()
 {
-    do
-        skipBlanks();
-    while (skipComment());
+    for (skipBlanks(); isAtComment() && !m_keepsComments; skipBlanks())
+        skipComment();
 
     VhdlToken token;
     token.offset = int(m_at - m_text);
@@ -120,6 +120,12 @@ VhdlToken VhdlTokens::next()
 
     const char *const begin = m_at;
     const char c = *m_at;
+    if (isAtComment()) {
+        skipComment();
+        token.kind = VhdlToken::Comment;
+        token.text = {begin, std::size_t(m_at - begin)};
+        return token;
+    }
     if (isWordStart(c)) {
         takeWord(&token);
     } else if (isDigit(c)) {
@@ -159,22 +165,24 @@ void VhdlTokens::countLine()
     }
 }
 
-bool VhdlTokens::skipComment()
+bool VhdlTokens::isAtComment() const
 {
-    if (at(0) == '-' && at(1) == '-') {
+    return (at(0) == '-' && at(1) == '-') || (at(0) == '/' && at(1) == '*');
+}
+
+void VhdlTokens::skipComment()
+{
+    if (at(0) == '-') {
         m_at = std::find_if(m_at, m_end, endsLine);
-        return true;
+        return;
     }
-    if (at(0) != '/' || at(1) != '*')
-        return false;
     for (m_at += 2; m_at != m_end; ++m_at) {
-        countLine();
-        if (*m_at == '*' && at(1) == '/') {
+        if (at(0) == '*' && at(1) == '/') {
             m_at += 2;
-            break;
+            return;
         }
+        countLine();
     }
-    return true;
 }
 
 void VhdlTokens::takeWord(VhdlToken *token)

@@ -23,7 +23,8 @@ struct VhdlToken
         Character,
         String,
         BitString,
-        Punctuation
+        Punctuation,
+        Comment ///< Only where they are asked for.
     };
 
     /// The values of punctuation for signs of two characters. All other signs stand for themselves.
@@ -58,7 +59,7 @@ struct VhdlToken
     QByteArray bytes() const { return QByteArray(text.data(), int(text.size())); }
 };
 
-/// Splits VHDL text into tokens and skips comments. Accepts any bytes, NUL too, and reads each of
+/// Splits VHDL text into tokens. Accepts any bytes, NUL too, and reads each of
 /// them a constant number of times. A string, an extended identifier or a bit string without an end
 /// extends to the end of its line, a block comment to the end of the text.
 ///
@@ -66,7 +67,9 @@ struct VhdlToken
 class VhdlTokens
 {
 public:
-    explicit VhdlTokens(const QByteArray &text);
+    enum Comments { SkipComments, KeepComments };
+
+    explicit VhdlTokens(const QByteArray &text, Comments comments = SkipComments);
     /// The tokens of a range that begins between two tokens. Offsets count from the beginning of
     /// @p text; @p line and @p column belong to the beginning of the range.
     VhdlTokens(const QByteArray &text, const TextRange &range, int line = 1, int column = 1);
@@ -75,7 +78,8 @@ public:
 
 private:
     void skipBlanks();
-    bool skipComment();
+    bool isAtComment() const;
+    void skipComment();
     void countLine();
     void takeWord(VhdlToken *token);
     void takeNumber(VhdlToken *token);
@@ -91,6 +95,7 @@ private:
     int m_line = 1;
     /// A tick after a name, a closing bracket or a literal is an attribute and begins no character.
     bool m_afterName = false;
+    bool m_keepsComments = false;
 };
 
 } // namespace NETWEIR::Internal
