@@ -32,20 +32,23 @@ public:
 
     QString path(const QString &name) const { return QDir(m_root).filePath(name); }
 
-    /// Adds a source. Names that end with .sv get the SystemVerilog type unless @p type is given.
+    /// Adds a source. Names that end with .sv or .vhd get the type of their language unless
+    /// @p type is given, others that of Verilog.
     void add(const QString &name, const QByteArray &content, int type = 0)
     {
         writeFile(path(name), content);
         list(name, type);
     }
 
-    /// Adds a source to the project without writing it.
-    void list(const QString &name, int type = 0)
+    /// Adds a source to the project without writing it. @p library is the one of a VHDL file.
+    void list(const QString &name, int type = 0, const QString &library = QString())
     {
         if (type == 0)
-            type = name.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
-        m_files.append(
-            QVariantMap{{TE::DesignInfo::Path, path(name)}, {TE::DesignInfo::Type, type}});
+            type = typeOf(name);
+        QVariantMap file{{TE::DesignInfo::Path, path(name)}, {TE::DesignInfo::Type, type}};
+        if (!library.isEmpty())
+            file[QLatin1String(TE::DesignInfo::Library)] = library;
+        m_files.append(file);
     }
 
     void set(const char *key, const QVariant &value) { m_info[QLatin1String(key)] = value; }
@@ -92,6 +95,13 @@ public:
     std::unique_ptr<NETWEIR::RtlNetlist> netlist;
 
 private:
+    static int typeOf(const QString &name)
+    {
+        if (name.endsWith(QLatin1String(".vhd")))
+            return TE::VhdlFile;
+        return name.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
+    }
+
     QTemporaryDir m_folder;
     QString m_root;
     QVariantList m_files;

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include "designfixture.h"
+#include "dialogwatch.h"
 #include "temporaryfolder.h"
 #include "toolscript.h"
 
@@ -21,6 +22,7 @@
 
 using namespace NETWEIR;
 using TarnTest::DesignFixture;
+using TarnTest::DialogWatch;
 using TarnTest::ToolScript;
 
 namespace {
@@ -32,27 +34,6 @@ const char Endless[] = "module top; genvar i;\n"
 /// Beginning of the script of a tool that preprocesses a design of "module top; endmodule".
 const QByteArray PreprocessTop("case \"$1\" in -E) echo '`line 1 \"netweir_s1/top.v\" 1';"
                                " echo 'module top; endmodule'; exit 0;; esac\n");
-
-/// Calls a function as soon as the progress dialog shows, in the phase that begins with that text.
-class DialogWatch : public QObject
-{
-public:
-    explicit DialogWatch(const std::function<void(QProgressDialog *)> &act,
-                         const QString &phase = QString())
-    {
-        connect(&m_timer, &QTimer::timeout, this, [this, act, phase] {
-            auto *dialog = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
-            if (!dialog || !dialog->isVisible() || !dialog->labelText().startsWith(phase))
-                return;
-            m_timer.stop();
-            act(dialog);
-        });
-        m_timer.start(10);
-    }
-
-private:
-    QTimer m_timer;
-};
 
 } // namespace
 
