@@ -20,7 +20,7 @@ struct DesignPhases
         , tree(treeOf(design))
         , bindings(NETWEIR::Internal::bindInterfaces(design, tree))
         , paths(design.types(), tree, bindings)
-        , memories(NETWEIR::Internal::findMemories(design, tree, paths))
+        , memories(memoriesOf(design, tree, paths))
         , layout(design.types(), memories)
         , placed(NETWEIR::Internal::placeDefinitions(design, layout))
         , marked(NETWEIR::Internal::markDefinitions(design, layout, placed))
@@ -32,6 +32,15 @@ struct DesignPhases
         NETWEIR::Internal::InstanceTree tree;
         tree.build(design.top());
         return tree;
+    }
+
+    static NETWEIR::Internal::Memories memoriesOf(const NETWEIR::Internal::ElaboratedDesign &design,
+                                                  const NETWEIR::Internal::InstanceTree &tree,
+                                                  const NETWEIR::Internal::PathResolver &paths)
+    {
+        NETWEIR::Internal::Memories memories = NETWEIR::Internal::findMemories(design);
+        NETWEIR::Internal::addMemoriesElsewhere(tree, paths, &memories);
+        return memories;
     }
 
     const NETWEIR::Internal::MarkedDefinition &top() const

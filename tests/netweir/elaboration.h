@@ -4,8 +4,10 @@
 
 #include "netlisttext.h"
 
-#include <netweir/internal/nets/netlistreader.h>
+#include <netweir/internal/ground/readguard.h>
+#include <netweir/internal/nets/verilogpart.h>
 #include <netweir/internal/verilator/elaboratorinput.h>
+#include <netweir/netlistbuilder.h>
 #include <netweir/rtlnetlist.h>
 
 #include <support/files.h>
@@ -16,6 +18,29 @@
 #include <memory>
 
 namespace TarnTest {
+
+/// The netlist of the elaborated design at @p xmlPath, whose root is a top. Null on failure; @p
+/// error then says why.
+inline std::unique_ptr<NETWEIR::RtlNetlist>
+readNetlist(const QString &xmlPath, const NETWEIR::Internal::ReadOptions &options, QString *error,
+            const NETWEIR::Internal::ReadLimits &limits = {})
+{
+    NETWEIR::Internal::PartRoot top;
+    top.isTop = true;
+    std::unique_ptr<NETWEIR::RtlNetlist> netlist;
+    const auto read = [&](QString *reason) {
+        const auto part = NETWEIR::Internal::VerilogPart::read(xmlPath, {top}, options, reason);
+        if (!part)
+            return false;
+        NETWEIR::NetlistBuilder builder(part->unitName(0));
+        builder.setUsesJtagPrimitive(part->usesJtagPrimitive());
+        part->build(0, {}, builder.top(), &builder, {});
+        netlist = builder.take();
+        return true;
+    };
+    NETWEIR::Internal::readWithin(limits, read, error);
+    return netlist;
+}
 
 /// Runs the elaborator on a design as the host does. Owns the source and the XML, which go with it.
 class Elaboration
@@ -45,7 +70,7 @@ public:
     std::unique_ptr<NETWEIR::RtlNetlist> read(const NETWEIR::Internal::ReadOptions &options,
                                               QString *error) const
     {
-        return NETWEIR::Internal::readElaboratedXml(m_xml, options, error);
+        return readNetlist(m_xml, options, error);
     }
 
 private:

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include <netweir/internal/modules/designmodules.h>
+#include <netweir/internal/modules/verilogunits.h>
+#include <netweir/internal/parts/designunits.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 
 #include <support/testcase.h>
@@ -21,10 +23,13 @@ public:
                  {{"a", QStringLiteral("a.v")}, {"l", QStringLiteral("l.v")}}, {})
         , m_scan(scanOf(m_text))
         , m_modules(m_scan, m_text)
+        , m_declared(verilogUnits(m_scan, m_text))
+        , m_units(m_declared)
     {
     }
 
     const DesignModules *operator->() const { return &m_modules; }
+    const DesignUnits &units() const { return m_units; }
 
 private:
     static ModuleScan scanOf(const PreprocessedText &text)
@@ -41,6 +46,8 @@ private:
     PreprocessedText m_text;
     ModuleScan m_scan;
     DesignModules m_modules;
+    std::vector<DeclaredUnit> m_declared;
+    DesignUnits m_units;
 };
 
 QString joined(const QStringList &list)
@@ -104,19 +111,19 @@ void TestDesignModules::topsAreNotInstantiated()
     QFETCH(QByteArray, source);
     QFETCH(QString, expected);
     const Design design(source);
-    QCOMPARE(joined(design->tops(QString())), expected);
-    QCOMPARE(joined(design->tops(QStringLiteral("none"))), expected);
-    const QStringList modules = design->modules();
+    QCOMPARE(joined(design.units().tops(QString())), expected);
+    QCOMPARE(joined(design.units().tops(QStringLiteral("none"))), expected);
+    const QStringList modules = design.units().modules();
     for (const QString &module : modules)
-        QCOMPARE(joined(design->tops(module)), module);
+        QCOMPARE(joined(design.units().tops(module)), module);
 }
 
 void TestDesignModules::libraryModulesAreNoTops()
 {
     const Design design("module a; c u(); endmodule",
                         "module b; a u(); endmodule module c; endmodule");
-    QCOMPARE(joined(design->modules()), QStringLiteral("a"));
-    QCOMPARE(joined(design->tops(QString())), QString()); // The library module b uses it.
+    QCOMPARE(joined(design.units().modules()), QStringLiteral("a"));
+    QCOMPARE(joined(design.units().tops(QString())), QString()); // The library module b uses it.
     QVERIFY(design->unknownInstantiations().isEmpty());
 }
 
@@ -149,7 +156,7 @@ void TestDesignModules::warningsNameCandidates()
     QFETCH(QByteArray, source);
     QFETCH(QString, top);
     QFETCH(QString, expected);
-    const QString found = Design(source)->topWarnings(top).join(QLatin1Char('\n'));
+    const QString found = Design(source).units().topWarnings(top).join(QLatin1Char('\n'));
     QCOMPARE(found, expected.isEmpty() ? QString() : QStringLiteral("WARNING: ") + expected);
 }
 
@@ -161,7 +168,7 @@ void TestDesignModules::secondDefinitionsAreErrors()
     const QString words =
         QStringLiteral("ERROR: a.v:%1: \"a\" is defined a second time; the first definition is in "
                        "a.v:1. Rename or remove one of them.");
-    QCOMPARE(design->duplicateErrors(),
+    QCOMPARE(design.units().duplicateErrors(),
              QStringList({words.arg(QStringLiteral("2")), words.arg(QStringLiteral("3"))}));
 }
 
@@ -183,8 +190,8 @@ void TestDesignModules::circlesWithoutATopAreErrors()
 {
     QFETCH(QByteArray, source);
     const Design design(source);
-    QTEST(design->circleError(design->tops(QString())), "expected");
-    QCOMPARE(design->circleError({QStringLiteral("a")}), QString());
+    QTEST(design.units().circleError(design.units().tops(QString())), "expected");
+    QCOMPARE(design.units().circleError({QStringLiteral("a")}), QString());
 }
 
 void TestDesignModules::endlessCirclesAreErrors_data()
@@ -209,8 +216,8 @@ void TestDesignModules::endlessCirclesAreErrors_data()
 void TestDesignModules::endlessCirclesAreErrors()
 {
     QFETCH(QByteArray, source);
-    QTEST(Design(source)->endlessError(QStringLiteral("a")), "expected");
-    QCOMPARE(Design(source)->endlessError(QStringLiteral("none")), QString());
+    QTEST(Design(source).units().endlessError(QStringLiteral("a")), "expected");
+    QCOMPARE(Design(source).units().endlessError(QStringLiteral("none")), QString());
 }
 
 void TestDesignModules::mutualRecursionIsAnError_data()
@@ -227,7 +234,7 @@ void TestDesignModules::mutualRecursionIsAnError()
 {
     QFETCH(QByteArray, source);
     const Design design(source);
-    QTEST(design->mutualError(QStringLiteral("a")), "expected");
+    QTEST(design.units().mutualError(QStringLiteral("a")), "expected");
     QCOMPARE(design->instantiatesItself(QStringLiteral("a")), source.contains("a; a u"));
     QVERIFY(!design->instantiatesItself(QStringLiteral("none")));
 }
@@ -238,7 +245,7 @@ void TestDesignModules::longCirclesAreCut()
     for (char name = 'a'; name < 'k'; ++name)
         source += QByteArray("module ") + name + "; " + char(name == 'j' ? 'a' : name + 1) +
                   " u(); endmodule ";
-    const QString error = Design(source)->endlessError(QStringLiteral("a"));
+    const QString error = Design(source).units().endlessError(QStringLiteral("a"));
     QVERIFY2(error.contains(QLatin1String("(a -> b -> c -> d -> e -> f -> g -> h -> ... -> a)")),
              qPrintable(error));
 }
@@ -251,7 +258,7 @@ void TestDesignModules::arraysOfSeveralDimensionsAreErrors()
     const QString words = QStringLiteral("ERROR: a.v:%1: Arrays of instances of \"b\" with several "
                                          "dimensions are not supported. Use one dimension, or "
                                          "generate loops.");
-    QCOMPARE(design->dimensionErrors(QStringLiteral("a")),
+    QCOMPARE(design->dimensionErrors({QStringLiteral("a")}),
              QStringList({words.arg(1), words.arg(4)}));
 }
 

@@ -67,7 +67,7 @@ void TestElaboratedDesign::topsAreFound_data()
     QTest::newRow("the first of two")
         << one + "(module name=leaf origName=leaf topModule=1)" << false << "a";
     QTest::newRow("wrapped") << one + leaf << true << "leaf";
-    QTest::newRow("wrapped with another") << pair + leaf << true << "";
+    QTest::newRow("wrapped with another") << pair + leaf << true << "leaf leaf";
     QTest::newRow("a wrapper of nothing") << "(module name=a topModule=1)" << true << "";
     QTest::newRow("a wrapper of something unknown") << one << true << "";
 }
@@ -81,11 +81,14 @@ void TestElaboratedDesign::topsAreFound()
     TarnTest::appendElements(
         xml, QStringLiteral("(verilator_xml (netlist %1 (typetable)))").arg(netlist));
     ReadOptions options;
-    options.topIsWrapped = isWrapped;
+    options.rootsAreWrapped = isWrapped;
     ElaboratedDesign design;
     QString error;
     if (design.read(xml, options, {}, &error)) {
-        QCOMPARE(design.top().sourceName, expected);
+        QStringList roots;
+        for (const Definition *root : design.roots())
+            roots.append(root->sourceName);
+        QCOMPARE(roots.join(QLatin1Char(' ')), expected);
     } else {
         QCOMPARE(expected, QString());
         QCOMPARE(error, QStringLiteral("The elaborated design contains no top module."));

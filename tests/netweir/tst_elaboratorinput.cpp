@@ -18,7 +18,11 @@ namespace {
 
 ElaboratorInput inputOf(const ScannedDesign &design)
 {
-    return ElaboratorInput(design.sources, design.text, design.scan);
+    std::vector<PartRoot> roots(1);
+    roots.front().unit = QString::fromUtf8(design.scan.moduleScan().units.first().name);
+    roots.front().isTop = true;
+    return ElaboratorInput(design.sources, design.text, design.scan,
+                           ElaborationRoots(roots, design.scan));
 }
 
 /// The files among the arguments, behind the last option that all designs share.
@@ -96,9 +100,9 @@ void TestElaboratorInput::wrapsATopThatInstantiatesItself()
     QString error;
     QVERIFY(input.write(folder, &error));
     QCOMPARE(TarnTest::readFile(folder.path("wrapper.v")),
-             QByteArray("module netweir_top; \\a top();\nendmodule\n"));
+             QByteArray("module netweir_top;\n\\a r0 ();\nendmodule\n"));
     QVERIFY(input.arguments().contains("netweir_top"));
-    QVERIFY(input.readOptions().topIsWrapped);
+    QVERIFY(input.readOptions().rootsAreWrapped);
 }
 
 void TestElaboratorInput::learns_data()

@@ -3,6 +3,7 @@
 #include "scanneddesign.h"
 
 #include <netweir/internal/modules/stubs.h>
+#include <netweir/internal/verilator/elaborationroots.h>
 #include <netweir/internal/verilator/faultreport.h>
 
 #include <support/testcase.h>
@@ -37,6 +38,7 @@ void TestFaultReport::namesPlacesAndCauses_data()
     row("place in a file included by its name", "`line 7 \"b.vh\" 0\nx",
         "%Warning-WIDTH: text0.sv:1:5: Bad\n", {"WARNING: b.vh:7:5: Bad"});
     row("no place", "", "%Error: stubs.sv:2:5: Bad\n", {"ERROR: Bad"});
+    row("root", "", "%Error: wrapper.v:3:5: Bad\n", {"ERROR: /src/b.vhd:7:3: Bad"});
     row("interface on a pin of an unknown module", "module a;\nb u(.p(i));\nendmodule",
         "%Error: text0.sv:2:7: Illegal input port connection 'p'\n",
         {"ERROR: /src/a.sv:2:7: An interface or an array is connected to a module that no file "
@@ -61,7 +63,10 @@ void TestFaultReport::namesPlacesAndCauses()
     QFETCH(QStringList, expected);
     const ScannedDesign design({{QStringLiteral("a.sv"), text}});
     const Stubs stubs(design.scan.modules().unknownInstantiations(), design.scan.moduleScan());
-    const FaultReport report(design.sources, design.text, design.scan, stubs);
+    PartRoot root;
+    root.place = {QStringLiteral("/src/b.vhd"), 7, 3};
+    const ElaborationRoots roots({PartRoot(), root}, design.scan);
+    const FaultReport report(design.sources, design.text, design.scan, stubs, roots);
     QCOMPARE(report.userMessages(parseToolOutput(output)), expected);
 }
 

@@ -45,14 +45,15 @@ QString netlistText(const DesignXml &xml)
 {
     const DesignPhases phases(xml);
     InstanceMarks marks;
-    if (!marks.fill(phases.tree, phases.marked))
+    if (!InstanceMarks::fits(phases.tree, phases.marked))
         return QStringLiteral("too many bits");
+    marks.fill(phases.tree, phases.marked);
     InstanceMarker(
         {phases.design, phases.tree, phases.bindings, phases.paths, phases.layout, phases.marked},
         &marks)
         .mark();
     NETWEIR::NetlistBuilder builder(phases.design.top().sourceName);
-    stampNetlist(phases.tree, phases.placed, marks, &builder);
+    stampNetlist(phases.tree, phases.placed, marks, builder.top(), &builder);
     return TarnTest::netlistText(builder.take()->top()).simplified();
 }
 

@@ -57,8 +57,8 @@ void TestMemories::arraysBehindComputedIndexesAreMemories()
     InstanceTree tree;
     QVERIFY(tree.build(design->top()));
     const InterfaceBindings bindings = bindInterfaces(*design, tree);
-    const Memories memories =
-        findMemories(*design, tree, PathResolver(design->types(), tree, bindings));
+    Memories memories = findMemories(*design);
+    addMemoriesElsewhere(tree, PathResolver(design->types(), tree, bindings), &memories);
 
     const Variable &own = design->top().variables.front();
     const Variable &inner = tree.definitionOf(1).variables.front();

@@ -3,7 +3,7 @@
 #include "extraction.h"
 
 #include <netweir/internal/ground/messages.h>
-#include <netweir/internal/verilator/verilatorelaborator.h>
+#include <netweir/internal/verilator/verilogdesign.h>
 #include <netweir/rtlnetlist.h>
 
 #include <QElapsedTimer>
@@ -54,7 +54,7 @@ private:
 
 std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources)
 {
-    return std::make_unique<VerilatorElaborator>(sources);
+    return std::make_unique<VerilogDesign>(sources);
 }
 
 Extraction::Extraction(const DesignSources &sources, const ElaboratorFactory &create)

@@ -2,14 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "readguard.h"
 
+#include "messages.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
+#include <new>
 #include <unistd.h>
 
 namespace NETWEIR::Internal {
 
 namespace {
+
+constexpr qint64 Megabyte = 1024 * 1024;
 
 /// Memory in use by the process, in bytes; 0 when the system does not tell.
 qint64 residentMemory()
@@ -24,6 +29,25 @@ qint64 residentMemory()
     char *afterTotal = nullptr;
     std::strtoll(text, &afterTotal, 10);
     return std::strtoll(afterTotal, nullptr, 10) * sysconf(_SC_PAGESIZE);
+}
+
+QString endedText(ReadGuard::Reason reason, const ReadLimits &limits)
+{
+    switch (reason) {
+    case ReadGuard::Cancelled:
+        return Text::tr("Reading was cancelled.");
+    case ReadGuard::TimedOut:
+        return Text::tr(
+                   "Reading took longer than %1 seconds and was stopped. Raise the timeout in the "
+                   "project's options.")
+            .arg(limits.timeoutSeconds);
+    case ReadGuard::TooLarge:
+        return Text::tr("Reading needs more than %1 MB of memory and was stopped.")
+            .arg(limits.memoryLimit / Megabyte);
+    case ReadGuard::GoesOn:
+        break;
+    }
+    return {};
 }
 
 } // namespace
@@ -58,6 +82,11 @@ qint64 ReadGuard::defaultMemoryLimit()
     return std::max(Least, physical / 4);
 }
 
+qint64 ReadGuard::currentMemoryLimit()
+{
+    return s_current ? s_current->m_memoryLimit : defaultMemoryLimit();
+}
+
 void ReadGuard::look()
 {
     m_work = 0;
@@ -76,6 +105,20 @@ void ReadGuard::end()
     look();
     if (m_reason != GoesOn)
         throw ReadingEnded();
+}
+
+bool readWithin(const ReadLimits &limits, const std::function<bool(QString *error)> &reading,
+                QString *error)
+{
+    ReadGuard guard(limits.cancelled, limits.timeoutSeconds, limits.memoryLimit);
+    try {
+        return reading(error);
+    } catch (const ReadingEnded &) {
+        *error = endedText(guard.reason(), limits);
+    } catch (const std::bad_alloc &) {
+        *error = Text::tr("Reading needs more memory than the system gives to this program.");
+    }
+    return false;
 }
 
 } // namespace NETWEIR::Internal

@@ -3,12 +3,14 @@
 #pragma once
 
 #include <QDeadlineTimer>
+#include <QString>
 
 #include <atomic>
+#include <functional>
 
 namespace NETWEIR::Internal {
 
-/// Thrown by ReadGuard to end a reading. Never leaves readElaboratedXml().
+/// Thrown by ReadGuard to end a reading. Never leaves readWithin().
 struct ReadingEnded
 {
 };
@@ -50,6 +52,9 @@ public:
     /// 1 GB.
     static qint64 defaultMemoryLimit();
 
+    /// The memory limit of this thread's guard, or the default without a guard.
+    static qint64 currentMemoryLimit();
+
 private:
     static constexpr qint64 Interval = 256;
 
@@ -70,5 +75,19 @@ private:
     qint64 m_work = 0;
     Reason m_reason = GoesOn;
 };
+
+/// The limits of a reading.
+struct ReadLimits
+{
+    /// Reading ends soon after it becomes true. Null when there is no way to cancel.
+    const std::atomic<bool> *cancelled = nullptr;
+    int timeoutSeconds = 120;
+    qint64 memoryLimit = ReadGuard::defaultMemoryLimit(); ///< In bytes.
+};
+
+/// Calls @p reading, which may take long and returns whether it succeeded, with a guard. False when
+/// it fails or the guard ends it; @p error then says why.
+bool readWithin(const ReadLimits &limits, const std::function<bool(QString *error)> &reading,
+                QString *error);
 
 } // namespace NETWEIR::Internal

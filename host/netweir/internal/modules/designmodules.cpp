@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designmodules.h"
 
-#include <netweir/internal/ground/depthfirstwalk.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 
@@ -10,15 +9,6 @@
 #include <numeric>
 
 namespace NETWEIR::Internal {
-
-namespace {
-
-bool isTopKind(const DesignUnit &unit)
-{
-    return unit.kind == DesignUnit::Module && !unit.library;
-}
-
-} // namespace
 
 DesignModules::DesignModules(const ModuleScan &scan, const PreprocessedText &text)
     : m_scan(scan)
@@ -31,166 +21,22 @@ DesignModules::DesignModules(const ModuleScan &scan, const PreprocessedText &tex
     }
 }
 
-QStringList DesignModules::modules() const
-{
-    QStringList result;
-    QSet<QByteArray> listed;
-    for (const DesignUnit &unit : m_scan.units) {
-        if (isTopKind(unit) && !listed.contains(unit.name)) {
-            listed.insert(unit.name);
-            result.append(QString::fromUtf8(unit.name));
-        }
-    }
-    return result;
-}
-
-QStringList DesignModules::tops(const QString &top) const
-{
-    const QStringList all = modules();
-    if (all.contains(top))
-        return {top};
-    const QSet<QByteArray> instantiated = instantiatedNames();
-    QStringList result;
-    for (const QString &name : all) {
-        const DesignUnit &unit = m_scan.units[m_units.value(name.toUtf8())];
-        if (!unit.nested && !instantiated.contains(unit.name))
-            result.append(name);
-    }
-    return result;
-}
-
-QStringList DesignModules::topWarnings(const QString &top) const
-{
-    const QStringList all = modules();
-    if (all.isEmpty())
-        return {warningMessage({}, Text::tr("The sources define no module. Add the files that "
-                                            "define the modules of the design."))};
-    if (all.contains(top))
-        return {};
-    const QStringList candidates = tops(QString());
-    const QString names = candidates.join(QLatin1String(", "));
-    QStringList result;
-    if (!top.isEmpty() && !candidates.isEmpty())
-        result.append(warningMessage({}, Text::tr("The design has no module \"%1\". Candidates for "
-                                                  "the top module: %2.")
-                                             .arg(top, names)));
-    else if (!top.isEmpty())
-        result.append(warningMessage({}, Text::tr("The design has no module \"%1\".").arg(top)));
-    else if (candidates.size() > 1)
-        result.append(warningMessage(
-            {}, Text::tr("The design has several candidates for the top module: %1.").arg(names)));
-    if (candidates.isEmpty() && circleError(candidates).isEmpty())
-        result.append(warningMessage({}, Text::tr("No top module: every module is instantiated or "
-                                                  "bound. Set the top module.")));
-    return result;
-}
-
-bool DesignModules::isInstantiation(const Instantiation &instantiation) const
-{
-    return !instantiation.bare || m_units.contains(instantiation.module);
-}
-
-/// Names of units that another unit instantiates.
-QSet<QByteArray> DesignModules::instantiatedNames() const
-{
-    QSet<QByteArray> result;
-    for (const DesignUnit &unit : m_scan.units) {
-        for (const Instantiation &instantiation : unit.instantiations) {
-            if (instantiation.module != unit.name && isInstantiation(instantiation))
-                result.insert(instantiation.module);
-        }
-    }
-    for (const Instantiation &binding : m_scan.bindings)
-        result.insert(binding.module);
-    return result;
-}
-
-QStringList DesignModules::duplicateErrors() const
-{
-    QStringList result;
-    QHash<QByteArray, const DesignUnit *> first;
-    for (const DesignUnit &unit : m_scan.units) {
-        if (unit.nested || unit.library)
-            continue;
-        const DesignUnit *&known = first[unit.name];
-        if (known) {
-            result.append(errorMessage(
-                m_text.place(unit.line),
-                Text::tr("\"%1\" is defined a second time; the first definition is in %2. Rename "
-                         "or remove one of them.")
-                    .arg(QString::fromUtf8(unit.name), fileAndLine(m_text.place(known->line)))));
-        } else {
-            known = &unit;
-        }
-    }
-    return result;
-}
-
-QString DesignModules::circleError(const QStringList &tops) const
-{
-    if (!tops.isEmpty())
-        return {};
-    QVector<int> starts;
-    for (int i = 0; i < m_scan.units.size(); ++i) {
-        if (isTopKind(m_scan.units[i]))
-            starts.append(i);
-    }
-    return errorOfCircle(starts, Circle::Any,
-                         Text::tr("No top module: every module is instantiated by another one "
-                                  "(%1). Set the top module or break the circle."));
-}
-
-QString DesignModules::endlessError(const QString &top) const
-{
-    return errorOfCircle(startAt(top), Circle::Endless,
-                         Text::tr("The instantiation never ends (%1). Break the circle or end it "
-                                  "with a generate condition."));
-}
-
-QString DesignModules::mutualError(const QString &top) const
-{
-    return errorOfCircle(startAt(top), Circle::Mutual,
-                         Text::tr("Recursion through several modules (%1) cannot be read. Break "
-                                  "the circle or make it one module that instantiates itself."));
-}
-
-/// Indexes of the units of a name: one or none.
-QVector<int> DesignModules::startAt(const QString &module) const
-{
-    const int unit = m_units.value(module.toUtf8(), -1);
-    return unit < 0 ? QVector<int>() : QVector<int>{unit};
-}
-
-/// An error about the first circle below @p starts, or null. %1 in @p words stands for the circle.
-QString DesignModules::errorOfCircle(const QVector<int> &starts, Circle kind,
-                                     const QString &words) const
-{
-    const QVector<int> circle = DepthFirstWalk::firstCircle(
-        m_scan.units.size(), starts, [this, kind](int unit) { return instantiatedBy(unit, kind); });
-    if (circle.isEmpty())
-        return {};
-    return errorMessage(m_text.place(m_scan.units[circle.first()].line),
-                        words.arg(describeCircle(circle)));
-}
-
-/// The units that may follow @p unit in a circle of a kind, in the order of instantiation.
-QVector<int> DesignModules::instantiatedBy(int unit, Circle kind) const
+/// Indexes of the units with these names, as far as there are some.
+QVector<int> DesignModules::unitsOf(const QStringList &modules) const
 {
     QVector<int> result;
-    for (const Instantiation &instantiation : m_scan.units[unit].instantiations) {
-        const int target = m_units.value(instantiation.module, -1);
-        const bool mayEnd = kind == Circle::Endless && instantiation.conditional;
-        const bool isItself = kind == Circle::Mutual && target == unit;
-        if (target >= 0 && !mayEnd && !isItself)
-            result.append(target);
+    for (const QString &module : modules) {
+        const int unit = m_units.value(module.toUtf8(), -1);
+        if (unit >= 0)
+            result.append(unit);
     }
     return result;
 }
 
-QStringList DesignModules::dimensionErrors(const QString &top) const
+QStringList DesignModules::dimensionErrors(const QStringList &roots) const
 {
     QStringList result;
-    for (const Instantiation *instantiation : instantiationsIn(reachableFrom(startAt(top)))) {
+    for (const Instantiation *instantiation : instantiationsIn(reachableFrom(unitsOf(roots)))) {
         if (instantiation->multidimensional.line > 0 && m_units.contains(instantiation->module)) {
             result.append(errorMessage(
                 m_text.place(instantiation->multidimensional),
@@ -256,21 +102,6 @@ bool DesignModules::instantiatesItself(const QString &module) const
     return std::any_of(
         unit.instantiations.begin(), unit.instantiations.end(),
         [&unit](const Instantiation &instantiation) { return instantiation.module == unit.name; });
-}
-
-QString DesignModules::describeCircle(const QVector<int> &circle) const
-{
-    constexpr int MostNames = 8;
-    QStringList names;
-    for (const int index : circle) {
-        if (names.size() == MostNames) {
-            names.append(QStringLiteral("..."));
-            break;
-        }
-        names.append(QString::fromUtf8(m_scan.units[index].name));
-    }
-    names.append(QString::fromUtf8(m_scan.units[circle.first()].name));
-    return names.join(QLatin1String(" -> "));
 }
 
 QVector<Instantiation> DesignModules::unknownInstantiations() const

@@ -4,7 +4,6 @@
 
 #include "typeuses.h"
 
-#include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 
@@ -36,34 +35,18 @@ DesignScan::DesignScan(const DesignSources &sources, const PreprocessedText &tex
     , m_scopes(sources, text)
     , m_packages(sources, text, m_scopes)
     , m_order(m_scopes, findTypeUses(sources, text, m_scopes))
-    , m_tops(m_modules.tops(sources.top))
 {
 }
 
-void DesignScan::addMessages(QStringList *messages) const
+QString DesignScan::anyModule() const
 {
-    *messages += m_packages.warnings() + m_packages.errors();
-    if (!containsError(*messages))
-        *messages += m_modules.topWarnings(m_sources.top);
-    *messages += m_modules.duplicateErrors();
-    const QString circle = m_modules.circleError(m_tops);
-    if (!circle.isEmpty())
-        messages->append(circle);
-    if (m_tops.size() != 1)
-        return;
-    const QString top = m_tops.first();
-    const QString endless = m_modules.endlessError(top);
-    const QString recursion = endless.isEmpty() ? m_modules.mutualError(top) : endless;
-    if (!recursion.isEmpty())
-        messages->append(recursion);
-    *messages += m_modules.dimensionErrors(top);
-}
-
-QString DesignScan::chosenTop() const
-{
-    if (m_tops.size() == 1)
-        return m_tops.first();
-    return m_scan.balanced ? QString() : m_modules.modules().value(0, QStringLiteral("top"));
+    if (m_scan.balanced)
+        return {};
+    const auto module =
+        std::find_if(m_scan.units.begin(), m_scan.units.end(), [](const DesignUnit &unit) {
+            return unit.kind == DesignUnit::Module && !unit.library;
+        });
+    return module == m_scan.units.end() ? QStringLiteral("top") : QString::fromUtf8(module->name);
 }
 
 QSet<QByteArray> DesignScan::knownNames() const

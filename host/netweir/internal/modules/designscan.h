@@ -20,8 +20,8 @@ namespace NETWEIR::Internal {
 class PreprocessedText;
 struct DesignSources;
 
-/// What the texts of a design say before any tool elaborates them: which modules there are, which
-/// of them is the top, and in which order the texts are to be read.
+/// What the texts of a design say before any tool elaborates them: which modules there are and in
+/// which order the texts are to be read.
 class DesignScan
 {
 public:
@@ -30,21 +30,14 @@ public:
     DesignScan(const DesignScan &) = delete;
     DesignScan &operator=(const DesignScan &) = delete;
 
-    /// Adds what is wrong with the design. Why there is no single top is added only when no error
-    /// in @p messages may be the reason.
-    void addMessages(QStringList *messages) const;
-
     const ModuleScan &moduleScan() const { return m_scan; }
     const DesignModules &modules() const { return m_modules; }
     const PackageCheck &packages() const { return m_packages; }
     const SourceOrder &order() const { return m_order; }
 
-    /// Candidates for the top module.
-    const QStringList &tops() const { return m_tops; }
-
-    /// The module to be elaborated: the only top. In texts that the scan does not understand it is
-    /// any module, so that the elaborator says what is wrong. Null when there is nothing to do.
-    QString chosenTop() const;
+    /// A module of texts that the scan does not understand, for an elaborator that says what is
+    /// wrong with them. Null when the scan understands them.
+    QString anyModule() const;
 
     /// Names of units and types.
     QSet<QByteArray> knownNames() const;
@@ -63,7 +56,6 @@ private:
     DesignScopes m_scopes;
     PackageCheck m_packages;
     SourceOrder m_order;
-    QStringList m_tops;
 };
 
 } // namespace NETWEIR::Internal

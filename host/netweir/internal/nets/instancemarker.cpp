@@ -23,8 +23,40 @@ InstanceMarker::InstanceMarker(const Inputs &inputs, InstanceMarks *marks)
 
 void InstanceMarker::mark()
 {
+    for (const PlacedVariable &placed : definitionOf(0).placed->variables) {
+        const Direction direction = placed.variable->direction;
+        if (direction != Direction::None && direction != Direction::Output)
+            markOut(0, placed.bits());
+    }
+    markInstances();
+}
+
+void InstanceMarker::mark(const DrivenPorts &driven)
+{
+    for (const PlacedVariable &placed : definitionOf(0).placed->variables) {
+        const auto port = driven.constFind(placed.variable->name);
+        if (placed.variable->direction != Direction::None && port != driven.constEnd())
+            markPort(placed, *port);
+    }
+    markInstances();
+}
+
+/// Marks the bits of a port of the first instance. The first entry of @p driven is the leftmost
+/// bit.
+void InstanceMarker::markPort(const PlacedVariable &port, const std::vector<bool> &driven)
+{
+    quint8 *marks = m_marks->at(0, port.bit + port.width);
+    for (qint64 i = 0; i < std::min<qint64>(port.width, countOf(driven)); ++i) {
+        ReadGuard::check();
+        --marks;
+        if (driven[std::size_t(i)])
+            *marks |= MarkOut;
+    }
+}
+
+void InstanceMarker::markInstances()
+{
     const int instances = m_inputs.tree.size();
-    markTopPorts();
     for (int instance = 0; instance < instances; ++instance) {
         ReadGuard::check();
         markWritesElsewhere(instance);
@@ -38,16 +70,6 @@ void InstanceMarker::mark()
         ReadGuard::check();
         markConnections(instance, true);
         markConnections(instance, false);
-    }
-}
-
-/// Inputs and bidirectional ports of the top are driven from outside.
-void InstanceMarker::markTopPorts()
-{
-    for (const PlacedVariable &placed : definitionOf(0).placed->variables) {
-        const Direction direction = placed.variable->direction;
-        if (direction != Direction::None && direction != Direction::Output)
-            markOut(0, placed.bits());
     }
 }
 

@@ -5,6 +5,8 @@
 #include "bitrange.h"
 #include "instancemarks.h"
 
+#include <netweir/internal/parts/part.h>
+
 #include <string_view>
 #include <vector>
 
@@ -21,10 +23,10 @@ struct PlacedVariable;
 struct Reference;
 struct Segment;
 
-/// Completes the marks of the instances: ports of the top, writes to other nodes, modports, and
-/// drivers that reach instances through their ports.
+/// Completes the marks of the instances: ports of the first instance, writes to other nodes,
+/// modports, and drivers that reach instances through their ports.
 ///
-/// Used for one design. Time is linear in the instances and their bits.
+/// Used for the instances below one root. Time is linear in the instances and their bits.
 class InstanceMarker
 {
 public:
@@ -42,7 +44,10 @@ public:
     /// @p marks contains the marks of the definitions.
     InstanceMarker(const Inputs &inputs, InstanceMarks *marks);
 
+    /// For a top: its inputs and bidirectional ports are driven from outside.
     void mark();
+    /// @p driven tells which bits of the ports of the first instance are driven from outside.
+    void mark(const DrivenPorts &driven);
 
 private:
     /// Bits of an instance; the instance is negative for none.
@@ -52,7 +57,8 @@ private:
         BitRange range;
     };
 
-    void markTopPorts();
+    void markInstances();
+    void markPort(const PlacedVariable &port, const std::vector<bool> &driven);
     void markOmittedElsewhere(int instance);
     void markWritesElsewhere(int instance);
     void markModports(const InterfaceBinding &binding);

@@ -10,7 +10,15 @@
 
 namespace NETWEIR::Internal {
 
-bool InstanceMarks::fill(const InstanceTree &tree, const std::vector<MarkedDefinition> &marked)
+bool InstanceMarks::fits(const InstanceTree &tree, const std::vector<MarkedDefinition> &marked)
+{
+    qint64 bits = 0;
+    for (int instance = 0; instance < tree.size() && bits <= MostBits; ++instance)
+        bits += itemAt(marked, tree.definitionOf(instance).number).placed->bits;
+    return bits <= MostBits;
+}
+
+void InstanceMarks::fill(const InstanceTree &tree, const std::vector<MarkedDefinition> &marked)
 {
     const auto definitionOf = [&](int instance) -> const MarkedDefinition & {
         return itemAt(marked, tree.definitionOf(instance).number);
@@ -20,15 +28,12 @@ bool InstanceMarks::fill(const InstanceTree &tree, const std::vector<MarkedDefin
     for (int instance = 0; instance < tree.size(); ++instance) {
         itemAt(m_first, instance) = bits;
         bits += definitionOf(instance).placed->bits;
-        if (bits > MostBits)
-            return false;
     }
     m_marks = itemsOf<Marks>(bits);
     for (int instance = 0; instance < tree.size(); ++instance) {
         const Marks &marks = definitionOf(instance).marks;
         std::copy(marks.begin(), marks.end(), at(instance));
     }
-    return true;
 }
 
 quint8 *InstanceMarks::at(int instance, qint64 bit)

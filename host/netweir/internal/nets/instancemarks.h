@@ -17,9 +17,12 @@ struct MarkedDefinition;
 class InstanceMarks
 {
 public:
-    /// Gives each instance the marks of its definition. @p marked is indexed by the number of the
-    /// definition. False when the design has too many bits.
-    bool fill(const InstanceTree &tree, const std::vector<MarkedDefinition> &marked);
+    /// False when the instances have too many bits. @p marked is indexed by the number of the
+    /// definition.
+    static bool fits(const InstanceTree &tree, const std::vector<MarkedDefinition> &marked);
+
+    /// Gives each instance the marks of its definition. The instances must fit.
+    void fill(const InstanceTree &tree, const std::vector<MarkedDefinition> &marked);
 
     /// The marks of an instance, from @p bit on.
     quint8 *at(int instance, qint64 bit = 0);

@@ -52,8 +52,7 @@ bool Memories::contains(const Variable &variable, const std::string &path) const
     return found != m_paths.end() && holds(found->second, path);
 }
 
-Memories findMemories(const ElaboratedDesign &design, const InstanceTree &tree,
-                      const PathResolver &paths)
+Memories findMemories(const ElaboratedDesign &design)
 {
     Memories memories;
     for (const Definition *definition : design.bottomUp()) {
@@ -63,16 +62,20 @@ Memories findMemories(const ElaboratedDesign &design, const InstanceTree &tree,
                 memories.add(itemAt(definition->variables, symbol.index), reference);
         });
     }
+    return memories;
+}
+
+void addMemoriesElsewhere(const InstanceTree &tree, const PathResolver &paths, Memories *memories)
+{
     for (int instance = 0; instance < tree.size(); ++instance) {
         forEachIndexed(tree.definitionOf(instance), true, [&](const Reference &reference) {
             const InstanceVariable net =
                 paths.netAt({instance, reference.scope}, reference.path(), reference.name());
             if (net.instance >= 0)
-                memories.add(itemAt(tree.definitionOf(net.instance).variables, net.variable),
-                             reference);
+                memories->add(itemAt(tree.definitionOf(net.instance).variables, net.variable),
+                              reference);
         });
     }
-    return memories;
 }
 
 std::string memberPath(const std::string &path, std::string_view member)

@@ -34,9 +34,12 @@ private:
     std::unordered_map<const Variable *, std::vector<std::string>> m_paths;
 };
 
-/// The memories must be known before variables are placed.
-Memories findMemories(const ElaboratedDesign &design, const InstanceTree &tree,
-                      const PathResolver &paths);
+/// The memories of which their own definition computes an index. All memories must be known before
+/// variables are placed.
+Memories findMemories(const ElaboratedDesign &design);
+
+/// Adds the memories of which another node in @p tree computes an index.
+void addMemoriesElsewhere(const InstanceTree &tree, const PathResolver &paths, Memories *memories);
 
 /// The path to @p member below @p path.
 std::string memberPath(const std::string &path, std::string_view member);

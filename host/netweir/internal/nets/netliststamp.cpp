@@ -38,14 +38,14 @@ void addNets(const std::vector<PlacedNet> &nets, const quint8 *marks, Hierachy *
 } // namespace
 
 void stampNetlist(const InstanceTree &tree, const std::vector<PlacedDefinition> &placed,
-                  const InstanceMarks &marks, NetlistBuilder *builder)
+                  const InstanceMarks &marks, Hierachy *node, NetlistBuilder *builder)
 {
     std::vector<Hierachy *> nodes;
     for (int instance = 0; instance < tree.size(); ++instance) {
         const Definition &definition = tree.definitionOf(instance);
         const int parent = tree.at(instance).parent;
         nodes.push_back(parent < 0
-                            ? builder->top()
+                            ? node
                             : builder->addHierachy(itemAt(nodes, parent), tree.nameOf(instance),
                                                    definition.sourceName));
         addNets(itemAt(placed, definition.number).nets, marks.at(instance), nodes.back(), builder);

@@ -5,6 +5,7 @@
 #include <vector>
 
 namespace NETWEIR {
+class Hierachy;
 class NetlistBuilder;
 } // namespace NETWEIR
 
@@ -14,9 +15,10 @@ class InstanceMarks;
 class InstanceTree;
 struct PlacedDefinition;
 
-/// Adds the nodes and nets of all instances to a netlist, those of a definition once per instance.
-/// @p placed is indexed by the number of the definition.
+/// Adds the nets of the first instance to @p node, and the nodes and nets of all other instances
+/// below it, those of a definition once per instance. @p placed is indexed by the number of the
+/// definition.
 void stampNetlist(const InstanceTree &tree, const std::vector<PlacedDefinition> &placed,
-                  const InstanceMarks &marks, NetlistBuilder *builder);
+                  const InstanceMarks &marks, Hierachy *node, NetlistBuilder *builder);
 
 } // namespace NETWEIR::Internal

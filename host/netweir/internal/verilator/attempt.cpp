@@ -5,7 +5,10 @@
 #include "faultreport.h"
 
 #include <files/regularfile.h>
+#include <netweir/internal/ground/itemat.h>
 #include <netweir/internal/ground/messages.h>
+#include <netweir/internal/modules/verilogunits.h>
+#include <netweir/internal/parts/designunits.h>
 #include <netweir/internal/sources/sourcecheck.h>
 #include <netweir/internal/tool/extractionprogress.h>
 
@@ -33,6 +36,29 @@ bool isCompleteXml(const QString &path)
     return file.readAll().trimmed().endsWith("</verilator_xml>");
 }
 
+QStringList namesOf(const std::vector<PartRoot> &roots)
+{
+    QStringList result;
+    for (const PartRoot &root : roots)
+        result.append(root.unit);
+    return result;
+}
+
+/// What is wrong with the units if there are no others.
+QStringList unitErrors(const std::vector<DeclaredUnit> &units, const QString &top)
+{
+    const DesignUnits design(units);
+    const QStringList tops = design.tops(top);
+    QStringList result = design.duplicateErrors();
+    result.append(design.circleError(tops));
+    if (tops.size() == 1) {
+        result.append(design.endlessError(tops.first()));
+        result.append(design.mutualError(tops.first()));
+    }
+    result.removeAll(QString());
+    return result;
+}
+
 QString toolMacroWarning(const QString &reason)
 {
     return warningMessage({}, Text::tr("The sources are read with the macro %1 defined, since they "
@@ -50,7 +76,7 @@ Attempt::Attempt(const QString &program, const QString &reasonForMacro)
 
 /// Each level of library files takes one round, because their macros are those of all files before
 /// them. The next round repeats the messages of an unfinished round.
-void Attempt::begin(const DesignSources &design, ExtractionProgress *progress)
+void Attempt::read(const DesignSources &design, ExtractionProgress *progress)
 {
     DesignSources sources = design;
     do {
@@ -59,14 +85,48 @@ void Attempt::begin(const DesignSources &design, ExtractionProgress *progress)
     } while (addFilesOfLibraryFolders(m_reading->missingNames(), &sources) > 0);
 
     if (!m_reasonForMacro.isEmpty())
-        m_notes.append(toolMacroWarning(m_reasonForMacro));
-    m_notes += m_reading->messages();
+        m_sourceMessages.append(toolMacroWarning(m_reasonForMacro));
+    m_sourceMessages += m_reading->messages();
     m_isFinal = m_reading->isFinal();
+    if (m_reading->scan()) {
+        m_units = verilogUnits(m_reading->scan()->moduleScan(), m_reading->text());
+        m_unitErrors = unitErrors(m_units, design.top);
+    }
+}
+
+void Attempt::begin(const std::vector<PartRoot> &roots)
+{
+    m_input.reset();
+    m_run.reset();
+    m_isElaborated = false;
+    m_notes += m_outcome;
+    m_outcome.clear();
+    m_omissions = 0;
+    m_hasLearnt = false;
     const DesignScan *scan = m_reading->scan();
-    if (!scan || hasErrors() || scan->chosenTop().isEmpty())
+    if (!scan || containsError(m_sourceMessages))
         return;
-    m_input = std::make_unique<ElaboratorInput>(m_reading->sources(), m_reading->text(), *scan);
+    const ElaborationRoots known(inOwnSpelling(roots), *scan);
+    m_notes += scan->modules().dimensionErrors(namesOf(known.all()));
+    if (known.isEmpty() || containsError(m_notes))
+        return;
+    m_input =
+        std::make_unique<ElaboratorInput>(m_reading->sources(), m_reading->text(), *scan, known);
     startRun();
+}
+
+/// The roots with the names of their units as the sources declare them.
+std::vector<PartRoot> Attempt::inOwnSpelling(std::vector<PartRoot> roots) const
+{
+    const UnitNames names(m_units);
+    for (PartRoot &root : roots) {
+        UnitUse use;
+        use.unit = root.unit;
+        const int unit = names.find(use, Language::Vhdl);
+        if (unit >= 0)
+            root.unit = itemAt(m_units, unit).name;
+    }
+    return roots;
 }
 
 void Attempt::startRun()
@@ -112,7 +172,7 @@ void Attempt::finishRun()
         return;
     }
     const FaultReport report(m_reading->sources(), m_reading->text(), *m_reading->scan(),
-                             m_input->stubs());
+                             m_input->stubs(), m_input->roots());
     m_outcome = report.userMessages(m_run->messages());
     const bool isExplained = m_run->failed() && containsError(m_outcome);
     if (!m_isElaborated && !isExplained)
@@ -122,7 +182,7 @@ void Attempt::finishRun()
 
 bool Attempt::leaveOut()
 {
-    if (!m_input || !hasOneTop() || m_omissions == MostOmissions)
+    if (!m_input || m_input->roots().all().empty() || m_omissions == MostOmissions)
         return false;
     const QStringList found = m_input->leaveOut(m_run->messages());
     if (found.isEmpty())
@@ -138,16 +198,6 @@ void Attempt::end(const QString &error)
 {
     m_outcome.append(error);
     m_isFinal = true;
-}
-
-QStringList Attempt::tops() const
-{
-    return m_reading->scan() ? m_reading->scan()->tops() : QStringList();
-}
-
-QStringList Attempt::modules() const
-{
-    return m_reading->scan() ? m_reading->scan()->modules().modules() : QStringList();
 }
 
 QString Attempt::firstError() const

@@ -10,11 +10,12 @@
 #include <QStringList>
 
 #include <memory>
+#include <vector>
 
 namespace NETWEIR::Internal {
 
-/// One attempt to read a design: reads the sources, then runs the elaborator until it succeeds or
-/// its messages tell nothing new.
+/// One attempt to read a design: reads the sources, then runs the elaborator for some roots until
+/// it succeeds or its messages tell nothing new. More roots may follow.
 class Attempt
 {
 public:
@@ -22,8 +23,11 @@ public:
     /// because of that error.
     explicit Attempt(const QString &program, const QString &reasonForMacro = QString());
 
-    /// Reads the sources and starts the elaboration when they have one top.
-    void begin(const DesignSources &design, ExtractionProgress *progress);
+    /// Reads the sources.
+    void read(const DesignSources &design, ExtractionProgress *progress);
+
+    /// Starts the elaboration of @p roots, unless the sources have errors.
+    void begin(const std::vector<PartRoot> &roots);
 
     /// Waits for each run, at most @p limit milliseconds unless that is negative.
     void elaborate(ExtractionProgress *progress, int limit);
@@ -34,11 +38,14 @@ public:
 
     bool isRunning() const { return m_run && !m_run->isOver(); }
     bool isElaborated() const { return m_isElaborated; }
-    bool hasOneTop() const { return tops().size() == 1; }
+    /// Empty when the sources have no text.
+    const std::vector<DeclaredUnit> &units() const { return m_units; }
 
-    QStringList tops() const;
-    QStringList modules() const;
-    QStringList messages() const { return m_notes + m_outcome; }
+    /// What is wrong with the sources themselves.
+    const QStringList &sourceMessages() const { return m_sourceMessages; }
+
+    /// What the elaborations found.
+    QStringList elaborationMessages() const { return m_notes + m_outcome; }
 
     // How the attempt failed.
 
@@ -60,9 +67,12 @@ public:
     // The result of the elaboration, and how to read it.
 
     QString resultPath() const;
+    const std::vector<PartRoot> &roots() const { return m_input->roots().all(); }
     ReadOptions readOptions() const { return m_input->readOptions(); }
 
 private:
+    QStringList messages() const { return m_sourceMessages + m_unitErrors + m_notes + m_outcome; }
+    std::vector<PartRoot> inOwnSpelling(std::vector<PartRoot> roots) const;
     void startRun();
     void finishRun();
     void end(const QString &error);
@@ -72,10 +82,13 @@ private:
     std::unique_ptr<SourceReading> m_reading;
     std::unique_ptr<ElaboratorInput> m_input; ///< Null when there is nothing to elaborate.
     std::unique_ptr<ElaboratorRun> m_run;     ///< The last run of the elaborator.
-    QStringList m_notes;                      ///< Messages that apply to every run.
-    QStringList m_outcome;                    ///< Messages of the last run.
-    int m_omissions = 0;                      ///< Number of runs that left something out.
-    bool m_hasLearnt = false;                 ///< The input has changed since the last omission.
+    std::vector<DeclaredUnit> m_units;
+    QStringList m_sourceMessages;
+    QStringList m_unitErrors; ///< Of the units of the sources alone; somebody else reports them.
+    QStringList m_notes;      ///< Messages that apply to every run.
+    QStringList m_outcome;    ///< Messages of the last run.
+    int m_omissions = 0;      ///< Number of runs that left something out.
+    bool m_hasLearnt = false; ///< The input has changed since the last omission.
     bool m_isElaborated = false;
     bool m_isFinal = false;
 };

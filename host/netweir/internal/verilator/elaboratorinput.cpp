@@ -14,11 +14,6 @@ namespace {
 
 const char StubFile[] = "stubs.sv";
 
-/// A wrapper for a top that instantiates itself, because the elaborator would drop instances of its
-/// top.
-const char WrapperFile[] = "wrapper.v";
-const char WrapperModule[] = "netweir_top";
-
 /// Whether each text is SystemVerilog.
 QVector<bool> languagesOf(const DesignSources &sources)
 {
@@ -63,14 +58,14 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
 }
 
 ElaboratorInput::ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
-                                 const DesignScan &scan)
+                                 const DesignScan &scan, const ElaborationRoots &roots)
     : m_sources(sources)
     , m_text(text)
     , m_scan(scan)
-    , m_omissions(text, languagesOf(sources), scan.chosenTop().toUtf8())
+    , m_roots(roots)
+    , m_omissions(text, languagesOf(sources), roots.modules())
     , m_stubs(scan.modules().unknownInstantiations(), scan.moduleScan())
     , m_primitives(scan.moduleScan())
-    , m_wrapsTop(scan.tops().size() == 1 && scan.modules().instantiatesItself(scan.chosenTop()))
 {
 }
 
@@ -82,7 +77,7 @@ bool ElaboratorInput::write(const WorkFolder &folder, QString *error) const
         if (!folder.write(name, contentOf(piece), error))
             return false;
     }
-    if (m_wrapsTop && !folder.write(QLatin1String(WrapperFile), wrapper(), error))
+    if (m_roots.areWrapped() && !folder.write(QLatin1String(WrapperFile), m_roots.wrapper(), error))
         return false;
     return m_stubs.isEmpty() || folder.write(QLatin1String(StubFile), m_stubs.text(), error);
 }
@@ -96,24 +91,16 @@ QByteArray ElaboratorInput::contentOf(const TextPiece &piece) const
         piece.text, m_scan.order().contentOf(piece, m_stubs.withoutArrays(piece.text, text)));
 }
 
-QByteArray ElaboratorInput::wrapper() const
-{
-    return QByteArray("module ") + WrapperModule + "; \\" + m_scan.chosenTop().toUtf8() +
-           " top();\nendmodule\n";
-}
-
 QStringList ElaboratorInput::arguments() const
 {
-    QStringList result =
-        elaboratorArguments(m_wrapsTop ? QString(QLatin1String(WrapperModule)) : m_scan.chosenTop(),
-                            m_sources.standard, m_timed);
+    QStringList result = elaboratorArguments(m_roots.top(), m_sources.standard, m_timed);
     for (const TextPiece &piece : m_scan.order().pieces()) {
         const SourceFile &file = m_sources.files[piece.text];
         if (file.library && piece.blocks.isEmpty())
             result.append(QStringLiteral("-v"));
         result.append(pieceName(file, piece));
     }
-    if (m_wrapsTop)
+    if (m_roots.areWrapped())
         result.append(QLatin1String(WrapperFile));
     if (!m_stubs.isEmpty())
         result.append(QLatin1String(StubFile));
@@ -167,7 +154,7 @@ QStringList ElaboratorInput::leaveOut(const QVector<ToolMessage> &messages)
 ReadOptions ElaboratorInput::readOptions() const
 {
     ReadOptions options;
-    options.topIsWrapped = m_wrapsTop;
+    options.rootsAreWrapped = m_roots.areWrapped();
     options.unknownModules = m_stubs.unknownModules();
     options.primitiveModules = m_stubs.primitiveModules();
     options.tiedNets = m_scan.modules().tiedNets();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "elaborationroots.h"
 #include "omissions.h"
 #include "toolmessages.h"
 
@@ -33,9 +34,9 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
 class ElaboratorInput
 {
 public:
-    /// All arguments must outlive this object.
+    /// The first three arguments must outlive this object.
     ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
-                    const DesignScan &scan);
+                    const DesignScan &scan, const ElaborationRoots &roots);
 
     /// Writes all files that arguments() names.
     bool write(const WorkFolder &folder, QString *error) const;
@@ -48,6 +49,7 @@ public:
     /// Returns one message per item, none when nothing new was left out.
     QStringList leaveOut(const QVector<ToolMessage> &messages);
 
+    const ElaborationRoots &roots() const { return m_roots; }
     const Stubs &stubs() const { return m_stubs; }
 
     /// The differences between the design and the input of the elaborator, for the reader of the
@@ -56,17 +58,16 @@ public:
 
 private:
     QByteArray contentOf(const TextPiece &piece) const;
-    QByteArray wrapper() const;
     bool addMissingPin(const ToolMessage &message);
     bool addTypeParameter(const ToolMessage &message);
 
     const DesignSources &m_sources;
     const PreprocessedText &m_text;
     const DesignScan &m_scan;
+    const ElaborationRoots m_roots;
     Omissions m_omissions;
     Stubs m_stubs;
     PrimitiveInstances m_primitives;
-    bool m_wrapsTop;
     bool m_timed = false; ///< The elaborator keeps delays and events.
 };
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "faultreport.h"
 
+#include "elaborationroots.h"
 #include "faulthints.h"
 #include "piecenames.h"
 
@@ -14,11 +15,12 @@
 namespace NETWEIR::Internal {
 
 FaultReport::FaultReport(const DesignSources &sources, const PreprocessedText &text,
-                         const DesignScan &scan, const Stubs &stubs)
+                         const DesignScan &scan, const Stubs &stubs, const ElaborationRoots &roots)
     : m_sources(sources)
     , m_text(text)
     , m_scan(scan)
     , m_stubs(stubs)
+    , m_roots(roots)
 {
 }
 
@@ -64,6 +66,8 @@ bool FaultReport::isBadUnknownPin(const ToolMessage &message) const
 
 Place FaultReport::placeOf(const ToolMessage &message) const
 {
+    if (message.file == WrapperFile)
+        return m_roots.placeAt(message.line);
     Place place = m_text.place(textLineOf(message));
     place.column = message.column;
     return place;

@@ -10,6 +10,7 @@
 namespace NETWEIR::Internal {
 
 class DesignScan;
+class ElaborationRoots;
 class PreprocessedText;
 class Stubs;
 struct DesignSources;
@@ -21,7 +22,7 @@ class FaultReport
 public:
     /// All arguments must outlive this object.
     FaultReport(const DesignSources &sources, const PreprocessedText &text, const DesignScan &scan,
-                const Stubs &stubs);
+                const Stubs &stubs, const ElaborationRoots &roots);
 
     QStringList userMessages(const QVector<ToolMessage> &messages) const;
 
@@ -34,6 +35,7 @@ private:
     const PreprocessedText &m_text;
     const DesignScan &m_scan;
     const Stubs &m_stubs;
+    const ElaborationRoots &m_roots;
 };
 
 } // namespace NETWEIR::Internal

@@ -78,11 +78,11 @@ QString nameOf(const TextItem &item)
 } // namespace
 
 Omissions::Omissions(const PreprocessedText &text, const QVector<bool> &isSystemVerilog,
-                     const QByteArray &top)
+                     const QSet<QByteArray> &roots)
     : m_text(text)
     , m_texts(text.texts())
     , m_isSystemVerilog(isSystemVerilog)
-    , m_top(top)
+    , m_roots(roots)
 {
 }
 
@@ -168,7 +168,7 @@ bool Omissions::mayGo(int text, const TextItem &item, Cause cause)
     if (item.kind == TextItem::OtherUnit || m_gone.contains({text, item.range.begin}))
         return false;
     if (item.kind == TextItem::Module)
-        return cause == Cause::Unreadable && item.name != m_top;
+        return cause == Cause::Unreadable && !m_roots.contains(item.name);
     if (item.kind == TextItem::Assignment || cause == Cause::Unreadable)
         return cause == Cause::Unreadable;
     // Anywhere else an error is an error of the source, unless a word explains it.

@@ -29,10 +29,10 @@ class PreprocessedText;
 class Omissions
 {
 public:
-    /// @p isSystemVerilog tells the language of each text. The module @p top always stays. @p text
-    /// must outlive this object.
+    /// @p isSystemVerilog tells the language of each text. The modules @p roots always stay. @p
+    /// text must outlive this object.
     Omissions(const PreprocessedText &text, const QVector<bool> &isSystemVerilog,
-              const QByteArray &top);
+              const QSet<QByteArray> &roots);
     ~Omissions();
 
     const QVector<QByteArray> &texts() const { return m_texts; }
@@ -59,7 +59,7 @@ private:
     const PreprocessedText &m_text;
     QVector<QByteArray> m_texts;
     QVector<bool> m_isSystemVerilog;
-    QByteArray m_top;
+    QSet<QByteArray> m_roots;
     std::map<int, std::unique_ptr<TextItems>> m_items; ///< Items of the original texts.
     QSet<QPair<int, int>> m_gone;                      ///< Text and begin of the omitted items.
     QSet<QByteArray> m_names;                          ///< Names that omitted items declared.

@@ -13,6 +13,9 @@ namespace NETWEIR::Internal {
 
 struct SourceFile;
 
+/// The file name of the module around the roots.
+constexpr char WrapperFile[] = "wrapper.v";
+
 /// The file name of a piece of the text of @p file: "text7.sv", or "text7_2.sv" for the moved
 /// blocks from the third one on. The suffix determines the language.
 QString pieceName(const SourceFile &file, const TextPiece &piece);

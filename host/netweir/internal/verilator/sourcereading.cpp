@@ -33,7 +33,7 @@ void SourceReading::read(const QString &program, ExtractionProgress *progress)
     m_scan = std::make_unique<DesignScan>(m_sources, *m_text);
     if (!containsError(m_messages))
         m_missing = m_scan->missingNames();
-    m_scan->addMessages(&m_messages);
+    m_messages += m_scan->packages().warnings() + m_scan->packages().errors();
 }
 
 /// False when there is nothing to read.

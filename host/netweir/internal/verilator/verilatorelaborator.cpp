@@ -6,10 +6,9 @@
 #include "elaboratorprogram.h"
 
 #include <netweir/internal/ground/messages.h>
-#include <netweir/internal/nets/netlistreader.h>
+#include <netweir/internal/nets/verilogpart.h>
 #include <netweir/internal/sources/sourcecheck.h>
 #include <netweir/internal/tool/extractionprogress.h>
-#include <netweir/rtlnetlist.h>
 
 namespace NETWEIR::Internal {
 
@@ -20,26 +19,77 @@ VerilatorElaborator::VerilatorElaborator(const DesignSources &design)
 
 VerilatorElaborator::~VerilatorElaborator() = default;
 
-void VerilatorElaborator::elaborate(ExtractionProgress *progress, int limit)
+void VerilatorElaborator::setForeignUnits(const std::vector<DeclaredUnit> * /*units*/) {}
+
+void VerilatorElaborator::scan(ExtractionProgress *progress)
 {
-    if (!m_attempt) {
-        QString error;
-        m_program = findElaborator(&error);
-        if (m_program.isEmpty()) {
-            m_errors.append(errorMessage(error));
-            return;
-        }
-        begin(progress);
+    QString error;
+    m_program = findElaborator(&error);
+    if (m_program.isEmpty()) {
+        m_errors.append(errorMessage(error));
+        return;
     }
-    do {
-        m_attempt->elaborate(progress, limit);
-    } while (!m_attempt->isRunning() && !m_attempt->isElaborated() && tryOtherwise(progress));
+    readSources(progress);
+    if (m_attempt->hasErrors() && tryMacro(progress) && m_attempt->hasErrors())
+        takeBetterAttempt();
 }
 
-void VerilatorElaborator::begin(ExtractionProgress *progress, const QString &reasonForMacro)
+void VerilatorElaborator::readSources(ExtractionProgress *progress, const QString &reasonForMacro)
 {
     m_attempt = std::make_unique<Attempt>(m_program, reasonForMacro);
-    m_attempt->begin(m_design, progress);
+    m_attempt->read(m_design, progress);
+}
+
+/// Reads the sources once more after a failed attempt, with the macro of the tool. False when that
+/// would not help.
+bool VerilatorElaborator::tryMacro(ExtractionProgress *progress)
+{
+    if (m_hasTriedMacro || m_attempt->isFinal() || !m_attempt->namesTool() ||
+        m_design.defines(QLatin1String(ToolMacro)))
+        return false;
+    m_hasTriedMacro = true;
+    m_failed = std::move(m_attempt);
+    readSources(progress, m_failed->firstError());
+    return true;
+}
+
+/// The attempt with fewer errors counts; of equal ones, the first.
+void VerilatorElaborator::takeBetterAttempt()
+{
+    if (m_failed && m_failed->errorCount() <= m_attempt->errorCount())
+        m_attempt = std::move(m_failed);
+    m_failed.reset();
+}
+
+const std::vector<DeclaredUnit> &VerilatorElaborator::units() const
+{
+    static const std::vector<DeclaredUnit> none;
+    return m_attempt ? m_attempt->units() : none;
+}
+
+QStringList VerilatorElaborator::sourceMessages() const
+{
+    return m_attempt ? m_attempt->sourceMessages() : m_errors;
+}
+
+void VerilatorElaborator::begin(const std::vector<PartRoot> &roots,
+                                ExtractionProgress * /*progress*/)
+{
+    m_roots = roots;
+    if (!m_attempt)
+        return;
+    m_attempt->begin(roots);
+}
+
+void VerilatorElaborator::elaborate(ExtractionProgress *progress, int limit)
+{
+    if (!m_attempt)
+        return;
+    do {
+        m_attempt->elaborate(progress, limit);
+    } while (!isRunning() && !isElaborated() && tryOtherwise(progress));
+    if (isElaborated())
+        m_failed.reset();
 }
 
 /// Continues after a failed attempt. False when there is nothing else to try.
@@ -48,59 +98,33 @@ bool VerilatorElaborator::tryOtherwise(ExtractionProgress *progress)
     const bool hasFailed = m_attempt->hasErrors() || m_failed;
     if (!hasFailed || m_attempt->isFinal())
         return false;
-    if (mayNeedMacro()) {
-        m_hasTriedMacro = true;
-        m_failed = std::move(m_attempt);
-        begin(progress, m_failed->firstError());
+    if (tryMacro(progress)) {
+        m_attempt->begin(m_roots);
         return true;
     }
-    if (m_failed && m_failed->errorCount() <= m_attempt->errorCount())
-        m_attempt = std::move(m_failed);
-    m_failed.reset();
+    takeBetterAttempt();
     return m_attempt->leaveOut();
 }
 
-bool VerilatorElaborator::mayNeedMacro() const
+bool VerilatorElaborator::isRunning() const
 {
-    return !m_hasTriedMacro && m_attempt->namesTool() &&
-           !m_design.defines(QLatin1String(ToolMacro));
+    return m_attempt && m_attempt->isRunning();
 }
 
-QStringList VerilatorElaborator::tops() const
+bool VerilatorElaborator::isElaborated() const
 {
-    return m_attempt ? m_attempt->tops() : QStringList();
+    return m_attempt && m_attempt->isElaborated();
 }
 
-QStringList VerilatorElaborator::modules() const
+std::unique_ptr<Part> VerilatorElaborator::read(QString *error)
 {
-    return m_attempt ? m_attempt->modules() : QStringList();
-}
-
-std::unique_ptr<RtlNetlist> VerilatorElaborator::buildNetlist(ExtractionProgress *progress)
-{
-    if (!m_attempt || !m_attempt->isElaborated() || !m_attempt->hasOneTop())
-        return nullptr;
-    progress->setPhase(Text::tr("Building netlist"));
-    ReadOptions options = m_attempt->readOptions();
-    options.cancelled = &progress->cancelled();
-    options.timeoutSeconds = m_design.timeoutSeconds;
-    std::unique_ptr<RtlNetlist> netlist;
-    QString error;
-    progress->runInThread(
-        [&] { netlist = readElaboratedXml(m_attempt->resultPath(), options, &error); });
-    if (progress->isCancelled()) {
-        m_errors.append(cancelError());
-        return nullptr;
-    }
-    if (!netlist)
-        m_errors.append(
-            errorMessage(Text::tr("The elaborated design cannot be read: %1").arg(error)));
-    return netlist;
+    return VerilogPart::read(m_attempt->resultPath(), m_attempt->roots(), m_attempt->readOptions(),
+                             error);
 }
 
 QStringList VerilatorElaborator::messages() const
 {
-    return m_attempt ? m_attempt->messages() + m_errors : m_errors;
+    return m_attempt ? m_attempt->elaborationMessages() : QStringList();
 }
 
 } // namespace NETWEIR::Internal

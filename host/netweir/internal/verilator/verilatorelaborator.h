@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <netweir/internal/parts/partelaborator.h>
 #include <netweir/internal/sources/designsources.h>
-#include <netweir/internal/tool/elaborator.h>
 
 namespace NETWEIR::Internal {
 
 class Attempt;
 
-/// Reads designs in Verilog and SystemVerilog with Verilator.
+/// Reads Verilog and SystemVerilog with Verilator.
 ///
 /// The preprocessor runs first. Its output is scanned for modules and then becomes, file by file,
 /// the input of the elaborator. So macros carry over from file to file, nothing is preprocessed
@@ -18,28 +18,35 @@ class Attempt;
 /// The sources are read like in synthesis. If that fails and they use the macro of the tool, they
 /// are read once more with the macro defined. Then constructs that the elaborator cannot read are
 /// left out one by one, as long as that gets further.
-class VerilatorElaborator final : public Elaborator
+class VerilatorElaborator final : public PartElaborator
 {
 public:
     explicit VerilatorElaborator(const DesignSources &design);
     ~VerilatorElaborator() override;
 
-    // Elaborator
+    // PartElaborator
+    void setForeignUnits(const std::vector<DeclaredUnit> *units) override;
+    void scan(ExtractionProgress *progress) override;
+    const std::vector<DeclaredUnit> &units() const override;
+    QStringList sourceMessages() const override;
+    void begin(const std::vector<PartRoot> &roots, ExtractionProgress *progress) override;
     void elaborate(ExtractionProgress *progress, int limit) override;
-    QStringList tops() const override;
-    QStringList modules() const override;
-    std::unique_ptr<RtlNetlist> buildNetlist(ExtractionProgress *progress) override;
+    bool isRunning() const override;
+    bool isElaborated() const override;
+    std::unique_ptr<Part> read(QString *error) override;
     QStringList messages() const override;
 
 private:
-    void begin(ExtractionProgress *progress, const QString &reasonForMacro = QString());
+    void readSources(ExtractionProgress *progress, const QString &reasonForMacro = QString());
+    bool tryMacro(ExtractionProgress *progress);
+    void takeBetterAttempt();
     bool tryOtherwise(ExtractionProgress *progress);
-    bool mayNeedMacro() const;
 
     const DesignSources m_design;
     QString m_program;
     std::unique_ptr<Attempt> m_attempt; ///< Null before the first attempt and without a program.
     std::unique_ptr<Attempt> m_failed;  ///< Used again when the current attempt is not better.
+    std::vector<PartRoot> m_roots;
     bool m_hasTriedMacro = false;
     QStringList m_errors; ///< Errors that belong to no attempt.
 };

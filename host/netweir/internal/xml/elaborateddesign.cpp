@@ -51,11 +51,13 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
             addDefinition(node, options);
     }
     readDefinitions(options);
-    if (!findTop(options.topIsWrapped)) {
+    if (!findRoots(options.rootsAreWrapped)) {
         *error = Text::tr("The elaborated design contains no top module.");
         return false;
     }
-    return sortBottomUp(error);
+    std::vector<State> states(m_definitions.size(), New);
+    return std::all_of(m_roots.begin(), m_roots.end(),
+                       [&](const Definition *top) { return sortBottomUp(top, &states, error); });
 }
 
 /// A name that both a package and the module have means that of the package only after "::".
@@ -116,8 +118,8 @@ void ElaboratedDesign::readDefinitions(const ReadOptions &options)
     }
 }
 
-/// False when there is none. A wrapper has the top of the design as its only instance.
-bool ElaboratedDesign::findTop(bool isWrapped)
+/// False when there is none.
+bool ElaboratedDesign::findRoots(bool areWrapped)
 {
     const auto isTop = [](const auto &definition) {
         return definition->node.attribute("topModule").as_int() == 1;
@@ -125,39 +127,42 @@ bool ElaboratedDesign::findTop(bool isWrapped)
     const auto top = std::find_if(m_definitions.begin(), m_definitions.end(), isTop);
     if (top == m_definitions.end())
         return false;
-    m_top = top->get();
-    if (isWrapped)
-        m_top = m_top->instances.size() == 1 ? m_top->instances.front().definition : nullptr;
-    return m_top != nullptr;
+    if (!areWrapped) {
+        m_roots.push_back(top->get());
+        return true;
+    }
+    for (const InstanceItem &instance : (*top)->instances)
+        m_roots.push_back(instance.definition);
+    return !m_roots.empty() && std::find(m_roots.begin(), m_roots.end(), nullptr) == m_roots.end();
 }
 
-/// False when a definition instantiates itself.
-bool ElaboratedDesign::sortBottomUp(QString *error)
+/// Adds @p root and all definitions below it that are new. False when one instantiates itself.
+bool ElaboratedDesign::sortBottomUp(const Definition *root, std::vector<State> *states,
+                                    QString *error)
 {
-    enum State : char { New, Open, Done };
     struct Visit
     {
         const Definition *definition;
         std::vector<InstanceItem>::const_iterator next;
     };
-    std::vector<State> states(m_definitions.size(), New);
     std::vector<Visit> path;
     const auto enter = [&](const Definition *definition) {
-        itemAt(states, definition->number) = Open;
+        itemAt(*states, definition->number) = Open;
         path.push_back({definition, definition->instances.begin()});
     };
-    enter(m_top);
+    if (itemAt(*states, root->number) == New)
+        enter(root);
     while (!path.empty()) {
         ReadGuard::check();
         Visit &visit = path.back();
         if (visit.next == visit.definition->instances.end()) {
-            itemAt(states, visit.definition->number) = Done;
+            itemAt(*states, visit.definition->number) = Done;
             m_bottomUp.push_back(visit.definition);
             path.pop_back();
             continue;
         }
         const Definition *used = visit.next++->definition;
-        const State state = used ? itemAt(states, used->number) : Done;
+        const State state = used ? itemAt(*states, used->number) : Done;
         if (state == Open) {
             *error = Text::tr("Module \"%1\" contains itself.").arg(used->sourceName);
             return false;

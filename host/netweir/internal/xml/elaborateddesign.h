@@ -26,7 +26,9 @@ public:
               QString *error);
 
     const TypeTable &types() const { return m_types; }
-    const Definition &top() const { return *m_top; }
+    /// The top of the file, or what its wrapper instantiates.
+    const std::vector<const Definition *> &roots() const { return m_roots; }
+    const Definition &top() const { return *m_roots.front(); }
 
     /// One default value per definition, indexed by the number of the definition.
     template <typename T>
@@ -35,7 +37,7 @@ public:
         return std::vector<T>(m_definitions.size());
     }
 
-    /// The top and all definitions below it, each after the definitions that it instantiates.
+    /// The roots and all definitions below them, each after the definitions that it instantiates.
     const std::vector<const Definition *> &bottomUp() const { return m_bottomUp; }
 
     /// True when @p reference, made in a module, names a variable of a package.
@@ -46,11 +48,13 @@ public:
     std::vector<bool> writtenArguments(const Definition &definition, const Occurrence &call) const;
 
 private:
+    enum State : char { New, Open, Done };
+
     void addDefinition(const pugi::xml_node &node, const ReadOptions &options);
     void addPackage(const pugi::xml_node &node);
     void readDefinitions(const ReadOptions &options);
-    bool findTop(bool isWrapped);
-    bool sortBottomUp(QString *error);
+    bool findRoots(bool areWrapped);
+    bool sortBottomUp(const Definition *root, std::vector<State> *states, QString *error);
 
     TypeTable m_types;
     SourceTexts m_sources;
@@ -58,7 +62,7 @@ private:
     std::vector<const Definition *> m_bottomUp;
     std::unordered_set<std::string_view> m_packageVariables;
     std::unordered_multimap<std::string_view, pugi::xml_node> m_routines;
-    const Definition *m_top = nullptr;
+    std::vector<const Definition *> m_roots;
 };
 
 } // namespace NETWEIR::Internal

@@ -2,14 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <netweir/internal/ground/readguard.h>
-
 #include <QHash>
 #include <QSet>
 #include <QString>
 #include <QVector>
-
-#include <atomic>
 
 namespace NETWEIR::Internal {
 
@@ -25,8 +21,8 @@ struct OmittedWrite
 /// Facts about a design that are not in the elaborated XML.
 struct ReadOptions
 {
-    /// The top of the XML does not belong to the design: its only instance is the top module.
-    bool topIsWrapped = false;
+    /// The top of the XML does not belong to the design: its instances are the roots.
+    bool rootsAreWrapped = false;
     /// Modules without a source, given as stubs. The direction of their pins is unknown, so
     /// everything connected to them counts as driven. They are not hierarchy nodes.
     QSet<QString> unknownModules;
@@ -39,10 +35,6 @@ struct ReadOptions
     /// Omitted writes by the source name of their module. Their targets count as driven: nets,
     /// bits, or nets of interfaces and instances.
     QHash<QString, QVector<OmittedWrite>> omittedWrites;
-    /// Reading ends soon after it becomes true. Null when there is no way to cancel.
-    const std::atomic<bool> *cancelled = nullptr;
-    int timeoutSeconds = 120;
-    qint64 memoryLimit = ReadGuard::defaultMemoryLimit(); ///< In bytes.
 };
 
 } // namespace NETWEIR::Internal

@@ -18,7 +18,7 @@
 using namespace NETWEIR;
 
 /// How the reader of elaborated designs copes with damaged, deep and large files.
-class TestNetlistReader : public TarnTest::TestCase
+class TestVerilogPart : public TarnTest::TestCase
 {
     Q_OBJECT
 
@@ -42,7 +42,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<RtlNetlist> read(const QByteArray &xml, QString *error,
-                                     const Internal::ReadOptions &options = {});
+                                     const Internal::ReadLimits &limits = {});
 
     QTemporaryDir m_folder;
 };
@@ -166,15 +166,15 @@ QByteArray damaged(QByteArray xml, std::mt19937 *random)
 
 } // namespace
 
-std::unique_ptr<RtlNetlist> TestNetlistReader::read(const QByteArray &xml, QString *error,
-                                                    const Internal::ReadOptions &options)
+std::unique_ptr<RtlNetlist> TestVerilogPart::read(const QByteArray &xml, QString *error,
+                                                    const Internal::ReadLimits &limits)
 {
     const QString path = m_folder.filePath(QStringLiteral("design.xml"));
     TarnTest::writeFile(path, xml);
-    return Internal::readElaboratedXml(path, options, error);
+    return TarnTest::readNetlist(path, {}, error, limits);
 }
 
-void TestNetlistReader::refusesWhatIsNoElaboratedDesign_data()
+void TestVerilogPart::refusesWhatIsNoElaboratedDesign_data()
 {
     QTest::addColumn<QByteArray>("xml");
     QTest::addColumn<QString>("reason");
@@ -212,7 +212,7 @@ void TestNetlistReader::refusesWhatIsNoElaboratedDesign_data()
         << tooLarge;
 }
 
-void TestNetlistReader::refusesWhatIsNoElaboratedDesign()
+void TestVerilogPart::refusesWhatIsNoElaboratedDesign()
 {
     QFETCH(QByteArray, xml);
     QFETCH(QString, reason);
@@ -221,15 +221,15 @@ void TestNetlistReader::refusesWhatIsNoElaboratedDesign()
     QVERIFY2(error.contains(reason), qPrintable(error));
 }
 
-void TestNetlistReader::refusesAMissingFile()
+void TestVerilogPart::refusesAMissingFile()
 {
     QString error;
     const QString path = m_folder.filePath(QStringLiteral("none.xml"));
-    QVERIFY(!Internal::readElaboratedXml(path, {}, &error));
+    QVERIFY(!TarnTest::readNetlist(path, {}, &error));
     QVERIFY2(error.contains(path), qPrintable(error));
 }
 
-void TestNetlistReader::refusesEveryTruncation()
+void TestVerilogPart::refusesEveryTruncation()
 {
     const TarnTest::Elaboration elaboration(VariedDesign);
     QVERIFY2(elaboration.isOk(), elaboration.log().constData());
@@ -244,7 +244,7 @@ void TestNetlistReader::refusesEveryTruncation()
     QVERIFY(!read(xml.left(xml.size() - 1), &error));
 }
 
-void TestNetlistReader::deepNestingNeedsNoStack_data()
+void TestVerilogPart::deepNestingNeedsNoStack_data()
 {
     QTest::addColumn<QByteArray>("xml");
     constexpr int Depth = 200000;
@@ -281,7 +281,7 @@ void TestNetlistReader::deepNestingNeedsNoStack_data()
     QTest::newRow("instances") << design(modules);
 }
 
-void TestNetlistReader::deepNestingNeedsNoStack()
+void TestVerilogPart::deepNestingNeedsNoStack()
 {
     QFETCH(QByteArray, xml);
     QString error;
@@ -290,7 +290,7 @@ void TestNetlistReader::deepNestingNeedsNoStack()
     QVERIFY(netlist->findNet(QStringLiteral("top/n")));
 }
 
-void TestNetlistReader::longConcatenationsNeedNoStack()
+void TestVerilogPart::longConcatenationsNeedNoStack()
 {
     // Concatenations come as a chain of pairs.
     QByteArray names("n0");
@@ -312,7 +312,7 @@ void TestNetlistReader::longConcatenationsNeedNoStack()
 }
 
 /// The damages are the same in every run.
-void TestNetlistReader::damagedFilesNeverCrash()
+void TestVerilogPart::damagedFilesNeverCrash()
 {
     const TarnTest::Elaboration elaboration(VariedDesign);
     QVERIFY2(elaboration.isOk(), elaboration.log().constData());
@@ -336,38 +336,38 @@ void TestNetlistReader::damagedFilesNeverCrash()
     QVERIFY2(readable > 150, qPrintable(QString::number(readable)));
 }
 
-void TestNetlistReader::endsWhenCancelled()
+void TestVerilogPart::endsWhenCancelled()
 {
     const TarnTest::Elaboration elaboration(VariedDesign);
     QVERIFY2(elaboration.isOk(), elaboration.log().constData());
     std::atomic<bool> cancelled{false};
-    Internal::ReadOptions options;
-    options.cancelled = &cancelled;
+    Internal::ReadLimits limits;
+    limits.cancelled = &cancelled;
     QString error;
-    QVERIFY(elaboration.read(options, &error));
+    QVERIFY(TarnTest::readNetlist(elaboration.xmlPath(), {}, &error, limits));
     QCOMPARE(error, QString());
     cancelled = true;
-    QVERIFY(!elaboration.read(options, &error));
+    QVERIFY(!TarnTest::readNetlist(elaboration.xmlPath(), {}, &error, limits));
     QCOMPARE(error, QStringLiteral("Reading was cancelled."));
 }
 
 /// The full names of all scopes would take 80 GB.
-void TestNetlistReader::deepScopesTakeLittleMemory()
+void TestVerilogPart::deepScopesTakeLittleMemory()
 {
     QByteArray scopes;
     for (int i = 0; i < 200000; ++i)
         scopes += "<begin name=\"b\" origName=\"b\">";
     for (int i = 0; i < 200000; ++i)
         scopes += "</begin>";
-    Internal::ReadOptions options;
-    options.memoryLimit = 1000 * Megabyte;
+    Internal::ReadLimits limits;
+    limits.memoryLimit = 1000 * Megabyte;
     QString error;
-    const auto netlist = read(design(scopes), &error, options);
+    const auto netlist = read(design(scopes), &error, limits);
     QVERIFY2(netlist, qPrintable(error));
     QVERIFY(netlist->findNet(QStringLiteral("top/n")));
 }
 
-void TestNetlistReader::namesOfDeepHierarchiesAreRead()
+void TestVerilogPart::namesOfDeepHierarchiesAreRead()
 {
     constexpr int Depth = 4000;
     QString error;
@@ -379,7 +379,7 @@ void TestNetlistReader::namesOfDeepHierarchiesAreRead()
     QVERIFY(netlist->findNet(path + QLatin1Char('v')));
 }
 
-void TestNetlistReader::endsAtTheLimitOfMemory_data()
+void TestVerilogPart::endsAtTheLimitOfMemory_data()
 {
     QTest::addColumn<QByteArray>("xml");
 #ifndef __SANITIZE_ADDRESS__ // The sanitizer does not use freed memory again.
@@ -391,30 +391,30 @@ void TestNetlistReader::endsAtTheLimitOfMemory_data()
                                         "right=\"0\"/>");
 }
 
-void TestNetlistReader::endsAtTheLimitOfMemory()
+void TestVerilogPart::endsAtTheLimitOfMemory()
 {
     QFETCH(QByteArray, xml);
-    Internal::ReadOptions options;
-    options.memoryLimit = 100 * Megabyte;
+    Internal::ReadLimits limits;
+    limits.memoryLimit = 100 * Megabyte;
     ::malloc_trim(0); // Memory that earlier tests freed would be used first.
     QString error;
-    QVERIFY(!read(xml, &error, options));
+    QVERIFY(!read(xml, &error, limits));
     QCOMPARE(error, QStringLiteral("Reading needs more than 100 MB of memory and was stopped."));
 }
 
-void TestNetlistReader::refusesALargeFile()
+void TestVerilogPart::refusesALargeFile()
 {
     QFile file(m_folder.filePath(QStringLiteral("large.xml")));
     QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(100 * Megabyte + 1));
-    Internal::ReadOptions options;
-    options.memoryLimit = 100 * Megabyte;
+    Internal::ReadLimits limits;
+    limits.memoryLimit = 100 * Megabyte;
     QString error;
-    QVERIFY(!Internal::readElaboratedXml(file.fileName(), options, &error));
+    QVERIFY(!TarnTest::readNetlist(file.fileName(), {}, &error, limits));
     QVERIFY2(error.endsWith(QLatin1String("cannot be read: it is larger than 100 MB.")),
              qPrintable(error));
 }
 
-void TestNetlistReader::endsInAnyWork_data()
+void TestVerilogPart::endsInAnyWork_data()
 {
     QTest::addColumn<QByteArray>("xml");
     const QByteArray variable("<varref name=\"n\" dtype_id=\"1\"/>");
@@ -439,22 +439,22 @@ void TestNetlistReader::endsInAnyWork_data()
 }
 
 /// Reading a file that would take hours ends in time, by itself and when cancelled.
-void TestNetlistReader::endsInAnyWork()
+void TestVerilogPart::endsInAnyWork()
 {
     QFETCH(QByteArray, xml);
-    Internal::ReadOptions options;
-    options.timeoutSeconds = 1;
+    Internal::ReadLimits limits;
+    limits.timeoutSeconds = 1;
     QString error;
     QElapsedTimer timer;
     timer.start();
-    QVERIFY(!read(xml, &error, options));
+    QVERIFY(!read(xml, &error, limits));
     QCOMPARE(error, QStringLiteral("Reading took longer than 1 seconds and was stopped. Raise the "
                                    "timeout in the project's options."));
     QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
 
     std::atomic<bool> cancelled{false};
-    options.timeoutSeconds = 1000;
-    options.cancelled = &cancelled;
+    limits.timeoutSeconds = 1000;
+    limits.cancelled = &cancelled;
     QElapsedTimer sinceCancel;
     const std::unique_ptr<QThread> canceller(QThread::create([&] {
         QThread::msleep(200);
@@ -462,11 +462,11 @@ void TestNetlistReader::endsInAnyWork()
         cancelled = true;
     }));
     canceller->start();
-    QVERIFY(!read(xml, &error, options));
+    QVERIFY(!read(xml, &error, limits));
     canceller->wait();
     QCOMPARE(error, QStringLiteral("Reading was cancelled."));
     QVERIFY2(sinceCancel.elapsed() < 1000, qPrintable(QString::number(sinceCancel.elapsed())));
 }
 
-QTEST_APPLESS_MAIN(TestNetlistReader)
-#include "tst_netlistreader.moc"
+QTEST_APPLESS_MAIN(TestVerilogPart)
+#include "tst_verilogpart.moc"

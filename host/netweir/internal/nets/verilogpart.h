@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "instancetree.h"
+#include "interfacebindings.h"
+#include "markeddefinition.h"
+#include "memories.h"
+
+#include <netweir/internal/parts/part.h>
+#include <netweir/internal/xml/elaborateddesign.h>
+#include <netweir/internal/xml/xmlfile.h>
+
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace NETWEIR::Internal {
+
+/// The part of a design in Verilog and SystemVerilog, read from the XML file of the elaborator.
+///
+/// Owns the document and, per definition, its places and marks, which all builds share. Keeps the
+/// instances below each root, but not their marks.
+class VerilogPart final : public Part
+{
+public:
+    /// Null when the file at @p xmlPath is incomplete, has an unexpected form, or contains too much
+    /// for a netlist; @p error then says why and where. @p roots are the roots of the file.
+    static std::unique_ptr<VerilogPart> read(const QString &xmlPath,
+                                             const std::vector<PartRoot> &roots,
+                                             const ReadOptions &options, QString *error);
+    ~VerilogPart() override;
+
+    // Part
+    const std::vector<PartRoot> &foreignRoots() const override { return m_foreignRoots; }
+    QString unitName(int root) const override;
+    std::vector<PartPort> ports(int root) const override;
+    void build(int root, const DrivenPorts &driven, Hierachy *node, NetlistBuilder *builder,
+               const BorderHandler &border) const override;
+    bool usesJtagPrimitive() const override;
+
+private:
+    /// A root and all instances below it.
+    struct Root
+    {
+        bool isTop = false;
+        InstanceTree tree;
+        InterfaceBindings bindings;
+    };
+
+    VerilogPart();
+    bool readRoots(const std::vector<PartRoot> &roots);
+    bool placeAndMark();
+    const Definition &definitionOf(int root) const;
+
+    XmlFile m_file;
+    ElaboratedDesign m_design;
+    std::vector<Root> m_roots;
+    Memories m_memories;
+    std::vector<PlacedDefinition> m_placed; ///< By the number of the definition.
+    std::vector<MarkedDefinition> m_marked; ///< By the number of the definition.
+    std::vector<PartRoot> m_foreignRoots;
+};
+
+} // namespace NETWEIR::Internal
