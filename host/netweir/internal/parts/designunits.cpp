@@ -213,8 +213,9 @@ QVector<int> DesignUnits::reachableFrom(int start) const
         DepthFirstWalk(countOf(m_units))
             .visit(
                 start, [this](int unit) { return instantiatedBy(unit, Circle::Any); },
-                [&result](int unit) { result.prepend(unit); }, [](int, int) {});
+                [&result](int unit) { result.append(unit); }, [](int, int) {});
     }
+    std::reverse(result.begin(), result.end()); // The walk leaves the start last.
     return result;
 }
 

@@ -18,7 +18,8 @@ namespace NETWEIR::Internal {
 constexpr char JtagPrimitive[] = "KX_JTAG";
 
 /// Which bits of the input and inout ports of an instance are driven outside of it, by the names of
-/// the ports: leftmost bit first, as many as the port has. A missing port has no driven bit.
+/// the ports: leftmost bit first. A single entry holds for all bits of the port. A missing port is
+/// not connected: it has no driven bit.
 using DrivenPorts = QMap<QString, std::vector<bool>>;
 
 /// An instance of a unit of the other language, met while a part is added to the netlist.
@@ -27,7 +28,12 @@ struct BorderInstance
     int root = 0; ///< Index in Part::foreignRoots().
     Hierachy *parent = nullptr;
     QString name; ///< Local name in the parent: "g[0].u1".
+    /// As many entries as the connected bits. They may be those of all elements of an array.
     DrivenPorts driven;
+    /// Of an element of an array of instances: how many elements are left of it, and how many there
+    /// are.
+    qint64 position = 0;
+    qint64 count = 1;
 };
 
 using BorderHandler = std::function<void(const BorderInstance &)>;
@@ -61,8 +67,8 @@ public:
     /// Adds the nets of @p root to @p node, which exists already, and below it the instances with
     /// their nets. Calls @p border for each instance of a foreign unit when its node is to be
     /// added, so that the children of each node are in the order of the source. @p driven has the
-    /// names of ports(); it does not matter for a top. May be called several times for one root.
-    /// Linear in what it adds.
+    /// names of ports() and as many entries as they have bits, or one; it does not matter for a
+    /// top. May be called several times for one root. Linear in what it adds.
     virtual void build(int root, const DrivenPorts &driven, Hierachy *node, NetlistBuilder *builder,
                        const BorderHandler &border) const = 0;
 

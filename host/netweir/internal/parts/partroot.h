@@ -36,7 +36,7 @@ struct PartPort
 {
     QString name;
     PortDirection direction = PortDirection::Unknown;
-    qint64 width = 1;
+    qint64 width = 1; ///< 0 at a root: the instance does not tell, so nothing is checked.
 
     bool operator==(const PartPort &other) const
     {

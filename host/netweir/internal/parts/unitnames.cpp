@@ -4,8 +4,6 @@
 
 #include <netweir/internal/ground/itemat.h>
 
-#include <algorithm>
-
 namespace NETWEIR::Internal {
 
 namespace {
@@ -33,16 +31,19 @@ QString foldedName(const QString &name)
     return isExtended(name) ? name : name.toLower();
 }
 
-int findAcross(const QStringList &declared, const QString &written)
+NamesAcross::NamesAcross(const QStringList &declared)
 {
-    const int exact = declared.indexOf(written);
-    if (exact >= 0)
-        return exact;
-    const QString bare = bareName(written);
-    const auto found = std::find_if(declared.begin(), declared.end(), [&bare](const QString &name) {
-        return bareName(name).compare(bare, Qt::CaseInsensitive) == 0;
-    });
-    return found == declared.end() ? -1 : int(found - declared.begin());
+    // Backwards, so that the first of several equal names remains.
+    for (int i = declared.size() - 1; i >= 0; --i) {
+        m_exact.insert(declared[i], i);
+        m_inAnyCase.insert(bareName(declared[i]).toLower(), i);
+    }
+}
+
+int NamesAcross::find(const QString &written) const
+{
+    const int exact = m_exact.value(written, -1);
+    return exact >= 0 ? exact : m_inAnyCase.value(bareName(written).toLower(), -1);
 }
 
 UnitNames::UnitNames(const std::vector<DeclaredUnit> &units)
@@ -71,7 +72,7 @@ int UnitNames::find(const UnitUse &use, Language from, const QString &ownLibrary
 {
     if (from == Language::Verilog) {
         const int module = findVerilog(use.unit);
-        return module >= 0 ? module : findVhdl(use.unit);
+        return module >= 0 ? module : findVhdlFromVerilog(use.unit);
     }
     const int entity = findVhdl(use.unit, use.library, ownLibrary);
     return entity >= 0 ? entity : findVerilogFromVhdl(use.unit);
@@ -80,9 +81,7 @@ int UnitNames::find(const UnitUse &use, Language from, const QString &ownLibrary
 int UnitNames::findVhdl(const QString &name, const QString &library,
                         const QString &ownLibrary) const
 {
-    auto named = m_vhdl.constFind(foldedName(name));
-    if (named == m_vhdl.constEnd()) // Verilog writes the name of an extended identifier bare.
-        named = m_vhdl.constFind(QLatin1Char('\\') + name + QLatin1Char('\\'));
+    const auto named = m_vhdl.constFind(foldedName(name));
     if (named == m_vhdl.constEnd())
         return -1;
     const QString wanted = library.isEmpty() ? ownLibrary : library;
@@ -91,6 +90,14 @@ int UnitNames::findVhdl(const QString &name, const QString &library,
             return unit.number;
     }
     return library.isEmpty() ? named->first().number : -1;
+}
+
+/// Verilog writes the name of an extended identifier bare.
+int UnitNames::findVhdlFromVerilog(const QString &name) const
+{
+    const int entity = findVhdl(name);
+    const QChar mark = QLatin1Char('\\');
+    return entity >= 0 ? entity : findVhdl(mark + name + mark);
 }
 
 int UnitNames::findVerilogFromVhdl(const QString &name) const

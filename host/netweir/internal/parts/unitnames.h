@@ -16,10 +16,21 @@ namespace NETWEIR::Internal {
 /// The name as VHDL compares it: in lower case, but an extended identifier ("\Name\") as written.
 QString foldedName(const QString &name);
 
-/// The index in @p declared of the name that @p written means across the border of the languages:
-/// the same name, otherwise the first that differs only in case or in the marks of an extended
-/// identifier. -1 when there is none.
-int findAcross(const QStringList &declared, const QString &written);
+/// Names of ports, generics or parameters, for searches across the border of the languages. Each
+/// search takes constant time.
+class NamesAcross
+{
+public:
+    explicit NamesAcross(const QStringList &declared);
+
+    /// The index of the name that @p written means: the same name, otherwise the first that differs
+    /// only in case or in the marks of an extended identifier. -1 when there is none.
+    int find(const QString &written) const;
+
+private:
+    QHash<QString, int> m_exact;
+    QHash<QString, int> m_inAnyCase;
+};
 
 /// Says which unit a name means. There is one rule for both languages, and only Verilog is
 /// case-sensitive:
@@ -53,6 +64,7 @@ private:
         int number;
     };
 
+    int findVhdlFromVerilog(const QString &name) const;
     int findVerilogFromVhdl(const QString &name) const;
 
     QHash<QString, int> m_verilog;
