@@ -30,8 +30,8 @@ struct WaveNames
 WaveNames vhdlWaveNames(const QMap<QString, QStringList> &filesOfLibraries, const QString &top,
                         const QStringList &generics, QString *error);
 
-/// Simulates @p top for no time with Icarus. @p arguments are its files and options. Icarus does
-/// not show arrays.
+/// Simulates @p top for no time with Icarus. @p arguments are its files and options. Icarus shows
+/// neither arrays nor nets that nothing drives or reads.
 WaveNames verilogWaveNames(const QStringList &arguments, const QString &top, QString *error);
 
 /// The nets and buses below @p node that @p wave does not show, and those that only @p wave shows,
