@@ -3,7 +3,8 @@
 #include "extraction.h"
 
 #include <netweir/internal/ground/messages.h>
-#include <netweir/internal/verilator/verilogdesign.h>
+#include <netweir/internal/join/designelaborator.h>
+#include <netweir/internal/verilator/verilatorelaborator.h>
 #include <netweir/rtlnetlist.h>
 
 #include <QElapsedTimer>
@@ -54,7 +55,9 @@ private:
 
 std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources)
 {
-    return std::make_unique<VerilogDesign>(sources);
+    std::vector<LanguageElaborator> languages;
+    languages.push_back({Language::Verilog, std::make_unique<VerilatorElaborator>(sources)});
+    return std::make_unique<DesignElaborator>(sources, std::move(languages));
 }
 
 Extraction::Extraction(const DesignSources &sources, const ElaboratorFactory &create)
