@@ -450,6 +450,11 @@ void ArgumentReader::repeatSource(const ProjectSource &known, const ProjectSourc
 bool ArgumentReader::addLibraryFile(const QString &path)
 {
     m_project.libraryFiles.append(path);
+    if (fileTypeOf(path) == VhdlFile &&
+        m_library.compare(QLatin1String(DefaultVhdlLibrary), Qt::CaseInsensitive) != 0)
+        m_warnings.append(
+            placed(tr("%1 belongs to the library %2, as it is named with -v")
+                       .arg(QDir::toNativeSeparators(path), QLatin1String(DefaultVhdlLibrary))));
     return true;
 }
 

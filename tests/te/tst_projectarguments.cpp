@@ -169,7 +169,9 @@ void TestProjectArguments::collects_data()
     row({"--work=a", "c.vhd", "--work", "WORK", "f.vhdl"}, "~/c.vhd:4@a ~/f.vhdl:4");
     row({"--work", "a", "*.vhd*"}, "~/c.vhd:4@a ~/f.vhdl:4@a");
     row({"--work", "./no/name", "a.v"}, "~/a.v:2");
-    row({"--work", "l", "-v", "c.vhd"}, "v:~/c.vhd");
+    row({"-v", "c.vhd", "--work", "Work", "-v", "c.vhd"}, "v:~/c.vhd v:~/c.vhd");
+    row({"--work", "l", "-v", "c.vhd", "-v", "a.v"},
+        "v:~/c.vhd v:~/a.v \nWARNING: ~/c.vhd belongs to the library work, as it is named with -v");
     row({"c.vhd", "./c.vhd"}, "~/c.vhd:4");
     row({"--work", "a", "c.vhd", "--work", "A", "c.vhd"}, "~/c.vhd:4@a");
     row({"c.vhd", "--work", "b", "c.vhd", "f.vhdl"},
