@@ -60,7 +60,9 @@ void TestVhdlHiddenCode::keepsAllPlaces()
     QByteArray text("a\r\n-- pragma translate_off\r\nb\rb\n-- pragma translate_on\r\n  c");
     blankHiddenVhdl(&text);
     QCOMPARE(text,
-             QByteArray(text.size() ? "a\r\n                       \r\n \r \n                      \r\n  c" : ""));
+             QByteArray(text.size()
+                            ? "a\r\n                       \r\n \r \n                      \r\n  c"
+                            : ""));
 }
 
 TARN_TEST_MAIN(TestVhdlHiddenCode)

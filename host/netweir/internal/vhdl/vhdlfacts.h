@@ -2,68 +2,77 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "vhdlfile.h"
+#include "vhdlsource.h"
 
-#include <QHash>
+#include <QByteArray>
+#include <QByteArrayList>
 #include <QVector>
 
 #include <memory>
 
 namespace NETWEIR::Internal {
 
-/// A scanned text of a design with the library that it belongs to. The facts refer to both.
-struct VhdlSource
-{
-    QByteArray library; ///< "work" or a name of its own.
-    QByteArray text;    ///< What was scanned.
-    VhdlFile file;
-};
+class VhdlFactsOfDesign;
 
-/// The result of a computed index on a signal or port.
-struct VhdlComputedIndex
-{
-    /// The number of indexes in front of the first computed one: 0 for "mem(i)", 1 for "mem(3)(i)".
-    /// A range in front, as in "mem(3 downto 0)(i)", does not count.
-    int depth = 0;
-};
-
-/// What the texts tell about the scopes and instances of one architecture and its entity, and GHDL
-/// does not show. Paths are labels of instances' scopes as GHDL prints them: folded, without the
-/// indexes of for generates; {} is the architecture itself. Alternatives of an if or case generate
-/// share a path. An empty result means that the texts do not tell.
+/// What the texts tell about one architecture and its entity, and GHDL does not.
+///
+/// All names are as GHDL prints them, so folded. A path consists of the labels of the blocks and
+/// generates around something, without the indexes of for generates; an empty path is the
+/// architecture itself. The alternatives of an if or case generate share their path. All results
+/// are empty, false or negative when the texts do not tell.
 class VhdlArchitectureFacts
 {
 public:
+    ~VhdlArchitectureFacts();
+
     /// The name of the entity as declared.
     QByteArray entityName() const;
     QByteArray library() const;
-    /// The declared spelling of the signal, port, generic or label @p name in the scope at @p path.
+
+    /// The declared spelling of a signal, port, generic, or label of an instance, block or
+    /// generate.
     QByteArray spelling(const QByteArrayList &path, const QByteArray &name) const;
-    /// The declared spelling of the field @p name below the signal or port @p signal; @p fields are
-    /// the fields in between.
+
+    /// The declared spelling of the record field @p name below a signal or port. @p fields are the
+    /// fields in between.
     QByteArray fieldSpelling(const QByteArrayList &path, const QByteArray &signal,
                              const QByteArrayList &fields, const QByteArray &name) const;
-    /// Whether the instance @p label associates @p formal of @p unit, its component or entity, with
-    /// something other than open.
+
+    /// Whether the instance @p label connects the port @p formal, or a part of it, to something
+    /// other than "open".
     bool isAssociated(const QByteArrayList &path, const QByteArray &label,
                       const QByteArray &formal) const;
-    /// The least depth of a computed index on the signal @p name (with fields: "rec.mem"), negative
-    /// if there is none.
+
+    /// Tells a memory: the least number of indexes between @p name and a computed index on it, 0
+    /// for "mem(i)" and 1 for "mem(3)(i)". Negative when all its indexes are constant. @p name is a
+    /// signal or port, or with its fields "rec.mem".
     int computedIndexDepth(const QByteArrayList &path, const QByteArray &name) const;
+
+private:
+    friend class VhdlFactsOfDesign;
+    struct Private;
+    VhdlArchitectureFacts();
+
+    std::unique_ptr<Private> d;
 };
 
-/// What the texts of a whole design tell.
-///
-/// Linear in the texts; building it costs as much as scanning them.
+/// What the texts of a design tell. Building it reads every text once more; a query costs as much
+/// as its path is long.
 class VhdlFacts
 {
 public:
     explicit VhdlFacts(const QVector<VhdlSource> &sources);
     ~VhdlFacts();
+    VhdlFacts(const VhdlFacts &) = delete;
+    VhdlFacts &operator=(const VhdlFacts &) = delete;
 
-    /// Null when no text declares it. Without @p library, or if that has none, any library's.
+    /// The facts about the architecture of an entity in @p library, or, if that has none or is not
+    /// given, in any library. Null when no text declares it. Valid as long as this object.
     const VhdlArchitectureFacts *find(const QByteArray &entity, const QByteArray &architecture,
                                       const QByteArray &library = {}) const;
+
+private:
+    std::unique_ptr<VhdlFactsOfDesign> d;
 };
 
 } // namespace NETWEIR::Internal

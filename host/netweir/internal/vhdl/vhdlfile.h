@@ -74,8 +74,9 @@ struct VhdlInstance
     int scope = 0;
     /// "label : name;" alone, which is the call of a procedure if no component has that name.
     bool bare = false;
-    TextRange range; ///< From the label to the semicolon.
-    int line = 0;    ///< Of the label.
+    bool conditional = false; ///< Within a generate, whose body may be left out.
+    TextRange range;          ///< From the label to the semicolon.
+    int line = 0;             ///< Of the label.
     int column = 0;
 };
 
@@ -148,11 +149,12 @@ struct VhdlScope
     enum Kind { Root, Block, ForGenerate, IfGenerate, CaseGenerate };
 
     Kind kind = Root;
-    int parent = -1;         ///< Smaller than the number of the scope; negative for the root.
-    QByteArray label;        ///< Of the statement; empty for the root.
-    QByteArray alternative;  ///< The label of the alternative, if it has one.
-    VhdlInterface interface; ///< Of a block.
-    TextRange range;         ///< The root: the whole unit.
+    int parent = -1;          ///< Smaller than the number of the scope; negative for the root.
+    QByteArray label;         ///< Of the statement; empty for the root.
+    QByteArray alternative;   ///< The label of the alternative, if it has one.
+    VhdlInterface interface;  ///< Of a block.
+    bool conditional = false; ///< Within a generate, or one itself.
+    TextRange range;          ///< The root: the whole unit.
     /// The name, condition or choices between the keyword and "generate" or "=>".
     TextRange head;
     TextRange selector; ///< Of a case generate: the expression behind "case".

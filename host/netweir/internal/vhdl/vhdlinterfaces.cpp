@@ -112,20 +112,6 @@ void readItems(VhdlReader *reader, QVector<VhdlInterfaceItem> *items)
     }
 }
 
-/// "(item; item);"
-QVector<VhdlInterfaceItem> readClause(VhdlReader *reader)
-{
-    QVector<VhdlInterfaceItem> items;
-    if (!reader->skip('('))
-        return items;
-    while (!atListEnd(*reader) && !reader->skip(')')) {
-        readItems(reader, &items);
-        reader->skip(';');
-    }
-    reader->skip(';');
-    return items;
-}
-
 /// The names of a formal that are no record fields.
 QByteArrayList formalNames(const QVector<VhdlToken> &tokens)
 {
@@ -231,11 +217,25 @@ void readVhdlInterface(VhdlReader *reader, VhdlInterface *interface)
     while (reader->token().is(VhdlKeyword::Generic) || reader->token().is(VhdlKeyword::Port)) {
         const bool isPort = reader->token().is(VhdlKeyword::Port);
         reader->advance();
-        if (reader->token().is(VhdlKeyword::Map)) // Of a block or a package.
+        if (reader->token().is(VhdlKeyword::Map)) { // Of a block or a package.
             reader->skipToSemicolon();
-        else
-            (isPort ? interface->ports : interface->generics) += readClause(reader);
+            continue;
+        }
+        (isPort ? interface->ports : interface->generics) += readVhdlItems(reader);
+        reader->skip(';');
     }
+}
+
+QVector<VhdlInterfaceItem> readVhdlItems(VhdlReader *reader)
+{
+    QVector<VhdlInterfaceItem> items;
+    if (!reader->skip('('))
+        return items;
+    while (!atListEnd(*reader) && !reader->skip(')')) {
+        readItems(reader, &items);
+        reader->skip(';');
+    }
+    return items;
 }
 
 QVector<VhdlAssociation> readVhdlAssociations(VhdlReader *reader)

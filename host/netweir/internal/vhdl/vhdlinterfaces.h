@@ -11,6 +11,9 @@ class VhdlReader;
 /// Reads "generic (...);" and "port (...);" and the maps of a block, as far as they are here.
 void readVhdlInterface(VhdlReader *reader, VhdlInterface *interface);
 
+/// Reads "(item; item)"; nothing where no parenthesis is.
+QVector<VhdlInterfaceItem> readVhdlItems(VhdlReader *reader);
+
 /// Reads "(formal => actual, ...)"; nothing where no parenthesis is.
 QVector<VhdlAssociation> readVhdlAssociations(VhdlReader *reader);
 

@@ -425,6 +425,7 @@ void UnitScan::addScope(VhdlScope::Kind kind)
     VhdlScope scope;
     scope.kind = kind;
     scope.parent = region.outerScope;
+    scope.conditional = kind != VhdlScope::Block || m_unit.scopes.at(scope.parent).conditional;
     scope.label = region.label;
     scope.range.begin = token().offset;
     scope.selector = region.selector;
@@ -509,6 +510,7 @@ void UnitScan::scanInstance(const VhdlToken &label)
     }
     instance.label = label.bytes();
     instance.scope = scope();
+    instance.conditional = m_unit.scopes.at(instance.scope).conditional;
     instance.range = m_reader.rangeFrom(label.offset);
     instance.line = label.line;
     instance.column = label.column;

@@ -1,0 +1,363 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "vhdlfacts.h"
+
+#include "vhdlindexes.h"
+#include "vhdlname.h"
+#include "vhdlrecords.h"
+
+#include <netweir/internal/ground/itemat.h>
+
+#include <QHash>
+#include <QPair>
+#include <QSet>
+
+#include <vector>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+/// A folded name in the scope with this number.
+using ScopedName = QPair<int, QByteArray>;
+
+/// A unit of one of the sources.
+struct UnitOfSource
+{
+    const VhdlSource *source = nullptr;
+    const VhdlUnit *unit = nullptr;
+};
+
+/// Joins parts of a key, which contain no line ends.
+QByteArray keyOf(const QByteArray &a, const QByteArray &b)
+{
+    return a + '\n' + b;
+}
+
+/// The names in the uses "library.package.item".
+void addPackages(const VhdlUnit *unit, QByteArrayList *packages)
+{
+    if (!unit)
+        return;
+    for (const QByteArrayList &use : unit->context.uses) {
+        if (use.size() > 1)
+            packages->append(foldedVhdlName(use.at(1)));
+    }
+}
+
+} // namespace
+
+/// Scopes have numbers of their own here: one for each path.
+struct VhdlArchitectureFacts::Private
+{
+    QByteArray entityName;
+    QByteArray library;
+    const VhdlRecords *records = nullptr;
+    QByteArrayList packages; ///< Units that may declare its types.
+    int scopes = 1;
+    QHash<ScopedName, int> children; ///< By the label.
+    QHash<ScopedName, QByteArray> spellings;
+    QHash<ScopedName, QByteArray> types;
+    QHash<ScopedName, QSet<QByteArray>> associated; ///< Formals, by the label of the instance.
+    QHash<ScopedName, int> indexDepths;
+
+    int scopeAt(const QByteArrayList &path) const;
+    int childOf(int scope, const QByteArray &label);
+    void addSpelling(int scope, const QByteArray &name);
+};
+
+int VhdlArchitectureFacts::Private::scopeAt(const QByteArrayList &path) const
+{
+    int scope = 0;
+    for (const QByteArray &label : path) {
+        scope = children.value({scope, label}, -1);
+        if (scope < 0)
+            break;
+    }
+    return scope;
+}
+
+int VhdlArchitectureFacts::Private::childOf(int scope, const QByteArray &label)
+{
+    int &child = children[{scope, foldedVhdlName(label)}];
+    if (child == 0)
+        child = scopes++;
+    return child;
+}
+
+void VhdlArchitectureFacts::Private::addSpelling(int scope, const QByteArray &name)
+{
+    const ScopedName key(scope, foldedVhdlName(name));
+    if (!spellings.contains(key))
+        spellings.insert(key, name);
+}
+
+VhdlArchitectureFacts::VhdlArchitectureFacts()
+    : d(std::make_unique<Private>())
+{
+}
+
+VhdlArchitectureFacts::~VhdlArchitectureFacts() = default;
+
+QByteArray VhdlArchitectureFacts::entityName() const
+{
+    return d->entityName;
+}
+
+QByteArray VhdlArchitectureFacts::library() const
+{
+    return d->library;
+}
+
+QByteArray VhdlArchitectureFacts::spelling(const QByteArrayList &path, const QByteArray &name) const
+{
+    return d->spellings.value({d->scopeAt(path), name});
+}
+
+QByteArray VhdlArchitectureFacts::fieldSpelling(const QByteArrayList &path,
+                                                const QByteArray &signal,
+                                                const QByteArrayList &fields,
+                                                const QByteArray &name) const
+{
+    const QByteArray type = d->types.value({d->scopeAt(path), signal});
+    return d->records->spelling(type, fields, name, d->packages);
+}
+
+bool VhdlArchitectureFacts::isAssociated(const QByteArrayList &path, const QByteArray &label,
+                                         const QByteArray &formal) const
+{
+    const auto found = d->associated.constFind({d->scopeAt(path), label});
+    return found != d->associated.constEnd() && found->contains(formal);
+}
+
+int VhdlArchitectureFacts::computedIndexDepth(const QByteArrayList &path,
+                                              const QByteArray &name) const
+{
+    return d->indexDepths.value({d->scopeAt(path), name}, -1);
+}
+
+/// Collects the facts and owns them.
+class VhdlFactsOfDesign
+{
+public:
+    explicit VhdlFactsOfDesign(const QVector<VhdlSource> &sources);
+
+    const VhdlArchitectureFacts *find(const QByteArray &entity, const QByteArray &architecture,
+                                      const QByteArray &library) const;
+
+private:
+    using Private = VhdlArchitectureFacts::Private;
+    using Components = QHash<QByteArray, const VhdlInterface *>; ///< By folded name.
+
+    void addUnits();
+    void addArchitecture(const UnitOfSource &architecture);
+    UnitOfSource entityOf(const UnitOfSource &architecture) const;
+    static std::vector<int> addScopes(const VhdlUnit &unit, Private *facts);
+    static void addInterface(const UnitOfSource &unit, const VhdlInterface &interface, int scope,
+                             Private *facts);
+    static void addDeclarations(const UnitOfSource &unit, const std::vector<int> &scopes,
+                                Private *facts);
+    void addInstances(const UnitOfSource &architecture, const std::vector<int> &scopes,
+                      Private *facts) const;
+    const VhdlInterface *interfaceOf(const VhdlInstance &instance, const UnitOfSource &architecture,
+                                     const Components &components) const;
+    static void addIndexes(const UnitOfSource &architecture, const UnitOfSource &entity,
+                           const std::vector<int> &scopes, Private *facts);
+
+    const QVector<VhdlSource> m_sources;
+    const VhdlRecords m_records;
+    QHash<QByteArray, UnitOfSource> m_entities; ///< By library and name, and by name alone.
+    Components m_components;                    ///< Of packages.
+    std::vector<std::unique_ptr<VhdlArchitectureFacts>> m_facts;
+    /// By entity and architecture, and by library and these.
+    QHash<QByteArray, const VhdlArchitectureFacts *> m_found;
+};
+
+VhdlFactsOfDesign::VhdlFactsOfDesign(const QVector<VhdlSource> &sources)
+    : m_sources(sources)
+    , m_records(m_sources)
+{
+    addUnits();
+    for (const VhdlSource &source : m_sources) {
+        for (const VhdlUnit &unit : source.file.units) {
+            if (unit.kind == VhdlUnit::Architecture)
+                addArchitecture({&source, &unit});
+        }
+    }
+}
+
+void VhdlFactsOfDesign::addUnits()
+{
+    for (const VhdlSource &source : m_sources) {
+        const QByteArray library = foldedVhdlName(source.library);
+        for (const VhdlUnit &unit : source.file.units) {
+            const QByteArray name = foldedVhdlName(unit.name);
+            if (unit.kind == VhdlUnit::Entity) {
+                m_entities.insert(keyOf(library, name), {&source, &unit});
+                m_entities.insert(name, {&source, &unit});
+            } else if (unit.kind == VhdlUnit::Package) {
+                for (const VhdlComponent &component : unit.components)
+                    m_components.insert(foldedVhdlName(component.name), &component.interface);
+            }
+        }
+    }
+}
+
+UnitOfSource VhdlFactsOfDesign::entityOf(const UnitOfSource &architecture) const
+{
+    if (architecture.unit->of.isEmpty())
+        return {};
+    const QByteArray name = foldedVhdlName(architecture.unit->of.last());
+    return m_entities.value(keyOf(foldedVhdlName(architecture.source->library), name));
+}
+
+void VhdlFactsOfDesign::addArchitecture(const UnitOfSource &architecture)
+{
+    if (architecture.unit->of.isEmpty())
+        return;
+    m_facts.push_back(std::unique_ptr<VhdlArchitectureFacts>(new VhdlArchitectureFacts));
+    Private *const facts = m_facts.back()->d.get();
+    const UnitOfSource entity = entityOf(architecture);
+    const QByteArray architectureName = foldedVhdlName(architecture.unit->name);
+    const QByteArray entityName = foldedVhdlName(architecture.unit->of.last());
+    facts->entityName = entity.unit ? entity.unit->name : architecture.unit->of.last();
+    facts->library = architecture.source->library;
+    facts->records = &m_records;
+    facts->packages = {architectureName, entityName};
+    addPackages(architecture.unit, &facts->packages);
+    addPackages(entity.unit, &facts->packages);
+
+    const std::vector<int> scopes = addScopes(*architecture.unit, facts);
+    if (entity.unit) {
+        addInterface(entity, entity.unit->interface, 0, facts);
+        addDeclarations(entity, {0}, facts);
+    }
+    addDeclarations(architecture, scopes, facts);
+    addInstances(architecture, scopes, facts);
+    addIndexes(architecture, entity, scopes, facts);
+
+    const QByteArray key = keyOf(entityName, architectureName);
+    const VhdlArchitectureFacts *const found = m_facts.back().get();
+    m_found.insert(keyOf(foldedVhdlName(facts->library), key), found);
+    if (!m_found.contains(key))
+        m_found.insert(key, found);
+}
+
+/// The number here of each scope of the unit.
+std::vector<int> VhdlFactsOfDesign::addScopes(const VhdlUnit &unit, Private *facts)
+{
+    std::vector<int> numbers{0};
+    for (int i = 1; i < unit.scopes.size(); ++i) {
+        const VhdlScope &scope = unit.scopes.at(i);
+        const int parent = itemAt(numbers, scope.parent);
+        facts->addSpelling(parent, scope.label);
+        numbers.push_back(facts->childOf(parent, scope.label));
+    }
+    return numbers;
+}
+
+void VhdlFactsOfDesign::addInterface(const UnitOfSource &unit, const VhdlInterface &interface,
+                                     int scope, Private *facts)
+{
+    for (const VhdlInterfaceItem &generic : interface.generics)
+        facts->addSpelling(scope, generic.name);
+    for (const VhdlInterfaceItem &port : interface.ports) {
+        facts->addSpelling(scope, port.name);
+        facts->types.insert({scope, foldedVhdlName(port.name)},
+                            vhdlTypeName(unit.source->text, port.type));
+    }
+}
+
+void VhdlFactsOfDesign::addDeclarations(const UnitOfSource &unit, const std::vector<int> &scopes,
+                                        Private *facts)
+{
+    for (const VhdlDeclaration &declaration : unit.unit->declarations) {
+        if (declaration.kind != VhdlDeclaration::Signal)
+            continue;
+        const int scope = itemAt(scopes, declaration.scope);
+        facts->addSpelling(scope, declaration.name);
+        facts->types.insert({scope, foldedVhdlName(declaration.name)},
+                            vhdlTypeName(unit.source->text, declaration.type));
+    }
+    for (int i = 1; i < unit.unit->scopes.size() && i < countOf(scopes); ++i)
+        addInterface(unit, unit.unit->scopes.at(i).interface, itemAt(scopes, i), facts);
+}
+
+/// The ports of what an instance instantiates, for associations by position.
+const VhdlInterface *VhdlFactsOfDesign::interfaceOf(const VhdlInstance &instance,
+                                                    const UnitOfSource &architecture,
+                                                    const Components &components) const
+{
+    const QByteArray name = foldedVhdlName(instance.unit.last());
+    if (instance.kind == VhdlInstance::Component)
+        return components.value(name, m_components.value(name));
+    QByteArray library = foldedVhdlName(architecture.source->library);
+    if (instance.unit.size() > 1 && !sameVhdlName(instance.unit.first(), "work"))
+        library = foldedVhdlName(instance.unit.first());
+    const UnitOfSource entity = m_entities.value(keyOf(library, name), m_entities.value(name));
+    return entity.unit ? &entity.unit->interface : nullptr;
+}
+
+void VhdlFactsOfDesign::addInstances(const UnitOfSource &architecture,
+                                     const std::vector<int> &scopes, Private *facts) const
+{
+    Components components;
+    for (const VhdlComponent &component : architecture.unit->components)
+        components.insert(foldedVhdlName(component.name), &component.interface);
+    for (const VhdlInstance &instance : architecture.unit->instances) {
+        const int scope = itemAt(scopes, instance.scope);
+        facts->addSpelling(scope, instance.label);
+        QSet<QByteArray> &formals = facts->associated[{scope, foldedVhdlName(instance.label)}];
+        const VhdlInterface *interface = nullptr;
+        for (int i = 0; i < instance.ports.size(); ++i) {
+            const VhdlAssociation &association = instance.ports.at(i);
+            if (association.isOpen)
+                continue;
+            for (const QByteArray &name : association.formalNames)
+                formals.insert(foldedVhdlName(name));
+            if (!association.formalNames.isEmpty())
+                continue;
+            if (!interface)
+                interface = interfaceOf(instance, architecture, components);
+            if (interface && i < interface->ports.size())
+                formals.insert(foldedVhdlName(interface->ports.at(i).name));
+        }
+    }
+}
+
+void VhdlFactsOfDesign::addIndexes(const UnitOfSource &architecture, const UnitOfSource &entity,
+                                   const std::vector<int> &scopes, Private *facts)
+{
+    const QVector<VhdlComputedIndex> indexes =
+        computedIndexes(architecture.source->text, *architecture.unit, entity.unit);
+    for (const VhdlComputedIndex &index : indexes) {
+        const ScopedName key(itemAt(scopes, index.scope), index.name);
+        const int known = facts->indexDepths.value(key, index.depth);
+        facts->indexDepths.insert(key, std::min(known, index.depth));
+    }
+}
+
+const VhdlArchitectureFacts *VhdlFactsOfDesign::find(const QByteArray &entity,
+                                                     const QByteArray &architecture,
+                                                     const QByteArray &library) const
+{
+    const QByteArray key = keyOf(entity, architecture);
+    const VhdlArchitectureFacts *const found = m_found.value(keyOf(foldedVhdlName(library), key));
+    return found ? found : m_found.value(key);
+}
+
+VhdlFacts::VhdlFacts(const QVector<VhdlSource> &sources)
+    : d(std::make_unique<VhdlFactsOfDesign>(sources))
+{
+}
+
+VhdlFacts::~VhdlFacts() = default;
+
+const VhdlArchitectureFacts *VhdlFacts::find(const QByteArray &entity,
+                                             const QByteArray &architecture,
+                                             const QByteArray &library) const
+{
+    return d->find(entity, architecture, library);
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,292 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <netweir/internal/vhdl/vhdlfacts.h>
+#include <netweir/internal/vhdl/vhdlscan.h>
+
+#include <support/testcase.h>
+
+#include <QApplication>
+#include <QtTest>
+
+using namespace NETWEIR::Internal;
+
+namespace {
+
+const char Packages[] = R"(
+package Types is
+  type Inner_T is record Data, Valid : bit; end record;
+  type Inner_Array is array (natural range <>) of Inner_T;
+  type Rec_T is record Head : bit; Body_Part : Inner_Array(0 to 3); Next_Part : work.Types.Inner_T;
+  end record;
+  subtype Sub_T is Rec_T;
+  component Comp is port (A, B : in bit; Q : out bit); end component;
+end package;
+package Other is
+  type Rec_T is record HEAD : bit; Only_Here : bit; end record;
+  type Round_T is array (0 to 1) of Trip_T;
+  type Trip_T is array (0 to 1) of Round_T;
+end package;
+)";
+
+const char Design[] = R"(
+use work.Types.all;
+entity Top is
+  generic (Width : integer := 8);
+  port (Clk, RST : in bit; Data_In : in Rec_T; \Ex T\ : out bit);
+  signal Of_Entity : bit;
+end;
+architecture RTL of Top is
+  type Local_T is record Here : bit; DATA : bit; end record;
+  signal Plain, \Mixed Case\ : bit;
+  signal Recs : Inner_Array(0 to 1);
+  signal Loc : Local_T;
+  signal Elsewhere : work.Other.rec_t;
+  signal Round : Round_T;
+  signal Res : (resolved) Sub_T;
+  signal Mem : words;
+  component Local_Comp is port (X : in bit; Y : out bit); end component;
+begin
+  U_One : entity work.Leaf(rtl) port map (Clk, open, Q => Plain, Part(3) => '1', to_bit(Conv) => RST, Off => open);
+  U_Two : Comp port map (Clk, open, Plain);
+  U_Three : Local_Comp port map (Y => Plain);
+  U_Four : Local_Comp port map (Clk);
+  U_Five : Unknown port map (Clk);
+  U_Six : entity Lib2.Leaf port map (Clk);
+  Gen : for I in 0 to 3 generate
+    signal In_Gen : bit;
+  begin
+    U : entity work.Leaf port map (In_Gen);
+    Blk : block is port (P : in Inner_T); signal Deep : bit; begin end block;
+  end generate;
+  Alt : if Width = 1 generate
+    signal First : bit;
+  elsif Width = 2 generate
+    signal Second : bit;
+  begin
+    X : if true generate signal Third : words; begin Plain <= Third(3)(Mem(Index)); end generate;
+  end generate;
+  Plain <= Mem(to_integer(Clk)) & Mem(2)(Clk) & Recs(1).Data(Clk);
+end;
+entity Leaf is port (CLK, RST : in bit; Q : out bit); end;
+architecture RTL of Leaf is signal S : bit; begin end;
+architecture Alone of Missing is signal Sig : bit; begin end;
+)";
+
+const char Second[] = R"(
+entity LEAF is port (Start : in bit); end;
+architecture rtl of leaf is signal SS : bit; begin end;
+)";
+
+VhdlSource source(const char *library, const QByteArray &text)
+{
+    return {library, text, scanVhdl(text)};
+}
+
+QVector<VhdlSource> sources()
+{
+    return {source("work", Design), source("work", Packages), source("Lib2", Second)};
+}
+
+/// "a/b" as {"a", "b"}.
+QByteArrayList pathOf(const QByteArray &text)
+{
+    return text.isEmpty() ? QByteArrayList() : text.split('/');
+}
+
+} // namespace
+
+class TestVhdlFacts : public TarnTest::TestCase
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void architecturesAreFound_data();
+    void architecturesAreFound();
+    void namesKeepTheirSpelling_data();
+    void namesKeepTheirSpelling();
+    void fieldsKeepTheirSpelling_data();
+    void fieldsKeepTheirSpelling();
+    void formalsAreAssociated_data();
+    void formalsAreAssociated();
+    void memoriesAreTold_data();
+    void memoriesAreTold();
+    void deepScopesCostTheirLabels();
+
+private:
+    const VhdlFacts m_facts{sources()};
+    const VhdlArchitectureFacts *const m_top = m_facts.find("top", "rtl");
+};
+
+void TestVhdlFacts::architecturesAreFound_data()
+{
+    QTest::addColumn<QByteArray>("entity");
+    QTest::addColumn<QByteArray>("architecture");
+    QTest::addColumn<QByteArray>("library");
+    QTest::addColumn<QByteArray>("expected"); // "LIBRARY ENTITY"
+    const auto row = [](const char *name, const char *entity, const char *architecture,
+                        const char *library, const char *expected) {
+        QTest::newRow(name) << QByteArray(entity) << QByteArray(architecture) << QByteArray(library)
+                            << QByteArray(expected);
+    };
+    row("any library", "top", "rtl", "", "work Top");
+    row("the first of two", "leaf", "rtl", "", "work Leaf");
+    row("of a library", "leaf", "rtl", "lib2", "Lib2 LEAF");
+    row("not in the library", "top", "rtl", "lib2", "work Top");
+    row("without an entity", "missing", "alone", "", "work Missing");
+    row("unknown architecture", "top", "other", "", "");
+    row("unknown entity", "nowhere", "rtl", "", "");
+}
+
+void TestVhdlFacts::architecturesAreFound()
+{
+    QFETCH(QByteArray, entity);
+    QFETCH(QByteArray, architecture);
+    QFETCH(QByteArray, library);
+    const VhdlArchitectureFacts *const facts = m_facts.find(entity, architecture, library);
+    QTEST(facts ? facts->library() + ' ' + facts->entityName() : QByteArray(""), "expected");
+}
+
+void TestVhdlFacts::namesKeepTheirSpelling_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("expected");
+    const auto row = [](const char *path, const char *name, const char *expected) {
+        QTest::newRow(qPrintable(QByteArray(path) + ':' + name))
+            << QByteArray(path) << QByteArray(name) << QByteArray(expected);
+    };
+    row("", "clk", "Clk");
+    row("", "rst", "RST");
+    row("", "\\Ex T\\", "\\Ex T\\");
+    row("", "width", "Width");
+    row("", "of_entity", "Of_Entity");
+    row("", "plain", "Plain");
+    row("", "\\Mixed Case\\", "\\Mixed Case\\");
+    row("", "u_one", "U_One");
+    row("", "gen", "Gen");
+    row("", "alt", "Alt");
+    row("", "in_gen", "");
+    row("gen", "in_gen", "In_Gen");
+    row("gen", "u", "U");
+    row("gen", "plain", "");
+    row("gen/blk", "p", "P");
+    row("gen/blk", "deep", "Deep");
+    row("alt", "first", "First");
+    row("alt", "second", "Second");
+    row("alt", "x", "X");
+    row("alt/x", "third", "Third");
+    row("alt/y", "third", "");
+}
+
+void TestVhdlFacts::namesKeepTheirSpelling()
+{
+    QFETCH(QByteArray, path);
+    QFETCH(QByteArray, name);
+    QTEST(m_top->spelling(pathOf(path), name), "expected");
+}
+
+void TestVhdlFacts::fieldsKeepTheirSpelling_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<QByteArray>("name"); // "signal/field/field"
+    QTest::addColumn<QByteArray>("expected");
+    const auto row = [](const char *path, const char *name, const char *expected) {
+        QTest::newRow(name) << QByteArray(path) << QByteArray(name) << QByteArray(expected);
+    };
+    row("", "data_in/head", "Head");
+    row("", "data_in/body_part/data", "Data");
+    row("", "data_in/next_part/valid", "Valid");
+    row("", "recs/data", "Data");
+    row("", "loc/data", "DATA");
+    row("", "loc/here", "Here");
+    row("", "res/head", "Head");
+    row("gen/blk", "p/data", "Data");
+    row("", "elsewhere/only_here", "Only_Here"); // No other record has it.
+    row("", "unknown/valid", "Valid");
+    row("", "unknown/data", ""); // Two records spell it in two ways.
+    row("", "round/data", "");
+    row("", "data_in/nothing", "");
+}
+
+void TestVhdlFacts::fieldsKeepTheirSpelling()
+{
+    QFETCH(QByteArray, path);
+    QFETCH(QByteArray, name);
+    const QByteArrayList names = name.split('/');
+    QTEST(m_top->fieldSpelling(pathOf(path), names.first(), names.mid(1, names.size() - 2),
+                               names.last()),
+          "expected");
+}
+
+void TestVhdlFacts::formalsAreAssociated_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<QByteArray>("label");
+    QTest::addColumn<QByteArray>("formal");
+    QTest::addColumn<bool>("expected");
+    const auto row = [](const char *path, const char *label, const char *formal, bool expected) {
+        QTest::newRow(qPrintable(QByteArray(label) + ':' + formal))
+            << QByteArray(path) << QByteArray(label) << QByteArray(formal) << expected;
+    };
+    row("", "u_one", "clk", true); // By position.
+    row("", "u_one", "rst", false);
+    row("", "u_one", "q", true);
+    row("", "u_one", "part", true);
+    row("", "u_one", "conv", true);
+    row("", "u_one", "off", false);
+    row("", "u_two", "a", true); // Of a component in a package.
+    row("", "u_two", "b", false);
+    row("", "u_two", "q", true);
+    row("", "u_three", "x", false); // Not in the map.
+    row("", "u_three", "y", true);
+    row("", "u_four", "x", true);
+    row("", "u_five", "clk", false);
+    row("", "u_six", "start", true); // The entity of that library.
+    row("", "u_six", "clk", false);
+    row("gen", "u", "clk", true);
+    row("", "u", "clk", false);
+}
+
+void TestVhdlFacts::formalsAreAssociated()
+{
+    QFETCH(QByteArray, path);
+    QFETCH(QByteArray, label);
+    QFETCH(QByteArray, formal);
+    QTEST(m_top->isAssociated(pathOf(path), label, formal), "expected");
+}
+
+void TestVhdlFacts::memoriesAreTold_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("depth");
+    QTest::newRow("least depth of two") << QByteArray() << QByteArray("mem") << 0;
+    QTest::newRow("with a field") << QByteArray() << QByteArray("recs.data") << 0;
+    QTest::newRow("constant indexes only") << QByteArray() << QByteArray("recs") << -1;
+    QTest::newRow("in a generate") << QByteArray("alt/x") << QByteArray("third") << 1;
+    QTest::newRow("elsewhere") << QByteArray("alt") << QByteArray("third") << -1;
+    QTest::newRow("unknown path") << QByteArray("nowhere") << QByteArray("mem") << -1;
+}
+
+void TestVhdlFacts::memoriesAreTold()
+{
+    QFETCH(QByteArray, path);
+    QFETCH(QByteArray, name);
+    QTEST(m_top->computedIndexDepth(pathOf(path), name), "depth");
+}
+
+void TestVhdlFacts::deepScopesCostTheirLabels()
+{
+    constexpr int Depth = 100000;
+    const QByteArray text = "architecture a of e is begin " +
+                            QByteArray("G : if C generate signal S : bit; begin ").repeated(Depth) +
+                            QByteArray("end generate; ").repeated(Depth) + "end;";
+    const VhdlFacts facts({source("work", text)});
+    QByteArrayList path;
+    for (int i = 0; i < Depth; ++i)
+        path.append("g");
+    QCOMPARE(facts.find("e", "a")->spelling(path, "s"), QByteArray("S"));
+}
+
+TARN_TEST_MAIN(TestVhdlFacts)
+#include "tst_vhdlfacts.moc"
