@@ -57,7 +57,7 @@ ROOMS = {
     "nets": ("ground", "store", "parts", "xml"),
     "verilator": ("ground", "store", "sources", "verilog", "modules", "tool", "parts", "xml",
                   "nets"),
-    "signals": ("ground", "store", "parts"),
+    "signals": ("ground", "store", "parts", "vhdl"),
     "ghdl": ("ground", "store", "sources", "vhdl", "tool", "parts", "signals"),
     "join": ("ground", "store", "sources", "tool", "parts"),
     "extraction": ("ground", "store", "sources", "tool", "verilator", "ghdl", "join"),
