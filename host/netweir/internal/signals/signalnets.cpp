@@ -43,7 +43,7 @@ private:
         QString name;
         QByteArray path;       ///< The signal and the fields passed, joined with '.'.
         QByteArrayList fields; ///< The fields passed.
-        int indexes = 0;       ///< The number of indexes passed.
+        int indexes = 0;       ///< The number of indexes behind the last name.
         qint64 scalar = 0;
     };
 
@@ -52,7 +52,7 @@ private:
     void addFields(const Part &part, const SignalType &type);
     void addArray(const Part &part, const SignalType &type);
     void addElements(const Part &part, const SignalType &type, std::size_t number);
-    bool isMemory(const Part &part, qint64 bits) const;
+    bool isMemory(const Part &part, const SignalType &array) const;
     void addNet(const Part &part, SignalNet::Kind kind, int left = 0, int right = 0);
 
     const SignalDeclaration &m_signal;
@@ -83,6 +83,7 @@ void NetList::add(const Part &part)
 void NetList::addFields(const Part &part, const SignalType &type)
 {
     Part field = part;
+    field.indexes = 0;
     for (const SignalType::Field &declared : type.fields) {
         const QByteArray name = QByteArray::fromStdString(itemAt(m_strings, declared.name));
         field.type = declared.type;
@@ -105,8 +106,11 @@ QString NetList::fieldName(const Part &part, const QByteArray &name) const
 
 void NetList::addArray(const Part &part, const SignalType &type)
 {
-    const bool isString = type.dimensions.size() == 1 && m_types.at(type.element).isCharacter();
-    if (type.scalars == 0 || isString)
+    const bool isVector = type.dimensions.size() == 1;
+    const SignalType &element = m_types.at(type.element);
+    const bool isBus = isVector && element.kind == SignalType::Net;
+    const bool isString = isVector && element.isCharacter();
+    if (type.scalars == 0 || isString || (!isBus && isMemory(part, type)))
         addNet(part, SignalNet::Excluded);
     else
         addElements(part, type, 0);
@@ -121,15 +125,14 @@ void NetList::addElements(const Part &part, const SignalType &type, std::size_t 
     const bool isLast = number + 1 == type.dimensions.size();
     if (isLast && element.kind == SignalType::Net)
         return addNet(part, SignalNet::Bus, dimension.left, dimension.right);
-    qint64 elements = 1;
-    for (std::size_t i = number + 1; i < type.dimensions.size(); ++i)
-        elements *= type.dimensions[i].size();
-    if (isMemory(part, dimension.size() * elements * element.bits))
-        return addNet(part, SignalNet::Excluded);
     Part next = part;
-    ++next.indexes;
-    if (isLast)
+    if (isLast) {
         next.type = type.element;
+        ++next.indexes;
+    }
+    qint64 scalars = element.scalars;
+    for (std::size_t i = number + 1; i < type.dimensions.size(); ++i)
+        scalars *= type.dimensions[i].size();
     for (qint64 i = 0; i < dimension.size(); ++i) {
         next.name =
             part.name + QLatin1Char('[') + QString::number(dimension.at(i)) + QLatin1Char(']');
@@ -137,14 +140,15 @@ void NetList::addElements(const Part &part, const SignalType &type, std::size_t 
             add(next);
         else
             addElements(next, type, number + 1);
-        next.scalar += elements * element.scalars;
+        next.scalar += scalars;
     }
 }
 
-bool NetList::isMemory(const Part &part, qint64 bits) const
+bool NetList::isMemory(const Part &part, const SignalType &array) const
 {
-    return bits > LargestArray || (m_signal.facts && m_signal.facts->computedIndexDepth(
-                                                         m_signal.path, part.path) == part.indexes);
+    return array.bits > LargestArray ||
+           (m_signal.facts &&
+            m_signal.facts->computedIndexDepth(m_signal.path, part.path) == part.indexes);
 }
 
 void NetList::addNet(const Part &part, SignalNet::Kind kind, int left, int right)
