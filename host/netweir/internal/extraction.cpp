@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "extraction.h"
 
+#include <netweir/internal/ghdl/ghdlelaborator.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/join/designelaborator.h>
 #include <netweir/internal/verilator/verilatorelaborator.h>
@@ -56,7 +57,12 @@ private:
 std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources)
 {
     std::vector<LanguageElaborator> languages;
-    languages.push_back({Language::Verilog, std::make_unique<VerilatorElaborator>(sources)});
+    const DesignSources verilog = sources.inLanguage(false);
+    const DesignSources vhdl = sources.inLanguage(true);
+    if (!verilog.files.isEmpty() || vhdl.files.isEmpty())
+        languages.push_back({Language::Verilog, std::make_unique<VerilatorElaborator>(verilog)});
+    if (!vhdl.files.isEmpty())
+        languages.push_back({Language::Vhdl, std::make_unique<GhdlElaborator>(vhdl)});
     return std::make_unique<DesignElaborator>(sources, std::move(languages));
 }
 

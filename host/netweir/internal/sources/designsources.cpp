@@ -104,6 +104,19 @@ bool DesignSources::defines(const QString &macro) const
     });
 }
 
+DesignSources DesignSources::inLanguage(bool vhdl) const
+{
+    DesignSources result = *this;
+    result.files.erase(std::remove_if(result.files.begin(), result.files.end(),
+                                      [vhdl](const SourceFile &file) { return file.vhdl != vhdl; }),
+                       result.files.end());
+    if (vhdl) {
+        result.libraryFolders.clear();
+        result.includePaths.clear();
+    }
+    return result;
+}
+
 DesignSources readDesignSources(const QMap<QString, QVariant> &info)
 {
     using namespace TE;

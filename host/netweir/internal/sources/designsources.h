@@ -28,6 +28,9 @@ struct DesignSources
     /// Whether one of the macros, each "NAME" or "NAME=VALUE", is @p macro.
     bool defines(const QString &macro) const;
 
+    /// Only what is for VHDL, or only what is for Verilog and SystemVerilog.
+    DesignSources inLanguage(bool vhdl) const;
+
     QString top;
     QVector<SourceFile> files; ///< Sources in project order, then library files.
     /// Library folders with one file per module, in search order.

@@ -85,15 +85,8 @@ QStringList SourceCheck::run()
 {
     checkFolders(m_sources.includePaths, Text::tr("The include folder does not exist."));
     checkFolders(m_sources.libraryFolders, Text::tr("The library folder does not exist."));
-    for (const SourceFile &file : m_sources.files) {
-        if (file.vhdl) {
-            m_messages.append(errorMessage(
-                {file.path}, Text::tr("VHDL is not supported yet. Disable the file or replace it "
-                                      "with a Verilog source.")));
-        } else {
-            checkFile(file.path, file.library);
-        }
-    }
+    for (const SourceFile &file : m_sources.files)
+        checkFile(file.path, file.library);
     while (!m_pending.isEmpty())
         checkFile(m_pending.takeLast(), false);
     return m_messages;

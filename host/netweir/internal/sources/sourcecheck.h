@@ -19,7 +19,7 @@ struct SourceWords
 };
 
 /// Finds everything that would make the elaborator hang or fail without a reason: missing,
-/// unreadable, empty and binary files, folders, lines over 1 MB, VHDL. Also checks included files
+/// unreadable, empty and binary files, folders, lines over 1 MB. Also checks included files
 /// whose names are in the text. Returns one message per finding. Reads each file once and sets @p
 /// words, if given.
 QStringList checkSources(const DesignSources &sources, SourceWords *words = nullptr);

@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "ghdlelaboration.h"
+
+#include "analysisorder.h"
+#include "ghdlreport.h"
+#include "vhdldesign.h"
+
+#include <netweir/internal/ground/messages.h>
+#include <netweir/internal/tool/extractionprogress.h>
+#include <netweir/internal/vhdl/casegenerates.h>
+
+#include <QDir>
+
+#include <algorithm>
+
+namespace NETWEIR::Internal {
+
+namespace {
+
+constexpr int MillisecondsPerSecond = 1000;
+
+QString phaseName()
+{
+    return Text::tr("Elaborating the design");
+}
+
+} // namespace
+
+GhdlElaboration::GhdlElaboration(const QString &program, const VhdlDesign &design,
+                                 const GhdlInput &input, int timeoutSeconds)
+    : m_program(program)
+    , m_design(design)
+    , m_input(input)
+    , m_timeoutSeconds(timeoutSeconds)
+    , m_commands(design.edition(), design.libraries())
+    , m_places(m_design, m_input.texts)
+    , m_toImport(design.libraries())
+{
+}
+
+void GhdlElaboration::begin()
+{
+    if (!writeLibraryFolders() || !writeFiles())
+        return;
+    if (m_input.unit.isEmpty())
+        startAnalysis();
+    else
+        startImport();
+}
+
+bool GhdlElaboration::writeLibraryFolders()
+{
+    for (const QString &library : m_design.libraries()) {
+        QDir folder(m_folder.path(GhdlCommands::folderOf(library)));
+        folder.removeRecursively();
+        if (!QDir(m_folder.path()).mkdir(folder.dirName())) {
+            fail(errorMessage(m_folder.problem()));
+            return false;
+        }
+    }
+    return true;
+}
+
+bool GhdlElaboration::writeFiles()
+{
+    QString error;
+    for (int file = 0; file < m_design.size(); ++file) {
+        const QByteArray text = withoutCaseGenerates(m_design.source(file).text);
+        if (!m_folder.write(copyNameOf(file), text, &error)) {
+            fail(errorMessage(error));
+            return false;
+        }
+    }
+    for (const GeneratedText &text : m_input.texts) {
+        if (!m_folder.write(text.file, text.text, &error)) {
+            fail(errorMessage(error));
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The last file comes first, so that the last architecture of an entity counts.
+QStringList GhdlElaboration::filesOf(const QString &library) const
+{
+    QStringList result;
+    for (const GeneratedText &text : m_input.texts) {
+        if (text.library == library)
+            result.append(text.file);
+    }
+    for (int file = m_design.size() - 1; file >= 0; --file) {
+        if (m_design.library(file) == library && m_design.hasText(file))
+            result.append(copyNameOf(file));
+    }
+    return result;
+}
+
+void GhdlElaboration::start(Step step, const QStringList &arguments)
+{
+    m_step = step;
+    m_run = std::make_unique<GhdlRun>(m_program, arguments, m_folder.path(), m_timeoutSeconds);
+}
+
+void GhdlElaboration::startImport()
+{
+    while (!m_toImport.isEmpty()) {
+        const QString library = m_toImport.takeFirst();
+        const QStringList files = filesOf(library);
+        if (!files.isEmpty()) {
+            start(Import, m_commands.import(library, files));
+            return;
+        }
+    }
+    start(Make, m_commands.make(m_input.library, m_input.unit));
+}
+
+void GhdlElaboration::elaborate(ExtractionProgress *progress, int limit)
+{
+    while (isRunning()) {
+        progress->setPhase(Text::tr("Elaborating design"));
+        if (m_step == Run)
+            m_run->waitForHeader(wavePath(), progress, limit);
+        else
+            m_run->wait(progress, limit);
+        if (isRunning())
+            return;
+        if (progress->isCancelled())
+            fail(cancelError());
+        else
+            finishRun();
+    }
+}
+
+void GhdlElaboration::finishRun()
+{
+    if (m_step == Analyse) {
+        m_errors += m_run->errors();
+        analyseNext();
+    } else if (m_step == Run && isHeaderComplete(wavePath())) {
+        m_isElaborated = true;
+    } else if (m_step == Run || !m_run->succeeded()) {
+        finishFailedRun();
+    } else if (m_step == Import) {
+        startImport();
+    } else {
+        start(Run, m_commands.run(m_input.library, m_input.unit, waveName()));
+    }
+}
+
+void GhdlElaboration::finishFailedRun()
+{
+    const QString problem = m_folder.problem();
+    if (!problem.isEmpty()) {
+        fail(errorMessage(problem));
+        return;
+    }
+    m_failedErrors = m_run->errors();
+    m_failure = m_run->failure(phaseName());
+    if (m_run->hitLimit())
+        fail(m_failure);
+    else if (m_step == Run) // What it needs has been analysed without errors.
+        report();
+    else
+        startAnalysis();
+}
+
+/// Reads the sources as they are, in their order, without what was noted before.
+void GhdlElaboration::startAnalysis()
+{
+    m_analysing.start();
+    if (!writeLibraryFolders())
+        return;
+    m_toAnalyse = analysisOrder(m_design);
+    std::reverse(m_toAnalyse.begin(), m_toAnalyse.end());
+    analyseNext();
+}
+
+void GhdlElaboration::analyseNext()
+{
+    const bool hasTime = !m_analysing.hasExpired(qint64(m_timeoutSeconds) * MillisecondsPerSecond);
+    while (!m_toAnalyse.isEmpty() && hasTime) {
+        const int file = m_toAnalyse.takeLast();
+        if (!m_design.hasText(file))
+            continue;
+        QString error;
+        if (!m_folder.write(copyNameOf(file), m_design.source(file).text, &error)) {
+            fail(errorMessage(error));
+            return;
+        }
+        start(Analyse, m_commands.analyse(m_design.library(file), copyNameOf(file)));
+        return;
+    }
+    report();
+}
+
+void GhdlElaboration::report()
+{
+    m_messages += ghdlReport(m_design, m_places, m_errors + m_failedErrors);
+    if (!containsError(m_messages) && !m_failure.isEmpty())
+        m_messages.append(m_failure);
+}
+
+void GhdlElaboration::fail(const QString &error)
+{
+    m_toAnalyse.clear();
+    m_messages.append(error);
+}
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "ghdlcommands.h"
+#include "ghdlinput.h"
+#include "ghdlrun.h"
+
+#include <netweir/internal/tool/workfolder.h>
+
+#include <QElapsedTimer>
+#include <QStringList>
+#include <QVector>
+
+#include <memory>
+
+namespace NETWEIR::Internal {
+
+class ExtractionProgress;
+class VhdlDesign;
+
+/// One elaboration with GHDL, in a working folder of its own.
+///
+/// GHDL notes the units of all files, library by library, analyses what the unit needs, and prints
+/// its signals. When one of the first two steps fails, all files are analysed one by one, so that
+/// all errors of all files are known.
+class GhdlElaboration
+{
+public:
+    /// @p design must outlive this object.
+    GhdlElaboration(const QString &program, const VhdlDesign &design, const GhdlInput &input,
+                    int timeoutSeconds);
+
+    /// Writes the files and starts the first run.
+    void begin();
+
+    /// Waits for each run, at most @p limit milliseconds unless that is negative.
+    void elaborate(ExtractionProgress *progress, int limit);
+
+    bool isRunning() const { return m_run && !m_run->isOver(); }
+    bool isElaborated() const { return m_isElaborated; }
+
+    // The results of the elaborated unit.
+
+    /// The instances and signals that GHDL has printed.
+    QString outputPath() const { return m_folder.path(QStringLiteral("stdout")); }
+    /// The wave file. Only its header is complete.
+    QString wavePath() const { return m_folder.path(waveName()); }
+
+    const QStringList &messages() const { return m_messages; }
+
+private:
+    enum Step { Import, Make, Run, Analyse };
+
+    static QString waveName() { return QStringLiteral("signals.ghw"); }
+    bool writeFiles();
+    bool writeLibraryFolders();
+    void start(Step step, const QStringList &arguments);
+    void startImport();
+    void startAnalysis();
+    void analyseNext();
+    void finishRun();
+    void finishFailedRun();
+    void fail(const QString &error);
+    void report();
+    QStringList filesOf(const QString &library) const;
+
+    const QString m_program;
+    const VhdlDesign &m_design;
+    const GhdlInput m_input;
+    const int m_timeoutSeconds;
+    const GhdlCommands m_commands;
+    const GhdlPlaces m_places;
+    const WorkFolder m_folder;
+
+    Step m_step = Import;
+    std::unique_ptr<GhdlRun> m_run; ///< The last one.
+    QStringList m_toImport;         ///< Libraries.
+    QVector<int> m_toAnalyse;       ///< Files, last first.
+    QElapsedTimer m_analysing;
+    QVector<GhdlMessage> m_errors;       ///< Of the analysis of all files.
+    QVector<GhdlMessage> m_failedErrors; ///< Of the step that failed.
+    QString m_failure;                   ///< Why this step failed, if no error says it.
+    bool m_isElaborated = false;
+    QStringList m_messages;
+};
+
+} // namespace NETWEIR::Internal

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <netweir/internal/ghdl/ghdlelaborator.h>
+#include <netweir/internal/ground/messages.h>
+#include <netweir/internal/tool/extractionprogress.h>
+
+#include <support/files.h>
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace TarnTest {
+
+/// A VHDL source of a test design.
+struct VhdlTestFile
+{
+    QString name;
+    QByteArray text;
+    QString library = QStringLiteral("work");
+    bool isLibraryFile = false;
+};
+
+/// A VHDL design in a folder of its own, and its elaborator.
+class VhdlElaboration
+{
+public:
+    explicit VhdlElaboration(const QVector<VhdlTestFile> &files,
+                             const QString &standard = QStringLiteral("08"),
+                             int timeoutSeconds = 60)
+        : m_folder(QDir::tempPath() + QStringLiteral("/design-XXXXXX"))
+        , m_progress(nullptr)
+    {
+        NETWEIR::Internal::DesignSources sources;
+        for (const VhdlTestFile &file : files) {
+            NETWEIR::Internal::SourceFile source;
+            source.path = m_folder.filePath(file.name);
+            source.vhdl = true;
+            source.library = file.isLibraryFile;
+            source.vhdlLibrary = file.library;
+            writeFile(source.path, file.text);
+            sources.files.append(source);
+        }
+        sources.vhdlStandard = standard;
+        sources.timeoutSeconds = timeoutSeconds;
+        m_elaborator = std::make_unique<NETWEIR::Internal::GhdlElaborator>(sources);
+    }
+
+    NETWEIR::Internal::GhdlElaborator &elaborator() { return *m_elaborator; }
+    NETWEIR::Internal::ExtractionProgress *progress() { return &m_progress; }
+
+    /// Scans the sources and elaborates @p roots. False when it failed.
+    bool elaborate(const std::vector<NETWEIR::Internal::PartRoot> &roots)
+    {
+        m_elaborator->scan(&m_progress);
+        m_elaborator->setForeignUnits(&m_foreign);
+        m_elaborator->begin(roots, &m_progress);
+        m_elaborator->elaborate(&m_progress, -1);
+        return m_elaborator->isElaborated();
+    }
+
+    bool elaborateTop(const QString &top = QStringLiteral("top"))
+    {
+        NETWEIR::Internal::PartRoot root;
+        root.unit = top;
+        root.isTop = true;
+        return elaborate({root});
+    }
+
+    /// Units that sources in Verilog would declare.
+    void addModule(const QString &name)
+    {
+        NETWEIR::Internal::DeclaredUnit unit;
+        unit.name = name;
+        m_foreign.push_back(unit);
+    }
+
+    /// All messages, without the folder of the design.
+    QStringList messages() const
+    {
+        QStringList result = m_elaborator->sourceMessages() + m_elaborator->messages();
+        return result.replaceInStrings(m_folder.path() + QLatin1Char('/'), QString());
+    }
+
+private:
+    QTemporaryDir m_folder;
+    NETWEIR::Internal::ExtractionProgress m_progress;
+    std::vector<NETWEIR::Internal::DeclaredUnit> m_foreign;
+    std::unique_ptr<NETWEIR::Internal::GhdlElaborator> m_elaborator;
+};
+
+} // namespace TarnTest
+
+Q_DECLARE_METATYPE(TarnTest::VhdlTestFile)
