@@ -22,6 +22,7 @@ private Q_SLOTS:
     void readsLibrariesAndStandardOfVhdl_data();
     void readsLibrariesAndStandardOfVhdl();
     void findsFilesInLibraryFolders();
+    void separatesLanguages();
 
 private:
     QTemporaryDir m_folder;
@@ -104,6 +105,31 @@ void TestDesignSources::findsFilesInLibraryFolders()
     QCOMPARE(find({"a", "c"}), QStringLiteral("one/a.sv sv two/c.v"));
     design.libraryFolders = QStringList{m_folder.filePath(QStringLiteral("two"))};
     QCOMPARE(find({"a", "c"}), QStringLiteral("two/a.v two/c.v"));
+}
+
+void TestDesignSources::separatesLanguages()
+{
+    DesignSources sources;
+    for (const bool vhdl : {false, true, false}) {
+        SourceFile file;
+        file.path = QString::number(sources.files.size());
+        file.vhdl = vhdl;
+        sources.files.append(file);
+    }
+    sources.top = QStringLiteral("t");
+    sources.includePaths = QStringList{"i"};
+    sources.libraryFolders = QStringList{"l"};
+    const DesignSources verilog = sources.inLanguage(false);
+    QCOMPARE(verilog.files.size(), 2);
+    QCOMPARE(verilog.files[1].path, QStringLiteral("2"));
+    QCOMPARE(verilog.includePaths, sources.includePaths);
+    QCOMPARE(verilog.libraryFolders, sources.libraryFolders);
+    const DesignSources vhdl = sources.inLanguage(true);
+    QCOMPARE(vhdl.files.size(), 1);
+    QCOMPARE(vhdl.files[0].path, QStringLiteral("1"));
+    QCOMPARE(vhdl.top, sources.top);
+    // So that missing folders are reported once.
+    QVERIFY(vhdl.includePaths.isEmpty() && vhdl.libraryFolders.isEmpty());
 }
 
 TARN_TEST_MAIN(TestDesignSources)

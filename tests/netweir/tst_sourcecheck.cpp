@@ -29,15 +29,16 @@ private Q_SLOTS:
     void tellsWordsOfTheSources();
 
 private:
-    QStringList check(const QByteArray &text, SourceWords *words = nullptr);
+    QStringList check(const QByteArray &text, SourceWords *words = nullptr, bool vhdl = false);
 
     QTemporaryDir m_folder;
 };
 
-QStringList TestSourceCheck::check(const QByteArray &text, SourceWords *words)
+QStringList TestSourceCheck::check(const QByteArray &text, SourceWords *words, bool vhdl)
 {
     DesignSources sources;
     SourceFile file;
+    file.vhdl = vhdl;
     file.path = m_folder.filePath(QStringLiteral("a.v"));
     TarnTest::writeFile(file.path, text);
     sources.files.append(file);
@@ -94,6 +95,7 @@ void TestSourceCheck::followsIncludes()
     QFETCH(bool, found);
     TarnTest::writeFile(m_folder.filePath(QStringLiteral("bad.vh")), QByteArray("\0", 1));
     QCOMPARE(check(text).size(), found ? 1 : 0);
+    QCOMPARE(check(text, nullptr, true).size(), 0); // VHDL has no such directive.
 }
 
 void TestSourceCheck::namesWhatTheElaboratorCannotRead_data()
@@ -120,9 +122,11 @@ void TestSourceCheck::namesWhatTheElaboratorCannotRead()
 {
     QFETCH(QByteArray, text);
     QFETCH(QString, expected);
-    QString found = check(text).join(QLatin1Char('\n'));
-    found.remove(0, found.indexOf(QLatin1String("a.v")) + 3 * (found.isEmpty() ? 0 : 1));
-    QCOMPARE(found, expected);
+    for (const bool vhdl : {false, true}) {
+        QString found = check(text, nullptr, vhdl).join(QLatin1Char('\n'));
+        found.remove(0, found.indexOf(QLatin1String("a.v")) + 3 * (found.isEmpty() ? 0 : 1));
+        QCOMPARE(found, expected);
+    }
 }
 
 void TestSourceCheck::tellsWordsOfTheSources()
@@ -135,6 +139,9 @@ void TestSourceCheck::tellsWordsOfTheSources()
     words = SourceWords();
     check("`ifdef VERILATOR\n", &words);
     QVERIFY(!words.hidesCode && words.namesTool);
+    words = SourceWords();
+    check("-- synopsys translate_off, VERILATOR\n", &words, true);
+    QVERIFY(!words.hidesCode && !words.namesTool);
 }
 
 TARN_TEST_MAIN(TestSourceCheck)

@@ -54,15 +54,19 @@ private:
 
 } // namespace
 
+/// The language of the first source comes first, and so do its messages. Without any source, it is
+/// Verilog that says so.
 std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources)
 {
-    std::vector<LanguageElaborator> languages;
     const DesignSources verilog = sources.inLanguage(false);
     const DesignSources vhdl = sources.inLanguage(true);
-    if (!verilog.files.isEmpty() || vhdl.files.isEmpty())
+    std::vector<LanguageElaborator> languages;
+    if (vhdl.files.isEmpty() || !verilog.files.isEmpty())
         languages.push_back({Language::Verilog, std::make_unique<VerilatorElaborator>(verilog)});
     if (!vhdl.files.isEmpty())
         languages.push_back({Language::Vhdl, std::make_unique<GhdlElaborator>(vhdl)});
+    if (languages.size() > 1 && sources.files.first().vhdl)
+        std::swap(languages.front(), languages.back());
     return std::make_unique<DesignElaborator>(sources, std::move(languages));
 }
 

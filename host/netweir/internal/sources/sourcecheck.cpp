@@ -53,6 +53,13 @@ int longLine(const QByteArray &content)
     return 0;
 }
 
+SourceFile includedFile(const QString &path)
+{
+    SourceFile file;
+    file.path = path;
+    return file;
+}
+
 /// Checks files one by one and follows their include lines.
 class SourceCheck
 {
@@ -68,8 +75,9 @@ public:
 
 private:
     void checkFolders(const QStringList &folders, const QString &missing);
-    void checkFile(const QString &path, bool library);
-    void checkContent(const QString &path, const QByteArray &content);
+    void checkFile(const SourceFile &file);
+    void checkContent(const SourceFile &file, const QByteArray &content);
+    void readWords(const QString &path, const QByteArray &content);
     void collectIncludes(const QString &path, const QByteArray &content);
     void warnOfSpecialFile(const QString &path);
     QString findInclude(const QString &includingFile, const QString &name) const;
@@ -77,7 +85,7 @@ private:
     const DesignSources &m_sources;
     QStringList m_messages;
     SourceWords m_words;
-    QStringList m_pending; ///< Included files that are not checked yet.
+    QVector<SourceFile> m_pending; ///< Included files that are not checked yet.
     QSet<QString> m_seen;
 };
 
@@ -86,9 +94,9 @@ QStringList SourceCheck::run()
     checkFolders(m_sources.includePaths, Text::tr("The include folder does not exist."));
     checkFolders(m_sources.libraryFolders, Text::tr("The library folder does not exist."));
     for (const SourceFile &file : m_sources.files)
-        checkFile(file.path, file.library);
+        checkFile(file);
     while (!m_pending.isEmpty())
-        checkFile(m_pending.takeLast(), false);
+        checkFile(m_pending.takeLast());
     return m_messages;
 }
 
@@ -100,10 +108,10 @@ void SourceCheck::checkFolders(const QStringList &folders, const QString &missin
     }
 }
 
-void SourceCheck::checkFile(const QString &path, bool library)
+void SourceCheck::checkFile(const SourceFile &file)
 {
-    const QFileInfo info(path);
-    const QString id = info.exists() ? info.canonicalFilePath() : path;
+    const QFileInfo info(file.path);
+    const QString id = info.exists() ? info.canonicalFilePath() : file.path;
     if (m_seen.contains(id))
         return;
     m_seen.insert(id);
@@ -111,20 +119,22 @@ void SourceCheck::checkFile(const QString &path, bool library)
     QByteArray content;
     QString problem;
     if (!info.exists())
-        problem = library ? Text::tr("The library file does not exist. Remove it from the options.")
-                          : Text::tr("The file does not exist. Restore it or remove it from the "
-                                     "project.");
+        problem = file.library
+                      ? Text::tr("The library file does not exist. Remove it from the options.")
+                      : Text::tr("The file does not exist. Restore it or remove it from the "
+                                 "project.");
     else
-        problem = readProblem(path, &content);
+        problem = readProblem(file.path, &content);
 
     if (!problem.isEmpty())
-        m_messages.append(errorMessage({path}, problem));
+        m_messages.append(errorMessage({file.path}, problem));
     else
-        checkContent(path, content);
+        checkContent(file, content);
 }
 
-void SourceCheck::checkContent(const QString &path, const QByteArray &content)
+void SourceCheck::checkContent(const SourceFile &file, const QByteArray &content)
 {
+    const QString &path = file.path;
     if (content.isEmpty()) {
         m_messages.append(warningMessage({path}, Text::tr("The file is empty.")));
         return;
@@ -141,6 +151,12 @@ void SourceCheck::checkContent(const QString &path, const QByteArray &content)
             {path, line}, Text::tr("The line is longer than 1 MB. Break it into shorter lines.")));
         return;
     }
+    if (!file.vhdl)
+        readWords(path, content);
+}
+
+void SourceCheck::readWords(const QString &path, const QByteArray &content)
+{
     m_words.namesTool = m_words.namesTool || content.contains(ToolMacro);
     m_words.hidesCode = m_words.hidesCode || mayHideCode(content);
     collectIncludes(path, content);
@@ -166,7 +182,7 @@ void SourceCheck::collectIncludes(const QString &path, const QByteArray &content
             continue;
         const QString found = findInclude(path, QFile::decodeName(content.mid(begin, end - begin)));
         if (QFileInfo(found).isFile())
-            m_pending.append(found);
+            m_pending.append(includedFile(found));
         else if (!found.isEmpty())
             warnOfSpecialFile(found);
     }
