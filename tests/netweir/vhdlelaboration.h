@@ -2,9 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "netlisttext.h"
+
 #include <netweir/internal/ghdl/ghdlelaborator.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/tool/extractionprogress.h>
+
+#include <netweir/netlistbuilder.h>
+#include <netweir/rtlnetlist.h>
 
 #include <support/files.h>
 
@@ -84,7 +89,45 @@ public:
         return result.replaceInStrings(m_folder.path() + QLatin1Char('/'), QString());
     }
 
+    /// What was elaborated: null when it cannot be read.
+    std::unique_ptr<NETWEIR::Internal::Part> read(QString *error)
+    {
+        return m_elaborator->read(error);
+    }
+
+    /// The netlist below root @p number, and "BORDER name: unit" for each instance of a unit in
+    /// another language. Or why there is none.
+    QString netlist(int number = 0)
+    {
+        QString error;
+        const auto part = read(&error);
+        if (!part)
+            return error + messages().join(QLatin1Char('\n'));
+        NETWEIR::NetlistBuilder builder(part->unitName(number));
+        QStringList borders;
+        part->build(number, {}, builder.top(), &builder,
+                    [&](const NETWEIR::Internal::BorderInstance &instance) {
+                        borders.append(borderText(instance, *part));
+                    });
+        const auto netlist = builder.take();
+        return netlistText(netlist->top()) + borders.join(QString());
+    }
+
 private:
+    static QString borderText(const NETWEIR::Internal::BorderInstance &instance,
+                              const NETWEIR::Internal::Part &part)
+    {
+        const NETWEIR::Internal::PartRoot &root =
+            part.foreignRoots().at(std::size_t(instance.root));
+        QStringList items;
+        for (auto i = root.generics.begin(); i != root.generics.end(); ++i)
+            items.append(i.key() + QLatin1Char('=') + i.value().text);
+        for (const NETWEIR::Internal::PartPort &port : root.ports)
+            items.append(QStringLiteral("%1:%2").arg(port.name).arg(port.width));
+        return QStringLiteral("BORDER %1: %2(%3)\n")
+            .arg(instance.name, root.unit, items.join(QStringLiteral(", ")));
+    }
+
     QTemporaryDir m_folder;
     NETWEIR::Internal::ExtractionProgress m_progress;
     std::vector<NETWEIR::Internal::DeclaredUnit> m_foreign;

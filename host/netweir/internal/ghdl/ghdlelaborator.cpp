@@ -60,7 +60,8 @@ void GhdlElaborator::begin(const std::vector<PartRoot> &roots, ExtractionProgres
         m_messages.append(errorMessage(error));
         return;
     }
-    RootInput input(m_design, m_units, roots);
+    static const std::vector<DeclaredUnit> none;
+    RootInput input(m_design, m_units, m_foreign ? *m_foreign : none, roots);
     m_messages += input.errors();
     if (containsError(input.errors()))
         return;

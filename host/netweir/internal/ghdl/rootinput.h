@@ -17,12 +17,12 @@ namespace NETWEIR::Internal {
 class VhdlDesign;
 
 /// Turns the roots of a part into the unit that GHDL elaborates: the top itself, or a wrapper that
-/// instantiates all roots.
+/// instantiates all roots. Adds stubs for entities that the sources do not declare.
 class RootInput
 {
 public:
     RootInput(const VhdlDesign &design, const std::vector<DeclaredUnit> &units,
-              const std::vector<PartRoot> &roots);
+              const std::vector<DeclaredUnit> &foreign, const std::vector<PartRoot> &roots);
 
     /// What is wrong with the roots, as messages for users.
     const QStringList &errors() const { return m_errors; }
@@ -33,6 +33,7 @@ public:
     const VhdlPartInput &partInput() const { return m_partInput; }
 
 private:
+    void addStubs(const std::vector<DeclaredUnit> &foreign);
     void useTop(const PartRoot &root);
 
     const VhdlDesign &m_design;
