@@ -449,27 +449,20 @@ void TestSimulation::packetFilterTestBenchNoticesFaults()
 
 void TestSimulation::motorDrivePasses_data()
 {
-    QTest::addColumn<QString>("change");
+    QTest::addColumn<QString>("forced");
     QTest::addColumn<QStringList>("generics");
     QTest::newRow("sine waves") << "" << QStringList();
     QTest::newRow("six steps") << "" << QStringList{"-gSIX_STEP=true"};
-    QTest::newRow("other filter") << "filter" << QStringList();
     QTest::newRow("forced duty") << "duty" << QStringList{"-gDEBUG_DUTY=18"};
     QTest::newRow("forced fault") << "fault" << QStringList{"-gDEBUG_FAULT=true"};
 }
 
 void TestSimulation::motorDrivePasses()
 {
-    QFETCH(QString, change);
+    QFETCH(QString, forced);
     QFETCH(QStringList, generics);
     TE::Project project = exampleProject("motordrive");
-    forceInMotorDrive(&project, change);
-    if (change == "filter") {
-        for (TE::ProjectSource &source : project.sources) {
-            if (QFileInfo(source.path).fileName().startsWith("lowpass"))
-                source.enabled = !source.enabled;
-        }
-    }
+    forceInMotorDrive(&project, forced);
     const Run result = simulateVhdl(project, "motor_tb", generics);
     QVERIFY2(result.exitCode == 0 && verdict(result) == "PASS", qPrintable(result.output));
 }
