@@ -3,7 +3,7 @@
 #include "rootinput.h"
 
 #include "componentstubs.h"
-#include "unitindex.h"
+#include "rootwrapper.h"
 #include "vhdldesign.h"
 
 #include <netweir/internal/ground/itemat.h>
@@ -14,32 +14,77 @@ namespace NETWEIR::Internal {
 RootInput::RootInput(const VhdlDesign &design, const std::vector<DeclaredUnit> &units,
                      const std::vector<DeclaredUnit> &foreign, const std::vector<PartRoot> &roots)
     : m_design(design)
+    , m_index(design)
     , m_units(units)
 {
+    if (roots.empty())
+        return;
     if (roots.size() == 1 && roots.front().isTop)
         useTop(roots.front());
-    if (!roots.empty())
-        addStubs(foreign);
+    else
+        wrap(roots);
+    addStubs(foreign);
 }
 
 void RootInput::addStubs(const std::vector<DeclaredUnit> &foreign)
 {
-    const UnitIndex index(m_design);
-    const StubUnits stubs = componentStubs(m_design, index, foreign);
+    const StubUnits stubs = componentStubs(m_design, m_index, foreign);
     m_ghdlInput.texts += stubs.texts;
     m_partInput.foreignUnits = stubs.foreign;
     m_errors += stubs.errors;
 }
 
-void RootInput::useTop(const PartRoot &root)
+const DeclaredUnit *RootInput::unitOf(const PartRoot &root)
 {
     const int found = UnitNames(m_units).findVhdl(root.unit, root.library);
-    if (found < 0)
+    if (found >= 0)
+        return &itemAt(m_units, found);
+    m_errors.append(
+        errorMessage(root.place, Text::tr("The sources define no entity \"%1\".").arg(root.unit)));
+    return nullptr;
+}
+
+void RootInput::useTop(const PartRoot &root)
+{
+    const DeclaredUnit *unit = unitOf(root);
+    if (!unit)
         return;
-    const DeclaredUnit &unit = itemAt(m_units, found);
-    m_ghdlInput.library = unit.library;
-    m_ghdlInput.unit = unit.name;
+    m_ghdlInput.library = unit->library;
+    m_ghdlInput.unit = unit->name;
     m_partInput.roots.push_back({{}, true});
+}
+
+/// One entity for each root, in the library of the root, and one that instantiates all of them.
+void RootInput::wrap(const std::vector<PartRoot> &roots)
+{
+    QByteArray context;
+    QByteArray instances;
+    for (const PartRoot &root : roots) {
+        const DeclaredUnit *unit = unitOf(root);
+        if (!unit)
+            continue;
+        const QByteArray number = QByteArray::number(countOf(m_partInput.roots));
+        const QByteArray name = "netweir_root" + number;
+        const QByteArray label = "netweir_at" + number;
+        const QByteArray library = unit->library.toLatin1();
+        RootWrapper wrapper(m_design, m_index, *unit, root);
+        m_ghdlInput.texts.append({QStringLiteral("root%1.vhd").arg(QString::fromLatin1(number)),
+                                  unit->library, wrapper.text(name), root.place});
+        m_errors += wrapper.errors();
+        if (library != "work")
+            context += "library " + library + ";\n";
+        instances += label + " : entity " + library + '.' + name + ";\n";
+        m_partInput.roots.push_back({{label, WrappedLabel}, root.isTop});
+    }
+    m_ghdlInput.library = QStringLiteral("work");
+    m_ghdlInput.unit = QStringLiteral("netweir_roots");
+    m_ghdlInput.texts.append({QStringLiteral("roots.vhd"), m_ghdlInput.library,
+                              context +
+                                  "entity netweir_roots is\nend;\n"
+                                  "architecture netweir_wrapper of netweir_roots is\n"
+                                  "begin\n" +
+                                  instances + "end;\n",
+                              roots.front().place});
 }
 
 } // namespace NETWEIR::Internal

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ghdlinput.h"
+#include "unitindex.h"
 
 #include <netweir/internal/parts/declaredunit.h>
 #include <netweir/internal/parts/partroot.h>
@@ -35,8 +36,11 @@ public:
 private:
     void addStubs(const std::vector<DeclaredUnit> &foreign);
     void useTop(const PartRoot &root);
+    void wrap(const std::vector<PartRoot> &roots);
+    const DeclaredUnit *unitOf(const PartRoot &root);
 
     const VhdlDesign &m_design;
+    const UnitIndex m_index;
     const std::vector<DeclaredUnit> &m_units;
     GhdlInput m_ghdlInput;
     VhdlPartInput m_partInput;

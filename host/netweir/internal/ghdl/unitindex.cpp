@@ -69,6 +69,14 @@ bool UnitIndex::declares(const QByteArray &library, const QByteArray &name) cons
     return m_primaries.contains({library, name});
 }
 
+UnitAt UnitIndex::entityOf(const QByteArray &library, const QByteArray &name) const
+{
+    const UnitAt found = m_primaries.value({library, name});
+    if (found.unit && found.unit->kind == VhdlUnit::Configuration && !found.unit->of.isEmpty())
+        return entity(library, foldedVhdlName(found.unit->of.last()));
+    return entity(library, name);
+}
+
 ComponentAt UnitIndex::componentOf(const VhdlInstance &instance, const UnitAt &architecture) const
 {
     if (instance.kind != VhdlInstance::Component || instance.unit.isEmpty())
@@ -113,19 +121,33 @@ QByteArray UnitIndex::contextOf(const UnitAt &unit) const
     return text + textIn(source.text, unit.unit->context.range);
 }
 
-QByteArray UnitIndex::baseType(const QByteArray &type) const
+/// The subtypes behind @p type as written, beginning with itself.
+QByteArrayList UnitIndex::chainOf(const QByteArray &type) const
 {
     constexpr int MostSubtypes = 16; // They may form a circle in a text with errors.
-    QByteArray mark = typeMark(type);
-    QByteArray name;
-    for (int i = 0; i < MostSubtypes; ++i) {
-        name = foldedVhdlName(mark.mid(mark.lastIndexOf('.') + 1));
-        const auto subtype = m_subtypes.constFind(name);
+    QByteArrayList chain{type};
+    while (chain.size() < MostSubtypes) {
+        const QByteArray mark = typeMark(chain.last());
+        const auto subtype =
+            m_subtypes.constFind(foldedVhdlName(mark.mid(mark.lastIndexOf('.') + 1)));
         if (subtype == m_subtypes.constEnd())
             break;
-        mark = typeMark(*subtype);
+        chain.append(*subtype);
     }
-    return name;
+    return chain;
+}
+
+QByteArray UnitIndex::baseType(const QByteArray &type) const
+{
+    const QByteArray mark = typeMark(chainOf(type).last());
+    return foldedVhdlName(mark.mid(mark.lastIndexOf('.') + 1));
+}
+
+bool UnitIndex::isConstrained(const QByteArray &type) const
+{
+    const QByteArrayList chain = chainOf(type);
+    return std::any_of(chain.begin(), chain.end(),
+                       [](const QByteArray &step) { return step.contains('('); });
 }
 
 } // namespace NETWEIR::Internal

@@ -40,6 +40,9 @@ public:
     UnitAt package(const QByteArray &library, const QByteArray &name) const;
     bool declares(const QByteArray &library, const QByteArray &name) const;
 
+    /// The entity with this name, or that of the configuration with this name.
+    UnitAt entityOf(const QByteArray &library, const QByteArray &name) const;
+
     /// The component that @p instance in @p architecture names: of the architecture itself,
     /// otherwise of a package that the context names, otherwise of any package.
     ComponentAt componentOf(const VhdlInstance &instance, const UnitAt &architecture) const;
@@ -51,8 +54,13 @@ public:
     /// libraries, packages and ranges. Subtypes are followed to their types.
     QByteArray baseType(const QByteArray &type) const;
 
+    /// Whether @p type or a subtype behind it has a range.
+    bool isConstrained(const QByteArray &type) const;
+
 private:
     using Key = QPair<QByteArray, QByteArray>;
+
+    QByteArrayList chainOf(const QByteArray &type) const;
 
     const VhdlDesign &m_design;
     QHash<Key, UnitAt> m_entities;
