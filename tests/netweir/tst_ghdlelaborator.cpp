@@ -41,6 +41,9 @@ private Q_SLOTS:
 
     void elaboratesFilesInAnyOrder();
     void replacesUnknownComponents();
+    void elaboratesRootsOfVerilog();
+    void refusesRootsThatDoNotFit_data();
+    void refusesRootsThatDoNotFit();
     void reportsErrorsOfAllFiles_data();
     void reportsErrorsOfAllFiles();
 
@@ -102,6 +105,119 @@ void TestGhdlElaborator::replacesUnknownComponents()
                                 "BORDER u3: Filter(edge=0, fast=false, gain=1.0, mask=1, name=, "
                                 "taps=1, u=x, d:4, q:1, b:1)\n"));
     }
+}
+
+void TestGhdlElaborator::elaboratesRootsOfVerilog()
+{
+    const QByteArray types = "package sizes is subtype few is integer range 0 to 7; end;\n";
+    const QByteArray unit =
+        Ieee + "use work.sizes.all;\n"
+               "entity Unit is\n"
+               "  generic (W : positive := 2; Name : string := \"none\"; Mask : std_logic_vector "
+               ":= \"10\";\n"
+               "           Init : bit_vector(3 downto 0) := (others => '0'); Fast : boolean := "
+               "false;\n"
+               "           Gain : real := 1.0; Edge : std_logic := '0'; Step : few := 1);\n"
+               "  port (d : in std_logic_vector(W - 1 downto 0); open_d : in std_logic_vector;\n"
+               "        q : out std_logic_vector(Name'length - 1 downto 0); n : in few);\n"
+               "end;\n"
+               "architecture rtl of Unit is\n"
+               "begin\n"
+               "  m : for i in Mask'range generate signal at : std_logic; begin end generate;\n"
+               "  init_is_5 : if Init = \"0101\" generate signal s : bit; begin end generate;\n"
+               "  is_fast : if Fast generate signal s : bit; begin end generate;\n"
+               "  is_half : if Gain = 0.5 generate signal s : bit; begin end generate;\n"
+               "  is_high : if Edge = '1' generate signal s : bit; begin end generate;\n"
+               "  is_3 : if Step = 3 generate signal s : bit; begin end generate;\n"
+               "end;\n";
+    PartRoot plain;
+    plain.unit = QStringLiteral("unit");
+    plain.ports = {{QStringLiteral("open_d"), PortDirection::Input, 3}};
+    PartRoot full = plain;
+    full.generics = {{QStringLiteral("W"), {GenericValue::Integer, QStringLiteral("4")}},
+                     {QStringLiteral("Name"), {GenericValue::Text, QStringLiteral("a\"b")}},
+                     {QStringLiteral("Mask"), {GenericValue::Bits, QStringLiteral("1xz")}},
+                     {QStringLiteral("Init"), {GenericValue::Integer, QStringLiteral("5")}},
+                     {QStringLiteral("Fast"), {GenericValue::Integer, QStringLiteral("1")}},
+                     {QStringLiteral("Gain"), {GenericValue::Real, QStringLiteral("5e-1")}},
+                     {QStringLiteral("Edge"), {GenericValue::Bits, QStringLiteral("1")}},
+                     {QStringLiteral("Step"), {GenericValue::Bits, QStringLiteral("0011")}}};
+    for (const char *library : {"work", "parts"}) {
+        for (const char *standard : {"93", "08"}) {
+            VhdlElaboration design({{QStringLiteral("u.vhd"), unit, QLatin1String(library)},
+                                    {QStringLiteral("p.vhd"), types, QLatin1String(library)}},
+                                   QLatin1String(standard));
+            QVERIFY2(design.elaborate({plain, full}),
+                     qPrintable(design.messages().join(QLatin1Char('\n'))));
+            QCOMPARE(design.netlist(0), QStringLiteral("Unit : Unit\n"
+                                                       "    m[0].at .\n"
+                                                       "    m[1].at .\n"
+                                                       "    d[1:0] ..\n"
+                                                       "    open_d[2:0] ...\n"
+                                                       "    q[3:0] ....\n"
+                                                       "    n[2:0] ...\n"));
+            QCOMPARE(design.netlist(1), QStringLiteral("Unit : Unit\n"
+                                                       "    m[0].at .\n"
+                                                       "    m[1].at .\n"
+                                                       "    m[2].at .\n"
+                                                       "    init_is_5.s .\n"
+                                                       "    is_fast.s .\n"
+                                                       "    is_half.s .\n"
+                                                       "    is_high.s .\n"
+                                                       "    is_3.s .\n"
+                                                       "    d[3:0] ....\n"
+                                                       "    open_d[2:0] ...\n"
+                                                       "    q[2:0] ...\n"
+                                                       "    n[2:0] ...\n"));
+        }
+    }
+}
+
+void TestGhdlElaborator::refusesRootsThatDoNotFit_data()
+{
+    QTest::addColumn<QByteArray>("interface");
+    QTest::addColumn<QString>("generic");
+    QTest::addColumn<QString>("port");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *name, const QByteArray &interface, const char *generic,
+                        const char *port, const char *expected) {
+        QTest::newRow(name) << interface << QString::fromLatin1(generic)
+                            << QString::fromLatin1(port) << QString::fromLatin1(expected);
+    };
+    row("generic", "port (p : in bit);", "X", "p",
+        "ERROR: top.v:3:5: The entity \"u\" has no generic \"X\".");
+    row("port", "port (p : in bit);", "", "X",
+        "ERROR: top.v:3:5: The entity \"u\" has no port \"X\".");
+    row("no value", "generic (W : integer); port (p : in bit);", "", "p",
+        "ERROR: top.v:3:5: The entity \"u\" needs a value for its generic \"W\", which has no "
+        "default.");
+    row("enumeration", "generic (S : severity_level := note); port (p : in bit);", "S", "p",
+        "ERROR: top.v:3:5: The value \"1\" cannot be given to the generic \"S\" of the entity "
+        "\"u\", which has the type \"severity_level\".");
+    row("type of a port", "port (p : in severity_level);", "", "p",
+        "ERROR: top.v:3:5: The port \"p\" of the entity \"u\" has the type \"severity_level\" "
+        "and cannot be connected in Verilog. Use a bit, a vector of bits or an integer.");
+    row("no range", "port (p : in bit; q : in bit_vector);", "", "p",
+        "ERROR: top.v:3:5: The port \"q\" of the entity \"u\" has no range of its own, and the "
+        "instance does not tell its width. Connect a signal.");
+}
+
+void TestGhdlElaborator::refusesRootsThatDoNotFit()
+{
+    QFETCH(QByteArray, interface);
+    QFETCH(QString, generic);
+    QFETCH(QString, port);
+    QFETCH(QString, expected);
+    PartRoot root;
+    root.unit = QStringLiteral("u");
+    root.place = {QStringLiteral("top.v"), 3, 5};
+    if (!generic.isEmpty())
+        root.generics.insert(generic, {GenericValue::Integer, QStringLiteral("1")});
+    root.ports = {{port, PortDirection::Input, 1}};
+    VhdlElaboration design(
+        oneFile("entity u is " + interface + " end;\narchitecture rtl of u is begin end;\n"));
+    QVERIFY(!design.elaborate({root}));
+    QCOMPARE(design.messages(), QStringList{expected});
 }
 
 void TestGhdlElaborator::reportsErrorsOfAllFiles_data()
