@@ -14,8 +14,7 @@ class Hierachy;
 namespace TarnTest {
 
 /// What a simulator shows of the nets below one instance, in the form of the netlist: "name",
-/// "bus[3:0]", "instance/label[0].name". Names of VHDL are in lower case,
-/// except for extended identifiers.
+/// "bus[3:0]", "instance/label[0].name". Names of VHDL are in lower case.
 struct WaveNames
 {
     QSet<QString> nets;

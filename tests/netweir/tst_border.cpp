@@ -65,7 +65,7 @@ private Q_SLOTS:
     void namesAreThoseOfTheUnit();
     void topKeepsItsName();
     void unknownNamesAreErrors();
-    void unitWithoutNamesTakesAny();
+    void moduleTakesAnyName();
     void portsAreCompared_data();
     void portsAreCompared();
     void drivenBitsFitThePort_data();
@@ -106,6 +106,7 @@ void TestBorder::topKeepsItsName()
 void TestBorder::unknownNamesAreErrors()
 {
     DeclaredUnit unit;
+    unit.language = Language::Vhdl;
     unit.name = QStringLiteral("leaf");
     unit.generics = QStringList{"a"};
     unit.ports = {{QStringLiteral("b")}};
@@ -120,8 +121,8 @@ void TestBorder::unknownNamesAreErrors()
                           "instance or its component."}));
 }
 
-/// Nothing is known about the names of such a unit before it is elaborated.
-void TestBorder::unitWithoutNamesTakesAny()
+/// The text of a module does not tell all before it is elaborated.
+void TestBorder::moduleTakesAnyName()
 {
     PartRoot root = rootWith(QStringLiteral("in b 1"));
     root.generics.insert(QStringLiteral("d"), {});

@@ -265,7 +265,7 @@ void TestDesignElaborator::errorsAreReported_data()
     row("endless with other values",
         "module top | | u e #W+\nwork.entity e | | v m #W+\n"
         "module m | | w e #W+",
-        "ERROR: a:2:5: The instantiation of \"m\" may never end: the design has more than 64 "
+        "ERROR: a:2:5: The instantiation of \"m\" may never end: the design has more than 32 "
         "changes between languages, one below another, or more than 10000 different instances at "
         "them.");
     row("endless without condition", "module top | | u e\nwork.entity e | | v m\nmodule m | | w e",

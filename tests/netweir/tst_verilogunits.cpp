@@ -45,6 +45,7 @@ class TestVerilogUnits : public TarnTest::TestCase
 private Q_SLOTS:
     void unitsAreThoseOfTheText_data();
     void unitsAreThoseOfTheText();
+    void portsAndParametersAreDeclared();
     void libraryFilesAreBackups();
 };
 
@@ -71,6 +72,23 @@ void TestVerilogUnits::unitsAreThoseOfTheText()
 {
     QFETCH(QByteArray, source);
     QTEST(unitsIn(source), "expected");
+}
+
+void TestVerilogUnits::portsAndParametersAreDeclared()
+{
+    const PreprocessedText text("`line 1 \"a\" 1\nmodule m #(parameter W = 1)(input [1:0] i, "
+                                "output o, inout x); endmodule\n",
+                                {{"a", QStringLiteral("a.v")}}, {});
+    ModuleScan scan;
+    scanModules(text.texts()[0], 0, true, &scan);
+    const DeclaredUnit unit = verilogUnits(scan, text).front();
+    QCOMPARE(unit.generics, QStringList{"W"});
+    QCOMPARE(unit.ports.size(), std::size_t(3));
+    QCOMPARE(unit.ports[0].name, QStringLiteral("i"));
+    QVERIFY(unit.ports[0].isVector && !unit.ports[1].isVector);
+    QVERIFY(unit.ports[0].direction == PortDirection::Input);
+    QVERIFY(unit.ports[1].direction == PortDirection::Output);
+    QVERIFY(unit.ports[2].direction == PortDirection::Inout);
 }
 
 void TestVerilogUnits::libraryFilesAreBackups()

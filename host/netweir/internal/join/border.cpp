@@ -28,13 +28,13 @@ public:
     {
     }
 
-    /// False when there are declarations, but not this one.
+    /// False when it is not declared.
     bool respell(QString *name) const
     {
         const int index = m_names.find(*name);
         if (index >= 0)
             *name = m_declared[index];
-        return index >= 0 || m_declared.isEmpty();
+        return index >= 0;
     }
 
 private:
@@ -117,10 +117,12 @@ PartRoot inWordsOf(const DeclaredUnit &declared, const PartRoot &root, QStringLi
     if (!root.isTop)
         result.unit = declared.name;
     result.generics.clear();
+    const bool isCertain =
+        declared.language == Language::Vhdl && declared.kind == DeclaredUnit::Module;
     const Respelling generics(declared.generics);
     for (auto generic = root.generics.begin(); generic != root.generics.end(); ++generic) {
         QString name = generic.key();
-        if (!generics.respell(&name))
+        if (!generics.respell(&name) && isCertain)
             messages->append(errorMessage(
                 root.place, Text::tr("\"%2\" has no generic or parameter \"%1\". Correct the name "
                                      "in the instance or its component.")
@@ -129,7 +131,7 @@ PartRoot inWordsOf(const DeclaredUnit &declared, const PartRoot &root, QStringLi
     }
     const Respelling ports(namesOf(declared.ports));
     for (PartPort &port : result.ports) {
-        if (!ports.respell(&port.name))
+        if (!ports.respell(&port.name) && isCertain)
             messages->append(unknownPort(root, declared.name, port));
     }
     return result;

@@ -17,7 +17,7 @@ namespace {
 
 /// The most changes of the language from the top to the deepest instance, and the most different
 /// roots. Real designs need a few. With more, the design does not end.
-constexpr int MostRounds = 64;
+constexpr int MostRounds = 32;
 constexpr int MostRoots = 10000;
 
 Language otherThan(Language language)

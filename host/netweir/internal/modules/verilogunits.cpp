@@ -22,6 +22,21 @@ std::vector<UnitUse> usesOf(const QVector<Instantiation> &instantiations)
     return result;
 }
 
+PortDirection directionOf(const ModulePort &port)
+{
+    switch (port.direction) {
+    case ModulePort::Input:
+        return PortDirection::Input;
+    case ModulePort::Output:
+        return PortDirection::Output;
+    case ModulePort::Inout:
+        return PortDirection::Inout;
+    case ModulePort::Unknown:
+        break;
+    }
+    return PortDirection::Unknown;
+}
+
 DeclaredUnit declared(const DesignUnit &unit, const PreprocessedText &text)
 {
     DeclaredUnit result;
@@ -31,6 +46,10 @@ DeclaredUnit declared(const DesignUnit &unit, const PreprocessedText &text)
     result.backup = unit.library;
     result.place = text.place(unit.line);
     result.uses = usesOf(unit.instantiations);
+    for (const ModulePort &port : unit.header.ports)
+        result.ports.push_back({QString::fromUtf8(port.name), directionOf(port), port.isVector});
+    for (const QByteArray &parameter : unit.header.parameters)
+        result.generics.append(QString::fromUtf8(parameter));
     return result;
 }
 

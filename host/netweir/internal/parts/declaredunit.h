@@ -20,6 +20,8 @@ struct DeclaredPort
 {
     QString name;
     PortDirection direction = PortDirection::Unknown; ///< Input is also VHDL's "linkage".
+    /// Of a module: declared with a range, or with a type that is not a single bit.
+    bool isVector = false;
 };
 
 /// An instantiation statement, or another statement that names a unit.

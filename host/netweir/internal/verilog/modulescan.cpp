@@ -246,6 +246,8 @@ void Scanner::scanStatement()
             m_reader.advance();
             m_reader.skipLabel();
         } else {
+            TokenReader ahead = m_reader;
+            readHeaderItem(&ahead, &unit().header);
             m_reader.skipToSemicolon();
         }
     }
@@ -289,6 +291,8 @@ void Scanner::openUnit()
     m_reader.advance();
     while (token().is(Keyword::Extern)) // import of packages
         m_reader.skipToSemicolon();
+    TokenReader ahead = m_reader;
+    readModuleHeader(&ahead, &m_result->units.last().header);
     m_reader.skipToSemicolon();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "instantiation.h"
+#include "moduleheader.h"
 
 #include <netweir/internal/ground/textrange.h>
 
@@ -29,6 +30,7 @@ struct DesignUnit
     TextLine line;
     bool nested = false;  ///< Declared in another unit and visible only there.
     bool library = false; ///< From a library file: counts only if no source defines the unit.
+    ModuleHeader header;
     QVector<Instantiation> instantiations;
     QVector<Defparam> defparams;
     /// All names in the connections of bidirectional switches ("tran" and the like) and aliases.

@@ -1,3 +1,0 @@
-top.vhd
-leaf.vhd
-common.vhd

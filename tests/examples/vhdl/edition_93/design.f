@@ -1,2 +1,0 @@
---std 93
-top.vhd

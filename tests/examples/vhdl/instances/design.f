@@ -1,3 +1,0 @@
-top.vhd
-other.vhd
-leaf.vhd

@@ -1,6 +1,0 @@
-rtl/top.vhd
---work gates
-lib/helper.vhd
-lib/gates.vhd
---work work
-rtl/cell.vhd

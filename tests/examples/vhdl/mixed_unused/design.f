@@ -1,2 +1,0 @@
-extra.vhd
-top.v

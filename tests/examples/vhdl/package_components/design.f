@@ -1,3 +1,0 @@
-rtl/top.vhd
---work cells
-cells/cells.vhd
