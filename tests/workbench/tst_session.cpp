@@ -27,6 +27,10 @@ private Q_SLOTS:
     void opensAddsChecksAndSaves();
     void takesTheConfigurationOfTheProject();
     void opensTheDesignOfAList();
+    void opensDesignsWithVhdl_data();
+    void opensDesignsWithVhdl();
+    void onlyVhdlNeedsItsElaborator_data();
+    void onlyVhdlNeedsItsElaborator();
     void namesWhatIsWrongInAList();
     void worksWithLittleMemory_data();
     void worksWithLittleMemory();
@@ -40,6 +44,7 @@ private Q_SLOTS:
 
 private:
     QString path(const QString &name) const { return m_dir.filePath(name); }
+    void writeMixedDesign();
     QString expanded(QString text) const { return text.replace('~', m_dir.path()); }
 
     QTemporaryDir m_dir;
@@ -144,6 +149,98 @@ void TestSession::opensTheDesignOfAList()
     QVERIFY2(result.output.contains(QLatin1String("nets read: 21 (6 buses, 3 nodes, ")),
              qPrintable(result.output));
     QCOMPARE(result.exitCode, 0);
+}
+
+/// The entity Stage, which needs the library dsp and the Verilog module hold, and the Verilog
+/// module shell, which needs the entity.
+void TestSession::writeMixedDesign()
+{
+    writeFile(path("mixed/dsp.vhd"), R"(library ieee; use ieee.std_logic_1164.all;
+        package filters is
+            subtype sample is std_logic_vector(3 downto 0);
+        end package;)");
+    writeFile(path("mixed/stage.vhd"), R"(library ieee; use ieee.std_logic_1164.all;
+        library dsp; use dsp.filters.all;
+        entity Stage is
+            port (Clk : in std_logic; D : in sample; Q : out sample);
+        end entity;
+        architecture rtl of Stage is
+            component hold is
+                port (clk : in std_logic; d : in std_logic_vector(3 downto 0);
+                      q : out std_logic_vector(3 downto 0));
+            end component;
+        begin
+            u_hold : hold port map (clk => Clk, d => D, q => Q);
+        end architecture;)");
+    writeFile(path("mixed/hold.v"), "module hold(input clk, input [3:0] d, output reg [3:0] q);\n"
+                                    "always @(posedge clk) q <= d;\nendmodule\n");
+    writeFile(path("mixed/shell.v"), "module shell(input clk, input [3:0] d, output [3:0] q);\n"
+                                     "stage u_stage(.clk(clk), .d(d), .q(q));\nendmodule\n");
+    writeFile(path("mixed/stage.json"), R"({"version": 1, "top": "Stage", "sources": [
+        {"file": "stage.vhd"}, {"file": "hold.v"}, {"file": "dsp.vhd", "library": "DSP"}]})");
+    writeFile(path("mixed/shell.f"), "--top shell shell.v\n--work dsp dsp.vhd\n"
+                                     "--work work stage.vhd hold.v\n");
+}
+
+void TestSession::opensDesignsWithVhdl_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("top");
+    QTest::addColumn<QString>("nets");
+    const QString twoLevels = QStringLiteral("18 (4 buses, 2 nodes, ");
+    const QStringList files = {"--work",        "dsp",  "~/mixed/dsp.vhd",
+                               "--work",        "work", "~/mixed/stage.vhd",
+                               "~/mixed/hold.v"};
+    QTest::newRow("project") << QStringList("~/mixed/stage.json") << "Stage" << twoLevels;
+    QTest::newRow("top is found") << files << "Stage" << twoLevels;
+    QTest::newRow("case of the top does not matter")
+        << QStringList({"--top", "STAGE"}) + files << "STAGE" << twoLevels;
+    QTest::newRow("VHDL below Verilog") << QStringList({"-F", "~/mixed/shell.f"}) << "shell"
+                                        << "27 (6 buses, 3 nodes, ";
+}
+
+void TestSession::opensDesignsWithVhdl()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, top);
+    QFETCH(QString, nets);
+    writeMixedDesign();
+    const Run result = runWorkbench(QStringList({"--session", path("shots"), path("one.tarn")}) +
+                                    arguments.replaceInStrings("~", m_dir.path()));
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.warnings, QString());
+    QVERIFY2(result.output.contains("top module: " + top + "\nnets read: " + nets),
+             qPrintable(result.output));
+    QCOMPARE(result.exitCode, 0);
+}
+
+void TestSession::onlyVhdlNeedsItsElaborator_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("reason");
+    const QString missing =
+        QStringLiteral("Design files contain some errors.: ERROR: The elaborator \"/nowhere/ghdl\" "
+                       "named by the environment variable TARN_GHDL is not a program. Correct or "
+                       "unset the variable.\n");
+    QTest::newRow("Verilog") << QStringList("~/tiny.v") << QString();
+    QTest::newRow("VHDL is disabled") << QStringList("~/mixed/disabled.json") << QString();
+    QTest::newRow("VHDL") << QStringList("~/mixed/stage.json") << missing;
+    QTest::newRow("VHDL below Verilog") << QStringList({"-F", "~/mixed/shell.f"}) << missing;
+}
+
+void TestSession::onlyVhdlNeedsItsElaborator()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, reason);
+    writeMixedDesign();
+    writeFile(path("mixed/disabled.json"), R"({"version": 1, "sources": [{"file": "hold.v"},
+        {"file": "stage.vhd", "enabled": false}]})");
+    qputenv("TARN_GHDL", "/nowhere/ghdl");
+    const Run result = runWorkbench(QStringList({"--session", path("shots"), path("one.tarn")}) +
+                                    arguments.replaceInStrings("~", m_dir.path()));
+    qunsetenv("TARN_GHDL");
+    QCOMPARE(result.errors, reason);
+    QCOMPARE(result.exitCode, reason.isEmpty() ? 0 : 1);
 }
 
 void TestSession::namesWhatIsWrongInAList()
