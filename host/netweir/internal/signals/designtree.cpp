@@ -44,16 +44,15 @@ bool DesignTree::addLine(std::string_view line)
     if (kind.empty() || (m_scopes.empty() && !isTop))
         return false;
     m_open.resize(std::size_t(level) + 1, -1);
+    itemAt(m_open, level) = level > 0 ? itemAt(m_open, level - 1) : -1;
+    TreeScope *around = scopeAt(level);
     if (isTop || kind == "instance" || kind == "block" || kind == "for-generate" ||
-        kind == "if-generate true") {
+        kind == "if-generate true")
         addScope(level, line, kind == "for-generate");
-    } else if (TreeScope *around = openAt(level - 1)) {
-        if (kind == "entity")
-            around->entity = line;
-        else if (kind == "arch")
-            around->architecture = line;
-        itemAt(m_open, level) = itemAt(m_open, level - 1);
-    }
+    else if (around && kind == "entity")
+        around->entity = line;
+    else if (around && kind == "arch")
+        around->architecture = line;
     if (isTop)
         m_scopes.back().entity = line;
     return true;
@@ -61,18 +60,18 @@ bool DesignTree::addLine(std::string_view line)
 
 void DesignTree::addScope(int level, std::string_view name, bool isRound)
 {
-    itemAt(m_open, level) = countOf(m_scopes);
     TreeScope scope;
     scope.name = name;
-    scope.parent = level > 0 ? itemAt(m_open, level - 1) : -1;
+    scope.parent = itemAt(m_open, level);
     scope.isRound = isRound;
+    itemAt(m_open, level) = countOf(m_scopes);
     m_scopes.push_back(std::move(scope));
 }
 
-/// Null for a package and everything in it.
-TreeScope *DesignTree::openAt(int level)
+/// Null in a package.
+TreeScope *DesignTree::scopeAt(int level)
 {
-    const int scope = level < 0 ? -1 : itemAt(m_open, level);
+    const int scope = itemAt(m_open, level);
     return scope < 0 ? nullptr : &itemAt(m_scopes, scope);
 }
 

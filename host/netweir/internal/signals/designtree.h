@@ -44,7 +44,7 @@ public:
 
 private:
     void addScope(int level, std::string_view name, bool isRound);
-    TreeScope *openAt(int level);
+    TreeScope *scopeAt(int level);
 
     const std::string m_top;
     std::vector<TreeScope> m_scopes;
