@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include "generateddesign.h"
+#include "generatedvhdl.h"
 
 #include <netweir/hierachy.h>
 #include <netweir/rtlextraction.h>
@@ -31,12 +32,23 @@ using TarnBench::Table;
 
 namespace {
 
-/// The input of both the extractor and the elaborator alone.
+/// A VHDL file and the library of its units.
+struct VhdlFile
+{
+    QString path;
+    QString library;
+};
+
+/// The input of both the extractor and the elaborators alone.
 struct Design
 {
     QString top;
-    QString standard;
-    QStringList files;
+    QString verilogTop;        ///< That of the Verilog part, when the top is an entity.
+    QStringList innerEntities; ///< That the Verilog part instantiates.
+    QStringList models; ///< Sources in place of units of the other language, for elaborators alone.
+    QString standard = QStringLiteral("1800-2017");
+    QStringList files; ///< Of Verilog.
+    QVector<VhdlFile> vhdlFiles;
     QStringList includePaths;
     QStringList macros;
 };
@@ -61,9 +73,14 @@ Design exampleDesign(const QString &name, const QString &top)
     for (const QJsonValue &value : project.value(QLatin1String("sources")).toArray()) {
         const QJsonObject source = value.toObject();
         const QString type = source.value(QLatin1String("type")).toString();
-        if (type.endsWith(QLatin1String("Verilog")) &&
-            source.value(QLatin1String("enabled")).toBool())
-            design.files.append(folder.filePath(source.value(QLatin1String("file")).toString()));
+        if (!source.value(QLatin1String("enabled")).toBool())
+            continue;
+        const QString path = folder.filePath(source.value(QLatin1String("file")).toString());
+        if (type == QLatin1String("VHDL"))
+            design.vhdlFiles.append(
+                {path, source.value(QLatin1String("library")).toString(QStringLiteral("work"))});
+        else if (type.endsWith(QLatin1String("Verilog")))
+            design.files.append(path);
     }
     for (const QJsonValue &path : options.value(QLatin1String("IncludePath")).toArray())
         design.includePaths.append(folder.filePath(path.toString()));
@@ -85,31 +102,65 @@ QStringList sourceArguments(const Design &design)
     return arguments + design.files;
 }
 
-void runTool(const QStringList &arguments)
+void runTool(const QTemporaryDir &folder, const QString &program, const QStringList &arguments)
 {
-    QTemporaryDir folder;
     QProcess process;
     process.setWorkingDirectory(folder.path());
     process.setStandardOutputFile(folder.filePath(QStringLiteral("stdout")));
-    process.start(QStringLiteral("verilator_bin"), arguments);
+    process.start(program, arguments);
     if (!process.waitForFinished(-1) || process.exitCode() != 0)
         fail(QStringLiteral("the elaborator failed: ") +
              QString::fromLocal8Bit(process.readAllStandardError()));
 }
 
-/// The elaborator alone, run like the extractor runs it, on the unchanged sources.
+void runVerilator(const QStringList &arguments)
+{
+    runTool(QTemporaryDir(), QStringLiteral("verilator_bin"), arguments);
+}
+
+/// The elaborator of Verilog alone, run like the extractor runs it, on the unchanged sources.
+void elaborateVerilog(const Design &design)
+{
+    runVerilator(QStringList{"--xml-only", "-O0", "--no-timing", "-Wno-lint", "-Wno-style",
+                             "-Wno-context", "--bbox-sys", "--bbox-unsup", "--error-limit",
+                             "100000", "--unroll-count", "100000", "--Mdir", ".", "--top-module",
+                             design.verilogTop.isEmpty() ? design.top : design.verilogTop,
+                             "--default-language", design.standard, "+1800-2017ext+sv"} +
+                 sourceArguments(design) + design.models);
+}
+
+/// The elaborator of VHDL alone: collecting, analysing, and a run that writes what the extractor
+/// needs.
+void elaborateVhdl(const Design &design)
+{
+    const QTemporaryDir folder;
+    const QString ghdl = QStringLiteral("ghdl");
+    const QStringList options{QStringLiteral("--std=08"), QStringLiteral("-P.")};
+    for (const VhdlFile &file : design.vhdlFiles)
+        runTool(folder, ghdl,
+                QStringList{QStringLiteral("-i")} + options +
+                    QStringList{QStringLiteral("--work=") + file.library, file.path});
+    for (const QString &top : QStringList{design.top} + design.innerEntities) {
+        runTool(folder, ghdl, QStringList{QStringLiteral("-m")} + options + QStringList{top});
+        runTool(folder, ghdl,
+                QStringList{QStringLiteral("-r")} + options +
+                    QStringList{top, "--stop-time=0ns", "--asserts=disable", "--disp-signals-map",
+                                "--disp-signals-table", "--wave=wave.ghw"});
+    }
+}
+
 void elaborateAlone(const Design &design)
 {
-    runTool(QStringList{"--xml-only", "-O0", "--no-timing", "-Wno-lint", "-Wno-style",
-                        "-Wno-context", "--bbox-sys", "--bbox-unsup", "--error-limit", "100000",
-                        "--unroll-count", "100000", "--Mdir", ".", "--top-module", design.top,
-                        "--default-language", design.standard, "+1800-2017ext+sv"} +
-            sourceArguments(design));
+    if (!design.vhdlFiles.isEmpty())
+        elaborateVhdl(design);
+    if (!design.files.isEmpty())
+        elaborateVerilog(design);
 }
 
 void preprocessAlone(const Design &design)
 {
-    runTool(QStringList{QStringLiteral("-E")} + sourceArguments(design));
+    if (!design.files.isEmpty())
+        runVerilator(QStringList{QStringLiteral("-E")} + sourceArguments(design));
 }
 
 std::unique_ptr<RtlNetlist> extract(const Design &design)
@@ -120,6 +171,10 @@ std::unique_ptr<RtlNetlist> extract(const Design &design)
             file.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
         files.append(QVariantMap{{TE::DesignInfo::Path, file}, {TE::DesignInfo::Type, type}});
     }
+    for (const VhdlFile &file : design.vhdlFiles)
+        files.append(QVariantMap{{TE::DesignInfo::Path, file.path},
+                                 {TE::DesignInfo::Type, TE::VhdlFile},
+                                 {TE::DesignInfo::Library, file.library}});
     QMap<QString, QVariant> info{{TE::DesignInfo::Top, design.top},
                                  {TE::DesignInfo::Files, files},
                                  {TE::DesignInfo::IncludePaths, design.includePaths},
@@ -162,12 +217,14 @@ bool compareWithElaborator(const std::string &title, const Design &design, int r
 
     Table table(title + ", " + std::to_string(bitCount(*netlist)) + " bits, CPU time, median of " +
                 std::to_string(rounds) + " rounds");
-    table.add("elaborator alone (--xml-only)", times[0], "s");
-    table.add("preprocessor alone (-E)", times[1], "s");
+    table.add("elaborator alone", times[0], "s");
+    if (!design.files.isEmpty())
+        table.add("preprocessor alone (-E)", times[1], "s");
     table.add("whole extraction", times[2], "s");
     table.add("whole extraction / elaborator alone", times[2] / times[0], "x", goal);
-    table.add("whole extraction / both processes alone", times[2] / (times[0] + times[1]), "x",
-              goal);
+    if (!design.files.isEmpty())
+        table.add("whole extraction / both processes alone", times[2] / (times[0] + times[1]), "x",
+                  goal);
     table.add("the same as first, by the clock",
               TarnBench::median(walls[1]) / TarnBench::median(walls[0]), "x");
     return table.print();
@@ -206,6 +263,13 @@ bool measureNetlist()
     return table.print();
 }
 
+void writeSource(const QString &path, const QByteArray &text)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) < 0)
+        fail(QStringLiteral("cannot write ") + path);
+}
+
 bool measureGenerated(const std::string &title, const GeneratedDesign &generated, int rounds)
 {
     QTemporaryDir folder;
@@ -213,11 +277,40 @@ bool measureGenerated(const std::string &title, const GeneratedDesign &generated
     design.top = QStringLiteral("bench_top");
     design.standard = QStringLiteral("1364-2005");
     design.files.append(folder.filePath(QStringLiteral("bench.v")));
-    QFile file(design.files.first());
-    if (!file.open(QIODevice::WriteOnly) || file.write(generated.source()) < 0)
-        fail(QStringLiteral("cannot write ") + file.fileName());
-    file.close();
+    writeSource(design.files.first(), generated.source());
     return compareWithElaborator(title, design, rounds, 1.3);
+}
+
+Design generatedVhdl(const QTemporaryDir &folder)
+{
+    Design design;
+    design.top = QStringLiteral("bench_top");
+    design.vhdlFiles.append({folder.filePath(QStringLiteral("bench.vhd")), QStringLiteral("work")});
+    writeSource(design.vhdlFiles.first().path, GeneratedVhdl().source());
+    return design;
+}
+
+/// What a process that extracts the generated VHDL design, and nothing else, needs at its peak.
+bool measureVhdlMemory(const QString &argument)
+{
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {argument});
+    if (!process.waitForFinished(-1) || process.exitCode() != 0)
+        fail(QStringLiteral("the process that measures memory failed"));
+    Table table("Generated VHDL design, memory");
+    table.add("peak of the process that extracts it", process.readAll().toDouble() / 1e6, "MB",
+              300);
+    return table.print();
+}
+
+/// Extracts the generated VHDL design once and prints the peak of resident memory in bytes.
+void printVhdlMemory()
+{
+    QTemporaryDir folder;
+    const std::unique_ptr<RtlNetlist> netlist = extract(generatedVhdl(folder));
+    rusage usage;
+    getrusage(RUSAGE_SELF, &usage);
+    std::printf("%.0f\n", double(usage.ru_maxrss) * 1024);
 }
 
 } // namespace
@@ -231,6 +324,12 @@ int main(int argc, char *argv[])
     const bool quick = app.arguments().contains(QStringLiteral("quick"));
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 
+    const QString memoryArgument = QStringLiteral("vhdl-memory");
+    if (app.arguments().contains(memoryArgument)) {
+        printVhdlMemory();
+        return 0;
+    }
+
     bool good = measureNetlist();
     good &= compareWithElaborator(
         "Example sensorhub", exampleDesign(QStringLiteral("sensorhub"), QStringLiteral("hub_top")),
@@ -238,6 +337,15 @@ int main(int argc, char *argv[])
     good &= compareWithElaborator(
         "Example packetfilter",
         exampleDesign(QStringLiteral("packetfilter"), QStringLiteral("pf_top")), 15, 1.2);
+    Design motorDrive = exampleDesign(QStringLiteral("motordrive"), QStringLiteral("motor_top"));
+    motorDrive.verilogTop = QStringLiteral("pwm_core");
+    motorDrive.innerEntities.append(QStringLiteral("dead_time"));
+    motorDrive.models.append(QStringLiteral(TARN_EXAMPLES_DIR "/motordrive/tb/dead_time_model.sv"));
+    good &= compareWithElaborator("Example motordrive", motorDrive, 15, 1.3);
+    const QTemporaryDir folder;
+    good &= compareWithElaborator("Generated VHDL design, 73 different entities",
+                                  generatedVhdl(folder), 5, 1.3);
+    good &= measureVhdlMemory(memoryArgument);
     GeneratedDesign generated;
     good &= measureGenerated("Generated design, 500 different modules", generated, 5);
     if (!quick) {

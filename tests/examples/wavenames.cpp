@@ -314,7 +314,7 @@ void GhwText::readScope(const QString &line, int depth)
 void GhwText::readSignal(const QString &line)
 {
     static const QRegularExpression form(
-        "^(?:signal|port-\\w+) ([^:]+): (.*): (?:#(\\d+)(?:-#(\\d+))?)?$");
+        "^(?:signal|port-\\w+) ([^:]+): (.*): ?(?:#(\\d+)(?:-#(\\d+))?)?$");
     const QRegularExpressionMatch match = form.match(line);
     if (!match.hasMatch()) {
         m_error = "unknown line: " + line;
@@ -468,6 +468,15 @@ void addNetlist(const NETWEIR::Hierachy *node, const QString &path, const QStrin
     }
 }
 
+/// @p name as GHDL shows it: in lower case outside of extended identifiers.
+QString foldedVhdl(const QString &name)
+{
+    QStringList pieces = name.split('\\');
+    for (int i = 0; i < pieces.size(); i += 2)
+        pieces[i] = pieces[i].toLower();
+    return pieces.join('\\');
+}
+
 bool isBelow(const QString &name, const QString &net)
 {
     return name == net ||
@@ -526,7 +535,7 @@ QString waveDifferences(const NETWEIR::Hierachy *node, const WaveNames &wave,
     QMap<QString, int> widths = wave.widths;
     QStringList opaque;
     const auto folded = [&wave](const QString &name) {
-        return wave.foldsCase ? name.toLower() : name;
+        return wave.foldsCase ? foldedVhdl(name) : name;
     };
     for (auto net = nets.cbegin(); net != nets.cend(); ++net) {
         const QString name = folded(net.key());

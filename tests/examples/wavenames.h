@@ -14,7 +14,8 @@ class Hierachy;
 namespace TarnTest {
 
 /// What a simulator shows of the nets below one instance, in the form of the netlist: "name",
-/// "bus[3:0]", "instance/label[0].name". Names of VHDL are in lower case.
+/// "bus[3:0]", "instance/label[0].name". Names of VHDL are in lower case,
+/// except for extended identifiers.
 struct WaveNames
 {
     QSet<QString> nets;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "vhdltokens.h"
 
+#include <netweir/internal/ground/readguard.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -108,6 +110,7 @@ VhdlTokens::VhdlTokens(const QByteArray &text, const TextRange &range, int line,
 
 VhdlToken VhdlTokens::next()
 {
+    ReadGuard::check();
     for (skipBlanks(); isAtComment() && !m_keepsComments; skipBlanks())
         skipComment();
 
@@ -144,9 +147,8 @@ VhdlToken VhdlTokens::next()
         takeSign(&token);
     }
     token.text = {begin, std::size_t(m_at - begin)};
-    m_afterName = token.kind == VhdlToken::Punctuation
-                      ? token.is(')') || token.is(']')
-                      : token.kind != VhdlToken::Reserved || token.is(VhdlKeyword::All);
+    m_afterName = token.kind == VhdlToken::Identifier || token.kind == VhdlToken::String ||
+                  token.is(')') || token.is(']') || token.is(VhdlKeyword::All);
     return token;
 }
 

@@ -74,6 +74,7 @@ public:
     /// @p text; @p line and @p column belong to the beginning of the range.
     VhdlTokens(const QByteArray &text, const TextRange &range, int line = 1, int column = 1);
 
+    /// Throws ReadingEnded if a ReadGuard says so.
     VhdlToken next();
 
 private:
@@ -93,7 +94,7 @@ private:
     const char *m_end;
     const char *m_lineStart;
     int m_line = 1;
-    /// A tick after a name, a closing bracket or a literal is an attribute and begins no character.
+    /// A tick after a name or a closing bracket is an attribute and begins no character.
     bool m_afterName = false;
     bool m_keepsComments = false;
 };

@@ -1,0 +1,3 @@
+top.vhd
+leaf.vhd
+common.vhd

@@ -1,0 +1,2 @@
+--std 93
+top.vhd

@@ -1,0 +1,3 @@
+top.vhd
+other.vhd
+leaf.vhd

@@ -1,0 +1,2 @@
+extra.vhd
+top.v

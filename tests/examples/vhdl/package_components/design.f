@@ -1,0 +1,3 @@
+rtl/top.vhd
+--work cells
+cells/cells.vhd
