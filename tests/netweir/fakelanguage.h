@@ -55,7 +55,9 @@ inline std::vector<FakeUnit> fakeUnitsOf(const QString &text)
             const PortDirection direction =
                 words[0] == QLatin1String("in") ? PortDirection::Input : PortDirection::Output;
             unit.ports.push_back({words[1], direction, words[2].toInt()});
+            unit.declared.ports.push_back({words[1], direction});
         }
+        unit.declared.generics = QStringList{QStringLiteral("W")};
         unit.instances = parts.value(2).trimmed().split(QStringLiteral(", "), Qt::SkipEmptyParts);
         for (const QString &instance : qAsConst(unit.instances)) {
             const QStringList words = instance.trimmed().split(QLatin1Char(' '));

@@ -177,7 +177,6 @@ void TestDesignElaborator::partsAreJoined()
 {
     QFETCH(QString, units);
     Design design(units);
-    // The generics of the fake need no declaration.
     QTEST(design.read(), "expected");
 }
 
