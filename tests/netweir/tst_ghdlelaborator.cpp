@@ -229,6 +229,56 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles_data()
                                              "architecture rtl of top is begin end;\n")
                                   << QStringList{QStringLiteral(
                                          "ERROR: a.vhd:1:32: missing \";\" at end of port clause")};
+    QTest::newRow("entity without architecture in an instance")
+        << oneFile("entity leaf is port (a: in bit); end;\n"
+                   "entity top is end;\n"
+                   "architecture rtl of top is signal s: bit; begin u: entity work.leaf port map "
+                   "(a=> s); end;\n")
+        << QStringList{QStringLiteral("ERROR: a.vhd:3:52: The entity \"leaf\" has no architecture. "
+                                      "Add the file with its architecture.")};
+    QTest::newRow("architecture without entity")
+        << oneFile("architecture rtl of nope is begin end;\n"
+                   "entity top is end;\n"
+                   "architecture rtl of top is begin end;\n")
+        << QStringList{
+               QStringLiteral(
+                   "ERROR: a.vhd:1:21: \"nope\" is not declared. Add the file that declares it."),
+               QStringLiteral("1 more error(s) that follow from those above")};
+    QTest::newRow("missing architecture")
+        << oneFile("entity leaf is port (a: in bit); end;\n"
+                   "architecture rtl of leaf is begin end;\n"
+                   "entity top is end;\n"
+                   "architecture rtl of top is signal s: bit; begin u: entity work.leaf(fast) port "
+                   "map (a=> s); end;\n")
+        << QStringList{QStringLiteral(
+               "ERROR: a.vhd:4:49: cannot find architecture \"fast\" of entity \"leaf\". Correct "
+               "its name, or add the file with the architecture.")};
+    QTest::newRow("unknown port") << oneFile("entity leaf is port (a: in bit); end;\n"
+                                             "architecture rtl of leaf is begin end;\n"
+                                             "entity top is end;\n"
+                                             "architecture rtl of top is signal s: bit; begin u: "
+                                             "entity work.leaf port map (nothing=> s); end;\n")
+                                  << QStringList{QStringLiteral(
+                                         "ERROR: a.vhd:4:79: no declaration for \"nothing\"")};
+    QTest::newRow("lengths")
+        << oneFile("entity leaf is port (a: in bit_vector(3 downto 0)); end;\n"
+                   "architecture rtl of leaf is begin end;\n"
+                   "entity top is end;\n"
+                   "architecture rtl of top is signal s: bit_vector(2 downto 0); begin u: entity "
+                   "work.leaf port map (a=> s); end;\n")
+        << QStringList{
+               QStringLiteral("ERROR: a.vhd:4:102: actual constraints don't match formal ones")};
+    QTest::newRow("top without architecture")
+        << oneFile("entity top is end;\n")
+        << QStringList{QStringLiteral("ERROR: a.vhd:1:8: The entity \"top\" has no architecture. "
+                                      "Add the file with its architecture.")};
+    QTest::newRow("binding to a missing entity")
+        << oneFile(
+               "entity top is end;\n"
+               "architecture rtl of top is component c is port (x: in bit); end component; signal "
+               "s: bit; for all: c use entity work.missing; begin u: c port map (x=> s); end;\n")
+        << QStringList{QStringLiteral("ERROR: a.vhd:2:118: unit \"missing\" not found in library "
+                                      "\"work\". Add the file that declares it.")};
 }
 
 void TestGhdlElaborator::reportsErrorsOfAllFiles()
@@ -237,7 +287,7 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles()
     QFETCH(QStringList, expected);
     VhdlElaboration design(files);
     QVERIFY(!design.elaborateTop());
-    QCOMPARE(design.messages(), expected);
+    QCOMPARE(design.messages().join(QLatin1Char('\n')), expected.join(QLatin1Char('\n')));
 }
 
 TARN_TEST_MAIN(TestGhdlElaborator)

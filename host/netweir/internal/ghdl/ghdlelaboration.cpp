@@ -138,7 +138,11 @@ void GhdlElaboration::finishRun()
         m_errors += m_run->errors();
         analyseNext();
     } else if (m_step == Run && isHeaderComplete(wavePath())) {
-        m_isElaborated = true;
+        // GHDL does not notice that its output is cut off.
+        const QString problem = m_folder.problem();
+        m_isElaborated = problem.isEmpty();
+        if (!m_isElaborated)
+            fail(errorMessage(problem));
     } else if (m_step == Run || !m_run->succeeded()) {
         finishFailedRun();
     } else if (m_step == Import) {

@@ -252,6 +252,23 @@ QString ghdlErrorText(const QByteArray &text)
             .arg(own);
     if (text.startsWith("unit \"") && text.contains("not found in library"))
         return Text::tr("%1. Add the file that declares it.").arg(own);
+    if (text.endsWith(" was not analysed"))
+        return Text::tr("\"%1\" is not declared. Add the file that declares it.")
+            .arg(QString::fromLatin1(firstQuoted(text, text.contains('"') ? '"' : '\'')));
+    if (text.contains(" has no architecture in library ") ||
+        text.startsWith("no architecture in library for entity "))
+        return Text::tr("The entity \"%1\" has no architecture. Add the file with its "
+                        "architecture.")
+            .arg(quoted(text));
+    if (text.startsWith("cannot find architecture "))
+        return Text::tr("%1. Correct its name, or add the file with the architecture.").arg(own);
+    if (text.startsWith("missing entity, architecture, package or configuration"))
+        return Text::tr("%1. If the file is in another language, change its type in the project.")
+            .arg(own);
+    if (text.startsWith("cannot open file "))
+        return Text::tr("The design reads the file \"%1\", which cannot be opened. Put it into the "
+                        "folder of the source that reads it.")
+            .arg(quoted(text));
     if (text.contains(" cannot be at the top of a design"))
         return Text::tr("The entity \"%1\" cannot be the top (%2). Give the port a range or a "
                         "default, or choose another top.")

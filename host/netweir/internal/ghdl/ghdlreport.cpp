@@ -35,8 +35,10 @@ public:
             if (file < 0 || file >= design.size() || m_badFiles.contains(error.file))
                 continue;
             m_badFiles.insert(error.file);
-            for (const VhdlUnit &unit : design.source(file).file.units)
-                m_badUnits.insert(primaryNameOf(unit));
+            for (const VhdlUnit &unit : design.source(file).file.units) {
+                if (unit.kind != VhdlUnit::Architecture && unit.kind != VhdlUnit::PackageBody)
+                    m_badUnits.insert(primaryNameOf(unit));
+            }
         }
     }
 
@@ -101,20 +103,60 @@ QString textOf(const GhdlMessage &error)
         .arg(QString::fromLatin1(library), libraryAdvice(QString::fromLatin1(library)));
 }
 
+/// The names in double quotes in @p text, folded.
+QByteArrayList quotedNames(const QByteArray &text)
+{
+    const QByteArrayList pieces = text.split('"');
+    QByteArrayList names;
+    for (int i = 1; i < pieces.size(); i += 2)
+        names.append(foldedVhdlName(pieces[i]));
+    return names;
+}
+
+/// The place of an error for which GHDL gives none, as far as the texts tell it.
+Place placeInTexts(const VhdlDesign &design, const QByteArray &text)
+{
+    const QByteArrayList names = quotedNames(text);
+    const bool hasNoArchitecture = text.contains(" has no architecture in library ");
+    const bool lacksArchitecture = text.startsWith("cannot find architecture ");
+    if (names.size() < 2 || !(hasNoArchitecture || lacksArchitecture))
+        return {};
+    for (int file = 0; file < design.size(); ++file) {
+        for (const VhdlUnit &unit : design.source(file).file.units) {
+            if (hasNoArchitecture && unit.kind == VhdlUnit::Entity &&
+                primaryNameOf(unit) == names[0])
+                return {design.path(file), unit.line, unit.column};
+            if (!lacksArchitecture)
+                continue;
+            for (const VhdlInstance &instance : unit.instances) {
+                if (foldedVhdlName(instance.architecture) == names[0] &&
+                    foldedVhdlName(instance.unit.last()) == names[1])
+                    return {design.path(file), instance.line, instance.column};
+            }
+        }
+    }
+    return {};
+}
+
 } // namespace
 
 QStringList ghdlReport(const VhdlDesign &design, const GhdlPlaces &places,
                        const QVector<GhdlMessage> &errors)
 {
-    MessageList list;
-    GhdlCauses causes(design, errors);
+    MessageList causes;
+    MessageList all;
+    GhdlCauses separation(design, errors);
     for (const GhdlMessage &error : errors) {
-        const QString line =
-            errorMessage(places.place(error.file, error.line, error.column), textOf(error));
-        if (!list.contains(line))
-            list.add(line, causes.follows(error));
+        Place place = places.place(error.file, error.line, error.column);
+        if (place.file.isEmpty())
+            place = placeInTexts(design, error.text);
+        const QString line = errorMessage(place, textOf(error));
+        if (causes.contains(line))
+            continue;
+        all.add(line);
+        causes.add(line, separation.follows(error));
     }
-    return list.lines();
+    return containsError(causes.lines()) ? causes.lines() : all.lines();
 }
 
 } // namespace NETWEIR::Internal

@@ -20,6 +20,7 @@ namespace {
 constexpr rlim_t StackLimit = 256 * 1024 * 1024;
 constexpr rlim_t LargestFile = 2000 * 1024 * 1024; ///< Larger files cannot be read.
 constexpr qint64 MostOutput = 1024 * 1024 * 1024;  ///< In bytes.
+constexpr qint64 MostMessages = 16 * 1024 * 1024;  ///< In bytes.
 constexpr int KillTimeout = 1000;
 
 /// Sets the soft limit as far as the hard limit allows. Safe between fork and exec.
@@ -32,12 +33,14 @@ void setLimit(decltype(RLIMIT_STACK) resource, rlim_t value)
     setrlimit(resource, &limit);
 }
 
-QByteArray readOutput(const QString &path)
+/// The first @p limit bytes of a file.
+QByteArray readOutput(const QString &path, qint64 limit)
 {
-    QByteArray output;
+    QFile file;
     QString error;
-    Files::readRegularFile(path, MostOutput, &output, &error);
-    return output;
+    if (Files::openRegularFile(path, &file, &error) != Files::Access::Granted)
+        return {};
+    return file.read(limit);
 }
 
 } // namespace
@@ -109,14 +112,14 @@ bool ToolProcess::isOutputReadable() const
 
 QByteArray ToolProcess::takeStandardOutput()
 {
-    const QByteArray output = readOutput(standardOutputPath());
+    const QByteArray output = readOutput(standardOutputPath(), MostOutput);
     QFile::remove(standardOutputPath());
     return output;
 }
 
 QByteArray ToolProcess::errorOutput() const
 {
-    return readOutput(errorOutputPath());
+    return readOutput(errorOutputPath(), MostMessages);
 }
 
 QString ToolProcess::standardOutputPath() const

@@ -37,6 +37,7 @@ public:
     bool isOutputReadable() const;
     /// Reads the standard output and removes its file to save space.
     QByteArray takeStandardOutput();
+    /// The beginning of the error output, 16 MB of it.
     QByteArray errorOutput() const;
 
     /// The limits in bytes.
