@@ -111,6 +111,7 @@ private Q_SLOTS:
     void memoriesAreTold_data();
     void memoriesAreTold();
     void deepScopesCostTheirLabels();
+    void entityWithScopes();
 
 private:
     const VhdlFacts m_facts{sources()};
@@ -286,6 +287,14 @@ void TestVhdlFacts::deepScopesCostTheirLabels()
     for (int i = 0; i < Depth; ++i)
         path.append("g");
     QCOMPARE(facts.find("e", "a")->spelling(path, "s"), QByteArray("S"));
+}
+
+/// In a text with errors.
+void TestVhdlFacts::entityWithScopes()
+{
+    const VhdlFacts facts({source("work", "entity e is G : if x generate signal S : t; end; "
+                                          "architecture a of e is begin end;")});
+    QCOMPARE(facts.find("e", "a")->spelling({}, "s"), QByteArray("S"));
 }
 
 TARN_TEST_MAIN(TestVhdlFacts)

@@ -230,7 +230,8 @@ void VhdlFactsOfDesign::addArchitecture(const UnitOfSource &architecture)
     const std::vector<int> scopes = addScopes(*architecture.unit, facts);
     if (entity.unit) {
         addInterface(entity, entity.unit->interface, 0, facts);
-        addDeclarations(entity, {0}, facts);
+        // Only an entity with errors has scopes.
+        addDeclarations(entity, std::vector<int>(std::size_t(entity.unit->scopes.size())), facts);
     }
     addDeclarations(architecture, scopes, facts);
     addInstances(architecture, scopes, facts);

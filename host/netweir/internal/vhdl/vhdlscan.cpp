@@ -60,6 +60,7 @@ private:
     void scanNestedPackage();
     void scanUse();
     void scanBinding();
+    bool atAlternative() const;
     void scanStatement();
     void scanLabelled();
     void scanBlock(const VhdlToken &label);
@@ -68,6 +69,7 @@ private:
     void scanInstance(const VhdlToken &label);
     void scanEnd();
     void endRegion(Region::Kind kind);
+    void leaveRegions(std::size_t remaining);
     void enter(Region::Kind kind, VhdlScope::Kind scopeKind, const VhdlToken &label);
     void addScope(VhdlScope::Kind kind);
     void closeScope();
@@ -88,9 +90,7 @@ void UnitScan::run()
     while (!m_ended && !m_reader.atUnitEnd())
         scanItem();
     m_unit.complete = m_ended;
-    // Ranges of scopes that nothing ended.
-    for (VhdlScope &scope : m_unit.scopes)
-        scope.range.end = std::max(scope.range.end, scope.range.begin);
+    leaveRegions(0);
 }
 
 void UnitScan::scanItem()
@@ -359,20 +359,25 @@ void UnitScan::scanBinding()
     m_unit.bindings.append(binding);
 }
 
-void UnitScan::scanStatement()
+/// At the next alternative of the innermost generate.
+bool UnitScan::atAlternative() const
 {
     const Region &region = m_regions.back();
-    const bool inGenerate = region.kind == Region::Generate;
+    if (region.kind != Region::Generate)
+        return false;
+    if (region.generate == VhdlScope::CaseGenerate)
+        return token().is(VhdlKeyword::When);
+    return region.generate == VhdlScope::IfGenerate &&
+           (token().is(VhdlKeyword::Elsif) || token().is(VhdlKeyword::Else));
+}
+
+void UnitScan::scanStatement()
+{
     if (token().isName() && token(1).is(':')) {
         scanLabelled();
     } else if (token().is(VhdlKeyword::Process)) {
         m_reader.skipProcess();
-    } else if (inGenerate && region.generate == VhdlScope::IfGenerate &&
-               (token().is(VhdlKeyword::Elsif) || token().is(VhdlKeyword::Else))) {
-        closeScope();
-        scanAlternative();
-    } else if (inGenerate && region.generate == VhdlScope::CaseGenerate &&
-               token().is(VhdlKeyword::When)) {
+    } else if (atAlternative()) {
         closeScope();
         scanAlternative();
     } else if (token().is(VhdlKeyword::Begin) || token().is(VhdlKeyword::Postponed) ||
@@ -549,13 +554,18 @@ void UnitScan::endRegion(Region::Kind kind)
                                     [kind](const Region &region) { return region.kind == kind; });
     if (found == m_regions.rend())
         return;
-    const auto remaining = std::size_t(m_regions.rend() - found) - 1;
+    leaveRegions(std::size_t(m_regions.rend() - found) - 1);
+    m_ended = m_regions.empty();
+}
+
+/// Ends the innermost regions, so that @p remaining ones are left.
+void UnitScan::leaveRegions(std::size_t remaining)
+{
     while (m_regions.size() > remaining) {
         if (m_regions.back().kind != Region::NestedPackage)
             closeScope();
         m_regions.pop_back();
     }
-    m_ended = m_regions.empty();
 }
 
 /// Reads the units of a text.
