@@ -1,0 +1,2 @@
+top.vhd
+pads.v

@@ -1,0 +1,3 @@
+modules.v
+top.vhd
+common.vhd
