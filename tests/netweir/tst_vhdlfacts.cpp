@@ -45,7 +45,14 @@ architecture RTL of Top is
   signal Res : (resolved) Sub_T;
   signal Mem : words;
   component Local_Comp is port (X : in bit; Y : out bit); end component;
+  component Bound is port (I1, I2 : in bit; O1 : out bit); end component;
+  for B_One, B_Two : Bound use entity work.Leaf port map (CLK => I2, RST => '1', Q => O1);
+  for others : Bound use entity work.Leaf port map (CLK => I1, RST => open);
 begin
+  B_One : Bound port map (Clk, open, Plain);
+  B_Two : Bound port map (I2 => Clk);
+  B_Three : Bound port map (I1 => Clk);
+  B_Four : Bound port map (I2 => Clk);
   U_One : entity work.Leaf(rtl) port map (Clk, open, Q => Plain, Part(3) => '1', to_bit(Conv) => RST, Off => open);
   U_Two : Comp port map (Clk, open, Plain);
   U_Three : Local_Comp port map (Y => Plain);
@@ -244,6 +251,14 @@ void TestVhdlFacts::formalsAreAssociated_data()
     row("", "u_five", "clk", false);
     row("", "u_six", "start", true); // The entity of that library.
     row("", "u_six", "clk", false);
+    row("", "b_one", "clk", false); // Through a binding.
+    row("", "b_one", "rst", true);
+    row("", "b_one", "q", true);
+    row("", "b_two", "clk", true);
+    row("", "b_two", "q", false);
+    row("", "b_three", "clk", true);
+    row("", "b_three", "rst", false);
+    row("", "b_four", "clk", false);
     row("gen", "u", "clk", true);
     row("", "u", "clk", false);
 }

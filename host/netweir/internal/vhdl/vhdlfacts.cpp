@@ -5,6 +5,7 @@
 #include "vhdlindexes.h"
 #include "vhdlname.h"
 #include "vhdlrecords.h"
+#include "vhdltokens.h"
 
 #include <netweir/internal/ground/itemat.h>
 
@@ -135,6 +136,84 @@ int VhdlArchitectureFacts::computedIndexDepth(const QByteArrayList &path,
 {
     return d->indexDepths.value({d->scopeAt(path), name}, -1);
 }
+
+namespace {
+
+/// The bindings with a port map, by scope, and component and label.
+using Bindings = QHash<ScopedName, const VhdlBinding *>;
+
+Bindings bindingsOf(const VhdlUnit &unit)
+{
+    Bindings bindings;
+    for (const VhdlBinding &binding : unit.bindings) {
+        if (binding.ports.isEmpty() || binding.component.isEmpty())
+            continue;
+        const QByteArray component = foldedVhdlName(binding.component.last());
+        for (const QByteArray &label : binding.labels)
+            bindings.insert({binding.scope, keyOf(component, foldedVhdlName(label))}, &binding);
+    }
+    return bindings;
+}
+
+/// A binding holds only for the instances directly in its scope.
+const VhdlBinding *bindingOf(const VhdlInstance &instance, const Bindings &bindings)
+{
+    if (bindings.isEmpty() || instance.kind != VhdlInstance::Component)
+        return nullptr;
+    const QByteArray component = foldedVhdlName(instance.unit.last());
+    for (const QByteArray &label :
+         {foldedVhdlName(instance.label), QByteArray("all"), QByteArray("others")}) {
+        if (const VhdlBinding *const found =
+                bindings.value({instance.scope, keyOf(component, label)}))
+            return found;
+    }
+    return nullptr;
+}
+
+/// The ports that an instance connects to something other than open. @p interface tells those
+/// that are connected by position; null if it is not known.
+QSet<QByteArray> associatedFormals(const VhdlInstance &instance, const VhdlInterface *interface)
+{
+    QSet<QByteArray> formals;
+    for (int i = 0; i < instance.ports.size(); ++i) {
+        const VhdlAssociation &association = instance.ports.at(i);
+        if (association.isOpen)
+            continue;
+        for (const QByteArray &name : association.formalNames)
+            formals.insert(foldedVhdlName(name));
+        if (association.formalNames.isEmpty() && interface && i < interface->ports.size())
+            formals.insert(foldedVhdlName(interface->ports.at(i).name));
+    }
+    return formals;
+}
+
+/// The ports of the entity that are connected through a binding: to a port of the component that
+/// the instance connects, or to a value.
+QSet<QByteArray> formalsBehind(const VhdlBinding &binding, const QSet<QByteArray> &connected,
+                               const VhdlInterface *component, const QByteArray &text)
+{
+    QSet<QByteArray> ports;
+    for (int i = 0; component && i < component->ports.size(); ++i)
+        ports.insert(foldedVhdlName(component->ports.at(i).name));
+    QSet<QByteArray> formals;
+    for (const VhdlAssociation &association : binding.ports) {
+        bool isConnected = !association.isOpen;
+        VhdlTokens actual(text, association.actual);
+        for (VhdlToken token = actual.next(); token.kind != VhdlToken::EndOfText;
+             token = actual.next()) {
+            const QByteArray name = foldedVhdlName(token.text);
+            if (token.isName() && ports.contains(name))
+                isConnected = connected.contains(name);
+        }
+        for (const QByteArray &name : association.formalNames) {
+            if (isConnected)
+                formals.insert(foldedVhdlName(name));
+        }
+    }
+    return formals;
+}
+
+} // namespace
 
 /// Collects the facts and owns them.
 class VhdlFactsOfDesign
@@ -305,24 +384,15 @@ void VhdlFactsOfDesign::addInstances(const UnitOfSource &architecture,
     Components components;
     for (const VhdlComponent &component : architecture.unit->components)
         components.insert(foldedVhdlName(component.name), &component.interface);
+    const Bindings bindings = bindingsOf(*architecture.unit);
     for (const VhdlInstance &instance : architecture.unit->instances) {
         const int scope = itemAt(scopes, instance.scope);
         facts->addSpelling(scope, instance.label);
-        QSet<QByteArray> &formals = facts->associated[{scope, foldedVhdlName(instance.label)}];
-        const VhdlInterface *interface = nullptr;
-        for (int i = 0; i < instance.ports.size(); ++i) {
-            const VhdlAssociation &association = instance.ports.at(i);
-            if (association.isOpen)
-                continue;
-            for (const QByteArray &name : association.formalNames)
-                formals.insert(foldedVhdlName(name));
-            if (!association.formalNames.isEmpty())
-                continue;
-            if (!interface)
-                interface = interfaceOf(instance, architecture, components);
-            if (interface && i < interface->ports.size())
-                formals.insert(foldedVhdlName(interface->ports.at(i).name));
-        }
+        const VhdlInterface *const interface = interfaceOf(instance, architecture, components);
+        QSet<QByteArray> formals = associatedFormals(instance, interface);
+        if (const VhdlBinding *const binding = bindingOf(instance, bindings))
+            formals = formalsBehind(*binding, formals, interface, architecture.source->text);
+        facts->associated[{scope, foldedVhdlName(instance.label)}] += formals;
     }
 }
 

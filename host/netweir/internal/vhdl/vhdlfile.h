@@ -90,7 +90,8 @@ struct VhdlComponent
     int column = 0;
 };
 
-/// "for all : comp use entity work.leaf(rtl)", in a declarative part or a configuration.
+/// "for all : comp use entity work.leaf(rtl) port map (...)", in a declarative part or a
+/// configuration.
 struct VhdlBinding
 {
     enum Kind { Entity, Configuration, Open };
@@ -100,6 +101,9 @@ struct VhdlBinding
     Kind kind = Open;
     QByteArrayList unit;
     QByteArray architecture;
+    /// Formals are ports of the entity, actuals those of the component. Without them, ports of one
+    /// name belong together.
+    QVector<VhdlAssociation> ports;
     /// In a configuration: the architecture and the labels of blocks and generates around it.
     QByteArrayList path;
     int scope = 0; ///< In an architecture.

@@ -163,7 +163,8 @@ VhdlAssociation readAssociation(VhdlReader *reader)
 }
 
 /// Behind the name of a unit: "generic map (...)", "port map (...)".
-void readMaps(VhdlReader *reader, VhdlInstance *instance)
+void readMaps(VhdlReader *reader, QVector<VhdlAssociation> *generics,
+              QVector<VhdlAssociation> *ports)
 {
     while (reader->token(1).is(VhdlKeyword::Map)) {
         const bool isPort = reader->token().is(VhdlKeyword::Port);
@@ -171,7 +172,7 @@ void readMaps(VhdlReader *reader, VhdlInstance *instance)
             return;
         reader->advance();
         reader->advance();
-        (isPort ? instance->ports : instance->generics) += readVhdlAssociations(reader);
+        *(isPort ? ports : generics) += readVhdlAssociations(reader);
     }
 }
 
@@ -260,7 +261,7 @@ bool readVhdlInstance(VhdlReader *reader, VhdlInstance *instance)
     if (instance->kind == VhdlInstance::Entity)
         instance->architecture = takeArchitecture(reader);
     const bool hasMap = reader->token(1).is(VhdlKeyword::Map);
-    readMaps(reader, instance);
+    readMaps(reader, &instance->generics, &instance->ports);
     instance->bare = !hasKeyword && !hasMap;
     if (instance->bare && !reader->token().is(';'))
         return false;
@@ -291,6 +292,8 @@ VhdlBinding readVhdlBinding(VhdlReader *reader)
     binding.component = reader->takeSelectedName();
     if (reader->skip(VhdlKeyword::Use)) {
         binding.kind = readEntityAspect(reader, &binding.unit, &binding.architecture);
+        QVector<VhdlAssociation> generics;
+        readMaps(reader, &generics, &binding.ports);
         reader->skipToSemicolon();
     }
     return binding;
