@@ -70,6 +70,7 @@ private Q_SLOTS:
     void portsAreCompared();
     void drivenBitsFitThePort_data();
     void drivenBitsFitThePort();
+    void connectedInoutsAreDriven();
     void unconnectedPortsAreNotDriven();
 };
 
@@ -198,6 +199,16 @@ void TestBorder::drivenBitsFitThePort()
     const DrivenPorts inside = border.driven(instance);
     QCOMPARE(inside.keys(), QStringList{"Data"});
     QTEST(textOf(inside.first()), "inside");
+}
+
+void TestBorder::connectedInoutsAreDriven()
+{
+    const BorderPorts border(QStringLiteral("leaf"),
+                             portsOf(QStringLiteral("inout a 2, inout b 2")));
+    BorderInstance instance;
+    instance.driven.insert(QStringLiteral("a"), bitsOf(QStringLiteral("00")));
+    QCOMPARE(textOf(border.driven(instance).value(QStringLiteral("a"))), QStringLiteral("1"));
+    QVERIFY(!border.driven(instance).contains(QStringLiteral("b")));
 }
 
 void TestBorder::unconnectedPortsAreNotDriven()

@@ -259,8 +259,8 @@ void TestDesignElaborator::errorsAreReported_data()
         "Set the top module or break the circle.");
     row("endless with the same values",
         "module top | | u e #W=1\nwork.entity e | | v m #W=1\nmodule m | | w e #W=1",
-        "ERROR: The elaborated design cannot be read: The instantiation never ends (e -> m -> e). "
-        "Break the circle or end it with a generate condition.");
+        "ERROR: a:1:5: The instantiation never ends (e -> m -> e). Break the circle or end it with "
+        "a generate condition.");
     row("endless with other values",
         "module top | | u e #W+\nwork.entity e | | v m #W+\n"
         "module m | | w e #W+",

@@ -175,7 +175,10 @@ DrivenPorts BorderPorts::driven(const BorderInstance &instance) const
         if (index < 0 || driven->empty())
             continue;
         const PartPort &port = itemAt(m_ports, index);
-        result.insert(port.name, fitted(slice(*driven, instance, port.width), port.width));
+        if (port.direction == PortDirection::Inout)
+            result.insert(port.name, {true});
+        else
+            result.insert(port.name, fitted(slice(*driven, instance, port.width), port.width));
     }
     return result;
 }

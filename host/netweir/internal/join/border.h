@@ -35,7 +35,8 @@ public:
     QStringList messages(const PartRoot &root, Language from) const;
 
     /// The driven bits of an instance, by the names and with the widths of the ports of the unit.
-    /// Bits that only padding connects are driven.
+    /// Bits that only padding connects are driven, and so is a connected inout, because the
+    /// instance itself drives what is connected.
     DrivenPorts driven(const BorderInstance &instance) const;
 
 private:

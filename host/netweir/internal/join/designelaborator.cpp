@@ -184,6 +184,7 @@ bool DesignElaborator::isToBeRead() const
            itemAt(m_sides, m_round->side).elaborator->isElaborated();
 }
 
+/// False when the reading fails or is ended, with an error unless @p reading fails without one.
 bool DesignElaborator::readInThread(ExtractionProgress *progress,
                                     const std::function<bool(QString *error)> &reading)
 {
@@ -195,7 +196,7 @@ bool DesignElaborator::readInThread(ExtractionProgress *progress,
     progress->runInThread([&] { isRead = readWithin(limits, reading, &error); });
     if (progress->isCancelled())
         m_errors.append(cancelError());
-    else if (!isRead)
+    else if (!isRead && !error.isEmpty())
         m_errors.append(
             errorMessage(Text::tr("The elaborated design cannot be read: %1").arg(error)));
     return isRead && !progress->isCancelled();
@@ -212,6 +213,7 @@ bool DesignElaborator::readRound(QString *error)
         ReadRoot &root = itemAt(m_readRoots, itemAt(m_round->roots, i));
         root.part = countOf(m_parts);
         root.index = i;
+        root.place = m_roots.at(itemAt(m_round->roots, i)).place;
         root.ports = std::make_unique<BorderPorts>(part->unitName(i), part->ports(i));
     }
     m_parts.push_back({side.language, std::move(part), {}});
@@ -287,12 +289,15 @@ std::unique_ptr<RtlNetlist> DesignElaborator::buildNetlist(ExtractionProgress *p
         return nullptr;
     progress->setPhase(Text::tr("Building netlist"));
     std::unique_ptr<RtlNetlist> netlist;
-    const bool isBuilt = readInThread(progress, [this, &netlist](QString *error) {
+    QString endless;
+    const bool isBuilt = readInThread(progress, [this, &netlist, &endless](QString *error) {
         if (m_round && !readRound(error))
             return false;
-        netlist = joinParts(m_parts, m_readRoots, topNodeName(), error);
+        netlist = joinParts(m_parts, m_readRoots, topNodeName(), &endless);
         return bool(netlist);
     });
+    if (!endless.isEmpty())
+        m_errors.append(endless);
     return isBuilt ? std::move(netlist) : nullptr;
 }
 

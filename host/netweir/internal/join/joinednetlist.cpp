@@ -46,7 +46,7 @@ private:
     void build(const Pending &pending);
     void add(const BorderInstance &instance, const ReadPart &part, int outer);
     bool isInside(int root, int outer) const;
-    QString describeCircle(int root, int outer) const;
+    QString endlessError(int root, int outer) const;
     QString unitName(int root) const;
     bool isJtagPrimitive(int root) const;
 
@@ -56,7 +56,7 @@ private:
     std::vector<Pending> m_pending;
     std::vector<Built> m_built;
     bool m_usesJtag = false;
-    QString m_circle; ///< The first instantiation that never ends.
+    QString m_error; ///< The first instantiation that never ends.
 };
 
 std::unique_ptr<RtlNetlist> Joiner::join(QString *error)
@@ -64,17 +64,14 @@ std::unique_ptr<RtlNetlist> Joiner::join(QString *error)
     for (const ReadPart &part : m_parts)
         m_usesJtag = m_usesJtag || part.part->usesJtagPrimitive();
     m_pending.push_back({0, -1, m_builder.top(), {}});
-    while (!m_pending.empty() && m_circle.isEmpty()) {
+    while (!m_pending.empty() && m_error.isEmpty()) {
         const Pending next = std::move(m_pending.back());
         m_pending.pop_back();
         build(next);
     }
-    if (!m_circle.isEmpty()) {
-        *error = Text::tr("The instantiation never ends (%1). Break the circle or end it with a "
-                          "generate condition.")
-                     .arg(m_circle);
+    *error = m_error;
+    if (!m_error.isEmpty())
         return nullptr;
-    }
     m_builder.setUsesJtagPrimitive(m_usesJtag);
     return m_builder.take();
 }
@@ -93,10 +90,10 @@ void Joiner::build(const Pending &pending)
 void Joiner::add(const BorderInstance &instance, const ReadPart &part, int outer)
 {
     const int number = itemAt(part.foreign, instance.root);
-    if (!m_circle.isEmpty())
+    if (!m_error.isEmpty())
         return;
     if (isInside(number, outer)) {
-        m_circle = describeCircle(number, outer);
+        m_error = endlessError(number, outer);
         return;
     }
     m_usesJtag = m_usesJtag || isJtagPrimitive(number);
@@ -115,14 +112,16 @@ bool Joiner::isInside(int root, int outer) const
     return false;
 }
 
-/// "a -> b -> a".
-QString Joiner::describeCircle(int root, int outer) const
+QString Joiner::endlessError(int root, int outer) const
 {
-    QStringList names{unitName(root)};
+    QStringList circle{unitName(root)};
     for (; itemAt(m_built, outer).root != root; outer = itemAt(m_built, outer).outer)
-        names.prepend(unitName(itemAt(m_built, outer).root));
-    names.prepend(unitName(root));
-    return names.join(QLatin1String(" -> "));
+        circle.prepend(unitName(itemAt(m_built, outer).root));
+    circle.prepend(unitName(root));
+    return errorMessage(itemAt(m_roots, root).place,
+                        Text::tr("The instantiation never ends (%1). Break the circle or end it "
+                                 "with a generate condition.")
+                            .arg(circle.join(QLatin1String(" -> "))));
 }
 
 QString Joiner::unitName(int root) const

@@ -30,12 +30,13 @@ struct ReadRoot
 {
     int part = -1;  ///< -1 before it is read.
     int index = -1; ///< In its part.
+    Place place;    ///< Of its first instance.
     std::unique_ptr<BorderPorts> ports;
 };
 
 /// Builds the netlist of a design from its parts. @p roots and the foreign roots of the parts have
 /// common numbers; root 0 is the top. @p topName is the name of the top node. All roots must be
-/// read. Null when a unit is an instance below itself without end; @p error then says so.
+/// read. Null when a unit is an instance below itself without end; @p error is then a message.
 ///
 /// Linear in the netlist; iterative, because a design may change the language at any depth. Runs in
 /// a thread, below a ReadGuard.
