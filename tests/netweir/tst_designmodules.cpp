@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include <netweir/internal/modules/designmodules.h>
+#include <netweir/internal/modules/foreignunits.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 
 #include <support/testcase.h>
@@ -80,7 +81,7 @@ void TestDesignModules::arraysOfSeveralDimensionsAreErrors()
     const QString words = QStringLiteral("ERROR: a.v:%1: Arrays of instances of \"b\" with several "
                                          "dimensions are not supported. Use one dimension, or "
                                          "generate loops.");
-    QCOMPARE(design->dimensionErrors({QStringLiteral("a")}),
+    QCOMPARE(design->dimensionErrors({QStringLiteral("a")}, ForeignUnits()),
              QStringList({words.arg(1), words.arg(4)}));
 }
 
@@ -113,7 +114,7 @@ void TestDesignModules::missingModulesAreThoseThatAreNeeded()
     const Design design("module a; x u(); c v(); t w; x y(); endmodule bind a z u();",
                         "module c; d l(); endmodule module d; y u(); endmodule "
                         "module e; unused u(); endmodule");
-    QCOMPARE(design->missingModules().join(' '), QByteArray("x t y z"));
+    QCOMPARE(design->missingModules(ForeignUnits()).join(' '), QByteArray("x t y z"));
 }
 
 TARN_TEST_MAIN(TestDesignModules)

@@ -21,7 +21,8 @@ ElaboratorInput inputOf(const ScannedDesign &design)
     std::vector<PartRoot> roots(1);
     roots.front().unit = QString::fromUtf8(design.scan.moduleScan().units.first().name);
     roots.front().isTop = true;
-    return ElaboratorInput(design.sources, design.text, design.scan,
+    static const ForeignUnits none;
+    return ElaboratorInput(design.sources, design.text, design.scan, none,
                            ElaborationRoots(roots, design.scan));
 }
 

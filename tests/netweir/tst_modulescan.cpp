@@ -101,6 +101,7 @@ private Q_SLOTS:
     void findsUnits();
     void seesUnbalancedText_data();
     void seesUnbalancedText();
+    void findsArrays();
     void notesTheLinesOfAStatement();
     void survivesDamagedText();
     void takesLinearTime_data();
@@ -337,6 +338,20 @@ void TestModuleScan::seesUnbalancedText()
 {
     QFETCH(QByteArray, source);
     QVERIFY(scanText(source).endsWith(QLatin1String("unbalanced\n")));
+}
+
+void TestModuleScan::findsArrays()
+{
+    const QByteArray source("module m; a u (x), v [1:0] (.y(z)) , \\w+ [N] [2] ; endmodule");
+    ModuleScan scan;
+    scanModules(source, 0, true, &scan);
+    QByteArrayList arrays;
+    for (const InstanceArray &array : scan.units.first().instantiations.first().arrays) {
+        const QByteArray range = source.mid(array.range.begin, array.range.end - array.range.begin);
+        arrays += array.name + '|' + range.trimmed() + '|' + source.mid(array.end);
+    }
+    QCOMPARE(arrays,
+             QByteArrayList({"v|[1:0]| , \\w+ [N] [2] ; endmodule", "w+|[N] [2]| ; endmodule"}));
 }
 
 void TestModuleScan::notesTheLinesOfAStatement()

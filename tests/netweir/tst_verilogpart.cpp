@@ -167,7 +167,7 @@ QByteArray damaged(QByteArray xml, std::mt19937 *random)
 } // namespace
 
 std::unique_ptr<RtlNetlist> TestVerilogPart::read(const QByteArray &xml, QString *error,
-                                                    const Internal::ReadLimits &limits)
+                                                  const Internal::ReadLimits &limits)
 {
     const QString path = m_folder.filePath(QStringLiteral("design.xml"));
     TarnTest::writeFile(path, xml);

@@ -53,7 +53,7 @@ ROOMS = {
     "modules": ("ground", "sources", "verilog", "parts"),
     "tool": ("ground",),
     "parts": ("ground", "store"),
-    "xml": ("ground",),
+    "xml": ("ground", "parts"),
     "nets": ("ground", "store", "parts", "xml"),
     "verilator": ("ground", "store", "sources", "verilog", "modules", "tool", "parts", "xml",
                   "nets"),

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designmodules.h"
 
+#include "foreignunits.h"
+
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 
@@ -33,11 +35,13 @@ QVector<int> DesignModules::unitsOf(const QStringList &modules) const
     return result;
 }
 
-QStringList DesignModules::dimensionErrors(const QStringList &roots) const
+QStringList DesignModules::dimensionErrors(const QStringList &roots,
+                                           const ForeignUnits &foreign) const
 {
     QStringList result;
     for (const Instantiation *instantiation : instantiationsIn(reachableFrom(unitsOf(roots)))) {
-        if (instantiation->multidimensional.line > 0 && m_units.contains(instantiation->module)) {
+        if (instantiation->multidimensional.line > 0 &&
+            (m_units.contains(instantiation->module) || foreign.find(instantiation->module))) {
             result.append(errorMessage(
                 m_text.place(instantiation->multidimensional),
                 Text::tr("Arrays of instances of \"%1\" with several dimensions are not "
@@ -116,18 +120,20 @@ QVector<Instantiation> DesignModules::unknownInstantiations() const
     return result;
 }
 
-QByteArrayList DesignModules::missingModules() const
+QByteArrayList DesignModules::missingModules(const ForeignUnits &foreign) const
 {
     QVector<int> sources;
     for (int i = 0; i < m_scan.units.size(); ++i) {
         if (!m_scan.units[i].library)
             sources.append(i);
     }
-    QByteArrayList result;
-    QSet<QByteArray> listed;
+    for (const QByteArray &module : foreign.usedModules(m_scan))
+        sources.append(m_units.value(module));
+    QByteArrayList result = foreign.missingModules(m_scan);
+    QSet<QByteArray> listed(result.begin(), result.end());
     for (const Instantiation *instantiation : instantiationsIn(reachableFrom(sources))) {
         const QByteArray &name = instantiation->module;
-        if (!m_units.contains(name) && !listed.contains(name)) {
+        if (!m_units.contains(name) && !listed.contains(name) && !foreign.find(name)) {
             listed.insert(name);
             result.append(name);
         }

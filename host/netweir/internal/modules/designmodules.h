@@ -12,6 +12,7 @@
 
 namespace NETWEIR::Internal {
 
+class ForeignUnits;
 class PreprocessedText;
 
 /// The modules of a design and the instantiations between them. Each question costs time linear in
@@ -24,7 +25,7 @@ public:
 
     /// One message for each statement below @p roots that makes an array of instances with several
     /// ranges. The elaborator would read it as one-dimensional.
-    QStringList dimensionErrors(const QStringList &roots) const;
+    QStringList dimensionErrors(const QStringList &roots, const ForeignUnits &foreign) const;
 
     /// Nets that switches and aliases connect, by module.
     QHash<QString, QSet<QString>> tiedNets() const;
@@ -34,9 +35,10 @@ public:
     /// Instantiations of modules that neither sources nor libraries define.
     QVector<Instantiation> unknownInstantiations() const;
 
-    /// Names of undefined modules that the sources need, directly or through library modules. Some
-    /// may be types of variables. Each name once, in the order of first use.
-    QByteArrayList missingModules() const;
+    /// Names of undefined modules that the sources, including those of @p foreign, need directly or
+    /// through library modules. Some may be types of variables. Each name once, in the order of
+    /// first use.
+    QByteArrayList missingModules(const ForeignUnits &foreign) const;
 
 private:
     QVector<int> reachableFrom(const QVector<int> &starts) const;

@@ -57,9 +57,9 @@ QSet<QByteArray> DesignScan::knownNames() const
     return result;
 }
 
-QByteArrayList DesignScan::missingNames() const
+QByteArrayList DesignScan::missingNames(const ForeignUnits &foreign) const
 {
-    return m_modules.missingModules() + m_packages.missingPackages();
+    return m_modules.missingModules(foreign) + m_packages.missingPackages();
 }
 
 QVector<Instantiation> DesignScan::unknownWithout(const QSet<QByteArray> &modules) const

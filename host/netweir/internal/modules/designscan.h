@@ -4,6 +4,7 @@
 
 #include "designmodules.h"
 #include "designscopes.h"
+#include "foreignunits.h"
 #include "packagecheck.h"
 #include "sourceorder.h"
 
@@ -43,7 +44,7 @@ public:
     QSet<QByteArray> knownNames() const;
 
     /// Modules and packages that a library folder may have a file for.
-    QByteArrayList missingNames() const;
+    QByteArrayList missingNames(const ForeignUnits &foreign = ForeignUnits()) const;
 
     /// Instantiations of modules that no file defines when @p modules are taken away.
     QVector<Instantiation> unknownWithout(const QSet<QByteArray> &modules) const;

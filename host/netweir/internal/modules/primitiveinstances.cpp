@@ -27,20 +27,23 @@ PrimitiveInstances::PrimitiveInstances(const ModuleScan &scan)
         std::sort(edits.unnamed.begin(), edits.unnamed.end()); // Nested modules come later.
 }
 
-QByteArray PrimitiveInstances::named(int index, const QByteArray &text) const
+QByteArray PrimitiveInstances::named(int index, const QByteArray &text,
+                                     QMap<int, QByteArray> insertions) const
 {
     const Edits edits = m_edits.value(index);
     QByteArray blanked = text;
     for (const TextRange &range : edits.blanked)
         blank(&blanked, range);
+    for (const int begin : edits.unnamed) {
+        if (blanked.at(begin) != ' ') // Otherwise left out together with the item around it.
+            insertions.insert(begin, " netweir_primitive_" + QByteArray::number(begin) + ' ');
+    }
     QByteArray result;
     int done = 0;
-    for (const int begin : edits.unnamed) {
-        if (blanked.at(begin) == ' ') // Left out together with the item around it.
-            continue;
-        result.append(blanked.constData() + done, begin - done);
-        result += " netweir_primitive_" + QByteArray::number(begin) + ' ';
-        done = begin;
+    for (auto insertion = insertions.begin(); insertion != insertions.end(); ++insertion) {
+        result.append(blanked.constData() + done, insertion.key() - done);
+        result += *insertion;
+        done = insertion.key();
     }
     return result.append(blanked.constData() + done, blanked.size() - done);
 }

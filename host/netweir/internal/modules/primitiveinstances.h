@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QMap>
 #include <QVector>
 
 namespace NETWEIR::Internal {
@@ -17,9 +18,11 @@ class PrimitiveInstances
 public:
     explicit PrimitiveInstances(const ModuleScan &scan);
 
-    /// The text @p index with rewritten instances. Lines keep their numbers. Columns before the
-    /// first inserted name of a line do not change.
-    QByteArray named(int index, const QByteArray &text) const;
+    /// The text @p index with rewritten instances and with @p insertions, which have no line ends,
+    /// at their offsets. Lines keep their numbers. Columns before the first inserted name of a line
+    /// do not change.
+    QByteArray named(int index, const QByteArray &text,
+                     QMap<int, QByteArray> insertions = {}) const;
 
 private:
     struct Edits

@@ -10,16 +10,6 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// The width of the inputs. Wider connections that consist of parts lose their upper parts. Each
-/// constant on a pin costs the elaborator this many bits.
-const char PinRange[] = "[8191:0]";
-
-/// Escaped, because the name may be a keyword in another version of the language.
-QByteArray escaped(const QByteArray &name)
-{
-    return '\\' + name + ' ';
-}
-
 /// @p names, followed by as many generated names as there are more positions.
 QByteArrayList filledUp(const QByteArrayList &names, int positional, const char *prefix)
 {
@@ -30,6 +20,11 @@ QByteArrayList filledUp(const QByteArrayList &names, int positional, const char 
 }
 
 } // namespace
+
+QByteArray escapedName(const QByteArray &name)
+{
+    return '\\' + name + ' ';
+}
 
 void Stubs::NameList::add(const QByteArray &name)
 {
@@ -67,7 +62,8 @@ void Stubs::add(const Instantiation &instantiation)
         m_modulesAt[{instantiation.first.text, line}].insert(instantiation.module);
     for (const QByteArray &instance : instantiation.instances)
         m_modulesOf[instance].insert(instantiation.module);
-    m_ranges[instantiation.first.text] += instantiation.ranges;
+    for (const InstanceArray &array : instantiation.arrays)
+        m_ranges[instantiation.first.text].append(array.range);
 }
 
 /// A defparam names an instance anywhere in the design, so every unknown module with an instance of
@@ -97,8 +93,8 @@ QByteArrayList Stubs::parameterDeclarations(const Stub &stub) const
          filledUp(stub.parameters.names, stub.parameters.positional, "parameter_")) {
         const QByteArray position = "__paramNumber" + QByteArray::number(result.size() + 1);
         const bool isType = stub.types.contains(name) || stub.types.contains(position);
-        result.append(isType ? "parameter type " + escaped(name) + "= logic"
-                             : "parameter " + escaped(name) + "= 0");
+        result.append(isType ? "parameter type " + escapedName(name) + "= logic"
+                             : "parameter " + escapedName(name) + "= 0");
     }
     return result;
 }
@@ -115,8 +111,8 @@ QByteArray Stubs::text() const
         const QByteArrayList parameters = parameterDeclarations(stub);
         QByteArrayList pins;
         for (const QByteArray &pin : filledUp(stub.pins.names, stub.pins.positional, "pin_"))
-            pins.append(QByteArray("input ") + PinRange + ' ' + escaped(pin));
-        result += "module " + escaped(name);
+            pins.append(QByteArray("input ") + PinRange + ' ' + escapedName(pin));
+        result += "module " + escapedName(name);
         if (!parameters.isEmpty())
             result += "#(" + parameters.join(", ") + ") ";
         result += '(' + pins.join(", ") + ");\nendmodule\n";

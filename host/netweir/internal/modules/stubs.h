@@ -11,6 +11,13 @@
 
 namespace NETWEIR::Internal {
 
+/// The width of the inputs of stubs. Wider connections that consist of parts lose their upper
+/// parts. Each constant on a pin costs the elaborator this many bits.
+constexpr char PinRange[] = "[8191:0]";
+
+/// The name as an escaped one, because it may be a keyword in another version of the language.
+QByteArray escapedName(const QByteArray &name);
+
 /// Modules in place of those that no file defines, so that the elaborator accepts the design.
 ///
 /// Device primitives have their real interface. For any other module only its uses are known: each

@@ -10,7 +10,24 @@
 #include <netweir/internal/xml/elaborateddesign.h>
 #include <netweir/internal/xml/pinexpression.h>
 
+#include <algorithm>
+
 namespace NETWEIR::Internal {
+
+namespace {
+
+/// In the order of the ports, one of each, so that the order in an instance does not matter.
+void sortPins(std::vector<BorderPin> *pins)
+{
+    std::stable_sort(pins->begin(), pins->end(),
+                     [](const BorderPin &a, const BorderPin &b) { return a.port < b.port; });
+    const auto end =
+        std::unique(pins->begin(), pins->end(),
+                    [](const BorderPin &a, const BorderPin &b) { return a.port == b.port; });
+    pins->erase(end, pins->end());
+}
+
+} // namespace
 
 DefinitionMarker::DefinitionMarker(const ElaboratedDesign &design, const Layout &layout,
                                    const std::vector<MarkedDefinition> &marked,
@@ -106,13 +123,17 @@ void DefinitionMarker::markBits(const BitRange &range, quint8 marks)
 void DefinitionMarker::markPins()
 {
     for (int item = 0; item < countOf(m_definition.instances); ++item) {
-        for (const pugi::xml_node &pin :
-             itemAt(m_definition.instances, item).node.children("port")) {
+        const InstanceItem &instance = itemAt(m_definition.instances, item);
+        if (instance.definition && instance.definition->isForeign())
+            m_result.borders.push_back({item, {}});
+        for (const pugi::xml_node &pin : instance.node.children("port")) {
             ReadGuard::check();
             if (pin.first_child())
                 markPin(item, pin);
         }
     }
+    for (Border &border : m_result.borders)
+        sortPins(&border.pins);
 }
 
 void DefinitionMarker::markPin(int item, const pugi::xml_node &pin)
@@ -120,6 +141,8 @@ void DefinitionMarker::markPin(int item, const pugi::xml_node &pin)
     const InstanceItem &instance = itemAt(m_definition.instances, item);
     const Definition *inner = instance.definition;
     const Occurrence expression{pin.first_child(), instance.scope};
+    if (inner && inner->isForeign())
+        return markBorderPin(item, pin);
     if (!inner || inner->role == Definition::Role::Stub) {
         const Occurrence connected{connectedPart(expression.node), expression.scope};
         if (isConnectable(connected.node))
@@ -129,6 +152,46 @@ void DefinitionMarker::markPin(int item, const pugi::xml_node &pin)
     const int port = inner->portOfPin(attribute(pin, "name"));
     if (port >= 0)
         markPort(item, port, expression);
+}
+
+/// A foreign unit drives its outputs and bidirectional ports, whatever is in it.
+void DefinitionMarker::markBorderPin(int item, const pugi::xml_node &pin)
+{
+    const InstanceItem &instance = itemAt(m_definition.instances, item);
+    BorderPin border;
+    border.port = foreignPortOf(*instance.definition, pin);
+    if (border.port < 0)
+        return;
+    const Occurrence connected{connectedPart(pin.first_child()), instance.scope};
+    const PortDirection direction =
+        itemAt(instance.definition->foreignUnit->ports, border.port).direction;
+    border.width = m_design.connectedWidth(connected.node);
+    border.isInput = direction != PortDirection::Output;
+    if (direction != PortDirection::Input && isConnectable(connected.node))
+        markWrites(connected, MarkDriver);
+    if (border.isInput && border.width > 0 &&
+        (is(connected.node, "concat") || isConnectable(connected.node))) {
+        ConnectionBuilder builder(m_design.types(), m_bits, &m_result.connectedElsewhere);
+        border.connection = builder.connect(item, border.port, connected);
+    }
+    m_result.borders.back().pins.push_back(std::move(border));
+}
+
+/// The index of the port of a foreign unit to which @p pin belongs; negative when there is none.
+int DefinitionMarker::foreignPortOf(const Definition &stub, const pugi::xml_node &pin)
+{
+    const std::vector<DeclaredPort> &ports = stub.foreignUnit->ports;
+    const std::string_view name = attribute(pin, "name");
+    if (const int position = pinPosition(name); position > 0)
+        return position <= countOf(ports) ? position - 1 : -1;
+    auto names = m_foreignPorts.find(stub.foreignUnit);
+    if (names == m_foreignPorts.end()) {
+        QStringList declared;
+        for (const DeclaredPort &port : ports)
+            declared.append(port.name);
+        names = m_foreignPorts.emplace(stub.foreignUnit, NamesAcross(declared)).first;
+    }
+    return names->second.find(decodedName(name));
 }
 
 /// Ports that the instance drives are writes; ports that may be driven from outside are

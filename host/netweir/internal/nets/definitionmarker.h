@@ -5,6 +5,10 @@
 #include "bitlocator.h"
 #include "markeddefinition.h"
 
+#include <netweir/internal/parts/unitnames.h>
+
+#include <map>
+
 namespace NETWEIR::Internal {
 
 struct Definition;
@@ -33,6 +37,8 @@ private:
     void markBits(const BitRange &range, quint8 marks);
     void markPins();
     void markPin(int item, const pugi::xml_node &pin);
+    void markBorderPin(int item, const pugi::xml_node &pin);
+    int foreignPortOf(const Definition &stub, const pugi::xml_node &pin);
     void markPort(int item, int port, const Occurrence &expression);
     void markDrivenWithin(const Connection &connection);
 
@@ -41,6 +47,8 @@ private:
     const PlacedDefinition &m_placed;
     const Definition &m_definition;
     BitLocator m_bits;
+    /// The ports of the foreign units in the definition.
+    std::map<const DeclaredUnit *, NamesAcross> m_foreignPorts;
     MarkedDefinition m_result;
 };
 

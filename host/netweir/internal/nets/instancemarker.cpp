@@ -42,9 +42,11 @@ void InstanceMarker::mark(const DrivenPorts &driven)
 }
 
 /// Marks the bits of a port of the first instance. The first entry of @p driven is the leftmost
-/// bit.
+/// bit; a single one holds for all.
 void InstanceMarker::markPort(const PlacedVariable &port, const std::vector<bool> &driven)
 {
+    if (driven == std::vector<bool>{true})
+        return markOut(0, port.bits());
     quint8 *marks = m_marks->at(0, port.bit + port.width);
     for (qint64 i = 0; i < std::min<qint64>(port.width, countOf(driven)); ++i) {
         ReadGuard::check();
@@ -156,6 +158,19 @@ void InstanceMarker::markConnection(int instance, const Connection &connection, 
         }
         offset += segment.width;
     }
+}
+
+std::vector<bool> InstanceMarker::drivenBits(int parent, const BorderPin &pin) const
+{
+    std::vector<bool> driven(std::size_t(std::max<qint64>(pin.width, 1)), true);
+    qint64 left = countOf(driven);
+    for (const Segment &segment : pin.connection.segments) {
+        const quint8 *source = marksOf(parent, segment);
+        ReadGuard::check(segment.width);
+        for (qint64 bit = 0; bit < segment.width && left > 0; ++bit)
+            driven[std::size_t(--left)] = !source || (source[bit] & MarkOut);
+    }
+    return driven;
 }
 
 /// The marks of the bits of @p segment; null when all of them are driven.

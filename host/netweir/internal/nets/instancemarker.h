@@ -17,6 +17,7 @@ class InterfaceBindings;
 class InstanceTree;
 class Layout;
 class PathResolver;
+struct BorderPin;
 struct Connection;
 struct InterfaceBinding;
 struct PlacedVariable;
@@ -48,6 +49,10 @@ public:
     void mark();
     /// @p driven tells which bits of the ports of the first instance are driven from outside.
     void mark(const DrivenPorts &driven);
+
+    /// Which bits of a foreign instance in @p parent are driven at @p pin: leftmost first, as many
+    /// as are connected, or one entry for all.
+    std::vector<bool> drivenBits(int parent, const BorderPin &pin) const;
 
 private:
     /// Bits of an instance; the instance is negative for none.

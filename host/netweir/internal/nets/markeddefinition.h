@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "borderpin.h"
 #include "connection.h"
 #include "mark.h"
 
@@ -22,6 +23,7 @@ struct MarkedDefinition
     const PlacedDefinition *placed = nullptr;
     Marks marks; ///< Marks that apply to every instance.
     std::vector<Connection> connections;
+    std::vector<Border> borders;               ///< In the order of the instances.
     std::vector<Reference> writesElsewhere;    ///< Writes to nets of other nodes.
     QVector<OmittedWrite> omittedElsewhere;    ///< Such writes in omitted items.
     std::vector<Reference> connectedElsewhere; ///< Nets of other nodes that ports connect to.

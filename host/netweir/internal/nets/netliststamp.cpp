@@ -38,17 +38,23 @@ void addNets(const std::vector<PlacedNet> &nets, const quint8 *marks, Hierachy *
 } // namespace
 
 void stampNetlist(const InstanceTree &tree, const std::vector<PlacedDefinition> &placed,
-                  const InstanceMarks &marks, Hierachy *node, NetlistBuilder *builder)
+                  const InstanceMarks &marks, Hierachy *node, NetlistBuilder *builder,
+                  const std::function<void(int instance, Hierachy *parent)> &border)
 {
-    std::vector<Hierachy *> nodes;
+    auto nodes = itemsOf<std::vector<Hierachy *>>(tree.size());
+    nodes.front() = node;
     for (int instance = 0; instance < tree.size(); ++instance) {
         const Definition &definition = tree.definitionOf(instance);
         const int parent = tree.at(instance).parent;
-        nodes.push_back(parent < 0
-                            ? node
-                            : builder->addHierachy(itemAt(nodes, parent), tree.nameOf(instance),
-                                                   definition.sourceName));
-        addNets(itemAt(placed, definition.number).nets, marks.at(instance), nodes.back(), builder);
+        if (definition.isForeign()) {
+            border(instance, itemAt(nodes, parent));
+            continue;
+        }
+        Hierachy *&own = itemAt(nodes, instance);
+        if (parent >= 0)
+            own = builder->addHierachy(itemAt(nodes, parent), tree.nameOf(instance),
+                                       definition.sourceName);
+        addNets(itemAt(placed, definition.number).nets, marks.at(instance), own, builder);
     }
 }
 

@@ -12,6 +12,7 @@
 #include <netweir/internal/ground/readguard.h>
 
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
 
@@ -35,6 +36,19 @@ PortDirection portDirection(Direction direction)
     return PortDirection::Unknown;
 }
 
+/// Equal for roots that are the same.
+QString keyOf(const PartRoot &root)
+{
+    const QChar end(0);
+    QString key = root.unit + end;
+    for (auto generic = root.generics.begin(); generic != root.generics.end(); ++generic)
+        key += generic.key() + end + QString::number(generic->kind) + generic->text + end;
+    key += end;
+    for (const PartPort &port : root.ports)
+        key += port.name + end + QString::number(port.width) + end;
+    return key;
+}
+
 } // namespace
 
 VerilogPart::VerilogPart() = default;
@@ -54,8 +68,10 @@ std::unique_ptr<VerilogPart> VerilogPart::read(const QString &xmlPath,
         *error = Text::tr("The elaborated design is not complete.");
         return nullptr;
     }
-    if (part->readRoots(roots) && part->placeAndMark())
+    if (part->readRoots(roots) && part->placeAndMark()) {
+        part->findForeignRoots();
         return part;
+    }
     *error = Text::tr("The design is too large to be read.");
     return nullptr;
 }
@@ -90,6 +106,41 @@ bool VerilogPart::placeAndMark()
     });
 }
 
+void VerilogPart::findForeignRoots()
+{
+    QHash<QString, int> known;
+    m_borderRoots = m_design.listByDefinition<std::vector<int>>();
+    for (const Definition *definition : m_design.bottomUp()) {
+        for (const Border &border : itemAt(m_marked, definition->number).borders) {
+            ReadGuard::check();
+            PartRoot root = foreignRootAt(*definition, border);
+            const QString key = keyOf(root);
+            if (!known.contains(key)) {
+                known.insert(key, countOf(m_foreignRoots));
+                m_foreignRoots.push_back(std::move(root));
+            }
+            itemAt(m_borderRoots, definition->number).push_back(known.value(key));
+        }
+    }
+}
+
+PartRoot VerilogPart::foreignRootAt(const Definition &definition, const Border &border) const
+{
+    const InstanceItem &item = itemAt(definition.instances, border.item);
+    PartRoot root;
+    root.unit = item.definition->sourceName;
+    root.generics = m_design.setParametersOf(*item.definition);
+    root.place = m_design.placeOf(item.node);
+    for (const BorderPin &pin : border.pins) {
+        // The elements of an array may share a connection of any width that is a multiple of
+        // theirs.
+        const bool isClear = item.count() == 1 || pin.width % item.count() != 0;
+        root.ports.push_back({itemAt(item.definition->foreignUnit->ports, pin.port).name,
+                              PortDirection::Unknown, isClear ? pin.width : 0});
+    }
+    return root;
+}
+
 QString VerilogPart::unitName(int root) const
 {
     return definitionOf(root).sourceName;
@@ -111,7 +162,7 @@ std::vector<PartPort> VerilogPart::ports(int root) const
 }
 
 void VerilogPart::build(int root, const DrivenPorts &driven, Hierachy *node,
-                        NetlistBuilder *builder, const BorderHandler & /*border*/) const
+                        NetlistBuilder *builder, const BorderHandler &border) const
 {
     const Root &instances = itemAt(m_roots, root);
     const PathResolver paths(m_design.types(), instances.tree, instances.bindings);
@@ -124,7 +175,34 @@ void VerilogPart::build(int root, const DrivenPorts &driven, Hierachy *node,
         marker.mark();
     else
         marker.mark(driven);
-    stampNetlist(instances.tree, m_placed, marks, node, builder);
+    stampNetlist(instances.tree, m_placed, marks, node, builder,
+                 [&](int instance, Hierachy *parent) {
+                     BorderInstance found = borderAt(instances.tree, instance, marker);
+                     found.parent = parent;
+                     border(found);
+                 });
+}
+
+BorderInstance VerilogPart::borderAt(const InstanceTree &tree, int instance,
+                                     const InstanceMarker &marker) const
+{
+    const Instance &node = tree.at(instance);
+    const int parent = tree.definitionOf(node.parent).number;
+    const std::vector<Border> &borders = itemAt(m_marked, parent).borders;
+    const auto border =
+        std::lower_bound(borders.begin(), borders.end(), node.item,
+                         [](const Border &candidate, int item) { return candidate.item < item; });
+    BorderInstance result;
+    result.root = itemAt(itemAt(m_borderRoots, parent), border - borders.begin());
+    result.name = tree.nameOf(instance);
+    result.position = node.position;
+    result.count = tree.itemOf(instance).count();
+    for (const BorderPin &pin : border->pins) {
+        const QString &port = itemAt(node.definition->foreignUnit->ports, pin.port).name;
+        if (pin.isInput)
+            result.driven.insert(port, marker.drivenBits(node.parent, pin));
+    }
+    return result;
 }
 
 bool VerilogPart::usesJtagPrimitive() const

@@ -18,6 +18,8 @@
 
 namespace NETWEIR::Internal {
 
+class InstanceMarker;
+
 /// The part of a design in Verilog and SystemVerilog, read from the XML file of the elaborator.
 ///
 /// Owns the document and, per definition, its places and marks, which all builds share. Keeps the
@@ -52,6 +54,10 @@ private:
     VerilogPart();
     bool readRoots(const std::vector<PartRoot> &roots);
     bool placeAndMark();
+    void findForeignRoots();
+    PartRoot foreignRootAt(const Definition &definition, const Border &border) const;
+    BorderInstance borderAt(const InstanceTree &tree, int instance,
+                            const InstanceMarker &marker) const;
     const Definition &definitionOf(int root) const;
 
     XmlFile m_file;
@@ -61,6 +67,8 @@ private:
     std::vector<PlacedDefinition> m_placed; ///< By the number of the definition.
     std::vector<MarkedDefinition> m_marked; ///< By the number of the definition.
     std::vector<PartRoot> m_foreignRoots;
+    /// Indexes of the foreign roots, by the number of the definition and of the border in it.
+    std::vector<std::vector<int>> m_borderRoots;
 };
 
 } // namespace NETWEIR::Internal

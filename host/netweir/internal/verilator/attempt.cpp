@@ -3,9 +3,9 @@
 #include "attempt.h"
 
 #include "faultreport.h"
+#include "piecenames.h"
 
 #include <files/regularfile.h>
-#include <netweir/internal/ground/itemat.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/modules/verilogunits.h>
 #include <netweir/internal/parts/designunits.h>
@@ -68,8 +68,9 @@ QString toolMacroWarning(const QString &reason)
 
 } // namespace
 
-Attempt::Attempt(const QString &program, const QString &reasonForMacro)
+Attempt::Attempt(const QString &program, const ForeignUnits &foreign, const QString &reasonForMacro)
     : m_program(program)
+    , m_foreign(foreign)
     , m_reasonForMacro(reasonForMacro)
 {
 }
@@ -79,9 +80,11 @@ Attempt::Attempt(const QString &program, const QString &reasonForMacro)
 void Attempt::read(const DesignSources &design, ExtractionProgress *progress)
 {
     DesignSources sources = design;
+    if (sources.files.isEmpty()) // All Verilog may be in library folders.
+        addFilesOfLibraryFolders(m_foreign.missingModules(ModuleScan()), &sources);
     do {
         m_reading = std::make_unique<SourceReading>(sources, !m_reasonForMacro.isEmpty());
-        m_reading->read(m_program, progress);
+        m_reading->read(m_program, m_foreign, progress);
     } while (addFilesOfLibraryFolders(m_reading->missingNames(), &sources) > 0);
 
     if (!m_reasonForMacro.isEmpty())
@@ -106,27 +109,13 @@ void Attempt::begin(const std::vector<PartRoot> &roots)
     const DesignScan *scan = m_reading->scan();
     if (!scan || containsError(m_sourceMessages))
         return;
-    const ElaborationRoots known(inOwnSpelling(roots), *scan);
-    m_notes += scan->modules().dimensionErrors(namesOf(known.all()));
+    const ElaborationRoots known(roots, *scan);
+    m_notes += scan->modules().dimensionErrors(namesOf(roots), m_foreign);
     if (known.isEmpty() || containsError(m_notes))
         return;
-    m_input =
-        std::make_unique<ElaboratorInput>(m_reading->sources(), m_reading->text(), *scan, known);
+    m_input = std::make_unique<ElaboratorInput>(m_reading->sources(), m_reading->text(), *scan,
+                                                m_foreign, known);
     startRun();
-}
-
-/// The roots with the names of their units as the sources declare them.
-std::vector<PartRoot> Attempt::inOwnSpelling(std::vector<PartRoot> roots) const
-{
-    const UnitNames names(m_units);
-    for (PartRoot &root : roots) {
-        UnitUse use;
-        use.unit = root.unit;
-        const int unit = names.find(use, Language::Vhdl);
-        if (unit >= 0)
-            root.unit = itemAt(m_units, unit).name;
-    }
-    return roots;
 }
 
 void Attempt::startRun()
@@ -214,6 +203,17 @@ int Attempt::errorCount() const
     const int errors = int(std::count_if(all.begin(), all.end(), isError));
     const int toolErrors = m_run ? m_run->errorCount() : m_reading->toolErrors();
     return errors > 0 ? qMax(errors, toolErrors) : std::numeric_limits<int>::max();
+}
+
+ReadOptions Attempt::readOptions() const
+{
+    ReadOptions options = m_input->readOptions();
+    options.placeMap = [this](const Place &piece) {
+        Place place = m_reading->text().place(textLineOf(piece.file.toUtf8(), piece.line));
+        place.column = piece.column;
+        return place;
+    };
+    return options;
 }
 
 QString Attempt::resultPath() const

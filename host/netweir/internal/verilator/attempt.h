@@ -20,8 +20,9 @@ class Attempt
 {
 public:
     /// Without @p reasonForMacro, reads like synthesis. Otherwise defines the macro of the tool
-    /// because of that error.
-    explicit Attempt(const QString &program, const QString &reasonForMacro = QString());
+    /// because of that error. @p foreign must outlive the attempt.
+    Attempt(const QString &program, const ForeignUnits &foreign,
+            const QString &reasonForMacro = QString());
 
     /// Reads the sources.
     void read(const DesignSources &design, ExtractionProgress *progress);
@@ -68,16 +69,16 @@ public:
 
     QString resultPath() const;
     const std::vector<PartRoot> &roots() const { return m_input->roots().all(); }
-    ReadOptions readOptions() const { return m_input->readOptions(); }
+    ReadOptions readOptions() const;
 
 private:
     QStringList messages() const { return m_sourceMessages + m_unitErrors + m_notes + m_outcome; }
-    std::vector<PartRoot> inOwnSpelling(std::vector<PartRoot> roots) const;
     void startRun();
     void finishRun();
     void end(const QString &error);
 
     const QString m_program;
+    const ForeignUnits &m_foreign;
     const QString m_reasonForMacro;
     std::unique_ptr<SourceReading> m_reading;
     std::unique_ptr<ElaboratorInput> m_input; ///< Null when there is nothing to elaborate.

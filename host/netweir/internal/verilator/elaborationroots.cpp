@@ -6,6 +6,7 @@
 
 #include <netweir/internal/ground/itemat.h>
 #include <netweir/internal/modules/designscan.h>
+#include <netweir/internal/modules/stubs.h>
 
 #include <QByteArrayList>
 
@@ -18,18 +19,12 @@ const char WrapperModule[] = "netweir_top";
 /// The line of the wrapper with its first root.
 constexpr int FirstLine = 2;
 
-/// Escaped, because the name may be a keyword in another version of the language.
-QByteArray escaped(const QString &name)
-{
-    return '\\' + name.toUtf8() + ' ';
-}
-
 QByteArray instanceOf(const PartRoot &root, int number)
 {
     QByteArrayList values;
     for (auto value = root.generics.begin(); value != root.generics.end(); ++value)
-        values.append('.' + escaped(value.key()) + '(' + verilogLiteral(*value) + ')');
-    QByteArray result = escaped(root.unit);
+        values.append('.' + escapedName(value.key().toUtf8()) + '(' + verilogLiteral(*value) + ')');
+    QByteArray result = escapedName(root.unit.toUtf8());
     if (!values.isEmpty())
         result += "#(" + values.join(", ") + ") ";
     return result + 'r' + QByteArray::number(number) + " ();\n";

@@ -13,6 +13,7 @@ namespace NETWEIR::Internal {
 namespace {
 
 const char StubFile[] = "stubs.sv";
+const char ForeignFile[] = "foreign.sv";
 
 /// Whether each text is SystemVerilog.
 QVector<bool> languagesOf(const DesignSources &sources)
@@ -58,13 +59,23 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
 }
 
 ElaboratorInput::ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
-                                 const DesignScan &scan, const ElaborationRoots &roots)
+                                 const DesignScan &scan, const ForeignUnits &foreign,
+                                 const ElaborationRoots &roots)
+    : ElaboratorInput(sources, text, scan, foreign, roots, scan.modules().unknownInstantiations())
+{
+}
+
+ElaboratorInput::ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
+                                 const DesignScan &scan, const ForeignUnits &foreign,
+                                 const ElaborationRoots &roots, QVector<Instantiation> unknown)
     : m_sources(sources)
     , m_text(text)
     , m_scan(scan)
+    , m_foreignUnits(foreign)
     , m_roots(roots)
     , m_omissions(text, languagesOf(sources), roots.modules())
-    , m_stubs(scan.modules().unknownInstantiations(), scan.moduleScan())
+    , m_foreign(foreign, &unknown)
+    , m_stubs(unknown, scan.moduleScan())
     , m_primitives(scan.moduleScan())
 {
 }
@@ -79,6 +90,8 @@ bool ElaboratorInput::write(const WorkFolder &folder, QString *error) const
     }
     if (m_roots.areWrapped() && !folder.write(QLatin1String(WrapperFile), m_roots.wrapper(), error))
         return false;
+    if (!m_foreign.isEmpty() && !folder.write(QLatin1String(ForeignFile), m_foreign.text(), error))
+        return false;
     return m_stubs.isEmpty() || folder.write(QLatin1String(StubFile), m_stubs.text(), error);
 }
 
@@ -87,8 +100,10 @@ QByteArray ElaboratorInput::contentOf(const TextPiece &piece) const
     const QByteArray &text = m_omissions.texts()[piece.text];
     if (!piece.blocks.isEmpty()) // No instances are in it.
         return m_scan.order().contentOf(piece, text);
-    return m_primitives.named(
-        piece.text, m_scan.order().contentOf(piece, m_stubs.withoutArrays(piece.text, text)));
+    const QByteArray single =
+        m_foreign.withoutArrays(piece.text, m_stubs.withoutArrays(piece.text, text));
+    return m_primitives.named(piece.text, m_scan.order().contentOf(piece, single),
+                              m_foreign.rangeInstances(piece.text, text));
 }
 
 QStringList ElaboratorInput::arguments() const
@@ -102,6 +117,8 @@ QStringList ElaboratorInput::arguments() const
     }
     if (m_roots.areWrapped())
         result.append(QLatin1String(WrapperFile));
+    if (!m_foreign.isEmpty())
+        result.append(QLatin1String(ForeignFile));
     if (!m_stubs.isEmpty())
         result.append(QLatin1String(StubFile));
     return result;
@@ -146,8 +163,11 @@ QStringList ElaboratorInput::leaveOut(const QVector<ToolMessage> &messages)
 {
     const int modules = m_omissions.modules().size();
     const QStringList found = m_omissions.leaveOut(messages);
-    if (m_omissions.modules().size() > modules)
-        m_stubs = Stubs(m_scan.unknownWithout(m_omissions.modules()), m_scan.moduleScan());
+    if (m_omissions.modules().size() > modules) {
+        QVector<Instantiation> unknown = m_scan.unknownWithout(m_omissions.modules());
+        m_foreign = ForeignStubs(m_foreignUnits, &unknown);
+        m_stubs = Stubs(unknown, m_scan.moduleScan());
+    }
     return found;
 }
 
@@ -157,6 +177,7 @@ ReadOptions ElaboratorInput::readOptions() const
     options.rootsAreWrapped = m_roots.areWrapped();
     options.unknownModules = m_stubs.unknownModules();
     options.primitiveModules = m_stubs.primitiveModules();
+    options.foreignUnits = m_foreign.units();
     options.tiedNets = m_scan.modules().tiedNets();
     options.omittedWrites = m_omissions.writes();
     return options;

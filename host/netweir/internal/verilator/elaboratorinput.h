@@ -3,6 +3,7 @@
 #pragma once
 
 #include "elaborationroots.h"
+#include "foreignstubs.h"
 #include "omissions.h"
 #include "toolmessages.h"
 
@@ -17,6 +18,7 @@
 namespace NETWEIR::Internal {
 
 class DesignScan;
+class ForeignUnits;
 class PreprocessedText;
 class WorkFolder;
 struct DesignSources;
@@ -34,9 +36,10 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
 class ElaboratorInput
 {
 public:
-    /// The first three arguments must outlive this object.
+    /// All arguments but the roots must outlive this object.
     ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
-                    const DesignScan &scan, const ElaborationRoots &roots);
+                    const DesignScan &scan, const ForeignUnits &foreign,
+                    const ElaborationRoots &roots);
 
     /// Writes all files that arguments() names.
     bool write(const WorkFolder &folder, QString *error) const;
@@ -57,6 +60,10 @@ public:
     ReadOptions readOptions() const;
 
 private:
+    ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
+                    const DesignScan &scan, const ForeignUnits &foreign,
+                    const ElaborationRoots &roots, QVector<Instantiation> unknown);
+
     QByteArray contentOf(const TextPiece &piece) const;
     bool addMissingPin(const ToolMessage &message);
     bool addTypeParameter(const ToolMessage &message);
@@ -64,8 +71,10 @@ private:
     const DesignSources &m_sources;
     const PreprocessedText &m_text;
     const DesignScan &m_scan;
+    const ForeignUnits &m_foreignUnits;
     const ElaborationRoots m_roots;
     Omissions m_omissions;
+    ForeignStubs m_foreign;
     Stubs m_stubs;
     PrimitiveInstances m_primitives;
     bool m_timed = false; ///< The elaborator keeps delays and events.

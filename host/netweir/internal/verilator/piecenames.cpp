@@ -28,12 +28,17 @@ QString pieceName(const SourceFile &file, const TextPiece &piece)
 
 TextLine textLineOf(const ToolMessage &message)
 {
+    return textLineOf(message.file, message.line);
+}
+
+TextLine textLineOf(const QByteArray &file, int line)
+{
     const QByteArray prefix(TextPrefix);
-    bool isText = message.file.startsWith(prefix);
-    QByteArray number = message.file.mid(prefix.size(), message.file.indexOf('.') - prefix.size());
+    bool isText = file.startsWith(prefix);
+    QByteArray number = file.mid(prefix.size(), file.indexOf('.') - prefix.size());
     number = number.split('_').first();
     const int text = isText ? number.toInt(&isText) : -1;
-    return isText ? TextLine{text, message.line} : TextLine();
+    return isText ? TextLine{text, line} : TextLine();
 }
 
 } // namespace NETWEIR::Internal

@@ -20,7 +20,10 @@ constexpr char WrapperFile[] = "wrapper.v";
 /// blocks from the third one on. The suffix determines the language.
 QString pieceName(const SourceFile &file, const TextPiece &piece);
 
-/// The line of the texts to which a message refers. No text when the message names no piece.
+/// The line of the texts that a line of @p file is. No text when the file is no piece.
+TextLine textLineOf(const QByteArray &file, int line);
+
+/// The same for the line to which a message refers.
 TextLine textLineOf(const ToolMessage &message);
 
 } // namespace NETWEIR::Internal

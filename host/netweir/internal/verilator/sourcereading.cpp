@@ -18,10 +18,11 @@ SourceReading::SourceReading(const DesignSources &sources, bool definesToolMacro
 {
 }
 
-void SourceReading::read(const QString &program, ExtractionProgress *progress)
+void SourceReading::read(const QString &program, const ForeignUnits &foreign,
+                         ExtractionProgress *progress)
 {
     progress->setPhase(Text::tr("Reading sources"));
-    m_isFinal = !check();
+    m_isFinal = !check(foreign);
     if (m_isFinal)
         return;
     const QString error = preprocess(program, progress);
@@ -32,15 +33,15 @@ void SourceReading::read(const QString &program, ExtractionProgress *progress)
     }
     m_scan = std::make_unique<DesignScan>(m_sources, *m_text);
     if (!containsError(m_messages))
-        m_missing = m_scan->missingNames();
+        m_missing = m_scan->missingNames(foreign);
     m_messages += m_scan->packages().warnings() + m_scan->packages().errors();
 }
 
-/// False when there is nothing to read.
-bool SourceReading::check()
+/// False when there is nothing to read. Beside another language that is no reason for a warning.
+bool SourceReading::check(const ForeignUnits &foreign)
 {
     m_messages = checkSources(m_sources, &m_words);
-    if (m_sources.files.isEmpty())
+    if (m_sources.files.isEmpty() && foreign.isEmpty())
         m_messages.append(warningMessage({}, Text::tr("The design has no Verilog source. Add one, "
                                                       "or enable it.")));
     return !m_sources.files.isEmpty() && !containsError(m_messages);

@@ -28,7 +28,7 @@ public:
     SourceReading(const DesignSources &sources, bool definesToolMacro);
 
     /// Stops at the first step that fails.
-    void read(const QString &program, ExtractionProgress *progress);
+    void read(const QString &program, const ForeignUnits &foreign, ExtractionProgress *progress);
 
     const QStringList &messages() const { return m_messages; }
 
@@ -51,7 +51,7 @@ public:
     const PreprocessedText &text() const { return *m_text; }
 
 private:
-    bool check();
+    bool check(const ForeignUnits &foreign);
     QString preprocess(const QString &program, ExtractionProgress *progress);
     void takeMessages(const ElaboratorRun &run);
 

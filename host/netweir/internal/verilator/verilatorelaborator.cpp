@@ -19,7 +19,10 @@ VerilatorElaborator::VerilatorElaborator(const DesignSources &design)
 
 VerilatorElaborator::~VerilatorElaborator() = default;
 
-void VerilatorElaborator::setForeignUnits(const std::vector<DeclaredUnit> * /*units*/) {}
+void VerilatorElaborator::setForeignUnits(const std::vector<DeclaredUnit> *units)
+{
+    m_foreign = ForeignUnits(units);
+}
 
 void VerilatorElaborator::scan(ExtractionProgress *progress)
 {
@@ -36,7 +39,7 @@ void VerilatorElaborator::scan(ExtractionProgress *progress)
 
 void VerilatorElaborator::readSources(ExtractionProgress *progress, const QString &reasonForMacro)
 {
-    m_attempt = std::make_unique<Attempt>(m_program, reasonForMacro);
+    m_attempt = std::make_unique<Attempt>(m_program, m_foreign, reasonForMacro);
     m_attempt->read(m_design, progress);
 }
 

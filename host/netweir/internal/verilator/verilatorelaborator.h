@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <netweir/internal/modules/foreignunits.h>
 #include <netweir/internal/parts/partelaborator.h>
 #include <netweir/internal/sources/designsources.h>
 
@@ -43,6 +44,7 @@ private:
     bool tryOtherwise(ExtractionProgress *progress);
 
     const DesignSources m_design;
+    ForeignUnits m_foreign;
     QString m_program;
     std::unique_ptr<Attempt> m_attempt; ///< Null before the first attempt and without a program.
     std::unique_ptr<Attempt> m_failed;  ///< Used again when the current attempt is not better.

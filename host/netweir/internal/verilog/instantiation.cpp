@@ -84,7 +84,10 @@ void readRanges(TokenReader *reader, int text, Instantiation *instantiation)
         instantiation->multidimensional = {text, first.line};
     while (reader->token().is('['))
         reader->skipGroup();
-    instantiation->ranges.append({first.offset, reader->token().offset});
+    instantiation->arrays.append(
+        {instantiation->instances.value(instantiation->instances.size() - 1),
+         {first.offset, reader->token().offset},
+         0});
 }
 
 /// INSTANCE [RANGE] (PINS). Names may be missing.
@@ -96,7 +99,8 @@ void readInstance(TokenReader *reader, int text, Instantiation *instantiation)
         instantiation->instances.append(toBytes(reader->token().text));
         reader->advance();
     }
-    if (reader->token().is('['))
+    const bool isArray = reader->token().is('[');
+    if (isArray)
         readRanges(reader, text, instantiation);
     if (reader->token().is('(')) {
         const Connections pins = readConnections(reader);
@@ -104,6 +108,8 @@ void readInstance(TokenReader *reader, int text, Instantiation *instantiation)
         instantiation->positionalPins = qMax(instantiation->positionalPins, pins.positional());
         instantiation->bare = false;
     }
+    if (isArray)
+        instantiation->arrays.last().end = reader->end();
 }
 
 /// Ends at the semicolon, or where the text stops looking like instances.

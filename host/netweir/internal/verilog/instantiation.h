@@ -12,6 +12,14 @@ namespace NETWEIR::Internal {
 
 class TokenReader;
 
+/// An array of instances.
+struct InstanceArray
+{
+    QByteArray name;
+    TextRange range; ///< With the brackets; several ranges in one.
+    int end = 0;     ///< Behind the connections.
+};
+
 /// One instantiation statement: any number of instances of one module.
 struct Instantiation
 {
@@ -21,7 +29,7 @@ struct Instantiation
     QByteArrayList instances;  ///< Their names.
     QByteArrayList parameters; ///< Parameters that are set by name.
     QByteArrayList pins;       ///< Pins that are connected by name in any of the instances.
-    QVector<TextRange> ranges; ///< Ranges of arrays of instances, with their brackets.
+    QVector<InstanceArray> arrays;
     TextLine multidimensional; ///< Where an array with several ranges is, if there is one.
     /// The opening parentheses of instances without a name. Only primitives can have such
     /// instances.

@@ -42,6 +42,16 @@ std::size_t decodeCharacter(std::string_view text, char *decoded)
 
 } // namespace
 
+int pinPosition(std::string_view pinName)
+{
+    int position = 0;
+    if (startsWith(pinName, PinNumber)) {
+        pinName.remove_prefix(PinNumber.size());
+        std::from_chars(pinName.data(), pinName.data() + pinName.size(), position);
+    }
+    return position;
+}
+
 QString decodedName(std::string_view encoded)
 {
     QByteArray name;

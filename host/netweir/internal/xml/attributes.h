@@ -14,6 +14,9 @@ namespace NETWEIR::Internal {
 /// Prefix for the names of positional pins and of ports with an empty entry in the port list.
 constexpr std::string_view PinNumber = "__pinNumber";
 
+/// The position in the name of a positional pin, counted from 1; 0 for the name of a port.
+int pinPosition(std::string_view pinName);
+
 /// The user's spelling of a name in the elaborator's own encoding: "a__02fb" is "a/b",
 /// "g__BRA__0__KET__" is "g[0]".
 QString decodedName(std::string_view encoded);

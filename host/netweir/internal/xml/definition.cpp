@@ -9,8 +9,6 @@
 
 #include <QStringList>
 
-#include <charconv>
-
 namespace NETWEIR::Internal {
 
 Symbol Definition::find(int scope, std::string_view name) const
@@ -41,9 +39,7 @@ QString Definition::prefixOf(int scope) const
 int Definition::portOfPin(std::string_view pinName) const
 {
     if (startsWith(pinName, PinNumber)) {
-        int position = 0;
-        pinName.remove_prefix(PinNumber.size());
-        std::from_chars(pinName.data(), pinName.data() + pinName.size(), position);
+        const int position = pinPosition(pinName);
         const bool exists = position > 0 && position <= countOf(ports);
         return exists ? itemAt(ports, position - 1) : -1;
     }

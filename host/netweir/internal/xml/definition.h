@@ -20,7 +20,8 @@ namespace NETWEIR::Internal {
 /// document. Time and memory are linear in the elements of the definition.
 struct Definition
 {
-    enum class Role { Module, Interface, Primitive, Stub };
+    /// Stubs stand for unknown modules, foreign definitions for units of the other language.
+    enum class Role { Module, Interface, Primitive, Stub, Foreign };
 
     pugi::xml_node node;
     int number = 0;      ///< Index among the definitions of the design.
@@ -44,7 +45,13 @@ struct Definition
     std::map<std::string_view, std::vector<std::string_view>> modportOutputs;
     QVector<OmittedWrite> omittedWrites;
 
-    bool isNode() const { return role == Role::Module || role == Role::Interface; }
+    const DeclaredUnit *foreignUnit = nullptr; ///< If the role is Foreign.
+
+    bool isForeign() const { return role == Role::Foreign; }
+    bool isNode() const
+    {
+        return role == Role::Module || role == Role::Interface || role == Role::Foreign;
+    }
 
     /// Finds @p name in @p scope or the scopes around it.
     Symbol find(int scope, std::string_view name) const;

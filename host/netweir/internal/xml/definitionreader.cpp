@@ -87,6 +87,8 @@ std::string rawNameOf(const pugi::xml_node &node)
 Definition::Role roleOf(const pugi::xml_node &node, const QString &sourceName,
                         const ReadOptions &options)
 {
+    if (options.foreignUnits.contains(sourceName))
+        return Definition::Role::Foreign;
     if (options.unknownModules.contains(sourceName))
         return Definition::Role::Stub;
     if (options.primitiveModules.contains(sourceName) || is(node, "primitive"))
@@ -105,6 +107,7 @@ Definition DefinitionReader::readHeading(const pugi::xml_node &node, int number,
     definition.rawName = rawNameOf(node);
     definition.sourceName = sources.nameOf(node);
     definition.role = roleOf(node, definition.sourceName, options);
+    definition.foreignUnit = options.foreignUnits.value(definition.sourceName);
     return definition;
 }
 
@@ -275,7 +278,7 @@ bool DefinitionReader::isNet(const Variable &variable) const
 {
     const pugi::xml_node node = variable.node;
     const bool isParameter = node.attribute("param") || node.attribute("localparam");
-    if (level().isLocal || isOfInterface(node) || isParameter)
+    if (level().isLocal || isOfInterface(node) || isParameter || m_definition->isForeign())
         return false;
     const std::string_view encoded = attribute(node, "origName");
     const bool isEmptyPort = variable.pinNumber > 0 && startsWith(encoded, PinNumber);
@@ -301,6 +304,8 @@ void DefinitionReader::addInstance(const pugi::xml_node &node)
     const auto definition = m_names.find(attribute(node, "defName"));
     if (definition != m_names.end())
         instance.definition = definition->second;
+    if (instance.definition && instance.definition->isForeign() && takeRange(instance))
+        return;
     if (instance.definition && instance.definition->isNode()) {
         instance.firstChild = m_definition->childCount;
         m_definition->childCount += instance.count();
@@ -308,6 +313,22 @@ void DefinitionReader::addInstance(const pugi::xml_node &node)
     scope().symbols.emplace(attribute(node, "name"),
                             Symbol{Symbol::Kind::Instance, countOf(m_definition->instances)});
     m_definition->instances.push_back(std::move(instance));
+}
+
+/// Gives an array of foreign instances its range, for which @p instance stands. False when it is
+/// not such an instance.
+bool DefinitionReader::takeRange(const InstanceItem &instance)
+{
+    if (m_definition->instances.empty() || !instance.isArray)
+        return false;
+    InstanceItem &array = m_definition->instances.back();
+    if (instance.scope != array.scope || instance.name != array.name + QLatin1String(RangeInstance))
+        return false;
+    array.isArray = true;
+    array.left = instance.left;
+    array.right = instance.right;
+    m_definition->childCount = array.firstChild + array.count();
+    return true;
 }
 
 void DefinitionReader::addRoutine(const pugi::xml_node &node)

@@ -48,6 +48,7 @@ private:
     bool isNet(const Variable &variable) const;
     bool isGenvar(const pugi::xml_node &node) const;
     void addInstance(const pugi::xml_node &node);
+    bool takeRange(const InstanceItem &instance);
     void addRoutine(const pugi::xml_node &node);
     void addModport(const pugi::xml_node &node);
     void addAssignment(const pugi::xml_node &node);

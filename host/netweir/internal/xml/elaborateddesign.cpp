@@ -3,10 +3,13 @@
 #include "elaborateddesign.h"
 
 #include "attributes.h"
+#include "connectedwidth.h"
 #include "definitionreader.h"
+#include "parametervalue.h"
 
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/ground/readguard.h>
+#include <netweir/internal/parts/unitnames.h>
 
 #include <algorithm>
 #include <functional>
@@ -42,6 +45,7 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
         return false;
     }
     m_sources.setFiles(root.child("files"), folder);
+    m_placeMap = options.placeMap;
     m_types.read(netlist.child("typetable"));
     for (const pugi::xml_node &node : netlist.children()) {
         ReadGuard::check();
@@ -65,6 +69,31 @@ bool ElaboratedDesign::isToPackage(const Reference &reference) const
 {
     return m_packageVariables.count(reference.name()) > 0 &&
            m_sources.textBefore(attribute(reference.node, "loc"), 1).trimmed().endsWith("::");
+}
+
+qint64 ElaboratedDesign::connectedWidth(const pugi::xml_node &expression) const
+{
+    return Internal::connectedWidth(expression, m_types, m_sources);
+}
+
+QMap<QString, GenericValue> ElaboratedDesign::setParametersOf(const Definition &definition) const
+{
+    QMap<QString, GenericValue> result;
+    const NamesAcross names(definition.foreignUnit->generics);
+    for (const Variable &variable : definition.variables) {
+        const int generic = variable.node.attribute("param") ? names.find(variable.name) : -1;
+        if (generic < 0)
+            continue;
+        if (const auto value = parameterValue(variable.node, m_types, m_sources))
+            result.insert(definition.foreignUnit->generics.at(generic), *value);
+    }
+    return result;
+}
+
+Place ElaboratedDesign::placeOf(const pugi::xml_node &node) const
+{
+    const Place place = m_sources.placeOf(attribute(node, "loc"));
+    return m_placeMap ? m_placeMap(place) : place;
 }
 
 std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definition,

@@ -7,6 +7,9 @@
 #include "sourcetexts.h"
 #include "typetable.h"
 
+#include <netweir/internal/parts/partroot.h>
+
+#include <functional>
 #include <memory>
 #include <unordered_set>
 
@@ -43,6 +46,16 @@ public:
     /// True when @p reference, made in a module, names a variable of a package.
     bool isToPackage(const Reference &reference) const;
 
+    /// The bits of an expression on a pin of a foreign unit, 0 when they are not known.
+    qint64 connectedWidth(const pugi::xml_node &expression) const;
+
+    /// The parameters of foreign units that the instances of @p definition set, by their declared
+    /// names.
+    QMap<QString, GenericValue> setParametersOf(const Definition &definition) const;
+
+    /// The place of an element, as ReadOptions maps it.
+    Place placeOf(const pugi::xml_node &node) const;
+
     /// Whether the routine that @p call in @p definition calls writes each of its arguments, in
     /// order. Empty for an unknown routine.
     std::vector<bool> writtenArguments(const Definition &definition, const Occurrence &call) const;
@@ -58,6 +71,7 @@ private:
 
     TypeTable m_types;
     SourceTexts m_sources;
+    std::function<Place(const Place &)> m_placeMap;
     std::vector<std::unique_ptr<Definition>> m_definitions;
     std::vector<const Definition *> m_bottomUp;
     std::unordered_set<std::string_view> m_packageVariables;

@@ -2,10 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <netweir/internal/parts/declaredunit.h>
+
 #include <QHash>
 #include <QSet>
 #include <QString>
 #include <QVector>
+
+#include <functional>
 
 namespace NETWEIR::Internal {
 
@@ -18,6 +22,13 @@ struct OmittedWrite
     int right = -1;
 };
 
+/// Behind the name of an array of instances of a foreign unit: the instance without connections
+/// that has its range.
+constexpr char RangeInstance[] = ".netweir_range";
+
+/// The default of each parameter of such a stub.
+constexpr char UnsetParameter[] = "netweir: not set";
+
 /// Facts about a design that are not in the elaborated XML.
 struct ReadOptions
 {
@@ -29,6 +40,12 @@ struct ReadOptions
     /// Primitives of the device, whose pins have their real directions. They are not hierarchy
     /// nodes either.
     QSet<QString> primitiveModules;
+    /// Stubs of units of the other language, by their names. They are hierarchy nodes whose content
+    /// another part of the design adds.
+    QHash<QString, const DeclaredUnit *> foreignUnits;
+    /// Maps a place in the input of the elaborator to the user's files. Null when they are the
+    /// same.
+    std::function<Place(const Place &)> placeMap;
     /// Names of nets by the source name of their module. They count as driven, because
     /// bidirectional switches or aliases, which are not in the XML, connect them.
     QHash<QString, QSet<QString>> tiedNets;

@@ -47,6 +47,12 @@ QByteArray SourceTexts::textAt(std::string_view location) const
     return lines.at(span.line - 1).mid(span.column - 1, span.endColumn - span.column);
 }
 
+Place SourceTexts::placeOf(std::string_view location) const
+{
+    const Location span = parse(location);
+    return {m_paths.value(span.file), span.line, span.column};
+}
+
 QByteArray SourceTexts::textBefore(std::string_view location, int lines) const
 {
     const Location span = parse(location);

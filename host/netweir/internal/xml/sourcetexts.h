@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <netweir/internal/ground/messages.h>
+
 #include <QByteArray>
 #include <QHash>
 #include <QString>
@@ -31,6 +33,9 @@ public:
 
     /// The text at the location "file,line,column,line,column", within one line.
     QByteArray textAt(std::string_view location) const;
+
+    /// The file, line and column where a location begins. The file has the name in the XML.
+    Place placeOf(std::string_view location) const;
 
     /// At most @p lines lines of text before the location, up to its first character.
     QByteArray textBefore(std::string_view location, int lines) const;
