@@ -178,7 +178,7 @@ void TestBorder::drivenBitsFitThePort_data()
     QTest::addColumn<int>("count");
     QTest::addColumn<QString>("inside"); // Of a port of 4 bits.
     QTest::newRow("same width") << "0110" << 0 << 1 << "0110";
-    QTest::newRow("one for all") << "1" << 0 << 1 << "1";
+    QTest::newRow("one for all") << "1" << 0 << 1 << "1111";
     QTest::newRow("too wide") << "011010" << 0 << 1 << "1010";
     QTest::newRow("too narrow") << "00" << 0 << 1 << "1100";
     QTest::newRow("first of an array") << "11000110" << 0 << 2 << "1100";
@@ -207,7 +207,7 @@ void TestBorder::connectedInoutsAreDriven()
                              portsOf(QStringLiteral("inout a 2, inout b 2")));
     BorderInstance instance;
     instance.driven.insert(QStringLiteral("a"), bitsOf(QStringLiteral("00")));
-    QCOMPARE(textOf(border.driven(instance).value(QStringLiteral("a"))), QStringLiteral("1"));
+    QCOMPARE(textOf(border.driven(instance).value(QStringLiteral("a"))), QStringLiteral("11"));
     QVERIFY(!border.driven(instance).contains(QStringLiteral("b")));
 }
 

@@ -96,10 +96,13 @@ std::vector<bool> slice(const std::vector<bool> &driven, const BorderInstance &i
     return {begin, begin + width};
 }
 
-/// The bits on the right stay. Missing bits on the left are padding.
+/// One entry for each bit. A single one holds for all. Otherwise the bits on the right stay, and
+/// missing bits on the left are padding.
 std::vector<bool> fitted(const std::vector<bool> &driven, qint64 width)
 {
-    if (countOf(driven) == width || countOf(driven) == 1)
+    if (countOf(driven) == 1)
+        return std::vector<bool>(std::size_t(width), driven.front());
+    if (countOf(driven) == width)
         return driven;
     if (countOf(driven) > width)
         return {driven.end() - width, driven.end()};
@@ -176,7 +179,7 @@ DrivenPorts BorderPorts::driven(const BorderInstance &instance) const
             continue;
         const PartPort &port = itemAt(m_ports, index);
         if (port.direction == PortDirection::Inout)
-            result.insert(port.name, {true});
+            result.insert(port.name, std::vector<bool>(std::size_t(port.width), true));
         else
             result.insert(port.name, fitted(slice(*driven, instance, port.width), port.width));
     }

@@ -67,7 +67,7 @@ public:
     /// Adds the nets of @p root to @p node, which exists already, and below it the instances with
     /// their nets. Calls @p border for each instance of a foreign unit when its node is to be
     /// added, so that the children of each node are in the order of the source. @p driven has the
-    /// names of ports() and as many entries as they have bits, or one; it does not matter for a
+    /// names of ports() and as many entries as they have bits; it does not matter for a
     /// top. May be called several times for one root. Linear in what it adds.
     virtual void build(int root, const DrivenPorts &driven, Hierachy *node, NetlistBuilder *builder,
                        const BorderHandler &border) const = 0;
