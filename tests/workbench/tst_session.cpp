@@ -195,6 +195,8 @@ void TestSession::opensDesignsWithVhdl_data()
     QTest::newRow("top is found") << files << "Stage" << twoLevels;
     QTest::newRow("case of the top does not matter")
         << QStringList({"--top", "STAGE"}) + files << "STAGE" << twoLevels;
+    QTest::newRow("VHDL below Verilog") << QStringList({"-F", "~/mixed/shell.f"}) << "shell"
+                                        << "27 (6 buses, 3 nodes, ";
 }
 
 void TestSession::opensDesignsWithVhdl()
