@@ -40,6 +40,8 @@ private Q_SLOTS:
     void cleanup() { m_temporary.verifyNothingIsLeft(); }
 
     void elaboratesFilesInAnyOrder();
+    void doesNotWaitForProcesses_data();
+    void doesNotWaitForProcesses();
     void replacesUnknownComponents();
     void elaboratesRootsOfVerilog();
     void refusesRootsThatDoNotFit_data();
@@ -57,6 +59,32 @@ void TestGhdlElaborator::elaboratesFilesInAnyOrder()
         {{QStringLiteral("top.vhd"), TopOfLeaf}, {QStringLiteral("-leaf ä, b.vhd"), Leaf}});
     QVERIFY2(design.elaborateTop(), qPrintable(design.messages().join(QLatin1Char('\n'))));
     QCOMPARE(design.messages(), QStringList());
+}
+
+void TestGhdlElaborator::doesNotWaitForProcesses_data()
+{
+    QTest::addColumn<QByteArray>("process");
+
+    QTest::newRow("endless") << QByteArray("process begin s <= '1'; end process;");
+    QTest::newRow("endless changes") << QByteArray("process (s) begin s <= not s; end process;");
+    QTest::newRow("assertion") << QByteArray(
+        "process begin assert false severity failure; s <= '1'; wait; end process;");
+    QTest::newRow("bounds") << QByteArray("process begin n <= 9; s <= '1'; wait; end process;");
+}
+
+void TestGhdlElaborator::doesNotWaitForProcesses()
+{
+    QFETCH(QByteArray, process);
+    VhdlElaboration design(
+        oneFile("entity top is end;\narchitecture rtl of top is signal s, t : bit; "
+                "signal n : integer range 0 to 3; begin " +
+                process + " end;\n"),
+        QStringLiteral("08"), 20);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY2(design.elaborateTop(), qPrintable(design.messages().join(QLatin1Char('\n'))));
+    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(design.netlist().startsWith(QLatin1String("top : top\n    s O\n    t .\n")));
 }
 
 void TestGhdlElaborator::replacesUnknownComponents()

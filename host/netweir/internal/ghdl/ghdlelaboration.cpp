@@ -32,10 +32,11 @@ GhdlElaboration::GhdlElaboration(const QString &program, const VhdlDesign &desig
     : m_program(program)
     , m_design(design)
     , m_input(input)
+    , m_libraries(design.libraries() + input.libraries)
     , m_timeoutSeconds(timeoutSeconds)
-    , m_commands(design.edition(), design.libraries())
+    , m_commands(design.edition(), m_libraries)
     , m_places(m_design, m_input.texts)
-    , m_toImport(design.libraries())
+    , m_toImport(m_libraries)
 {
 }
 
@@ -46,12 +47,12 @@ void GhdlElaboration::begin()
     if (m_input.unit.isEmpty())
         startAnalysis();
     else
-        startImport();
+        importNext();
 }
 
 bool GhdlElaboration::writeLibraryFolders()
 {
-    for (const QString &library : m_design.libraries()) {
+    for (const QString &library : m_libraries) {
         QDir folder(m_folder.path(GhdlCommands::folderOf(library)));
         folder.removeRecursively();
         if (!QDir(m_folder.path()).mkdir(folder.dirName())) {
@@ -66,7 +67,7 @@ bool GhdlElaboration::writeFiles()
 {
     QString error;
     for (int file = 0; file < m_design.size(); ++file) {
-        const QByteArray text = withoutCaseGenerates(m_design.source(file).text);
+        const QByteArray text = withoutCaseGenerates(textOf(file));
         if (!m_folder.write(copyNameOf(file), text, &error)) {
             fail(errorMessage(error));
             return false;
@@ -81,6 +82,11 @@ bool GhdlElaboration::writeFiles()
     return true;
 }
 
+QByteArray GhdlElaboration::textOf(int file) const
+{
+    return m_input.replaced.value(file, m_design.source(file).text);
+}
+
 /// The last file comes first, so that the last architecture of an entity counts.
 QStringList GhdlElaboration::filesOf(const QString &library) const
 {
@@ -89,7 +95,7 @@ QStringList GhdlElaboration::filesOf(const QString &library) const
         if (text.library == library)
             result.append(text.file);
     }
-    for (int file = m_design.size() - 1; file >= 0; --file) {
+    for (int file = m_design.size() - 1; file >= 0 && !m_isAnalysing; --file) {
         if (m_design.library(file) == library && m_design.hasText(file))
             result.append(copyNameOf(file));
     }
@@ -102,7 +108,7 @@ void GhdlElaboration::start(Step step, const QStringList &arguments)
     m_run = std::make_unique<GhdlRun>(m_program, arguments, m_folder.path(), m_timeoutSeconds);
 }
 
-void GhdlElaboration::startImport()
+void GhdlElaboration::importNext()
 {
     while (!m_toImport.isEmpty()) {
         const QString library = m_toImport.takeFirst();
@@ -112,7 +118,10 @@ void GhdlElaboration::startImport()
             return;
         }
     }
-    start(Make, m_commands.make(m_input.library, m_input.unit));
+    if (m_isAnalysing)
+        analyseNext();
+    else
+        start(Make, m_commands.make(m_input.library, m_input.unit));
 }
 
 void GhdlElaboration::elaborate(ExtractionProgress *progress, int limit)
@@ -120,7 +129,7 @@ void GhdlElaboration::elaborate(ExtractionProgress *progress, int limit)
     while (isRunning()) {
         progress->setPhase(Text::tr("Elaborating design"));
         if (m_step == Run)
-            m_run->waitForHeader(wavePath(), progress, limit);
+            m_run->waitForSignals(outputPath(), wavePath(), progress, limit);
         else
             m_run->wait(progress, limit);
         if (isRunning())
@@ -137,16 +146,16 @@ void GhdlElaboration::finishRun()
     if (m_step == Analyse) {
         m_errors += m_run->errors();
         analyseNext();
-    } else if (m_step == Run && isHeaderComplete(wavePath())) {
+    } else if (m_step == Run && m_run->hasWrittenAll() && isHeaderComplete(wavePath())) {
         // GHDL does not notice that its output is cut off.
         const QString problem = m_folder.problem();
         m_isElaborated = problem.isEmpty();
         if (!m_isElaborated)
             fail(errorMessage(problem));
+    } else if (m_step == Import && (m_isAnalysing || m_run->succeeded())) {
+        importNext();
     } else if (m_step == Run || !m_run->succeeded()) {
         finishFailedRun();
-    } else if (m_step == Import) {
-        startImport();
     } else {
         start(Run, m_commands.run(m_input.library, m_input.unit, waveName()));
     }
@@ -169,15 +178,18 @@ void GhdlElaboration::finishFailedRun()
         startAnalysis();
 }
 
-/// Reads the sources as they are, in their order, without what was noted before.
+/// Reads the sources as they are, in their order, and forgets what was noted before. Generated
+/// texts are only noted; GHDL analyses them where they are used.
 void GhdlElaboration::startAnalysis()
 {
+    m_isAnalysing = true;
     m_analysing.start();
     if (!writeLibraryFolders())
         return;
     m_toAnalyse = analysisOrder(m_design);
     std::reverse(m_toAnalyse.begin(), m_toAnalyse.end());
-    analyseNext();
+    m_toImport = m_libraries;
+    importNext();
 }
 
 void GhdlElaboration::analyseNext()
@@ -188,7 +200,7 @@ void GhdlElaboration::analyseNext()
         if (!m_design.hasText(file))
             continue;
         QString error;
-        if (!m_folder.write(copyNameOf(file), m_design.source(file).text, &error)) {
+        if (!m_folder.write(copyNameOf(file), textOf(file), &error)) {
             fail(errorMessage(error));
             return;
         }
@@ -200,6 +212,7 @@ void GhdlElaboration::analyseNext()
 
 void GhdlElaboration::report()
 {
+    m_messages += m_input.suspicions;
     m_messages += ghdlReport(m_design, m_places, m_errors + m_failedErrors);
     if (!containsError(m_messages) && !m_failure.isEmpty())
         m_messages.append(m_failure);

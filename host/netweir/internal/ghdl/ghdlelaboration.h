@@ -56,7 +56,7 @@ private:
     bool writeFiles();
     bool writeLibraryFolders();
     void start(Step step, const QStringList &arguments);
-    void startImport();
+    void importNext();
     void startAnalysis();
     void analyseNext();
     void finishRun();
@@ -64,10 +64,12 @@ private:
     void fail(const QString &error);
     void report();
     QStringList filesOf(const QString &library) const;
+    QByteArray textOf(int file) const;
 
     const QString m_program;
     const VhdlDesign &m_design;
     const GhdlInput m_input;
+    const QStringList m_libraries; ///< Of the sources and of the input.
     const int m_timeoutSeconds;
     const GhdlCommands m_commands;
     const GhdlPlaces m_places;
@@ -75,6 +77,7 @@ private:
 
     Step m_step = Import;
     std::unique_ptr<GhdlRun> m_run; ///< The last one.
+    bool m_isAnalysing = false;     ///< A step has failed.
     QStringList m_toImport;         ///< Libraries.
     QVector<int> m_toAnalyse;       ///< Files, last first.
     QElapsedTimer m_analysing;

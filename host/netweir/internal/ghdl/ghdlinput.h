@@ -4,7 +4,9 @@
 
 #include <netweir/internal/ground/messages.h>
 
+#include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace NETWEIR::Internal {
@@ -24,8 +26,12 @@ struct GeneratedText
 struct GhdlInput
 {
     QVector<GeneratedText> texts;
-    QString library; ///< Of the unit.
-    QString unit;    ///< An entity or a configuration. Empty: the sources are only analysed.
+    QStringList libraries; ///< Beside those of the sources.
+    /// Texts in place of those of the sources, by number of the file.
+    QHash<int, QByteArray> replaced;
+    QStringList suspicions; ///< What to say first when GHDL fails, as errors for users.
+    QString library;        ///< Of the unit.
+    QString unit;           ///< An entity or a configuration. Empty: the sources are only analysed.
 };
 
 /// The name in the working folder of the file with this number in the design.

@@ -10,6 +10,27 @@
 
 namespace NETWEIR::Internal {
 
+namespace {
+
+/// The processor time in milliseconds after which a silent run has nothing more to write. Within
+/// the tables there are at most pauses to wait for the disk or the processor.
+constexpr qint64 MostSilence = 1000;
+
+/// Whether the table of signals, which GHDL prints last, has begun, and ends with a whole line.
+bool isInTable(const QString &output)
+{
+    constexpr int TailLength = 4096;
+    QFile file;
+    QString error;
+    if (Files::openRegularFile(output, &file, &error) != Files::Access::Granted)
+        return false;
+    file.seek(qMax<qint64>(0, file.size() - TailLength));
+    const QByteArray tail = file.readAll();
+    return tail.endsWith('\n') && tail.contains(" smode: ");
+}
+
+} // namespace
+
 bool isHeaderComplete(const QString &wave)
 {
     QFile file;
@@ -29,26 +50,28 @@ bool isHeaderComplete(const QString &wave)
     return text.endsWith(end.left(end.size() / 2));
 }
 
-void GhdlRun::waitForHeader(const QString &wave, ExtractionProgress *progress, int limit)
+void GhdlRun::waitForSignals(const QString &output, const QString &wave,
+                             ExtractionProgress *progress, int limit)
 {
     constexpr int LookAgain = 200; // In milliseconds.
-    const QDeadlineTimer end(limit);
-    qint64 size = 0;
-    for (;;) {
+    const QDeadlineTimer end(limit < 0 ? QDeadlineTimer(QDeadlineTimer::Forever)
+                                       : QDeadlineTimer(limit));
+    do {
         const qint64 left = end.isForever() ? LookAgain : end.remainingTime();
         wait(progress, int(qMin<qint64>(LookAgain, left)));
         if (isOver() || progress->isCancelled())
             return;
-        // While the file grows, there is no need to look into it.
-        const qint64 sizeNow = QFile(wave).size();
-        if (sizeNow > 0 && sizeNow == size && isHeaderComplete(wave)) {
+        const qint64 size = QFile(output).size() + QFile(wave).size();
+        if (size != m_size) {
+            m_size = size;
+            m_usedBefore = usedMilliseconds();
+        } else if (usedMilliseconds() - m_usedBefore > MostSilence && isInTable(output) &&
+                   isHeaderComplete(wave)) {
             stop();
+            m_isStopped = true;
             return;
         }
-        size = sizeNow;
-        if (end.hasExpired())
-            return;
-    }
+    } while (!end.hasExpired());
 }
 
 void GhdlRun::readMessages(const QByteArray &errorOutput)

@@ -3,6 +3,7 @@
 #include "rootinput.h"
 
 #include "componentstubs.h"
+#include "instancestubs.h"
 #include "rootwrapper.h"
 #include "vhdldesign.h"
 
@@ -28,10 +29,16 @@ RootInput::RootInput(const VhdlDesign &design, const std::vector<DeclaredUnit> &
 
 void RootInput::addStubs(const std::vector<DeclaredUnit> &foreign)
 {
-    const StubUnits stubs = componentStubs(m_design, m_index, foreign);
-    m_ghdlInput.texts += stubs.texts;
-    m_partInput.foreignUnits = stubs.foreign;
-    m_errors += stubs.errors;
+    const StubUnits components = componentStubs(m_design, m_index, foreign);
+    const InstanceStubs instances = instanceStubs(m_design, m_index, foreign);
+    m_ghdlInput.texts += components.texts + instances.units.texts;
+    m_ghdlInput.libraries = instances.libraries;
+    m_ghdlInput.replaced = instances.texts;
+    m_ghdlInput.suspicions = instances.suspicions;
+    m_partInput.foreignUnits = components.foreign;
+    for (auto i = instances.units.foreign.begin(); i != instances.units.foreign.end(); ++i)
+        m_partInput.foreignUnits.insert(i.key(), i.value());
+    m_errors += components.errors;
 }
 
 const DeclaredUnit *RootInput::unitOf(const PartRoot &root)

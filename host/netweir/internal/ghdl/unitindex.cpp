@@ -48,7 +48,13 @@ UnitIndex::UnitIndex(const VhdlDesign &design)
                 if (declaration.kind == VhdlDeclaration::Subtype)
                     m_subtypes.insert(foldedVhdlName(declaration.name),
                                       textIn(source.text, declaration.type));
+                else if (declaration.kind == VhdlDeclaration::Type)
+                    m_types.insert(foldedVhdlName(declaration.name),
+                                   textIn(source.text, declaration.type));
             }
+            for (const VhdlRecordField &field : unit.fields)
+                m_fields.insert({foldedVhdlName(field.record), foldedVhdlName(field.name)},
+                                textIn(source.text, field.type));
         }
     }
 }
@@ -141,6 +147,23 @@ QByteArray UnitIndex::baseType(const QByteArray &type) const
 {
     const QByteArray mark = typeMark(chainOf(type).last());
     return foldedVhdlName(mark.mid(mark.lastIndexOf('.') + 1));
+}
+
+QByteArray UnitIndex::elementType(const QByteArray &type) const
+{
+    const QByteArray definition = m_types.value(type);
+    VhdlTokens tokens(definition);
+    if (!tokens.next().is(VhdlKeyword::Array))
+        return {};
+    VhdlToken token = tokens.next();
+    while (token.kind != VhdlToken::EndOfText && !token.is(VhdlKeyword::Of))
+        token = tokens.next();
+    return definition.mid(token.end()).trimmed();
+}
+
+QByteArray UnitIndex::fieldType(const QByteArray &record, const QByteArray &field) const
+{
+    return m_fields.value({record, field});
 }
 
 bool UnitIndex::isConstrained(const QByteArray &type) const

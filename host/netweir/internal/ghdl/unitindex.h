@@ -54,6 +54,11 @@ public:
     /// libraries, packages and ranges. Subtypes are followed to their types.
     QByteArray baseType(const QByteArray &type) const;
 
+    /// The types of the elements of an array type and of a field of a record type, as written.
+    /// Names are folded. Empty when no text declares the type.
+    QByteArray elementType(const QByteArray &type) const;
+    QByteArray fieldType(const QByteArray &record, const QByteArray &field) const;
+
     /// Whether @p type or a subtype behind it has a range.
     bool isConstrained(const QByteArray &type) const;
 
@@ -67,6 +72,8 @@ private:
     QHash<Key, UnitAt> m_primaries;
     QHash<QByteArray, QVector<ComponentAt>> m_components; ///< Of packages, by folded name.
     QHash<QByteArray, QByteArray> m_subtypes;
+    QHash<QByteArray, QByteArray> m_types; ///< Definitions by folded name.
+    QHash<Key, QByteArray> m_fields;       ///< Types by folded names of record and field.
 };
 
 /// The text of @p range.

@@ -145,6 +145,9 @@ void ContentReader::readInstance(int scope, const Place &place, ScopeUse *use)
 {
     const TreeScope &tree = itemAt(m_content.design->tree, scope);
     use->unit = place.facts ? vhdlText(place.facts->entityName()) : vhdlText(tree.entity);
+    const auto foreign = m_input.foreignUnits.constFind(toBytes(tree.entity));
+    if (foreign != m_input.foreignUnits.constEnd())
+        use->unit = foreign->unit;
     if (use->unit.compare(QLatin1String(JtagPrimitive), Qt::CaseInsensitive) == 0)
         m_content.usesJtagPrimitive = true;
     if (tree.architecture == BorderArchitecture)

@@ -6,8 +6,11 @@
 
 #include <netweir/internal/ground/messages.h>
 
+#include <QFile>
+
 #include <algorithm>
 #include <iterator>
+#include <unistd.h>
 
 namespace NETWEIR::Internal {
 
@@ -46,6 +49,19 @@ void ToolRun::stop()
 {
     m_process.end();
     m_isOver = true;
+}
+
+qint64 ToolRun::usedMilliseconds() const
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(m_process.processId()));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    // The name of the program, in brackets, may contain blanks. The 12th and 13th field behind it
+    // are the times in the program and in the system.
+    const QByteArray text = file.readAll();
+    const QByteArrayList fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
+    const qint64 ticks = fields.value(11).toLongLong() + fields.value(12).toLongLong();
+    return ticks * 1000 / sysconf(_SC_CLK_TCK);
 }
 
 bool ToolRun::hitLimit() const

@@ -44,6 +44,9 @@ public:
     /// Stops a run whose result is complete.
     void stop();
 
+    /// The processor time of a run that is not over, in milliseconds; 0 when it is not known.
+    qint64 usedMilliseconds() const;
+
 protected:
     /// Reads the error output of a run that is over and was not cancelled.
     virtual void readMessages(const QByteArray &errorOutput) = 0;
