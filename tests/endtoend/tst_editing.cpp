@@ -245,6 +245,7 @@ void TestEditing::savesExampleByteForByte_data()
     QTest::addColumn<QString>("example");
     QTest::newRow("Verilog") << "sensorhub";
     QTest::newRow("SystemVerilog") << "packetfilter";
+    QTest::newRow("VHDL and SystemVerilog") << "motordrive";
 }
 
 void TestEditing::savesExampleByteForByte()
