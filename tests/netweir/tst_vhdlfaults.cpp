@@ -274,6 +274,32 @@ end architecture;
 module leaf(input d); endmodule
 )",
         {"^ERROR: a\\.vhd:9:\\d+: .*none"});
+    row("unknown pin of an entity", R"(=== top.v
+module top(input s);
+    leaf u(.d(s), .none(s));
+endmodule
+=== leaf.vhd
+entity leaf is
+    port (d : in bit);
+end entity;
+architecture rtl of leaf is
+begin
+end architecture;
+)",
+        {"^ERROR: top\\.v:2(:\\d+)?: .*none"});
+    row("unknown generic of an entity", R"(=== top.v
+module top(input s);
+    leaf #(.NONE(1)) u(.d(s));
+endmodule
+=== leaf.vhd
+entity leaf is
+    port (d : in bit);
+end entity;
+architecture rtl of leaf is
+begin
+end architecture;
+)",
+        {"^ERROR: top\\.v:2(:\\d+)?: .*NONE"});
     row("circle over both languages", R"(=== a.vhd
 entity top is
 end entity;

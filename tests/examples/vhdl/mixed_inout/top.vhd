@@ -1,7 +1,7 @@
 -- SPDX-FileCopyrightText: The TARN Inserter authors
 -- SPDX-License-Identifier: Apache-2.0
 
--- An inout drives what is outside; inside, it is driven if something else outside drives.
+-- An inout of a unit in the other language counts as driven on both sides, because either may drive it.
 library ieee;
 use ieee.std_logic_1164.all;
 

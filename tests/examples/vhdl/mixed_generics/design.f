@@ -1,0 +1,3 @@
+top.vhd
+tuned.v
+back.vhd

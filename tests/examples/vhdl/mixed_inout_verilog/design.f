@@ -1,0 +1,2 @@
+top.v
+pads.vhd

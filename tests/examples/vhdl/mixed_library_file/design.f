@@ -1,0 +1,3 @@
+rtl/top.vhd
+-v lib/cells.v
+-v lib/cells.vhd

@@ -1,0 +1,2 @@
+stage.vhd
+top.v

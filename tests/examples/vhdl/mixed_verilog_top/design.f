@@ -1,0 +1,3 @@
+top.v
+pair.vhd
+delay.sv

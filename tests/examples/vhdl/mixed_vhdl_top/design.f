@@ -1,0 +1,4 @@
+cell.v
+top.vhd
+filter.v
+adder.vhd

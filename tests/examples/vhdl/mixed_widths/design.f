@@ -1,0 +1,2 @@
+top.v
+leaf.vhd

@@ -1,0 +1,2 @@
+cell_e.vhd
+top.sv
