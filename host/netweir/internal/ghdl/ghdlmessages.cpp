@@ -223,6 +223,18 @@ QString internalErrorText(const QByteArray &text)
         .arg(QString::fromLatin1(text));
 }
 
+/// Without the advice of GHDL, which is about its own arguments. The project has all files in one
+/// edition.
+QString newerEditionText(const QByteArray &text)
+{
+    static const char Advice[] = ". Compile with --std=08";
+    const QByteArray fact =
+        text.endsWith(Advice) ? text.left(text.size() - int(strlen(Advice))) : text;
+    return Text::tr("%1. Set the VHDL standard to 1076-2008 in the options of the project, or put "
+                    "--std 08 into the file list.")
+        .arg(QString::fromUtf8(fact));
+}
+
 } // namespace
 
 QVector<GhdlMessage> parseGhdlErrors(const QByteArray &errorOutput)
@@ -244,6 +256,8 @@ QVector<GhdlMessage> parseGhdlErrors(const QByteArray &errorOutput)
 QString ghdlErrorText(const QByteArray &text)
 {
     const QString own = QString::fromUtf8(text);
+    if (text.contains("not allowed before VHDL 2008") || text.endsWith("not allowed before vhdl08"))
+        return newerEditionText(text);
     if (text.startsWith("internal error") || text.startsWith("cannot handle"))
         return internalErrorText(text);
     if (text.startsWith("bound check failure") || text.startsWith("overflow detected"))
