@@ -90,14 +90,6 @@ void TestGhdlMessages::findsErrors_data()
                                           "/usr/bin/ghdl-mcode:error: several sources for "
                                           "unresolved signal\n")
                             << "|0|0|several sources for unresolved signal: .md(rtl).x\n";
-    const QString newer = QStringLiteral("Set the VHDL standard to 1076-2008 in the options of the "
-                                         "project, or put --std 08 into the file list.");
-    QTest::newRow("construct of a newer edition")
-        << QByteArray("case generate not allowed before VHDL 2008. Compile with --std=08")
-        << "case generate not allowed before VHDL 2008. " + newer;
-    QTest::newRow("type of a newer edition")
-        << QByteArray("array element of type \"t\" is not allowed before vhdl08")
-        << "array element of type \"t\" is not allowed before vhdl08. " + newer;
     QTest::newRow("top") << QByteArray("/usr/bin/ghdl-mcode: entity \"utop\" cannot be at the top "
                                        "of a design\n"
                                        "s0.vhd:14:22: (port \"a\" is unconstrained)\n")
@@ -165,6 +157,14 @@ void TestGhdlMessages::advises_data()
     QTest::newRow("missing unit") << QByteArray("unit \"x\" not found in library \"work\"")
                                   << "unit \"x\" not found in library \"work\". Add the file that "
                                      "declares it.";
+    const QString newer = QStringLiteral("Set the VHDL standard to 1076-2008 in the options of the "
+                                         "project, or put --std 08 into the file list.");
+    QTest::newRow("construct of a newer edition")
+        << QByteArray("case generate not allowed before VHDL 2008. Compile with --std=08")
+        << "case generate not allowed before VHDL 2008. " + newer;
+    QTest::newRow("type of a newer edition")
+        << QByteArray("array element of type \"t\" is not allowed before vhdl08")
+        << "array element of type \"t\" is not allowed before vhdl08. " + newer;
     QTest::newRow("top") << QByteArray("entity \"t\" cannot be at the top of a design (port \"a\" "
                                        "is unconstrained and has no default value)")
                          << "The entity \"t\" cannot be the top (port \"a\" is unconstrained and "
