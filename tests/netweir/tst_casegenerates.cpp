@@ -128,6 +128,7 @@ private Q_SLOTS:
     void otherTextStays();
     void keepLinesAndScopes();
     void deepNesting();
+    void hugeSelectors();
 };
 
 void TestCaseGenerates::becomeIfGenerates_data()
@@ -248,6 +249,24 @@ void TestCaseGenerates::deepNesting()
     const QByteArray result = withoutCaseGenerates(text);
     QCOMPARE(result.count("if (n) = 1"), Depth);
     QCOMPARE(result.count('\n'), text.count('\n'));
+}
+
+/// A selector that would be repeated too often.
+void TestCaseGenerates::hugeSelectors()
+{
+    const QByteArray selector(500000, 'n');
+    const QByteArray choices =
+        architectureWith("g : case " + selector + " generate when 1" +
+                         QByteArray(" | 1").repeated(100000) + " => end generate;");
+    QCOMPARE(withoutCaseGenerates(choices), choices);
+    const QByteArray alternatives =
+        architectureWith("g : case " + selector + " generate " +
+                         QByteArray("when 1 => ").repeated(100000) + "end generate;");
+    QCOMPARE(withoutCaseGenerates(alternatives), alternatives);
+    const QByteArray inner("when others => h : case n generate when 1 => end generate; ");
+    const QByteArray nested = architectureWith("g : case " + selector + " generate " +
+                                               inner.repeated(10000) + "end generate;");
+    QCOMPARE(withoutCaseGenerates(nested).count("if (n) = 1"), 10000);
 }
 
 TARN_TEST_MAIN(TestCaseGenerates)

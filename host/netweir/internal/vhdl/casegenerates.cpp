@@ -6,6 +6,7 @@
 #include "vhdlscan.h"
 #include "vhdltokens.h"
 
+#include <QHash>
 #include <QSet>
 #include <QVector>
 
@@ -16,8 +17,8 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// A longer result would come from a selector that is repeated without end in a broken design.
-constexpr qint64 LongestResult = 256 * 1024 * 1024;
+/// A longer result, in relation to the text, comes only from a huge selector with many choices.
+constexpr qint64 MostGrowth = 16;
 
 /// Text in place of a range.
 struct Edit
@@ -65,6 +66,7 @@ public:
 
 private:
     void rewrite(const VhdlScope &alternative, bool isFirst);
+    QByteArray selectorOf(const VhdlScope &alternative);
     void rewriteOpening(const VhdlScope &alternative);
     void rewriteChoices(const QVector<VhdlToken> &tokens);
     void rewriteChoice(const VhdlToken *begin, const VhdlToken *end);
@@ -76,13 +78,14 @@ private:
         replace(TextRange{token.offset, token.end()}, text);
     }
     void replace(const TextRange &range, const QByteArray &text);
+    bool isTooLong() const { return m_added > MostGrowth * m_text.size(); }
     QByteArray applied();
 
     const QByteArray &m_text;
     const VhdlFile m_file;
     const QSet<QByteArray> m_types;
+    QHash<int, QByteArray> m_selectors; ///< By the offset of the opening.
     QByteArray m_selector; ///< Of the current alternative, in parentheses and on one line.
-    int m_opening = -1;    ///< The offset to which it belongs.
     QVector<Edit> m_edits;
     qint64 m_added = 0;
     bool m_isBroken = false;
@@ -93,13 +96,13 @@ QByteArray CaseRewriting::run()
     for (const VhdlUnit &unit : m_file.units) {
         QSet<int> begun;
         for (const VhdlScope &scope : unit.scopes) {
-            if (scope.kind != VhdlScope::CaseGenerate)
+            if (scope.kind != VhdlScope::CaseGenerate || isTooLong())
                 continue;
             rewrite(scope, !begun.contains(scope.opening.begin));
             begun.insert(scope.opening.begin);
         }
     }
-    if (m_edits.isEmpty() || m_isBroken || m_added > LongestResult)
+    if (m_edits.isEmpty() || m_isBroken || isTooLong())
         return m_text;
     return applied();
 }
@@ -107,7 +110,7 @@ QByteArray CaseRewriting::run()
 void CaseRewriting::replace(const TextRange &range, const QByteArray &text)
 {
     m_added += text.size();
-    if (m_added <= LongestResult)
+    if (!isTooLong())
         m_edits.append({range, text});
 }
 
@@ -116,13 +119,7 @@ void CaseRewriting::rewrite(const VhdlScope &alternative, bool isFirst)
 {
     if (isFirst)
         rewriteOpening(alternative);
-    if (m_opening != alternative.opening.begin) {
-        m_opening = alternative.opening.begin;
-        m_selector = "(";
-        for (const VhdlToken &token : tokensOf(m_text, alternative.selector))
-            m_selector += (m_selector.size() == 1 ? "" : " ") + token.bytes();
-        m_selector += ')';
-    }
+    m_selector = selectorOf(alternative);
     const QVector<VhdlToken> choices = tokensOf(m_text, alternative.head);
     const bool isOthers = choices.size() == 1 && choices.first().is(VhdlKeyword::Others);
     const int when = alternative.range.begin;
@@ -134,6 +131,18 @@ void CaseRewriting::rewrite(const VhdlScope &alternative, bool isFirst)
     const VhdlToken arrow = VhdlTokens(m_text, {alternative.head.end, m_text.size()}).next();
     m_isBroken = m_isBroken || !arrow.is(VhdlToken::Arrow);
     replace(arrow, " generate ");
+}
+
+/// The selector in parentheses and on one line.
+QByteArray CaseRewriting::selectorOf(const VhdlScope &alternative)
+{
+    QByteArray &selector = m_selectors[alternative.opening.begin];
+    if (!selector.isEmpty())
+        return selector;
+    for (const VhdlToken &token : tokensOf(m_text, alternative.selector))
+        selector += (selector.isEmpty() ? "(" : " ") + token.bytes();
+    selector += ')';
+    return selector;
 }
 
 /// Blanks "case selector generate".
@@ -151,7 +160,7 @@ void CaseRewriting::rewriteChoices(const QVector<VhdlToken> &tokens)
     int depth = 0;
     for (const VhdlToken &token : tokens) {
         depth += token.is('(') ? 1 : token.is(')') ? -1 : 0;
-        if (depth != 0 || !token.is('|'))
+        if (depth != 0 || !token.is('|') || isTooLong())
             continue;
         rewriteChoice(begin, &token);
         replace(token, " or ");

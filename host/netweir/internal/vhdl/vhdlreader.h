@@ -6,6 +6,7 @@
 
 #include <QByteArrayList>
 
+#include <algorithm>
 #include <array>
 
 namespace NETWEIR::Internal {
@@ -22,8 +23,8 @@ public:
     bool atEnd() const { return token().kind == VhdlToken::EndOfText; }
     /// The end offset of the token before.
     int end() const { return m_end; }
-    /// From @p begin to the end of the token before.
-    TextRange rangeFrom(int begin) const { return {begin, std::max(begin, m_end)}; }
+    /// From @p begin to the end of the token before; empty behind that if @p begin is further.
+    TextRange rangeFrom(int begin) const { return {std::min(begin, m_end), m_end}; }
 
     /// At the beginning of an entity, architecture or configuration, which no unit can contain.
     bool atUnitStart() const;
