@@ -580,7 +580,98 @@ class PacketFilter(Job):
         self.expect_values(["0x9", "0x6"], ["1001", "11", "0"])
 
 
-STORIES = {"sensorhub": SensorHub, "packetfilter": PacketFilter}
+class MotorDrive(Job):
+    """A design in two languages: the search finds the nets of both, whatever their case."""
+
+    DEMAND = [f"motor_top/u_Pwm/channel[{n}].u_dead_time/Demand" for n in range(3)]
+    REMAINING = [f"motor_top/u_Pwm/channel[{n}].u_dead_time/Remaining[4:0]" for n in range(3)]
+    DUTY = [f"motor_top/DbgDuty[{n}][9:0]" for n in range(3)]
+    FORCE = "motor_top/DbgForceDuty"
+    FAULT = "motor_top/DbgFault"
+    GATES_OFF = "motor_top/u_Pwm/dbg_gates_off"
+
+    def run(self):
+        self.create("job")
+        self.open_from_project("job.tarn", "job.tarn *")
+        self.add_ports("In", 2)
+        self.add_ports("Out", 1)
+        self.picks_from_flat_lists()
+        self.picks_within_an_instance()
+        self.picks_nets_to_drive()
+        self.sets_the_initial_value()
+        self.picks_the_clock()
+        self.save_and_reopen()
+        self.quit()
+
+    def picks_from_flat_lists(self):
+        self.open_port("In", 0)
+        self.open_search()
+        self.search("remaining", *self.REMAINING)
+        self.choose(self.REMAINING[1])
+        self.search(
+            "*/status.state*",
+            "motor_top/Status.State[2:0]",
+            "motor_top/u_Registers/Status.State[2:0]",
+            mode="wildcard",
+        )
+        self.choose("motor_top/Status.State[2:0]")
+        self.search(
+            ".*/(demand|carrier.*)",
+            "motor_top/u_Pwm/carrier[9:0]",
+            *self.DEMAND,
+            mode="regular expression",
+        )
+        self.choose(self.DEMAND[1])
+        self.screen.shoot("both languages")
+        self.expect_chosen(self.REMAINING[1], "motor_top/Status.State[2:0]", self.DEMAND[1])
+        self.accept()
+        self.accept()
+
+    def picks_within_an_instance(self):
+        self.open_port("In", 1)
+        self.open_search()
+        self.press("checkBoxAdvancedFilter")
+        self.press("checkBoxHierarchyView")
+        self.search_in("u_Pwm[pwm_core]")
+        self.search(
+            "ready",
+            "pwm_core:u_Pwm",
+            *[f". dead_time:channel[{n}].u_dead_time" for n in range(3)],
+        )
+        self.click_row("treeWidget", "dead_time:channel[2].u_dead_time", times=2)
+        self.choose("Ready")
+        self.screen.shoot("hierarchy")
+        self.expect_chosen("motor_top/u_Pwm/channel[2].u_dead_time/Ready")
+        self.accept()
+        self.accept()
+
+    def picks_nets_to_drive(self):
+        self.open_port("Out", 0)
+        self.open_search()
+        self.search("dbg", *self.DUTY, self.FORCE, self.FAULT, self.GATES_OFF)
+        self.choose(self.DUTY[1], self.FORCE, self.GATES_OFF)
+        self.expect_chosen(self.DUTY[1], self.FORCE, self.GATES_OFF)
+        self.screen.shoot("nets to drive")
+        self.accept()
+        self.accept()
+
+    def sets_the_initial_value(self):
+        self.expect_values(["0x000"], ["0000000000", "0", "0"])
+        self.type_value(0, "801")
+        self.screen.key("Tab")
+        self.expect_values(["0x801"], ["1000000000", "0", "1"])
+
+    def picks_the_clock(self):
+        self.press("checkUserClock")
+        self.press("btnUserClock")
+        self.wait_for_window("Search Nets")
+        self.search("motor_top/clk", "motor_top/Clk", mode="wildcard")
+        self.choose("motor_top/Clk")
+        self.accept()
+        self.find("lineEditUserClock", text="motor_top/Clk")
+
+
+STORIES = {"sensorhub": SensorHub, "packetfilter": PacketFilter, "motordrive": MotorDrive}
 
 
 def main(program, example, plugins, shots):

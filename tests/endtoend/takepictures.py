@@ -6,8 +6,8 @@
 usage: takepictures.py WORKBENCH EXAMPLE_FOLDER QT_PLUGIN_FOLDER PICTURE_FOLDER
 
 Opens all windows of the editor with mouse and keys, on a copy of the example sensorhub, and writes
-one picture of each to PICTURE_FOLDER. Ends with exit code 1 and the reason when a window does not
-appear.
+one picture of each to PICTURE_FOLDER. Of the example motordrive it takes one picture that shows a
+design in two languages. Ends with exit code 1 and the reason when a window does not appear.
 """
 
 import os
@@ -43,15 +43,11 @@ class SlowReading:
         self.flag.unlink()
 
 
-class Tour(Editor):
-    def __init__(self, screen, workbench, folder, reading, pictures):
+class Photographer(Editor):
+    def __init__(self, screen, workbench, folder, pictures):
         super().__init__(screen, workbench)
         self.file = folder / f"{folder.name}.tarn"
-        self.source = folder / "rtl" / "crc8.v"
-        self.reading = reading
         self.pictures = pictures
-
-    # Pictures
 
     def picture(self, name, at_rest=True):
         """The active window with its frame. Without a rest for windows with a blinking caret."""
@@ -80,11 +76,18 @@ class Tour(Editor):
         # Few colours keep the files small.
         run("convert", picture, "+dither", "-colors", "256", "-strip", f"PNG8:{picture}")
 
-    # Windows
-
     def search_for(self, name):
         self.enter("lineEditName", name)
         self.screen.key("Return")
+
+
+class Tour(Photographer):
+    def __init__(self, screen, workbench, folder, reading, pictures):
+        super().__init__(screen, workbench, folder, pictures)
+        self.source = folder / "rtl" / "crc8.v"
+        self.reading = reading
+
+    # Windows
 
     def dismiss(self, title):
         """Presses OK in the box."""
@@ -245,6 +248,19 @@ class Tour(Editor):
         self.dismiss("Design files contain some errors.")
 
 
+class TwoLanguages(Photographer):
+    """Shows VHDL entities below a module of SystemVerilog in a VHDL design."""
+
+    def run(self):
+        self.wait_for_tab("motordrive.tarn")
+        self.open_port("In", 6)
+        self.open_search()
+        self.press("checkBoxAdvancedFilter")
+        self.press("comboBoxSearchIn")
+        popup = self.find(type="TARN::RtlNetlistTreeView")
+        self.picture_of_area("search-in-languages", popup.rect)
+
+
 def main(program, example, plugins, pictures):
     pictures = Path(pictures)
     pictures.mkdir(parents=True, exist_ok=True)
@@ -252,9 +268,12 @@ def main(program, example, plugins, pictures):
     scratch = Path(tempfile.gettempdir()) / "tarn"
     scratch.mkdir()
     try:
-        reading = SlowReading(scratch)
-        reading.hold()
-        tour = partial(Tour, reading=reading, pictures=pictures)
+        if Path(example).name == "motordrive":
+            tour = partial(TwoLanguages, pictures=pictures)
+        else:
+            reading = SlowReading(scratch)
+            reading.hold()
+            tour = partial(Tour, reading=reading, pictures=pictures)
         return drive_in(scratch, program, example, plugins, "screenshots", tour)
     finally:
         shutil.rmtree(scratch)
