@@ -40,7 +40,8 @@ QByteArray readOutput(const QString &path, qint64 limit)
     QString error;
     if (Files::openRegularFile(path, &file, &error) != Files::Access::Granted)
         return {};
-    return file.read(limit);
+    // The limit is far more than most files have, and reading takes that memory first.
+    return file.read(qMin(limit, file.size()));
 }
 
 } // namespace
