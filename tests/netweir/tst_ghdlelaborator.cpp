@@ -307,6 +307,44 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles_data()
                "s: bit; for all: c use entity work.missing; begin u: c port map (x=> s); end;\n")
         << QStringList{QStringLiteral("ERROR: a.vhd:2:118: unit \"missing\" not found in library "
                                       "\"work\". Add the file that declares it.")};
+
+    QTest::newRow("bounds while elaborating")
+        << oneFile("entity top is end;\n"
+                   "architecture rtl of top is\n"
+                   "  function f(n : integer) return natural is begin return n; end;\n"
+                   "  signal s : bit_vector(f(-1) downto 0);\n"
+                   "begin end;\n")
+        << QStringList{QStringLiteral(
+               "ERROR: a.vhd:3: A value or a width does not fit (bound check failure). Compare the "
+               "widths of the ports and what is connected to them, and the values of the "
+               "generics.")};
+    QTest::newRow("recursion")
+        << oneFile(
+               "entity top is generic (n : integer := 0); end;\n"
+               "architecture rtl of top is begin\n"
+               "  g : if n >= 0 generate u : entity work.top generic map (n + 1); end generate;\n"
+               "end;\n")
+        << QStringList{
+               QStringLiteral("ERROR: a.vhd:1:8: The instantiation may never end (top > top). End "
+                              "it with a condition on a generic, in a generate statement."),
+               QStringLiteral("ERROR: Elaborating the design failed: the elaborator crashed. "
+                              "Reading fewer files may show which one it cannot read.")};
+    QTest::newRow("missing library")
+        << oneFile("library orion;\nuse orion.types.all;\n"
+                   "entity top is end;\narchitecture rtl of top is signal s : word; begin end;\n")
+        << QStringList{
+               QStringLiteral("ERROR: a.vhd:1:9: The library \"orion\" is missing, and something "
+                              "other than its components and entities is used. ") +
+                   libraryAdvice(QStringLiteral("orion")),
+               QStringLiteral("ERROR: a.vhd:4:39: no declaration for \"word\"")};
+    QTest::newRow("external name")
+        << oneFile("entity leaf is end;\narchitecture rtl of leaf is signal x : bit; begin end;\n"
+                   "entity top is end;\narchitecture rtl of top is signal s : bit; begin\n"
+                   "  u : entity work.leaf;\n"
+                   "  process begin s <= <<signal u.x : bit>>; wait; end process;\nend;\n")
+        << QStringList{QStringLiteral(
+               "ERROR: a.vhd:6:22: External names (\"<< ... >>\") are not supported. Hide the code "
+               "from synthesis or connect the signal through ports.")};
 }
 
 void TestGhdlElaborator::reportsErrorsOfAllFiles()

@@ -6,11 +6,13 @@
 #include "ghdlreport.h"
 #include "vhdldesign.h"
 
+#include <files/regularfile.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/tool/extractionprogress.h>
 #include <netweir/internal/vhdl/casegenerates.h>
 
 #include <QDir>
+#include <QFile>
 
 #include <algorithm>
 
@@ -19,6 +21,18 @@ namespace NETWEIR::Internal {
 namespace {
 
 constexpr int MillisecondsPerSecond = 1000;
+
+/// The last lines of a file. GHDL prints errors of the elaborated design behind its tables.
+QByteArray lastLines(const QString &path)
+{
+    constexpr int Most = 64 * 1024;
+    QFile file;
+    QString error;
+    if (Files::openRegularFile(path, &file, &error) != Files::Access::Granted)
+        return {};
+    file.seek(qMax<qint64>(0, file.size() - Most));
+    return file.readAll();
+}
 
 QString phaseName()
 {
@@ -169,7 +183,10 @@ void GhdlElaboration::finishFailedRun()
         return;
     }
     m_failedErrors = m_run->errors();
+    if (m_step == Run)
+        m_failedErrors += parseGhdlErrors(lastLines(outputPath()));
     m_failure = m_run->failure(phaseName());
+    m_hasBrokenDown = !m_run->failed() || m_failedErrors.isEmpty();
     if (m_run->hitLimit())
         fail(m_failure);
     else if (m_step == Run) // What it needs has been analysed without errors.

@@ -8,6 +8,7 @@
 #include "vhdlunits.h"
 
 #include <netweir/internal/ground/messages.h>
+#include <netweir/internal/parts/unitnames.h>
 #include <netweir/internal/signals/vhdlpart.h>
 #include <netweir/internal/sources/sourcecheck.h>
 #include <netweir/internal/tool/extractionprogress.h>
@@ -66,6 +67,9 @@ void GhdlElaborator::begin(const std::vector<PartRoot> &roots, ExtractionProgres
     if (containsError(input.errors()))
         return;
     m_partInput = input.partInput();
+    m_tops.clear();
+    for (const PartRoot &root : roots)
+        m_tops.append(UnitNames(m_units).findVhdl(root.unit, root.library));
     m_elaboration = std::make_unique<GhdlElaboration>(program, m_design, input.ghdlInput(),
                                                       m_sources.timeoutSeconds);
     m_elaboration->begin();
@@ -73,8 +77,11 @@ void GhdlElaborator::begin(const std::vector<PartRoot> &roots, ExtractionProgres
 
 void GhdlElaborator::elaborate(ExtractionProgress *progress, int limit)
 {
-    if (m_elaboration)
-        m_elaboration->elaborate(progress, limit);
+    if (!isRunning())
+        return;
+    m_elaboration->elaborate(progress, limit);
+    if (!isRunning() && m_elaboration->hasBrokenDown())
+        m_messages += recursionErrors(m_units, m_tops);
 }
 
 bool GhdlElaborator::isRunning() const

@@ -12,6 +12,7 @@
 #include <netweir/internal/signals/vhdltext.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/vhdl/vhdlname.h>
+#include <netweir/internal/vhdl/vhdltokens.h>
 
 #include <QSet>
 
@@ -71,6 +72,7 @@ public:
 
 private:
     void noteLibraries(const VhdlUnit &unit, int file);
+    Place placeInContext(const VhdlUnit &unit, int file, const QByteArray &library) const;
     void addInstances(const UnitAt &architecture);
     bool needsStub(const VhdlInstance &instance, const UnitAt &architecture,
                    bool usesMissing) const;
@@ -123,7 +125,7 @@ void InstanceCollector::noteLibraries(const VhdlUnit &unit, int file)
             continue;
         m_result.libraries.append(text);
         m_result.suspicions.append(
-            errorMessage({m_design.path(file), unit.line, unit.column},
+            errorMessage(placeInContext(unit, file, library),
                          Text::tr("The library \"%1\" is missing, and something other than its "
                                   "components and entities is used. %2")
                              .arg(text, libraryAdvice(text))));
@@ -143,6 +145,22 @@ void InstanceCollector::noteLibraries(const VhdlUnit &unit, int file)
         text.place = {m_design.path(file), unit.line, unit.column};
         m_result.units.texts.append(text);
     }
+}
+
+/// Where the context clauses of @p unit first name @p library.
+Place InstanceCollector::placeInContext(const VhdlUnit &unit, int file,
+                                        const QByteArray &library) const
+{
+    const QByteArray &text = m_design.source(file).text;
+    const TextRange &range = unit.context.range;
+    const int start = lineStart(text, range.begin);
+    VhdlTokens tokens(text, range, text.left(range.begin).count('\n') + 1, range.begin - start + 1);
+    for (VhdlToken token = tokens.next(); token.kind != VhdlToken::EndOfText;
+         token = tokens.next()) {
+        if (token.isName() && foldedVhdlName(token.text) == library)
+            return {m_design.path(file), token.line, token.column};
+    }
+    return {m_design.path(file), unit.line, unit.column};
 }
 
 bool InstanceCollector::usesMissingLibrary(const UnitAt &architecture) const

@@ -4,7 +4,9 @@
 
 #include "vhdldesign.h"
 
+#include <netweir/internal/ground/depthfirstwalk.h>
 #include <netweir/internal/ground/itemat.h>
+#include <netweir/internal/parts/unitnames.h>
 #include <netweir/internal/signals/vhdltext.h>
 #include <netweir/internal/vhdl/vhdlname.h>
 
@@ -170,6 +172,31 @@ void UnitCollector::addUsesOf(const VhdlUnit &architecture, int file)
 std::vector<DeclaredUnit> declaredVhdlUnits(const VhdlDesign &design)
 {
     return UnitCollector(design).collect();
+}
+
+QStringList recursionErrors(const std::vector<DeclaredUnit> &units, const QVector<int> &starts)
+{
+    const UnitNames names(units);
+    const QVector<int> circle = DepthFirstWalk::firstCircle(countOf(units), starts, [&](int unit) {
+        QVector<int> used;
+        const DeclaredUnit &declared = itemAt(units, unit);
+        for (const UnitUse &use : declared.uses) {
+            const int found = names.find(use, Language::Vhdl, declared.library);
+            if (found >= 0)
+                used.append(found);
+        }
+        return used;
+    });
+    if (circle.isEmpty())
+        return {};
+    QStringList path;
+    for (const int unit : circle)
+        path.append(itemAt(units, unit).name);
+    path.append(path.first());
+    return {errorMessage(itemAt(units, circle.first()).place,
+                         Text::tr("The instantiation may never end (%1). End it with a condition "
+                                  "on a generic, in a generate statement.")
+                             .arg(path.join(QStringLiteral(" > "))))};
 }
 
 } // namespace NETWEIR::Internal
