@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "dialogwatch.h"
 #include "temporaryfolder.h"
 #include "toolscript.h"
 #include "vhdlelaboration.h"
@@ -7,6 +8,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
+#include <QProgressDialog>
 #include <QtTest>
 
 using namespace NETWEIR::Internal;
@@ -40,6 +42,7 @@ private Q_SLOTS:
     void cleanup() { m_temporary.verifyNothingIsLeft(); }
 
     void elaboratesFilesInAnyOrder();
+    void readsDataFiles();
     void doesNotWaitForProcesses_data();
     void doesNotWaitForProcesses();
     void replacesUnknownComponents();
@@ -48,6 +51,12 @@ private Q_SLOTS:
     void refusesRootsThatDoNotFit();
     void reportsErrorsOfAllFiles_data();
     void reportsErrorsOfAllFiles();
+
+    void survivesFaultsOfTheTool_data();
+    void survivesFaultsOfTheTool();
+    void saysWhatToInstall();
+    void cancelStopsTheTool();
+    void continuesAfterItsLimit();
 
 private:
     const TemporaryFolder m_temporary;
@@ -59,6 +68,28 @@ void TestGhdlElaborator::elaboratesFilesInAnyOrder()
         {{QStringLiteral("top.vhd"), TopOfLeaf}, {QStringLiteral("-leaf ä, b.vhd"), Leaf}});
     QVERIFY2(design.elaborateTop(), qPrintable(design.messages().join(QLatin1Char('\n'))));
     QCOMPARE(design.messages(), QStringList());
+}
+
+void TestGhdlElaborator::readsDataFiles()
+{
+    const QByteArray top = "use std.textio.all;\n"
+                           "entity top is end;\narchitecture rtl of top is\n"
+                           "  impure function width return natural is\n"
+                           "    file f : text open read_mode is \"data/width.txt\";\n"
+                           "    variable l : line; variable n : natural;\n"
+                           "  begin readline(f, l); read(l, n); return n; end;\n"
+                           "  signal s : bit_vector(1 to width);\nbegin end;\n";
+    VhdlElaboration design(
+        {{QStringLiteral("top.vhd"), top}, {QStringLiteral("data/width.txt"), "3\n"}});
+    QVERIFY2(design.elaborateTop(), qPrintable(design.messages().join(QLatin1Char('\n'))));
+    QCOMPARE(design.netlist(), QStringLiteral("top : top\n    s[1:3] ...\n"));
+
+    VhdlElaboration without(oneFile(top));
+    QVERIFY(!without.elaborateTop());
+    QCOMPARE(without.messages(),
+             QStringList{QStringLiteral("ERROR: a.vhd:6: The design reads the file "
+                                        "\"data/width.txt\", which cannot be opened. Put it into "
+                                        "the folder of the source that reads it.")});
 }
 
 void TestGhdlElaborator::doesNotWaitForProcesses_data()
@@ -354,6 +385,102 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles()
     VhdlElaboration design(files);
     QVERIFY(!design.elaborateTop());
     QCOMPARE(design.messages().join(QLatin1Char('\n')), expected.join(QLatin1Char('\n')));
+}
+
+void TestGhdlElaborator::survivesFaultsOfTheTool_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<QString>("expected");
+    const QByteArray onRun = "case \"$1\" in -r) ";
+    const QByteArray otherwise = ";; esac\n" + ToolScript::elaborateVhdl();
+
+    QTest::newRow("crash") << QByteArray("kill -SEGV $$\n")
+                           << "ERROR: Elaborating the design failed: the elaborator crashed.";
+    QTest::newRow("crash of the run")
+        << onRun + "kill -SEGV $$" + otherwise
+        << "ERROR: Elaborating the design failed: the elaborator crashed.";
+    QTest::newRow("no reason") << QByteArray("exit 3\n")
+                               << "ERROR: Elaborating the design failed: the elaborator gave no "
+                                  "reason (exit code 3).";
+    QTest::newRow("hang") << QByteArray("sleep 100\n")
+                          << "ERROR: Elaborating the design took longer than 2 seconds";
+    QTest::newRow("hang of the run") << onRun + "sleep 100" + otherwise
+                                     << "ERROR: Elaborating the design took longer than 2 seconds";
+    QTest::newRow("no result") << onRun + "exit 0" + otherwise
+                               << "ERROR: Elaborating the design failed: its result is not "
+                                  "complete.";
+    QTest::newRow("garbage") << onRun + "head -c 100000 /dev/urandom > signals.ghw; exit 0" +
+                                    otherwise
+                             << "ERROR: Elaborating the design failed: its result is not complete.";
+    QTest::newRow("endless errors") << QByteArray("yes 'source0.vhd:1:1: bad' >&2\n")
+                                    << "ERROR: Elaborating the design took longer than 2 seconds";
+    QTest::newRow("pipe") << onRun + "mkfifo signals.ghw; exit 0" + otherwise
+                          << "ERROR: Elaborating the design failed: its result is not complete.";
+}
+
+void TestGhdlElaborator::survivesFaultsOfTheTool()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(QString, expected);
+    const ToolScript tool(script, "TARN_GHDL");
+    QElapsedTimer timer;
+    timer.start();
+    VhdlElaboration design(
+        {{QStringLiteral("top.vhd"), TopOfLeaf}, {QStringLiteral("l.vhd"), Leaf}},
+        QStringLiteral("08"), 2);
+    QVERIFY(!design.elaborateTop());
+    QString error;
+    QVERIFY(!design.read(&error));
+    QVERIFY2(design.messages().last().startsWith(expected),
+             qPrintable(design.messages().join(QLatin1Char('\n'))));
+    QVERIFY2(timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestGhdlElaborator::saysWhatToInstall()
+{
+    qputenv("TARN_GHDL", "/nowhere/ghdl");
+    VhdlElaboration design(oneFile(Leaf));
+    const bool isElaborated = design.elaborateTop(QStringLiteral("leaf"));
+    qunsetenv("TARN_GHDL");
+    QVERIFY(!isElaborated);
+    QCOMPARE(design.messages(),
+             QStringList{QStringLiteral("ERROR: The elaborator \"/nowhere/ghdl\" named by the "
+                                        "environment variable TARN_GHDL is not a program. Correct "
+                                        "or unset the variable.")});
+}
+
+void TestGhdlElaborator::cancelStopsTheTool()
+{
+    const ToolScript tool("sleep 100\n", "TARN_GHDL");
+    VhdlElaboration design(oneFile(Leaf));
+    QElapsedTimer timer;
+    {
+        const DialogWatch watch([&](QProgressDialog *dialog) {
+            QVERIFY(!m_temporary.processes().isEmpty());
+            timer.start();
+            Q_EMIT dialog->canceled();
+        });
+        QVERIFY(!design.elaborateTop(QStringLiteral("leaf")));
+    }
+    QVERIFY2(timer.isValid() && timer.elapsed() < 1000,
+             qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(design.messages(), QStringList{cancelError()});
+}
+
+void TestGhdlElaborator::continuesAfterItsLimit()
+{
+    const ToolScript tool("sleep 0.5\n" + ToolScript::elaborateVhdl(), "TARN_GHDL");
+    VhdlElaboration design(oneFile(Leaf));
+    design.elaborator().scan(design.progress());
+    PartRoot root;
+    root.unit = QStringLiteral("leaf");
+    root.isTop = true;
+    design.elaborator().begin({root}, design.progress());
+    design.elaborator().elaborate(design.progress(), 10);
+    QVERIFY(design.elaborator().isRunning());
+    QVERIFY(!design.elaborator().isElaborated());
+    design.elaborator().elaborate(design.progress(), -1);
+    QVERIFY(design.elaborator().isElaborated());
 }
 
 TARN_TEST_MAIN(TestGhdlElaborator)

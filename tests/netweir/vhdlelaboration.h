@@ -19,7 +19,7 @@
 
 namespace TarnTest {
 
-/// A VHDL source of a test design.
+/// A VHDL source of a test design, or another file, which is only written.
 struct VhdlTestFile
 {
     QString name;
@@ -40,6 +40,11 @@ public:
     {
         NETWEIR::Internal::DesignSources sources;
         for (const VhdlTestFile &file : files) {
+            if (!file.name.endsWith(QLatin1String(".vhd"))) {
+                QDir().mkpath(QFileInfo(m_folder.filePath(file.name)).path());
+                writeFile(m_folder.filePath(file.name), file.text);
+                continue;
+            }
             NETWEIR::Internal::SourceFile source;
             source.path = m_folder.filePath(file.name);
             source.vhdl = true;

@@ -3,6 +3,7 @@
 #include "ghdlelaboration.h"
 
 #include "analysisorder.h"
+#include "datafiles.h"
 #include "ghdlreport.h"
 #include "vhdldesign.h"
 
@@ -13,6 +14,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -58,6 +60,7 @@ void GhdlElaboration::begin()
 {
     if (!writeLibraryFolders() || !writeFiles())
         return;
+    writeDataFiles();
     if (m_input.unit.isEmpty())
         startAnalysis();
     else
@@ -94,6 +97,22 @@ bool GhdlElaboration::writeFiles()
         }
     }
     return true;
+}
+
+/// Without a copy, GHDL says that it cannot open the file.
+void GhdlElaboration::writeDataFiles()
+{
+    constexpr qint64 Largest = 64 * 1024 * 1024;
+    for (const DataFile &file : dataFiles(m_design)) {
+        QByteArray content;
+        QString error;
+        const bool isFree = !QFileInfo::exists(m_folder.path(file.name));
+        if (isFree && Files::readRegularFile(file.path, Largest, &content, &error) ==
+                          Files::Access::Granted) {
+            QDir(m_folder.path()).mkpath(QFileInfo(file.name).path());
+            m_folder.write(file.name, content, &error);
+        }
+    }
 }
 
 QByteArray GhdlElaboration::textOf(int file) const

@@ -57,6 +57,7 @@ private:
 
     static QString waveName() { return QStringLiteral("signals.ghw"); }
     bool writeFiles();
+    void writeDataFiles();
     bool writeLibraryFolders();
     void start(Step step, const QStringList &arguments);
     void importNext();
