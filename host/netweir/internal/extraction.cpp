@@ -55,13 +55,13 @@ private:
 } // namespace
 
 /// The language of the first source comes first, and so do its messages. Without any source, it is
-/// Verilog that says so.
+/// Verilog that says so. Library folders may contain modules for VHDL sources.
 std::unique_ptr<Elaborator> createElaborator(const DesignSources &sources)
 {
     const DesignSources verilog = sources.inLanguage(false);
     const DesignSources vhdl = sources.inLanguage(true);
     std::vector<LanguageElaborator> languages;
-    if (vhdl.files.isEmpty() || !verilog.files.isEmpty())
+    if (vhdl.files.isEmpty() || !verilog.files.isEmpty() || !verilog.libraryFolders.isEmpty())
         languages.push_back({Language::Verilog, std::make_unique<VerilatorElaborator>(verilog)});
     if (!vhdl.files.isEmpty())
         languages.push_back({Language::Vhdl, std::make_unique<GhdlElaborator>(vhdl)});
