@@ -23,7 +23,7 @@ ElaboratorInput inputOf(const ScannedDesign &design)
     roots.front().isTop = true;
     static const ForeignUnits none;
     return ElaboratorInput(design.sources, design.text, design.scan, none,
-                           ElaborationRoots(roots, design.scan));
+                           ElaborationRoots(roots, design.scan, false));
 }
 
 /// The files among the arguments, behind the last option that all designs share.

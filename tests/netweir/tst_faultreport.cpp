@@ -65,7 +65,7 @@ void TestFaultReport::namesPlacesAndCauses()
     const Stubs stubs(design.scan.modules().unknownInstantiations(), design.scan.moduleScan());
     PartRoot root;
     root.place = {QStringLiteral("/src/b.vhd"), 7, 3};
-    const ElaborationRoots roots({PartRoot(), root}, design.scan);
+    const ElaborationRoots roots({PartRoot(), root}, design.scan, false);
     const FaultReport report(design.sources, design.text, design.scan, stubs, roots);
     QCOMPARE(report.userMessages(parseToolOutput(output)), expected);
 }

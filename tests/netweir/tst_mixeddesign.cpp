@@ -86,7 +86,10 @@ private Q_SLOTS:
     void wrongConnectionsAreErrors_data();
     void wrongConnectionsAreErrors();
     void otherWidthsInVerilogAreWarnings();
+    void errorsOfBothLanguagesAreReported_data();
     void errorsOfBothLanguagesAreReported();
+    void unusedSourcesAreChecked();
+    void libraryFoldersServeVhdl();
     void endlessRecursionIsAnError_data();
     void endlessRecursionIsAnError();
     void jtagPrimitiveIsFoundBelowTheBorder_data();
@@ -337,18 +340,48 @@ void TestMixedDesign::otherWidthsInVerilogAreWarnings()
     }
 }
 
+void TestMixedDesign::errorsOfBothLanguagesAreReported_data()
+{
+    QTest::addColumn<QByteArray>("verilog");
+    QTest::addColumn<QString>("top");
+    QTest::newRow("Verilog on top") << QByteArray("module m; e u(); wire w = ; endmodule\n") << "m";
+    QTest::newRow("VHDL on top") << QByteArray("module m; wire w = ; endmodule\n") << "e";
+    QTest::newRow("no module") << QByteArray("This is a letter.\n") << "e";
+}
+
 void TestMixedDesign::errorsOfBothLanguagesAreReported()
 {
-    for (const bool vhdlOnTop : {false, true}) {
-        Design design("entity e is end;\narchitecture a of e is begin x <= ; end;\n",
-                      vhdlOnTop ? "module m; wire w = ; endmodule\n"
-                                : "module m; e u(); wire w = ; endmodule\n",
-                      vhdlOnTop ? QStringLiteral("e") : QStringLiteral("m"));
-        const QString messages = design.read();
-        QVERIFY2(messages.contains(QLatin1String("ERROR: a.vhd:3:")), qPrintable(messages));
-        if (!vhdlOnTop)
-            QVERIFY2(messages.contains(QLatin1String("ERROR: b.v:1:")), qPrintable(messages));
-    }
+    QFETCH(QByteArray, verilog);
+    QFETCH(QString, top);
+    Design design("entity e is end;\narchitecture a of e is begin x <= ; end;\n", verilog, top);
+    const QString messages = design.read();
+    QVERIFY2(messages.contains(QLatin1String("ERROR: a.vhd:3:")), qPrintable(messages));
+    QVERIFY2(messages.contains(QLatin1String("ERROR: b.v:1:")), qPrintable(messages));
+}
+
+/// A file that no tool can read is not skipped because nothing needs it.
+void TestMixedDesign::unusedSourcesAreChecked()
+{
+    Design design("entity e is end; architecture a of e is begin end;\n", "This is a letter.\n");
+    const QString messages = design.read();
+    QVERIFY2(messages.contains(QLatin1String("ERROR: b.v:1:")), qPrintable(messages));
+    QVERIFY(!design.netlist);
+}
+
+/// Also without any Verilog file in the project.
+void TestMixedDesign::libraryFoldersServeVhdl()
+{
+    Design design("entity e is end; architecture a of e is component m is end component;\n"
+                  "begin u : m; end;\n",
+                  {});
+    TarnTest::writeFile(design.path(QStringLiteral("m.v")), "module m; n u(); endmodule\n");
+    TarnTest::writeFile(design.path(QStringLiteral("n.v")), "module n; wire w; endmodule\n");
+    design.set(TE::DesignInfo::LibraryFolders, QStringList{design.path(QString())});
+    design.set(TE::DesignInfo::LibraryExtensions, QStringList{".v"});
+    QCOMPARE(design.read(), QStringLiteral("e : e\n"
+                                           "    u : m\n"
+                                           "        u : n\n"
+                                           "            w .\n"));
 }
 
 void TestMixedDesign::endlessRecursionIsAnError_data()

@@ -109,7 +109,7 @@ void Attempt::begin(const std::vector<PartRoot> &roots)
     const DesignScan *scan = m_reading->scan();
     if (!scan || containsError(m_sourceMessages))
         return;
-    const ElaborationRoots known(roots, *scan);
+    const ElaborationRoots known(roots, *scan, !m_foreign.isEmpty());
     m_notes += scan->modules().dimensionErrors(namesOf(roots), m_foreign);
     if (known.isEmpty() || containsError(m_notes))
         return;
@@ -171,7 +171,10 @@ void Attempt::finishRun()
 
 bool Attempt::leaveOut()
 {
-    if (!m_input || m_input->roots().all().empty() || m_omissions == MostOmissions)
+    if (!m_input || m_omissions == MostOmissions)
+        return false;
+    const ElaborationRoots &roots = m_input->roots();
+    if (roots.all().empty() && !roots.areWrapped()) // Texts that the scan does not understand.
         return false;
     const QStringList found = m_input->leaveOut(m_run->messages());
     if (found.isEmpty())

@@ -32,17 +32,20 @@ QByteArray instanceOf(const PartRoot &root, int number)
 
 } // namespace
 
-ElaborationRoots::ElaborationRoots(const std::vector<PartRoot> &roots, const DesignScan &scan)
+ElaborationRoots::ElaborationRoots(const std::vector<PartRoot> &roots, const DesignScan &scan,
+                                   bool isMixed)
     : m_roots(roots)
 {
     if (roots.empty()) {
         m_top = scan.anyModule();
-        return;
+        m_areWrapped = m_top.isEmpty() && isMixed;
+    } else {
+        m_areWrapped =
+            !roots.front().isTop || scan.modules().instantiatesItself(roots.front().unit);
+        m_top = roots.front().unit;
     }
-    const PartRoot &first = roots.front();
-    m_areWrapped = roots.size() > 1 || !first.generics.isEmpty() ||
-                   scan.modules().instantiatesItself(first.unit);
-    m_top = m_areWrapped ? QString(QLatin1String(WrapperModule)) : first.unit;
+    if (m_areWrapped)
+        m_top = QLatin1String(WrapperModule);
 }
 
 QByteArray ElaborationRoots::wrapper() const

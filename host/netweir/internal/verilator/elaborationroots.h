@@ -16,16 +16,17 @@ class DesignScan;
 
 /// The modules with which a run of the elaborator begins.
 ///
-/// A single module with its own parameter values is the top of the run. Otherwise, a wrapper is the
-/// top; it instantiates each root once, without connections. A root that instantiates itself needs
-/// the wrapper too, because the elaborator would drop instances of its top.
+/// The top of the design is the top of the run. For other roots, a wrapper is the top; it
+/// instantiates each root once, without connections. A top that instantiates itself needs the
+/// wrapper too, because the elaborator would drop instances of its top.
 class ElaborationRoots
 {
 public:
     /// The units of @p roots must be modules of @p scan in its spelling. Without roots the top is
     /// any module of texts that the scan does not understand, so that the elaborator says what is
-    /// wrong.
-    ElaborationRoots(const std::vector<PartRoot> &roots, const DesignScan &scan);
+    /// wrong. @p isMixed: the design has another language. Then, also without roots, the elaborator
+    /// reads the texts below an empty wrapper.
+    ElaborationRoots(const std::vector<PartRoot> &roots, const DesignScan &scan, bool isMixed);
 
     const std::vector<PartRoot> &all() const { return m_roots; }
 
