@@ -72,7 +72,7 @@ begin
   begin
     X : if true generate signal Third : words; begin Plain <= Third(3)(Mem(Index)); end generate;
   end generate;
-  Plain <= Mem(to_integer(Clk)) & Mem(2)(Clk) & Recs(1).Data(Clk);
+  Plain <= Mem(2)(Clk) & Mem(to_integer(Clk)) & Mem(2)(Clk) & Recs(1).Data(Clk);
 end;
 entity Leaf is port (CLK, RST : in bit; Q : out bit); end;
 architecture RTL of Leaf is signal S : bit; begin end;
@@ -276,7 +276,7 @@ void TestVhdlFacts::memoriesAreTold_data()
     QTest::addColumn<QByteArray>("path");
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<int>("depth");
-    QTest::newRow("least depth of two") << QByteArray() << QByteArray("mem") << 0;
+    QTest::newRow("least depth of three") << QByteArray() << QByteArray("mem") << 0;
     QTest::newRow("with a field") << QByteArray() << QByteArray("recs.data") << 0;
     QTest::newRow("constant indexes only") << QByteArray() << QByteArray("recs") << -1;
     QTest::newRow("in a generate") << QByteArray("alt/x") << QByteArray("third") << 1;

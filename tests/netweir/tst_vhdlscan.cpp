@@ -461,6 +461,10 @@ void TestVhdlScan::skipsBodies_data()
         "type p is protected body variable v : t; procedure x (a : t) is begin if a then v := 1; "
         "end if; end; impure function y return bit is begin return '1'; end; end protected body p;",
         "");
+    row("protected types in a function",
+        "procedure p is type q is protected procedure x; end protected; type q is protected body "
+        "procedure x is begin end; end protected body; variable v : q; begin v.x; end;",
+        "");
     row("assignments", "",
         "a <= b when c else d after 1 ns, e after 2 ns; with s select a <= b when 1, c when "
         "others; with s select? a <= b when 1; a <= guarded transport b; a <= reject 1 ns inertial "

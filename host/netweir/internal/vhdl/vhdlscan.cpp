@@ -393,7 +393,6 @@ void UnitScan::scanLabelled()
     const VhdlToken label = token();
     m_reader.advance();
     m_reader.advance();
-    m_reader.skip(VhdlKeyword::Postponed);
     switch (token().keyword) {
     case VhdlKeyword::Process:
         return m_reader.skipProcess();
