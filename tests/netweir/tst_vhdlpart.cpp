@@ -50,6 +50,7 @@ private Q_SLOTS:
     void initTestCase() { QVERIFY(m_folder.isValid()); }
     void namesNets_data();
     void namesNets();
+    void takesLargeArraysForMemories();
     void marksDrivers_data();
     void marksDrivers();
     void buildsHierarchies();
@@ -199,7 +200,6 @@ void TestVhdlPart::namesNets_data()
     row("memories",
         "type small is array (0 to 3) of std_logic_vector(1 downto 0);"
         "type large is array (0 to 4096) of integer range 0 to 0;"
-        "type full is array (0 to 1023) of integer range 0 to 15;"
         "type rec is record Data : small; other : small; end record;"
         "signal a, b : small; signal l : large; signal r : rec; signal v : bit_vector(0 to 4999);"
         "signal i : natural range 0 to 3;",
@@ -238,6 +238,15 @@ void TestVhdlPart::namesNets()
     QCOMPARE(text, "top : top clk O " + nets);
 }
 
+void TestVhdlPart::takesLargeArraysForMemories()
+{
+    const QString text = topText(topWith("type full is array (0 to 1) of bit_vector(1 to 2048);"
+                                         "type over is array (0 to 1) of bit_vector(0 to 2048);"
+                                         "signal f : full; signal o : over;"));
+    QCOMPARE(text, "top : top\n    clk O\n    o X\n    f[0][1:2048] " + QString(2048, '.') +
+                       "\n    f[1][1:2048] " + QString(2048, '.') + '\n');
+}
+
 void TestVhdlPart::marksDrivers_data()
 {
     QTest::addColumn<QByteArray>("text");
@@ -269,6 +278,10 @@ void TestVhdlPart::marksDrivers_data()
         "clk O s . t O w[1:0] .O u : leaf i O o O v[1:0] .O");
     row("constants", leaf + topWith(Signals, "u : entity work.leaf port map ('1', \"00\", open);"),
         "clk O s . t . w[1:0] .. u : leaf i O o O v[1:0] OO");
+    row("signal of a package",
+        "library ieee; use ieee.std_logic_1164.all; package p is signal s : std_logic; end;\n" +
+            leaf + topWith(Signals, "u : entity work.leaf port map (work.p.s, w, t);"),
+        "clk O s . t O w[1:0] .. u : leaf i . o O v[1:0] ..");
     row("open input", leaf + topWith(Signals, "u : entity work.leaf port map (s, open, t);"),
         "clk O s . t O w[1:0] .. u : leaf i . o O v[1:0] ..");
     row("block",
