@@ -206,6 +206,12 @@ void TestVhdlPart::namesNets_data()
         "b X l X r.Data X a[0][1:0] .. a[1][1:0] .. a[2][1:0] .. a[3][1:0] .. r.other[0][1:0] .. "
         "r.other[1][1:0] .. r.other[2][1:0] .. r.other[3][1:0] .. v[0:4999] i[1:0] ..",
         "process (clk) begin assert a(1) = b(i) and r.data(i) = a(2) and v(i) = '0'; end process;");
+    row("memories in elements",
+        "type mem is array (0 to 1) of bit_vector(1 downto 0);"
+        "type rec is record a, b : mem; end record; type recs is array (0 to 0) of rec;"
+        "signal r, s : recs; signal i : natural range 0 to 1;",
+        "r[0].a X s X r[0].b[0][1:0] .. r[0].b[1][1:0] .. i[0:0] .",
+        "process (clk) begin assert r(0).a(i) = s(i).b(1); end process;");
     row("scopes", "type loop_t is (x, Y);",
         "Gen[-1].s . Gen[0].s . gl[x].h[5].s . gl[y].h[5].s . gi.s . Blk.s . Blk.Deep.\\s\\ .",
         "Gen : for i in -1 to 0 generate signal s : bit; begin end generate;"
@@ -282,6 +288,12 @@ void TestVhdlPart::marksDrivers_data()
         "library ieee; use ieee.std_logic_1164.all; package p is signal s : std_logic; end;\n" +
             leaf + topWith(Signals, "u : entity work.leaf port map (work.p.s, w, t);"),
         "clk O s . t O w[1:0] .. u : leaf i . o O v[1:0] ..");
+    row("signal of a package first",
+        "package p is signal s : bit; end;\n"
+        "entity e is port (i : in bit); end; architecture r of e is begin end;\n"
+        "entity top is end; architecture rtl of top is begin "
+        "u : entity work.e port map (work.p.s); end;",
+        "u : e i .");
     row("open input", leaf + topWith(Signals, "u : entity work.leaf port map (s, open, t);"),
         "clk O s . t O w[1:0] .. u : leaf i . o O v[1:0] ..");
     row("block",
