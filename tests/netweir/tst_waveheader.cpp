@@ -300,7 +300,10 @@ void TestWaveHeader::refusesDamage_data()
     row("other machine", QByteArray("GHDLwave\n\x10\0\1\2\4\1\0", 16),
         "it is no wave file of GHDL (byte 13)");
     row("unknown section", WaveBytes::beginning() + "FOO" + '\0',
-        "a section of the header is unknown");
+        "a section of the header is missing");
+    row("no sections", WaveBytes::beginning() + "EOH" + '\0', "a section of the header is missing");
+    row("strings twice", WaveBytes().file().replace("TYP", "STR"),
+        "a section of the header is missing");
     row("no design", WaveBytes().file(), "the design is empty");
     const auto type = [&row](const char *name, int code, const QByteArray &content,
                              const char *fault) {

@@ -199,11 +199,8 @@ void ContentReader::markConstant(int scope, const WaveSignal &signal)
     }
 }
 
-/// The ports of a block are not in the facts; one that nothing is associated with has no use.
 bool ContentReader::isAssociated(int scope, const WaveSignal &signal) const
 {
-    if (m_content.scopeAt(scope).kind == WaveScope::Block)
-        return true;
     const Place &around = itemAt(m_places, m_content.scopeAt(scope).parent);
     return around.facts && around.facts->isAssociated(around.path, label(scope),
                                                       toBytes(m_header.text(signal.name)));

@@ -101,26 +101,22 @@ void WaveHeader::readSections(WaveStream *stream)
     if (stream->byte() != LittleEndian)
         stream->fail(noWaveFile());
     stream->skip(3); // Sizes that only the values need.
-    while (stream->isGood()) {
-        switch (quint32(stream->word())) {
-        case sectionNamed("STR"):
-            readStrings(stream);
-            break;
-        case sectionNamed("TYP"):
-            m_types.read(stream, m_strings);
-            break;
-        case sectionNamed("WKT"):
-            m_types.readWellKnown(stream);
-            break;
-        case sectionNamed("HIE"):
-            readHierarchy(stream);
-            break;
-        case sectionNamed("EOH"):
-            return;
-        default:
-            stream->fail(Text::tr("a section of the header is unknown"));
-        }
-    }
+    readSection(stream, sectionNamed("STR"));
+    readStrings(stream);
+    readSection(stream, sectionNamed("TYP"));
+    m_types.read(stream, m_strings);
+    readSection(stream, sectionNamed("WKT"));
+    m_types.readWellKnown(stream);
+    readSection(stream, sectionNamed("HIE"));
+    readHierarchy(stream);
+    readSection(stream, sectionNamed("EOH"));
+}
+
+/// The sections always come in the same order.
+void WaveHeader::readSection(WaveStream *stream, quint32 name)
+{
+    if (quint32(stream->word()) != name)
+        stream->fail(Text::tr("a section of the header is missing"));
 }
 
 void WaveHeader::readStrings(WaveStream *stream)

@@ -64,6 +64,7 @@ public:
 
 private:
     void readSections(WaveStream *stream);
+    static void readSection(WaveStream *stream, quint32 name);
     void readStrings(WaveStream *stream);
     int readString(WaveStream *stream, std::size_t kept);
     void readHierarchy(WaveStream *stream);
