@@ -45,6 +45,7 @@ struct Design
     QString top;
     QString verilogTop;        ///< That of the Verilog part, when the top is an entity.
     QStringList innerEntities; ///< That the Verilog part instantiates.
+    bool hasTables = true;     ///< GHDL fails on its own tables of a case generate statement.
     QStringList models; ///< Sources in place of units of the other language, for elaborators alone.
     QString standard = QStringLiteral("1800-2017");
     QStringList files; ///< Of Verilog.
@@ -142,10 +143,12 @@ void elaborateVhdl(const Design &design)
                     QStringList{QStringLiteral("--work=") + file.library, file.path});
     for (const QString &top : QStringList{design.top} + design.innerEntities) {
         runTool(folder, ghdl, QStringList{QStringLiteral("-m")} + options + QStringList{top});
-        runTool(folder, ghdl,
-                QStringList{QStringLiteral("-r")} + options +
-                    QStringList{top, "--stop-time=0ns", "--asserts=disable", "--disp-signals-map",
-                                "--disp-signals-table", "--wave=wave.ghw"});
+        QStringList run =
+            QStringList{QStringLiteral("-r")} + options +
+            QStringList{top, "--stop-time=0ns", "--asserts=disable", "--wave=wave.ghw"};
+        if (design.hasTables)
+            run += {"--disp-signals-map", "--disp-signals-table"};
+        runTool(folder, ghdl, run);
     }
 }
 
@@ -340,6 +343,7 @@ int main(int argc, char *argv[])
     Design motorDrive = exampleDesign(QStringLiteral("motordrive"), QStringLiteral("motor_top"));
     motorDrive.verilogTop = QStringLiteral("pwm_core");
     motorDrive.innerEntities.append(QStringLiteral("dead_time"));
+    motorDrive.hasTables = false;
     motorDrive.models.append(QStringLiteral(TARN_EXAMPLES_DIR "/motordrive/tb/dead_time_model.sv"));
     good &= compareWithElaborator("Example motordrive", motorDrive, 15, 1.3);
     const QTemporaryDir folder;

@@ -18,6 +18,7 @@ const QMap<QString, QString> NoWaves{
     {"case_generates", "GHDL shows nothing of a case generate statement"},
     {"edition_93", "needs another edition"},
     {"hidden_code", "GHDL reads hidden code"},
+    {"memory_file", "reads a file of its folder"},
     {"mixed_names", "has entities without a source"},
     {"mixed_direct", "has entities without a source"},
     {"mixed_jtag", "has entities without a source"},

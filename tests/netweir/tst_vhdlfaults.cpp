@@ -164,7 +164,8 @@ architecture rtl of top is
 begin
 end architecture;
 )",
-        {"^ERROR: a\\.vhd:[126]:\\d+: .*orion.*library"});
+        {"^ERROR: a\\.vhd:1:9: The library \"orion\" is missing.*Add the files",
+         "a\\.vhd:6:23: .*twice"});
     row("missing package", R"(=== a.vhd
 use work.numbers.all;
 entity top is
@@ -229,6 +230,47 @@ begin
 end architecture;
 )",
         {"^ERROR: a\\.vhd:5:\\d+: .*fast"});
+    row("recursion without end", R"(=== a.vhd
+entity top is
+    generic (N : natural := 1);
+end entity;
+architecture rtl of top is
+begin
+    g : if N > 0 generate
+        u : entity work.top generic map (N => N + 1);
+    end generate;
+end architecture;
+)",
+        {"^ERROR: a\\.vhd:1:8: The instantiation may never end \\(top > top\\)", "crashed"});
+    row("lengths that do not match", R"(=== a.vhd
+entity top is
+end entity;
+architecture rtl of top is
+    signal s : bit_vector(3 downto 0);
+begin
+    u : entity work.leaf generic map (W => 3) port map (a => s);
+end architecture;
+entity leaf is
+    generic (W : positive);
+    port (a : in bit_vector(W - 1 downto 0));
+end entity;
+architecture rtl of leaf is
+begin
+end architecture;
+)",
+        {"^ERROR: a\\.vhd:6: A value or a width does not fit"});
+    row("bounds while elaborating", R"(=== a.vhd
+entity top is
+    generic (W : natural := 4);
+end entity;
+architecture rtl of top is
+    signal s : bit_vector(3 downto 0);
+    constant C : bit_vector(3 downto 0) := "0000";
+    signal t : bit_vector(W downto 0) := C;
+begin
+end architecture;
+)",
+        {"^ERROR: a\\.vhd:[67]: A value or a width does not fit"});
     row("units that need each other", R"(=== a.vhd
 package p is
     constant A : integer := work.q.B;
@@ -300,6 +342,16 @@ begin
 end architecture;
 )",
         {"^ERROR: top\\.v:2(:\\d+)?: .*NONE"});
+    row("syntax error in the other language", R"(=== top.v
+module top(input s);
+    wire = s;
+endmodule
+=== leaf.vhd
+entity leaf is
+    port (d : in bit)
+end entity;
+)",
+        {"^ERROR: top\\.v:2:\\d+: ", "^ERROR: leaf\\.vhd:[23]:\\d+: "});
     row("circle over both languages", R"(=== a.vhd
 entity top is
 end entity;
@@ -451,6 +503,8 @@ void TestVhdlFaults::sourcesThatCannotBeRead_data()
     QTest::newRow("device") << QByteArray("ln -s /dev/zero x.vhd") << "^ERROR: x\\.vhd: .*";
     QTest::newRow("broken link") << QByteArray("ln -s nowhere x.vhd") << "^ERROR: x\\.vhd: .*";
     QTest::newRow("endless link") << QByteArray("ln -s x.vhd x.vhd") << "^ERROR: x\\.vhd: .*";
+    QTest::newRow("Verilog file with VHDL in it")
+        << QByteArray("cp top.vhd x.v") << "^ERROR: x\\.v:1:1: syntax error";
 }
 
 void TestVhdlFaults::sourcesThatCannotBeRead()

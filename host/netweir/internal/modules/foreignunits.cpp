@@ -50,9 +50,7 @@ ForeignUnits::ForeignUnits(const std::vector<DeclaredUnit> *units)
 
 const DeclaredUnit *ForeignUnits::find(const QByteArray &module) const
 {
-    UnitUse use;
-    use.unit = QString::fromUtf8(module);
-    const int unit = m_names.find(use, Language::Verilog);
+    const int unit = m_names.findVhdl(QString::fromUtf8(module));
     return unit < 0 ? nullptr : &itemAt(*m_units, unit);
 }
 

@@ -1,0 +1,2 @@
+top.vhd
+adder.v

@@ -1,0 +1,2 @@
+top.v
+wrapped.vhd

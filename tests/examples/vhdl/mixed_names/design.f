@@ -1,0 +1,3 @@
+top.vhd
+modules.v
+bank.vhd
