@@ -494,12 +494,17 @@ void TestVerilatorElaborator::librariesHaveWhatForeignUnitsNeed()
                         "module helper; below u(); endmodule\n");
     TarnTest::writeFile(library.filePath(QStringLiteral("below.v")), "module below; endmodule\n");
     TarnTest::writeFile(library.filePath(QStringLiteral("Dff.v")), "module Dff; endmodule\n");
-    const Design design(source, library.path());
+    Design design(source, library.path());
     QCOMPARE(design.messages(), QString());
     QStringList units;
     for (const DeclaredUnit &unit : design->units())
         units += unit.name;
     QTEST(units.join(' '), "units");
+    const QString root = source.contains("HELPER") ? QStringLiteral("HELPER") : "helper";
+    const auto part = design.read({rootOf(root, false)});
+    QCOMPARE(design.messages(), QString());
+    QVERIFY(part);
+    QCOMPARE(part->unitName(0), root);
 }
 
 TARN_TEST_MAIN(TestVerilatorElaborator)

@@ -129,6 +129,7 @@ void DesignElaborator::begin(int side, const std::vector<int> &roots, Extraction
     m_round = Round{side, roots};
     m_rounds += roots.empty() ? 0 : 1;
     std::vector<PartRoot> named;
+    named.reserve(roots.size());
     for (const int root : roots)
         named.push_back(m_roots.at(root));
     chosen.elaborator->begin(named, progress);

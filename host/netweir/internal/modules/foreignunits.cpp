@@ -50,7 +50,9 @@ ForeignUnits::ForeignUnits(const std::vector<DeclaredUnit> *units)
 
 const DeclaredUnit *ForeignUnits::find(const QByteArray &module) const
 {
-    const int unit = m_names.findVhdl(QString::fromUtf8(module));
+    UnitUse use;
+    use.unit = QString::fromUtf8(module);
+    const int unit = m_names.find(use, Language::Verilog);
     return unit < 0 ? nullptr : &itemAt(*m_units, unit);
 }
 

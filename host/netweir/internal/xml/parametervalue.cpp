@@ -81,6 +81,8 @@ std::optional<GenericValue> parameterValue(const pugi::xml_node &parameter, cons
     if (text.startsWith('"'))
         return GenericValue{GenericValue::Text, QString::fromUtf8(text.mid(1, text.size() - 2))};
     const std::optional<Number> number = numberIn(text);
+    if (!number && text.contains('\''))
+        return std::nullopt;
     if (!number)
         return GenericValue{GenericValue::Real, realText(text)};
     const bool isString = sources.textAt(attribute(constant, "loc")).startsWith('"');
