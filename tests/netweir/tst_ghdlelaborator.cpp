@@ -299,10 +299,8 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles_data()
         << oneFile("architecture rtl of nope is begin end;\n"
                    "entity top is end;\n"
                    "architecture rtl of top is begin end;\n")
-        << QStringList{
-               QStringLiteral(
-                   "ERROR: a.vhd:1:21: \"nope\" is not declared. Add the file that declares it."),
-               QStringLiteral("1 more error(s) that follow from those above")};
+        << QStringList{QStringLiteral(
+               "ERROR: a.vhd:1:21: \"nope\" is not declared. Add the file that declares it.")};
     QTest::newRow("missing architecture")
         << oneFile("entity leaf is port (a: in bit); end;\n"
                    "architecture rtl of leaf is begin end;\n"
@@ -367,7 +365,7 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles_data()
                QStringLiteral("ERROR: a.vhd:1:9: The library \"orion\" is missing, and something "
                               "other than its components and entities is used. ") +
                    libraryAdvice(QStringLiteral("orion")),
-               QStringLiteral("ERROR: a.vhd:4:39: no declaration for \"word\"")};
+               QStringLiteral("1 more error(s) that follow from those above")};
     QTest::newRow("external name")
         << oneFile("entity leaf is end;\narchitecture rtl of leaf is signal x : bit; begin end;\n"
                    "entity top is end;\narchitecture rtl of top is signal s : bit; begin\n"
@@ -376,6 +374,27 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles_data()
         << QStringList{QStringLiteral(
                "ERROR: a.vhd:6:22: External names (\"<< ... >>\") are not supported. Hide the code "
                "from synthesis or connect the signal through ports.")};
+
+    QTest::newRow("the user above the unit")
+        << oneFile("entity top is end;\narchitecture rtl of top is signal s : bit; begin\n"
+                   "  u : entity work.leaf port map (nothing => s);\nend;\n"
+                   "entity leaf is port (a : in bit); end;\n"
+                   "architecture rtl of leaf is begin end;\n")
+        << QStringList{QStringLiteral("ERROR: a.vhd:3:34: no declaration for \"nothing\"")};
+    QTest::newRow("all files")
+        << QVector<VhdlTestFile>{{QStringLiteral("top.vhd"),
+                                  "use work.types.all;\nentity top is end;\narchitecture rtl of "
+                                  "top is\n"
+                                  "  signal s : word;\nbegin\n  u : entity work.leaf;\n  x <= "
+                                  "s;\nend;\n"},
+                                 {QStringLiteral("leaf.vhd"), "entity leaf is end;\n"
+                                                              "architecture rtl of leaf is\n"
+                                                              "\tsignal s : wrod;\nbegin end;\n"},
+                                 {QStringLiteral("empty.vhd"), "-- nothing\n"}}
+        << QStringList{QStringLiteral("ERROR: leaf.vhd:3:13: no declaration for \"wrod\""),
+                       QStringLiteral("ERROR: top.vhd:1:10: unit \"types\" not found in library "
+                                      "\"work\". Add the file that declares it."),
+                       QStringLiteral("2 more error(s) that follow from those above")};
 }
 
 void TestGhdlElaborator::reportsErrorsOfAllFiles()

@@ -84,7 +84,10 @@ bool GhdlElaboration::writeFiles()
 {
     QString error;
     for (int file = 0; file < m_design.size(); ++file) {
-        const QByteArray text = withoutCaseGenerates(textOf(file));
+        const QByteArray original = textOf(file);
+        const QByteArray text = withoutCaseGenerates(original);
+        if (text != original)
+            m_rewritten.insert(copyNameOf(file).toLatin1());
         if (!m_folder.write(copyNameOf(file), text, &error)) {
             fail(errorMessage(error));
             return false;
@@ -248,8 +251,13 @@ void GhdlElaboration::analyseNext()
 
 void GhdlElaboration::report()
 {
-    m_messages += m_input.suspicions;
-    m_messages += ghdlReport(m_design, m_places, m_errors + m_failedErrors);
+    QVector<GhdlMessage> errors = m_errors;
+    // In a rewritten text, an error may look different.
+    for (const GhdlMessage &error : qAsConst(m_failedErrors)) {
+        if (m_errors.isEmpty() || !m_rewritten.contains(error.file))
+            errors.append(error);
+    }
+    m_messages += ghdlReport(m_design, m_places, errors, m_input.suspicions);
     if (!containsError(m_messages) && !m_failure.isEmpty())
         m_messages.append(m_failure);
 }

@@ -9,6 +9,7 @@
 #include <netweir/internal/tool/workfolder.h>
 
 #include <QElapsedTimer>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -85,6 +86,7 @@ private:
     QStringList m_toImport;         ///< Libraries.
     QVector<int> m_toAnalyse;       ///< Files, last first.
     QElapsedTimer m_analysing;
+    QSet<QByteArray> m_rewritten;        ///< Files whose case generates GHDL gets in another form.
     QVector<GhdlMessage> m_errors;       ///< Of the analysis of all files.
     QVector<GhdlMessage> m_failedErrors; ///< Of the step that failed.
     QString m_failure;                   ///< Why this step failed, if no error says it.

@@ -10,6 +10,7 @@
 #include <netweir/internal/vhdl/vhdlname.h>
 
 #include <QHash>
+#include <QPair>
 #include <QSet>
 
 #include <algorithm>
@@ -28,18 +29,23 @@ bool isSyntaxError(const QByteArray &text)
 class GhdlCauses
 {
 public:
-    GhdlCauses(const VhdlDesign &design, const QVector<GhdlMessage> &errors)
+    explicit GhdlCauses(const VhdlDesign &design)
     {
-        for (const GhdlMessage &error : errors) {
-            const int file = fileOfCopy(error.file);
-            if (file < 0 || file >= design.size() || m_badFiles.contains(error.file))
-                continue;
-            m_badFiles.insert(error.file);
+        for (int file = 0; file < design.size(); ++file) {
             for (const VhdlUnit &unit : design.source(file).file.units) {
                 if (unit.kind != VhdlUnit::Architecture && unit.kind != VhdlUnit::PackageBody)
-                    m_badUnits.insert(primaryNameOf(unit));
+                    m_declared.insert(primaryNameOf(unit));
+                noteUses(unit, design, copyNameOf(file).toLatin1());
             }
         }
+    }
+
+    /// Whether the error is about a unit that a file declares: GHDL has only not come to it yet, or
+    /// the unit has errors itself.
+    bool isAboutDeclared(const GhdlMessage &error) const
+    {
+        const QByteArray unit = foldedVhdlName(missingUnitOf(error));
+        return !unit.isEmpty() && m_declared.contains(unit);
     }
 
     /// Call it for each error in order.
@@ -54,17 +60,29 @@ public:
         if (!unit.isEmpty()) {
             const QByteArray of = error.text.mid(error.text.lastIndexOf(' ') + 1);
             const bool isOfMissing = m_seen.contains("library " + of.mid(1, of.size() - 2));
-            m_filesThatMiss.insert(error.file);
-            return m_badUnits.contains(unit) || isOfMissing || isRepeated("unit " + unit, {});
+            if (m_used.contains({error.file, unit}))
+                m_filesThatMiss.insert(error.file);
+            return isOfMissing || isRepeated("unit " + unit, {});
         }
-        if (error.text.startsWith("no architecture "))
-            return m_filesThatMiss.contains(error.file);
-        if (error.text.startsWith("no declaration for "))
-            return m_filesThatMiss.contains(error.file) || isRepeated(error.file, error.text);
-        return followsInText(error);
+        if (isSyntaxError(error.text))
+            return followsInText(error);
+        return m_filesThatMiss.contains(error.file) ||
+               (error.text.startsWith("no declaration for ") && isRepeated(error.file, error.text));
     }
 
 private:
+    void noteUses(const VhdlUnit &unit, const VhdlDesign &design, const QByteArray &file)
+    {
+        for (const QByteArrayList &use : unit.context.uses + unit.context.contexts)
+            m_used.insert({file, foldedVhdlName(use.value(1))});
+        for (const QByteArray &name : unit.context.libraries) {
+            const QByteArray library = foldedVhdlName(name);
+            if (library != "ieee" && library != "std" &&
+                !design.libraries().contains(QString::fromLatin1(library)))
+                m_filesThatMiss.insert(file);
+        }
+    }
+
     bool isRepeated(const QByteArray &cause, const QByteArray &text)
     {
         const bool isKnown = m_seen.contains(cause + text);
@@ -77,8 +95,6 @@ private:
     bool followsInText(const GhdlMessage &error)
     {
         constexpr int FewLines = 3;
-        if (!isSyntaxError(error.text))
-            return false;
         const auto known = m_confused.constFind(error.file);
         const bool isNear = known != m_confused.constEnd() && error.line >= *known &&
                             error.line - *known <= FewLines;
@@ -87,9 +103,9 @@ private:
         return isNear || isAtEnd;
     }
 
-    QSet<QByteArray> m_badFiles;
-    QSet<QByteArray> m_badUnits;
-    QSet<QByteArray> m_filesThatMiss; ///< Something that is not there.
+    QSet<QByteArray> m_declared;                ///< Units.
+    QSet<QPair<QByteArray, QByteArray>> m_used; ///< Files and the packages in their contexts.
+    QSet<QByteArray> m_filesThatMiss;           ///< A package or library that their contexts name.
     QSet<QByteArray> m_seen;
     QHash<QByteArray, int> m_confused; ///< The line of the last syntax error, by file.
 };
@@ -141,20 +157,21 @@ Place placeInTexts(const VhdlDesign &design, const QByteArray &text)
 } // namespace
 
 QStringList ghdlReport(const VhdlDesign &design, const GhdlPlaces &places,
-                       const QVector<GhdlMessage> &errors)
+                       const QVector<GhdlMessage> &errors, const QStringList &suspicions)
 {
     MessageList causes;
     MessageList all;
-    GhdlCauses separation(design, errors);
+    for (const QString &suspicion : suspicions)
+        causes.add(suspicion);
+    GhdlCauses separation(design);
     for (const GhdlMessage &error : errors) {
         Place place = places.place(error.file, error.line, error.column);
         if (place.file.isEmpty())
             place = placeInTexts(design, error.text);
         const QString line = errorMessage(place, textOf(error));
-        if (causes.contains(line))
-            continue;
         all.add(line);
-        causes.add(line, separation.follows(error));
+        if (!causes.contains(line) && !separation.isAboutDeclared(error))
+            causes.add(line, separation.follows(error));
     }
     return containsError(causes.lines()) ? causes.lines() : all.lines();
 }
