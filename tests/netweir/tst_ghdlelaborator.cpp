@@ -46,6 +46,10 @@ private Q_SLOTS:
     void doesNotWaitForProcesses_data();
     void doesNotWaitForProcesses();
     void replacesUnknownComponents();
+    void replacesUnknownEntities();
+    void takesTheLastArchitecture();
+    void startsWithAConfiguration();
+    void prefersSourcesToLibraryFiles();
     void elaboratesRootsOfVerilog();
     void refusesRootsThatDoNotFit_data();
     void refusesRootsThatDoNotFit();
@@ -164,6 +168,84 @@ void TestGhdlElaborator::replacesUnknownComponents()
                                 "BORDER u3: Filter(edge=0, fast=false, gain=1.0, mask=1, name=, "
                                 "taps=1, u=x, d:4, q:1, b:1)\n"));
     }
+}
+
+void TestGhdlElaborator::replacesUnknownEntities()
+{
+    const QByteArray top =
+        "library ieee, orion;\nuse ieee.std_logic_1164.all;\nuse ieee.numeric_std.all;\n"
+        "use orion.cells.all;\n"
+        "entity top is port (clk : in std_logic; q : out std_logic); end;\n"
+        "architecture rtl of top is\n"
+        "  type pair is record\n    a, b : std_logic;\n  end record;\n"
+        "  signal p : pair; signal v : std_logic_vector(3 downto 0); signal u : unsigned(1 downto "
+        "0);\n"
+        "  signal n, m : natural range 0 to 3;\n"
+        "begin\n"
+        "  n <= 2;\n"
+        "  direct : entity work.Filter\n    generic map (Taps => 3, Mode => \"fast\")\n"
+        "    port map (clk, v(1 downto 0), open, p.b);\n"
+        "  pll : ORION_PLL generic map (mult => 4) port map (c => clk, d => not v(3), q => q,\n"
+        "    n => n, m => m, u => u, one => '1');\n"
+        "end;\n";
+    VhdlElaboration design(oneFile(top));
+    DeclaredUnit filter;
+    filter.name = QStringLiteral("Filter");
+    filter.ports = {{QStringLiteral("Clk"), PortDirection::Input},
+                    {QStringLiteral("D"), PortDirection::Input},
+                    {QStringLiteral("E"), PortDirection::Input},
+                    {QStringLiteral("Q"), PortDirection::Output}};
+    design.addForeign(filter);
+    QVERIFY2(design.elaborateTop(), qPrintable(design.messages().join(QLatin1Char('\n'))));
+    QCOMPARE(design.netlist(),
+             QStringLiteral("top : top\n"
+                            "    clk O\n"
+                            "    q O\n"
+                            "    p.a .\n"
+                            "    p.b O\n"
+                            "    v[3:0] ....\n"
+                            "    u[1:0] OO\n"
+                            "    n[1:0] OO\n"
+                            "    m[1:0] OO\n"
+                            "BORDER direct: Filter(Mode=fast, Taps=3, clk:1, d:2, q:1)\n"));
+}
+
+void TestGhdlElaborator::takesTheLastArchitecture()
+{
+    const QByteArray first = "entity top is end;\n"
+                             "architecture a of top is signal in_a : bit; begin end;\n";
+    const QByteArray second = "architecture b of top is signal in_b : bit; begin end;\n";
+    VhdlElaboration design({{QStringLiteral("1.vhd"), first}, {QStringLiteral("2.vhd"), second}});
+    QVERIFY(design.elaborateTop());
+    QCOMPARE(design.netlist(), QStringLiteral("top : top\n    in_b .\n"));
+    VhdlElaboration reversed({{QStringLiteral("2.vhd"), second}, {QStringLiteral("1.vhd"), first}});
+    QVERIFY(reversed.elaborateTop());
+    QCOMPARE(reversed.netlist(), QStringLiteral("top : top\n    in_a .\n"));
+}
+
+void TestGhdlElaborator::startsWithAConfiguration()
+{
+    VhdlElaboration design(oneFile("configuration c of top is for a end for; end;\n"
+                                   "entity top is end;\n"
+                                   "architecture a of top is signal in_a : bit; begin end;\n"
+                                   "architecture b of top is signal in_b : bit; begin end;\n"));
+    QVERIFY2(design.elaborateTop(QStringLiteral("C")),
+             qPrintable(design.messages().join(QLatin1Char('\n'))));
+    QCOMPARE(design.netlist(), QStringLiteral("top : top\n    in_a .\n"));
+}
+
+void TestGhdlElaborator::prefersSourcesToLibraryFiles()
+{
+    VhdlElaboration design(
+        {{QStringLiteral("top.vhd"), TopOfLeaf},
+         {QStringLiteral("leaf.vhd"), Leaf},
+         {QStringLiteral("cells.vhd"),
+          Ieee + "entity leaf is port (x : in bit); end;\n"
+                 "architecture other of leaf is signal wrong : bit; begin end;\n",
+          QStringLiteral("work"), true}});
+    QVERIFY2(design.elaborateTop(), qPrintable(design.messages().join(QLatin1Char('\n'))));
+    QCOMPARE(design.netlist(), QStringLiteral("top : top\n    d O\n    q O\n"
+                                              "    u : leaf\n        d O\n        q O\n"));
 }
 
 void TestGhdlElaborator::elaboratesRootsOfVerilog()
@@ -395,6 +477,19 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles_data()
                        QStringLiteral("ERROR: top.vhd:1:10: unit \"types\" not found in library "
                                       "\"work\". Add the file that declares it."),
                        QStringLiteral("2 more error(s) that follow from those above")};
+
+    QTest::newRow("generic without a default")
+        << oneFile("entity top is generic (\n  W : integer); end;\n"
+                   "architecture rtl of top is begin end;\n")
+        << QStringList{QStringLiteral("ERROR: a.vhd:2:3: The generic \"W\" of the top has no "
+                                      "default. Give it one, or choose another top.")};
+    QTest::newRow("port without a range")
+        << oneFile("entity top is port (p : in bit_vector); end;\n"
+                   "architecture rtl of top is begin end;\n")
+        << QStringList{QStringLiteral(
+               "ERROR: a.vhd:1:21: The entity \"top\" cannot be the top (port \"p\" is "
+               "unconstrained and has no default value). Give the port a range or a default, or "
+               "choose another top.")};
 }
 
 void TestGhdlElaborator::reportsErrorsOfAllFiles()

@@ -84,8 +84,9 @@ public:
     {
         NETWEIR::Internal::DeclaredUnit unit;
         unit.name = name;
-        m_foreign.push_back(unit);
+        addForeign(unit);
     }
+    void addForeign(const NETWEIR::Internal::DeclaredUnit &unit) { m_foreign.push_back(unit); }
 
     /// All messages, without the folder of the design.
     QStringList messages() const

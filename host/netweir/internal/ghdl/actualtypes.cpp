@@ -137,6 +137,18 @@ QByteArray ActualTypes::elementOf(const QByteArray &type) const
     return m_index.elementType(base);
 }
 
+/// Whether a range depends on constants or generics, which a stub does not see.
+bool ActualTypes::usesObjects(const QByteArray &type) const
+{
+    VhdlTokens tokens(type);
+    for (VhdlToken token = tokens.next(); token.kind != VhdlToken::EndOfText;
+         token = tokens.next()) {
+        if (token.isName() && m_objects.contains(foldedVhdlName(token.text)))
+            return true;
+    }
+    return false;
+}
+
 ActualType ActualTypes::typeOfName(const QByteArray &expression) const
 {
     VhdlTokens tokens(expression);
@@ -173,6 +185,10 @@ ActualType ActualTypes::typeOfName(const QByteArray &expression) const
     const QByteArray base = m_index.baseType(type);
     if (mode == "inout" && !isResolved(base) && m_assigned.contains(name))
         mode = "in";
+    // The ranges on both sides of an output must be the same.
+    const bool isInteger = base == "integer" || base == "natural" || base == "positive";
+    if (isInteger && mode != "in")
+        return usesObjects(type) ? ActualType{base, "in"} : ActualType{type, mode};
     return {isConnectable(base) || base == "real" || base == "string" ? base : typeMark(type),
             mode};
 }

@@ -15,7 +15,9 @@ class VhdlDesign;
 /// What an expression that an instance connects tells about the port or generic.
 struct ActualType
 {
-    QByteArray type; ///< The name of a type, without a range. Empty when the text does not tell it.
+    /// The name of a type; only an integer that may be an output has its range. Empty when the text
+    /// does not tell it.
+    QByteArray type;
     QByteArray mode; ///< "in", "inout" or "out": the strongest that the expression allows.
 };
 
@@ -39,6 +41,7 @@ private:
     void addInterface(const QByteArray &text, const VhdlInterface &interface);
     void noteAssigned(const QByteArray &text);
     ActualType typeOfName(const QByteArray &expression) const;
+    bool usesObjects(const QByteArray &type) const;
     QByteArray elementOf(const QByteArray &type) const;
 
     const UnitIndex &m_index;

@@ -154,6 +154,8 @@ void ErrorReader::readAtPlace(GhdlMessage message)
         return;
     }
     m_isWarning = false;
+    if (message.text.contains(" is obsoleted by "))
+        return; // A file was analysed again; the reason stands in it.
     if (message.text.startsWith(ErrorMark))
         message.text = message.text.mid(int(strlen(ErrorMark))).trimmed();
     append(message);

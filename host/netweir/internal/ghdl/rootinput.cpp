@@ -9,6 +9,8 @@
 
 #include <netweir/internal/ground/itemat.h>
 #include <netweir/internal/parts/unitnames.h>
+#include <netweir/internal/signals/vhdltext.h>
+#include <netweir/internal/vhdl/vhdlname.h>
 
 namespace NETWEIR::Internal {
 
@@ -56,9 +58,27 @@ void RootInput::useTop(const PartRoot &root)
     const DeclaredUnit *unit = unitOf(root);
     if (!unit)
         return;
+    checkDefaults(*unit);
     m_ghdlInput.library = unit->library;
     m_ghdlInput.unit = unit->name;
     m_partInput.roots.push_back({{}, true});
+}
+
+/// GHDL takes anything for the value of a generic that has none.
+void RootInput::checkDefaults(const DeclaredUnit &top)
+{
+    const UnitAt entity =
+        m_index.entityOf(top.library.toLatin1(), foldedVhdlName(top.name.toUtf8()));
+    if (!entity.unit)
+        return;
+    for (const VhdlInterfaceItem &generic : entity.unit->interface.generics) {
+        if (generic.kind == VhdlInterfaceItem::Object && generic.value.begin == generic.value.end)
+            m_errors.append(errorMessage(
+                {m_design.path(entity.file), generic.line, generic.column},
+                Text::tr("The generic \"%1\" of the top has no default. Give it one, or choose "
+                         "another top.")
+                    .arg(vhdlText(generic.name))));
+    }
 }
 
 /// One entity for each root, in the library of the root, and one that instantiates all of them.

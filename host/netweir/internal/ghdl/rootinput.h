@@ -36,6 +36,7 @@ public:
 private:
     void addStubs(const std::vector<DeclaredUnit> &foreign);
     void useTop(const PartRoot &root);
+    void checkDefaults(const DeclaredUnit &top);
     void wrap(const std::vector<PartRoot> &roots);
     const DeclaredUnit *unitOf(const PartRoot &root);
 
