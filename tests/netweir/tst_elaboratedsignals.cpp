@@ -158,6 +158,8 @@ void TestElaboratedSignals::refusesWhatDoesNotAgree_data()
         "its scopes are not those of the wave file (line 12)");
     row("instance too many", with(tree, "work.p", "  `-w [instance]\nwork.p") + map + table,
         "its scopes are not those of the wave file (line 14)");
+    row("instance elsewhere", with(tree, "  `-v", "  | `-v") + map + table,
+        "its scopes are not those of the wave file (line 13)");
     row("round is missing", with(tree, "g(-1)", "g(0)") + map + table,
         "its scopes are not those of the wave file (line 13)");
     row("no map", tree + table, "it does not show the signal .top(rtl).a (line 13)");
