@@ -66,6 +66,8 @@ public:
     /// False when a root is not there.
     bool read(QString *error)
     {
+        m_content.names.reserve(m_header.signalList().size());
+        m_content.nets.reserve(m_header.signalList().size());
         for (int scope = 0; scope < countOf(m_header.scopes()); ++scope) {
             ReadGuard::check();
             readScope(scope);
