@@ -63,7 +63,7 @@ begin
     signal In_Gen : bit;
   begin
     U : entity work.Leaf port map (In_Gen);
-    Blk : block is port (P : in Inner_T); signal Deep : bit; begin end block;
+    Blk : block is port (P : in Inner_T; P2, P3, P4 : in bit); port map (In_Gen, open, P4 => '1'); signal Deep : bit; begin end block;
   end generate;
   Alt : if Width = 1 generate
     signal First : bit;
@@ -260,6 +260,10 @@ void TestVhdlFacts::formalsAreAssociated_data()
     row("", "b_three", "rst", false);
     row("", "b_four", "clk", false);
     row("gen", "u", "clk", true);
+    row("gen", "blk", "p", true);
+    row("gen", "blk", "p2", false);
+    row("gen", "blk", "p3", false);
+    row("gen", "blk", "p4", true);
     row("", "u", "clk", false);
 }
 

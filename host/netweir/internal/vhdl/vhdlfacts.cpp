@@ -170,13 +170,14 @@ const VhdlBinding *bindingOf(const VhdlInstance &instance, const Bindings &bindi
     return nullptr;
 }
 
-/// The ports that an instance connects to something other than open. @p interface tells those
+/// The ports that a port map connects to something other than open. @p interface tells those
 /// that are connected by position; null if it is not known.
-QSet<QByteArray> associatedFormals(const VhdlInstance &instance, const VhdlInterface *interface)
+QSet<QByteArray> associatedFormals(const QVector<VhdlAssociation> &portMap,
+                                   const VhdlInterface *interface)
 {
     QSet<QByteArray> formals;
-    for (int i = 0; i < instance.ports.size(); ++i) {
-        const VhdlAssociation &association = instance.ports.at(i);
+    for (int i = 0; i < portMap.size(); ++i) {
+        const VhdlAssociation &association = portMap.at(i);
         if (association.isOpen)
             continue;
         for (const QByteArray &name : association.formalNames)
@@ -331,6 +332,9 @@ std::vector<int> VhdlFactsOfDesign::addScopes(const VhdlUnit &unit, Private *fac
         const VhdlScope &scope = unit.scopes.at(i);
         const int parent = itemAt(numbers, scope.parent);
         facts->addSpelling(parent, scope.label);
+        if (scope.kind == VhdlScope::Block)
+            facts->associated[{parent, foldedVhdlName(scope.label)}] +=
+                associatedFormals(scope.ports, &scope.interface);
         numbers.push_back(facts->childOf(parent, scope.label));
     }
     return numbers;
@@ -389,7 +393,7 @@ void VhdlFactsOfDesign::addInstances(const UnitOfSource &architecture,
         const int scope = itemAt(scopes, instance.scope);
         facts->addSpelling(scope, instance.label);
         const VhdlInterface *const interface = interfaceOf(instance, architecture, components);
-        QSet<QByteArray> formals = associatedFormals(instance, interface);
+        QSet<QByteArray> formals = associatedFormals(instance.ports, interface);
         if (const VhdlBinding *const binding = bindingOf(instance, bindings))
             formals = formalsBehind(*binding, formals, interface, architecture.source->text);
         facts->associated[{scope, foldedVhdlName(instance.label)}] += formals;

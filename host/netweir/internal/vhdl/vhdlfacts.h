@@ -38,8 +38,8 @@ public:
     QByteArray fieldSpelling(const QByteArrayList &path, const QByteArray &signal,
                              const QByteArrayList &fields, const QByteArray &name) const;
 
-    /// Whether the instance @p label connects the port @p formal, or a part of it, to something
-    /// other than "open".
+    /// Whether the instance or block @p label connects the port @p formal, or a part of it, to
+    /// something other than "open".
     bool isAssociated(const QByteArrayList &path, const QByteArray &label,
                       const QByteArray &formal) const;
 

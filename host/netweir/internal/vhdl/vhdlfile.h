@@ -153,12 +153,13 @@ struct VhdlScope
     enum Kind { Root, Block, ForGenerate, IfGenerate, CaseGenerate };
 
     Kind kind = Root;
-    int parent = -1;          ///< Smaller than the number of the scope; negative for the root.
-    QByteArray label;         ///< Of the statement; empty for the root.
-    QByteArray alternative;   ///< The label of the alternative, if it has one.
-    VhdlInterface interface;  ///< Of a block.
-    bool conditional = false; ///< Within a generate, or one itself.
-    TextRange range;          ///< The root: the whole unit.
+    int parent = -1;         ///< Smaller than the number of the scope; negative for the root.
+    QByteArray label;        ///< Of the statement; empty for the root.
+    QByteArray alternative;  ///< The label of the alternative, if it has one.
+    VhdlInterface interface; ///< Of a block.
+    QVector<VhdlAssociation> ports; ///< The port map of a block.
+    bool conditional = false;       ///< Within a generate, or one itself.
+    TextRange range;                ///< The root: the whole unit.
     /// The name, condition or choices between the keyword and "generate" or "=>".
     TextRange head;
     TextRange selector; ///< Of a case generate: the expression behind "case".

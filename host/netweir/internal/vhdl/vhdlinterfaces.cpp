@@ -213,12 +213,15 @@ VhdlBinding::Kind readEntityAspect(VhdlReader *reader, QByteArrayList *unit,
 
 } // namespace
 
-void readVhdlInterface(VhdlReader *reader, VhdlInterface *interface)
+void readVhdlInterface(VhdlReader *reader, VhdlInterface *interface,
+                       QVector<VhdlAssociation> *portMap)
 {
     while (reader->token().is(VhdlKeyword::Generic) || reader->token().is(VhdlKeyword::Port)) {
         const bool isPort = reader->token().is(VhdlKeyword::Port);
         reader->advance();
-        if (reader->token().is(VhdlKeyword::Map)) { // Of a block or a package.
+        if (reader->skip(VhdlKeyword::Map)) { // Of a block or a package.
+            if (isPort && portMap)
+                *portMap += readVhdlAssociations(reader);
             reader->skipToSemicolon();
             continue;
         }

@@ -8,8 +8,10 @@ namespace NETWEIR::Internal {
 
 class VhdlReader;
 
-/// Reads "generic (...);" and "port (...);" and the maps of a block, as far as they are here.
-void readVhdlInterface(VhdlReader *reader, VhdlInterface *interface);
+/// Reads "generic (...);", "port (...);" and the maps of a block, as far as they are here. Appends
+/// the port map to @p portMap if that is not null.
+void readVhdlInterface(VhdlReader *reader, VhdlInterface *interface,
+                       QVector<VhdlAssociation> *portMap = nullptr);
 
 /// Reads "(item; item)"; nothing where no parenthesis is.
 QVector<VhdlInterfaceItem> readVhdlItems(VhdlReader *reader);

@@ -456,9 +456,8 @@ void UnitScan::scanBlock(const VhdlToken &label)
     m_reader.advance();
     m_reader.skipGroup();
     m_reader.skip(VhdlKeyword::Is);
-    VhdlInterface interface;
-    readVhdlInterface(&m_reader, &interface);
-    m_unit.scopes[scope()].interface = interface;
+    VhdlScope &block = m_unit.scopes.last();
+    readVhdlInterface(&m_reader, &block.interface, &block.ports);
 }
 
 void UnitScan::scanGenerate(const VhdlToken &label, VhdlScope::Kind kind)
