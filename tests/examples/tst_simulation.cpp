@@ -449,20 +449,27 @@ void TestSimulation::packetFilterTestBenchNoticesFaults()
 
 void TestSimulation::motorDrivePasses_data()
 {
-    QTest::addColumn<QString>("forced");
+    QTest::addColumn<QString>("change");
     QTest::addColumn<QStringList>("generics");
     QTest::newRow("sine waves") << "" << QStringList();
     QTest::newRow("six steps") << "" << QStringList{"-gSIX_STEP=true"};
+    QTest::newRow("other filter") << "filter" << QStringList();
     QTest::newRow("forced duty") << "duty" << QStringList{"-gDEBUG_DUTY=18"};
     QTest::newRow("forced fault") << "fault" << QStringList{"-gDEBUG_FAULT=true"};
 }
 
 void TestSimulation::motorDrivePasses()
 {
-    QFETCH(QString, forced);
+    QFETCH(QString, change);
     QFETCH(QStringList, generics);
     TE::Project project = exampleProject("motordrive");
-    forceInMotorDrive(&project, forced);
+    forceInMotorDrive(&project, change);
+    if (change == "filter") {
+        for (TE::ProjectSource &source : project.sources) {
+            if (QFileInfo(source.path).fileName().startsWith("lowpass"))
+                source.enabled = !source.enabled;
+        }
+    }
     const Run result = simulateVhdl(project, "motor_tb", generics);
     QVERIFY2(result.exitCode == 0 && verdict(result) == "PASS", qPrintable(result.output));
 }

@@ -81,7 +81,7 @@ begin
             if Tick = '1' then
                 Speed <= to_signed(Count, sample_t'length);
                 Count <= Step;
-            elsif abs (Count + Step) <= SAMPLE_MAX then
+            elsif Count + Step <= SAMPLE_MAX and Count + Step >= -SAMPLE_MAX then
                 Count <= Count + Step;
             end if;
         end if;

@@ -7,8 +7,8 @@ use ieee.numeric_std.all;
 
 use work.dsp_pkg.all;
 
--- Another lowpass: the mean of the last 2**SHIFT samples. It settles in a fixed time and costs more
--- registers.
+-- Another lowpass: the rounded mean of the last 2**SHIFT samples. It settles in a fixed time and
+-- costs more registers.
 entity lowpass is
     generic (
         SHIFT : natural := 3
@@ -24,6 +24,8 @@ end entity;
 
 architecture average of lowpass is
 
+    constant HALF : natural := 2 ** SHIFT / 2;
+
     type samples_t is array (natural range <>) of sample_t;
 
     signal Samples : samples_t(1 to 2 ** SHIFT);
@@ -31,7 +33,7 @@ architecture average of lowpass is
 
 begin
 
-    Filtered <= Sum(Sum'high downto SHIFT);
+    Filtered <= resize(shift_right(Sum + HALF, SHIFT), sample_t'length);
 
     Accumulate : process (Clk, Reset_n)
     begin
