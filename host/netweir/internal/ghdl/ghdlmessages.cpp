@@ -262,7 +262,8 @@ QString ghdlErrorText(const QByteArray &text)
         return newerEditionText(text);
     if (text.startsWith("internal error") || text.startsWith("cannot handle"))
         return internalErrorText(text);
-    if (text.startsWith("bound check failure") || text.startsWith("overflow detected"))
+    if (text.startsWith("bound check failure") || text.startsWith("overflow detected") ||
+        text.startsWith("value not in range"))
         return Text::tr("A value or a width does not fit (%1). Compare the widths of the ports and "
                         "what is connected to them, and the values of the generics.")
             .arg(own);
