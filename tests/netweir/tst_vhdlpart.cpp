@@ -298,9 +298,9 @@ void TestVhdlPart::marksDrivers_data()
         "clk O s . t O w[1:0] .. u : leaf i . o O v[1:0] ..");
     row("block",
         topWith("signal s : std_logic;",
-                "b : block is port (i, k : in std_logic; z : in std_logic := '0'; o : out "
-                "std_logic); port map (i => s, k => clk, o => s); begin end block;"),
-        "clk O s . b.i . b.k O b.z . b.o .");
+                "b : block is port (i, j, k : in std_logic; z : in std_logic := '0'; o : out "
+                "std_logic); port map (i => s, j => '1', k => clk, o => s); begin end block;"),
+        "clk O s . b.i . b.j O b.k O b.z . b.o .");
     row("expression",
         leaf + topWith(Signals, "u : entity work.leaf port map (not s, (s, t), o => t);"),
         "clk O s . t O w[1:0] .. u : leaf i O o O v[1:0] OO");
