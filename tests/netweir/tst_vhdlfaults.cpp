@@ -230,6 +230,24 @@ begin
 end architecture;
 )",
         {"^ERROR: a\\.vhd:5:\\d+: .*fast"});
+    row("configuration of a missing architecture", R"(=== a.vhd
+entity top is
+end entity;
+architecture rtl of top is
+begin
+    u : configuration work.chosen;
+end architecture;
+entity leaf is
+end entity;
+architecture slow of leaf is
+begin
+end architecture;
+configuration chosen of leaf is
+    for fast
+    end for;
+end configuration;
+)",
+        {"^ERROR: a\\.vhd:1[23]:\\d+: .*fast"});
     row("recursion without end", R"(=== a.vhd
 entity top is
     generic (N : natural := 1);
@@ -242,6 +260,22 @@ begin
 end architecture;
 )",
         {"^ERROR: a\\.vhd:1:8: The instantiation may never end \\(top > top\\)", "crashed"});
+    row("unknown port", R"(=== a.vhd
+entity top is
+end entity;
+architecture rtl of top is
+    signal s : bit;
+begin
+    u : entity work.leaf port map (nothing => s);
+end architecture;
+entity leaf is
+    port (a : in bit := '0');
+end entity;
+architecture rtl of leaf is
+begin
+end architecture;
+)",
+        {"^ERROR: a\\.vhd:6:\\d+: .*nothing"});
     row("lengths that do not match", R"(=== a.vhd
 entity top is
 end entity;

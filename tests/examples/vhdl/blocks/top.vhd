@@ -35,8 +35,8 @@ begin
     ported : block
         generic (W : positive := 1);
         generic map (W => 2);
-        port (i : in std_logic; o : out std_logic_vector(W - 1 downto 0); z : in std_logic := '0'; y : in std_logic);
-        port map (i => outer, o => bus_o(2 downto 1), y => clk);
+        port (i : in std_logic; o : out std_logic_vector(W - 1 downto 0); z : in std_logic := '0'; y, x : in std_logic);
+        port map (i => outer, o => bus_o(2 downto 1), y => clk, x => '1');
         signal own : std_logic_vector(W downto 0);
     begin
         o <= (others => i);
