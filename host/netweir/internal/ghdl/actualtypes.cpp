@@ -50,6 +50,22 @@ bool isBitString(const QByteArray &literal)
     });
 }
 
+/// Skips indexes or a range behind the opening bracket. Whether it is a range.
+bool skipBrackets(VhdlTokens *tokens)
+{
+    bool isRange = false;
+    int depth = 1;
+    while (depth > 0) {
+        const VhdlToken token = tokens->next();
+        if (token.kind == VhdlToken::EndOfText)
+            break;
+        depth += token.is('(') ? 1 : token.is(')') ? -1 : 0;
+        isRange = isRange || token.is(VhdlKeyword::Downto) || token.is(VhdlKeyword::To) ||
+                  token.is(VhdlKeyword::Range);
+    }
+    return isRange;
+}
+
 QByteArray typeOfLiteral(const VhdlToken &token)
 {
     switch (token.kind) {
@@ -161,22 +177,9 @@ ActualType ActualTypes::typeOfName(const QByteArray &expression) const
     QByteArray mode = object->mode;
     token = tokens.next();
     while (token.is('(') || token.is('.')) {
-        if (token.is('.')) {
+        if (token.is('.'))
             type = m_index.fieldType(m_index.baseType(type), foldedVhdlName(tokens.next().text));
-            token = tokens.next();
-            continue;
-        }
-        bool isSlice = false;
-        int depth = 1;
-        for (token = tokens.next(); depth > 0 && token.kind != VhdlToken::EndOfText;
-             token = tokens.next()) {
-            depth += token.is('(') ? 1 : token.is(')') ? -1 : 0;
-            isSlice = isSlice || token.is(VhdlKeyword::Downto) || token.is(VhdlKeyword::To) ||
-                      token.is(VhdlKeyword::Range);
-            if (depth == 0)
-                break;
-        }
-        if (!isSlice)
+        else if (!skipBrackets(&tokens))
             type = elementOf(type);
         token = tokens.next();
     }
