@@ -526,8 +526,9 @@ void TestGhdlElaborator::survivesFaultsOfTheTool_data()
     QTest::newRow("garbage") << onRun + "head -c 100000 /dev/urandom > signals.ghw; exit 0" +
                                     otherwise
                              << "ERROR: Elaborating the design failed: its result is not complete.";
-    QTest::newRow("endless errors") << QByteArray("yes 'source0.vhd:1:1: bad' >&2\n")
-                                    << "ERROR: Elaborating the design took longer than 2 seconds";
+    QTest::newRow("endless errors")
+        << QByteArray("yes 'source0.vhd:1:1: bad' | head -c 100000000 >&2; sleep 100\n")
+        << "ERROR: Elaborating the design took longer than 2 seconds";
     QTest::newRow("pipe") << onRun + "mkfifo signals.ghw; exit 0" + otherwise
                           << "ERROR: Elaborating the design failed: its result is not complete.";
 }
