@@ -437,9 +437,7 @@ void TestGhdlElaborator::reportsErrorsOfAllFiles_data()
                "end;\n")
         << QStringList{
                QStringLiteral("ERROR: a.vhd:1:8: The instantiation may never end (top > top). End "
-                              "it with a condition on a generic, in a generate statement."),
-               QStringLiteral("ERROR: Elaborating the design failed: the elaborator crashed. "
-                              "Reading fewer files may show which one it cannot read.")};
+                              "it with a condition on a generic, in a generate statement.")};
     QTest::newRow("missing library")
         << oneFile("library orion;\nuse orion.types.all;\n"
                    "entity top is end;\narchitecture rtl of top is signal s : word; begin end;\n")

@@ -208,7 +208,8 @@ void GhdlElaboration::finishFailedRun()
     if (m_step == Run)
         m_failedErrors += parseGhdlErrors(lastLines(outputPath()));
     m_failure = m_run->failure(phaseName());
-    m_hasBrokenDown = !m_run->failed() || m_failedErrors.isEmpty();
+    if (!m_run->failed() || m_failedErrors.isEmpty())
+        m_messages += m_input.recursions;
     if (m_run->hitLimit())
         fail(m_failure);
     else if (m_step == Run) // What it needs has been analysed without errors.

@@ -41,9 +41,6 @@ public:
     bool isRunning() const { return m_run && !m_run->isOver(); }
     bool isElaborated() const { return m_isElaborated; }
 
-    /// GHDL has crashed or used up its time or memory.
-    bool hasBrokenDown() const { return m_hasBrokenDown; }
-
     // The results of the elaborated unit.
 
     /// The instances and signals that GHDL has printed.
@@ -91,7 +88,6 @@ private:
     QVector<GhdlMessage> m_failedErrors; ///< Of the step that failed.
     QString m_failure;                   ///< Why this step failed, if no error says it.
     bool m_isElaborated = false;
-    bool m_hasBrokenDown = false;
     QStringList m_messages;
 };
 

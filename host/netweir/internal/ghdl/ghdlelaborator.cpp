@@ -67,21 +67,20 @@ void GhdlElaborator::begin(const std::vector<PartRoot> &roots, ExtractionProgres
     if (containsError(input.errors()))
         return;
     m_partInput = input.partInput();
-    m_tops.clear();
+    QVector<int> tops;
     for (const PartRoot &root : roots)
-        m_tops.append(UnitNames(m_units).findVhdl(root.unit, root.library));
-    m_elaboration = std::make_unique<GhdlElaboration>(program, m_design, input.ghdlInput(),
-                                                      m_sources.timeoutSeconds);
+        tops.append(UnitNames(m_units).findVhdl(root.unit, root.library));
+    GhdlInput ghdlInput = input.ghdlInput();
+    ghdlInput.recursions = recursionErrors(m_units, tops);
+    m_elaboration =
+        std::make_unique<GhdlElaboration>(program, m_design, ghdlInput, m_sources.timeoutSeconds);
     m_elaboration->begin();
 }
 
 void GhdlElaborator::elaborate(ExtractionProgress *progress, int limit)
 {
-    if (!isRunning())
-        return;
-    m_elaboration->elaborate(progress, limit);
-    if (!isRunning() && m_elaboration->hasBrokenDown())
-        m_messages += recursionErrors(m_units, m_tops);
+    if (isRunning())
+        m_elaboration->elaborate(progress, limit);
 }
 
 bool GhdlElaborator::isRunning() const

@@ -42,7 +42,6 @@ private:
     QStringList m_sourceMessages;
     const std::vector<DeclaredUnit> *m_foreign = nullptr;
     std::unique_ptr<GhdlElaboration> m_elaboration; ///< Null when it could not begin.
-    QVector<int> m_tops;                            ///< The units of the roots.
     VhdlPartInput m_partInput;
     QStringList m_messages; ///< Those of earlier elaborations.
 };

@@ -30,6 +30,7 @@ struct GhdlInput
     /// Texts in place of those of the sources, by number of the file.
     QHash<int, QByteArray> replaced;
     QStringList suspicions; ///< What to say first when GHDL fails, as errors for users.
+    QStringList recursions; ///< What to say when GHDL crashes or exceeds a limit, likewise.
     QString library;        ///< Of the unit.
     QString unit;           ///< An entity or a configuration. Empty: the sources are only analysed.
 };
