@@ -85,6 +85,8 @@ private Q_SLOTS:
     void topMayBeChosenInAnyCase();
     void wrongConnectionsAreErrors_data();
     void wrongConnectionsAreErrors();
+    void configurationsHaveThePortsOfTheirEntity();
+    void severalDriversHaveThePlaceOfTheInstance();
     void otherWidthsInVerilogAreWarnings();
     void errorsOfBothLanguagesAreReported_data();
     void errorsOfBothLanguagesAreReported();
@@ -310,6 +312,28 @@ void TestMixedDesign::wrongConnectionsAreErrors()
     QFETCH(QString, expected);
     const QString messages = Design(vhdl, verilog).read();
     QVERIFY2(messages.contains("ERROR: " + expected), qPrintable(messages));
+}
+
+void TestMixedDesign::configurationsHaveThePortsOfTheirEntity()
+{
+    Design design("entity e is generic (w : integer := 1); port (a : in bit); end;\n"
+                  "architecture one of e is signal s : bit_vector(1 to w); begin end;\n"
+                  "architecture two of e is begin end;\n"
+                  "configuration cfg of e is for one end for; end;\n",
+                  "module top(input x, y); cfg u(x); Cfg #(.W(3)) v(.A(y)); endmodule\n");
+    QCOMPARE(design.read(), QStringLiteral("top : top\n    x O\n    y O\n"
+                                           "    u : e\n        a O\n        s[1:1] .\n"
+                                           "    v : e\n        a O\n        s[1:3] ...\n"));
+}
+
+void TestMixedDesign::severalDriversHaveThePlaceOfTheInstance()
+{
+    Design design("entity e is port (y : out bit); end;\n"
+                  "architecture rtl of e is begin y <= '0'; y <= '1'; end;\n",
+                  "module top(output y);\n  e u(y);\nendmodule\n");
+    QVERIFY2(design.read().startsWith(
+                 QLatin1String("ERROR: b.v:2:5: The signal \"y\" has several drivers")),
+             qPrintable(design.read()));
 }
 
 /// Verilog pads and cuts.

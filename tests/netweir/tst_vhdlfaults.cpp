@@ -165,6 +165,17 @@ begin
 end architecture;
 )",
         {"^ERROR: a\\.vhd:1:9: The library \"orion\" is missing.*Add the files"});
+    row("several drivers", R"(=== a.vhd
+entity top is
+end entity;
+architecture rtl of top is
+    signal s : bit;
+begin
+    s <= '0';
+    s <= '1';
+end architecture;
+)",
+        {"^ERROR: The signal \"top\\(rtl\\)\\.s\" has several drivers"});
     row("missing package", R"(=== a.vhd
 use work.numbers.all;
 entity top is

@@ -204,9 +204,7 @@ void GhdlElaboration::finishFailedRun()
         fail(errorMessage(problem));
         return;
     }
-    m_failedErrors = m_run->errors();
-    if (m_step == Run)
-        m_failedErrors += parseGhdlErrors(lastLines(outputPath()));
+    m_failedErrors = m_step == Run ? m_run->errorsWith(lastLines(outputPath())) : m_run->errors();
     m_failure = m_run->failure(phaseName());
     if (!m_run->failed() || m_failedErrors.isEmpty())
         m_messages += m_input.recursions;

@@ -70,6 +70,17 @@ void takePlaceInText(const QByteArray &text, GhdlMessage *message)
     message->text = text.left(match.capturedStart()).trimmed();
 }
 
+/// A signal below the wrapper of a root has the place of the text that the wrapper has.
+void takePlaceOfWrapper(const QByteArray &signal, GhdlMessage *message)
+{
+    static const QRegularExpression wrapper(QStringLiteral("@netweir_(root\\d+)\\("));
+    const QRegularExpressionMatch match = wrapper.match(QString::fromUtf8(signal));
+    if (match.hasMatch()) {
+        message->file = match.captured(1).toLatin1() + ".vhd";
+        message->line = 1;
+    }
+}
+
 /// Reads the lines one by one.
 class ErrorReader
 {
@@ -169,8 +180,10 @@ void ErrorReader::readOfProgram(const QByteArray &text)
     GhdlMessage message;
     message.text = text;
     takePlaceInText(text, &message);
-    if (!m_subject.isEmpty())
+    if (!m_subject.isEmpty()) {
         message.text += ": " + m_subject;
+        takePlaceOfWrapper(m_subject, &message);
+    }
     m_subject.clear();
     append(message);
 }
@@ -225,6 +238,19 @@ QString internalErrorText(const QByteArray &text)
         .arg(QString::fromLatin1(text));
 }
 
+/// The signal as GHDL writes its path, from the top or from the unit below a wrapper.
+QString severalSourcesText(const QByteArray &text)
+{
+    static const char Wrapper[] = "(netweir_wrapper)";
+    QByteArray path = text.mid(text.indexOf(": ") + 2);
+    const int wrapper = path.lastIndexOf(Wrapper);
+    if (wrapper >= 0)
+        path = path.mid(wrapper + int(strlen(Wrapper)));
+    return Text::tr("The signal \"%1\" has several drivers, which its type does not allow. Remove "
+                    "all but one, or use a resolved type such as std_logic.")
+        .arg(QString::fromUtf8(path.mid(1)));
+}
+
 /// Without the advice of GHDL, which is about its own arguments. The project has all files in one
 /// edition.
 QString newerEditionText(const QByteArray &text)
@@ -262,6 +288,8 @@ QString ghdlErrorText(const QByteArray &text)
         return newerEditionText(text);
     if (text.startsWith("internal error") || text.startsWith("cannot handle"))
         return internalErrorText(text);
+    if (text.startsWith("several sources for unresolved signal: "))
+        return severalSourcesText(text);
     if (text.startsWith("bound check failure") || text.startsWith("overflow detected") ||
         text.startsWith("value not in range"))
         return Text::tr("A value or a width does not fit (%1). Compare the widths of the ports and "

@@ -74,8 +74,14 @@ void GhdlRun::waitForSignals(const QString &output, const QString &wave,
     } while (!end.hasExpired());
 }
 
+QVector<GhdlMessage> GhdlRun::errorsWith(const QByteArray &output) const
+{
+    return parseGhdlErrors(m_errorOutput + '\n' + output);
+}
+
 void GhdlRun::readMessages(const QByteArray &errorOutput)
 {
+    m_errorOutput = errorOutput;
     m_errors = parseGhdlErrors(errorOutput);
 }
 

@@ -25,6 +25,10 @@ public:
 
     const QVector<GhdlMessage> &errors() const { return m_errors; }
 
+    /// These errors and those in @p output. GHDL may say there what is wrong, and among its errors
+    /// with which signal.
+    QVector<GhdlMessage> errorsWith(const QByteArray &output) const;
+
     /// GHDL has ended by itself, with or without errors, or was stopped by waitForSignals().
     bool hasWrittenAll() const { return m_isStopped || succeeded() || failed(); }
 
@@ -33,6 +37,7 @@ protected:
     void readMessages(const QByteArray &errorOutput) override;
 
 private:
+    QByteArray m_errorOutput;
     QVector<GhdlMessage> m_errors;
     qint64 m_size = 0;       ///< Of the files.
     qint64 m_usedBefore = 0; ///< Processor time when they reached this size.

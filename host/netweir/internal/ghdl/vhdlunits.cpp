@@ -100,12 +100,17 @@ public:
                     addUsesOf(unit, file);
             }
         }
+        for (DeclaredUnit &unit : m_units) {
+            if (unit.kind == DeclaredUnit::Configuration)
+                addInterfaceTo(&unit);
+        }
         return std::move(m_units);
     }
 
 private:
     void declare(const VhdlUnit &unit, int file);
     void addUsesOf(const VhdlUnit &architecture, int file);
+    void addInterfaceTo(DeclaredUnit *configuration) const;
 
     const VhdlDesign &m_design;
     std::vector<DeclaredUnit> m_units;
@@ -165,6 +170,19 @@ void UnitCollector::addUsesOf(const VhdlUnit &architecture, int file)
         use.bare = instance.bare;
         uses.push_back(std::move(use));
     }
+}
+
+/// Instances of a configuration connect the ports of its entity.
+void UnitCollector::addInterfaceTo(DeclaredUnit *configuration) const
+{
+    if (configuration->uses.empty())
+        return;
+    const QByteArray entity = foldedVhdlName(configuration->uses.front().unit.toUtf8());
+    const int found = m_entities.value({configuration->library.toLatin1(), entity}, -1);
+    if (found < 0)
+        return;
+    configuration->ports = itemAt(m_units, found).ports;
+    configuration->generics = itemAt(m_units, found).generics;
 }
 
 } // namespace
