@@ -212,6 +212,12 @@ void TestVhdlPart::namesNets_data()
         "signal r, s : recs; signal i : natural range 0 to 1;",
         "r[0].a X s X r[0].b[0][1:0] .. r[0].b[1][1:0] .. i[0:0] .",
         "process (clk) begin assert r(0).a(i) = s(i).b(1); end process;");
+    row("memories in arrays",
+        "type mem is array (0 to 1) of bit_vector(1 downto 0);"
+        "type mems is array (0 to 1) of mem; signal a, b, c : mems; signal i : natural range 0 to "
+        "1;",
+        "a X b X c[0][0][1:0] .. c[0][1][1:0] .. c[1][0][1:0] .. c[1][1][1:0] .. i[0:0] .",
+        "process (clk) begin assert a(1)(i) = b(i)(0) and c(1)(0)(i) = '0'; end process;");
     row("scopes", "type loop_t is (x, Y);",
         "Gen[-1].s . Gen[0].s . gl[x].h[5].s . gl[y].h[5].s . gi.s . Blk.s . Blk.Deep.\\s\\ .",
         "Gen : for i in -1 to 0 generate signal s : bit; begin end generate;"

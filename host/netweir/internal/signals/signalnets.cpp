@@ -43,7 +43,6 @@ private:
         QString name;
         QByteArray path;       ///< The signal and the fields passed, joined with '.'.
         QByteArrayList fields; ///< The fields passed.
-        int indexes = 0;       ///< The number of indexes behind the last name.
         qint64 scalar = 0;
     };
 
@@ -52,7 +51,10 @@ private:
     void addFields(const Part &part, const SignalType &type);
     void addArray(const Part &part, const SignalType &type);
     void addElements(const Part &part, const SignalType &type, std::size_t number);
+    bool isBus(const SignalType &array) const;
+    bool isString(const SignalType &array) const;
     bool isMemory(const Part &part, const SignalType &array) const;
+    int levels(const SignalType &array) const;
     void addNet(const Part &part, SignalNet::Kind kind, int left = 0, int right = 0);
 
     const SignalDeclaration &m_signal;
@@ -83,7 +85,6 @@ void NetList::add(const Part &part)
 void NetList::addFields(const Part &part, const SignalType &type)
 {
     Part field = part;
-    field.indexes = 0;
     for (const SignalType::Field &declared : type.fields) {
         const QByteArray name = QByteArray::fromStdString(itemAt(m_strings, declared.name));
         field.type = declared.type;
@@ -106,11 +107,7 @@ QString NetList::fieldName(const Part &part, const QByteArray &name) const
 
 void NetList::addArray(const Part &part, const SignalType &type)
 {
-    const bool isVector = type.dimensions.size() == 1;
-    const SignalType &element = m_types.at(type.element);
-    const bool isBus = isVector && element.kind == SignalType::Net;
-    const bool isString = isVector && element.isCharacter();
-    if (type.scalars == 0 || isString || (!isBus && isMemory(part, type)))
+    if (type.scalars == 0 || isString(type) || (!isBus(type) && isMemory(part, type)))
         addNet(part, SignalNet::Excluded);
     else
         addElements(part, type, 0);
@@ -126,10 +123,8 @@ void NetList::addElements(const Part &part, const SignalType &type, std::size_t 
     if (isLast && element.kind == SignalType::Net)
         return addNet(part, SignalNet::Bus, dimension.left, dimension.right);
     Part next = part;
-    if (isLast) {
+    if (isLast)
         next.type = type.element;
-        ++next.indexes;
-    }
     qint64 scalars = element.scalars;
     for (std::size_t i = number + 1; i < type.dimensions.size(); ++i)
         scalars *= type.dimensions[i].size();
@@ -144,11 +139,36 @@ void NetList::addElements(const Part &part, const SignalType &type, std::size_t 
     }
 }
 
+bool NetList::isBus(const SignalType &array) const
+{
+    return array.dimensions.size() == 1 && m_types.at(array.element).kind == SignalType::Net;
+}
+
+bool NetList::isString(const SignalType &array) const
+{
+    return array.dimensions.size() == 1 && m_types.at(array.element).isCharacter();
+}
+
+/// Arrays of arrays are one memory, whichever of the indexes is computed.
 bool NetList::isMemory(const Part &part, const SignalType &array) const
 {
-    return array.bits > LargestArray ||
-           (m_signal.facts &&
-            m_signal.facts->computedIndexDepth(m_signal.path, part.path) == part.indexes);
+    if (array.bits > LargestArray)
+        return true;
+    const int depth =
+        m_signal.facts ? m_signal.facts->computedIndexDepth(m_signal.path, part.path) : -1;
+    return depth >= 0 && depth < levels(array);
+}
+
+/// The number of arrays within each other, without buses and strings. The depth of types is
+/// limited.
+int NetList::levels(const SignalType &array) const
+{
+    int count = 0;
+    for (const SignalType *type = &array;
+         type->kind == SignalType::Array && !isBus(*type) && !isString(*type);
+         type = &m_types.at(type->element))
+        ++count;
+    return count;
 }
 
 void NetList::addNet(const Part &part, SignalNet::Kind kind, int left, int right)
