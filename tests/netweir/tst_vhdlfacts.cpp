@@ -115,6 +115,10 @@ private Q_SLOTS:
     void fieldsKeepTheirSpelling();
     void formalsAreAssociated_data();
     void formalsAreAssociated();
+    void configurationsBindPorts_data();
+    void configurationsBindPorts();
+    void instancesHaveLibraries_data();
+    void instancesHaveLibraries();
     void memoriesAreTold_data();
     void memoriesAreTold();
     void deepScopesCostTheirLabels();
@@ -273,6 +277,106 @@ void TestVhdlFacts::formalsAreAssociated()
     QFETCH(QByteArray, label);
     QFETCH(QByteArray, formal);
     QTEST(m_top->isAssociated(pathOf(path), label, formal), "expected");
+}
+
+void TestVhdlFacts::configurationsBindPorts_data()
+{
+    QTest::addColumn<QByteArray>("entity");
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<QByteArray>("label");
+    QTest::addColumn<QByteArray>("formals");
+    const auto row = [](const char *name, const char *entity, const char *path, const char *label,
+                        const char *formals) {
+        QTest::newRow(name) << QByteArray(entity) << QByteArray(path) << QByteArray(label)
+                            << QByteArray(formals);
+    };
+    row("by label", "top", "", "u1", "a b");
+    row("others, in a generate", "top", "g", "u2", "b");
+    row("without a port map", "top", "", "u3", "");
+    row("below a bound instance", "leaf", "", "v", "p");
+    row("configuration by position", "top", "", "u4", "a");
+}
+
+void TestVhdlFacts::configurationsBindPorts()
+{
+    QFETCH(QByteArray, entity);
+    QFETCH(QByteArray, path);
+    QFETCH(QByteArray, label);
+    const VhdlFacts facts({source("work", R"(
+configuration Cfg of Top is
+  for Rtl
+    for U1 : Comp use entity work.Leaf(Rtl) port map (A => I, B => '1', C => J);
+      for Rtl
+        for all : Cell use entity work.Prim port map (P => K); end for;
+      end for;
+    end for;
+    for U3 : Comp use entity work.Leaf; end for;
+    for G (0) for others : Comp use entity work.Leaf port map (A => open, B => I); end for; end for;
+  end for;
+end;
+entity Top is end;
+architecture Rtl of Top is
+  component Comp is port (I, J : in bit); end component;
+begin
+  U1 : Comp port map (I => '1', J => open);
+  G : for X in 0 to 1 generate U2 : Comp port map (I => '1'); end generate;
+  U3 : Comp port map (I => '1');
+  U4 : configuration work.Leaf_Cfg port map ('1');
+end;
+entity Leaf is port (A, B, C : in bit := '0'); end;
+architecture Rtl of Leaf is
+  component Cell is port (K : in bit); end component;
+begin
+  V : Cell port map ('1');
+end;
+configuration Leaf_Cfg of Leaf is for Rtl end for; end;
+)")});
+    QByteArrayList formals;
+    for (const char *const formal : {"a", "b", "c", "p"}) {
+        if (facts.find(entity, "rtl")->isAssociated(pathOf(path), label, formal))
+            formals.append(formal);
+    }
+    QTEST(formals.join(' '), "formals");
+}
+
+void TestVhdlFacts::instancesHaveLibraries_data()
+{
+    QTest::addColumn<QByteArray>("label");
+    QTest::addColumn<QByteArray>("library");
+    const auto row = [](const char *label, const char *library) {
+        QTest::newRow(label) << QByteArray(label) << QByteArray(library);
+    };
+    row("own", "lib1");
+    row("named", "lib2");
+    row("local", "lib1");
+    row("packaged", "lib2");
+    row("bound", "lib2");
+    row("configured", "lib2");
+    row("unknown", "lib1");
+}
+
+void TestVhdlFacts::instancesHaveLibraries()
+{
+    QFETCH(QByteArray, label);
+    const VhdlFacts facts({source("lib1", R"(
+entity Top is end;
+architecture Rtl of Top is
+  component Leaf is end component;
+  component Other is end component;
+  component Third is end component;
+  for Bound : Other use entity LIB2.Leaf;
+begin
+  Own : entity work.Leaf;
+  Named : entity Lib2.Leaf;
+  Local : Leaf port map ('1');
+  Packaged : Cell port map ('1');
+  Bound : Other port map ('1');
+  Configured : Third port map ('1');
+end;
+configuration Cfg of Top is for Rtl for all : Third use entity Lib2.Leaf; end for; end for; end;
+)"),
+                           source("lib2", "package P is component Cell is end component; end;")});
+    QTEST(facts.find("top", "rtl")->libraryOf({}, label), "library");
 }
 
 void TestVhdlFacts::memoriesAreTold_data()

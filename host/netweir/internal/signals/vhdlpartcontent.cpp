@@ -94,7 +94,7 @@ private:
     }
 
     void readScope(int scope);
-    Place placeOf(const TreeScope &instance) const;
+    Place placeOf(int instance, const Place &around) const;
     void readInstance(int scope, const Place &place, ScopeUse *use);
     void readSignals(int scope);
     void markConstant(int scope, const WaveSignal &signal);
@@ -125,7 +125,7 @@ void ContentReader::readScope(int scope)
     if (!declared.index.empty())
         use.name += QLatin1Char('[') + vhdlText(declared.index) + QLatin1Char(']');
     if (declared.kind == WaveScope::Instance) {
-        place = placeOf(itemAt(m_content.design->tree, scope));
+        place = placeOf(scope, place);
         readInstance(scope, place, &use);
     } else {
         place.path.append(label(scope));
@@ -135,11 +135,16 @@ void ContentReader::readScope(int scope)
     m_content.scopes.push_back(use);
 }
 
-ContentReader::Place ContentReader::placeOf(const TreeScope &instance) const
+/// The tree does not show libraries.
+ContentReader::Place ContentReader::placeOf(int instance, const Place &around) const
 {
     Place place;
+    const TreeScope &tree = itemAt(m_content.design->tree, instance);
+    const QByteArray library =
+        around.facts ? around.facts->libraryOf(around.path, label(instance)) : QByteArray();
     if (m_input.facts)
-        place.facts = m_input.facts->find(toBytes(instance.entity), toBytes(instance.architecture));
+        place.facts =
+            m_input.facts->find(toBytes(tree.entity), toBytes(tree.architecture), library);
     return place;
 }
 

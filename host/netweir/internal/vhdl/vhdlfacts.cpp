@@ -8,6 +8,7 @@
 #include "vhdltokens.h"
 
 #include <netweir/internal/ground/itemat.h>
+#include <netweir/internal/ground/readguard.h>
 
 #include <QHash>
 #include <QPair>
@@ -60,6 +61,8 @@ struct VhdlArchitectureFacts::Private
     QHash<ScopedName, QByteArray> spellings;
     QHash<ScopedName, QByteArray> types;
     QHash<ScopedName, QSet<QByteArray>> associated; ///< Formals, by the label of the instance.
+    /// By the label of the instance, where it is not that of the architecture.
+    QHash<ScopedName, QByteArray> libraries;
     QHash<ScopedName, int> indexDepths;
 
     int scopeAt(const QByteArrayList &path) const;
@@ -131,6 +134,12 @@ bool VhdlArchitectureFacts::isAssociated(const QByteArrayList &path, const QByte
     return found != d->associated.constEnd() && found->contains(formal);
 }
 
+QByteArray VhdlArchitectureFacts::libraryOf(const QByteArrayList &path,
+                                            const QByteArray &label) const
+{
+    return d->libraries.value({d->scopeAt(path), label}, d->library);
+}
+
 int VhdlArchitectureFacts::computedIndexDepth(const QByteArrayList &path,
                                               const QByteArray &name) const
 {
@@ -139,14 +148,14 @@ int VhdlArchitectureFacts::computedIndexDepth(const QByteArrayList &path,
 
 namespace {
 
-/// The bindings with a port map, by scope, and component and label.
+/// The bindings by scope, and component and label.
 using Bindings = QHash<ScopedName, const VhdlBinding *>;
 
 Bindings bindingsOf(const VhdlUnit &unit)
 {
     Bindings bindings;
     for (const VhdlBinding &binding : unit.bindings) {
-        if (binding.ports.isEmpty() || binding.component.isEmpty())
+        if (binding.component.isEmpty())
             continue;
         const QByteArray component = foldedVhdlName(binding.component.last());
         for (const QByteArray &label : binding.labels)
@@ -155,14 +164,19 @@ Bindings bindingsOf(const VhdlUnit &unit)
     return bindings;
 }
 
+/// What bindings call the instance: by its own label or together with others.
+QByteArrayList labelsOf(const VhdlInstance &instance)
+{
+    return {foldedVhdlName(instance.label), "all", "others"};
+}
+
 /// A binding holds only for the instances directly in its scope.
 const VhdlBinding *bindingOf(const VhdlInstance &instance, const Bindings &bindings)
 {
     if (bindings.isEmpty() || instance.kind != VhdlInstance::Component)
         return nullptr;
     const QByteArray component = foldedVhdlName(instance.unit.last());
-    for (const QByteArray &label :
-         {foldedVhdlName(instance.label), QByteArray("all"), QByteArray("others")}) {
+    for (const QByteArray &label : labelsOf(instance)) {
         if (const VhdlBinding *const found =
                 bindings.value({instance.scope, keyOf(component, label)}))
             return found;
@@ -189,10 +203,12 @@ QSet<QByteArray> associatedFormals(const QVector<VhdlAssociation> &portMap,
 }
 
 /// The ports of the entity that are connected through a binding: to a port of the component that
-/// the instance connects, or to a value.
+/// the instance connects, or to a value. Without a port map they have the names of the component's.
 QSet<QByteArray> formalsBehind(const VhdlBinding &binding, const QSet<QByteArray> &connected,
                                const VhdlInterface *component, const QByteArray &text)
 {
+    if (binding.ports.isEmpty())
+        return connected;
     QSet<QByteArray> ports;
     for (int i = 0; component && i < component->ports.size(); ++i)
         ports.insert(foldedVhdlName(component->ports.at(i).name));
@@ -214,6 +230,102 @@ QSet<QByteArray> formalsBehind(const VhdlBinding &binding, const QSet<QByteArray
     return formals;
 }
 
+/// The library of the unit "library.unit" or "unit" in a source of the library @p own.
+QByteArray libraryIn(const QByteArrayList &unit, const QByteArray &own)
+{
+    const bool isOwn = unit.size() < 2 || sameVhdlName(unit.first(), "work");
+    return foldedVhdlName(isOwn ? own : unit.first());
+}
+
+/// A binding of a configuration.
+struct ConfiguredBinding
+{
+    const VhdlBinding *binding = nullptr;
+    const VhdlSource *source = nullptr;
+};
+
+/// A place in the levels of a configuration.
+struct ConfiguredPlace
+{
+    QByteArray library;
+    QByteArray entity;
+    QByteArrayList path; ///< The architecture, and the labels of blocks and generates within.
+};
+
+/// The bindings of configurations by the place, component and label of what they bind.
+class ConfiguredBindings
+{
+public:
+    void add(const VhdlSource &source, const VhdlUnit &configuration);
+    QVector<ConfiguredBinding> find(const ConfiguredPlace &place,
+                                    const VhdlInstance &instance) const;
+
+private:
+    static QByteArray keyOf(const ConfiguredPlace &place, const QByteArray &component,
+                            const QByteArray &label);
+
+    QHash<QByteArray, QVector<ConfiguredBinding>> m_bindings;
+};
+
+QByteArray ConfiguredBindings::keyOf(const ConfiguredPlace &place, const QByteArray &component,
+                                     const QByteArray &label)
+{
+    QByteArrayList words{place.library, place.entity, component, label};
+    return (words + place.path).join('\n');
+}
+
+/// A level for instances may contain levels for the architecture of the entity that they are bound
+/// to.
+void ConfiguredBindings::add(const VhdlSource &source, const VhdlUnit &configuration)
+{
+    if (configuration.of.isEmpty())
+        return;
+    const QByteArray library = foldedVhdlName(source.library);
+    QHash<QByteArrayList, ConfiguredPlace> inner;
+    for (const VhdlBinding &binding : configuration.bindings) {
+        ConfiguredPlace place{library, foldedVhdlName(configuration.of.last()), {}};
+        QByteArrayList levels;
+        for (const QByteArray &level : binding.path) {
+            ReadGuard::check(levels.size());
+            levels.append(foldedVhdlName(level));
+            place.path.append(levels.last());
+            place = inner.value(levels, place);
+        }
+        const QByteArrayList labels = foldedVhdlNames(binding.labels);
+        if (!binding.unit.isEmpty())
+            inner.insert(
+                levels + QByteArrayList{labels.join(',')},
+                {libraryIn(binding.unit, library), foldedVhdlName(binding.unit.last()), {}});
+        if (binding.component.isEmpty())
+            continue;
+        const QByteArray component = foldedVhdlName(binding.component.last());
+        for (const QByteArray &label : labels)
+            m_bindings[keyOf(place, component, label)].append({&binding, &source});
+    }
+}
+
+/// Several configurations may bind one instance.
+QVector<ConfiguredBinding> ConfiguredBindings::find(const ConfiguredPlace &place,
+                                                    const VhdlInstance &instance) const
+{
+    QVector<ConfiguredBinding> found;
+    if (m_bindings.isEmpty() || instance.kind != VhdlInstance::Component)
+        return found;
+    const QByteArray component = foldedVhdlName(instance.unit.last());
+    for (const QByteArray &label : labelsOf(instance))
+        found += m_bindings.value(keyOf(place, component, label));
+    return found;
+}
+
+/// The labels of the scopes around what is in the scope @p number, from the outside in.
+QByteArrayList pathOf(const VhdlUnit &unit, int number)
+{
+    QByteArrayList path;
+    for (; number > 0; number = unit.scopes.at(number).parent)
+        path.prepend(foldedVhdlName(unit.scopes.at(number).label));
+    return path;
+}
+
 } // namespace
 
 /// Collects the facts and owns them.
@@ -230,6 +342,7 @@ private:
     using Components = QHash<QByteArray, const VhdlInterface *>; ///< By folded name.
 
     void addUnits();
+    void addConfigurations();
     void addArchitecture(const UnitOfSource &architecture);
     UnitOfSource entityOf(const UnitOfSource &architecture) const;
     static std::vector<int> addScopes(const VhdlUnit &unit, Private *facts);
@@ -241,13 +354,17 @@ private:
                       Private *facts) const;
     const VhdlInterface *interfaceOf(const VhdlInstance &instance, const UnitOfSource &architecture,
                                      const Components &components) const;
+    QByteArray libraryOf(const VhdlInstance &instance, const UnitOfSource &architecture,
+                         const Components &components) const;
     static void addIndexes(const UnitOfSource &architecture, const UnitOfSource &entity,
                            const std::vector<int> &scopes, Private *facts);
 
     const QVector<VhdlSource> m_sources;
     const VhdlRecords m_records;
-    QHash<QByteArray, UnitOfSource> m_entities; ///< By library and name, and by name alone.
-    Components m_components;                    ///< Of packages.
+    QHash<QByteArray, UnitOfSource> m_entities;         ///< By library and name, and by name alone.
+    Components m_components;                            ///< Of packages.
+    QHash<QByteArray, QByteArray> m_componentLibraries; ///< Of their packages.
+    ConfiguredBindings m_configured;
     std::vector<std::unique_ptr<VhdlArchitectureFacts>> m_facts;
     /// By entity and architecture, and by library and these.
     QHash<QByteArray, const VhdlArchitectureFacts *> m_found;
@@ -258,6 +375,7 @@ VhdlFactsOfDesign::VhdlFactsOfDesign(const QVector<VhdlSource> &sources)
     , m_records(m_sources)
 {
     addUnits();
+    addConfigurations();
     for (const VhdlSource &source : m_sources) {
         for (const VhdlUnit &unit : source.file.units) {
             if (unit.kind == VhdlUnit::Architecture)
@@ -276,9 +394,28 @@ void VhdlFactsOfDesign::addUnits()
                 m_entities.insert(keyOf(library, name), {&source, &unit});
                 m_entities.insert(name, {&source, &unit});
             } else if (unit.kind == VhdlUnit::Package) {
-                for (const VhdlComponent &component : unit.components)
+                for (const VhdlComponent &component : unit.components) {
                     m_components.insert(foldedVhdlName(component.name), &component.interface);
+                    m_componentLibraries.insert(foldedVhdlName(component.name), library);
+                }
             }
+        }
+    }
+}
+
+/// An instance may name a configuration of its entity.
+void VhdlFactsOfDesign::addConfigurations()
+{
+    for (const VhdlSource &source : m_sources) {
+        const QByteArray library = foldedVhdlName(source.library);
+        for (const VhdlUnit &unit : source.file.units) {
+            if (unit.kind != VhdlUnit::Configuration || unit.of.isEmpty())
+                continue;
+            m_configured.add(source, unit);
+            const auto entity =
+                m_entities.constFind(keyOf(library, foldedVhdlName(unit.of.last())));
+            if (entity != m_entities.constEnd())
+                m_entities.insert(keyOf(library, foldedVhdlName(unit.name)), *entity);
         }
     }
 }
@@ -375,11 +512,21 @@ const VhdlInterface *VhdlFactsOfDesign::interfaceOf(const VhdlInstance &instance
     const QByteArray name = foldedVhdlName(instance.unit.last());
     if (instance.kind == VhdlInstance::Component)
         return components.value(name, m_components.value(name));
-    QByteArray library = foldedVhdlName(architecture.source->library);
-    if (instance.unit.size() > 1 && !sameVhdlName(instance.unit.first(), "work"))
-        library = foldedVhdlName(instance.unit.first());
+    const QByteArray library = libraryIn(instance.unit, architecture.source->library);
     const UnitOfSource entity = m_entities.value(keyOf(library, name), m_entities.value(name));
     return entity.unit ? &entity.unit->interface : nullptr;
+}
+
+/// Without a binding, a component means the entity in the library that declares the component.
+QByteArray VhdlFactsOfDesign::libraryOf(const VhdlInstance &instance,
+                                        const UnitOfSource &architecture,
+                                        const Components &components) const
+{
+    const QByteArray own = foldedVhdlName(architecture.source->library);
+    if (instance.kind != VhdlInstance::Component)
+        return libraryIn(instance.unit, own);
+    const QByteArray name = foldedVhdlName(instance.unit.last());
+    return components.contains(name) ? own : m_componentLibraries.value(name, own);
 }
 
 void VhdlFactsOfDesign::addInstances(const UnitOfSource &architecture,
@@ -389,14 +536,30 @@ void VhdlFactsOfDesign::addInstances(const UnitOfSource &architecture,
     for (const VhdlComponent &component : architecture.unit->components)
         components.insert(foldedVhdlName(component.name), &component.interface);
     const Bindings bindings = bindingsOf(*architecture.unit);
+    const QByteArray own = foldedVhdlName(architecture.source->library);
+    ConfiguredPlace place{own, foldedVhdlName(architecture.unit->of.last()), {}};
     for (const VhdlInstance &instance : architecture.unit->instances) {
         const int scope = itemAt(scopes, instance.scope);
         facts->addSpelling(scope, instance.label);
         const VhdlInterface *const interface = interfaceOf(instance, architecture, components);
-        QSet<QByteArray> formals = associatedFormals(instance.ports, interface);
-        if (const VhdlBinding *const binding = bindingOf(instance, bindings))
-            formals = formalsBehind(*binding, formals, interface, architecture.source->text);
-        facts->associated[{scope, foldedVhdlName(instance.label)}] += formals;
+        const QSet<QByteArray> connected = associatedFormals(instance.ports, interface);
+        QByteArray library = libraryOf(instance, architecture, components);
+        QSet<QByteArray> formals = connected;
+        if (const VhdlBinding *const binding = bindingOf(instance, bindings)) {
+            formals = formalsBehind(*binding, connected, interface, architecture.source->text);
+            library = libraryIn(binding->unit, own);
+        }
+        place.path = QByteArrayList{foldedVhdlName(architecture.unit->name)} +
+                     pathOf(*architecture.unit, instance.scope);
+        for (const ConfiguredBinding &configured : m_configured.find(place, instance)) {
+            formals +=
+                formalsBehind(*configured.binding, connected, interface, configured.source->text);
+            library = libraryIn(configured.binding->unit, configured.source->library);
+        }
+        const ScopedName key(scope, foldedVhdlName(instance.label));
+        facts->associated[key] += formals;
+        if (library != own)
+            facts->libraries.insert(key, library);
     }
 }
 

@@ -43,6 +43,9 @@ public:
     bool isAssociated(const QByteArrayList &path, const QByteArray &label,
                       const QByteArray &formal) const;
 
+    /// The library of the entity that the instance @p label means.
+    QByteArray libraryOf(const QByteArrayList &path, const QByteArray &label) const;
+
     /// Tells a memory: the least number of indexes between @p name and a computed index on it, 0
     /// for "mem(i)" and 1 for "mem(3)(i)". Negative when all its indexes are constant. @p name is a
     /// signal or port, or with its fields "rec.mem".

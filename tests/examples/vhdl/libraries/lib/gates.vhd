@@ -18,5 +18,6 @@ end entity;
 
 architecture rtl of cell is
     signal in_gates : std_logic;
+    signal SPELLING : std_logic;
 begin
 end architecture;

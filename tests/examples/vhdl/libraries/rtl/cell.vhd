@@ -10,5 +10,6 @@ end entity;
 
 architecture rtl of cell is
     signal in_work : std_logic;
+    signal Spelling : std_logic;
 begin
 end architecture;
