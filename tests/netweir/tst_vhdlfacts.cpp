@@ -311,7 +311,7 @@ configuration Cfg of Top is
       end for;
     end for;
     for U3 : Comp use entity work.Leaf; end for;
-    for G (0) for others : Comp use entity work.Leaf port map (A => open, B => I); end for; end for;
+    for G (0) for others : Comp use entity work.Leaf port map (open, I); end for; end for;
   end for;
 end;
 entity Top is end;

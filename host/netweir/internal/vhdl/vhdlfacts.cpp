@@ -61,8 +61,7 @@ struct VhdlArchitectureFacts::Private
     QHash<ScopedName, QByteArray> spellings;
     QHash<ScopedName, QByteArray> types;
     QHash<ScopedName, QSet<QByteArray>> associated; ///< Formals, by the label of the instance.
-    /// By the label of the instance, where it is not that of the architecture.
-    QHash<ScopedName, QByteArray> libraries;
+    QHash<ScopedName, QByteArray> libraries;        ///< Of entities, by the label of the instance.
     QHash<ScopedName, int> indexDepths;
 
     int scopeAt(const QByteArrayList &path) const;
@@ -202,34 +201,6 @@ QSet<QByteArray> associatedFormals(const QVector<VhdlAssociation> &portMap,
     return formals;
 }
 
-/// The ports of the entity that are connected through a binding: to a port of the component that
-/// the instance connects, or to a value. Without a port map they have the names of the component's.
-QSet<QByteArray> formalsBehind(const VhdlBinding &binding, const QSet<QByteArray> &connected,
-                               const VhdlInterface *component, const QByteArray &text)
-{
-    if (binding.ports.isEmpty())
-        return connected;
-    QSet<QByteArray> ports;
-    for (int i = 0; component && i < component->ports.size(); ++i)
-        ports.insert(foldedVhdlName(component->ports.at(i).name));
-    QSet<QByteArray> formals;
-    for (const VhdlAssociation &association : binding.ports) {
-        bool isConnected = !association.isOpen;
-        VhdlTokens actual(text, association.actual);
-        for (VhdlToken token = actual.next(); token.kind != VhdlToken::EndOfText;
-             token = actual.next()) {
-            const QByteArray name = foldedVhdlName(token.text);
-            if (token.isName() && ports.contains(name))
-                isConnected = connected.contains(name);
-        }
-        for (const QByteArray &name : association.formalNames) {
-            if (isConnected)
-                formals.insert(foldedVhdlName(name));
-        }
-    }
-    return formals;
-}
-
 /// The library of the unit "library.unit" or "unit" in a source of the library @p own.
 QByteArray libraryIn(const QByteArrayList &unit, const QByteArray &own)
 {
@@ -237,8 +208,8 @@ QByteArray libraryIn(const QByteArrayList &unit, const QByteArray &own)
     return foldedVhdlName(isOwn ? own : unit.first());
 }
 
-/// A binding of a configuration.
-struct ConfiguredBinding
+/// A binding and its source.
+struct BindingOfSource
 {
     const VhdlBinding *binding = nullptr;
     const VhdlSource *source = nullptr;
@@ -257,14 +228,14 @@ class ConfiguredBindings
 {
 public:
     void add(const VhdlSource &source, const VhdlUnit &configuration);
-    QVector<ConfiguredBinding> find(const ConfiguredPlace &place,
-                                    const VhdlInstance &instance) const;
+    QVector<BindingOfSource> find(const UnitOfSource &architecture,
+                                  const VhdlInstance &instance) const;
 
 private:
     static QByteArray keyOf(const ConfiguredPlace &place, const QByteArray &component,
                             const QByteArray &label);
 
-    QHash<QByteArray, QVector<ConfiguredBinding>> m_bindings;
+    QHash<QByteArray, QVector<BindingOfSource>> m_bindings;
 };
 
 QByteArray ConfiguredBindings::keyOf(const ConfiguredPlace &place, const QByteArray &component,
@@ -304,19 +275,6 @@ void ConfiguredBindings::add(const VhdlSource &source, const VhdlUnit &configura
     }
 }
 
-/// Several configurations may bind one instance.
-QVector<ConfiguredBinding> ConfiguredBindings::find(const ConfiguredPlace &place,
-                                                    const VhdlInstance &instance) const
-{
-    QVector<ConfiguredBinding> found;
-    if (m_bindings.isEmpty() || instance.kind != VhdlInstance::Component)
-        return found;
-    const QByteArray component = foldedVhdlName(instance.unit.last());
-    for (const QByteArray &label : labelsOf(instance))
-        found += m_bindings.value(keyOf(place, component, label));
-    return found;
-}
-
 /// The labels of the scopes around what is in the scope @p number, from the outside in.
 QByteArrayList pathOf(const VhdlUnit &unit, int number)
 {
@@ -324,6 +282,23 @@ QByteArrayList pathOf(const VhdlUnit &unit, int number)
     for (; number > 0; number = unit.scopes.at(number).parent)
         path.prepend(foldedVhdlName(unit.scopes.at(number).label));
     return path;
+}
+
+/// Several configurations may bind one instance.
+QVector<BindingOfSource> ConfiguredBindings::find(const UnitOfSource &architecture,
+                                                  const VhdlInstance &instance) const
+{
+    QVector<BindingOfSource> found;
+    if (m_bindings.isEmpty() || instance.kind != VhdlInstance::Component)
+        return found;
+    const VhdlUnit &unit = *architecture.unit;
+    const ConfiguredPlace place{
+        foldedVhdlName(architecture.source->library), foldedVhdlName(unit.of.last()),
+        QByteArrayList{foldedVhdlName(unit.name)} + pathOf(unit, instance.scope)};
+    const QByteArray component = foldedVhdlName(instance.unit.last());
+    for (const QByteArray &label : labelsOf(instance))
+        found += m_bindings.value(keyOf(place, component, label));
+    return found;
 }
 
 } // namespace
@@ -354,8 +329,13 @@ private:
                       Private *facts) const;
     const VhdlInterface *interfaceOf(const VhdlInstance &instance, const UnitOfSource &architecture,
                                      const Components &components) const;
+    const VhdlInterface *entityInterface(const QByteArrayList &unit, const QByteArray &own) const;
+    QSet<QByteArray> formalsBehind(const BindingOfSource &binding,
+                                   const QSet<QByteArray> &connected,
+                                   const VhdlInterface *component) const;
     QByteArray libraryOf(const VhdlInstance &instance, const UnitOfSource &architecture,
-                         const Components &components) const;
+                         const Components &components,
+                         const QVector<BindingOfSource> &bindings) const;
     static void addIndexes(const UnitOfSource &architecture, const UnitOfSource &entity,
                            const std::vector<int> &scopes, Private *facts);
 
@@ -509,20 +489,59 @@ const VhdlInterface *VhdlFactsOfDesign::interfaceOf(const VhdlInstance &instance
                                                     const UnitOfSource &architecture,
                                                     const Components &components) const
 {
+    if (instance.kind != VhdlInstance::Component)
+        return entityInterface(instance.unit, architecture.source->library);
     const QByteArray name = foldedVhdlName(instance.unit.last());
-    if (instance.kind == VhdlInstance::Component)
-        return components.value(name, m_components.value(name));
-    const QByteArray library = libraryIn(instance.unit, architecture.source->library);
-    const UnitOfSource entity = m_entities.value(keyOf(library, name), m_entities.value(name));
+    return components.value(name, m_components.value(name));
+}
+
+/// The ports of the entity that @p unit means in a source of the library @p own.
+const VhdlInterface *VhdlFactsOfDesign::entityInterface(const QByteArrayList &unit,
+                                                        const QByteArray &own) const
+{
+    if (unit.isEmpty())
+        return nullptr;
+    const QByteArray name = foldedVhdlName(unit.last());
+    const UnitOfSource entity =
+        m_entities.value(keyOf(libraryIn(unit, own), name), m_entities.value(name));
     return entity.unit ? &entity.unit->interface : nullptr;
+}
+
+/// The ports of the entity that are connected through a binding: to a port of the component that
+/// the instance connects, or to a value. Without a port map they have the names of the component's.
+/// @p component is null if it is not known.
+QSet<QByteArray> VhdlFactsOfDesign::formalsBehind(const BindingOfSource &binding,
+                                                  const QSet<QByteArray> &connected,
+                                                  const VhdlInterface *component) const
+{
+    QVector<VhdlAssociation> portMap = binding.binding->ports;
+    if (portMap.isEmpty())
+        return connected;
+    QSet<QByteArray> ports;
+    for (int i = 0; component && i < component->ports.size(); ++i)
+        ports.insert(foldedVhdlName(component->ports.at(i).name));
+    for (VhdlAssociation &association : portMap) {
+        VhdlTokens actual(binding.source->text, association.actual);
+        for (VhdlToken token = actual.next(); token.kind != VhdlToken::EndOfText;
+             token = actual.next()) {
+            const QByteArray name = foldedVhdlName(token.text);
+            if (token.isName() && ports.contains(name))
+                association.isOpen = !connected.contains(name);
+        }
+    }
+    return associatedFormals(portMap,
+                             entityInterface(binding.binding->unit, binding.source->library));
 }
 
 /// Without a binding, a component means the entity in the library that declares the component.
 QByteArray VhdlFactsOfDesign::libraryOf(const VhdlInstance &instance,
                                         const UnitOfSource &architecture,
-                                        const Components &components) const
+                                        const Components &components,
+                                        const QVector<BindingOfSource> &bindings) const
 {
     const QByteArray own = foldedVhdlName(architecture.source->library);
+    if (!bindings.isEmpty())
+        return libraryIn(bindings.last().binding->unit, bindings.last().source->library);
     if (instance.kind != VhdlInstance::Component)
         return libraryIn(instance.unit, own);
     const QByteArray name = foldedVhdlName(instance.unit.last());
@@ -536,30 +555,22 @@ void VhdlFactsOfDesign::addInstances(const UnitOfSource &architecture,
     for (const VhdlComponent &component : architecture.unit->components)
         components.insert(foldedVhdlName(component.name), &component.interface);
     const Bindings bindings = bindingsOf(*architecture.unit);
-    const QByteArray own = foldedVhdlName(architecture.source->library);
-    ConfiguredPlace place{own, foldedVhdlName(architecture.unit->of.last()), {}};
     for (const VhdlInstance &instance : architecture.unit->instances) {
         const int scope = itemAt(scopes, instance.scope);
         facts->addSpelling(scope, instance.label);
+        QVector<BindingOfSource> found = m_configured.find(architecture, instance);
+        const VhdlBinding *const here = bindingOf(instance, bindings);
+        if (here)
+            found.append({here, architecture.source});
         const VhdlInterface *const interface = interfaceOf(instance, architecture, components);
         const QSet<QByteArray> connected = associatedFormals(instance.ports, interface);
-        QByteArray library = libraryOf(instance, architecture, components);
-        QSet<QByteArray> formals = connected;
-        if (const VhdlBinding *const binding = bindingOf(instance, bindings)) {
-            formals = formalsBehind(*binding, connected, interface, architecture.source->text);
-            library = libraryIn(binding->unit, own);
-        }
-        place.path = QByteArrayList{foldedVhdlName(architecture.unit->name)} +
-                     pathOf(*architecture.unit, instance.scope);
-        for (const ConfiguredBinding &configured : m_configured.find(place, instance)) {
-            formals +=
-                formalsBehind(*configured.binding, connected, interface, configured.source->text);
-            library = libraryIn(configured.binding->unit, configured.source->library);
-        }
         const ScopedName key(scope, foldedVhdlName(instance.label));
-        facts->associated[key] += formals;
-        if (library != own)
-            facts->libraries.insert(key, library);
+        QSet<QByteArray> &formals = facts->associated[key];
+        if (!here) // A configuration may not be used.
+            formals += connected;
+        for (const BindingOfSource &each : qAsConst(found))
+            formals += formalsBehind(each, connected, interface);
+        facts->libraries.insert(key, libraryOf(instance, architecture, components, found));
     }
 }
 
