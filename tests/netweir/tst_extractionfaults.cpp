@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designfixture.h"
 #include "dialogwatch.h"
+#include "smalldisks.h"
 #include "temporaryfolder.h"
 #include "toolscript.h"
 
@@ -14,8 +15,6 @@
 #include <QProgressDialog>
 #include <QtTest>
 
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -571,11 +570,7 @@ void TestExtractionFaults::saysThatAFileForTheToolCannotBeWritten()
 /// Tries disks of many sizes. The tool itself does not notice that its output is cut off.
 void TestExtractionFaults::saysThatTheTemporaryFolderIsFull()
 {
-    const QString disk = m_folder.path(QStringLiteral("design-disk"));
-    QDir().mkpath(disk);
-    const QByteArray folder = QFile::encodeName(disk);
-    if (::unshare(CLONE_NEWNS) != 0 ||
-        ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+    if (!TarnTest::SmallDisks::areAllowed())
         QSKIP("Only root can mount a small disk");
 
     QByteArray source("module top(input [7:0] a, output [7:0] b);\n");
@@ -583,27 +578,13 @@ void TestExtractionFaults::saysThatTheTemporaryFolderIsFull()
         source += "(* keep *) wire [7:0] w" + QByteArray::number(i) + " = a;\n";
     DesignFixture design;
     design.add(QStringLiteral("top.v"), source + "assign b = w1;\nendmodule\n");
-    int full = 0;
-    int read = 0;
-    for (int kilobytes = 8; kilobytes <= 4096; kilobytes += kilobytes / 3) {
-        const QByteArray options = "size=" + QByteArray::number(kilobytes) + "k";
-        QCOMPARE(::mount("none", folder.constData(), "tmpfs", 0, options.constData()), 0);
-        qputenv("TMPDIR", folder);
-        design.findModules();
-        const bool done = design.firstError().isEmpty() && design.buildNetlist();
-        m_folder.use();
-        QCOMPARE(::umount(folder.constData()), 0);
-        ++(done ? read : full);
-        if (done)
-            continue;
-        const QStringList said = design.messages + design.netMessages;
-        QVERIFY2(said.first().startsWith(
-                     QStringLiteral("ERROR: The temporary folder in %1 cannot be written to: No "
-                                    "space left on device. Free some space there")
-                         .arg(disk)),
-                 qPrintable(QString::number(kilobytes) + said.join('\n')));
-    }
-    QVERIFY2(full > 3 && read > 3, qPrintable(QStringLiteral("%1 %2").arg(full).arg(read)));
+    QVector<int> sizes;
+    for (int kilobytes = 8; kilobytes <= 4096; kilobytes += kilobytes / 3)
+        sizes.append(kilobytes);
+    TarnTest::SmallDisks disks(m_folder);
+    disks.extract(&design, sizes);
+    QVERIFY2(disks.full() > 3 && disks.read() > 3,
+             qPrintable(QStringLiteral("%1 %2").arg(disks.full()).arg(disks.read())));
 }
 
 void TestExtractionFaults::reportsAMissingTool()

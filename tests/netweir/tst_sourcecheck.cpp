@@ -11,8 +11,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <limits>
-
 using namespace NETWEIR::Internal;
 
 class TestSourceCheck : public TarnTest::TestCase
@@ -60,13 +58,7 @@ void TestSourceCheck::checksInLinearTime()
     QFETCH(QByteArray, piece);
     const auto nanoseconds = [&](int size) {
         const QByteArray text = piece.repeated(size / piece.size());
-        qint64 best = std::numeric_limits<qint64>::max();
-        for (int run = 0; run < 3; ++run) {
-            const qint64 begun = TarnTest::processorNanoseconds();
-            check(text);
-            best = qMin(best, TarnTest::processorNanoseconds() - begun);
-        }
-        return best;
+        return TarnTest::leastNanoseconds([&] { check(text); });
     };
     // Sixteen times the text: quadratic time would be 256-fold.
     const qint64 small = nanoseconds(50000);

@@ -3,6 +3,7 @@
 #include "designfixture.h"
 #include "dialogwatch.h"
 #include "netlisttext.h"
+#include "smalldisks.h"
 #include "temporaryfolder.h"
 #include "toolscript.h"
 
@@ -16,9 +17,6 @@
 #include <QtTest>
 
 #include <algorithm>
-
-#include <sched.h>
-#include <sys/mount.h>
 
 using namespace NETWEIR;
 using TarnTest::DesignFixture;
@@ -788,36 +786,19 @@ void TestVhdlFaults::cancelEndsTheTool()
 /// Tries disks of many sizes.
 void TestVhdlFaults::saysThatTheTemporaryFolderIsFull()
 {
-    const QString disk = m_folder.path(QStringLiteral("design-disk"));
-    QDir().mkpath(disk);
-    const QByteArray folder = QFile::encodeName(disk);
-    if (::unshare(CLONE_NEWNS) != 0 ||
-        ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+    if (!TarnTest::SmallDisks::areAllowed())
         QSKIP("Only root can mount a small disk");
 
     DesignFixture design;
     design.add("top.vhd",
                QByteArray(Top).replace("signal s : bit", "signal s : bit_vector(0 to 5000)"));
-    int full = 0;
-    int read = 0;
-    for (int kilobytes = 8; kilobytes <= 16384; kilobytes *= 2) {
-        const QByteArray options = "size=" + QByteArray::number(kilobytes) + "k";
-        QCOMPARE(::mount("none", folder.constData(), "tmpfs", 0, options.constData()), 0);
-        qputenv("TMPDIR", folder);
-        const bool done = design.extract();
-        m_folder.use();
-        QCOMPARE(::umount(folder.constData()), 0);
-        ++(done ? read : full);
-        if (done)
-            continue;
-        const QStringList said = design.messages + design.netMessages;
-        QVERIFY2(said.first().startsWith(
-                     QStringLiteral("ERROR: The temporary folder in %1 cannot be written to: No "
-                                    "space left on device. Free some space there")
-                         .arg(disk)),
-                 qPrintable(QString::number(kilobytes) + said.join('\n')));
-    }
-    QVERIFY2(full > 3 && read > 0, qPrintable(QStringLiteral("%1 %2").arg(full).arg(read)));
+    QVector<int> sizes;
+    for (int kilobytes = 8; kilobytes <= 16384; kilobytes *= 2)
+        sizes.append(kilobytes);
+    TarnTest::SmallDisks disks(m_folder);
+    disks.extract(&design, sizes);
+    QVERIFY2(disks.full() > 3 && disks.read() > 0,
+             qPrintable(QStringLiteral("%1 %2").arg(disks.full()).arg(disks.read())));
 }
 
 TARN_TEST_MAIN(TestVhdlFaults)

@@ -8,8 +8,6 @@
 #include <QApplication>
 #include <QtTest>
 
-#include <limits>
-
 using namespace NETWEIR::Internal;
 
 namespace {
@@ -700,13 +698,7 @@ void TestVhdlScan::takesLinearTime()
     QFETCH(QByteArray, piece);
     const auto nanoseconds = [&](int size) {
         const QByteArray text = begin + piece.repeated(size / piece.size());
-        qint64 best = std::numeric_limits<qint64>::max();
-        for (int run = 0; run < 3; ++run) {
-            const qint64 begun = TarnTest::processorNanoseconds();
-            scanVhdl(text);
-            best = qMin(best, TarnTest::processorNanoseconds() - begun);
-        }
-        return best;
+        return TarnTest::leastNanoseconds([&text] { scanVhdl(text); });
     };
     // Sixteen times the text: quadratic time would be 256-fold.
     const qint64 small = nanoseconds(20000);
