@@ -56,6 +56,7 @@ void checkFacts(const VhdlSource &source)
         found->spelling({"g"}, "s");
         found->fieldSpelling({}, "s", {"f"}, "g");
         found->isAssociated({}, "u", "p");
+        found->libraryOf({}, "u");
         found->computedIndexDepth({"g"}, "m");
     }
 }

@@ -279,8 +279,10 @@ void ConfiguredBindings::add(const VhdlSource &source, const VhdlUnit &configura
 QByteArrayList pathOf(const VhdlUnit &unit, int number)
 {
     QByteArrayList path;
-    for (; number > 0; number = unit.scopes.at(number).parent)
+    for (; number > 0; number = unit.scopes.at(number).parent) {
+        ReadGuard::check();
         path.prepend(foldedVhdlName(unit.scopes.at(number).label));
+    }
     return path;
 }
 
