@@ -174,6 +174,11 @@ void TestGhdlMessages::advises_data()
         << QByteArray("cannot handle IIR_KIND_EXTERNAL_SIGNAL_NAME")
         << "External names (\"<< ... >>\") are not supported. Hide the code from synthesis or "
            "connect the signal through ports.";
+    QTest::newRow("concatenation at an unconstrained port")
+        << QByteArray("cannot handle IIR_KIND_CONCATENATION_OPERATOR")
+        << "GHDL cannot read what is written here (cannot handle "
+           "IIR_KIND_CONCATENATION_OPERATOR). Write it in another way, for example with a signal "
+           "in place of an expression.";
     QTest::newRow("internal error")
         << QByteArray("internal error: X : y.adb:30")
         << "GHDL cannot read the design (internal error: X : y.adb:30). Reading fewer files may "

@@ -233,6 +233,10 @@ QString internalErrorText(const QByteArray &text)
         return Text::tr("GHDL has failed (%1). It does not support signals whose type is declared "
                         "in an instance of a generic package. Declare the type in a plain package.")
             .arg(QString::fromLatin1(text));
+    if (text.startsWith("cannot handle"))
+        return Text::tr("GHDL cannot read what is written here (%1). Write it in another way, for "
+                        "example with a signal in place of an expression.")
+            .arg(QString::fromLatin1(text));
     return Text::tr("GHDL cannot read the design (%1). Reading fewer files may show which one it "
                     "cannot read.")
         .arg(QString::fromLatin1(text));
