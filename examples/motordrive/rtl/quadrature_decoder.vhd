@@ -29,20 +29,28 @@ end entity;
 
 architecture rtl of quadrature_decoder is
 
-    -- Two encoder lines as the number of a quarter period.
+    -- The encoder lines A and B.
+    subtype lines_t is std_logic_vector(1 downto 0);
+
+    type lines_array_t is array (natural range <>) of lines_t;
+
+    -- The number of a quarter period.
     subtype quarter_t is unsigned(1 downto 0);
 
-    type quarter_array_t is array (natural range <>) of quarter_t;
+    function quarter_of(Lines : lines_t) return quarter_t is
+    begin
+        return Lines(1) & (Lines(1) xor Lines(0));
+    end function;
 
-    -- Elements 1 to SYNC_STAGES synchronise the lines, the last one is the previous quarter.
-    signal History : quarter_array_t(1 to SYNC_STAGES + 1);
+    -- Elements 1 to SYNC_STAGES synchronise the lines, the last one holds the previous lines.
+    signal History : lines_array_t(1 to SYNC_STAGES + 1);
     signal Change  : quarter_t;
     signal Step    : integer range -1 to 1;
     signal Count   : integer range -SAMPLE_MAX to SAMPLE_MAX;
 
 begin
 
-    Change <= History(SYNC_STAGES) - History(SYNC_STAGES + 1);
+    Change <= quarter_of(History(SYNC_STAGES)) - quarter_of(History(SYNC_STAGES + 1));
 
     with Change select Step <=
         1 when "01",
@@ -54,7 +62,7 @@ begin
         if Reset_n = '0' then
             History <= (others => (others => '0'));
         elsif rising_edge(Clk) then
-            History <= (A & (A xor B)) & History(1 to SYNC_STAGES);
+            History <= (A & B) & History(1 to SYNC_STAGES);
         end if;
     end process;
 
