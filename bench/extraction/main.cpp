@@ -22,6 +22,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -137,10 +138,13 @@ void elaborateVhdl(const Design &design)
     const QTemporaryDir folder;
     const QString ghdl = QStringLiteral("ghdl");
     const QStringList options{QStringLiteral("--std=08"), QStringLiteral("-P.")};
+    QMap<QString, QStringList> libraries;
     for (const VhdlFile &file : design.vhdlFiles)
+        libraries[file.library].append(file.path);
+    for (auto library = libraries.cbegin(); library != libraries.cend(); ++library)
         runTool(folder, ghdl,
                 QStringList{QStringLiteral("-i")} + options +
-                    QStringList{QStringLiteral("--work=") + file.library, file.path});
+                    QStringList{QStringLiteral("--work=") + library.key()} + library.value());
     for (const QString &top : QStringList{design.top} + design.innerEntities) {
         runTool(folder, ghdl, QStringList{QStringLiteral("-m")} + options + QStringList{top});
         QStringList run =
