@@ -51,6 +51,7 @@ private Q_SLOTS:
     void startsWithAConfiguration();
     void prefersSourcesToLibraryFiles();
     void elaboratesRootsOfVerilog();
+    void importsSourcesOnce();
     void refusesRootsThatDoNotFit_data();
     void refusesRootsThatDoNotFit();
     void reportsErrorsOfAllFiles_data();
@@ -312,6 +313,28 @@ void TestGhdlElaborator::elaboratesRootsOfVerilog()
                                                        "    n[2:0] ...\n"));
         }
     }
+}
+
+/// A later elaboration imports only its own wrappers.
+void TestGhdlElaborator::importsSourcesOnce()
+{
+    const QTemporaryDir folder(QDir::tempPath() + QStringLiteral("/log-XXXXXX"));
+    const QString log = folder.filePath(QStringLiteral("imports"));
+    const ToolScript tool("[ \"$1\" != -i ] || echo \"$@\" >> " + log.toLocal8Bit() + "\n" +
+                              ToolScript::elaborateVhdl(),
+                          "TARN_GHDL");
+    VhdlElaboration design(oneFile(Leaf));
+    PartRoot root;
+    root.unit = QStringLiteral("leaf");
+    QVERIFY(design.elaborate({root}));
+    const QString first = design.netlist();
+    QVERIFY(design.elaborate({root, root}));
+    QCOMPARE(design.netlist(1), first);
+
+    const QByteArrayList imports = readFile(log).trimmed().split('\n');
+    QCOMPARE(imports.size(), 2);
+    QVERIFY(imports[0].contains("source0.vhd"));
+    QVERIFY(!imports[1].contains("source0.vhd"));
 }
 
 void TestGhdlElaborator::refusesRootsThatDoNotFit_data()

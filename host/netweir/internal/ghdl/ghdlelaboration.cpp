@@ -4,6 +4,7 @@
 
 #include "analysisorder.h"
 #include "datafiles.h"
+#include "ghdlfolder.h"
 #include "ghdlreport.h"
 #include "vhdldesign.h"
 
@@ -44,7 +45,7 @@ QString phaseName()
 } // namespace
 
 GhdlElaboration::GhdlElaboration(const QString &program, const VhdlDesign &design,
-                                 const GhdlInput &input, int timeoutSeconds)
+                                 const GhdlInput &input, GhdlFolder *folder, int timeoutSeconds)
     : m_program(program)
     , m_design(design)
     , m_input(input)
@@ -52,12 +53,15 @@ GhdlElaboration::GhdlElaboration(const QString &program, const VhdlDesign &desig
     , m_timeoutSeconds(timeoutSeconds)
     , m_commands(design.edition(), m_libraries)
     , m_places(m_design, m_input.texts)
+    , m_folder(*folder)
     , m_toImport(m_libraries)
 {
 }
 
 void GhdlElaboration::begin()
 {
+    if (hasOutdatedFiles())
+        m_folder.noted.clear();
     if (!writeLibraryFolders() || !writeFiles())
         return;
     writeDataFiles();
@@ -67,13 +71,29 @@ void GhdlElaboration::begin()
         importNext();
 }
 
+/// The stubs change with what is known about the other language.
+bool GhdlElaboration::hasOutdatedFiles() const
+{
+    const QHash<QString, QByteArray> &noted = m_folder.noted;
+    for (int file = 0; file < m_design.size(); ++file) {
+        if (noted.value(copyNameOf(file), textOf(file)) != textOf(file))
+            return true;
+    }
+    return std::any_of(m_input.texts.begin(), m_input.texts.end(),
+                       [&noted](const GeneratedText &text) {
+                           return noted.value(text.file, text.text) != text.text;
+                       });
+}
+
 bool GhdlElaboration::writeLibraryFolders()
 {
     for (const QString &library : m_libraries) {
-        QDir folder(m_folder.path(GhdlCommands::folderOf(library)));
+        QDir folder(m_folder.files.path(GhdlCommands::folderOf(library)));
+        if (!m_folder.noted.isEmpty() && folder.exists())
+            continue;
         folder.removeRecursively();
-        if (!QDir(m_folder.path()).mkdir(folder.dirName())) {
-            fail(errorMessage(m_folder.problem()));
+        if (!QDir(m_folder.files.path()).mkdir(folder.dirName())) {
+            fail(errorMessage(m_folder.files.problem()));
             return false;
         }
     }
@@ -82,24 +102,29 @@ bool GhdlElaboration::writeLibraryFolders()
 
 bool GhdlElaboration::writeFiles()
 {
-    QString error;
     for (int file = 0; file < m_design.size(); ++file) {
+        if (m_folder.noted.contains(copyNameOf(file)))
+            continue;
         const QByteArray original = textOf(file);
         const QByteArray text = withoutCaseGenerates(original);
         if (text != original)
-            m_rewritten.insert(copyNameOf(file).toLatin1());
-        if (!m_folder.write(copyNameOf(file), text, &error)) {
-            fail(errorMessage(error));
+            m_folder.rewritten.insert(copyNameOf(file).toLatin1());
+        if (!writeFile(copyNameOf(file), text))
             return false;
-        }
     }
-    for (const GeneratedText &text : m_input.texts) {
-        if (!m_folder.write(text.file, text.text, &error)) {
-            fail(errorMessage(error));
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(
+        m_input.texts.begin(), m_input.texts.end(), [this](const GeneratedText &text) {
+            return m_folder.noted.contains(text.file) || writeFile(text.file, text.text);
+        });
+}
+
+bool GhdlElaboration::writeFile(const QString &name, const QByteArray &text)
+{
+    QString error;
+    if (m_folder.files.write(name, text, &error))
+        return true;
+    fail(errorMessage(error));
+    return false;
 }
 
 /// Without a copy, GHDL says that it cannot open the file.
@@ -109,11 +134,11 @@ void GhdlElaboration::writeDataFiles()
     for (const DataFile &file : dataFiles(m_design)) {
         QByteArray content;
         QString error;
-        const bool isFree = !QFileInfo::exists(m_folder.path(file.name));
+        const bool isFree = !QFileInfo::exists(m_folder.files.path(file.name));
         if (isFree && Files::readRegularFile(file.path, Largest, &content, &error) ==
                           Files::Access::Granted) {
-            QDir(m_folder.path()).mkpath(QFileInfo(file.name).path());
-            m_folder.write(file.name, content, &error);
+            QDir(m_folder.files.path()).mkpath(QFileInfo(file.name).path());
+            m_folder.files.write(file.name, content, &error);
         }
     }
 }
@@ -135,13 +160,26 @@ QStringList GhdlElaboration::filesOf(const QString &library) const
         if (m_design.library(file) == library && m_design.hasText(file))
             result.append(copyNameOf(file));
     }
+    const auto isNoted = [this](const QString &file) { return m_folder.noted.contains(file); };
+    result.erase(std::remove_if(result.begin(), result.end(), isNoted), result.end());
     return result;
+}
+
+QString GhdlElaboration::outputPath() const
+{
+    return m_folder.files.path(QStringLiteral("stdout"));
+}
+
+QString GhdlElaboration::wavePath() const
+{
+    return m_folder.files.path(waveName());
 }
 
 void GhdlElaboration::start(Step step, const QStringList &arguments)
 {
     m_step = step;
-    m_run = std::make_unique<GhdlRun>(m_program, arguments, m_folder.path(), m_timeoutSeconds);
+    m_run =
+        std::make_unique<GhdlRun>(m_program, arguments, m_folder.files.path(), m_timeoutSeconds);
 }
 
 void GhdlElaboration::importNext()
@@ -184,22 +222,33 @@ void GhdlElaboration::finishRun()
         analyseNext();
     } else if (m_step == Run && m_run->hasWrittenAll() && isHeaderComplete(wavePath())) {
         // GHDL does not notice that its output is cut off.
-        const QString problem = m_folder.problem();
+        const QString problem = m_folder.files.problem();
         m_isElaborated = problem.isEmpty();
-        if (!m_isElaborated)
+        if (m_isElaborated)
+            noteFiles();
+        else
             fail(errorMessage(problem));
     } else if (m_step == Import && (m_isAnalysing || m_run->succeeded())) {
         importNext();
     } else if (m_step == Run || !m_run->succeeded()) {
         finishFailedRun();
     } else {
+        QFile::remove(wavePath()); // An earlier elaboration may have left it.
         start(Run, m_commands.run(m_input.library, m_input.unit, waveName()));
     }
 }
 
+void GhdlElaboration::noteFiles()
+{
+    for (const GeneratedText &text : m_input.texts)
+        m_folder.noted.insert(text.file, text.text);
+    for (int file = 0; file < m_design.size(); ++file)
+        m_folder.noted.insert(copyNameOf(file), textOf(file));
+}
+
 void GhdlElaboration::finishFailedRun()
 {
-    const QString problem = m_folder.problem();
+    const QString problem = m_folder.files.problem();
     if (!problem.isEmpty()) {
         fail(errorMessage(problem));
         return;
@@ -222,6 +271,7 @@ void GhdlElaboration::startAnalysis()
 {
     m_isAnalysing = true;
     m_analysing.start();
+    m_folder.noted.clear();
     if (!writeLibraryFolders())
         return;
     m_toAnalyse = analysisOrder(m_design);
@@ -237,11 +287,8 @@ void GhdlElaboration::analyseNext()
         const int file = m_toAnalyse.takeLast();
         if (!m_design.hasText(file))
             continue;
-        QString error;
-        if (!m_folder.write(copyNameOf(file), textOf(file), &error)) {
-            fail(errorMessage(error));
+        if (!writeFile(copyNameOf(file), textOf(file)))
             return;
-        }
         start(Analyse, m_commands.analyse(m_design.library(file), copyNameOf(file)));
         return;
     }
@@ -253,7 +300,7 @@ void GhdlElaboration::report()
     QVector<GhdlMessage> errors = m_errors;
     // In a rewritten text, an error may look different.
     for (const GhdlMessage &error : qAsConst(m_failedErrors)) {
-        if (m_errors.isEmpty() || !m_rewritten.contains(error.file))
+        if (m_errors.isEmpty() || !m_folder.rewritten.contains(error.file))
             errors.append(error);
     }
     m_messages += ghdlReport(m_design, m_places, errors, m_input.suspicions);

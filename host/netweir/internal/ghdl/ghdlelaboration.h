@@ -6,10 +6,7 @@
 #include "ghdlinput.h"
 #include "ghdlrun.h"
 
-#include <netweir/internal/tool/workfolder.h>
-
 #include <QElapsedTimer>
-#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -19,18 +16,20 @@ namespace NETWEIR::Internal {
 
 class ExtractionProgress;
 class VhdlDesign;
+struct GhdlFolder;
 
-/// One elaboration with GHDL, in a working folder of its own.
+/// One elaboration with GHDL.
 ///
 /// GHDL notes the units of all files, library by library, analyses what the unit needs, and prints
-/// its signals. When one of the first two steps fails, all files are analysed one by one, so that
-/// all errors of all files are known.
+/// its signals. What an earlier elaboration in the same folder has noted is not noted again. When
+/// one of the first two steps fails, all files are analysed one by one, so that all errors of all
+/// files are known.
 class GhdlElaboration
 {
 public:
-    /// @p design must outlive this object.
+    /// @p design and @p folder must outlive this object.
     GhdlElaboration(const QString &program, const VhdlDesign &design, const GhdlInput &input,
-                    int timeoutSeconds);
+                    GhdlFolder *folder, int timeoutSeconds);
 
     /// Writes the files and starts the first run.
     void begin();
@@ -44,9 +43,9 @@ public:
     // The results of the elaborated unit.
 
     /// The instances and signals that GHDL has printed.
-    QString outputPath() const { return m_folder.path(QStringLiteral("stdout")); }
+    QString outputPath() const;
     /// The wave file. Only its header is complete.
-    QString wavePath() const { return m_folder.path(waveName()); }
+    QString wavePath() const;
 
     const QStringList &messages() const { return m_messages; }
 
@@ -54,7 +53,9 @@ private:
     enum Step { Import, Make, Run, Analyse };
 
     static QString waveName() { return QStringLiteral("signals.ghw"); }
+    bool hasOutdatedFiles() const;
     bool writeFiles();
+    bool writeFile(const QString &name, const QByteArray &text);
     void writeDataFiles();
     bool writeLibraryFolders();
     void start(Step step, const QStringList &arguments);
@@ -62,6 +63,7 @@ private:
     void startAnalysis();
     void analyseNext();
     void finishRun();
+    void noteFiles();
     void finishFailedRun();
     void fail(const QString &error);
     void report();
@@ -75,7 +77,7 @@ private:
     const int m_timeoutSeconds;
     const GhdlCommands m_commands;
     const GhdlPlaces m_places;
-    const WorkFolder m_folder;
+    GhdlFolder &m_folder;
 
     Step m_step = Import;
     std::unique_ptr<GhdlRun> m_run; ///< The last one.
@@ -83,7 +85,6 @@ private:
     QStringList m_toImport;         ///< Libraries.
     QVector<int> m_toAnalyse;       ///< Files, last first.
     QElapsedTimer m_analysing;
-    QSet<QByteArray> m_rewritten;        ///< Files whose case generates GHDL gets in another form.
     QVector<GhdlMessage> m_errors;       ///< Of the analysis of all files.
     QVector<GhdlMessage> m_failedErrors; ///< Of the step that failed.
     QString m_failure;                   ///< Why this step failed, if no error says it.

@@ -3,6 +3,7 @@
 #include "ghdlelaborator.h"
 
 #include "ghdlelaboration.h"
+#include "ghdlfolder.h"
 #include "ghdlprogram.h"
 #include "rootinput.h"
 #include "vhdlunits.h"
@@ -62,7 +63,7 @@ void GhdlElaborator::begin(const std::vector<PartRoot> &roots, ExtractionProgres
         return;
     }
     static const std::vector<DeclaredUnit> none;
-    RootInput input(m_design, m_units, m_foreign ? *m_foreign : none, roots);
+    RootInput input(m_design, m_units, m_foreign ? *m_foreign : none, roots, m_elaborations++);
     m_messages += input.errors();
     if (containsError(input.errors()))
         return;
@@ -72,8 +73,10 @@ void GhdlElaborator::begin(const std::vector<PartRoot> &roots, ExtractionProgres
         tops.append(UnitNames(m_units).findVhdl(root.unit, root.library));
     GhdlInput ghdlInput = input.ghdlInput();
     ghdlInput.recursions = recursionErrors(m_units, tops);
-    m_elaboration =
-        std::make_unique<GhdlElaboration>(program, m_design, ghdlInput, m_sources.timeoutSeconds);
+    if (!m_folder)
+        m_folder = std::make_unique<GhdlFolder>();
+    m_elaboration = std::make_unique<GhdlElaboration>(program, m_design, ghdlInput, m_folder.get(),
+                                                      m_sources.timeoutSeconds);
     m_elaboration->begin();
 }
 

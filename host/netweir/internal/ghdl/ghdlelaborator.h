@@ -11,10 +11,11 @@
 namespace NETWEIR::Internal {
 
 class GhdlElaboration;
+struct GhdlFolder;
 
 /// Reads VHDL with GHDL.
 ///
-/// The sources are scanned once. Each elaboration has its own working folder with copies of the
+/// The sources are scanned once. All elaborations share a working folder with copies of the
 /// sources, without hidden code.
 class GhdlElaborator final : public PartElaborator
 {
@@ -41,6 +42,8 @@ private:
     std::vector<DeclaredUnit> m_units;
     QStringList m_sourceMessages;
     const std::vector<DeclaredUnit> *m_foreign = nullptr;
+    int m_elaborations = 0;                         ///< Their number so far.
+    std::unique_ptr<GhdlFolder> m_folder;           ///< Null before the first one.
     std::unique_ptr<GhdlElaboration> m_elaboration; ///< Null when it could not begin.
     VhdlPartInput m_partInput;
     QStringList m_messages; ///< Those of earlier elaborations.

@@ -73,7 +73,7 @@ void takePlaceInText(const QByteArray &text, GhdlMessage *message)
 /// A signal below the wrapper of a root has the place of the text that the wrapper has.
 void takePlaceOfWrapper(const QByteArray &signal, GhdlMessage *message)
 {
-    static const QRegularExpression wrapper(QStringLiteral("@netweir_(root\\d+)\\("));
+    static const QRegularExpression wrapper(QStringLiteral("@(netweir_root\\d+_\\d+)\\("));
     const QRegularExpressionMatch match = wrapper.match(QString::fromUtf8(signal));
     if (match.hasMatch()) {
         message->file = match.captured(1).toLatin1() + ".vhd";

@@ -15,10 +15,12 @@
 namespace NETWEIR::Internal {
 
 RootInput::RootInput(const VhdlDesign &design, const std::vector<DeclaredUnit> &units,
-                     const std::vector<DeclaredUnit> &foreign, const std::vector<PartRoot> &roots)
+                     const std::vector<DeclaredUnit> &foreign, const std::vector<PartRoot> &roots,
+                     int number)
     : m_design(design)
     , m_index(design)
     , m_units(units)
+    , m_number(QByteArray::number(number))
 {
     if (roots.empty())
         return;
@@ -91,12 +93,12 @@ void RootInput::wrap(const std::vector<PartRoot> &roots)
         if (!unit)
             continue;
         const QByteArray number = QByteArray::number(countOf(m_partInput.roots));
-        const QByteArray name = "netweir_root" + number;
+        const QByteArray name = "netweir_root" + m_number + '_' + number;
         const QByteArray label = "netweir_at" + number;
         const QByteArray library = unit->library.toLatin1();
         RootWrapper wrapper(m_design, m_index, *unit, root);
-        m_ghdlInput.texts.append({QStringLiteral("root%1.vhd").arg(QString::fromLatin1(number)),
-                                  unit->library, wrapper.text(name), root.place});
+        m_ghdlInput.texts.append(
+            {QString::fromLatin1(name + ".vhd"), unit->library, wrapper.text(name), root.place});
         m_errors += wrapper.errors();
         if (library != "work")
             context += "library " + library + ";\n";
@@ -104,13 +106,13 @@ void RootInput::wrap(const std::vector<PartRoot> &roots)
         m_partInput.roots.push_back({{label, WrappedLabel}, root.isTop});
     }
     m_ghdlInput.library = QStringLiteral("work");
-    m_ghdlInput.unit = QStringLiteral("netweir_roots");
-    m_ghdlInput.texts.append({QStringLiteral("roots.vhd"), m_ghdlInput.library,
-                              context +
-                                  "entity netweir_roots is\nend;\n"
-                                  "architecture netweir_wrapper of netweir_roots is\n"
-                                  "begin\n" +
-                                  instances + "end;\n",
+    const QByteArray name = "netweir_roots" + m_number;
+    m_ghdlInput.unit = QString::fromLatin1(name);
+    m_ghdlInput.texts.append({QString::fromLatin1(name + ".vhd"), m_ghdlInput.library,
+                              context + "entity " + name +
+                                  " is\nend;\n"
+                                  "architecture netweir_wrapper of " +
+                                  name + " is\nbegin\n" + instances + "end;\n",
                               roots.front().place});
 }
 

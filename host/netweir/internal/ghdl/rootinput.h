@@ -22,8 +22,10 @@ class VhdlDesign;
 class RootInput
 {
 public:
+    /// @p number tells the wrappers of different elaborations of a design apart.
     RootInput(const VhdlDesign &design, const std::vector<DeclaredUnit> &units,
-              const std::vector<DeclaredUnit> &foreign, const std::vector<PartRoot> &roots);
+              const std::vector<DeclaredUnit> &foreign, const std::vector<PartRoot> &roots,
+              int number);
 
     /// What is wrong with the roots, as messages for users.
     const QStringList &errors() const { return m_errors; }
@@ -43,6 +45,7 @@ private:
     const VhdlDesign &m_design;
     const UnitIndex m_index;
     const std::vector<DeclaredUnit> &m_units;
+    const QByteArray m_number;
     GhdlInput m_ghdlInput;
     VhdlPartInput m_partInput;
     QStringList m_errors;
