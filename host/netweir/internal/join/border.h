@@ -16,10 +16,9 @@ namespace NETWEIR::Internal {
 /// What happens between an instance in one language and its unit in the other.
 
 /// @p root in the words of the unit that it names: its unit, library, generics and ports are
-/// spelled as @p declared has them. A configuration keeps its own name, and so does a top. Adds an
-/// error to
-/// @p messages for each name that the unit does not have. A unit that declares no names at all says
-/// nothing about them.
+/// spelled as @p declared has them. A configuration keeps its own name, and so does a top. Adds to
+/// @p messages an error for each name that the unit does not have. A unit that declares no names at
+/// all says nothing about them.
 PartRoot inWordsOf(const DeclaredUnit &declared, const PartRoot &root, QStringList *messages);
 
 /// The ports of an elaborated unit, for the instances in the other language.
