@@ -67,6 +67,10 @@ void TestGhdlMessages::findsErrors_data()
                                               "t.vhd:3:21: (type of port \"a\" is std_logic)\n")
                                 << "u.vhd|3|30|can't associate 'a' with port \"a\" (type of 'a' is "
                                    "bit) (type of port \"a\" is std_logic)\n";
+    QTest::newRow("declared twice")
+        << QByteArray("a.vhd:4:10: identifier \"x\" already used for a declaration\n"
+                      "a.vhd:3:10: previous declaration: signal \"x\"\n")
+        << "a.vhd|4|10|identifier \"x\" already used for a declaration in line 3\n";
     QTest::newRow("warnings") << QByteArray(
                                      "t.vhd:8:2:warning: instance \"u\" is not bound [-Wbinding]\n"
                                      "t.vhd:3:14:warning: (in default configuration of t(rtl))\n"

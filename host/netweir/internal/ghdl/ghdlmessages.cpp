@@ -90,6 +90,7 @@ public:
 
 private:
     void readAtPlace(GhdlMessage message);
+    bool readContinuation(const GhdlMessage &message);
     void readOfProgram(const QByteArray &text);
     void readInternal(const QByteArray &line);
     void append(const GhdlMessage &message) { m_messages.append(message); }
@@ -138,13 +139,36 @@ void ErrorReader::read(const QByteArray &line)
     }
 }
 
-/// An error or warning with a place, or one more line of it, in brackets.
+/// Takes one more line of an error or warning, in brackets, or the earlier declaration of a name.
+/// False when the line begins a message.
+bool ErrorReader::readContinuation(const GhdlMessage &message)
+{
+    static const char Previous[] = "previous declaration: ";
+    const bool isPrevious = message.text.startsWith(Previous) && !m_messages.isEmpty() &&
+                            m_messages.last().file == message.file;
+    if (!isPrevious && !message.text.startsWith('('))
+        return false;
+    if (m_isWarning || m_messages.isEmpty())
+        return true;
+    GhdlMessage &last = m_messages.last();
+    last.text += isPrevious ? " in line " + QByteArray::number(message.line) : ' ' + message.text;
+    if (last.line == 0) {
+        last.file = message.file;
+        last.line = message.line;
+        last.column = message.column;
+    }
+    return true;
+}
+
+/// An error or warning with a place, or one more line of it.
 void ErrorReader::readAtPlace(GhdlMessage message)
 {
     if (message.text.startsWith("warning:") || message.text.startsWith("note:")) {
         m_isWarning = true;
         return;
     }
+    if (readContinuation(message))
+        return;
     if (message.text.startsWith('@')) { // "@0ms:(report failure): TEXT".
         const int kind = message.text.indexOf('(');
         const int end = message.text.indexOf("): ", kind);
@@ -152,17 +176,6 @@ void ErrorReader::readAtPlace(GhdlMessage message)
         if (kind < 0 || end < 0 || !severity.endsWith(" failure"))
             return;
         message.text = severity.mid(1) + ": " + message.text.mid(end + 3);
-    } else if (message.text.startsWith('(')) {
-        if (m_isWarning || m_messages.isEmpty())
-            return;
-        GhdlMessage &last = m_messages.last();
-        last.text += ' ' + message.text;
-        if (last.line == 0) {
-            last.file = message.file;
-            last.line = message.line;
-            last.column = message.column;
-        }
-        return;
     }
     m_isWarning = false;
     if (message.text.contains(" is obsoleted by "))
