@@ -6,6 +6,8 @@
 #include <QMetaType>
 #include <QString>
 
+#include <algorithm>
+
 namespace TARN {
 
 /// A chosen single net or bus. A value: copies share their members until one of them changes.
@@ -24,6 +26,15 @@ struct SignalItem
     /// Number of bits: the number of members, or 1 when there are none.
     int width() const { return members.isEmpty() ? 1 : members.size(); }
 };
+
+/// Removes the members that are not enabled: a port never gets them.
+inline void removeDisabledMembers(SignalItem *item)
+{
+    const auto disabled = [](const SignalItem &member) { return !member.enabled; };
+    QList<SignalItem> &members = item->members;
+    if (std::any_of(members.cbegin(), members.cend(), disabled))
+        members.erase(std::remove_if(members.begin(), members.end(), disabled), members.end());
+}
 
 } // namespace TARN
 

@@ -78,11 +78,7 @@ void CheckBus(QList<SignalItem> &list, SignalItem item)
 void Grouped(QList<SignalItem> all, QList<SignalItem> &buses, QList<SignalItem> &singles)
 {
     for (SignalItem &item : all) {
-        const auto disabled = [](const SignalItem &member) { return !member.enabled; };
-        if (std::any_of(item.members.cbegin(), item.members.cend(), disabled)) {
-            item.members.erase(std::remove_if(item.members.begin(), item.members.end(), disabled),
-                               item.members.end());
-        }
+        removeDisabledMembers(&item);
         (item.kind == SignalItem::Bus ? buses : singles).append(item);
     }
 }

@@ -7,6 +7,7 @@
 #include "tarnsignalselectdialog.h"
 #include "ui_probedialog.h"
 
+#include <model/portlimits.h>
 #include <probes/signaltree.h>
 #include <widgets/modaldialog.h>
 #include <widgets/treerows.h>
@@ -14,21 +15,11 @@
 #include <QPointer>
 
 #include <algorithm>
-#include <numeric>
 
 namespace TARN {
 
-/// How many single signals fit on one port.
-static constexpr int MaxSignals = 256;
-
 /// Size that the user gave the dialog last.
 static QSize portDialogSize;
-
-static int widthOf(const QList<SignalItem> &items)
-{
-    return std::accumulate(items.cbegin(), items.cend(), 0,
-                           [](int sum, const SignalItem &item) { return sum + item.width(); });
-}
 
 static QString titleOf(ProbeType type)
 {
@@ -122,15 +113,15 @@ QList<SignalItem> ProbeDialog::shownSignals() const
 void ProbeDialog::showCount()
 {
     const int width = widthOf(shownSignals());
-    ui->labelCount->setText(tr("%1 of %2").arg(width).arg(MaxSignals));
-    ui->labelCount->setStyleSheet(width > MaxSignals ? QStringLiteral("QLabel { color: red }")
-                                                     : QString());
+    ui->labelCount->setText(tr("%1 of %2").arg(width).arg(MaxPortSignals));
+    ui->labelCount->setStyleSheet(width > MaxPortSignals ? QStringLiteral("QLabel { color: red }")
+                                                         : QString());
 }
 
 void ProbeDialog::accept()
 {
     const QList<SignalItem> chosen = shownSignals();
-    if (widthOf(chosen) > MaxSignals) {
+    if (widthOf(chosen) > MaxPortSignals) {
         Message warning;
         warning.icon = QMessageBox::Warning;
         warning.title = tr("Warning");

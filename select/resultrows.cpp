@@ -12,42 +12,6 @@
 
 namespace TARN {
 
-namespace {
-
-/// @p source is a net or a bus.
-template <typename Source>
-bool isExcluded(Source *source, ProbeType type)
-{
-    return type == ProbeTypeOut ? source->excludedForProbeOut() : source->excludedForProbeIn();
-}
-
-} // namespace
-
-SignalItem signalOf(NETWEIR::RtlNet *net, ProbeType type)
-{
-    SignalItem item;
-    item.name = net->fullPathName();
-    item.enabled = !isExcluded(net, type);
-    item.kind = SignalItem::Net;
-    return item;
-}
-
-SignalItem signalOf(NETWEIR::RtlNetBus *bus, ProbeType type)
-{
-    SignalItem item;
-    item.name = bus->fullBusName();
-    item.enabled = !isExcluded(bus, type);
-    item.kind = SignalItem::Bus;
-    const auto &nets = bus->nets();
-    item.members.reserve(nets.size());
-    for (NETWEIR::RtlNet *net : nets) {
-        item.members.append(signalOf(net, type));
-        // Saved files and the lists on the screen rely on this kind.
-        item.members.last().kind = SignalItem::Bus;
-    }
-    return item;
-}
-
 QList<QTreeWidgetItem *> newResultRows(const QList<NETWEIR::RtlNet *> &nets,
                                        const QList<NETWEIR::RtlNetBus *> &buses, ProbeType type)
 {

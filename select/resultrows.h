@@ -2,28 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <model/tarncore.h>
+#include <model/netsignals.h>
 
 #include <QList>
 
 class QTreeWidgetItem;
 
-namespace NETWEIR {
-class RtlNet;
-class RtlNetBus;
-} // namespace NETWEIR
-
 namespace TARN {
 
 struct ModuleForWidget;
 
-// What a search has found, as signals and rows. A net or bus is enabled unless it is excluded from
-// ports of the type.
-
-/// @p net as a single net.
-SignalItem signalOf(NETWEIR::RtlNet *net, ProbeType type);
-/// @p bus with its members.
-SignalItem signalOf(NETWEIR::RtlNetBus *bus, ProbeType type);
+// What a search has found, as rows.
 
 /// Rows, owned by the caller, for @p buses and then for @p nets, with full names.
 QList<QTreeWidgetItem *> newResultRows(const QList<NETWEIR::RtlNet *> &nets,
