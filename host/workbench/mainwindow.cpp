@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mainwindow.h"
 
+#include "editmenu.h"
 #include "gallerydialog.h"
 #include "messagelog.h"
 #include "messagesdock.h"
@@ -79,6 +80,7 @@ MainWindow::MainWindow(MessageLog *log, QWidget *parent)
     setCentralWidget(createCentre());
     createDocks(log);
     createFileMenu();
+    menuBar()->addMenu(new EditMenu(this));
     createProjectMenu();
     createViewMenu();
     connect(m_store, &ProjectStore::modifiedChanged, this, &MainWindow::updateTitle);
@@ -89,6 +91,8 @@ MainWindow::MainWindow(MessageLog *log, QWidget *parent)
 
 MainWindow::~MainWindow()
 {
+    // Views that are still open go with the centre, which cannot show anything by then.
+    disconnect(Core::ViewManager::instance(), nullptr, m_centre, nullptr);
     Core::ProjectManager::setCurrentProject(nullptr);
     m_store->closeProject();
     Core::ViewManager::setDialogParent(nullptr);

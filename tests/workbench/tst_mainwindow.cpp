@@ -61,6 +61,33 @@ protected:
     }
 };
 
+/// A view with a line to type in, and actions as a view with steps to undo has them. The actions
+/// belong to @p owner, or to the view without one.
+class ViewWithActions : public Core::IView
+{
+public:
+    explicit ViewWithActions(const QString &title, QObject *owner = nullptr)
+        : undo(new QAction("&Undo " + title, owner ? owner : this))
+        , next(new QAction("&Next " + title, owner ? owner : this))
+        , line(new QSpinBox(this))
+    {
+        setWindowTitle(title);
+        auto *separator = new QAction(owner ? owner : this);
+        separator->setSeparator(true);
+        addActions({undo, separator, next});
+        undo->setShortcut(QKeySequence::Undo);
+        next->setShortcut(Qt::Key_F8);
+        for (QAction *action : {undo, next}) {
+            action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+            connect(action, &QAction::triggered, this, [this, action] { ran += action; });
+        }
+    }
+    QList<const QAction *> ran;
+    QAction *undo;
+    QAction *next;
+    QWidget *line;
+};
+
 class Wizard : public Core::IFileWizardFactory
 {
 public:
@@ -141,19 +168,48 @@ private Q_SLOTS:
     void closingAsksEveryViewAndCancelKeepsItOpen();
     void openingAProjectClosesTheViewsOfTheFormer();
     void closeActsOnTheActiveView();
+    void windowTakesItsViewsAlong();
+    void editShowsTheActionsOfTheActiveView();
+    void editFollowsActionsThatComeAndGo();
+    void editForgetsADeletedView();
+    void shortcutOfAnActionInEditWorksOnce();
+    void actionInEditIsTriggeredByTheKeyboard();
 
 private:
-    QMenu *menu(int index) const { return m_window->menuBar()->actions().at(index)->menu(); }
+    QMenu *menu(const QString &title) const
+    {
+        for (const QAction *entry : m_window->menuBar()->actions()) {
+            if (entry->text().remove('&') == title)
+                return entry->menu();
+        }
+        return nullptr;
+    }
+    QStringList titles() const
+    {
+        QStringList titles;
+        for (const QAction *entry : m_window->menuBar()->actions())
+            titles.append((entry->isEnabled() ? "" : "-") + entry->text());
+        return titles;
+    }
     void trigger(const QString &text) const
     {
-        for (int i = 0; i < m_window->menuBar()->actions().size(); ++i) {
-            if (QAction *action = actionIn(menu(i), text)) {
+        for (const QAction *entry : m_window->menuBar()->actions()) {
+            if (QAction *action = actionIn(entry->menu(), text)) {
                 QVERIFY2(action->isEnabled(), qPrintable(text));
                 action->trigger();
                 return;
             }
         }
         QFAIL(qPrintable(text + QStringLiteral(" is in no menu")));
+    }
+    QStringList editEntries() const
+    {
+        QMenu *edit = menu("Edit");
+        QStringList entries = entriesOf(edit);
+        // A menu that offers nothing cannot be opened.
+        if (!edit->menuAction()->isEnabled())
+            entries.prepend("disabled");
+        return entries;
     }
     QTreeWidget *files() const { return m_window->findChild<QTreeWidget *>("files"); }
     void select(const QStringList &names)
@@ -218,25 +274,26 @@ void TestMainWindow::openVhdl()
 
 void TestMainWindow::menusOfAnEmptyWindow()
 {
-    QCOMPARE(entriesOf(menu(0)),
+    QCOMPARE(titles(), QStringList({"&File", "-&Edit", "&Project", "&View"}));
+    QCOMPARE(entriesOf(menu("File")),
              QStringList({"New...", "Open...", "--", "-Save", "-Close", "--", "Quit"}));
-    QCOMPARE(entriesOf(menu(1)),
+    QCOMPARE(entriesOf(menu("Project")),
              QStringList({"Open Project...", "-Save Project As...", "-Close Project", "--",
                           "-Add Files...", "-Selected Files", "--", "-Set Top Module...",
                           "-Options..."}));
-    QCOMPARE(entriesOf(menu(2)), QStringList({"Project", "Messages"}));
+    QCOMPARE(entriesOf(menu("View")), QStringList({"Project", "Messages"}));
     QCOMPARE(m_window->windowTitle(), QStringLiteral("TARN Workbench"));
     QCOMPARE(Core::ViewManager::dialogParent(), m_window.get());
     openSample();
     QCOMPARE(
-        entriesOf(menu(1)),
+        entriesOf(menu("Project")),
         QStringList({"Open Project...", "Save Project As...", "Close Project", "--", "Add Files...",
                      "-Selected Files", "--", "Set Top Module...", "Options..."}));
 }
 
 void TestMainWindow::saveIsTheSharedCommand()
 {
-    QAction *save = menu(0)->actions().at(3);
+    QAction *save = menu("File")->actions().at(3);
     QCOMPARE(save, Core::ActionManager::command(Core::Constants::A_FILE_SAVE));
     QCOMPARE(save->shortcut(), QKeySequence(Qt::CTRL + Qt::Key_S));
 }
@@ -343,7 +400,7 @@ void TestMainWindow::projectMenuRaisesEvents()
     trigger("Remove from Project");
     QCOMPARE(events(), QStringList("TE.File.Remove file=a.v type=3"));
     QTRY_COMPARE(files()->topLevelItemCount(), 2);
-    QVERIFY(!actionIn(menu(1), "Selected Files")->isEnabled());
+    QVERIFY(!actionIn(menu("Project"), "Selected Files")->isEnabled());
 
     script().expectDialog("QInputDialog", "Top Module", [](QDialog *dialog) {
         dialog->findChild<QLineEdit *>()->setText(" core ");
@@ -422,7 +479,7 @@ void TestMainWindow::vhdlFilesShowTheirLibraries()
 void TestMainWindow::libraryOfSelectedFilesIsSet()
 {
     openVhdl();
-    QAction *action = actionIn(menu(1), "Set Library...");
+    QAction *action = actionIn(menu("Project"), "Set Library...");
     select({"c.v"});
     QVERIFY(!action->isEnabled());
     select({"a.vhd", "c.v"});
@@ -633,7 +690,7 @@ void TestMainWindow::openingAProjectClosesTheViewsOfTheFormer()
 void TestMainWindow::closeActsOnTheActiveView()
 {
     m_window->show();
-    QAction *close = actionIn(menu(0), "Close");
+    QAction *close = actionIn(menu("File"), "Close");
     QVERIFY(!Core::ViewManager::viewArea()->isVisible());
     auto *first = new StubbornView("first");
     auto *second = new StubbornView("second");
@@ -647,6 +704,136 @@ void TestMainWindow::closeActsOnTheActiveView()
     close->trigger();
     QVERIFY(!close->isEnabled());
     QVERIFY(!Core::ViewManager::viewArea()->isVisible());
+}
+
+void TestMainWindow::windowTakesItsViewsAlong()
+{
+    const QPointer<Core::IView> view(new StubbornView("view"));
+    Core::ViewManager::showView(new ViewWithActions("1"));
+    Core::ViewManager::showView(view);
+    m_window.reset();
+    QVERIFY(!view);
+    QCOMPARE(Core::ViewManager::views(), QList<Core::IView *>());
+}
+
+void TestMainWindow::editShowsTheActionsOfTheActiveView()
+{
+    QCOMPARE(editEntries(), QStringList("disabled"));
+    auto *first = new ViewWithActions("1");
+    auto *second = new ViewWithActions("2");
+    auto *plain = new StubbornView("plain");
+    plain->agrees = true;
+    second->undo->setEnabled(false);
+    Core::ViewManager::showView(first);
+    QCOMPARE(editEntries(), QStringList({"Undo 1", "--", "Next 1"}));
+    QCOMPARE(menu("Edit")->actions(), first->actions());
+    Core::ViewManager::showView(second);
+    QCOMPARE(editEntries(), QStringList({"-Undo 2", "--", "Next 2"}));
+    Core::ViewManager::showView(plain);
+    QCOMPARE(editEntries(), QStringList("disabled"));
+    Core::ViewManager::showView(first);
+    QCOMPARE(editEntries(), QStringList({"Undo 1", "--", "Next 1"}));
+
+    // A window that comes later shows those of the view that is there.
+    const MainWindow later(m_log.get());
+    QCOMPARE(later.menuBar()->actions().at(1)->menu()->actions(), first->actions());
+
+    QVERIFY(Core::ViewManager::closeAllViews());
+    QCOMPARE(editEntries(), QStringList("disabled"));
+}
+
+void TestMainWindow::editFollowsActionsThatComeAndGo()
+{
+    auto *view = new ViewWithActions("1");
+    auto *hidden = new ViewWithActions("2");
+    Core::ViewManager::showView(hidden);
+    Core::ViewManager::showView(view);
+    QAction redo("&Redo");
+    view->insertAction(view->actions().at(1), &redo);
+    QCOMPARE(editEntries(), QStringList({"Undo 1", "Redo", "--", "Next 1"}));
+    // Only one that is told to move moves.
+    view->addAction(view->undo);
+    QCOMPARE(editEntries(), QStringList({"Redo", "--", "Next 1", "Undo 1"}));
+    redo.setEnabled(false);
+    view->undo->setText("&Undo Typing");
+    QCOMPARE(editEntries(), QStringList({"-Redo", "--", "Next 1", "Undo Typing"}));
+    view->removeAction(&redo);
+    delete view->next;
+    hidden->addAction(&redo);
+    hidden->removeAction(hidden->undo);
+    QCOMPARE(editEntries(), QStringList({"--", "Undo Typing"}));
+
+    // Nothing to choose from, and something again.
+    view->undo->setVisible(false);
+    QVERIFY(!menu("Edit")->menuAction()->isEnabled());
+    view->undo->setVisible(true);
+    QVERIFY(menu("Edit")->menuAction()->isEnabled());
+    delete view->undo;
+    QCOMPARE(editEntries(), QStringList({"disabled", "--"}));
+    Core::ViewManager::showView(hidden);
+    QCOMPARE(editEntries(), QStringList({"--", "Next 2", "-Redo"}));
+}
+
+void TestMainWindow::editForgetsADeletedView()
+{
+    QObject owner;
+    auto *first = new ViewWithActions("1", &owner);
+    auto *second = new ViewWithActions("2", &owner);
+    auto *third = new ViewWithActions("3", &owner);
+    for (Core::IView *view : {first, second, third})
+        Core::ViewManager::showView(view);
+    delete third;
+    QCOMPARE(menu("Edit")->actions(), Core::ViewManager::activeView()->actions());
+    QCOMPARE(menu("Edit")->actions().size(), 3);
+    Core::ViewManager::showView(first);
+    delete second;
+    QCOMPARE(editEntries(), QStringList({"Undo 1", "--", "Next 1"}));
+    delete first;
+    QCOMPARE(editEntries(), QStringList("disabled"));
+}
+
+void TestMainWindow::shortcutOfAnActionInEditWorksOnce()
+{
+    openSample();
+    auto *other = new ViewWithActions("1");
+    auto *view = new ViewWithActions("2");
+    Core::ViewManager::showView(other);
+    Core::ViewManager::showView(view);
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QWindow *window = m_window->windowHandle();
+    view->line->setFocus();
+    QTest::keyClick(window, Qt::Key_F8);
+    QCOMPARE(view->ran, QList<const QAction *>({view->next}));
+    view->setFocusPolicy(Qt::StrongFocus);
+    view->setFocus();
+    QTest::keyClick(window, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(view->ran, QList<const QAction *>({view->next, view->undo}));
+
+    // Not while the keys go elsewhere.
+    files()->setFocus();
+    QTest::keyClick(window, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(view->ran.size(), 2);
+    QCOMPARE(other->ran.size(), 0);
+
+    Core::ViewManager::showView(other);
+    other->line->setFocus();
+    QTest::keyClick(window, Qt::Key_F8);
+    QCOMPARE(view->ran.size(), 2);
+    QCOMPARE(other->ran, QList<const QAction *>({other->next}));
+}
+
+void TestMainWindow::actionInEditIsTriggeredByTheKeyboard()
+{
+    m_window->show();
+    auto *view = new ViewWithActions("1");
+    Core::ViewManager::showView(view);
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    view->line->setFocus();
+    QTest::keyClick(m_window->windowHandle(), Qt::Key_E, Qt::AltModifier);
+    QTRY_COMPARE(QApplication::activePopupWidget(), menu("Edit"));
+    QTest::keyClick(menu("Edit")->windowHandle(), Qt::Key_U);
+    QCOMPARE(view->ran, QList<const QAction *>({view->undo}));
+    QVERIFY(!QApplication::activePopupWidget());
 }
 
 TARN_TEST_MAIN(TestMainWindow)
