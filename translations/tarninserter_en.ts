@@ -339,6 +339,77 @@ Do you still want to keep it?</source>
     </message>
 </context>
 <context>
+    <name>TARN::SignalFit</name>
+    <message>
+        <source>The design has no net %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The design has no bus %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The bus %1 is %2 in the design now: %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 bit more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 bits more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 bit less</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 bits less</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>other bits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the same bits in reverse order</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The bus %1 has no bit %2 in the design now.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The bus %1 has its bits in another order in the design now.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The net %1 cannot be driven: the design drives it, or it is no wire.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The net %1 cannot be read: it has no value in the hardware.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The bit %1 cannot be driven: the design drives it, or it is no wire.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The bit %1 cannot be read: it has no value in the hardware.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 bits of the bus %2 cannot be driven: the design drives them, or they are no wires.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 bits of the bus %2 cannot be read: they have no value in the hardware.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::TarnFileWizardFactory</name>
     <message>
         <source>TARN Config File</source>

@@ -17,7 +17,7 @@ import re
 import subprocess
 import sys
 
-PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "model", "widgets", "sdk")
+PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "audit", "model", "widgets", "sdk")
 HOST_LIBRARIES = ("core", "dev", "extsys", "netweir", "qutil", "te")
 GROUND_FOLDER = "files"  # Below host and plug-in, which both use it.
 FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER,) + (
@@ -34,6 +34,7 @@ SIGNALS = ("probes/incomingsignals", "probes/signalrow", "probes/signaltree", "p
 LAYERS = (
     (("probes/signalitem",), ("sdk/",), ("widgets/",)),
     (("model/",), SIGNALS),
+    (("audit/",),),
     (("select/",),),
     (("probes/",),),
     (("view/",),),

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "finding.h"
+
+#include <memory>
+
+namespace NETWEIR {
+class RtlNetlist;
+}
+
+namespace TARN {
+
+class DesignNames;
+struct ConfigSnapshot;
+
+/// All findings of a configuration, kept up to date while it is edited.
+///
+/// Findings are in the order of the cores: those of the core itself and its user clock, of its
+/// Probe In ports and of its Probe Out ports, signal by signal. The bits with several drivers
+/// follow, sorted by name.
+///
+/// Keeps the snapshot alive, which shares nearly all with its successor, and a few bytes per bit
+/// and finding. Texts are made when they are asked for. Owns neither names nor netlist.
+class ConfigAudit
+{
+public:
+    /// Notes say that something is not finished yet, as a new file always is.
+    enum class Notes { Included, LeftOut };
+
+    /// Numbers of what does not fit the design.
+    struct Summary
+    {
+        int missing = 0; ///< Different nets and buses that are missing, user clocks included.
+        int changed = 0; ///< Different buses that have changed.
+        int marked = 0;  ///< Signals in ports that are missing, changed or not usable.
+    };
+
+    explicit ConfigAudit(Notes notes = Notes::Included);
+    ~ConfigAudit();
+    Q_DISABLE_COPY(ConfigAudit)
+
+    /// The names of the current design; null, as at first, for no finding that needs one. Looks at
+    /// every signal again. The names must live until they are replaced.
+    void setNames(const DesignNames *names);
+
+    /// Takes over the configuration. Looks only at ports that are not the same objects as last
+    /// time, and at the bits that they share with other ports.
+    void update(const ConfigSnapshot &snapshot);
+
+    int count() const;
+    Finding at(int i) const;
+
+    /// The place as the rows show it: "tarn_0, Probe Out3". Empty for a place that does not exist.
+    QString placeText(const Place &place) const;
+
+    Summary summary() const;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+/// All findings at once, for tools. @p netlist may be null.
+QVector<Finding> auditConfig(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist);
+
+} // namespace TARN
