@@ -120,12 +120,26 @@ std::shared_ptr<const CoreSnapshot> shared(CoreSnapshot core,
 
 ConfigSnapshot snapshotOf(const QList<TarnCore *> &cores, const ConfigSnapshot &former)
 {
-    const int count = cores.size();
+    QVector<qint32> indexes;
+    for (const TarnCore *core : cores)
+        indexes.append(core->index);
+    return snapshotOf(
+        indexes,
+        [&](int i, const std::shared_ptr<const CoreSnapshot> &twin) {
+            return snapshotOf(*cores.at(i), twin);
+        },
+        former);
+}
+
+ConfigSnapshot snapshotOf(const QVector<qint32> &indexes, const ContentOf &contentOf,
+                          const ConfigSnapshot &former)
+{
+    const int count = indexes.size();
     const int formerCount = former.cores.size();
     QVector<std::shared_ptr<const CoreSnapshot>> contents(count);
     const auto equalsFormer = [&](int i, int formerPosition) {
         const auto &twin = former.cores.at(formerPosition).content;
-        contents[i] = snapshotOf(*cores.at(i), twin);
+        contents[i] = contentOf(i, twin);
         return contents.at(i) == twin;
     };
     // From both ends as long as all is equal: a core may have come or gone between them.
@@ -136,14 +150,12 @@ ConfigSnapshot snapshotOf(const QList<TarnCore *> &cores, const ConfigSnapshot &
     int back = 0;
     while (back < common - front && equalsFormer(count - 1 - back, formerCount - 1 - back))
         ++back;
-    for (int i = front; i < count - back; ++i) {
-        contents[i] =
-            snapshotOf(*cores.at(i), i < formerCount - back ? former.cores.at(i).content : nullptr);
-    }
+    for (int i = front; i < count - back; ++i)
+        contents[i] = contentOf(i, i < formerCount - back ? former.cores.at(i).content : nullptr);
 
     ConfigSnapshot snapshot;
     for (int i = 0; i < count; ++i)
-        snapshot.cores.append({cores.at(i)->index, contents.at(i)});
+        snapshot.cores.append({indexes.at(i), contents.at(i)});
     return snapshot;
 }
 

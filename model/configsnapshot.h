@@ -8,6 +8,7 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 namespace TARN {
@@ -69,6 +70,13 @@ std::shared_ptr<const CoreSnapshot> shared(CoreSnapshot core,
 /// All @p cores as they are, sharing with @p former all that is equal, also behind a core that came
 /// or went.
 ConfigSnapshot snapshotOf(const QList<TarnCore *> &cores, const ConfigSnapshot &former = {});
+
+/// The same for cores with these numbers, of which @p contentOf returns the content of the core at
+/// a position: the former content that it is given, which may be null, when that is equal.
+using ContentOf = std::function<std::shared_ptr<const CoreSnapshot>(
+    int position, const std::shared_ptr<const CoreSnapshot> &former)>;
+ConfigSnapshot snapshotOf(const QVector<qint32> &indexes, const ContentOf &contentOf,
+                          const ConfigSnapshot &former = {});
 
 /// Makes each list of signals of @p core share its memory with the equal one of @p content, which
 /// shows the core as it is. The next comparison takes no time then.

@@ -130,6 +130,77 @@
     </message>
 </context>
 <context>
+    <name>TARN::EditHistory</name>
+    <message>
+        <source>Add Core</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Cores</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove Core</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove Cores</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Add Ports</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove Port</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove Ports</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Signals</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change Initial Value</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Change User Clock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reload File</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::InitialValueLine</name>
     <message>
         <source>Error</source>

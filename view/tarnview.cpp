@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tarnview.h"
 
+#include "edithistory.h"
 #include "filestate.h"
 #include "hostdesign.h"
 #include "messagedlg.h"
@@ -141,12 +142,14 @@ bool TarnView::open(const QString &filePath, const QString &, QString *errorText
     // title alone.
     setWindowTitle(QFileInfo(filePath).fileName());
     changeTarnWidget(0);
+    d->history->begin();
     return readRtlNetlist();
 }
 
 void TarnView::showCores(const QList<TarnCore *> &cores)
 {
     const QSignalBlocker untilAllAreThere(ui->treeWidget);
+    const EditHistory::Pause noEdit(d->history.get());
     d->clearTarns();
     ui->treeWidget->clear(); // Gaps in the indexes of former cores leave items behind.
     d->cores = cores;
@@ -214,10 +217,37 @@ void TarnView::onOKBtn()
 
 int TarnView::addTarnOptionWidget(TarnOptionWidget *page)
 {
-    ui->stackedWidget->addWidget(page);
-    connect(page, &TarnOptionWidget::modifed, this, &TarnView::onModified);
+    insertPage(ui->stackedWidget->count(), page);
     new QTreeWidgetItem(ui->treeWidget, {tr("tarn_%1").arg(page->core()->index)});
     return ui->stackedWidget->count();
+}
+
+void TarnView::insertPage(int position, TarnOptionWidget *page)
+{
+    ui->stackedWidget->insertWidget(position, page);
+    connect(page, &TarnOptionWidget::modifed, this, &TarnView::onModified);
+}
+
+void TarnView::takePage(TarnOptionWidget *page)
+{
+    ui->stackedWidget->removeWidget(page);
+    page->disconnect(this);
+}
+
+void TarnView::showCoreList()
+{
+    const QSignalBlocker untilAllAreThere(ui->treeWidget);
+    while (ui->treeWidget->topLevelItemCount() > d->cores.size())
+        delete ui->treeWidget->takeTopLevelItem(d->cores.size());
+    while (ui->treeWidget->topLevelItemCount() < d->cores.size())
+        new QTreeWidgetItem(ui->treeWidget);
+    for (int i = 0; i < d->cores.size(); ++i)
+        ui->treeWidget->topLevelItem(i)->setText(0, tr("tarn_%1").arg(d->cores.at(i)->index));
+}
+
+EditHistory *TarnView::history() const
+{
+    return d->history.get();
 }
 
 void TarnView::removeTarnOptionWidget(TarnOptionWidget *page)
@@ -230,8 +260,7 @@ void TarnView::removeTarnOptionWidget(TarnOptionWidget *page)
 void TarnView::takeOut(TarnOptionWidget *page)
 {
     const QSignalBlocker untilRenumbered(ui->treeWidget);
-    ui->stackedWidget->removeWidget(page);
-    disconnect(page, &TarnOptionWidget::modifed, this, nullptr);
+    takePage(page);
     delete ui->treeWidget->takeTopLevelItem(page->core()->index);
 }
 
@@ -425,8 +454,10 @@ bool TarnView::reloadTarnFile()
 {
     if (!checkTARNFile(file()))
         return false;
+    d->history->commitTyping();
     showCores(readTARNConfigFromXml(file(), nullptr, nullptr));
     changeTarnWidget(0);
+    d->history->recordReload();
     return true;
 }
 

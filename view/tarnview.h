@@ -31,6 +31,7 @@ namespace private_impl {
 class TarnViewPrivate;
 }
 
+class EditHistory;
 class ReloadBanner;
 class TarnCore;
 class TarnOptionWidget;
@@ -80,6 +81,16 @@ public:
     void changeTarnWidget(int index);
     /// Shows the page of the core that is current in the list.
     void showCurrentCore();
+
+    /// Shows @p page, which the view takes over, in the stack.
+    void insertPage(int position, TarnOptionWidget *page);
+    /// Takes @p page out of the stack.
+    void takePage(TarnOptionWidget *page);
+    /// Makes the items of the list agree with the cores.
+    void showCoreList();
+
+    /// The steps that can be undone. Owned by the view.
+    EditHistory *history() const;
 
     /// Reads the cores again from the file. False when the file is invalid; nothing changes then.
     bool reloadTarnFile();

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tarnview_p.h"
 
+#include "edithistory.h"
 #include "filestate.h"
 #include "tarnoptionwidget.h"
 #include "tarnview.h"
 
 #include <model/configcheck.h>
+#include <model/configdifference.h>
 #include <model/linkchain.h>
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
@@ -40,6 +42,7 @@ TarnViewPrivate::TarnViewPrivate(TarnView *view)
     , addAction(std::make_unique<QAction>(tr("Add")))
     , removeAction(std::make_unique<QAction>(tr("Remove")))
     , watcher(std::make_unique<QFileSystemWatcher>())
+    , history(std::make_unique<EditHistory>(this))
 {
     connect(watcher.get(), &QFileSystemWatcher::directoryChanged, this,
             &TarnViewPrivate::onFolderChange);
@@ -47,6 +50,7 @@ TarnViewPrivate::TarnViewPrivate(TarnView *view)
 
 TarnViewPrivate::~TarnViewPrivate()
 {
+    history.reset();
     watcher.reset();
     addAction.reset();
     removeAction.reset();
@@ -66,6 +70,7 @@ void TarnViewPrivate::addOneTarn(int index)
     optionWidgets.append(page);
     q->addTarnOptionWidget(page);
     q->onModified();
+    history->record();
 }
 
 void TarnViewPrivate::removeOneTarn(int index)
@@ -106,6 +111,7 @@ void TarnViewPrivate::removePage(TarnOptionWidget *page)
         cores.at(i)->index = i;
     logIndexes("after changed", cores);
     q->onModified();
+    history->record();
 }
 
 void TarnViewPrivate::initTarnOptionWidget()
@@ -125,6 +131,39 @@ void TarnViewPrivate::clearTarns()
     optionWidgets.clear();
     qDeleteAll(cores);
     cores.clear();
+}
+
+void TarnViewPrivate::showSnapshot(const ConfigSnapshot &current, const ConfigSnapshot &target)
+{
+    const ChangedCores changed = changedCores(current, target);
+    const int inPlace = qMin(changed.before, changed.after);
+    for (int i = changed.before - 1; i >= inPlace; --i)
+        deleteTarn(changed.first + i);
+    for (int i = 0; i < inPlace; ++i) {
+        deleteTarn(changed.first + i);
+        insertTarn(changed.first + i, newCore(0, *target.cores.at(changed.first + i).content));
+    }
+    for (int i = inPlace; i < changed.after; ++i)
+        insertTarn(changed.first + i, newCore(0, *target.cores.at(changed.first + i).content));
+    for (int i = 0; i < cores.size(); ++i)
+        cores.at(i)->index = target.cores.at(i).index;
+    q->showCoreList();
+}
+
+void TarnViewPrivate::insertTarn(int position, std::unique_ptr<TarnCore> core)
+{
+    auto *page = new TarnOptionWidget(core.get(), netlist.get(), q);
+    cores.insert(position, core.release());
+    optionWidgets.insert(position, page);
+    q->insertPage(position, page);
+}
+
+void TarnViewPrivate::deleteTarn(int position)
+{
+    TarnOptionWidget *page = optionWidgets.takeAt(position);
+    q->takePage(page);
+    delete page;
+    delete cores.takeAt(position);
 }
 
 TarnCore *TarnViewPrivate::getTarnByIndex(int index) const
@@ -157,6 +196,7 @@ void TarnViewPrivate::setModified(bool value)
 bool TarnViewPrivate::save()
 {
     qDebug("save lumo");
+    history->commitTyping();
     for (TarnOptionWidget *page : qAsConst(optionWidgets))
         page->save();
 
@@ -178,6 +218,7 @@ bool TarnViewPrivate::save()
                         tr("Can not save to %1").arg(QDir::toNativeSeparators(filePath))});
         return false;
     }
+    history->setSaved();
     q->showUnmodified();
     return true;
 }

@@ -19,6 +19,8 @@ class RtlNetlist;
 
 namespace TARN {
 
+struct ConfigSnapshot;
+class EditHistory;
 class TarnCore;
 class TarnOptionWidget;
 class TarnView;
@@ -47,6 +49,9 @@ public:
     void initTarnOptionWidget();
     /// Deletes all pages and cores.
     void clearTarns();
+    /// Makes cores and pages, which are as @p current, equal to @p target. Only what differs
+    /// changes; nothing is marked modified. The current core may be another one then.
+    void showSnapshot(const ConfigSnapshot &current, const ConfigSnapshot &target);
 
     /// The core whose index is @p index, or its page, null when there is none. Indexes of a file
     /// may have gaps.
@@ -84,9 +89,12 @@ public:
     std::function<void(bool)> modificationCallback;
     std::unique_ptr<QFileSystemWatcher> watcher;
     bool fileChangePending = false; ///< A change of the file is noticed and not answered yet.
+    std::unique_ptr<EditHistory> history;
 
 private:
     void removePage(TarnOptionWidget *page);
+    void deleteTarn(int position);
+    void insertTarn(int position, std::unique_ptr<TarnCore> core);
     void showCheckErrors(const QString &errors);
     void watchFolderOf(const QString &path);
     void onFolderChange();

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <model/configsnapshot.h>
+
+#include <QObject>
+#include <QString>
+#include <QUndoStack>
+
+class QAction;
+class QKeySequence;
+
+namespace TARN {
+
+class TarnOptionWidget;
+
+namespace private_impl {
+class TarnViewPrivate;
+}
+
+/// The edits of a view as steps that can be undone.
+///
+/// Cores and pages are edited directly. When an edit is complete, record() compares what is shown
+/// with the last step and adds a step if something differs. Undo and redo make cores and pages
+/// equal to a snapshot, change only what differs, and show the first place that changed.
+///
+/// The modified mark of the view follows the stack after undo and redo: it goes at the state that
+/// was saved. Between them it is set as before, also by a key that completes no edit.
+///
+/// Belongs to the private object of the view, and owns stack and actions. The actions are among
+/// those of the view. A step needs the memory of what it changed.
+class EditHistory final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// At most this many steps; the oldest one goes first.
+    static constexpr int MaximumSteps = 1000;
+
+    /// While one exists, nothing is recorded: the view itself changes its cores.
+    class Pause
+    {
+    public:
+        explicit Pause(EditHistory *history);
+        ~Pause();
+        Pause(const Pause &) = delete;
+        Pause &operator=(const Pause &) = delete;
+
+    private:
+        EditHistory *m_history;
+        bool m_former;
+    };
+
+    explicit EditHistory(private_impl::TarnViewPrivate *document);
+    ~EditHistory() override;
+
+    /// The view was filled from its file: forgets all steps. The state is the saved one unless the
+    /// view is modified. Before this call nothing is recorded.
+    void begin();
+
+    /// An edit is complete. Looks at @p page alone, or at all pages without it. Text that is typed
+    /// but not applied yet is left out.
+    void record(TarnOptionWidget *page = nullptr);
+
+    /// Makes typed text that is not applied yet a step of its own.
+    void commitTyping();
+
+    /// An edit made by the program, a step named @p text. Marks the view modified. Typed text
+    /// becomes a step before it.
+    void apply(const ConfigSnapshot &target, const QString &text);
+
+    /// The cores were replaced by those of the file on disk: one step.
+    void recordReload();
+
+    /// The file holds what is shown.
+    void setSaved();
+
+    /// What is shown, but for text that is typed and not applied yet.
+    const ConfigSnapshot &current() const { return m_current; }
+
+    QUndoStack *stack() { return &m_stack; }
+    QAction *undoAction() const { return m_undo; }
+    QAction *redoAction() const { return m_redo; }
+
+public Q_SLOTS:
+    /// Undo the last typing in the line that has the focus, else the last step.
+    void undo();
+    void redo();
+
+Q_SIGNALS:
+    /// After begin(), a step, undo and redo.
+    void changed();
+
+private:
+    class Step;
+
+    QAction *addAction(const char *name, const QList<QKeySequence> &keys);
+    void updateActions();
+    /// The cores as the pages show them.
+    ConfigSnapshot shown(TarnOptionWidget *onlyPage = nullptr) const;
+    /// Adds a step to @p target, which is shown already. False when nothing differs.
+    bool push(const ConfigSnapshot &target, const QString &text);
+    /// Makes cores and pages equal to @p target and shows what changed.
+    void show(const ConfigSnapshot &target);
+    /// Undoes or redoes a step and lets the modified mark follow.
+    void move(void (QUndoStack::*step)());
+
+    private_impl::TarnViewPrivate *const d;
+    QUndoStack m_stack;
+    QAction *m_undo;
+    QAction *m_redo;
+    ConfigSnapshot m_current;
+    bool m_paused = true; ///< Until begin().
+};
+
+} // namespace TARN
