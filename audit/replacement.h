@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "finding.h"
+
+#include <QString>
+
+namespace TARN {
+
+class DesignNames;
+struct ConfigSnapshot;
+
+// Putting something else in the place of what is missing. Both functions share all that does not
+// change with the former snapshot, and take time in proportion to the signals of the ports that
+// change.
+//
+// A bit of the new signal keeps the initial value of the bit with the same name, else of the bit
+// with the same index; what remains is 0. A net that takes the place of a net keeps its bit. The
+// bits of other signals stay as they are.
+//
+// No port gets a bit twice by it. When the port holds every bit of the new signal already, the old
+// one just goes. Otherwise the other signals go of which the new one has every bit; it keeps their
+// bits. Only a bus that the new signal covers in part stays.
+
+/// Puts @p by, without the members that are not enabled, in the place of the signal at @p place; a
+/// bit stands for its bus. Where the port is -1, its name becomes the core's user clock. False, and
+/// nothing changes, when the port would exceed MaxPortSignals bits, when @p by is a bus without
+/// enabled members, or when there is no such place.
+bool replaceSignal(ConfigSnapshot *snapshot, const Place &place, const SignalItem &by);
+
+/// Replaces everything missing below the instance @p from, and each user clock in use, by what has
+/// the same name below @p to, as far as the design has it and ports of that kind can hold it.
+/// Returns the number of signals and clocks replaced; -1, and nothing changes, when a port would
+/// exceed MaxPortSignals bits.
+int replacePrefix(ConfigSnapshot *snapshot, const QString &from, const QString &to,
+                  const DesignNames &names);
+
+} // namespace TARN
