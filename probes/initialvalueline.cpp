@@ -36,6 +36,7 @@ InitialValueLine::InitialValueLine(int index, ProbePortsOptionWidget *page, QWid
     m_validator = new QRegExpValidator(this);
     updateValidator();
     setText(QStringLiteral("0x0"));
+    keepText();
     installEventFilter(this);
 }
 
@@ -87,7 +88,42 @@ void InitialValueLine::onTextChange()
     } else {
         dealOut(QString(getWidth() - significant, QLatin1Char('0')) + bits);
     }
-    setText(QStringLiteral("0x%1").arg(stringBintoHex(getStringValue())));
+    setText(labelText());
+    const bool differs = displayText() != m_applied;
+    keepText();
+    if (differs && m_page)
+        m_page->finishValue();
+}
+
+QString InitialValueLine::value(Typing typing, const QString &stored) const
+{
+    const QString text = typing == Typing::Included ? displayText() : m_applied;
+    return text == m_stored ? stored : text;
+}
+
+void InitialValueLine::keepText()
+{
+    m_applied = displayText();
+    if (getWidth() != m_storedWidth)
+        m_stored.clear();
+}
+
+void InitialValueLine::keepStored()
+{
+    m_applied = displayText();
+    m_stored = m_applied;
+    m_storedWidth = getWidth();
+}
+
+bool InitialValueLine::agreesWithLabels() const
+{
+    // Without bits the mask fills in a digit.
+    return m_bitLabels.isEmpty() || displayText() == labelText();
+}
+
+QString InitialValueLine::labelText() const
+{
+    return QStringLiteral("0x") + stringBintoHex(getStringValue());
 }
 
 void InitialValueLine::showBits(QLabel *label, const QString &bits)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "typing.h"
+
 #include <QLineEdit>
 #include <QList>
 #include <QPointer>
@@ -54,6 +56,17 @@ public:
     void updateValidatorForWidth(int width);
     void updateValidator() { updateValidatorForWidth(getWidth()); }
 
+    /// The initial value of the port. Without a change by the user it is @p stored, the value in
+    /// the core, though the line shows it fitted to the width; else it is the text.
+    QString value(Typing typing, const QString &stored) const;
+    /// From now on the shown text is the applied one.
+    void keepText();
+    /// From now on the shown text is the applied one, and stands for the value in the core as long
+    /// as the width stays.
+    void keepStored();
+    /// Whether the labels show the bits of the text.
+    bool agreesWithLabels() const;
+
     /// An inert line keeps its text and its labels as they are.
     void setInert(bool inert) { m_inert = inert; }
 
@@ -61,7 +74,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 public Q_SLOTS:
-    /// Deals the shown value out to the bit labels, or rejects it when it needs more bits.
+    /// Deals the shown value out to the bit labels, or rejects it when it needs more bits. Tells
+    /// the page when the value is another one afterwards.
     void onTextChange();
 
 protected:
@@ -81,6 +95,8 @@ private:
     template <typename Change>
     bool changeText(const Change &change);
     void markPage();
+    /// The text for the bits on the labels.
+    QString labelText() const;
     void dealOut(const QString &bits);
     void rejectValue();
 
@@ -88,6 +104,9 @@ private:
     QPointer<ProbePortsOptionWidget> m_page;
     QRegExpValidator *m_validator;
     QList<QLabel *> m_bitLabels;
+    QString m_applied; ///< The text without what is typed and not applied yet.
+    QString m_stored;  ///< The text that stands for the value in the core, if any.
+    int m_storedWidth = 0;
     bool m_inert = false;
     bool m_hidden = false;
     bool m_applying = false;

@@ -3,23 +3,23 @@
 #include "probeportsoptionwidget.h"
 
 #include "initialvalueline.h"
-#include "portbits.h"
-#include "signaltree.h"
-#include "value2tree.h"
+#include "inportrows.h"
+#include "outportrows.h"
 
 #include "ui_probeportsoptionwidget.h"
 
-#include <model/bitstring.h>
+#include <model/configsnapshot.h>
 #include <sdk/qutil.h>
 #include <sdk/te.h>
 #include <select/probedialog.h>
 #include <select/tarnsignalselectdialog.h>
 #include <widgets/modaldialog.h>
 
+#include <QPointer>
 #include <QScrollBar>
 #include <QSet>
 #include <QShortcut>
-#include <QVector>
+#include <QSignalBlocker>
 
 #include <initializer_list>
 
@@ -27,40 +27,7 @@ namespace TARN {
 
 namespace {
 
-constexpr int PortType = 1001;
-constexpr int SignalType = 1002;
 constexpr int MaximumPorts = 64;
-
-/// A Probe Out port in the trees.
-struct OutPort
-{
-    QList<SignalItem> items;
-    int width;
-    QString bits;
-    QTreeWidgetItem *row;
-    QTreeWidgetItem *valueRow;
-    InitialValueLine *line;
-};
-
-/// Replaces the rows of the port's signals in both trees, in that of the values without labels.
-void makeRows(const OutPort &port)
-{
-    qDeleteAll(port.row->takeChildren());
-    qDeleteAll(port.valueRow->takeChildren());
-    signals2ProbeOutTree(port.row, port.items, SignalType);
-    QList<QTreeWidgetItem *> valueRows;
-    for (int i = 0; i < port.items.size(); ++i)
-        valueRows.append(new QTreeWidgetItem(SignalType));
-    port.valueRow->addChildren(valueRows);
-}
-
-void fitLine(const OutPort &port)
-{
-    port.line->setEnabled(port.width != 0);
-    // The mask first: the old one would cut a longer value. Without bits the line shows 0.
-    port.line->updateValidatorForWidth(port.width);
-    port.line->setText(QStringLiteral("0x") + stringBintoHex(port.bits));
-}
 
 /// The selected rows of @p tree without those below another one.
 QList<QTreeWidgetItem *> selectedRows(const QTreeWidget *tree)
@@ -81,7 +48,7 @@ QList<QTreeWidgetItem *> selectedRows(const QTreeWidget *tree)
 /// Top-level index of the port to whose rows @p item belongs.
 int portOf(const QTreeWidget *tree, QTreeWidgetItem *item)
 {
-    while (item && item->type() == SignalType)
+    while (item && item->type() == PortRows::SignalType)
         item = item->parent();
     return tree->indexOfTopLevelItem(item);
 }
@@ -91,9 +58,9 @@ void mirrorSelection(const QTreeWidget *from, QTreeWidgetItem *item, QTreeWidget
 {
     to->clearSelection();
     QTreeWidgetItem *twin = nullptr;
-    if (item->type() == PortType) {
+    if (item->type() == PortRows::PortType) {
         twin = to->topLevelItem(from->indexOfTopLevelItem(item));
-    } else if (item->type() == SignalType) {
+    } else if (item->type() == PortRows::SignalType) {
         QTreeWidgetItem *port = item->parent();
         twin = to->topLevelItem(from->indexOfTopLevelItem(port));
         twin = twin ? twin->child(port->indexOfChild(item)) : nullptr;
@@ -127,6 +94,8 @@ ProbePortsOptionWidget::ProbePortsOptionWidget(TarnCore *core, NETWEIR::RtlNetli
     ui->setupUi(this);
     // With the form's stretch alone, Probe In would get only what the two columns beside it leave.
     ui->splitter->setSizes({200, 300});
+    m_ins = std::make_unique<InPortRows>(core, ui->treeProbeIn, this);
+    m_outs = std::make_unique<OutPortRows>(core, ui->treeProbeOut, ui->treeValue, this);
     setUpTrees();
     setUpUserClock();
     connectTrees();
@@ -137,6 +106,7 @@ ProbePortsOptionWidget::ProbePortsOptionWidget(TarnCore *core, NETWEIR::RtlNetli
 ProbePortsOptionWidget::~ProbePortsOptionWidget()
 {
     QUtil::EventManager::instance()->unsubscribe(this, TE::E_DEVICE_CHANGE);
+    ui->lineEditUserClock->disconnect(this); // It may lose the focus later.
     // The labels of a line are deleted before the line.
     for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i) {
         if (InitialValueLine *line = ui->treeValue->lineAt(i))
@@ -152,20 +122,16 @@ void ProbePortsOptionWidget::setUpTrees()
             QStringLiteral("QTreeWidget::item { height: 20px;}QTreeWidget{ icon-size: 17px; }"));
     }
     for (int i = 0; i < m_core->probeIns.size(); ++i)
-        addProbeInRow(i);
-    for (int i = 0; i < m_core->probeOuts.size(); ++i) {
-        const ProbeOut *port = m_core->probeOuts.at(i);
-        InitialValueLine *line = addProbeOutRow(i);
-        line->updateValidatorForWidth(port->singleSignals().size());
-        line->setText(port->initialValue);
-    }
-    updateProbeInTree();
-    updateProbeOutTree();
+        m_ins->insertRow(i);
+    m_ins->rebuildAll();
+    for (int i = 0; i < m_core->probeOuts.size(); ++i)
+        m_outs->insertRow(i);
+    m_outs->showAllStored();
 }
 
 void ProbePortsOptionWidget::setUpUserClock()
 {
-    ui->lineEditUserClock->setText(m_core->userClock);
+    ui->lineEditUserClock->setApplied(m_core->userClock);
     ui->checkUserClock->setChecked(m_core->syncUserClock);
     enableUserClock(m_core->syncUserClock);
 }
@@ -211,7 +177,8 @@ void ProbePortsOptionWidget::connectWidgets()
     connect(ui->btnProbeOutRemove, &QPushButton::clicked, this, &Page::onRemoveProbeOut);
     connect(ui->checkUserClock, &QCheckBox::clicked, this, &Page::onCheckUserClock);
     connect(ui->btnUserClock, &QPushButton::clicked, this, &Page::onbtnUserClock);
-    connect(ui->lineEditUserClock, &QLineEdit::textChanged, this, &Page::modified);
+    connect(ui->lineEditUserClock, &UserClockLine::changed, this, &Page::modified);
+    connect(ui->lineEditUserClock, &UserClockLine::applied, this, &Page::edited);
 }
 
 void ProbePortsOptionWidget::handleIEvent(const QUtil::IEvent *event)
@@ -228,6 +195,91 @@ void ProbePortsOptionWidget::save()
         if (const InitialValueLine *line = ui->treeValue->lineAt(port->index))
             port->initialValue = line->displayText();
     }
+    m_outs->keepStored();
+}
+
+std::shared_ptr<const CoreSnapshot>
+ProbePortsOptionWidget::shown(Typing typing,
+                              const std::shared_ptr<const CoreSnapshot> &former) const
+{
+    CoreSnapshot core;
+    core.module = m_core->module;
+    core.userClock = ui->lineEditUserClock->text(typing);
+    core.syncUserClock = ui->checkUserClock->isChecked();
+    const CoreSnapshot none;
+    const CoreSnapshot &before = former ? *former : none;
+    for (int i = 0; i < m_core->probeIns.size(); ++i) {
+        core.probeIns.append(
+            snapshotOf(*m_core->probeIns.at(i), QString(), before.probeIns.value(i)));
+    }
+    for (int i = 0; i < m_core->probeOuts.size(); ++i) {
+        const ProbeOut *port = m_core->probeOuts.at(i);
+        const InitialValueLine *line = ui->treeValue->lineAt(port->index);
+        const QString value = line ? line->value(typing, port->initialValue) : port->initialValue;
+        core.probeOuts.append(snapshotOf(*port, value, before.probeOuts.value(i)));
+    }
+    return shared(std::move(core), former);
+}
+
+void ProbePortsOptionWidget::restore(const CoreSnapshot &target)
+{
+    m_core->module = target.module;
+    m_ins->restore(target.probeIns);
+    m_outs->restore(target.probeOuts);
+    restoreUserClock(target);
+}
+
+void ProbePortsOptionWidget::restoreUserClock(const CoreSnapshot &target)
+{
+    m_core->userClock = target.userClock;
+    m_core->syncUserClock = target.syncUserClock;
+    const QSignalBlocker blocker(ui->lineEditUserClock);
+    setUpUserClock();
+}
+
+void ProbePortsOptionWidget::showRow(ProbeType type, int port, int signal, int bit)
+{
+    const bool out = type == ProbeTypeOut;
+    QTreeWidget *tree = out ? ui->treeProbeOut : ui->treeProbeIn;
+    QTreeWidgetItem *row = tree->topLevelItem(port);
+    if (!row) {
+        showUserClock();
+        return;
+    }
+    for (const int position : {signal, bit}) {
+        QTreeWidgetItem *below = row->child(position);
+        if (!below)
+            break;
+        row->setExpanded(true);
+        row = below;
+    }
+    tree->setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect);
+    tree->scrollToItem(row);
+    if (out)
+        mirrorSelection(tree, row, ui->treeValue);
+}
+
+void ProbePortsOptionWidget::showUserClock()
+{
+    if (!ui->lineEditUserClock->isEnabled()) {
+        ui->checkUserClock->setFocus();
+        return;
+    }
+    ui->lineEditUserClock->setFocus();
+    ui->lineEditUserClock->selectAll();
+}
+
+void ProbePortsOptionWidget::setMarks(const SignalMarks *marks)
+{
+    m_marks = marks;
+}
+
+void ProbePortsOptionWidget::finishEdit()
+{
+    const QPointer<ProbePortsOptionWidget> self(this);
+    Q_EMIT modified();
+    if (self)
+        Q_EMIT edited();
 }
 
 void ProbePortsOptionWidget::setNlsdata(NETWEIR::RtlNetlist *netlist)
@@ -250,8 +302,8 @@ void ProbePortsOptionWidget::onAddProbeIn()
         return;
     }
     m_core->addProbeIn(count);
-    addProbeInRow(count);
-    Q_EMIT modified();
+    m_ins->insertRow(count);
+    finishEdit();
 }
 
 void ProbePortsOptionWidget::onAddProbeOut()
@@ -262,9 +314,9 @@ void ProbePortsOptionWidget::onAddProbeOut()
         return;
     }
     m_core->addProbeOut(count);
-    addProbeOutRow(count);
+    m_outs->insertRow(count);
     updateProbeOutTree();
-    Q_EMIT modified();
+    finishEdit();
 }
 
 void ProbePortsOptionWidget::onRemoveProbeIn()
@@ -275,15 +327,15 @@ void ProbePortsOptionWidget::onRemoveProbeIn()
     }
     const QList<QTreeWidgetItem *> rows = selectedRows(ui->treeProbeIn);
     for (QTreeWidgetItem *row : rows) {
-        // For the row of a signal that is -1: it goes, but its port stays as it is.
         const int index = ui->treeProbeIn->indexOfTopLevelItem(row);
-        closeDialogOf(m_core->getProbeIn(index));
-        m_core->removeProbeIn(index);
-        delete row;
+        if (index == -1)
+            delete row; // That of a signal: it goes, but its port stays as it is.
+        else
+            m_ins->removePort(index);
     }
-    renumber(ui->treeProbeIn, ProbeTypeIn);
+    m_ins->renumber();
     m_core->updateProbeIn();
-    Q_EMIT modified();
+    finishEdit();
 }
 
 void ProbePortsOptionWidget::onRemoveProbeOut()
@@ -297,18 +349,11 @@ void ProbePortsOptionWidget::onRemoveProbeOut()
         const int index = ui->treeProbeOut->indexOfTopLevelItem(row);
         if (index == -1)
             break;
-        closeDialogOf(m_core->getProbeOut(index));
-        m_core->removeProbeOut(index);
-        ui->treeValue->deletePort(index);
-        delete row;
+        m_outs->removePort(index);
     }
-    renumber(ui->treeProbeOut, ProbeTypeOut);
-    for (int i = 0; i < ui->treeValue->topLevelItemCount(); ++i) {
-        if (InitialValueLine *line = ui->treeValue->lineAt(i))
-            line->setIndex(i);
-    }
+    m_outs->renumber();
     m_core->updateProbeOut();
-    Q_EMIT modified();
+    finishEdit();
 }
 
 void ProbePortsOptionWidget::editProbeIn(QTreeWidgetItem *item, int column)
@@ -327,8 +372,8 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
 {
     const bool out = type == ProbeTypeOut;
     QTreeWidget *tree = out ? ui->treeProbeOut : ui->treeProbeIn;
-    const int index = portOf(tree, item);
-    ProbeIn *port = out ? m_core->getProbeOut(index) : m_core->getProbeIn(index);
+    PortRows *rows = rowsOf(type);
+    ProbeIn *port = rows->portAt(portOf(tree, item));
     if (!port)
         return;
     auto *dialog = new ProbeDialog(port, m_netlist, type, this);
@@ -336,25 +381,21 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
         connect(this, &ProbePortsOptionWidget::netlistChanged, dialog, &ProbeDialog::closeWidget);
     if (execAndDelete(dialog) != QDialog::Accepted) // Or the page was deleted with the dialog.
         return;
-    if (out)
-        updateProbeOutTree();
-    else
-        updateProbeInTree();
-    if (QTreeWidgetItem *row = tree->topLevelItem(index)) {
+    rows->rebuildAll();
+    if (QTreeWidgetItem *row = tree->topLevelItem(rows->positionOf(port))) {
         const int scrolled = tree->verticalScrollBar()->value();
         tree->setCurrentItem(row); // Scrolls to the row, which may be far above the one clicked.
         row->setExpanded(true);
         tree->verticalScrollBar()->setValue(scrolled);
     }
-    Q_EMIT modified();
+    finishEdit();
 }
 
-void ProbePortsOptionWidget::closeDialogOf(const ProbeIn *port)
+PortRows *ProbePortsOptionWidget::rowsOf(ProbeType type) const
 {
-    for (ProbeDialog *dialog : findChildren<ProbeDialog *>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (dialog->port() == port)
-            dialog->closeWidget();
-    }
+    if (type == ProbeTypeOut)
+        return m_outs.get();
+    return m_ins.get();
 }
 
 void ProbePortsOptionWidget::onProbeOutClicked(QTreeWidgetItem *item, int column)
@@ -402,7 +443,7 @@ void ProbePortsOptionWidget::onScrollInitialValueChanged()
 void ProbePortsOptionWidget::onCheckUserClock()
 {
     enableUserClock(ui->checkUserClock->isChecked());
-    Q_EMIT modified();
+    finishEdit();
 }
 
 void ProbePortsOptionWidget::onbtnUserClock()
@@ -410,77 +451,18 @@ void ProbePortsOptionWidget::onbtnUserClock()
     const QString name = TarnSignalSelectDialog::getOneNetName(m_netlist, ProbeTypeIn, this);
     if (name.isEmpty()) // Or the page was deleted with the dialog.
         return;
-    ui->lineEditUserClock->setText(name);
-    Q_EMIT modified();
+    ui->lineEditUserClock->setApplied(name);
+    finishEdit();
 }
 
 void ProbePortsOptionWidget::updateProbeInTree()
 {
-    for (int i = 0; i < ui->treeProbeIn->topLevelItemCount(); ++i) {
-        QTreeWidgetItem *row = ui->treeProbeIn->topLevelItem(i);
-        qDeleteAll(row->takeChildren());
-        if (const ProbeIn *port = m_core->getProbeIn(i))
-            signals2Tree(row, port->signals, SignalType);
-    }
+    m_ins->rebuildAll();
 }
 
 void ProbePortsOptionWidget::updateProbeOutTree()
 {
-    QVector<OutPort> ports;
-    for (int i = 0; i < ui->treeProbeOut->topLevelItemCount(); ++i) {
-        const ProbeOut *port = m_core->getProbeOut(i);
-        InitialValueLine *line = ui->treeValue->lineAt(i);
-        if (!port || !line)
-            continue;
-        const int width = port->singleSignals().size();
-        ports.append({port->signals, width,
-                      fittedBits(stringHextoBinfor0x(line->displayText()), line->getWidth(), width),
-                      ui->treeProbeOut->topLevelItem(i), ui->treeValue->topLevelItem(i), line});
-    }
-
-    // Each step for all ports before the next one: the tree compares every row that comes or goes
-    // with all labels that exist.
-    ui->treeValue->suspendLayout();
-    for (const OutPort &port : qAsConst(ports))
-        ui->treeValue->deleteLabels(port.valueRow);
-    for (const OutPort &port : qAsConst(ports)) {
-        makeRows(port);
-        fitLine(port);
-    }
-    for (OutPort &port : ports) {
-        values2Tree(ui->treeValue, port.valueRow, port.items, port.bits, port.line);
-        port.line->setInert(false);
-    }
-    ui->treeValue->resumeLayout();
-}
-
-void ProbePortsOptionWidget::addProbeInRow(int index)
-{
-    auto *row = new QTreeWidgetItem(ui->treeProbeIn, PortType);
-    row->setText(0, textOf(ProbeTypeIn, index));
-}
-
-InitialValueLine *ProbePortsOptionWidget::addProbeOutRow(int index)
-{
-    auto *row = new QTreeWidgetItem(ui->treeProbeOut, PortType);
-    row->setText(0, textOf(ProbeTypeOut, index));
-    auto *valueRow = new QTreeWidgetItem(ui->treeValue, PortType);
-    auto *line = new InitialValueLine(index, this);
-    ui->treeValue->setItemWidget(valueRow, 0, line);
-    QWidget *above = ui->treeValue->lineAt(index - 1);
-    setTabOrder(above ? above : ui->treeValue, line);
-    return line;
-}
-
-void ProbePortsOptionWidget::renumber(QTreeWidget *tree, ProbeType type)
-{
-    for (int i = 0; i < tree->topLevelItemCount(); ++i)
-        tree->topLevelItem(i)->setText(0, textOf(type, i));
-}
-
-QString ProbePortsOptionWidget::textOf(ProbeType type, int index)
-{
-    return (type == ProbeTypeOut ? tr("Probe Out%1") : tr("Probe In%1")).arg(index);
+    m_outs->rebuildAll();
 }
 
 void ProbePortsOptionWidget::enableUserClock(bool enabled)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "typing.h"
+
 #include <model/tarncore.h>
 #include <sdk/qutil.h>
 
@@ -18,7 +20,11 @@ class RtlNetlist;
 
 namespace TARN {
 
-class InitialValueLine;
+class InPortRows;
+class OutPortRows;
+class PortRows;
+class SignalMarks;
+struct CoreSnapshot;
 
 namespace Ui {
 class ProbePortsOptionWidget;
@@ -37,6 +43,32 @@ class ProbePortsOptionWidget final : public QWidget, public QUtil::IEventHandler
 public:
     ProbePortsOptionWidget(TarnCore *core, NETWEIR::RtlNetlist *netlist, QWidget *parent);
     ~ProbePortsOptionWidget() override;
+
+    /// The core as save() would write it, with or without typed text: the signals of the core, and
+    /// values and clock of the widgets. An initial value that the user left alone is the one in the
+    /// core, even when it does not fit the port. Shares with @p former, which may be null, all that
+    /// is equal. Takes little time when the core shares the lists of its signals with @p former.
+    std::shared_ptr<const CoreSnapshot>
+    shown(Typing typing, const std::shared_ptr<const CoreSnapshot> &former) const;
+
+    /// Makes core and page equal to @p target: the page shows what a new page would show. Rebuilds
+    /// the rows of ports that differ, and drops what is typed there; the other rows stay as they
+    /// are. Closes the dialogs of ports that go. Emits neither modified() nor edited().
+    void restore(const CoreSnapshot &target);
+
+    /// Makes the row current, selects it and brings it into sight. Positions that do not exist, and
+    /// bits of Probe Out ports, which have no rows, stand for the row above.
+    ///
+    /// @p port -1 means the user clock, which gets the focus. @p signal -1 means the row of the
+    /// port, @p bit -1 that of the signal.
+    void showRow(ProbeType type, int port, int signal, int bit);
+
+    /// Marks rows by @p marks, which may be null and outlives the page; so do the dialogs of ports.
+    /// Call it again to show other marks.
+    void setMarks(const SignalMarks *marks);
+
+    /// Emits edited() for the line of an initial value.
+    void finishValue() { Q_EMIT edited(); }
 
     // QUtil::IEventHandler
     void handleIEvent(const QUtil::IEvent *event) override;
@@ -81,6 +113,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// The user changed something.
     void modified();
+    /// An edit by the user is complete. Comes after modified(), and once for text that is applied.
+    void edited();
     /// Another netlist was set.
     void netlistChanged();
 
@@ -92,21 +126,21 @@ private:
     /// Lets Return and Enter edit the current row of @p tree, as a double click does.
     void editByKey(QTreeWidget *tree, void (ProbePortsOptionWidget::*edit)(QTreeWidgetItem *, int));
 
-    void addProbeInRow(int index);
-    InitialValueLine *addProbeOutRow(int index);
-    void renumber(QTreeWidget *tree, ProbeType type);
-    /// Text of the row of a port.
-    static QString textOf(ProbeType type, int index);
-
     void editPort(ProbeType type, QTreeWidgetItem *item);
-    /// Closes the dialog that edits @p port, which is about to be deleted, if one is open.
-    void closeDialogOf(const ProbeIn *port);
+    PortRows *rowsOf(ProbeType type) const;
+    void restoreUserClock(const CoreSnapshot &target);
+    void showUserClock();
+    /// Emits modified() and edited().
+    void finishEdit();
     void enableUserClock(bool enabled);
     void warn(const QString &text);
 
     std::unique_ptr<Ui::ProbePortsOptionWidget> ui;
     TarnCore *m_core;
     NETWEIR::RtlNetlist *m_netlist;
+    const SignalMarks *m_marks = nullptr;
+    std::unique_ptr<InPortRows> m_ins;
+    std::unique_ptr<OutPortRows> m_outs;
 };
 
 } // namespace TARN

@@ -14,6 +14,7 @@ TarnOptionWidget::TarnOptionWidget(TarnCore *core, NETWEIR::RtlNetlist *netlist,
 {
     addTab(m_ports, tr("Probe Ports"));
     connect(m_ports, &ProbePortsOptionWidget::modified, this, &TarnOptionWidget::modifed);
+    connect(m_ports, &ProbePortsOptionWidget::edited, this, &TarnOptionWidget::edited);
 }
 
 TarnOptionWidget::~TarnOptionWidget() = default;
@@ -27,6 +28,27 @@ void TarnOptionWidget::setNlsdata(NETWEIR::RtlNetlist *netlist)
 {
     m_netlist = netlist;
     m_ports->setNlsdata(netlist);
+}
+
+std::shared_ptr<const CoreSnapshot>
+TarnOptionWidget::shown(Typing typing, const std::shared_ptr<const CoreSnapshot> &former) const
+{
+    return m_ports->shown(typing, former);
+}
+
+void TarnOptionWidget::restore(const CoreSnapshot &target)
+{
+    m_ports->restore(target);
+}
+
+void TarnOptionWidget::showRow(ProbeType type, int port, int signal, int bit)
+{
+    m_ports->showRow(type, port, signal, bit);
+}
+
+void TarnOptionWidget::setMarks(const SignalMarks *marks)
+{
+    m_ports->setMarks(marks);
 }
 
 } // namespace TARN

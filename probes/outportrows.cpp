@@ -1,0 +1,201 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "outportrows.h"
+
+#include "initialvalueline.h"
+#include "portbits.h"
+#include "probeportsoptionwidget.h"
+#include "signaltree.h"
+#include "value2tree.h"
+#include "valuetree.h"
+
+#include <model/bitstring.h>
+#include <model/configsnapshot.h>
+
+#include <numeric>
+
+namespace TARN {
+
+/// A port to rebuild.
+struct OutPortRows::Port
+{
+    QList<SignalItem> items;
+    int width;
+    QString bits;
+    QTreeWidgetItem *row;
+    QTreeWidgetItem *valueRow;
+    InitialValueLine *line;
+
+    /// Replaces the rows of the signals in both trees, in that of the values without labels.
+    void makeRows() const
+    {
+        qDeleteAll(row->takeChildren());
+        qDeleteAll(valueRow->takeChildren());
+        signals2ProbeOutTree(row, items, SignalType);
+        QList<QTreeWidgetItem *> valueRows;
+        for (int i = 0; i < items.size(); ++i)
+            valueRows.append(new QTreeWidgetItem(SignalType));
+        valueRow->addChildren(valueRows);
+    }
+
+    void fitLine() const
+    {
+        line->setEnabled(width != 0);
+        // The mask first: the old one would cut a longer value. Without bits the line shows 0.
+        line->updateValidatorForWidth(width);
+        line->setText(QStringLiteral("0x") + stringBintoHex(bits));
+    }
+};
+
+OutPortRows::OutPortRows(TarnCore *core, QTreeWidget *tree, ValueTree *values,
+                         ProbePortsOptionWidget *page)
+    : PortRows(ProbeTypeOut, core, tree, page)
+    , m_values(values)
+    , m_lineOwner(page)
+{
+}
+
+void OutPortRows::insertRow(int position)
+{
+    auto *row = new QTreeWidgetItem(PortType);
+    row->setText(0, textOf(position));
+    m_tree->insertTopLevelItem(position, row);
+    auto *valueRow = new QTreeWidgetItem(PortType);
+    m_values->insertTopLevelItem(position, valueRow);
+    auto *line = new InitialValueLine(position, m_lineOwner);
+    line->keepStored(); // The new port stores nothing.
+    m_values->setItemWidget(valueRow, 0, line);
+    QWidget *above = m_values->lineAt(position - 1);
+    QWidget::setTabOrder(above ? above : m_values, line);
+}
+
+void OutPortRows::renumber()
+{
+    PortRows::renumber();
+    for (int i = 0; i < m_values->topLevelItemCount(); ++i) {
+        if (InitialValueLine *line = m_values->lineAt(i))
+            line->setIndex(i);
+    }
+}
+
+void OutPortRows::rebuildAll()
+{
+    QVector<Port> ports;
+    for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
+        if (portAt(i) && m_values->lineAt(i))
+            ports.append(portToShow(i));
+    }
+    beginChange();
+    rebuild(&ports);
+    endChange();
+}
+
+OutPortRows::Port OutPortRows::portToShow(int position) const
+{
+    const ProbeIn *port = portAt(position);
+    InitialValueLine *line = m_values->lineAt(position);
+    const int width = port->singleSignals().size();
+    return {port->signals,
+            width,
+            fittedBits(stringHextoBinfor0x(line->displayText()), line->getWidth(), width),
+            m_tree->topLevelItem(position),
+            m_values->topLevelItem(position),
+            line};
+}
+
+void OutPortRows::rebuild(QVector<Port> *ports)
+{
+    // Each step for all ports before the next one: the tree compares every row that comes or goes
+    // with all labels that exist.
+    for (const Port &port : qAsConst(*ports))
+        m_values->deleteLabels(port.valueRow);
+    for (const Port &port : qAsConst(*ports)) {
+        port.makeRows();
+        port.fitLine();
+    }
+    for (Port &port : *ports) {
+        values2Tree(m_values, port.valueRow, port.items, port.bits, port.line);
+        port.line->setInert(false);
+        port.line->keepText();
+    }
+}
+
+void OutPortRows::showAllStored()
+{
+    QVector<int> positions(m_tree->topLevelItemCount());
+    std::iota(positions.begin(), positions.end(), 0);
+    beginChange();
+    showStored(positions);
+    endChange();
+    keepStored();
+}
+
+void OutPortRows::showStored(const QVector<int> &positions)
+{
+    for (const int position : positions)
+        m_values->deleteLabels(m_values->topLevelItem(position));
+    QVector<Port> ports;
+    for (const int position : positions) {
+        const ProbeOut *port = m_core->getProbeOut(position);
+        InitialValueLine *line = m_values->lineAt(position);
+        line->updateValidatorForWidth(port->singleSignals().size());
+        line->setText(port->initialValue);
+        ports.append(portToShow(position));
+    }
+    rebuild(&ports);
+}
+
+void OutPortRows::keepStored()
+{
+    for (int i = 0; i < m_values->topLevelItemCount(); ++i) {
+        if (InitialValueLine *line = m_values->lineAt(i))
+            line->keepStored();
+    }
+}
+
+void OutPortRows::insertPort(int position)
+{
+    m_core->probeOuts.insert(position, new ProbeOut);
+}
+
+void OutPortRows::deleteRow(int position)
+{
+    m_values->deletePort(position);
+    delete m_tree->topLevelItem(position);
+}
+
+bool OutPortRows::shows(int position, const PortSnapshot &content) const
+{
+    const ProbeOut *port = m_core->getProbeOut(position);
+    const InitialValueLine *line = m_values->lineAt(position);
+    return sameSignals(port->signals, content.signals) &&
+           m_tree->topLevelItem(position)->childCount() == content.signals.size() &&
+           line->value(Typing::LeftOut, port->initialValue) == content.initialValue &&
+           line->value(Typing::Included, port->initialValue) == content.initialValue &&
+           line->agreesWithLabels();
+}
+
+void OutPortRows::assign(int position, const PortSnapshot &content)
+{
+    ProbeOut *port = m_core->getProbeOut(position);
+    port->index = content.index;
+    port->signals = content.signals;
+    port->initialValue = content.initialValue;
+}
+
+void OutPortRows::beginChange()
+{
+    m_values->suspendLayout();
+}
+
+void OutPortRows::prepareRemoval(int position)
+{
+    m_values->deleteLabels(m_values->topLevelItem(position));
+}
+
+void OutPortRows::endChange()
+{
+    m_values->resumeLayout();
+}
+
+} // namespace TARN
