@@ -3,6 +3,7 @@
 #include "initialvalueline.h"
 
 #include "probeportsoptionwidget.h"
+#include "undokeys.h"
 #include "valuetree.h"
 
 #include <model/bitstring.h>
@@ -252,8 +253,10 @@ bool InitialValueLine::event(QEvent *event)
 {
     if (event->type() == QEvent::FocusOut && !outlivesLossOfFocus())
         return true;
-    // Past QLineEdit on purpose: shortcuts of the window go before typing here, and no text is
-    // dragged out of the line.
+    if (decideUndoKey(this, event))
+        return true;
+    // Past QLineEdit on purpose: other shortcuts of the window go before typing here, and no text
+    // is dragged out of the line.
     return QWidget::event(event); // NOLINT(bugprone-parent-virtual-call)
 }
 

@@ -50,6 +50,7 @@ void InPortRows::rebuild(int position)
     qDeleteAll(row->takeChildren());
     if (const ProbeIn *port = portAt(position))
         signals2Tree(row, port->signals, SignalType);
+    m_tree->viewport()->update(); // The row of a collapsed port may have another mark.
 }
 
 void InPortRows::insertPort(int position)

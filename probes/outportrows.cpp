@@ -118,6 +118,7 @@ void OutPortRows::rebuild(QVector<Port> *ports)
         port.line->setInert(false);
         port.line->keepText();
     }
+    m_tree->viewport()->update(); // The row of a collapsed port may have another mark.
 }
 
 void OutPortRows::showAllStored()
@@ -143,6 +144,14 @@ void OutPortRows::showStored(const QVector<int> &positions)
         ports.append(portToShow(position));
     }
     rebuild(&ports);
+}
+
+void OutPortRows::keepTyping()
+{
+    for (int i = 0; i < m_values->topLevelItemCount(); ++i) {
+        if (InitialValueLine *line = m_values->lineAt(i))
+            line->keepText();
+    }
 }
 
 void OutPortRows::keepStored()

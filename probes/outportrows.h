@@ -27,6 +27,7 @@ public:
     void renumber() override;
     /// Fits each line to the signals of its port.
     void rebuildAll() override;
+    void keepTyping() override;
     void keepStored() override;
 
 private:

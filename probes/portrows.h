@@ -46,7 +46,9 @@ public:
     /// Makes ports and rows equal to @p target. Rebuilds the rows of ports that differ; the others
     /// stay as they are.
     void restore(const Ports &target);
-    /// Tells the rows that the core stores now what they show.
+    /// Takes typed text as applied.
+    virtual void keepTyping() {}
+    /// The same, and that the core stores what is shown.
     virtual void keepStored() {}
 
 protected:

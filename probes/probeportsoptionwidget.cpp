@@ -12,6 +12,7 @@
 #include <sdk/qutil.h>
 #include <sdk/te.h>
 #include <select/probedialog.h>
+#include <select/signalrowmark.h>
 #include <select/tarnsignalselectdialog.h>
 #include <widgets/modaldialog.h>
 
@@ -121,12 +122,25 @@ void ProbePortsOptionWidget::setUpTrees()
         tree->setStyleSheet(
             QStringLiteral("QTreeWidget::item { height: 20px;}QTreeWidget{ icon-size: 17px; }"));
     }
+    setUpMarks(ui->treeProbeIn, ProbeTypeIn);
+    setUpMarks(ui->treeProbeOut, ProbeTypeOut);
     for (int i = 0; i < m_core->probeIns.size(); ++i)
         m_ins->insertRow(i);
     m_ins->rebuildAll();
     for (int i = 0; i < m_core->probeOuts.size(); ++i)
         m_outs->insertRow(i);
     m_outs->showAllStored();
+}
+
+void ProbePortsOptionWidget::setUpMarks(QTreeWidget *tree, ProbeType type)
+{
+    const auto markOf = [this, type](const QModelIndex &row) {
+        if (row.parent().isValid())
+            return signalRowMark(m_marks, type, row);
+        const ProbeIn *port = m_marks ? rowsOf(type)->portAt(row.row()) : nullptr;
+        return port ? rowMarkOf(m_marks->ofPort(port->signals, type)) : RowMark();
+    };
+    tree->setItemDelegate(new RowMarks(markOf, tree));
 }
 
 void ProbePortsOptionWidget::setUpUserClock()
@@ -196,6 +210,13 @@ void ProbePortsOptionWidget::save()
             port->initialValue = line->displayText();
     }
     m_outs->keepStored();
+    ui->lineEditUserClock->keepText();
+}
+
+void ProbePortsOptionWidget::keepTyping()
+{
+    m_outs->keepTyping();
+    ui->lineEditUserClock->keepText();
 }
 
 std::shared_ptr<const CoreSnapshot>
@@ -257,6 +278,9 @@ void ProbePortsOptionWidget::showRow(ProbeType type, int port, int signal, int b
     tree->scrollToItem(row);
     if (out)
         mirrorSelection(tree, row, ui->treeValue);
+    const QWidget *line = out ? ui->treeValue->lineAt(port) : nullptr;
+    if (!line || !line->hasFocus())
+        tree->setFocus();
 }
 
 void ProbePortsOptionWidget::showUserClock()
@@ -272,6 +296,10 @@ void ProbePortsOptionWidget::showUserClock()
 void ProbePortsOptionWidget::setMarks(const SignalMarks *marks)
 {
     m_marks = marks;
+    ui->treeProbeIn->viewport()->update();
+    ui->treeProbeOut->viewport()->update();
+    for (ProbeDialog *dialog : findChildren<ProbeDialog *>(QString(), Qt::FindDirectChildrenOnly))
+        dialog->setMarks(marks);
 }
 
 void ProbePortsOptionWidget::finishEdit()
@@ -377,6 +405,7 @@ void ProbePortsOptionWidget::editPort(ProbeType type, QTreeWidgetItem *item)
     if (!port)
         return;
     auto *dialog = new ProbeDialog(port, m_netlist, type, this);
+    dialog->setMarks(m_marks);
     if (out)
         connect(this, &ProbePortsOptionWidget::netlistChanged, dialog, &ProbeDialog::closeWidget);
     if (execAndDelete(dialog) != QDialog::Accepted) // Or the page was deleted with the dialog.

@@ -51,6 +51,10 @@ public:
     std::shared_ptr<const CoreSnapshot>
     shown(Typing typing, const std::shared_ptr<const CoreSnapshot> &former) const;
 
+    /// Takes typed text as applied from now on, without dealing it out to the bits. Emits nothing,
+    /// and leaves the core alone.
+    void keepTyping();
+
     /// Makes core and page equal to @p target: the page shows what a new page would show. Rebuilds
     /// the rows of ports that differ, and drops what is typed there; the other rows stay as they
     /// are. Closes the dialogs of ports that go. Emits neither modified() nor edited().
@@ -59,8 +63,9 @@ public:
     /// Makes the row current, selects it and brings it into sight. Positions that do not exist, and
     /// bits of Probe Out ports, which have no rows, stand for the row above.
     ///
-    /// @p port -1 means the user clock, which gets the focus. @p signal -1 means the row of the
-    /// port, @p bit -1 that of the signal.
+    /// @p port -1 means the user clock, @p signal -1 the row of the port, @p bit -1 that of the
+    /// signal. What is shown gets the focus, unless the port's line has it. A line that loses it
+    /// applies its text and may show a box, during which the page can go away.
     void showRow(ProbeType type, int port, int signal, int bit);
 
     /// Marks rows by @p marks, which may be null and outlives the page; so do the dialogs of ports.
@@ -120,6 +125,7 @@ Q_SIGNALS:
 
 private:
     void setUpTrees();
+    void setUpMarks(QTreeWidget *tree, ProbeType type);
     void setUpUserClock();
     void connectWidgets();
     void connectTrees();

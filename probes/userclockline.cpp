@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "userclockline.h"
 
+#include "undokeys.h"
+
 #include <QHideEvent>
 #include <QPointer>
 
@@ -48,8 +50,21 @@ void UserClockLine::apply()
 {
     if (text() == m_applied)
         return;
-    m_applied = text();
+    keepText();
     Q_EMIT applied();
+}
+
+void UserClockLine::keepText()
+{
+    m_applied = text();
+    const int cursor = cursorPosition();
+    setText(m_applied); // Forgets the single keys.
+    setCursorPosition(cursor);
+}
+
+bool UserClockLine::event(QEvent *event)
+{
+    return decideUndoKey(this, event) || QLineEdit::event(event);
 }
 
 void UserClockLine::dropEvent(QDropEvent *event)

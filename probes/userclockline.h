@@ -26,6 +26,10 @@ public:
 
     /// Shows @p text as applied. Emits changed() when it is another one, but not applied().
     void setApplied(const QString &text);
+    /// From now on the shown text is the applied one. Nothing of the typing can be undone any more.
+    void keepText();
+
+    bool event(QEvent *event) override;
 
 Q_SIGNALS:
     /// The text is another one. Comes before applied().

@@ -3,6 +3,7 @@
 #include "probedialog.h"
 
 #include "keypress.h"
+#include "signalrowmark.h"
 #include "sizememory.h"
 #include "tarnsignalselectdialog.h"
 #include "ui_probedialog.h"
@@ -44,6 +45,10 @@ ProbeDialog::ProbeDialog(ProbeIn *port, NETWEIR::RtlNetlist *netlist, ProbeType 
     ui->btnRemove->setEnabled(false);
     ui->treeWidget->setStyleSheet(QStringLiteral("QTreeWidget::item { height: 20px;}"));
     ui->treeWidget->setTextElideMode(Qt::ElideMiddle);
+    const auto markOf = [this](const QModelIndex &row) {
+        return signalRowMark(m_marks, m_type, row);
+    };
+    ui->treeWidget->setItemDelegate(new RowMarks(markOf, ui->treeWidget));
     signals2Tree(ui->treeWidget, port->signals, 0);
     setWindowTitle(titleOf(type));
     connect(ui->btnAdd, &QAbstractButton::clicked, this, &ProbeDialog::onAdd);
@@ -61,6 +66,13 @@ void ProbeDialog::setNetlist(NETWEIR::RtlNetlist *netlist)
     const auto searches = findChildren<TarnSignalSelectDialog *>();
     for (TarnSignalSelectDialog *search : searches)
         search->setNetlist(netlist);
+    ui->treeWidget->viewport()->update(); // The marks follow the netlist.
+}
+
+void ProbeDialog::setMarks(const SignalMarks *marks)
+{
+    m_marks = marks;
+    ui->treeWidget->viewport()->update();
 }
 
 void ProbeDialog::onAdd()

@@ -18,6 +18,8 @@ namespace Ui {
 class ProbeDialog;
 }
 
+class SignalMarks;
+
 /// Edits the signal list of one probe port, most significant signal on top. Owns its form; port
 /// and netlist are guests. The port is changed by accept() only.
 class ProbeDialog final : public QDialog
@@ -35,6 +37,10 @@ public:
     /// Uses @p netlist, which may be null, from now on; so does a signal select dialog that is
     /// open. Call it before the previous netlist is deleted.
     void setNetlist(NETWEIR::RtlNetlist *netlist);
+
+    /// Marks rows by @p marks, which may be null and outlives the dialog. Call it again to show
+    /// other marks.
+    void setMarks(const SignalMarks *marks);
 
 Q_SIGNALS:
     void closeOldSearchDialog();
@@ -59,6 +65,7 @@ private:
     std::unique_ptr<Ui::ProbeDialog> ui;
     ProbeIn *m_port;
     NETWEIR::RtlNetlist *m_netlist;
+    const SignalMarks *m_marks = nullptr;
     ProbeType m_type;
 };
 

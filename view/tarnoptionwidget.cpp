@@ -36,6 +36,11 @@ TarnOptionWidget::shown(Typing typing, const std::shared_ptr<const CoreSnapshot>
     return m_ports->shown(typing, former);
 }
 
+void TarnOptionWidget::keepTyping()
+{
+    m_ports->keepTyping();
+}
+
 void TarnOptionWidget::restore(const CoreSnapshot &target)
 {
     m_ports->restore(target);

@@ -40,6 +40,7 @@ public:
     // As in ProbePortsOptionWidget.
     std::shared_ptr<const CoreSnapshot>
     shown(Typing typing, const std::shared_ptr<const CoreSnapshot> &former) const;
+    void keepTyping();
     void restore(const CoreSnapshot &target);
     void showRow(ProbeType type, int port, int signal, int bit);
     void setMarks(const SignalMarks *marks);
