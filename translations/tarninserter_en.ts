@@ -201,6 +201,103 @@
     </message>
 </context>
 <context>
+    <name>TARN::Findings</name>
+    <message>
+        <source>Replace Signal</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Replace Signals</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Take Over Buses</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::FindingsModel</name>
+    <message>
+        <source>Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Severity</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Finding</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::FindingsPane</name>
+    <message>
+        <source>Findings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What does not fit the design. Press Return to go to the signal, or F8 for the next finding.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Opens a menu of what the design has in place of the signal of the current finding.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Replace All</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Next Finding</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Previous Finding</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All of %1 by %2 (%3 findings)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Changed buses by those of the design (%1)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Opens a menu of changes that mend several findings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Support 256 signals at most.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::InitialValueLine</name>
     <message>
         <source>Error</source>

@@ -4,6 +4,8 @@
 
 #include "edithistory.h"
 #include "filestate.h"
+#include "findings.h"
+#include "findingspane.h"
 #include "hostdesign.h"
 #include "messagedlg.h"
 #include "reloadbanner.h"
@@ -107,6 +109,10 @@ TarnView::TarnView(QWidget *parent)
     m_bannerLayout->setContentsMargins(0, 0, 0, 0);
     ui->widget_3->hide();
 
+    m_findingsPane = new FindingsPane(d->findings.get(), this);
+    connect(m_findingsPane, &FindingsPane::chosen, this, &TarnView::showPlace);
+    connect(d->findings.get(), &Findings::changed, this, &TarnView::markPages);
+
     subscribeEvent();
 }
 
@@ -114,6 +120,7 @@ TarnView::~TarnView()
 {
     unsubscribeEvent();
     ui->treeWidget->disconnect(this); // Losing its items changes the current one.
+    delete m_findingsPane;            // It shows what the document owns.
     ui.reset();
     d.reset();
 }
@@ -226,6 +233,7 @@ void TarnView::insertPage(int position, TarnOptionWidget *page)
 {
     ui->stackedWidget->insertWidget(position, page);
     connect(page, &TarnOptionWidget::modifed, this, &TarnView::onModified);
+    page->setMarks(d->findings->marks());
 }
 
 void TarnView::takePage(TarnOptionWidget *page)
@@ -272,6 +280,20 @@ void TarnView::changeTarnWidget(int index)
     ui->stackedWidget->setCurrentWidget(page);
     ui->treeWidget->setCurrentItem(ui->treeWidget->topLevelItem(index));
     ui->dockWidget_2->setWindowTitle(tr("tarn_%1").arg(index));
+}
+
+void TarnView::showPlace(const Place &place)
+{
+    if (place.core < 0 || place.core >= d->cores.size())
+        return;
+    changeTarnWidget(d->cores.at(place.core)->index);
+    d->optionWidgets.at(place.core)->showRow(place.type, place.port, place.signal, place.bit);
+}
+
+void TarnView::markPages()
+{
+    for (TarnOptionWidget *page : qAsConst(d->optionWidgets))
+        page->setMarks(d->findings->marks());
 }
 
 void TarnView::showCurrentCore()
@@ -615,11 +637,13 @@ void TarnView::showDesignBanner(const QString &text)
 void TarnView::onRtlReload()
 {
     removeBanner(sendingBanner());
+    const Findings::State former = d->findings->state();
     const QPointer<TarnView> self(this);
     const bool read = readRtlNetlist();
     if (!self)
         return;
     if (read) {
+        d->findings->reportReload(former);
         m_designChangePending = false;
         return;
     }

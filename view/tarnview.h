@@ -32,9 +32,11 @@ class TarnViewPrivate;
 }
 
 class EditHistory;
+class FindingsPane;
 class ReloadBanner;
 class TarnCore;
 class TarnOptionWidget;
+struct Place;
 
 /// The editor of one configuration file: the list of its cores on the left, the page of the chosen
 /// core on the right, and above them banners that tell of changes of the file and of the design.
@@ -81,6 +83,8 @@ public:
     void changeTarnWidget(int index);
     /// Shows the page of the core that is current in the list.
     void showCurrentCore();
+    /// Shows core, port and row of @p place, if they exist.
+    void showPlace(const Place &place);
 
     /// Shows @p page, which the view takes over, in the stack.
     void insertPage(int position, TarnOptionWidget *page);
@@ -143,6 +147,7 @@ private:
     /// Takes over @p cores in place of the former ones and creates their pages; without any, adds
     /// one.
     void showCores(const QList<TarnCore *> &cores);
+    void markPages();
     void showTitle(const QString &mark);
     void showBanner(ReloadBanner *banner);
     void removeBanner(ReloadBanner *banner);
@@ -159,6 +164,7 @@ private:
     std::unique_ptr<private_impl::TarnViewPrivate> d;
     std::unique_ptr<Ui::TarnView> ui;
     std::unique_ptr<Ui::ChangedBanner> m_changedBanner;
+    FindingsPane *m_findingsPane;
     QHBoxLayout *m_bannerLayout;
     QTimer *m_checkTimer; ///< Several writes in a row are one change.
     QString m_deviceName;

@@ -4,6 +4,7 @@
 
 #include "edithistory.h"
 #include "filestate.h"
+#include "findings.h"
 #include "tarnoptionwidget.h"
 #include "tarnview.h"
 
@@ -43,6 +44,7 @@ TarnViewPrivate::TarnViewPrivate(TarnView *view)
     , removeAction(std::make_unique<QAction>(tr("Remove")))
     , watcher(std::make_unique<QFileSystemWatcher>())
     , history(std::make_unique<EditHistory>(this))
+    , findings(std::make_unique<Findings>(history.get()))
 {
     connect(watcher.get(), &QFileSystemWatcher::directoryChanged, this,
             &TarnViewPrivate::onFolderChange);
@@ -50,6 +52,7 @@ TarnViewPrivate::TarnViewPrivate(TarnView *view)
 
 TarnViewPrivate::~TarnViewPrivate()
 {
+    findings.reset();
     history.reset();
     watcher.reset();
     addAction.reset();
@@ -248,6 +251,7 @@ void TarnViewPrivate::setNlsData(NETWEIR::RtlNetlist *newNetlist)
     // The former netlist goes last: pages may look at it until they have the new one.
     std::unique_ptr<NETWEIR::RtlNetlist> former = std::move(netlist);
     netlist.reset(newNetlist);
+    findings->setNetlist(newNetlist);
     for (TarnOptionWidget *page : qAsConst(optionWidgets))
         page->setNlsdata(newNetlist);
 }

@@ -21,6 +21,7 @@ namespace TARN {
 
 struct ConfigSnapshot;
 class EditHistory;
+class Findings;
 class TarnCore;
 class TarnOptionWidget;
 class TarnView;
@@ -90,6 +91,7 @@ public:
     std::unique_ptr<QFileSystemWatcher> watcher;
     bool fileChangePending = false; ///< A change of the file is noticed and not answered yet.
     std::unique_ptr<EditHistory> history;
+    std::unique_ptr<Findings> findings;
 
 private:
     void removePage(TarnOptionWidget *page);

@@ -1,0 +1,289 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "findings.h"
+
+#include "edithistory.h"
+
+#include <audit/replacement.h>
+#include <model/configsnapshot.h>
+#include <model/netsignals.h>
+#include <sdk/netweir.h>
+
+#include <QDeadlineTimer>
+#include <QDebug>
+
+#include <algorithm>
+#include <chrono>
+
+namespace TARN {
+
+namespace {
+
+/// How long the search may keep the events of the user waiting.
+constexpr std::chrono::milliseconds Slice{5};
+
+/// The signals of the port of @p place; null when there is no such port.
+const QList<SignalItem> *signalsAt(const ConfigSnapshot &snapshot, const Place &place)
+{
+    if (place.core < 0 || place.core >= snapshot.cores.size())
+        return nullptr;
+    const CoreSnapshot &core = *snapshot.cores.at(place.core).content;
+    const auto &ports = place.type == ProbeTypeOut ? core.probeOuts : core.probeIns;
+    return place.port < 0 || place.port >= ports.size() ? nullptr : &ports.at(place.port)->signals;
+}
+
+/// Moves @p place to the signal of that name in its port. A replacement may have removed signals
+/// above it.
+bool find(const QString &name, const ConfigSnapshot &snapshot, Place *place)
+{
+    const QList<SignalItem> *items = signalsAt(snapshot, *place);
+    if (!items)
+        return false;
+    for (place->signal = std::min(place->signal, items->size() - 1);
+         place->signal >= 0 && items->at(place->signal).name != name; --place->signal) {
+    }
+    return place->signal >= 0;
+}
+
+/// Whether @p finding, which may be older than @p snapshot, is about what is at its place there.
+bool isAbout(const Finding &finding, const ConfigSnapshot &snapshot)
+{
+    const Place &place = finding.place;
+    if (place.port < 0) {
+        return place.core >= 0 && place.core < snapshot.cores.size() &&
+               snapshot.cores.at(place.core).content->userClock == finding.name;
+    }
+    const QList<SignalItem> *items = signalsAt(snapshot, place);
+    return items && place.signal >= 0 && place.signal < items->size() &&
+           items->at(place.signal).name == finding.name;
+}
+
+bool holdsBits(const SignalItem &bus)
+{
+    return std::any_of(bus.members.cbegin(), bus.members.cend(),
+                       [](const SignalItem &bit) { return bit.enabled; });
+}
+
+bool isMissing(Rule rule)
+{
+    return rule == Rule::NetMissing || rule == Rule::ClockMissing;
+}
+
+/// User clocks are chosen among the nets for Probe In ports.
+ProbeType typeOf(const Place &place)
+{
+    return place.port < 0 ? ProbeTypeIn : place.type;
+}
+
+} // namespace
+
+Findings::Findings(EditHistory *history, QObject *parent)
+    : QObject(parent)
+    , m_history(history)
+{
+    connect(m_history, &EditHistory::changed, this, &Findings::update);
+}
+
+Findings::~Findings() = default;
+
+void Findings::setNetlist(NETWEIR::RtlNetlist *netlist)
+{
+    m_search.reset();
+    std::unique_ptr<DesignNames> names;
+    if (netlist)
+        names = std::make_unique<DesignNames>(netlist);
+    m_marks.setNames(names.get());
+    m_audit.setNames(names.get());
+    m_names = std::move(names);
+    if (m_names)
+        m_search = std::make_unique<CandidateSearch>(*m_names);
+    restartSearch();
+    Q_EMIT changed();
+}
+
+void Findings::update()
+{
+    m_audit.update(m_history->current());
+    restartSearch();
+    Q_EMIT changed();
+}
+
+// The search
+
+void Findings::restartSearch()
+{
+    m_missing.clear();
+    m_missingNames.clear();
+    m_changedBuses = 0;
+    m_collected = 0;
+    m_phase = m_search && count() > 0 ? Phase::Collecting : Phase::Done;
+    if (m_phase != Phase::Done)
+        queueSlice();
+}
+
+void Findings::queueSlice()
+{
+    if (m_sliceQueued)
+        return;
+    m_sliceQueued = true;
+    QMetaObject::invokeMethod(this, &Findings::runSlice, Qt::QueuedConnection);
+}
+
+void Findings::runSlice()
+{
+    m_sliceQueued = false;
+    if (m_phase == Phase::Done) // Given up meanwhile.
+        return;
+    if (m_phase == Phase::Collecting && collect(QDeadlineTimer(Slice))) {
+        m_search->setMissing(m_missing);
+        m_phase = Phase::Searching;
+    } else if (m_phase == Phase::Searching && m_search->step(Slice)) {
+        m_phase = Phase::Done;
+        Q_EMIT candidatesChanged();
+        return;
+    }
+    queueSlice();
+}
+
+/// Notes what is missing among the next findings. True when it has seen all.
+bool Findings::collect(const QDeadlineTimer &deadline)
+{
+    while (m_collected < count()) {
+        note(at(m_collected++));
+        if (m_collected % 64 == 0 && deadline.hasExpired())
+            return false;
+    }
+    return true;
+}
+
+void Findings::note(const Finding &finding)
+{
+    if (finding.rule == Rule::BusChanged)
+        ++m_changedBuses;
+    if (!isMissing(finding.rule) || finding.name.isEmpty())
+        return;
+    const ProbeType type = typeOf(finding.place);
+    const QPair<QString, int> key(finding.name, type);
+    if (m_missingNames.contains(key))
+        return;
+    m_missingNames.insert(key);
+    const QList<SignalItem> *items = signalsAt(m_history->current(), finding.place);
+    const bool bus = items && !items->value(finding.place.signal).members.isEmpty();
+    m_missing.append({finding.name, bus, type});
+}
+
+QVector<Replacement> Findings::candidatesFor(const Finding &finding) const
+{
+    if (!m_search)
+        return {};
+    if (finding.rule == Rule::BusChanged) {
+        const auto bus = busInPlaceOf(finding.name, finding.place.type);
+        return bus ? QVector<Replacement>{*bus} : QVector<Replacement>();
+    }
+    if (!isMissing(finding.rule) || m_phase != Phase::Done)
+        return {};
+    return m_search->candidates(finding.name, typeOf(finding.place));
+}
+
+QVector<Replacement> Findings::prefixChanges() const
+{
+    if (!m_search || m_phase != Phase::Done)
+        return {};
+    return m_search->prefixChanges();
+}
+
+/// The bus that the design has under the name @p name, if need be with another range, unless ports
+/// of the type can hold none of its bits.
+std::optional<Replacement> Findings::busInPlaceOf(const QString &name, ProbeType type) const
+{
+    NETWEIR::RtlNetBus *bus = m_names->bus(name);
+    if (!bus)
+        bus = m_names->busesOfBase(baseOfBusName(name)).value(0);
+    if (!bus || !holdsBits(signalOf(bus, type)))
+        return std::nullopt;
+    return Replacement{Replacement::Signal, name, bus->fullBusName(), true, 1};
+}
+
+// Replacing
+
+std::optional<SignalItem> Findings::itemFor(const Replacement &by, ProbeType type) const
+{
+    if (!m_names)
+        return std::nullopt;
+    if (by.bus) {
+        NETWEIR::RtlNetBus *bus = m_names->bus(by.to);
+        return bus ? std::optional<SignalItem>(signalOf(bus, type)) : std::nullopt;
+    }
+    NETWEIR::RtlNet *net = m_names->net(by.to);
+    return net ? std::optional<SignalItem>(signalOf(net, type)) : std::nullopt;
+}
+
+bool Findings::replace(const Finding &finding, const Replacement &by)
+{
+    m_history->commitTyping();
+    ConfigSnapshot target = m_history->current();
+    const std::optional<SignalItem> item = itemFor(by, typeOf(finding.place));
+    if (!item || !isAbout(finding, target)) // Chosen for what is gone meanwhile.
+        return true;
+    if (!replaceSignal(&target, finding.place, *item))
+        return false;
+    m_history->apply(target, tr("Replace Signal"));
+    return true;
+}
+
+bool Findings::replaceAll(const Replacement &by)
+{
+    if (!m_names)
+        return true;
+    m_history->commitTyping();
+    ConfigSnapshot target = m_history->current();
+    const int replaced = replacePrefix(&target, by.from, by.to, *m_names);
+    if (replaced > 0)
+        m_history->apply(target, tr("Replace Signals"));
+    return replaced >= 0;
+}
+
+bool Findings::takeOverBuses()
+{
+    m_history->commitTyping();
+    ConfigSnapshot target = m_history->current();
+    for (int i = 0; i < count(); ++i) {
+        const Finding finding = at(i);
+        if (finding.rule != Rule::BusChanged)
+            continue;
+        const ProbeType type = finding.place.type;
+        const auto by = busInPlaceOf(finding.name, type);
+        const auto item = by ? itemFor(*by, type) : std::nullopt;
+        Place place = finding.place;
+        if (item && find(finding.name, target, &place) && !replaceSignal(&target, place, *item))
+            return false;
+    }
+    m_history->apply(target, tr("Take Over Buses"));
+    return true;
+}
+
+// Reloads of the design
+
+Findings::State Findings::state() const
+{
+    State state;
+    for (int i = 0; i < count(); ++i) {
+        const Finding finding = at(i);
+        if (isMissing(finding.rule))
+            state.missing.insert(finding.name);
+        else if (finding.rule == Rule::BusChanged)
+            state.changed.insert(finding.name);
+    }
+    return state;
+}
+
+void Findings::reportReload(const State &former) const
+{
+    const State now = state();
+    const int gone = (QSet<QString>(now.missing) - former.missing).size();
+    const int changed = (QSet<QString>(now.changed) - former.changed).size();
+    qDebug("design reloaded: %d nets gone, %d buses changed, %d signals marked", gone, changed,
+           m_audit.summary().marked);
+}
+
+} // namespace TARN

@@ -1,0 +1,293 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "findingspane.h"
+
+#include "findingsmodel.h"
+#include "ui_findingspane.h"
+
+#include <widgets/modaldialog.h>
+
+#include <QAction>
+#include <QBoxLayout>
+#include <QEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace TARN {
+
+namespace {
+
+/// The list is as high as its rows, within these limits and a third of the view.
+constexpr int FewestRows = 3;
+constexpr int MostRows = 8;
+
+/// Rows that are measured for the width of a column.
+constexpr int MeasuredRows = 100;
+
+/// Menus do not get wider, in average letters.
+constexpr int MenuLetters = 90;
+
+/// @p text as it is, for a button or a menu, where '&' would mark a key.
+QString unmarked(QString text)
+{
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+} // namespace
+
+FindingsPane::FindingsPane(Findings *findings, QWidget *view)
+    : QWidget(view)
+    , m_findings(findings)
+    , m_model(new FindingsModel(findings, this))
+    , ui(std::make_unique<Ui::FindingsPane>())
+    , m_replaceMenu(new QMenu(this))
+    , m_replaceAllMenu(new QMenu(this))
+{
+    hide();
+    ui->setupUi(this);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    setUpList();
+    ui->btnReplace->setMenu(m_replaceMenu);
+    m_replaceMenu->setToolTipsVisible(true);
+    m_replaceAllMenu->setToolTipsVisible(true);
+    connect(ui->btnReplaceAll, &QPushButton::clicked, this, &FindingsPane::onReplaceAllClicked);
+    addViewAction(tr("Next Finding"), Qt::Key_F8, &FindingsPane::showNext);
+    addViewAction(tr("Previous Finding"), Qt::SHIFT + Qt::Key_F8, &FindingsPane::showPrevious);
+    connect(m_findings, &Findings::changed, this, &FindingsPane::refresh);
+    connect(m_findings, &Findings::candidatesChanged, this, &FindingsPane::refreshOffers);
+    view->installEventFilter(this);
+    refresh();
+}
+
+FindingsPane::~FindingsPane() = default;
+
+void FindingsPane::setUpList()
+{
+    QTreeView *list = ui->listFindings;
+    list->setModel(m_model);
+    list->header()->setResizeContentsPrecision(MeasuredRows);
+    list->header()->setSectionResizeMode(FindingsModel::SeverityColumn,
+                                         QHeaderView::ResizeToContents);
+    list->header()->setSectionsMovable(false);
+    connect(list, &QTreeView::activated, this, &FindingsPane::showCurrent);
+    connect(list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &FindingsPane::onCurrentChanged);
+}
+
+void FindingsPane::addViewAction(const QString &text, const QKeySequence &key,
+                                 void (FindingsPane::*slot)())
+{
+    auto *action = new QAction(text, this);
+    action->setShortcut(key);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, slot);
+    parentWidget()->addAction(action);
+    m_viewActions.append(action);
+}
+
+// The current finding
+
+int FindingsPane::currentRow() const
+{
+    return ui->listFindings->currentIndex().row();
+}
+
+void FindingsPane::setCurrentRow(int row)
+{
+    ui->listFindings->setCurrentIndex(m_model->index(row, 0));
+}
+
+void FindingsPane::onCurrentChanged()
+{
+    const int row = currentRow();
+    if (row < 0)
+        return;
+    m_current = m_model->findingOf(row);
+    m_nextPlace = 0;
+    m_visited = true;
+    refreshOffers();
+}
+
+void FindingsPane::showNeighbour(int step)
+{
+    const int count = m_findings->count();
+    if (count == 0)
+        return;
+    // A finding that became current because another one went is the next in either direction.
+    if (m_visited)
+        setCurrentRow((currentRow() + step + count) % count);
+    m_nextPlace = 0;
+    showCurrent();
+}
+
+/// Shows the first place of the current finding, and at each repetition the next one.
+void FindingsPane::showCurrent()
+{
+    if (currentRow() < 0)
+        return;
+    m_visited = true;
+    const Place place = m_nextPlace == 0 ? m_current.place : m_current.others.at(m_nextPlace - 1);
+    m_nextPlace = (m_nextPlace + 1) % (m_current.others.size() + 1);
+    Q_EMIT chosen(place);
+}
+
+// Findings come and go
+
+void FindingsPane::refresh()
+{
+    const bool hadCurrent = currentRow() >= 0;
+    const Finding former = m_current;
+    const int formerPlace = m_nextPlace;
+    const bool formerVisited = m_visited;
+    m_model->reset();
+    const int row = hadCurrent ? m_model->rowOf(former) : std::min(m_findings->count(), 1) - 1;
+    setCurrentRow(row);
+    const bool same = hadCurrent && row >= 0 && m_current.rule == former.rule &&
+                      m_current.place == former.place && m_current.name == former.name;
+    m_visited = same && formerVisited;
+    m_nextPlace = same && m_current.others == former.others ? formerPlace : 0;
+    for (QAction *action : qAsConst(m_viewActions))
+        action->setEnabled(row >= 0);
+    refreshOffers();
+    setShown(row >= 0);
+}
+
+void FindingsPane::setShown(bool shown)
+{
+    updateGeometry(); // The number of rows has changed.
+    if (shown == !isHidden())
+        return;
+    auto *column = qobject_cast<QBoxLayout *>(parentWidget()->layout());
+    if (shown) {
+        limitHeight();
+        QHeaderView *header = ui->listFindings->header();
+        ui->listFindings->resizeColumnToContents(FindingsModel::PlaceColumn);
+        header->resizeSection(FindingsModel::PlaceColumn,
+                              std::min(header->sectionSize(FindingsModel::PlaceColumn),
+                                       parentWidget()->width() * 2 / 5));
+        column->addWidget(this);
+    } else {
+        column->removeWidget(this);
+    }
+    setVisible(shown);
+}
+
+bool FindingsPane::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Resize)
+        limitHeight();
+    return QWidget::eventFilter(watched, event);
+}
+
+void FindingsPane::limitHeight()
+{
+    setMaximumHeight(parentWidget()->height() / 3);
+}
+
+QSize FindingsPane::sizeHint() const
+{
+    const int rows = qBound(FewestRows, m_findings->count(), MostRows);
+    const QTreeView *list = ui->listFindings;
+    const int height = rows * std::max(list->sizeHintForRow(0), 0) +
+                       list->header()->sizeHint().height() + 2 * list->frameWidth();
+    const QMargins margins = layout()->contentsMargins();
+    const QSize usual = QWidget::sizeHint();
+    return {usual.width(),
+            std::max(height + margins.top() + margins.bottom(), minimumSizeHint().height())};
+}
+
+// Replacing
+
+QVector<FindingsPane::Offer> FindingsPane::offersForCurrent() const
+{
+    QVector<Offer> offers;
+    if (currentRow() < 0)
+        return offers;
+    const QVector<Replacement> candidates = m_findings->candidatesFor(m_current);
+    for (const Replacement &by : candidates) {
+        if (by.kind == Replacement::Prefix)
+            offers.append(offerFor(by));
+        else
+            offers.append({by.to, [this, finding = m_current, by] {
+                               return m_findings->replace(finding, by);
+                           }});
+    }
+    return offers;
+}
+
+FindingsPane::Offer FindingsPane::offerFor(const Replacement &change) const
+{
+    return {tr("All of %1 by %2 (%3 findings)").arg(change.from, change.to).arg(change.explains),
+            [this, change] { return m_findings->replaceAll(change); }};
+}
+
+QVector<FindingsPane::Offer> FindingsPane::offersForAll() const
+{
+    QVector<Offer> offers;
+    const QVector<Replacement> changes = m_findings->prefixChanges();
+    for (const Replacement &change : changes)
+        offers.append(offerFor(change));
+    if (const int buses = m_findings->changedBuses()) {
+        offers.append({tr("Changed buses by those of the design (%1)").arg(buses),
+                       [this] { return m_findings->takeOverBuses(); }});
+    }
+    return offers;
+}
+
+void FindingsPane::refreshOffers()
+{
+    const QVector<Offer> offers = offersForCurrent();
+    fill(m_replaceMenu, offers);
+    ui->btnReplace->setEnabled(!offers.isEmpty());
+
+    m_all = offersForAll();
+    fill(m_replaceAllMenu, m_all);
+    const bool single = m_all.size() == 1;
+    ui->btnReplaceAll->setMenu(m_all.size() > 1 ? m_replaceAllMenu : nullptr);
+    ui->btnReplaceAll->setEnabled(!m_all.isEmpty());
+    ui->btnReplaceAll->setToolTip(single ? m_all.first().text : QString());
+    ui->btnReplaceAll->setAccessibleDescription(
+        single ? m_all.first().text : tr("Opens a menu of changes that mend several findings."));
+}
+
+void FindingsPane::fill(QMenu *menu, const QVector<Offer> &offers)
+{
+    menu->hide(); // What it offers is gone.
+    menu->clear();
+    const QFontMetrics metrics = menu->fontMetrics();
+    for (const Offer &offer : offers) {
+        const QString text = metrics.elidedText(offer.text, Qt::ElideMiddle,
+                                                MenuLetters * metrics.averageCharWidth());
+        QAction *action = menu->addAction(unmarked(text));
+        action->setToolTip(offer.text);
+        // When the menu is closed: running changes its actions.
+        connect(
+            action, &QAction::triggered, this, [this, offer] { run(offer); }, Qt::QueuedConnection);
+    }
+}
+
+void FindingsPane::onReplaceAllClicked()
+{
+    if (m_all.size() == 1)
+        run(Offer(m_all.first()));
+}
+
+void FindingsPane::run(const Offer &offer)
+{
+    const QPointer<FindingsPane> self(this);
+    if (!offer.run()) {
+        Message warning;
+        warning.icon = QMessageBox::Warning;
+        warning.title = tr("Warning");
+        warning.text = tr("Support 256 signals at most.");
+        showMessage(this, warning);
+        return;
+    }
+    if (self && isVisible())
+        ui->listFindings->setFocus(); // The next finding is current there.
+}
+
+} // namespace TARN
