@@ -2,18 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "configformat.h"
-
 #include <QByteArray>
 #include <QList>
 #include <QString>
-#include <QXmlStreamWriter>
 
 namespace TARN {
 
+class ConfigDocument;
 class TarnCore;
-struct ProbeIn;
-struct SignalItem;
 
 /// Turns cores into the content of a configuration file. The same cores always give the same
 /// bytes. Borrows the cores; the time and the size of the result grow with the number of signals.
@@ -31,15 +27,9 @@ public:
     QString errorText() const { return m_error; }
 
 private:
-    bool checkCore(const TarnCore *core);
-    bool checkSignals(const QList<SignalItem> &list, int depth);
-    bool checkText(const QString &text);
-    void writeCore(const TarnCore &core);
-    void writePort(const QString &element, const ProbeIn &port, const QString *initialValue);
-    void writeSignals(const QString &element, const QList<SignalItem> &list);
+    static bool addCore(const TarnCore &core, ConfigDocument *document);
 
     const QList<TarnCore *> m_cores;
-    QXmlStreamWriter m_xml;
     QString m_error;
 };
 

@@ -3,14 +3,13 @@
 #include "safetycopy.h"
 
 #include "siblingfile.h"
+#include "statefolder.h"
 
 #include <files/regularfile.h>
 
 #include <QCryptographicHash>
 #include <QDataStream>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -29,25 +28,9 @@ struct Contents
     QByteArray wanted;
 };
 
-QString stateFolder()
+QString copyOf(const QString &file)
 {
-    QString base = qEnvironmentVariable("XDG_STATE_HOME");
-    if (!QDir::isAbsolutePath(base))
-        base = QDir::homePath() + QStringLiteral("/.local/state");
-    return base + QStringLiteral("/tarn");
-}
-
-/// The one path of the file, whatever links lead to it.
-QByteArray realPath(const QString &path)
-{
-    return QFile::encodeName(QFileInfo(path).canonicalFilePath());
-}
-
-QString copyOf(const QByteArray &realPath)
-{
-    const QByteArray hash = QCryptographicHash::hash(realPath, QCryptographicHash::Sha256);
-    return stateFolder() + QLatin1Char('/') + QString::fromLatin1(hash.toHex()) +
-           QStringLiteral(".copy");
+    return stateFile(file, QStringLiteral(".copy"));
 }
 
 QByteArray checksum(const QByteArray &path, const Contents &contents)
@@ -63,7 +46,7 @@ void prepare(QDataStream *stream)
     stream->setVersion(QDataStream::Qt_5_15);
 }
 
-bool readContents(const QByteArray &path, Contents *contents)
+bool readContents(const QString &path, Contents *contents)
 {
     QFile file;
     QString error;
@@ -73,8 +56,8 @@ bool readContents(const QByteArray &path, Contents *contents)
     prepare(&stream);
     QByteArray magic, owner, sum;
     stream >> magic >> owner >> contents->former >> contents->wanted >> sum;
-    return stream.status() == QDataStream::Ok && magic == Magic && owner == path &&
-           sum == checksum(path, *contents);
+    return stream.status() == QDataStream::Ok && magic == Magic &&
+           owner == QFile::encodeName(path) && sum == checksum(owner, *contents);
 }
 
 /// True when each byte of @p found belongs to the former content, to the wanted one or to the space
@@ -99,24 +82,23 @@ bool isMixture(const QByteArray &found, const Contents &contents)
 bool keepSafetyCopy(const QString &path, const QByteArray &former, const QByteArray &content,
                     QString *error)
 {
-    const QByteArray owner = realPath(path);
+    const QString file = realPath(path);
+    const QByteArray owner = QFile::encodeName(file);
     QByteArray copy;
     QDataStream stream(&copy, QIODevice::WriteOnly);
     prepare(&stream);
     stream << QByteArray(Magic) << owner << former << content << checksum(owner, {former, content});
 
-    const QString folder = stateFolder();
-    QDir().mkpath(QFileInfo(folder).path());
-    ::mkdir(QFile::encodeName(folder).constData(), S_IRWXU);
-    SiblingFile file(copyOf(owner));
-    const int code = file.create(S_IRUSR | S_IWUSR);
+    makeStateFolder();
+    SiblingFile place(copyOf(file));
+    const int code = place.create(S_IRUSR | S_IWUSR);
     if (code != 0) {
         *error = qt_error_string(code);
         return false;
     }
-    if (!file.write(copy, error))
+    if (!place.write(copy, error))
         return false;
-    const int moved = file.takePlace();
+    const int moved = place.takePlace();
     if (moved != 0)
         *error = qt_error_string(moved);
     return moved == 0;
@@ -129,9 +111,8 @@ void dropSafetyCopy(const QString &path)
 
 bool findUnfinishedWrite(const QString &path, QByteArray *content)
 {
-    const QByteArray owner = realPath(path);
     Contents contents;
-    if (owner.isEmpty() || !readContents(owner, &contents))
+    if (!readContents(realPath(path), &contents))
         return false;
     QByteArray found;
     QString error;

@@ -8,8 +8,7 @@
 namespace TARN {
 
 // When the process ends while it writes a file in place, the file holds a mixture of its former and
-// its new content. During the write, a file in the user's state folder ($XDG_STATE_HOME or
-// ~/.local/state) keeps both. It is named after the path of the file.
+// its new content. During the write, a file in the user's state folder (statefolder.h) keeps both.
 
 /// Puts both contents on the disk before the file at @p path, which exists, is touched.
 bool keepSafetyCopy(const QString &path, const QByteArray &former, const QByteArray &content,

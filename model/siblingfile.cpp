@@ -43,6 +43,21 @@ void syncFolder(const QByteArray &folder)
     ::close(handle);
 }
 
+/// Returns 0 or an error number. A file system without the one way has the other.
+int renameToNew(const QByteArray &path, const QByteArray &name)
+{
+    const char *from = path.constData();
+    const char *to = name.constData();
+    if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+    if (::link(from, to) != 0)
+        return errno;
+    ::unlink(from);
+    return 0;
+}
+
 } // namespace
 
 bool syncFile(const QFileDevice &file, QString *error)
@@ -96,20 +111,34 @@ int SiblingFile::create(unsigned mode)
     return 0;
 }
 
-bool SiblingFile::write(const QByteArray &content, QString *error)
+bool SiblingFile::write(const QByteArray &content, QString *error, Durability durability)
 {
     if (m_file.write(content) == content.size())
-        return syncFile(m_file, error);
+        return durability == Durability::EndOfProcess || syncFile(m_file, error);
     *error = m_file.errorString();
     return false;
 }
 
-int SiblingFile::takePlace()
+int SiblingFile::takePlace(Durability durability)
 {
-    if (std::rename(m_path.constData(), QFile::encodeName(m_target).constData()) != 0)
-        return errno;
+    const QByteArray target = QFile::encodeName(m_target);
+    const bool done = std::rename(m_path.constData(), target.constData()) == 0;
+    return placed(done ? 0 : errno, durability);
+}
+
+int SiblingFile::takeNewPlace(const QString &place, Durability durability)
+{
+    return placed(renameToNew(m_path, QFile::encodeName(place)), durability);
+}
+
+/// Notes what the attempt to take a place came to.
+int SiblingFile::placed(int code, Durability durability)
+{
+    if (code != 0)
+        return code;
     m_path.clear();
-    syncFolder(QFile::encodeName(QFileInfo(m_target).absolutePath()));
+    if (durability == Durability::PowerFailure)
+        syncFolder(QFile::encodeName(QFileInfo(m_target).absolutePath()));
     return 0;
 }
 

@@ -8,6 +8,12 @@
 
 namespace TARN {
 
+/// What a written file survives. Only a failure of the machine is worth waiting for the disk.
+enum class Durability {
+    EndOfProcess,
+    PowerFailure,
+};
+
 /// Waits until the open file is on the disk; file systems that cannot tell count as done.
 bool syncFile(const QFileDevice &file, QString *error);
 
@@ -21,10 +27,13 @@ public:
 
     /// Creates the file with @p mode less the umask of the process. Returns 0 or an error number.
     int create(unsigned mode);
-    /// Writes @p content, down to the disk.
-    bool write(const QByteArray &content, QString *error);
+    bool write(const QByteArray &content, QString *error,
+               Durability durability = Durability::PowerFailure);
     /// Returns 0 or an error number.
-    int takePlace();
+    int takePlace(Durability durability = Durability::PowerFailure);
+    /// Takes the name @p place in the same folder, if there is nothing of that name yet. Returns 0
+    /// or an error number, EEXIST for a name that is taken.
+    int takeNewPlace(const QString &place, Durability durability);
 
     int handle() const { return m_file.handle(); }
 
@@ -32,6 +41,7 @@ private:
     Q_DISABLE_COPY(SiblingFile)
 
     QByteArray newPath() const;
+    int placed(int code, Durability durability);
 
     QString m_target;
     QByteArray m_path; ///< Empty when there is no file to remove.
