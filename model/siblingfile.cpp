@@ -113,10 +113,17 @@ int SiblingFile::create(unsigned mode)
 
 bool SiblingFile::write(const QByteArray &content, QString *error, Durability durability)
 {
-    if (m_file.write(content) == content.size())
-        return durability == Durability::EndOfProcess || syncFile(m_file, error);
-    *error = m_file.errorString();
-    return false;
+    // A disk that gets full takes a part and names the reason at the next attempt.
+    qint64 done = 0;
+    while (done < content.size()) {
+        const qint64 taken = m_file.write(content.constData() + done, content.size() - done);
+        if (taken <= 0) {
+            *error = m_file.errorString();
+            return false;
+        }
+        done += taken;
+    }
+    return durability == Durability::EndOfProcess || syncFile(m_file, error);
 }
 
 int SiblingFile::takePlace(Durability durability)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <model/replacefile.h>
 #include <model/safetycopy.h>
+#include <support/childprocess.h>
 #include <support/files.h>
 #include <support/testcase.h>
 
@@ -16,25 +17,24 @@
 
 #include <atomic>
 #include <csignal>
-#include <functional>
 #include <memory>
 #include <new>
 
-#include <grp.h>
-#include <sched.h>
 #include <sys/mman.h>
-#include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+using TarnTest::becomeOrdinaryUser;
+using TarnTest::giveToOrdinaryUser;
+using TarnTest::inChild;
+using TarnTest::limitFileSize;
+using TarnTest::mountSmallDisk;
+using TarnTest::OrdinaryUser;
 using TarnTest::readFile;
 using TarnTest::writeFile;
 
 namespace {
-
-constexpr uid_t OrdinaryUser = 65534;
 
 QByteArray encoded(const QString &path)
 {
@@ -46,60 +46,6 @@ struct stat statOf(const QString &path)
     struct stat result = {};
     ::stat(encoded(path).constData(), &result);
     return result;
-}
-
-/// Runs @p check in a child process, so that its limits and its user end with it. Returns the
-/// error that @p check returns, empty for none.
-QString inChild(const std::function<QString()> &check)
-{
-    int ends[2] = {};
-    if (::pipe(ends) != 0)
-        return QStringLiteral("no pipe");
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const QByteArray problem = check().toUtf8();
-        const bool sent = ::write(ends[1], problem.constData(), size_t(problem.size())) >= 0;
-        ::_exit(sent ? 0 : 1);
-    }
-    ::close(ends[1]);
-    QFile output;
-    output.open(ends[0], QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
-    QString problem = QString::fromUtf8(output.readAll());
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    if (status != 0)
-        problem += QStringLiteral("child ended with status %1").arg(status);
-    return problem;
-}
-
-/// Root may write everywhere: tests of what is forbidden run as another user.
-bool becomeOrdinaryUser()
-{
-    return ::geteuid() != 0 || (::setgroups(0, nullptr) == 0 && ::setgid(OrdinaryUser) == 0 &&
-                                ::setuid(OrdinaryUser) == 0);
-}
-
-void giveToOrdinaryUser(const QString &path)
-{
-    if (::geteuid() == 0 && ::chown(encoded(path).constData(), OrdinaryUser, OrdinaryUser) != 0)
-        qFatal("cannot give a file away");
-}
-
-/// Limits the files of this process to @p size. A write beyond that fails and comes with a signal
-/// that ends a process without a handler.
-void limitFileSize(rlim_t size)
-{
-    const rlimit limit = {size, size};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-}
-
-/// Mounts a file system of @p size bytes on @p folder, for this process only.
-bool mountSmallDisk(const QString &folder, int size)
-{
-    const QByteArray options = "mode=0777,size=" + QByteArray::number(size);
-    return ::unshare(CLONE_NEWNS) == 0 &&
-           ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-           ::mount("none", encoded(folder).constData(), "tmpfs", 0, options.constData()) == 0;
 }
 
 QString replaceAndCompare(const QString &path, const QByteArray &content, bool expected)
