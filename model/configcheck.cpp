@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "configcheck.h"
 
+#include "drivenbits.h"
 #include "tarncore.h"
 
 #include <sdk/netweir.h>
 
 #include <QCoreApplication>
-#include <QMap>
 
 namespace TARN {
 
@@ -25,16 +25,17 @@ public:
 
     QStringList run(const QList<TarnCore *> &cores);
 
+    static QString textOf(ClockFault fault);
+
 private:
     void checkCore(const TarnCore &core);
-    QString clockError(const TarnCore &core) const;
     void collectDrivers(const TarnCore &core, int position);
     void checkDrivers();
 
     NETWEIR::RtlNetlist *m_netlist;
     QStringList m_errors;
-    /// The Probe Out ports that drive a bit, by the bit's name, sorted by UTF-16 code units.
-    QMap<QString, QStringList> m_drivers;
+    DrivenBits m_drivenBits;
+    QStringList m_drivers; ///< The Probe Out ports by their numbers in m_drivenBits.
 };
 
 QStringList ConfigCheck::run(const QList<TarnCore *> &cores)
@@ -52,23 +53,23 @@ void ConfigCheck::checkCore(const TarnCore &core)
     const QString prefix = tr("Tarn %1: ").arg(core.index);
     if (core.getAvailableProbeIns().isEmpty() && core.getAvailableProbeOuts().isEmpty())
         m_errors += prefix + tr("At least one Probe In port or Probe Out port should be enabled");
-    const QString error = clockError(core);
-    if (!error.isEmpty())
-        m_errors += prefix + error;
+    const ClockFault fault = clockFault(core.syncUserClock, core.userClock, m_netlist);
+    if (fault != ClockFault::None)
+        m_errors += prefix + textOf(fault);
 }
 
-/// Empty when there is no error.
-QString ConfigCheck::clockError(const TarnCore &core) const
+QString ConfigCheck::textOf(ClockFault fault)
 {
-    if (!core.syncUserClock)
-        return QString();
-    if (core.userClock.isEmpty())
+    switch (fault) {
+    case ClockFault::None:
+        break;
+    case ClockFault::NotGiven:
         return tr("No synchronization clock specified");
-    NETWEIR::RtlNet *net = m_netlist ? m_netlist->findNet(core.userClock) : nullptr;
-    if (!net)
+    case ClockFault::Missing:
         return tr("The output probe synchronizes with user clock does not exist");
-    if (net->excludedForProbeIn())
+    case ClockFault::NotUsable:
         return tr("Invalid user clock selected for output probe synchronization");
+    }
     return QString();
 }
 
@@ -78,24 +79,43 @@ void ConfigCheck::collectDrivers(const TarnCore &core, int position)
     for (const ProbeOut *port : ports) {
         // Names the core by its position, while the prefix of the other messages has its index:
         // readers of the messages expect both numbers.
-        const QString driver = tr("tarn_%1->Probe Out%2").arg(position).arg(port->index);
-        const QStringList bits = port->singleSignals();
-        for (const QString &bit : bits)
-            m_drivers[bit] += driver;
+        m_drivers += tr("tarn_%1->Probe Out%2").arg(position).arg(port->index);
+        m_drivenBits.add(port->signals);
     }
 }
 
 void ConfigCheck::checkDrivers()
 {
-    for (auto it = m_drivers.cbegin(); it != m_drivers.cend(); ++it) {
+    m_drivenBits.settle();
+    for (int i = 0; i < m_drivenBits.severalCount(); ++i) {
+        QStringList drivers;
+        for (const DrivenBits::Driver &driver : m_drivenBits.drivers(i))
+            drivers += m_drivers.at(driver.port);
         // The comma at the end stays: scripts that read the message rely on it.
-        if (it->size() > 1)
-            m_errors += tr("ERROR:Signal \"%1\" has multiple drivers(%2)")
-                            .arg(it.key(), it->join(QStringLiteral(", ")) + QLatin1Char(','));
+        m_errors +=
+            tr("ERROR:Signal \"%1\" has multiple drivers(%2)")
+                .arg(m_drivenBits.name(i), drivers.join(QStringLiteral(", ")) + QLatin1Char(','));
     }
 }
 
 } // namespace
+
+ClockFault clockFault(bool syncUserClock, const QString &userClock, NETWEIR::RtlNetlist *netlist)
+{
+    if (!syncUserClock)
+        return ClockFault::None;
+    if (userClock.isEmpty())
+        return ClockFault::NotGiven;
+    const NETWEIR::RtlNet *net = netlist ? netlist->findNet(userClock) : nullptr;
+    if (!net)
+        return ClockFault::Missing;
+    return net->excludedForProbeIn() ? ClockFault::NotUsable : ClockFault::None;
+}
+
+QString clockFaultText(ClockFault fault)
+{
+    return ConfigCheck::textOf(fault);
+}
 
 QStringList checkConfig(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist)
 {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tarncore.h"
 
+#include "signalbits.h"
+
 namespace TARN {
 
 namespace {
@@ -44,12 +46,7 @@ QList<Port *> withSignals(const QList<Port *> &ports)
 QStringList ProbeIn::singleSignals() const
 {
     QStringList names;
-    for (const SignalItem &signal : signals) {
-        if (signal.members.isEmpty())
-            names.append(signal.name);
-        for (const SignalItem &member : signal.members)
-            names.append(member.name);
-    }
+    forEachBit(signals, [&names](const QString &name, int, int) { names.append(name); });
     return names;
 }
 
