@@ -17,9 +17,10 @@ struct ConfigSnapshot;
 
 /// All findings of a configuration, kept up to date while it is edited.
 ///
-/// Findings are in the order of the cores: those of the core itself and its user clock, of its
-/// Probe In ports and of its Probe Out ports, signal by signal. The bits with several drivers
-/// follow, sorted by name.
+/// Findings are in the order of the cores: first those of the core itself and its user clock, then
+/// those of its Probe In ports and of its Probe Out ports. Within a port, those of the whole port
+/// come first, then signal by signal, those of one signal in the order of Rule. The bits with
+/// several drivers follow all cores, sorted by name.
 ///
 /// Keeps the snapshot alive, which shares nearly all with its successor, and a few bytes per bit
 /// and finding. Texts are made when they are asked for. Owns neither names nor netlist.
@@ -49,8 +50,11 @@ public:
     /// time, and at the bits that they share with other ports.
     void update(const ConfigSnapshot &snapshot);
 
+    // The findings. An index must be below count(). Rule and place need no text and little time.
     int count() const;
     Finding at(int i) const;
+    Rule ruleAt(int i) const;
+    Place placeAt(int i) const;
 
     /// The place as the rows show it: "tarn_0, Probe Out3". Empty for a place that does not exist.
     QString placeText(const Place &place) const;
