@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "configsamples.h"
 
+#include <model/configdifference.h>
 #include <model/configsnapshot.h>
 #include <probes/signalsamples.h>
 #include <support/testcase.h>
@@ -24,6 +25,20 @@ namespace {
 
 using Edit = std::function<void(TarnCore *)>;
 
+/// "<kind>*<count> core.port.signal", with 'i' or 'o' before the port.
+QString textOf(const TARN::ConfigDifference &difference)
+{
+    static const char *const kinds[] = {"none",    "cores+", "cores-", "ports+", "ports-",
+                                        "signals", "value",  "clock",  "several"};
+    return QStringLiteral("%1*%2 %3.%4%5.%6")
+        .arg(QLatin1String(kinds[difference.kind]))
+        .arg(difference.count)
+        .arg(difference.core)
+        .arg(difference.type == TARN::ProbeTypeOut ? QLatin1Char('o') : QLatin1Char('i'))
+        .arg(difference.port)
+        .arg(difference.signal);
+}
+
 /// One core for each letter, told apart by its clock; each with two ports of either kind.
 Cores namedCores(const QString &letters)
 {
@@ -37,7 +52,7 @@ Cores namedCores(const QString &letters)
             core->probeIns.last()->signals = {net(letter + QStringLiteral("/in")),
                                               bus(letter + QStringLiteral("/bus"), 4)};
             core->probeOuts.last()->signals = {bus(letter + QStringLiteral("/out"), 8)};
-            core->probeOuts.last()->initialValue = QStringLiteral("0x1F");
+            core->probeOuts.last()->initialValue = QStringLiteral("0x1%1").arg(i);
         }
     }
     return cores;
@@ -101,6 +116,10 @@ private Q_SLOTS:
     void deeplyNestedMembersAreCompared();
     void sharedSignalsNeedNoSecondComparison();
     void anUnchangedLargeConfigurationTakesLittleTime();
+    void differenceNamesTheEditAndItsPlace_data();
+    void differenceNamesTheEditAndItsPlace();
+    void oneCoreMoreOrLessIsTheOnlyDifference_data();
+    void oneCoreMoreOrLessIsTheOnlyDifference();
 };
 
 void TestConfigSnapshot::coresRoundTrip()
@@ -319,6 +338,87 @@ void TestConfigSnapshot::anUnchangedLargeConfigurationTakesLittleTime()
     qInfo("%d ports compared in %.3f ms", 16 * 128, double(least) / 1e6);
     // Comparing the 262,144 bits themselves would take much longer.
     QVERIFY(least < 3 * 1000 * 1000);
+}
+
+void TestConfigSnapshot::differenceNamesTheEditAndItsPlace_data()
+{
+    QTest::addColumn<Edit>("edit");
+    QTest::addColumn<QString>("forward");
+    QTest::addColumn<QString>("back");
+    const auto row = [](const char *name, const char *forward, const char *back, const Edit &edit) {
+        QTest::newRow(name) << edit << QString::fromLatin1(forward) << QString::fromLatin1(back);
+    };
+    row("nothing", "none*0 -1.i-1.-1", "none*0 -1.i-1.-1", [](TarnCore *) {});
+    row("port added", "ports+*1 1.i2.-1", "ports-*1 1.i1.-1",
+        [](TarnCore *core) { core->addProbeIn(2); });
+    row("first port removed", "ports-*1 1.o0.-1", "ports+*1 1.o0.-1", [](TarnCore *core) {
+        core->removeProbeOut(0);
+        core->updateProbeOut();
+    });
+    row("all ports removed", "ports-*2 1.i-1.-1", "ports+*2 1.i0.-1", [](TarnCore *core) {
+        core->removeProbeIn(0);
+        core->removeProbeIn(0);
+    });
+    row("signal appended", "signals*0 1.i1.2", "signals*0 1.i1.-1",
+        [](TarnCore *core) { core->probeIns.at(1)->signals.append(net(QStringLiteral("top/x"))); });
+    row("signal replaced", "signals*0 1.o0.0", "signals*0 1.o0.0", [](TarnCore *core) {
+        core->probeOuts.at(0)->signals[0] = net(QStringLiteral("top/x"));
+        core->probeOuts.at(0)->initialValue = QStringLiteral("0x1");
+    });
+    row("value", "value*0 1.o1.-1", "value*0 1.o1.-1",
+        [](TarnCore *core) { core->probeOuts.at(1)->initialValue = QStringLiteral("0x0"); });
+    row("clock", "clock*0 1.o-1.-1", "clock*0 1.o-1.-1",
+        [](TarnCore *core) { core->syncUserClock = true; });
+    row("number of a port", "several*0 1.i0.-1", "several*0 1.i0.-1",
+        [](TarnCore *core) { core->probeIns.at(0)->index = 4; });
+    row("two ports", "several*0 1.o0.-1", "several*0 1.o0.-1", [](TarnCore *core) {
+        core->probeOuts.at(0)->initialValue = QStringLiteral("0x0");
+        core->probeOuts.at(1)->initialValue = QStringLiteral("0x0");
+    });
+    row("port and clock", "several*1 1.i2.-1", "several*1 1.i1.-1", [](TarnCore *core) {
+        core->addProbeIn(2);
+        core->userClock.clear();
+    });
+}
+
+void TestConfigSnapshot::differenceNamesTheEditAndItsPlace()
+{
+    QFETCH(Edit, edit);
+    const Cores cores = namedCores(QStringLiteral("abc"));
+    const ConfigSnapshot before = snapshotOf(cores.list);
+    edit(cores.list.at(1));
+    const ConfigSnapshot after = snapshotOf(cores.list, before);
+    QTEST(textOf(TARN::difference(before, after)), "forward");
+    QTEST(textOf(TARN::difference(after, before)), "back");
+}
+
+void TestConfigSnapshot::oneCoreMoreOrLessIsTheOnlyDifference_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("after");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *before, const char *after, const char *text) {
+        QTest::addRow("%s to %s", before, after)
+            << QString::fromLatin1(before) << QString::fromLatin1(after)
+            << QString::fromLatin1(text);
+    };
+    row("", "ab", "cores+*2 0.i-1.-1");
+    row("ab", "abc", "cores+*1 2.i-1.-1");
+    row("ab", "xab", "cores+*1 0.i-1.-1");
+    row("abc", "ac", "cores-*1 1.i-1.-1");
+    row("abc", "ab", "cores-*1 1.i-1.-1");
+    row("ab", "", "cores-*2 -1.i-1.-1");
+    row("abc", "xyc", "several*0 0.i0.0");
+    row("abc", "axyc", "several*0 1.i0.0");
+}
+
+void TestConfigSnapshot::oneCoreMoreOrLessIsTheOnlyDifference()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, after);
+    const ConfigSnapshot former = snapshotOf(namedCores(before).list);
+    const ConfigSnapshot snapshot = snapshotOf(namedCores(after).list, former);
+    QTEST(textOf(TARN::difference(former, snapshot)), "text");
 }
 
 TARN_TEST_MAIN(TestConfigSnapshot)
