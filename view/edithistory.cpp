@@ -30,12 +30,12 @@ public:
     {
     }
 
-    void undo() override { m_history->show(m_before); }
+    void undo() override { m_history->show(m_before, difference(m_after, m_before)); }
 
     void redo() override
     {
         if (m_done)
-            m_history->show(m_after);
+            m_history->show(m_after, difference(m_before, m_after));
         m_done = true; // The stack calls this for the new step as well, which is shown already.
     }
 
@@ -144,7 +144,7 @@ void EditHistory::updateActions()
 void EditHistory::begin()
 {
     m_paused = false;
-    m_current = shown();
+    m_current = shown(Typing::LeftOut);
     m_stack.clear();
     if (d->q->isModified())
         m_stack.resetClean();
@@ -153,38 +153,93 @@ void EditHistory::begin()
 
 void EditHistory::record(TarnOptionWidget *page)
 {
-    if (!m_paused)
-        push(shown(page), QString());
+    if (m_paused)
+        return;
+    const ConfigSnapshot target = shown(Typing::LeftOut, page);
+    if (!sameObjects(m_current, target))
+        push(target);
 }
 
-void EditHistory::commitTyping() {}
-
-void EditHistory::apply(const ConfigSnapshot &target, const QString &text)
+void EditHistory::commitTyping()
 {
     if (m_paused)
         return;
+    const ConfigSnapshot target = shown(Typing::Included);
+    if (sameObjects(m_current, target))
+        return;
+    for (TarnOptionWidget *page : qAsConst(d->optionWidgets))
+        page->keepTyping();
+    push(target);
+}
+
+void EditHistory::apply(const ConfigSnapshot &target, const QString &text)
+{
     commitTyping();
+    if (m_paused || sameObjects(m_current, target))
+        return;
     const ConfigSnapshot before = m_current;
-    show(target);
-    m_current = before;
+    show(target, difference(before, target));
     d->q->onModified();
+    m_current = before;
     push(target, text);
 }
 
 void EditHistory::recordReload()
 {
-    push(shown(), tr("Reload File"));
+    if (m_paused)
+        return;
+    const ConfigSnapshot target = shown(Typing::LeftOut);
+    if (!sameObjects(m_current, target))
+        push(target, tr("Reload File"));
     if (d->q->isModified())
         m_stack.resetClean();
     else
         m_stack.setClean();
 }
 
+void EditHistory::followStored()
+{
+    if (m_paused)
+        return;
+    const ConfigSnapshot stored = shown(Typing::LeftOut);
+    if (sameObjects(m_current, stored))
+        return;
+    m_current = stored;
+    Q_EMIT changed();
+}
+
 void EditHistory::setSaved()
 {
-    m_current = shown();
     m_stack.setClean();
 }
+
+void EditHistory::push(const ConfigSnapshot &target, const QString &text)
+{
+    const ConfigSnapshot before = m_current;
+    m_current = target;
+    m_stack.push(
+        new Step(this, text.isEmpty() ? textOf(difference(before, target)) : text, before, target));
+    Q_EMIT changed();
+}
+
+ConfigSnapshot EditHistory::shown(Typing typing, const TarnOptionWidget *onlyPage) const
+{
+    const QList<TarnOptionWidget *> &pages = d->optionWidgets;
+    QVector<qint32> indexes;
+    for (const TarnOptionWidget *page : pages)
+        indexes.append(page->core()->index);
+    const bool sameCount = m_current.cores.size() == pages.size();
+    const auto contentOf = [&](int i, const std::shared_ptr<const CoreSnapshot> &former) {
+        if (onlyPage && sameCount && pages.at(i) != onlyPage)
+            return m_current.cores.at(i).content;
+        auto content = pages.at(i)->shown(typing, former);
+        shareSignals(pages.at(i)->core(), *content);
+        return content;
+    };
+    return snapshotOf(indexes, contentOf, m_current);
+}
+
+// Undo and redo
 
 void EditHistory::undo()
 {
@@ -213,7 +268,10 @@ void EditHistory::move(void (QUndoStack::*step)())
     if (m_paused)
         return;
     commitTyping();
+    const int former = m_stack.index();
     (m_stack.*step)();
+    if (m_stack.index() == former)
+        return;
     if (m_stack.isClean())
         d->q->showUnmodified();
     else
@@ -221,31 +279,26 @@ void EditHistory::move(void (QUndoStack::*step)())
     Q_EMIT changed();
 }
 
-ConfigSnapshot EditHistory::shown(TarnOptionWidget *) const
-{
-    return snapshotOf(d->cores, m_current);
-}
-
-bool EditHistory::push(const ConfigSnapshot &target, const QString &text)
-{
-    if (sameObjects(m_current, target))
-        return false;
-    const ConfigSnapshot before = m_current;
-    m_current = target;
-    m_stack.push(
-        new Step(this, text.isEmpty() ? textOf(difference(before, target)) : text, before, target));
-    Q_EMIT changed();
-    return true;
-}
-
-void EditHistory::show(const ConfigSnapshot &target)
+void EditHistory::show(const ConfigSnapshot &target, const ConfigDifference &difference)
 {
     const Pause pause(this);
-    const ConfigDifference difference = TARN::difference(m_current, target);
+    const bool hadFocus = d->q->isAncestorOf(QApplication::focusWidget());
     d->showSnapshot(m_current, target);
     m_current = target;
-    if (difference.core >= 0)
-        d->q->changeTarnWidget(target.cores.at(difference.core).index);
+    showPlace(difference);
+    // The widget with the focus may have gone. Without the focus, the keys would do nothing more.
+    if (hadFocus && !d->q->isAncestorOf(QApplication::focusWidget()))
+        d->q->setFocus();
+}
+
+void EditHistory::showPlace(const ConfigDifference &difference)
+{
+    TarnOptionWidget *page = d->optionWidgets.value(difference.core);
+    if (!page)
+        return;
+    d->q->changeTarnWidget(page->core()->index);
+    if (difference.port >= 0 || difference.kind == ConfigDifference::UserClock)
+        page->showRow(difference.type, difference.port, difference.signal, -1);
 }
 
 } // namespace TARN

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <model/configsnapshot.h>
+#include <probes/typing.h>
 
 #include <QObject>
 #include <QString>
@@ -14,6 +15,7 @@ class QKeySequence;
 namespace TARN {
 
 class TarnOptionWidget;
+struct ConfigDifference;
 
 namespace private_impl {
 class TarnViewPrivate;
@@ -23,13 +25,14 @@ class TarnViewPrivate;
 ///
 /// Cores and pages are edited directly. When an edit is complete, record() compares what is shown
 /// with the last step and adds a step if something differs. Undo and redo make cores and pages
-/// equal to a snapshot, change only what differs, and show the first place that changed.
+/// equal to a snapshot, change only what differs, and show the first place that the step changed.
 ///
-/// The modified mark of the view follows the stack after undo and redo: it goes at the state that
-/// was saved. Between them it is set as before, also by a key that completes no edit.
+/// The view sets its modified mark as it does without steps: at each change, also for a key that
+/// completes no edit. After undo and redo the mark follows the steps: it goes at the state that was
+/// saved.
 ///
-/// Belongs to the private object of the view, and owns stack and actions. The actions are among
-/// those of the view. A step needs the memory of what it changed.
+/// Belongs to the private object of the view; owns stack and actions. The actions are among those
+/// of the view. A step needs the memory of what it changed.
 class EditHistory final : public QObject
 {
     Q_OBJECT
@@ -60,18 +63,23 @@ public:
     void begin();
 
     /// An edit is complete. Looks at @p page alone, or at all pages without it. Text that is typed
-    /// but not applied yet is left out.
+    /// and not applied yet is left out.
     void record(TarnOptionWidget *page = nullptr);
 
     /// Makes typed text that is not applied yet a step of its own.
     void commitTyping();
 
-    /// An edit made by the program, a step named @p text. Marks the view modified. Typed text
+    /// An edit made by the program: one step named @p text. Marks the view modified. Typed text
     /// becomes a step before it.
     void apply(const ConfigSnapshot &target, const QString &text);
 
-    /// The cores were replaced by those of the file on disk: one step.
+    /// The cores were replaced by those of the file on disk: one step. It is the saved state,
+    /// unless the view is modified: then no state is until the next save.
     void recordReload();
+
+    /// The pages stored their widgets in the cores, which writes values in their full form. That is
+    /// no step.
+    void followStored();
 
     /// The file holds what is shown.
     void setSaved();
@@ -79,17 +87,20 @@ public:
     /// What is shown, but for text that is typed and not applied yet.
     const ConfigSnapshot &current() const { return m_current; }
 
-    QUndoStack *stack() { return &m_stack; }
+    /// To look at: undo() and redo() of this class do more than those of the stack.
+    const QUndoStack *stack() const { return &m_stack; }
     QAction *undoAction() const { return m_undo; }
     QAction *redoAction() const { return m_redo; }
 
 public Q_SLOTS:
-    /// Undo the last typing in the line that has the focus, else the last step.
+    /// Undo the last typing in the line that has the focus, or else the last step. Typed text
+    /// elsewhere becomes a step before.
     void undo();
     void redo();
 
 Q_SIGNALS:
-    /// After begin(), a step, undo and redo.
+    /// current() is another one: after begin(), a step, undo, redo, and a save that changed the
+    /// form of values.
     void changed();
 
 private:
@@ -97,13 +108,14 @@ private:
 
     QAction *addAction(const char *name, const QList<QKeySequence> &keys);
     void updateActions();
-    /// The cores as the pages show them.
-    ConfigSnapshot shown(TarnOptionWidget *onlyPage = nullptr) const;
-    /// Adds a step to @p target, which is shown already. False when nothing differs.
-    bool push(const ConfigSnapshot &target, const QString &text);
-    /// Makes cores and pages equal to @p target and shows what changed.
-    void show(const ConfigSnapshot &target);
-    /// Undoes or redoes a step and lets the modified mark follow.
+    ConfigSnapshot shown(Typing typing, const TarnOptionWidget *onlyPage = nullptr) const;
+    /// Adds a step to @p target, which is shown already. Without @p text it is named after what it
+    /// did.
+    void push(const ConfigSnapshot &target, const QString &text = QString());
+    /// Makes cores and pages equal to @p target, and shows the place of @p difference.
+    void show(const ConfigSnapshot &target, const ConfigDifference &difference);
+    void showPlace(const ConfigDifference &difference);
+    /// Undoes or redoes a step, and lets the mark follow.
     void move(void (QUndoStack::*step)());
 
     private_impl::TarnViewPrivate *const d;

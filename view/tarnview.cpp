@@ -234,6 +234,7 @@ void TarnView::insertPage(int position, TarnOptionWidget *page)
     ui->stackedWidget->insertWidget(position, page);
     connect(page, &TarnOptionWidget::modifed, this, &TarnView::onModified);
     page->setMarks(d->findings->marks());
+    connect(page, &TarnOptionWidget::edited, this, [this, page] { d->history->record(page); });
 }
 
 void TarnView::takePage(TarnOptionWidget *page)

@@ -142,10 +142,8 @@ void TarnViewPrivate::showSnapshot(const ConfigSnapshot &current, const ConfigSn
     const int inPlace = qMin(changed.before, changed.after);
     for (int i = changed.before - 1; i >= inPlace; --i)
         deleteTarn(changed.first + i);
-    for (int i = 0; i < inPlace; ++i) {
-        deleteTarn(changed.first + i);
-        insertTarn(changed.first + i, newCore(0, *target.cores.at(changed.first + i).content));
-    }
+    for (int i = 0; i < inPlace; ++i)
+        optionWidgets.at(changed.first + i)->restore(*target.cores.at(changed.first + i).content);
     for (int i = inPlace; i < changed.after; ++i)
         insertTarn(changed.first + i, newCore(0, *target.cores.at(changed.first + i).content));
     for (int i = 0; i < cores.size(); ++i)
@@ -202,6 +200,7 @@ bool TarnViewPrivate::save()
     history->commitTyping();
     for (TarnOptionWidget *page : qAsConst(optionWidgets))
         page->save();
+    history->followStored();
 
     QString errors;
     if (!check(&errors)) {
