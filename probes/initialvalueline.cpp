@@ -109,6 +109,16 @@ void InitialValueLine::keepText()
         m_stored.clear();
 }
 
+void InitialValueLine::keepTyping()
+{
+    if (displayText() == m_applied)
+        return;
+    const int cursor = cursorPosition();
+    setText(displayText()); // Forgets the single keys.
+    setCursorPosition(cursor);
+    keepText();
+}
+
 void InitialValueLine::keepStored()
 {
     m_applied = displayText();

@@ -61,6 +61,8 @@ public:
     QString value(Typing typing, const QString &stored) const;
     /// From now on the shown text is the applied one.
     void keepText();
+    /// The same for typed text, which the line itself does not undo any more.
+    void keepTyping();
     /// From now on the shown text is the applied one, and stands for the value in the core as long
     /// as the width stays.
     void keepStored();

@@ -150,7 +150,7 @@ void OutPortRows::keepTyping()
 {
     for (int i = 0; i < m_values->topLevelItemCount(); ++i) {
         if (InitialValueLine *line = m_values->lineAt(i))
-            line->keepText();
+            line->keepTyping();
     }
 }
 

@@ -244,7 +244,6 @@ ProbePortsOptionWidget::shown(Typing typing,
 
 void ProbePortsOptionWidget::restore(const CoreSnapshot &target)
 {
-    m_core->module = target.module;
     m_ins->restore(target.probeIns);
     m_outs->restore(target.probeOuts);
     restoreUserClock(target);

@@ -6,13 +6,13 @@
 #include "tarnview.h"
 #include "tarnview_p.h"
 
-#include <model/configdifference.h>
 #include <model/tarncore.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QKeySequence>
 #include <QLineEdit>
+#include <QPointer>
 #include <QUndoCommand>
 
 namespace TARN {
@@ -30,12 +30,12 @@ public:
     {
     }
 
-    void undo() override { m_history->show(m_before, difference(m_after, m_before)); }
+    void undo() override { m_history->show(m_before, m_after); }
 
     void redo() override
     {
         if (m_done)
-            m_history->show(m_after, difference(m_before, m_after));
+            m_history->show(m_after, m_before);
         m_done = true; // The stack calls this for the new step as well, which is shown already.
     }
 
@@ -178,10 +178,11 @@ void EditHistory::apply(const ConfigSnapshot &target, const QString &text)
     if (m_paused || sameObjects(m_current, target))
         return;
     const ConfigSnapshot before = m_current;
-    show(target, difference(before, target));
+    show(target, before);
     d->q->onModified();
     m_current = before;
     push(target, text);
+    showPlace();
 }
 
 void EditHistory::recordReload()
@@ -277,28 +278,30 @@ void EditHistory::move(void (QUndoStack::*step)())
     else
         d->q->onModified();
     Q_EMIT changed();
+    showPlace();
 }
 
-void EditHistory::show(const ConfigSnapshot &target, const ConfigDifference &difference)
+void EditHistory::show(const ConfigSnapshot &target, const ConfigSnapshot &former)
 {
     const Pause pause(this);
     const bool hadFocus = d->q->isAncestorOf(QApplication::focusWidget());
     d->showSnapshot(m_current, target);
     m_current = target;
-    showPlace(difference);
-    // The widget with the focus may have gone. Without the focus, the keys would do nothing more.
-    if (hadFocus && !d->q->isAncestorOf(QApplication::focusWidget()))
-        d->q->setFocus();
-}
-
-void EditHistory::showPlace(const ConfigDifference &difference)
-{
-    TarnOptionWidget *page = d->optionWidgets.value(difference.core);
+    m_shown = difference(former, target);
+    TarnOptionWidget *page = d->optionWidgets.value(m_shown.core);
     if (!page)
         return;
     d->q->changeTarnWidget(page->core()->index);
-    if (difference.port >= 0 || difference.kind == ConfigDifference::UserClock)
-        page->showRow(difference.type, difference.port, difference.signal, -1);
+    // The widget with the focus may have gone. Without the focus, the keys would do nothing more.
+    if (hadFocus && !d->q->isAncestorOf(QApplication::focusWidget()))
+        page->setFocus();
+}
+
+void EditHistory::showPlace()
+{
+    TarnOptionWidget *page = d->optionWidgets.value(m_shown.core);
+    if (page && (m_shown.port >= 0 || m_shown.kind == ConfigDifference::UserClock))
+        page->showRow(m_shown.type, m_shown.port, m_shown.signal, -1);
 }
 
 } // namespace TARN

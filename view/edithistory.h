@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <model/configdifference.h>
 #include <model/configsnapshot.h>
 #include <probes/typing.h>
 
@@ -15,7 +16,6 @@ class QKeySequence;
 namespace TARN {
 
 class TarnOptionWidget;
-struct ConfigDifference;
 
 namespace private_impl {
 class TarnViewPrivate;
@@ -112,9 +112,11 @@ private:
     /// Adds a step to @p target, which is shown already. Without @p text it is named after what it
     /// did.
     void push(const ConfigSnapshot &target, const QString &text = QString());
-    /// Makes cores and pages equal to @p target, and shows the place of @p difference.
-    void show(const ConfigSnapshot &target, const ConfigDifference &difference);
-    void showPlace(const ConfigDifference &difference);
+    /// Makes cores and pages equal to @p target, and shows the core of the change from @p former.
+    void show(const ConfigSnapshot &target, const ConfigSnapshot &former);
+    /// Shows the row of the last change. It takes the focus, and a line that loses the focus may
+    /// show a box, during which view and history can go away.
+    void showPlace();
     /// Undoes or redoes a step, and lets the mark follow.
     void move(void (QUndoStack::*step)());
 
@@ -123,7 +125,8 @@ private:
     QAction *m_undo;
     QAction *m_redo;
     ConfigSnapshot m_current;
-    bool m_paused = true; ///< Until begin().
+    ConfigDifference m_shown; ///< The last change that was not made on the pages.
+    bool m_paused = true;     ///< Until begin().
 };
 
 } // namespace TARN
