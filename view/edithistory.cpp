@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QKeySequence>
 #include <QLineEdit>
-#include <QPointer>
 #include <QUndoCommand>
 
 namespace TARN {
