@@ -128,8 +128,8 @@ void InitialValueLine::keepStored()
 
 bool InitialValueLine::agreesWithLabels() const
 {
-    // Without bits the mask fills in a digit.
-    return m_bitLabels.isEmpty() || displayText() == labelText();
+    const QString text = labelText();
+    return displayText() == (text.size() > PrefixLength ? text : QStringLiteral("0x0"));
 }
 
 QString InitialValueLine::labelText() const

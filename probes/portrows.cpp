@@ -85,7 +85,7 @@ bool PortRows::showsAll(const Ports &target) const
 
 QVector<int> PortRows::arrange(const Ports &target)
 {
-    matchRowsToPorts();
+    const bool known = matchRowsToPorts();
     const auto same = [&](int i, int k) { return shows(i, *target.at(k)); };
     const QVector<int> sources = matchPorts(portCount(), target.size(), same);
     QVector<bool> stays(portCount(), false);
@@ -108,19 +108,22 @@ QVector<int> PortRows::arrange(const Ports &target)
             insertPort(k);
             insertRow(k);
         }
-        if (comes || !shows(k, *target.at(k)))
+        if (comes || !known || !shows(k, *target.at(k)))
             anew.append(k);
     }
     return anew;
 }
 
-void PortRows::matchRowsToPorts()
+bool PortRows::matchRowsToPorts()
 {
-    // They differ only when someone else added ports to the core or removed some.
+    if (m_tree->topLevelItemCount() == portCount())
+        return true;
+    // Someone else added ports to the core, or removed some.
     while (m_tree->topLevelItemCount() > portCount())
         deleteRow(m_tree->topLevelItemCount() - 1);
     while (m_tree->topLevelItemCount() < portCount())
         insertRow(m_tree->topLevelItemCount());
+    return false;
 }
 
 } // namespace TARN

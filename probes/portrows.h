@@ -79,7 +79,8 @@ private:
     bool showsAll(const Ports &target) const;
     /// Removes and adds ports and rows. Returns the positions of the ports to show anew.
     QVector<int> arrange(const Ports &target);
-    void matchRowsToPorts();
+    /// Returns whether there are as many rows as ports already.
+    bool matchRowsToPorts();
 };
 
 } // namespace TARN
