@@ -82,16 +82,17 @@ void DrivenBits::settle()
 
 int DrivenBits::idOf(const QString &name)
 {
-    const auto known = m_ids.constFind(name);
-    if (known != m_ids.cend())
-        return *known;
+    // A new entry is 0, so the numbers in the table begin with 1.
+    int &entry = m_ids[name];
+    if (entry != 0)
+        return entry - 1;
     if (m_freeBits.empty()) {
         m_freeBits.push_back(int(m_bits.size()));
         m_bits.emplace_back();
     }
     const int id = takeLast(&m_freeBits);
     bit(id).name = name;
-    m_ids.insert(name, id);
+    entry = id + 1;
     return id;
 }
 

@@ -63,7 +63,7 @@ private:
 
     std::vector<Bit> m_bits;
     Ids m_freeBits;
-    QHash<QString, int> m_ids; ///< By name, the position in m_bits.
+    QHash<QString, int> m_ids; ///< By name, the position in m_bits plus one.
     std::vector<Ids> m_ports;  ///< By number, the different bits of a port.
     Ids m_freePorts;
     Ids m_touched;

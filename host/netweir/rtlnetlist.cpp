@@ -10,11 +10,11 @@ namespace NETWEIR {
 
 namespace {
 
-/// The slot where the search for @p name begins in a table of 2^bits slots. The multiplication
-/// distributes names that differ only in a digit, as most do.
-std::size_t firstSlot(const QString &name, unsigned bits)
+/// The slot where the search for a name with @p hash begins in a table of 2^bits slots. The
+/// multiplication distributes names that differ only in a digit, as most do.
+std::size_t firstSlot(quint32 hash, unsigned bits)
 {
-    return std::size_t((quint64(qHash(name)) * 0x9e3779b97f4a7c15U) >> (64 - bits));
+    return std::size_t((quint64(hash) * 0x9e3779b97f4a7c15U) >> (64 - bits));
 }
 
 } // namespace
@@ -30,10 +30,11 @@ void RtlNetlist::Private::indexNets()
     // Inserted in order and without comparison, so the first of two nets with the same name is
     // found.
     for (std::size_t i = 0; i < nets.size(); ++i) {
-        std::size_t slot = firstSlot(nets.at(i)->fullPathName(), slotBits);
+        const quint32 hash = qHash(nets.at(i)->fullPathName());
+        std::size_t slot = firstSlot(hash, slotBits);
         while (slots[slot] != 0)
             slot = (slot + 1) & mask;
-        slots[slot] = quint32(i + 1);
+        slots[slot] = (hash & ~quint32(mask)) | quint32(i + 1);
     }
 }
 
@@ -54,12 +55,14 @@ RtlNet *RtlNetlist::findNet(const QString &fullPathName) const
     if (d->slots.empty())
         d->indexNets();
     const std::size_t mask = d->slots.size() - 1;
-    std::size_t slot = firstSlot(fullPathName, d->slotBits);
-    while (const quint32 entry = d->slots[slot]) {
-        RtlNet *net = d->nets.at(entry - 1);
+    const quint32 hash = qHash(fullPathName);
+    std::size_t slot = firstSlot(hash, d->slotBits);
+    for (; const quint32 entry = d->slots[slot]; slot = (slot + 1) & mask) {
+        if (((entry ^ hash) & ~quint32(mask)) != 0)
+            continue;
+        RtlNet *net = d->nets.at((entry & mask) - 1);
         if (net->fullPathName() == fullPathName)
             return net;
-        slot = (slot + 1) & mask;
     }
     return nullptr;
 }

@@ -53,9 +53,10 @@ struct Q_DECL_HIDDEN RtlNetlist::Private
     Internal::Arena<RtlNetBus> buses;
     bool usesJtagPrimitive = false;
 
-    /// Hash table with open addressing and linear probing, at most half full. An entry is the index
-    /// in nets plus one, 0 for a free slot. Filled by the first search, because many netlists are
-    /// never searched by name.
+    /// Hash table with open addressing and linear probing, at most half full. An entry has the
+    /// index in nets plus one in its lowest slotBits bits, 0 for a free slot. The bits above are
+    /// those of the name's hash, so that hardly any other name is compared. Filled by the first
+    /// search, because many netlists are never searched by name.
     std::vector<quint32> slots;
     unsigned slotBits = 0;
 
