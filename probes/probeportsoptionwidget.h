@@ -55,7 +55,8 @@ public:
     /// and leaves the core alone.
     void keepTyping();
 
-    /// Makes core and page equal to @p target: the page shows what a new page would show. Rebuilds
+    /// Makes core and page equal to @p target, but for the module, which every save sets. The page
+    /// shows what a new page would show. Rebuilds
     /// the rows of ports that differ; the other rows stay as they are. What is typed and not in
     /// @p target is lost. Closes the dialogs of ports that go. Emits neither modified() nor
     /// edited().

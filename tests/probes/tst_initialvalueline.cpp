@@ -6,6 +6,7 @@
 #include <probes/initialvalueline.h>
 #include <probes/probeportsoptionwidget.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDropEvent>
@@ -44,6 +45,7 @@ struct Fixture
     TARN::TarnCore core{0};
     ProbePortsOptionWidget page{&core, nullptr, nullptr};
     QSignalSpy modified{&page, &ProbePortsOptionWidget::modified};
+    QSignalSpy edited{&page, &ProbePortsOptionWidget::edited};
     QWidget window;
     QPointer<InitialValueLine> line = new InitialValueLine(3, &page, &window);
     QLineEdit *other = new QLineEdit(&window);
@@ -731,6 +733,116 @@ private Q_SLOTS:
         QCOMPARE(f.line->displayText(), QStringLiteral("0x00"));
         QTest::keyClicks(f.line, "bc");
         QCOMPARE(f.line->displayText(), QStringLiteral("0xBC"));
+    }
+
+    void editIsCompleteWhenAnotherValueIsApplied()
+    {
+        Fixture f;
+        f.setBits({"0000", "0000"});
+        f.focus("0x00");
+        f.line->setCursorPosition(2);
+        QTest::keyClicks(f.line, "7f");
+        QCOMPARE(f.edited.count(), 0);
+        f.other->setFocus();
+        QCOMPARE(f.edited.count(), 1);
+        QCOMPARE(f.modified.count(), 2);
+        f.line->setFocus();
+        f.line->setCursorPosition(2);
+        QTest::keyClicks(f.line, "0f");
+        QTest::keyClick(f.line, Qt::Key_Home);
+        f.line->setText("0x7F"); // As before.
+        f.other->setFocus();
+        QCOMPARE(f.edited.count(), 1);
+    }
+
+    void rejectedValueIsNoEdit()
+    {
+        Fixture f;
+        f.setBits({"00000"});
+        f.line->keepText();
+        f.focus("0xFF");
+        script().expectBox(tooWide("FF", 3));
+        f.other->setFocus();
+        QCOMPARE(f.edited.count(), 0);
+        QCOMPARE(f.modified.count(), 1);
+    }
+
+    void hiddenOrInertLineCompletesNoEdit_data()
+    {
+        QTest::addColumn<std::function<void(Fixture &)>>("leave");
+        const auto row = [](const char *name, const std::function<void(Fixture &)> &leave) {
+            QTest::newRow(name) << leave;
+        };
+        row("window hidden", [](Fixture &f) { f.window.hide(); });
+        row("window closed", [](Fixture &f) { f.window.close(); });
+        row("line hidden", [](Fixture &f) { f.line->hide(); });
+        row("inert", [](Fixture &f) {
+            f.line->setInert(true);
+            f.other->setFocus();
+        });
+        row("deleted", [](Fixture &f) {
+            f.line->setInert(true);
+            delete f.line;
+        });
+    }
+    void hiddenOrInertLineCompletesNoEdit()
+    {
+        QFETCH(std::function<void(Fixture &)>, leave);
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0x12");
+        leave(f);
+        QCOMPARE(f.edited.count(), 0);
+        QCOMPARE(f.shownBits(), QStringList({"00000000"}));
+    }
+
+    void keysOfUndoAreForTypingFirst()
+    {
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0x00");
+        int undone = 0;
+        QAction undo;
+        undo.setShortcut(QKeySequence::Undo);
+        connect(&undo, &QAction::triggered, this, [&undone] { ++undone; });
+        f.window.addAction(&undo);
+        f.line->setCursorPosition(2);
+        QTest::keyClicks(f.line, "7");
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x70"));
+        QTest::keyClick(f.line, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x00"));
+        QCOMPARE(undone, 0);
+        QTest::keyClick(f.line, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(undone, 1);
+        QTest::keyClicks(f.line, "7");
+        f.other->setFocus(); // Applied: from now on the value is one step of the view.
+        f.line->setFocus();
+        QTest::keyClick(f.line, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(undone, 2);
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x70"));
+    }
+
+    void keysOfRedoAreForTypingFirst()
+    {
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0x00");
+        int redone = 0;
+        QAction redo;
+        redo.setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
+        connect(&redo, &QAction::triggered, this, [&redone] { ++redone; });
+        f.window.addAction(&redo);
+        const auto press = [&f] {
+            QTest::keyClick(f.line, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+        };
+        press();
+        QCOMPARE(redone, 1);
+        f.line->setCursorPosition(2);
+        QTest::keyClicks(f.line, "7");
+        QTest::keyClick(f.line, Qt::Key_Z, Qt::ControlModifier);
+        press();
+        QCOMPARE(f.line->displayText(), QStringLiteral("0x70"));
+        QCOMPARE(redone, 1);
     }
 };
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "markedrows.h"
 #include "signalsamples.h"
 
 #include <support/modeltext.h>
@@ -17,11 +18,14 @@
 #include <qutil/ievent.h>
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDropEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
@@ -30,14 +34,18 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include <functional>
 #include <memory>
 
 using namespace TARN;
 using TarnTest::bus;
 using TarnTest::FontSize;
+using TarnTest::MarkedDesign;
+using TarnTest::marksOf;
 using TarnTest::ModalScript;
 using TarnTest::modelText;
 using TarnTest::net;
+using TarnTest::tipOver;
 
 namespace {
 
@@ -198,6 +206,47 @@ void addBySearch(ModalScript *script, QDialog *dialog, const QString &name)
     dialog->accept();
 }
 
+/// The places of a row in the rows above, from the top: "2.0".
+QString placeOf(const QTreeWidgetItem *row)
+{
+    if (!row->parent())
+        return QString::number(
+            row->treeWidget()->indexOfTopLevelItem(const_cast<QTreeWidgetItem *>(row)));
+    return QStringLiteral("%1.%2")
+        .arg(placeOf(row->parent()))
+        .arg(row->parent()->indexOfChild(const_cast<QTreeWidgetItem *>(row)));
+}
+
+/// The bus of the marked design, as stored with these members.
+SignalItem busD(const QStringList &members)
+{
+    return bus("top/d[3:0]", members);
+}
+
+/// Whether trees were painted.
+class PaintCount : public QObject
+{
+public:
+    explicit PaintCount(const QList<QTreeWidget *> &trees)
+    {
+        for (QTreeWidget *tree : trees)
+            tree->viewport()->installEventFilter(this);
+    }
+    void reset() { m_any = false; }
+    bool any() const { return m_any; }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_any = m_any || event->type() == QEvent::Paint;
+        return false;
+    }
+
+private:
+    bool m_any = false;
+};
+
+using PageAction = std::function<void(Fixture &)>;
+
 std::unique_ptr<NETWEIR::RtlNetlist> netlistWith(const QString &net)
 {
     NETWEIR::NetlistBuilder builder("top");
@@ -206,6 +255,9 @@ std::unique_ptr<NETWEIR::RtlNetlist> netlistWith(const QString &net)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(TARN::ProbeType)
+Q_DECLARE_METATYPE(PageAction)
 
 class TestProbePortsOptionWidget : public TarnTest::WindowTest
 {
@@ -1236,6 +1288,411 @@ private Q_SLOTS:
         QCOMPARE(f.modified->count(), 2);
         f.out()->setFocus();
         QCOMPARE(f.shownValues(), QStringList({"0xA5 10100101"}));
+    }
+
+    void editsAreCompleteAfterModified_data()
+    {
+        QTest::addColumn<PageAction>("act");
+        QTest::addColumn<QString>("log");
+        const auto row = [](const char *name, const char *log, const PageAction &act) {
+            QTest::newRow(name) << act << QString(log);
+        };
+        const auto clock = [](const Fixture &f) { return f.find<QLineEdit>("lineEditUserClock"); };
+        row("add in", "modified edited", [](Fixture &f) { f.click("btnProbeInAdd"); });
+        row("add out", "modified edited", [](Fixture &f) { f.click("btnProbeOutAdd"); });
+        row("remove in", "modified edited", [](Fixture &f) {
+            f.in()->topLevelItem(1)->setSelected(true);
+            f.click("btnProbeInRemove");
+        });
+        row("remove out", "modified edited", [](Fixture &f) {
+            f.out()->topLevelItem(0)->setSelected(true);
+            f.click("btnProbeOutRemove");
+        });
+        row("clock box", "modified edited",
+            [](Fixture &f) { f.find<QCheckBox>("checkUserClock")->click(); });
+        row("clock typed", "modified modified",
+            [=](Fixture &f) { QTest::keyClicks(clock(f), "ab"); });
+        row("clock typed, Return", "modified edited", [=](Fixture &f) {
+            clock(f)->setFocus();
+            QTest::keyClicks(clock(f), "a");
+            QTest::keyClick(clock(f), Qt::Key_Return);
+            QTest::keyClick(clock(f), Qt::Key_Return);
+        });
+        row("clock typed, focus lost", "modified edited", [=](Fixture &f) {
+            clock(f)->setFocus();
+            QTest::keyClicks(clock(f), "a");
+            f.in()->setFocus();
+        });
+        row("clock typed and taken back", "modified modified", [=](Fixture &f) {
+            clock(f)->setFocus();
+            QTest::keyClicks(clock(f), "a");
+            QTest::keyClick(clock(f), Qt::Key_Backspace);
+            f.in()->setFocus();
+        });
+        row("clock typed, page hidden", "modified", [=](Fixture &f) {
+            clock(f)->setFocus();
+            QTest::keyClicks(clock(f), "a");
+            f.page->hide();
+        });
+        row("clock typed, page closed", "modified", [=](Fixture &f) {
+            clock(f)->setFocus();
+            QTest::keyClicks(clock(f), "a");
+            f.page->close();
+        });
+        row("clock typed, page deleted", "modified", [=](Fixture &f) {
+            clock(f)->setFocus();
+            QTest::keyClicks(clock(f), "a");
+            delete f.page;
+        });
+        row("clock dropped", "modified edited", [=](Fixture &f) {
+            QMimeData data;
+            data.setText("clk");
+            QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(clock(f), &enter);
+            QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(clock(f), &event);
+            QTRY_VERIFY(clock(f)->hasFocus());
+            f.in()->setFocus();
+        });
+        row("clock set", "modified edited", [=](Fixture &f) { clock(f)->setText("clk"); });
+        row("clock set after typing", "modified modified edited", [=](Fixture &f) {
+            QTest::keyClicks(clock(f), "a");
+            clock(f)->setText("clk");
+        });
+        row("value typed", "modified modified", [](Fixture &f) {
+            f.line(1)->setFocus();
+            f.line(1)->setCursorPosition(2);
+            QTest::keyClicks(f.line(1), "12");
+        });
+        row("value applied", "modified modified edited", [](Fixture &f) {
+            f.line(1)->setFocus();
+            f.line(1)->setCursorPosition(2);
+            QTest::keyClicks(f.line(1), "12");
+            f.out()->setFocus();
+        });
+        row("value typed, page hidden", "modified", [](Fixture &f) {
+            f.line(1)->setFocus();
+            f.line(1)->setCursorPosition(2);
+            QTest::keyClicks(f.line(1), "1");
+            f.page->hide();
+        });
+        row("value typed, port removed", "modified modified edited", [](Fixture &f) {
+            f.line(1)->setFocus();
+            f.line(1)->setCursorPosition(2);
+            QTest::keyClicks(f.line(1), "1");
+            f.out()->topLevelItem(1)->setSelected(true);
+            f.click("btnProbeOutRemove");
+        });
+        row("no edit", "", [](Fixture &f) {
+            f.page->updateProbeInTree();
+            f.page->updateProbeOutTree();
+            f.page->setNlsdata(nullptr);
+            f.page->save();
+            f.line(1)->onTextChange();
+            f.page->showRow(ProbeTypeOut, 1, 0, -1);
+            f.page->showRow(ProbeTypeIn, -1, -1, -1);
+        });
+    }
+    void editsAreCompleteAfterModified()
+    {
+        QFETCH(PageAction, act);
+        auto core = coreOf({{net("a")}, {net("b")}}, {{net("c")}, {bus("d", 8)}}, {"0x0", "0x00"});
+        core->syncUserClock = true;
+        Fixture f(std::move(core));
+        f.show();
+        QStringList log;
+        connect(f.page, &ProbePortsOptionWidget::modified, this, [&log] { log += "modified"; });
+        connect(f.page, &ProbePortsOptionWidget::edited, this, [&log] { log += "edited"; });
+        act(f);
+        QTEST(log.join(' '), "log");
+    }
+
+    void dialogsCompleteOneEdit_data()
+    {
+        QTest::addColumn<bool>("accept");
+        QTest::newRow("accepted") << true;
+        QTest::newRow("rejected") << false;
+    }
+    void dialogsCompleteOneEdit()
+    {
+        QFETCH(bool, accept);
+        const auto netlist = netlistWith("clk");
+        auto core = coreOf({{net("a")}}, {{net("b")}});
+        core->syncUserClock = true;
+        Fixture f(std::move(core), netlist.get());
+        QStringList log;
+        connect(f.page, &ProbePortsOptionWidget::modified, this, [&log] { log += "modified"; });
+        connect(f.page, &ProbePortsOptionWidget::edited, this, [&log] { log += "edited"; });
+        for (const bool out : {false, true}) {
+            script().expectDialog(
+                "TARN::ProbeDialog", out ? "Probe Out Port" : "Probe In Port",
+                [=](QDialog *dialog) { accept ? dialog->accept() : dialog->reject(); });
+            f.editFirst(out);
+            QCOMPARE(log.join(' '), QString(accept ? "modified edited" : ""));
+            log.clear();
+        }
+        script().expectDialog("TARN::TarnSignalSelectDialog", "Search Nets", [=](QDialog *dialog) {
+            searchAndAddAll(dialog, "clk");
+            accept ? dialog->accept() : dialog->reject();
+        });
+        f.click("btnUserClock");
+        QCOMPARE(log.join(' '), QString(accept ? "modified modified edited" : ""));
+    }
+
+    void refusedEditsAreNone()
+    {
+        Fixture f(coreOf({{}}, {{}}));
+        const QSignalSpy edited(f.page, &ProbePortsOptionWidget::edited);
+        script().expectBox(warning("Support 1 Probe In at least."));
+        f.click("btnProbeInRemove");
+        script().expectBox(warning("Support 1 Probe Out at least."));
+        f.click("btnProbeOutRemove");
+        QCOMPARE(edited.count(), 0);
+    }
+
+    void pageMayGoWhenItIsModified()
+    {
+        Fixture f(coreOf({{}}, {{}}));
+        connect(f.page, &ProbePortsOptionWidget::modified, this, [&f] { delete f.page; });
+        f.page->onAddProbeIn();
+        QVERIFY(!f.page);
+    }
+
+    void clockLineLeavesUndoToTheWindow()
+    {
+        auto core = coreOf({}, {});
+        core->syncUserClock = true;
+        Fixture f(std::move(core));
+        f.show();
+        QAction undo;
+        undo.setShortcut(QKeySequence::Undo);
+        const QSignalSpy undone(&undo, &QAction::triggered);
+        f.page->addAction(&undo);
+        auto *clock = f.find<QLineEdit>("lineEditUserClock");
+        clock->setFocus();
+        QTest::keyClicks(clock, "ab");
+        QTest::keyClick(clock, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(clock->text(), QString());
+        QCOMPARE(undone.count(), 0);
+        QTest::keyClicks(clock, "cd");
+        clock->setCursorPosition(1);
+        QTest::keyClick(clock, Qt::Key_Return);
+        QCOMPARE(clock->cursorPosition(), 1);
+        QTest::keyClick(clock, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(undone.count(), 1);
+        QCOMPARE(clock->text(), QString("cd"));
+    }
+
+    void showsARow_data()
+    {
+        QTest::addColumn<ProbeType>("type");
+        QTest::addColumn<int>("port");
+        QTest::addColumn<int>("signal");
+        QTest::addColumn<int>("bit");
+        QTest::addColumn<QString>("shown");
+        const auto row = [](const char *name, ProbeType type, int port, int signal, int bit,
+                            const char *shown) {
+            QTest::newRow(name) << type << port << signal << bit << QString(shown);
+        };
+        row("in, port", ProbeTypeIn, 20, -1, -1, "20");
+        row("in, signal", ProbeTypeIn, 20, 1, -1, "20.1");
+        row("in, bit", ProbeTypeIn, 20, 1, 3, "20.1.3");
+        row("in, bit of a net", ProbeTypeIn, 20, 0, 3, "20.0");
+        row("in, no such signal", ProbeTypeIn, 20, 7, -1, "20");
+        row("in, no such bit", ProbeTypeIn, 20, 1, 8, "20.1");
+        row("out, port", ProbeTypeOut, 20, -1, -1, "20");
+        row("out, signal", ProbeTypeOut, 20, 1, -1, "20.1");
+        row("out, bit", ProbeTypeOut, 20, 1, 3, "20.1");
+        row("out, first", ProbeTypeOut, 0, 0, -1, "0.0");
+    }
+    void showsARow()
+    {
+        QFETCH(ProbeType, type);
+        QFETCH(int, port);
+        QFETCH(int, signal);
+        QFETCH(int, bit);
+        QList<Signals> ports;
+        for (int i = 0; i < 40; ++i)
+            ports.append({net("a"), bus("d", 8)});
+        Fixture f(coreOf(ports, ports));
+        f.show();
+        f.in()->topLevelItem(3)->setSelected(true);
+        f.out()->topLevelItem(3)->setSelected(true);
+        f.values()->topLevelItem(3)->setSelected(true);
+        f.out()->scrollToBottom();
+        QApplication::processEvents();
+
+        f.page->showRow(type, port, signal, bit);
+        QApplication::processEvents();
+        const bool out = type == ProbeTypeOut;
+        const QTreeWidget *tree = out ? f.out() : f.in();
+        QTEST(placeOf(tree->currentItem()), "shown");
+        QCOMPARE(tree->selectedItems(), QList<QTreeWidgetItem *>{tree->currentItem()});
+        const QRect place = tree->visualItemRect(tree->currentItem());
+        QVERIFY(!place.isEmpty());
+        QVERIFY(tree->viewport()->rect().contains(place.center()));
+        QVERIFY(tree->hasFocus());
+        if (out) {
+            QCOMPARE(f.values()->selectedItems().size(), 1);
+            QTEST(placeOf(f.values()->selectedItems().constFirst()), "shown");
+            f.verifyAligned();
+        }
+    }
+
+    void showsTheUserClock()
+    {
+        auto core = coreOf({}, {});
+        core->userClock = QStringLiteral("top/clk");
+        core->syncUserClock = true;
+        Fixture f(std::move(core));
+        f.show();
+        f.page->showRow(ProbeTypeIn, -1, -1, -1);
+        auto *clock = f.find<QLineEdit>("lineEditUserClock");
+        QVERIFY(clock->hasFocus());
+        QCOMPARE(clock->selectedText(), QStringLiteral("top/clk"));
+        f.find<QCheckBox>("checkUserClock")->click();
+        f.page->showRow(ProbeTypeIn, -1, -1, -1);
+        QVERIFY(f.find<QCheckBox>("checkUserClock")->hasFocus());
+    }
+
+    void lineOfTheShownPortKeepsTheFocus()
+    {
+        Fixture f(coreOf({}, {{net("a")}, {net("b")}}));
+        f.show();
+        f.line(1)->setFocus();
+        f.page->showRow(ProbeTypeOut, 1, -1, -1);
+        QVERIFY(f.line(1)->hasFocus());
+        f.page->showRow(ProbeTypeOut, 0, -1, -1);
+        QVERIFY(f.out()->hasFocus());
+    }
+
+    void rowsAreMarkedByPainting()
+    {
+        Fixture f(coreOf({{net("top/gone"), net("top/clk"), busD({"top/d[3]", "top/x"})},
+                          {net("top/clk"), busD({"top/d[1]", "top/d[0]"})}},
+                         {{net("top/clk")}, {net("top/rst"), busD({"top/d[3]", "top/d[0]"})}}));
+        f.show();
+        for (QTreeWidget *tree : {f.in(), f.out()})
+            tree->expandAll();
+        const QString rows = f.textOf(f.in()) + f.textOf(f.out());
+        MarkedDesign design;
+        f.page->setMarks(&design.marks);
+        QApplication::processEvents();
+        QCOMPARE(marksOf(f.in()), QStringLiteral("Probe In0: red\n"
+                                                 "top/gone: red\n"
+                                                 "top/d[3:0]: amber\n"
+                                                 "top/x: red\n"
+                                                 "Probe In1: amber\n"
+                                                 "top/d[3:0]: amber\n"
+                                                 "top/d[0]: amber\n"));
+        QCOMPARE(marksOf(f.out()), QStringLiteral("Probe Out1: amber\n"
+                                                  "top/rst: amber\n"));
+        QCOMPARE(marksOf(f.values()), QString());
+        QCOMPARE(f.textOf(f.in()) + f.textOf(f.out()), rows);
+        const QTreeWidgetItem *gone = f.in()->topLevelItem(0)->child(0);
+        QCOMPARE(gone->toolTip(0), QStringLiteral("top/gone"));
+        QCOMPARE(gone->foreground(0).color(), QApplication::palette().windowText().color());
+        f.verifyAligned();
+    }
+
+    void pageWithoutMarksLooksAsEver()
+    {
+        Fixture f(coreOf({{net("top/gone"), net("top/clk")}}, {{net("top/gone")}}));
+        f.show();
+        f.in()->expandAll();
+        const QTreeWidgetItem *gone = f.in()->topLevelItem(0)->child(0);
+        const QImage plain = f.page->grab().toImage();
+        QCOMPARE(tipOver(f.in(), gone), QStringLiteral("top/gone"));
+        SignalMarks none; // There is no netlist.
+        f.page->setMarks(&none);
+        QCOMPARE(f.page->grab().toImage(), plain);
+        QCOMPARE(tipOver(f.in(), gone), QStringLiteral("top/gone"));
+        MarkedDesign design;
+        f.page->setMarks(&design.marks);
+        QVERIFY(f.page->grab().toImage() != plain);
+        f.page->setMarks(nullptr);
+        QCOMPARE(f.page->grab().toImage(), plain);
+    }
+
+    void tipsAddTheFinding()
+    {
+        Fixture f(coreOf({{net("top/gone"), net("top/clk"), busD({"top/d[3]", "top/d[0]"})}},
+                         {{net("top/gone")}}));
+        f.show();
+        f.in()->expandAll();
+        f.out()->expandAll();
+        MarkedDesign design;
+        f.page->setMarks(&design.marks);
+        const QTreeWidgetItem *in = f.in()->topLevelItem(0);
+        const QString missing = QStringLiteral("The design has no net top/gone.");
+        QCOMPARE(tipOver(f.in(), in), missing);
+        QCOMPARE(tipOver(f.in(), in->child(0)), QStringLiteral("top/gone\n") + missing);
+        QCOMPARE(tipOver(f.in(), in->child(1)), QStringLiteral("top/clk"));
+        QCOMPARE(tipOver(f.in(), in->child(2)->child(0)), QStringLiteral("top/d[3]"));
+        QCOMPARE(
+            tipOver(f.in(), in->child(2)->child(1)),
+            QStringLiteral("top/d[0]\n"
+                           "The net top/d[0] cannot be read: it has no value in the hardware."));
+        QCOMPARE(tipOver(f.out(), f.out()->topLevelItem(0)->child(0)),
+                 QStringLiteral("top/gone\n") + missing);
+    }
+
+    void marksFollowThePorts()
+    {
+        Fixture f(coreOf({{net("top/gone")}, {net("top/clk")}}, {{net("top/gone")}}));
+        f.show();
+        MarkedDesign design;
+        f.page->setMarks(&design.marks);
+        QCOMPARE(marksOf(f.in()) + marksOf(f.out()), QStringLiteral("Probe In0: red\n"
+                                                                    "Probe Out0: red\n"));
+        f.in()->topLevelItem(0)->setSelected(true);
+        f.click("btnProbeInRemove");
+        f.setSignals(0, {net("top/rst")});
+        QCOMPARE(marksOf(f.in()) + marksOf(f.out()), QStringLiteral("Probe Out0: amber\n"));
+    }
+
+    void marksAreShownAnew_data()
+    {
+        QTest::addColumn<PageAction>("act");
+        const auto row = [](const char *name, const PageAction &act) {
+            QTest::newRow(name) << act;
+        };
+        row("other marks", [](Fixture &f) { f.page->setMarks(nullptr); });
+        row("other signals", [](Fixture &f) { f.setSignals(0, {net("top/clk")}); });
+        row("other signals in", [](Fixture &f) {
+            f.core->getProbeIn(0)->signals = {net("top/clk")};
+            f.page->updateProbeInTree();
+        });
+        row("other netlist", [](Fixture &f) { f.page->setNlsdata(nullptr); });
+    }
+    void marksAreShownAnew()
+    {
+        QFETCH(PageAction, act);
+        Fixture f(coreOf({{net("top/gone")}}, {{net("top/gone")}}));
+        MarkedDesign design;
+        f.page->setMarks(&design.marks);
+        f.show();
+        PaintCount painted({f.in(), f.out()});
+        QApplication::processEvents();
+        painted.reset();
+        act(f);
+        QApplication::processEvents();
+        QVERIFY(painted.any());
+    }
+
+    void marksReachAnOpenDialog()
+    {
+        Fixture f(coreOf({{net("top/gone")}}, {}));
+        f.show();
+        MarkedDesign design;
+        f.page->setMarks(&design.marks);
+        script().expectDialog("TARN::ProbeDialog", "Probe In Port", [&](QDialog *dialog) {
+            QCOMPARE(marksOf(listOf(dialog)), QStringLiteral("top/gone: red\n"));
+            f.page->setMarks(nullptr);
+            QCOMPARE(marksOf(listOf(dialog)), QString());
+            dialog->reject();
+        });
+        f.editFirst(false);
     }
 };
 

@@ -7,6 +7,7 @@
 #include <support/windowfit.h>
 #include <support/windowtest.h>
 
+#include <probes/markedrows.h>
 #include <probes/signalsamples.h>
 #include <probes/signaltree.h>
 #include <select/probedialog.h>
@@ -108,6 +109,10 @@ private Q_SLOTS:
     void newNetlistIsUsedFromThenOn();
     void dialogMayDieWhileItSearches();
     void sizeOfTheUserIsRemembered();
+
+    void rowsAreMarkedByPainting();
+    void marksFollowRowsThatAreNewOrMoved();
+    void marksFollowTheNetlist();
 
 private:
     std::unique_ptr<NETWEIR::RtlNetlist> m_netlist;
@@ -687,6 +692,71 @@ void TestProbeDialog::sizeOfTheUserIsRemembered()
     QCOMPARE(sizeOnOpening(), QSize(500, 400));
     leaveAfter([](QDialog *dialog) { dialog->resize(450, 450); });
     QCOMPARE(sizeOnOpening(), QSize(500, 400));
+}
+
+void TestProbeDialog::rowsAreMarkedByPainting()
+{
+    const SignalItem changed = bus("top/d[3:0]", {"top/d[3]", "top/x"});
+    ProbeIn port;
+    port.signals = {net("top/gone"), net("top/clk"), changed, net("top/rst")};
+    MarkedDesign design;
+    const auto shown = [&](ProbeType type, const SignalMarks *marks) {
+        ProbeDialog dialog(&port, nullptr, type, nullptr);
+        dialog.setMarks(marks);
+        dialog.show();
+        listOf(dialog)->expandAll();
+        const QString before = rowsOf(dialog);
+        QString text = marksOf(listOf(dialog));
+        if (!text.isEmpty())
+            text += tipOver(listOf(dialog), rowOf(listOf(dialog), "top/gone"));
+        const QRect row = listOf(dialog)->visualItemRect(listOf(dialog)->topLevelItem(0));
+        return rowsOf(dialog) == before && row.height() == 20 ? text : QString("rows differ");
+    };
+    const QString both = "top/gone: red\n"
+                         "top/d[3:0]: amber\n"
+                         "top/x: red\n";
+    const QString tip = "top/gone\nThe design has no net top/gone.";
+    QCOMPARE(shown(ProbeTypeIn, &design.marks), both + tip);
+    QCOMPARE(shown(ProbeTypeOut, &design.marks), both + "top/rst: amber\n" + tip);
+    QCOMPARE(shown(ProbeTypeIn, nullptr), QString());
+}
+
+void TestProbeDialog::marksFollowRowsThatAreNewOrMoved()
+{
+    ProbeIn port;
+    port.signals = {net("top/gone"), net("top/clk")};
+    MarkedDesign design;
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    dialog.setMarks(&design.marks);
+    dialog.show();
+    signals2Tree(listOf(dialog), {net("top/new")}, 0);
+    listOf(dialog)->setCurrentItem(listOf(dialog)->topLevelItem(0));
+    QTest::keyClick(listOf(dialog), Qt::Key_Down, Qt::AltModifier);
+    listOf(dialog)->insertTopLevelItem(0, listOf(dialog)->topLevelItem(2)->clone());
+    listOf(dialog)->setCurrentItem(nullptr);
+    QCOMPARE(rowsOf(dialog), QString("top/new\ntop/clk\ntop/gone\ntop/new\n"));
+    QCOMPARE(marksOf(listOf(dialog)), QString("top/new: red\ntop/gone: red\ntop/new: red\n"));
+}
+
+void TestProbeDialog::marksFollowTheNetlist()
+{
+    ProbeIn port;
+    port.signals = {net("top/gone")};
+    MarkedDesign design;
+    ProbeDialog dialog(&port, nullptr, ProbeTypeIn, nullptr);
+    dialog.setMarks(&design.marks);
+    dialog.show();
+    QCOMPARE(marksOf(listOf(dialog)), QString("top/gone: red\n"));
+    NETWEIR::NetlistBuilder builder("top");
+    builder.addNet(builder.top(), "gone");
+    const auto netlist = builder.take();
+    const DesignNames names(netlist.get());
+    design.marks.setNames(&names);
+    dialog.setNetlist(netlist.get());
+    QCOMPARE(marksOf(listOf(dialog)), QString());
+    design.marks.setNames(nullptr);
+    dialog.setNetlist(nullptr);
+    QCOMPARE(marksOf(listOf(dialog)), QString());
 }
 
 TARN_TEST_MAIN(TestProbeDialog)
