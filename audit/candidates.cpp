@@ -2,43 +2,241 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "candidates.h"
 
+#include "counterpart.h"
+#include "designindex.h"
 #include "designnames.h"
+#include "missingtree.h"
+#include "namesearch.h"
+#include "prefixsearch.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
 
 namespace TARN {
 
-class CandidateSearch::Private
+namespace {
+
+struct NameKey
 {
+    QString name;
+    ProbeType type;
+    bool bus;
 };
 
-CandidateSearch::CandidateSearch(const DesignNames &names)
-    : d(std::make_unique<Private>())
+bool operator==(const NameKey &a, const NameKey &b)
 {
-    Q_UNUSED(names)
+    return a.type == b.type && a.bus == b.bus && a.name == b.name;
+}
+
+uint qHash(const NameKey &key, uint seed = 0)
+{
+    return ::qHash(key.name, seed) + uint(key.type) * 2 + (key.bus ? 1 : 0);
+}
+
+} // namespace
+
+class CandidateSearch::Private
+{
+public:
+    explicit Private(const DesignNames &designNames)
+        : names(designNames)
+    {
+    }
+
+    void setMissing(const QVector<MissingName> &missing);
+    bool advance();
+    QVector<Replacement> candidates(const QString &name, ProbeType type) const;
+    QVector<Replacement> prefixChanges() const;
+
+private:
+    struct Entry
+    {
+        explicit Entry(const MissingName &missing)
+            : path(missing)
+        {
+        }
+
+        MissingPath path;
+        NameResult result;
+        bool searched = false;
+        int count = 0; ///< How often it is missing.
+    };
+
+    void searchNext();
+    void startPrefixes();
+    Replacement replacementOf(const PrefixSearch::Change &change) const;
+    int positionOf(const QString &name, ProbeType type) const;
+
+    const DesignNames &names;
+    std::unique_ptr<DesignIndex> index;
+    std::unique_ptr<MissingTree> tree;
+    std::unique_ptr<NameSearch> search;
+    std::unique_ptr<PrefixSearch> prefixes; ///< Null until all names are searched.
+
+    std::vector<std::unique_ptr<Entry>> entries; ///< Each name once, in the order given.
+    QHash<NameKey, int> positions;
+    std::size_t next = 0;
+    bool done = true;
+};
+
+/// Takes over what is known of names that stay.
+void CandidateSearch::Private::setMissing(const QVector<MissingName> &missing)
+{
+    std::vector<std::unique_ptr<Entry>> former;
+    former.swap(entries);
+    const QHash<NameKey, int> formerPositions = positions;
+    prefixes.reset();
+    positions.clear();
+    next = 0;
+    for (const MissingName &each : missing) {
+        const NameKey key{each.name, each.type, each.bus};
+        const auto known = positions.constFind(key);
+        if (known != positions.cend()) {
+            ++entries[std::size_t(*known)]->count;
+            continue;
+        }
+        positions.insert(key, int(entries.size()));
+        const int position = formerPositions.value(key, -1);
+        if (position == -1)
+            entries.push_back(std::make_unique<Entry>(each));
+        else
+            entries.push_back(std::move(former[std::size_t(position)]));
+        entries.back()->count = 1;
+    }
+    done = entries.empty();
+}
+
+/// Does a small part of the work. True when there is nothing left to do.
+bool CandidateSearch::Private::advance()
+{
+    if (done)
+        return true;
+    if (!index) {
+        index = std::make_unique<DesignIndex>(names.netlist());
+        tree = std::make_unique<MissingTree>(*index);
+        search = std::make_unique<NameSearch>(names, *index, tree.get());
+    }
+    if (!index->advance())
+        return false;
+    if (next < entries.size())
+        searchNext();
+    else if (!prefixes)
+        startPrefixes();
+    else
+        done = prefixes->advance();
+    return done;
+}
+
+void CandidateSearch::Private::searchNext()
+{
+    Entry &entry = *entries[next];
+    if (!entry.searched) {
+        NameResult result;
+        const int unprepared = search->search(entry.path, &result);
+        if (unprepared != -1) {
+            index->prepare(unprepared);
+            return;
+        }
+        entry.result = result;
+        entry.searched = true;
+    }
+    ++next;
+}
+
+void CandidateSearch::Private::startPrefixes()
+{
+    std::vector<PrefixSearch::Name> missing;
+    missing.reserve(entries.size());
+    for (const std::unique_ptr<Entry> &entry : entries)
+        missing.push_back({&entry->path, &entry->result, entry->count});
+    prefixes = std::make_unique<PrefixSearch>(names, *index, tree.get(), std::move(missing));
+}
+
+Replacement CandidateSearch::Private::replacementOf(const PrefixSearch::Change &change) const
+{
+    Replacement replacement;
+    replacement.kind = Replacement::Prefix;
+    replacement.from = change.from;
+    replacement.to = change.to;
+    replacement.explains = change.explains;
+    return replacement;
+}
+
+int CandidateSearch::Private::positionOf(const QString &name, ProbeType type) const
+{
+    const int single = positions.value({name, type, false}, -1);
+    return single == -1 ? positions.value({name, type, true}, -1) : single;
+}
+
+QVector<Replacement> CandidateSearch::Private::candidates(const QString &name, ProbeType type) const
+{
+    const int position = positionOf(name, type);
+    if (position == -1)
+        return {};
+    const Entry &entry = *entries[std::size_t(position)];
+    QVector<Replacement> found;
+    QStringList moved;
+    if (prefixes && done) {
+        for (const int change : prefixes->changesOf(position)) {
+            found.append(replacementOf(prefixes->changeAt(change)));
+            moved.append(movedName(name, found.last().from, found.last().to));
+        }
+    }
+    // What a prefix change leads to can also be chosen for this name alone.
+    for (const QString &each : qAsConst(moved))
+        found.append({Replacement::Signal, name, each, entry.path.bus, 1});
+    for (const NameResult::Candidate &candidate : entry.result.candidates) {
+        if (!moved.contains(candidate.name))
+            found.append({Replacement::Signal, name, candidate.name, candidate.bus, 1});
+    }
+    constexpr int Most = 9;
+    return found.mid(0, Most);
+}
+
+QVector<Replacement> CandidateSearch::Private::prefixChanges() const
+{
+    QVector<Replacement> found;
+    if (!prefixes || !done)
+        return found;
+    for (const int change : prefixes->bestChanges())
+        found.append(replacementOf(prefixes->changeAt(change)));
+    return found;
+}
+
+CandidateSearch::CandidateSearch(const DesignNames &names)
+    : d(std::make_unique<Private>(names))
+{
 }
 
 CandidateSearch::~CandidateSearch() = default;
 
 void CandidateSearch::setMissing(const QVector<MissingName> &missing)
 {
-    Q_UNUSED(missing)
+    d->setMissing(missing);
 }
 
 bool CandidateSearch::step(std::chrono::microseconds budget)
 {
-    Q_UNUSED(budget)
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point end = Clock::now() + budget;
+    while (!d->advance()) {
+        if (Clock::now() >= end)
+            return false;
+    }
     return true;
 }
 
 QVector<Replacement> CandidateSearch::candidates(const QString &name, ProbeType type) const
 {
-    Q_UNUSED(name)
-    Q_UNUSED(type)
-    return {};
+    return d->candidates(name, type);
 }
 
 QVector<Replacement> CandidateSearch::prefixChanges() const
 {
-    return {};
+    return d->prefixChanges();
 }
 
 } // namespace TARN

@@ -1,0 +1,253 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "prefixsearch.h"
+
+#include "counterpart.h"
+
+#include <algorithm>
+
+namespace TARN {
+
+namespace {
+
+// Steps of advance().
+constexpr std::size_t NamesAtOnce = 64;
+
+constexpr std::size_t MostVoted = 8; ///< Moves of a path that are tried because names propose them.
+constexpr int MostSiblings = 16;     ///< And because the instance may just be renamed.
+constexpr std::size_t MostChanges = 2; ///< That are offered for a name.
+
+/// From here on the name of the instance says enough.
+constexpr float AlikePath = 0.6F;
+/// A name with such a candidate in its own instance did not move.
+constexpr float Stayed = 0.8F;
+
+std::vector<QStringView> levelsOf(QStringView path)
+{
+    std::vector<QStringView> levels;
+    for (;;) {
+        const auto slash = std::find(path.begin(), path.end(), QLatin1Char('/')) - path.begin();
+        levels.push_back(path.left(slash));
+        if (slash == path.size())
+            return levels;
+        path = path.mid(slash + 1);
+    }
+}
+
+bool isBetter(const PrefixSearch::Change &a, const PrefixSearch::Change &b)
+{
+    if (a.explains != b.explains)
+        return a.explains > b.explains;
+    if (a.likeness != b.likeness)
+        return a.likeness > b.likeness;
+    return a.from != b.from ? a.from < b.from : a.to < b.to;
+}
+
+} // namespace
+
+PrefixSearch::PrefixSearch(const DesignNames &names, const DesignIndex &index, MissingTree *tree,
+                           std::vector<Name> missing)
+    : m_names(names)
+    , m_index(index)
+    , m_tree(tree)
+    , m_missing(std::move(missing))
+    , m_changesOfNames(m_missing.size())
+{
+}
+
+bool PrefixSearch::advance()
+{
+    switch (m_stage) {
+    case Stage::Moves:
+        collectMoves();
+        return false;
+    case Stage::Names:
+        collectNames();
+        return false;
+    case Stage::Tries:
+        tryNext();
+        return false;
+    case Stage::Judgement:
+        assign();
+        return false;
+    case Stage::Done:
+        return true;
+    }
+    return true;
+}
+
+/// What the names propose, by the path that would have moved.
+void PrefixSearch::collectMoves()
+{
+    const std::size_t end = std::min(m_next + NamesAtOnce, m_missing.size());
+    for (; m_next < end; ++m_next) {
+        for (const NameResult::Move &move : m_missing[m_next].result->moves)
+            ++m_sources[move.path].votes[move.instance];
+        // An instance that is gone may have any name now.
+        int path = m_tree->add(*m_missing[m_next].path);
+        while (path != -1 && m_tree->parentOf(path) != -1 && m_tree->instanceOf(path) == -1 &&
+               m_tree->instanceOf(m_tree->parentOf(path)) == -1)
+            path = m_tree->parentOf(path);
+        if (path != -1 && m_tree->instanceOf(path) == -1)
+            m_sources[path];
+    }
+    if (m_next < m_missing.size())
+        return;
+    m_next = 0;
+    m_stage = Stage::Names;
+}
+
+void PrefixSearch::collectNames()
+{
+    const std::size_t end = std::min(m_next + NamesAtOnce, m_missing.size());
+    for (; m_next < end; ++m_next) {
+        for (int path = m_tree->add(*m_missing[m_next].path); path != -1;
+             path = m_tree->parentOf(path)) {
+            const auto source = m_sources.find(path);
+            if (source != m_sources.end())
+                source->second.names.push_back(int(m_next));
+        }
+    }
+    if (m_next < m_missing.size())
+        return;
+    for (auto &[path, source] : m_sources) {
+        if (source.names.size() > 1)
+            m_order.push_back(path);
+    }
+    std::sort(m_order.begin(), m_order.end());
+    m_next = 0;
+    m_stage = Stage::Tries;
+}
+
+void PrefixSearch::chooseTargets(int path, Source *source) const
+{
+    std::vector<std::pair<int, int>> voted;
+    for (const auto &[instance, votes] : source->votes)
+        voted.emplace_back(-votes, instance);
+    std::sort(voted.begin(), voted.end());
+    for (std::size_t i = 0; i < std::min(MostVoted, voted.size()); ++i)
+        source->targets.push_back(voted[i].second);
+    const int parent = m_tree->parentOf(path);
+    const int exactParent = parent == -1 ? -1 : m_tree->instanceOf(parent);
+    if (m_tree->instanceOf(path) != -1 || exactParent == -1 ||
+        m_index.childCountOf(exactParent) > MostSiblings)
+        return;
+    const int first = m_index.firstChildOf(exactParent);
+    for (int sibling = first; sibling < first + m_index.childCountOf(exactParent); ++sibling) {
+        if (source->votes.count(sibling) == 0)
+            source->targets.push_back(sibling);
+    }
+}
+
+/// Tries the next target of the next source with some of the names.
+void PrefixSearch::tryNext()
+{
+    if (m_next == m_order.size()) {
+        m_stage = Stage::Judgement;
+        return;
+    }
+    const int path = m_order[m_next];
+    Source &source = m_sources[path];
+    if (source.targets.empty())
+        chooseTargets(path, &source);
+    if (m_target == source.targets.size()) {
+        judge();
+        m_target = 0;
+        ++m_next;
+        return;
+    }
+    if (m_nextName == 0) {
+        m_trial = Change();
+        m_trial.from = m_tree->pathOf(path);
+        m_trial.to = m_index.pathOf(source.targets[m_target]);
+    }
+    const std::size_t end = std::min(m_nextName + NamesAtOnce, source.names.size());
+    for (; m_nextName < end; ++m_nextName)
+        tryName(source.names[m_nextName]);
+    if (m_nextName < source.names.size())
+        return;
+    m_nextName = 0;
+    ++m_target;
+    finishTrial();
+}
+
+void PrefixSearch::tryName(int position)
+{
+    const Name &missing = m_missing[std::size_t(position)];
+    const QString name = movedName(missing.path->name, m_trial.from, m_trial.to);
+    const ProbeType type = missing.path->type;
+    const bool found = missing.path->bus ? usableBus(name, type, m_names) != nullptr
+                                         : usableNet(name, type, m_names) != nullptr;
+    if (!found)
+        return;
+    m_trial.names.push_back(position);
+    m_trial.explains += missing.count;
+}
+
+/// Keeps what explains at least two different names.
+void PrefixSearch::finishTrial()
+{
+    const auto another = [this](int position) {
+        return m_missing[std::size_t(position)].path->name !=
+               m_missing[std::size_t(m_trial.names.front())].path->name;
+    };
+    if (std::none_of(m_trial.names.cbegin(), m_trial.names.cend(), another))
+        return;
+    m_trial.likeness = pathLikeness(levelsOf(m_trial.from), levelsOf(m_trial.to));
+    m_trials.push_back(m_trial);
+}
+
+/// Takes over the trials of one source that say something: the name of the instance is alike, or it
+/// is the only one that explains most of what is missing. When two are as good, neither counts.
+void PrefixSearch::judge()
+{
+    std::sort(m_trials.begin(), m_trials.end(), isBetter);
+    const std::size_t below = m_sources[m_order[m_next]].names.size();
+    for (std::size_t i = 0; i < m_trials.size(); ++i) {
+        constexpr float Clearly = 0.05F;
+        const Change &trial = m_trials[i];
+        bool unique = true;
+        bool likeliest = true;
+        for (std::size_t j = 0; j < m_trials.size(); ++j) {
+            if (j == i || m_trials[j].explains < trial.explains)
+                continue;
+            unique = false;
+            likeliest &= m_trials[j].likeness + Clearly < trial.likeness;
+        }
+        const bool alike = trial.likeness >= AlikePath && (unique || likeliest);
+        const bool explainsMost = unique && trial.names.size() * 2 >= below;
+        if (alike || explainsMost)
+            m_changes.push_back(trial);
+    }
+    m_trials.clear();
+}
+
+/// Whether the name has something better in its own instance.
+bool PrefixSearch::hasStayed(int position) const
+{
+    const QVector<NameResult::Candidate> &found =
+        m_missing[std::size_t(position)].result->candidates;
+    return !found.isEmpty() && found.first().sameInstance && found.first().likeness >= Stayed;
+}
+
+void PrefixSearch::assign()
+{
+    std::sort(m_changes.begin(), m_changes.end(), isBetter);
+    std::vector<bool> best(m_changes.size());
+    for (std::size_t i = 0; i < m_changes.size(); ++i) {
+        for (const int position : m_changes[i].names) {
+            std::vector<int> &changes = m_changesOfNames[std::size_t(position)];
+            if (hasStayed(position) || changes.size() == MostChanges)
+                continue;
+            best[i] = best[i] || changes.empty();
+            changes.push_back(int(i));
+        }
+    }
+    for (std::size_t i = 0; i < m_changes.size(); ++i) {
+        if (best[i])
+            m_best.push_back(int(i));
+    }
+    m_stage = Stage::Done;
+}
+
+} // namespace TARN
