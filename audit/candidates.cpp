@@ -62,11 +62,16 @@ private:
         MissingPath path;
         NameResult result;
         bool searched = false;
+        QVector<NameResult::Candidate>
+            moved;     ///< In the instance to which its own seems to have moved.
         int count = 0; ///< How often it is missing.
     };
 
     void searchNext();
     void startPrefixes();
+    void searchMovedNext();
+    QString movedNameOf(const Entry &entry) const;
+    QVector<NameResult::Candidate> candidatesOf(const Entry &entry) const;
     Replacement replacementOf(const PrefixSearch::Change &change) const;
     int positionOf(const QString &name, ProbeType type) const;
 
@@ -79,6 +84,8 @@ private:
     std::vector<std::unique_ptr<Entry>> entries; ///< Each name once, in the order given.
     QHash<NameKey, int> positions;
     std::size_t next = 0;
+    std::size_t nextMoved = 0;
+    QHash<QString, QString> moves; ///< The best prefix changes.
     bool done = true;
 };
 
@@ -91,6 +98,8 @@ void CandidateSearch::Private::setMissing(const QVector<MissingName> &missing)
     prefixes.reset();
     positions.clear();
     next = 0;
+    nextMoved = 0;
+    moves.clear();
     for (const MissingName &each : missing) {
         const NameKey key{each.name, each.type, each.bus};
         const auto known = positions.constFind(key);
@@ -105,6 +114,7 @@ void CandidateSearch::Private::setMissing(const QVector<MissingName> &missing)
         else
             entries.push_back(std::move(former[std::size_t(position)]));
         entries.back()->count = 1;
+        entries.back()->moved.clear();
     }
     done = entries.empty();
 }
@@ -125,8 +135,8 @@ bool CandidateSearch::Private::advance()
         searchNext();
     else if (!prefixes)
         startPrefixes();
-    else
-        done = prefixes->advance();
+    else if (prefixes->advance())
+        searchMovedNext();
     return done;
 }
 
@@ -153,6 +163,70 @@ void CandidateSearch::Private::startPrefixes()
     for (const std::unique_ptr<Entry> &entry : entries)
         missing.push_back({&entry->path, &entry->result, entry->count});
     prefixes = std::make_unique<PrefixSearch>(names, *index, tree.get(), std::move(missing));
+}
+
+/// What the name would be if its instance had moved with those of other names.
+QString CandidateSearch::Private::movedNameOf(const Entry &entry) const
+{
+    for (int path = tree->add(entry.path); path != -1; path = tree->parentOf(path)) {
+        const auto move = moves.constFind(tree->pathOf(path));
+        if (move != moves.cend())
+            return movedName(entry.path.name, move.key(), move.value());
+    }
+    return QString();
+}
+
+/// Names that no prefix change explains may have got another name in an instance that moved.
+void CandidateSearch::Private::searchMovedNext()
+{
+    if (nextMoved == 0) {
+        for (const int change : prefixes->bestChanges()) {
+            const PrefixSearch::Change &best = prefixes->changeAt(change);
+            if (!moves.contains(best.from))
+                moves.insert(best.from, best.to);
+        }
+    }
+    if (nextMoved == entries.size() || moves.isEmpty()) {
+        done = true;
+        return;
+    }
+    Entry &entry = *entries[nextMoved];
+    const QString name =
+        prefixes->changesOf(int(nextMoved)).empty() ? movedNameOf(entry) : QString();
+    if (!name.isEmpty()) {
+        NameResult result;
+        const int unprepared =
+            search->search(MissingPath({name, entry.path.bus, entry.path.type}), &result);
+        if (unprepared != -1) {
+            index->prepare(unprepared);
+            return;
+        }
+        constexpr float ByMove = 0.95F;
+        for (NameResult::Candidate &candidate : result.candidates) {
+            candidate.likeness *= ByMove;
+            if (candidate.sameInstance)
+                entry.moved.append(candidate);
+        }
+    }
+    ++nextMoved;
+}
+
+/// All that was found for the name alone, the best first.
+QVector<NameResult::Candidate> CandidateSearch::Private::candidatesOf(const Entry &entry) const
+{
+    QVector<NameResult::Candidate> all = entry.result.candidates;
+    for (const NameResult::Candidate &moved : entry.moved) {
+        const auto known =
+            std::find_if(all.begin(), all.end(), [&moved](const NameResult::Candidate &other) {
+                return other.name == moved.name;
+            });
+        if (known == all.end())
+            all.append(moved);
+        else
+            known->likeness = std::max(known->likeness, moved.likeness);
+    }
+    std::sort(all.begin(), all.end(), isMoreAlike);
+    return all;
 }
 
 Replacement CandidateSearch::Private::replacementOf(const PrefixSearch::Change &change) const
@@ -188,7 +262,8 @@ QVector<Replacement> CandidateSearch::Private::candidates(const QString &name, P
     // What a prefix change leads to can also be chosen for this name alone.
     for (const QString &each : qAsConst(moved))
         found.append({Replacement::Signal, name, each, entry.path.bus, 1});
-    for (const NameResult::Candidate &candidate : entry.result.candidates) {
+    const QVector<NameResult::Candidate> own = candidatesOf(entry);
+    for (const NameResult::Candidate &candidate : own) {
         if (!moved.contains(candidate.name))
             found.append({Replacement::Signal, name, candidate.name, candidate.bus, 1});
     }

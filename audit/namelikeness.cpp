@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "namelikeness.h"
 
+#include <QString>
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -21,6 +23,7 @@ enum Affix : quint16 {
     Wire = 32,
     Instance = 64,
     Delayed = 128,
+    Interface = 256,
 };
 
 struct KnownAffix
@@ -30,21 +33,24 @@ struct KnownAffix
 };
 
 constexpr KnownAffix Affixes[] = {
-    {"q", Register},   {"r", Register},
-    {"reg", Register}, {"ff", Register},
-    {"dff", Register}, {"d", Next | Delayed},
-    {"nxt", Next},     {"next", Next},
-    {"in", Input},     {"i", Input | Instance},
-    {"o", Output},     {"out", Output},
-    {"n", Low | Next}, {"b", Low},
-    {"l", Low},        {"s", Wire},
-    {"w", Wire},       {"sig", Wire},
-    {"wire", Wire},    {"u", Instance},
-    {"x", Instance},   {"g", Instance},
-    {"m", Instance},   {"inst", Instance},
-    {"gen", Instance}, {"genblk", Instance},
-    {"blk", Instance}, {"mod", Instance},
-    {"dly", Delayed},  {"z", Delayed},
+    {"q", Register},     {"r", Register},
+    {"reg", Register},   {"ff", Register},
+    {"dff", Register},   {"d", Next | Delayed},
+    {"nxt", Next},       {"next", Next},
+    {"in", Input},       {"i", Input | Instance},
+    {"o", Output},       {"out", Output},
+    {"n", Low | Next},   {"b", Low},
+    {"l", Low},          {"s", Wire},
+    {"w", Wire},         {"sig", Wire},
+    {"wire", Wire},      {"u", Instance},
+    {"x", Instance},     {"g", Instance},
+    {"m", Instance},     {"inst", Instance},
+    {"gen", Instance},   {"genblk", Instance},
+    {"blk", Instance},   {"mod", Instance},
+    {"dly", Delayed},    {"z", Delayed},
+    {"if", Interface},   {"intf", Interface},
+    {"itf", Interface},  {"bus", Interface},
+    {"port", Interface},
 };
 
 /// Up to seven ASCII letters as a number that no other letters have; 0 for other words.
@@ -124,17 +130,37 @@ int endOfToken(QStringView name, int begin)
     return end;
 }
 
-/// Whether @p small is an abbreviation of @p large: its letters in order, from the first one on.
-bool abbreviates(QStringView small, QStringView large)
+/// Whether the letters of @p small are in @p large, in order and from the first one on.
+bool isWithin(QStringView small, QStringView large)
 {
-    if (small.size() < 2 || small.size() >= large.size() || small[0] != large[0])
-        return false;
     qsizetype at = 0;
     for (const QChar c : large) {
         if (at < small.size() && small[at] == c)
             ++at;
     }
-    return at == small.size();
+    return at == small.size() && small[0] == large[0];
+}
+
+/// Abbreviations of the field that are more than letters left out.
+bool isUsualFor(QStringView small, QStringView large)
+{
+    return (small == QLatin1String("tx") && large.startsWith(QLatin1String("transmi"))) ||
+           (small == QLatin1String("rx") && large.startsWith(QLatin1String("receive")));
+}
+
+/// How likely @p small stands for the longer @p large. People leave out the end of a word, or some
+/// letters, mostly vowels.
+float abbreviationLikeness(QStringView small, QStringView large)
+{
+    if (small.size() < 2 || small.size() >= large.size())
+        return 0;
+    if (isUsualFor(small, large))
+        return 0.85F;
+    if (large.startsWith(small))
+        return small.size() == 2 ? 0.75F : 0.88F;
+    if (isWithin(small, large))
+        return small.size() == 2 ? 0.6F : 0.8F;
+    return 0;
 }
 
 /// The number of letters to insert, remove, change, or exchange with their neighbours. Both texts
@@ -168,8 +194,9 @@ float wordLikeness(QStringView left, QStringView right)
     constexpr int ShortestTypo = 4;
     const QStringView small = left.size() < right.size() ? left : right;
     const QStringView large = left.size() < right.size() ? right : left;
-    if (abbreviates(small, large))
-        return small.size() == 2 ? 0.7F : 0.8F;
+    const float abbreviation = abbreviationLikeness(small, large);
+    if (abbreviation > 0)
+        return abbreviation;
     if (small.size() < ShortestTypo || large.size() > MaximumWord)
         return 0;
     if (large.size() - small.size() > 2)
@@ -315,7 +342,7 @@ float Pairing::unpairedPenalty() const
     const Rest right = restOf(m_right, m_takenRight);
     float factor = 1 - 0.35F * std::min(left.word, right.word);
     if (left.number && right.number)
-        factor *= 0.5F;
+        factor *= 0.3F;
     constexpr quint16 Roles = Register | Next | Input | Output | Low | Delayed;
     if ((left.affixes & Roles) != 0 && (right.affixes & Roles) != 0)
         factor *= 0.85F;

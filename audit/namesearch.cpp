@@ -18,8 +18,8 @@ constexpr float LeastLikeness = 0.6F; ///< What is offered.
 constexpr int MostCandidates = 8;
 constexpr std::size_t MostMoves = 32;
 
-/// A path that is unlike counts half.
-constexpr float PathShare = 0.5F;
+/// How much a path counts that is unlike.
+constexpr float PathShare = 0.6F;
 
 /// How much it says that something with the same name is elsewhere: much when the name has several
 /// words and is rare.
@@ -41,6 +41,13 @@ std::vector<QStringView> levelsOf(const DesignIndex &index, int instance)
     return levels;
 }
 
+/// Whether @p below is @p levels or an instance below.
+bool isWayTo(const std::vector<QStringView> &levels, const std::vector<QStringView> &below)
+{
+    return levels.size() <= below.size() &&
+           std::equal(levels.cbegin(), levels.cend(), below.cbegin());
+}
+
 /// The name without the number at its end, and that number as an index: "x_3" is x and "[3]".
 bool splitNumber(QStringView base, NameTokens *front, QString *index)
 {
@@ -55,6 +62,11 @@ bool splitNumber(QStringView base, NameTokens *front, QString *index)
 }
 
 } // namespace
+
+bool isMoreAlike(const NameResult::Candidate &a, const NameResult::Candidate &b)
+{
+    return a.likeness != b.likeness ? a.likeness > b.likeness : a.name < b.name;
+}
 
 int NameSearch::search(const MissingPath &missing, NameResult *result)
 {
@@ -72,12 +84,10 @@ int NameSearch::search(const MissingPath &missing, NameResult *result)
     }
     collectEntries(missing, places);
     m_rarity = rarityOf(m_index.countOf(missing.base), missing.tokens);
+    m_stays = path != -1 && m_tree->instanceOf(path) != -1;
     for (const int entry : m_entries)
         rate(missing, entry, result);
-    std::sort(result->candidates.begin(), result->candidates.end(),
-              [](const NameResult::Candidate &a, const NameResult::Candidate &b) {
-                  return a.likeness != b.likeness ? a.likeness > b.likeness : a.name < b.name;
-              });
+    std::sort(result->candidates.begin(), result->candidates.end(), isMoreAlike);
     if (result->candidates.size() > MostCandidates)
         result->candidates.resize(MostCandidates);
     return -1;
@@ -150,6 +160,12 @@ const NameSearch::Place &NameSearch::placeOf(const MissingPath &missing, int ins
         return *known;
     Place place{instance, 0, levelsOf(m_index, instance)};
     place.likeness = pathLikeness(missing.levels, place.levels);
+    // An instance that is still there was not renamed.
+    constexpr float OtherInstance = 0.4F;
+    const bool around =
+        isWayTo(place.levels, missing.levels) || isWayTo(missing.levels, place.levels);
+    if (m_stays && !around)
+        place.likeness *= OtherInstance;
     m_places.push_back(place);
     return m_places.back();
 }
@@ -167,7 +183,8 @@ void NameSearch::rate(const MissingPath &missing, int entry, NameResult *result)
 float NameSearch::rated(const MissingPath &missing, const Place &place, QStringView base,
                         float leaf) const
 {
-    const float rarity = base == missing.base ? m_rarity : 0;
+    constexpr float StillThere = 0.4F;
+    const float rarity = base == missing.base ? m_rarity * (m_stays ? StillThere : 1) : 0;
     const float path = 1 - (1 - place.likeness) * (1 - rarity);
     const float apart = leaf * (1 - PathShare + PathShare * path);
     if (place.likeness == 1)
@@ -183,11 +200,12 @@ void NameSearch::rateNet(const MissingPath &missing, const Place &place, int ent
     const QStringView base = m_index.baseOf(entry);
     constexpr float SameWords = 0.98F;
     constexpr float SingleForBus = 0.8F;
+    constexpr float SameBase = 0.95F;
     constexpr float LeastForBus = 0.9F;
     const bool same = base == missing.leaf;
     float leaf = same ? 1 : SameWords * likeness(missing.allTokens, NameTokens(base));
     if (missing.bus)
-        leaf = leaf >= LeastForBus ? leaf * SingleForBus : 0;
+        leaf = base == missing.base ? SameBase : leaf >= LeastForBus ? leaf * SingleForBus : 0;
     if (isExcluded(net, missing.type))
         return;
     if (same && place.likeness < 1)
@@ -230,7 +248,7 @@ void NameSearch::rateBus(const MissingPath &missing, const Place &place, int ent
         constexpr float OneBit = 0.95F;
         if (leaf < OneBit)
             return;
-        kind = bus->nets().size() == 1 ? OneBit : BusForSingle;
+        kind = same || bus->nets().size() == 1 ? OneBit : BusForSingle;
     } else if (leafName != missing.leaf) {
         constexpr float OtherRange = 0.97F;
         const bool sameRange = leafName.mid(base.size()) == missing.leaf.mid(missing.base.size());

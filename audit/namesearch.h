@@ -36,6 +36,9 @@ struct NameResult
     std::vector<Move> moves;       ///< That put something of the same name in the place.
 };
 
+/// The order of candidates.
+bool isMoreAlike(const NameResult::Candidate &a, const NameResult::Candidate &b);
+
 /// Looks for what may have become of one missing name: a similar name in the same instance, the
 /// same or a similar name in an instance that may be the same, the same name elsewhere. Looks at a
 /// few dozens of names. Owns nothing.
@@ -80,7 +83,8 @@ private:
     // Of the current search.
     std::vector<int> m_entries;
     std::deque<Place> m_places; ///< Never moved while it grows.
-    float m_rarity = 0;
+    float m_rarity = 0;         ///< How much it says that something elsewhere has the name.
+    bool m_stays = false;       ///< The instance is still in the design.
 };
 
 } // namespace TARN

@@ -18,9 +18,11 @@ constexpr int MostSiblings = 16;     ///< And because the instance may just be r
 constexpr std::size_t MostChanges = 2; ///< That are offered for a name.
 
 /// From here on the name of the instance says enough.
-constexpr float AlikePath = 0.6F;
+constexpr float AlikePath = 0.5F;
 /// A name with such a candidate in its own instance did not move.
-constexpr float Stayed = 0.8F;
+constexpr float Stayed = 0.7F;
+/// Elsewhere it has to be more alike to count more than an instance with another name.
+constexpr float Better = 0.8F;
 
 std::vector<QStringView> levelsOf(QStringView path)
 {
@@ -193,26 +195,63 @@ void PrefixSearch::finishTrial()
     };
     if (std::none_of(m_trial.names.cbegin(), m_trial.names.cend(), another))
         return;
+    nameMovedInstance();
     m_trial.likeness = pathLikeness(levelsOf(m_trial.from), levelsOf(m_trial.to));
     m_trials.push_back(m_trial);
+}
+
+/// Names the instance that moved, if it is one, instead of those between which it moved: a/x that
+/// is b/x now, where a is still there or b was above.
+void PrefixSearch::nameMovedInstance()
+{
+    const int path = m_order[m_next];
+    if (m_tree->instanceOf(path) == -1 && !m_trial.from.startsWith(m_trial.to + QLatin1Char('/')))
+        return;
+    const int start = m_trial.from.size();
+    const auto levelOf = [this, start](int position) {
+        const QString &name = m_missing[std::size_t(position)].path->name;
+        return name.midRef(start, name.indexOf(QLatin1Char('/'), start + 1) - start);
+    };
+    const QStringRef level = levelOf(m_trial.names.front());
+    const auto isOther = [&](int position) {
+        const QString &name = m_missing[std::size_t(position)].path->name;
+        return name.indexOf(QLatin1Char('/'), start + 1) == -1 || levelOf(position) != level;
+    };
+    if (std::any_of(m_trial.names.cbegin(), m_trial.names.cend(), isOther))
+        return;
+    m_trial.from += level;
+    m_trial.to += level;
+}
+
+/// Whether most of what @p trial explains is explained by @p other as well.
+bool explainsTheSame(const PrefixSearch::Change &other, const PrefixSearch::Change &trial)
+{
+    std::size_t common = 0;
+    auto at = other.names.cbegin();
+    for (const int position : trial.names) {
+        at = std::lower_bound(at, other.names.cend(), position);
+        if (at == other.names.cend())
+            break;
+        common += *at == position ? 1 : 0;
+    }
+    return common * 2 > trial.names.size();
 }
 
 /// Takes over the trials of one source that say something: the name of the instance is alike, or it
 /// is the only one that explains most of what is missing. When two are as good, neither counts.
 void PrefixSearch::judge()
 {
-    std::sort(m_trials.begin(), m_trials.end(), isBetter);
     const std::size_t below = m_sources[m_order[m_next]].names.size();
-    for (std::size_t i = 0; i < m_trials.size(); ++i) {
+    for (const Change &trial : m_trials) {
         constexpr float Clearly = 0.05F;
-        const Change &trial = m_trials[i];
         bool unique = true;
         bool likeliest = true;
-        for (std::size_t j = 0; j < m_trials.size(); ++j) {
-            if (j == i || m_trials[j].explains < trial.explains)
+        for (const Change &other : m_trials) {
+            if (&other == &trial || other.explains < trial.explains ||
+                !explainsTheSame(other, trial))
                 continue;
             unique = false;
-            likeliest &= m_trials[j].likeness + Clearly < trial.likeness;
+            likeliest = likeliest && other.likeness + Clearly < trial.likeness;
         }
         const bool alike = trial.likeness >= AlikePath && (unique || likeliest);
         const bool explainsMost = unique && trial.names.size() * 2 >= below;
@@ -222,22 +261,31 @@ void PrefixSearch::judge()
     m_trials.clear();
 }
 
-/// Whether the name has something better in its own instance.
-bool PrefixSearch::hasStayed(int position) const
+/// Whether the name has something better than what the change leads to.
+bool PrefixSearch::hasBetter(int position, const Change &change) const
 {
-    const QVector<NameResult::Candidate> &found =
-        m_missing[std::size_t(position)].result->candidates;
-    return !found.isEmpty() && found.first().sameInstance && found.first().likeness >= Stayed;
+    const Name &missing = m_missing[std::size_t(position)];
+    if (missing.result->candidates.isEmpty())
+        return false;
+    const NameResult::Candidate &own = missing.result->candidates.first();
+    if (own.sameInstance)
+        return own.likeness >= Stayed;
+    return own.likeness >= Better && change.likeness < AlikePath &&
+           own.name != movedName(missing.path->name, change.from, change.to);
 }
 
 void PrefixSearch::assign()
 {
     std::sort(m_changes.begin(), m_changes.end(), isBetter);
+    const auto isSame = [](const Change &a, const Change &b) {
+        return a.from == b.from && a.to == b.to;
+    };
+    m_changes.erase(std::unique(m_changes.begin(), m_changes.end(), isSame), m_changes.end());
     std::vector<bool> best(m_changes.size());
     for (std::size_t i = 0; i < m_changes.size(); ++i) {
         for (const int position : m_changes[i].names) {
             std::vector<int> &changes = m_changesOfNames[std::size_t(position)];
-            if (hasStayed(position) || changes.size() == MostChanges)
+            if (hasBetter(position, m_changes[i]) || changes.size() == MostChanges)
                 continue;
             best[i] = best[i] || changes.empty();
             changes.push_back(int(i));

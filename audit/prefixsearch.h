@@ -61,7 +61,8 @@ private:
     void tryName(int position);
     void finishTrial();
     void judge();
-    bool hasStayed(int position) const;
+    void nameMovedInstance();
+    bool hasBetter(int position, const Change &change) const;
     void assign();
 
     const DesignNames &m_names;
