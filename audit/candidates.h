@@ -50,6 +50,8 @@ struct MissingName
 class CandidateSearch
 {
 public:
+    using Missing = MissingName;
+
     explicit CandidateSearch(const DesignNames &names);
     ~CandidateSearch();
     Q_DISABLE_COPY(CandidateSearch)
