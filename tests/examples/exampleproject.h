@@ -5,7 +5,7 @@
 #include <te/project.h>
 
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 namespace TarnTest {
 

@@ -25,8 +25,8 @@
 #include <QProgressDialog>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
-#include <QtTest>
 
 #include <memory>
 

@@ -9,9 +9,10 @@
 #include <te/teconstants.h>
 
 #include <QApplication>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

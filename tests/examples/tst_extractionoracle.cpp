@@ -14,7 +14,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 #include <memory>
 

@@ -6,7 +6,7 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <support/testcase.h>
 
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 

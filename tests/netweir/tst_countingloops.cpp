@@ -7,7 +7,7 @@
 
 #include <support/testcase.h>
 
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 using TarnTest::DesignXml;

@@ -6,7 +6,7 @@
 #include <support/testcase.h>
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 using TarnTest::DesignXml;

@@ -10,7 +10,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 

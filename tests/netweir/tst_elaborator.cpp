@@ -8,7 +8,7 @@
 
 #include <support/testcase.h>
 
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR;
 using namespace NETWEIR::Internal;

@@ -10,7 +10,8 @@
 #include <support/testcase.h>
 
 #include <QApplication>
-#include <QtTest>
+#include <QProcess>
+#include <QTest>
 
 #include <unistd.h>
 

@@ -13,7 +13,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QProgressDialog>
-#include <QtTest>
+#include <QTest>
 
 #include <sys/resource.h>
 #include <sys/stat.h>

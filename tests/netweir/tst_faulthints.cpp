@@ -5,7 +5,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

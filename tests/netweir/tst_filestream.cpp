@@ -8,7 +8,7 @@
 
 #include <QApplication>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 

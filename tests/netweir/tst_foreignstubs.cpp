@@ -5,7 +5,7 @@
 
 #include <support/testcase.h>
 
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 

@@ -9,7 +9,7 @@
 
 #include <QApplication>
 #include <QProgressDialog>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 using namespace TarnTest;

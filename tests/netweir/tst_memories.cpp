@@ -9,7 +9,7 @@
 
 #include <support/testcase.h>
 
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 using TarnTest::DesignXml;

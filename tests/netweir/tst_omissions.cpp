@@ -8,7 +8,7 @@
 
 #include <QApplication>
 #include <QRegularExpression>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR;
 using TarnTest::DesignFixture;

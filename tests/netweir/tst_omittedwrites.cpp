@@ -6,7 +6,7 @@
 
 #include <support/testcase.h>
 
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 

@@ -10,7 +10,7 @@
 #include <support/testcase.h>
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 

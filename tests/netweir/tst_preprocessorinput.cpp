@@ -9,7 +9,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 

@@ -9,7 +9,7 @@
 
 #include <QApplication>
 #include <QRegularExpression>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 

@@ -9,7 +9,7 @@
 
 #include <QApplication>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR::Internal;
 

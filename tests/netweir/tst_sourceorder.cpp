@@ -14,7 +14,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 #include <iterator>

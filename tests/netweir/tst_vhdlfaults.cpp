@@ -14,7 +14,7 @@
 #include <QProcess>
 #include <QProgressDialog>
 #include <QRegularExpression>
-#include <QtTest>
+#include <QTest>
 
 #include <algorithm>
 

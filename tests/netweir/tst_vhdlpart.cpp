@@ -13,7 +13,7 @@
 #include <QApplication>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using namespace NETWEIR;
 using namespace NETWEIR::Internal;

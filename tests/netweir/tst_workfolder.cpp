@@ -6,7 +6,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
-#include <QtTest>
+#include <QTest>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
