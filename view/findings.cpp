@@ -149,18 +149,22 @@ void Findings::runSlice()
 bool Findings::collect(const QDeadlineTimer &deadline)
 {
     while (m_collected < count()) {
-        note(at(m_collected++));
+        note(m_collected++);
         if (m_collected % 64 == 0 && deadline.hasExpired())
             return false;
     }
     return true;
 }
 
-void Findings::note(const Finding &finding)
+void Findings::note(int row)
 {
-    if (finding.rule == Rule::BusChanged)
+    const Rule rule = m_audit.ruleAt(row);
+    if (rule == Rule::BusChanged)
         ++m_changedBuses;
-    if (!isMissing(finding.rule) || finding.name.isEmpty())
+    if (!isMissing(rule))
+        return;
+    const Finding finding = at(row);
+    if (finding.name.isEmpty()) // No clock is given.
         return;
     const ProbeType type = typeOf(finding.place);
     const QPair<QString, int> key(finding.name, type);
@@ -248,9 +252,9 @@ bool Findings::takeOverBuses()
     m_history->commitTyping();
     ConfigSnapshot target = m_history->current();
     for (int i = 0; i < count(); ++i) {
-        const Finding finding = at(i);
-        if (finding.rule != Rule::BusChanged)
+        if (m_audit.ruleAt(i) != Rule::BusChanged)
             continue;
+        const Finding finding = at(i);
         const ProbeType type = finding.place.type;
         const auto by = busInPlaceOf(finding.name, type);
         const auto item = by ? itemFor(*by, type) : std::nullopt;
@@ -268,11 +272,11 @@ Findings::State Findings::state() const
 {
     State state;
     for (int i = 0; i < count(); ++i) {
-        const Finding finding = at(i);
-        if (isMissing(finding.rule))
-            state.missing.insert(finding.name);
-        else if (finding.rule == Rule::BusChanged)
-            state.changed.insert(finding.name);
+        const Rule rule = m_audit.ruleAt(i);
+        if (isMissing(rule))
+            state.missing.insert(at(i).name);
+        else if (rule == Rule::BusChanged)
+            state.changed.insert(at(i).name);
     }
     return state;
 }
@@ -282,7 +286,7 @@ void Findings::reportReload(const State &former) const
     const State now = state();
     const int gone = (QSet<QString>(now.missing) - former.missing).size();
     const int changed = (QSet<QString>(now.changed) - former.changed).size();
-    qDebug("design reloaded: %d nets gone, %d buses changed, %d signals marked", gone, changed,
+    qDebug("design reloaded: nets gone: %d, buses changed: %d, signals marked: %d", gone, changed,
            m_audit.summary().marked);
 }
 

@@ -89,7 +89,7 @@ private:
     void queueSlice();
     void runSlice();
     bool collect(const QDeadlineTimer &deadline);
-    void note(const Finding &finding);
+    void note(int row);
     std::optional<Replacement> busInPlaceOf(const QString &name, ProbeType type) const;
     std::optional<SignalItem> itemFor(const Replacement &by, ProbeType type) const;
     void apply(const ConfigSnapshot &target, const QString &text);

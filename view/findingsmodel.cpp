@@ -7,6 +7,7 @@
 #include <widgets/rowmarks.h>
 
 #include <QApplication>
+#include <QIcon>
 #include <QPainter>
 #include <QPixmap>
 #include <QTextDocument>
@@ -27,12 +28,13 @@ bool isBefore(const Finding &a, const Finding &b)
     const bool bDriven = b.rule == Rule::SeveralDrivers;
     if (aDriven || bDriven)
         return aDriven == bDriven ? a.name < b.name : bDriven;
-    const auto key = [](const Place &place) {
+    const auto key = [](const Finding &finding) {
+        const Place &place = finding.place;
         const bool inPort = place.port >= 0;
         return std::make_tuple(place.core, inPort, inPort ? place.type : ProbeTypeIn, place.port,
-                               place.signal, place.bit);
+                               place.signal, finding.rule, place.bit);
     };
-    return key(a.place) < key(b.place);
+    return key(a) < key(b);
 }
 
 RowMark::Level levelOf(Severity severity)
@@ -48,7 +50,8 @@ RowMark::Level levelOf(Severity severity)
     return RowMark::None;
 }
 
-QPixmap signOf(Severity severity)
+/// The sign as it is, also in selected rows.
+QIcon signOf(Severity severity)
 {
     const double ratio = qApp->devicePixelRatio();
     QPixmap sign(QSize(SignSize, SignSize) * ratio);
@@ -56,7 +59,9 @@ QPixmap signOf(Severity severity)
     sign.fill(Qt::transparent);
     QPainter painter(&sign);
     paintSign(&painter, QRect(0, 0, SignSize, SignSize), levelOf(severity));
-    return sign;
+    QIcon icon(sign);
+    icon.addPixmap(sign, QIcon::Selected);
+    return icon;
 }
 
 /// @p text for a tip, which must not take the angle brackets of a name for markup.
@@ -101,10 +106,6 @@ int FindingsModel::rowOf(const Finding &finding) const
             first = middle + 1;
         else
             last = middle;
-    }
-    for (int row = first; row < m_rows && !isBefore(finding, findingOf(row)); ++row) {
-        if (findingOf(row).rule == finding.rule)
-            return row;
     }
     return std::min(first, m_rows - 1);
 }

@@ -72,7 +72,7 @@ void FindingsPane::setUpList()
     list->header()->setSectionResizeMode(FindingsModel::SeverityColumn,
                                          QHeaderView::ResizeToContents);
     list->header()->setSectionsMovable(false);
-    connect(list, &QTreeView::activated, this, &FindingsPane::showCurrent);
+    connect(list, &QTreeView::activated, this, &FindingsPane::onActivated);
     connect(list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &FindingsPane::onCurrentChanged);
 }
@@ -106,7 +106,7 @@ void FindingsPane::onCurrentChanged()
     if (row < 0)
         return;
     m_current = m_model->findingOf(row);
-    m_nextPlace = 0;
+    m_place = -1;
     m_visited = true;
     refreshOffers();
 }
@@ -116,22 +116,29 @@ void FindingsPane::showNeighbour(int step)
     const int count = m_findings->count();
     if (count == 0)
         return;
+    int place = m_place + step;
     // A finding that became current because another one went is the next in either direction.
-    if (m_visited)
+    if (!m_visited) {
+        place = 0;
+    } else if (place < 0 || place > m_current.others.size()) {
         setCurrentRow((currentRow() + step + count) % count);
-    m_nextPlace = 0;
-    showCurrent();
+        place = step > 0 ? 0 : m_current.others.size();
+    }
+    showPlace(place);
 }
 
 /// Shows the first place of the current finding, and at each repetition the next one.
-void FindingsPane::showCurrent()
+void FindingsPane::onActivated()
 {
-    if (currentRow() < 0)
-        return;
+    if (currentRow() >= 0)
+        showPlace((m_place + 1) % (m_current.others.size() + 1));
+}
+
+void FindingsPane::showPlace(int place)
+{
+    m_place = place;
     m_visited = true;
-    const Place place = m_nextPlace == 0 ? m_current.place : m_current.others.at(m_nextPlace - 1);
-    m_nextPlace = (m_nextPlace + 1) % (m_current.others.size() + 1);
-    Q_EMIT chosen(place);
+    Q_EMIT chosen(place == 0 ? m_current.place : m_current.others.at(place - 1));
 }
 
 // Findings come and go
@@ -140,7 +147,7 @@ void FindingsPane::refresh()
 {
     const bool hadCurrent = currentRow() >= 0;
     const Finding former = m_current;
-    const int formerPlace = m_nextPlace;
+    const int formerPlace = m_place;
     const bool formerVisited = m_visited;
     m_model->reset();
     const int row = hadCurrent ? m_model->rowOf(former) : std::min(m_findings->count(), 1) - 1;
@@ -148,7 +155,7 @@ void FindingsPane::refresh()
     const bool same = hadCurrent && row >= 0 && m_current.rule == former.rule &&
                       m_current.place == former.place && m_current.name == former.name;
     m_visited = same && formerVisited;
-    m_nextPlace = same && m_current.others == former.others ? formerPlace : 0;
+    m_place = same && m_current.others == former.others ? formerPlace : -1;
     for (QAction *action : qAsConst(m_viewActions))
         action->setEnabled(row >= 0);
     refreshOffers();
@@ -163,11 +170,6 @@ void FindingsPane::setShown(bool shown)
     auto *column = qobject_cast<QBoxLayout *>(parentWidget()->layout());
     if (shown) {
         limitHeight();
-        QHeaderView *header = ui->listFindings->header();
-        ui->listFindings->resizeColumnToContents(FindingsModel::PlaceColumn);
-        header->resizeSection(FindingsModel::PlaceColumn,
-                              std::min(header->sectionSize(FindingsModel::PlaceColumn),
-                                       parentWidget()->width() * 2 / 5));
         column->addWidget(this);
     } else {
         column->removeWidget(this);
@@ -185,6 +187,15 @@ bool FindingsPane::eventFilter(QObject *watched, QEvent *event)
 void FindingsPane::limitHeight()
 {
     setMaximumHeight(parentWidget()->height() / 3);
+}
+
+void FindingsPane::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    QTreeView *list = ui->listFindings;
+    list->resizeColumnToContents(FindingsModel::PlaceColumn);
+    const int place = std::min(list->columnWidth(FindingsModel::PlaceColumn), list->width() / 2);
+    list->setColumnWidth(FindingsModel::PlaceColumn, place);
 }
 
 QSize FindingsPane::sizeHint() const
@@ -230,7 +241,8 @@ QVector<FindingsPane::Offer> FindingsPane::offersForAll() const
     const QVector<Replacement> changes = m_findings->prefixChanges();
     for (const Replacement &change : changes)
         offers.append(offerFor(change));
-    if (const int buses = m_findings->changedBuses()) {
+    const int buses = m_findings->changedBuses();
+    if (buses > 1) {
         offers.append({tr("Changed buses by those of the design (%1)").arg(buses),
                        [this] { return m_findings->takeOverBuses(); }});
     }

@@ -34,7 +34,7 @@ public:
     FindingsPane(Findings *findings, QWidget *view);
     ~FindingsPane() override;
 
-    // Show the next or previous finding, from the last one the first.
+    // Show the next or previous place of a finding, from the last one the first.
     void showNext() { showNeighbour(1); }
     void showPrevious() { showNeighbour(-1); }
 
@@ -49,6 +49,9 @@ protected:
     // QObject
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+    // QWidget
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     /// An entry of a menu of replacements.
     struct Offer
@@ -60,7 +63,8 @@ private:
     void setUpList();
     void addViewAction(const QString &text, const QKeySequence &key, void (FindingsPane::*slot)());
     void showNeighbour(int step);
-    void showCurrent();
+    void showPlace(int place);
+    void onActivated();
     void onCurrentChanged();
 
     void refresh();
@@ -85,7 +89,7 @@ private:
     QVector<QAction *> m_viewActions;
     QVector<Offer> m_all; ///< Of the button for several findings.
     Finding m_current;
-    int m_nextPlace = 0;    ///< Which place of the current finding is shown next.
+    int m_place = -1;       ///< Which place of the current finding was shown last.
     bool m_visited = false; ///< The user has been at the current finding.
 };
 

@@ -287,8 +287,11 @@ void TarnView::showPlace(const Place &place)
 {
     if (place.core < 0 || place.core >= d->cores.size())
         return;
-    changeTarnWidget(d->cores.at(place.core)->index);
-    d->optionWidgets.at(place.core)->showRow(place.type, place.port, place.signal, place.bit);
+    // A line that loses the focus applies its text, which may show a box.
+    const QPointer<TarnOptionWidget> page(d->optionWidgets.at(place.core));
+    changeTarnWidget(page->core()->index);
+    if (page)
+        page->showRow(place.type, place.port, place.signal, place.bit);
 }
 
 void TarnView::markPages()

@@ -1,0 +1,577 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "viewtest.h"
+
+#include <support/modeltext.h>
+#include <support/waiting.h>
+
+#include <audit/designnames.h>
+#include <model/tarnconfig.h>
+#include <model/tarncore.h>
+#include <netweir/hierachy.h>
+#include <netweir/netlistbuilder.h>
+#include <probes/signalsamples.h>
+#include <view/edithistory.h>
+#include <view/findingspane.h>
+#include <view/tarnoptionwidget.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QTreeView>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+using namespace TARN;
+using TarnTest::bus;
+using TarnTest::ModalScript;
+using TarnTest::modelText;
+using TarnTest::namesOf;
+using TarnTest::net;
+using TarnTest::runDueEvents;
+using TarnTest::ShownView;
+
+namespace {
+
+using Fill = std::function<void(TarnCore *)>;
+
+/// A design with these nets and buses below its top "top": "clk", "u1/state", "u1/data[3:0]".
+std::unique_ptr<NETWEIR::RtlNetlist> designOf(const QStringList &names)
+{
+    NETWEIR::NetlistBuilder builder("top");
+    QHash<QString, NETWEIR::Hierachy *> nodes{{QString(), builder.top()}};
+    for (const QString &name : names) {
+        const QString path = name.section('/', 0, -2);
+        if (!nodes.contains(path))
+            nodes[path] = builder.addHierachy(builder.top(), path, "module");
+        const QString base = baseOfBusName(name.section('/', -1)).toString();
+        const QStringList range = name.section('[', -1).chopped(1).split(':');
+        if (range.size() == 2)
+            builder.addBus(nodes[path], base, range[0].toInt(), range[1].toInt());
+        else
+            builder.addNet(nodes[path], base);
+    }
+    return builder.take();
+}
+
+/// A bus of the configuration, "top/data[3:0]", with its members.
+SignalItem range(const QString &base, int left, int right)
+{
+    QStringList members;
+    for (int i = left; i >= right; --i)
+        members.append(QStringLiteral("%1[%2]").arg(base).arg(i));
+    return bus(QStringLiteral("%1[%2:%3]").arg(base).arg(left).arg(right), members);
+}
+
+/// A Probe In port with these signals.
+Fill in(const QList<SignalItem> &items)
+{
+    return [items](TarnCore *core) {
+        core->addProbeIn(core->probeIns.size());
+        core->probeIns.last()->signals = items;
+    };
+}
+
+Fill out(const QList<SignalItem> &items, const QString &value = {})
+{
+    return [items, value](TarnCore *core) {
+        core->addProbeOut(core->probeOuts.size());
+        core->probeOuts.last()->signals = items;
+        core->probeOuts.last()->initialValue = value;
+    };
+}
+
+void click(QWidget *widget)
+{
+    QTest::mouseClick(widget, Qt::LeftButton);
+}
+
+/// Clicks the entry of an open menu that begins with @p text.
+std::function<void(QMenu *)> clickEntry(const QString &text)
+{
+    return [text](QMenu *menu) {
+        for (QAction *action : menu->actions()) {
+            if (action->text().startsWith(text)) {
+                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+                return;
+            }
+        }
+        QFAIL(qPrintable("no entry " + text));
+    };
+}
+
+const ModalScript::Box TooManySignals{QMessageBox::Warning, "Warning",
+                                      "Support 256 signals at most.", QMessageBox::Ok, QString()};
+
+const ModalScript::Box RemoveCore{QMessageBox::Question, "Remove TARn",
+                                  "Do you want to remove TARN 0 ?",
+                                  QMessageBox::Ok | QMessageBox::Cancel, QString()};
+
+} // namespace
+
+class TestFindings : public TarnTest::ViewTest
+{
+    Q_OBJECT
+
+private:
+    /// A file with a core for each entry.
+    QString write(const QVector<QVector<Fill>> &cores) const
+    {
+        QList<TarnCore *> list;
+        for (const QVector<Fill> &fills : cores) {
+            list.append(new TarnCore(list.size()));
+            for (const Fill &fill : fills)
+                fill(list.last());
+        }
+        const QString file = path("findings.tarn");
+        if (!writeTARNConfigToXml(list, file))
+            qFatal("cannot write %s", qPrintable(file));
+        qDeleteAll(list);
+        return file;
+    }
+
+    ShownView show(const QStringList &design, const QVector<QVector<Fill>> &cores)
+    {
+        setDesign(design);
+        ShownView view = ViewTest::show(write(cores));
+        search();
+        return view;
+    }
+
+    void setDesign(const QStringList &design)
+    {
+        extraction().build = [design] { return designOf(design); };
+    }
+
+    /// Reads @p design by the banner.
+    void reload(const ShownView &view, const QStringList &design)
+    {
+        setDesign(design);
+        view->designFileChanged();
+        clickBanner(view.view, "btnA");
+        search();
+    }
+
+    /// Lets the search for replacements end.
+    static void search()
+    {
+        for (int i = 0; i < 20; ++i)
+            runDueEvents();
+    }
+
+    static FindingsPane *paneOf(const ShownView &view) { return view->findChild<FindingsPane *>(); }
+
+    static QTreeView *listOf(const ShownView &view)
+    {
+        return view->findChild<QTreeView *>("listFindings");
+    }
+
+    static QPushButton *buttonOf(const ShownView &view, const char *name)
+    {
+        return view->findChild<QPushButton *>(name);
+    }
+
+    static bool isShown(const ShownView &view) { return paneOf(view)->isVisible(); }
+
+    static QStringList placesOf(const ShownView &view)
+    {
+        QStringList places;
+        const QAbstractItemModel *model = listOf(view)->model();
+        for (int i = 0; i < model->rowCount(); ++i)
+            places.append(model->index(i, 1).data().toString());
+        return places;
+    }
+
+    static QAction *actionOf(const ShownView &view, const QKeySequence &key)
+    {
+        for (QAction *action : view->actions()) {
+            if (action->shortcut() == key)
+                return action;
+        }
+        return nullptr;
+    }
+
+    /// Core and row that the view shows.
+    static QString currentOf(const ShownView &view, const char *tree = "treeProbeIn")
+    {
+        const TarnOptionWidget *page = currentPageOf(view.view);
+        const QTreeWidgetItem *row = page->findChild<QTreeWidget *>(tree)->currentItem();
+        return QStringLiteral("%1 %2").arg(page->core()->index).arg(row ? row->text(0) : "-");
+    }
+
+    /// What the view shows after each of three times @p act.
+    static QStringList threeTimes(const ShownView &view, const std::function<void()> &act)
+    {
+        QStringList shown;
+        for (int i = 0; i < 3; ++i) {
+            act();
+            shown.append(currentOf(view, "treeProbeOut"));
+        }
+        return shown;
+    }
+
+    static QStringList signalsOf(const ShownView &view, int core, int port)
+    {
+        return namesOf(pagesOf(view.view)[core]->core()->getProbeIn(port)->signals);
+    }
+
+private Q_SLOTS:
+    // Shown and hidden
+
+    void designWithoutProblemsShowsNothing()
+    {
+        const ShownView view = show({"clk"}, {{in({net("top/clk")})}});
+        QVERIFY(!isShown(view));
+        QCOMPARE(view->layout()->count(), 3);
+        QVERIFY(!actionOf(view, Qt::Key_F8)->isEnabled());
+        QVERIFY(!actionOf(view, Qt::SHIFT + Qt::Key_F8)->isEnabled());
+        QVERIFY(!view->isModified());
+    }
+
+    void emptyPortsAreLeftToTheSave()
+    {
+        QVERIFY(!isShown(show({"clk"}, {{in({})}, {}})));
+        QVERIFY(!isShown(show({"clk"}, {})));
+    }
+
+    void listsWhatDoesNotFit()
+    {
+        const ShownView view =
+            show({"clk", "data[4:0]"}, {{in({net("top/clk")})},
+                                        {in({}), in({net("top/gone"), range("top/data", 3, 0)})}});
+        QVERIFY(isShown(view));
+        QVERIFY(!view->isModified());
+        QVERIFY(actionOf(view, Qt::Key_F8)->isEnabled());
+        QCOMPARE(placesOf(view),
+                 QStringList({"tarn_1, Probe In1, top/gone", "tarn_1, Probe In1, top/data[3:0]"}));
+        const QAbstractItemModel *model = listOf(view)->model();
+        QCOMPARE(model->index(0, 0).data().toString(), QString("Error"));
+        QCOMPARE(model->index(1, 0).data().toString(), QString("Warning"));
+        QVERIFY(!model->index(0, 2).data().toString().isEmpty());
+        QVERIFY(model->index(0, 2).data() != model->index(1, 2).data());
+        // Behind the three entries that the view has always had.
+        QCOMPARE(view->layout()->count(), 4);
+        QCOMPARE(view->layout()->itemAt(3)->widget(), paneOf(view));
+    }
+
+    void takesAThirdAtMost()
+    {
+        QList<SignalItem> items;
+        for (int i = 0; i < 60; ++i)
+            items.append(net(QStringLiteral("top/gone%1").arg(i)));
+        const ShownView view = show({"clk"}, {{in(items)}});
+        for (const int height : {900, 480, 380}) {
+            view.container->resize(700, height);
+            runDueEvents();
+            QVERIFY(paneOf(view)->height() <= view->height() / 3);
+            QVERIFY(paneOf(view)->height() > 60);
+        }
+    }
+
+    void goesWhenAllIsWell()
+    {
+        const ShownView view = show({"clk"}, {{in({net("top/gone")})}});
+        QVERIFY(isShown(view));
+        reload(view, {"clk", "gone"});
+        QVERIFY(!isShown(view));
+        QCOMPARE(view->layout()->count(), 3);
+        QVERIFY(!actionOf(view, Qt::Key_F8)->isEnabled());
+        reload(view, {"clk"});
+        QVERIFY(isShown(view));
+    }
+
+    // The way to a row
+
+    void showsTheRow_data()
+    {
+        QTest::addColumn<bool>("byKey");
+        QTest::newRow("double click") << false;
+        QTest::newRow("return") << true;
+    }
+    void showsTheRow()
+    {
+        QFETCH(bool, byKey);
+        const ShownView view =
+            show({"clk"}, {{in({net("top/clk")})}, {in({net("top/clk")}), in({net("top/gone")})}});
+        QCOMPARE(currentPageOf(view.view)->core()->index, 0);
+        QTreeView *list = listOf(view);
+        if (byKey) {
+            list->setFocus();
+            QTest::keyClick(list, Qt::Key_Return);
+        } else {
+            const QPoint row = list->visualRect(list->model()->index(0, 2)).center();
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row);
+            QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row);
+        }
+        QCOMPARE(currentOf(view), QString("1 top/gone"));
+        QVERIFY(!view->isModified());
+    }
+
+    void keysGoFromFindingToFinding()
+    {
+        const ShownView view = show(
+            {"clk"}, {{in({net("top/a"), net("top/clk")})}, {in({net("top/b"), net("top/c")})}});
+        view.container->activateWindow();
+        currentPageOf(view.view)->findChild<QTreeWidget *>("treeProbeIn")->setFocus();
+        QStringList shown;
+        for (int i = 0; i < 4; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F8);
+            shown.append(currentOf(view));
+        }
+        QCOMPARE(shown, QStringList({"0 top/a", "1 top/b", "1 top/c", "0 top/a"}));
+        for (int i = 0; i < 2; ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F8, Qt::ShiftModifier);
+        QCOMPARE(currentOf(view), QString("1 top/b"));
+    }
+
+    void everyPlaceOfSeveralDriversIsReached()
+    {
+        const ShownView view =
+            show({"clk"}, {{out({net("top/clk")})}, {out({}), out({net("top/clk")})}});
+        QCOMPARE(placesOf(view), QStringList({"tarn_0, Probe Out0, top/clk and 1 more"}));
+        const QStringList cycle{"0 top/clk", "1 top/clk", "0 top/clk"};
+        QCOMPARE(threeTimes(view, [&] { actionOf(view, Qt::Key_F8)->trigger(); }), cycle);
+        QCOMPARE(threeTimes(view, [&] { actionOf(view, Qt::SHIFT + Qt::Key_F8)->trigger(); }),
+                 QStringList({"1 top/clk", "0 top/clk", "1 top/clk"}));
+        QCOMPARE(threeTimes(view, [&] { Q_EMIT listOf(view)->activated({}); }), cycle);
+    }
+
+    // Replacements
+
+    void replacesBySelection()
+    {
+        const ShownView view =
+            show({"clk", "u/state_r"}, {{in({net("top/clk"), net("top/u/state_q")})}});
+        QVERIFY(buttonOf(view, "btnReplace")->isEnabled());
+        script().expectMenu(clickEntry("top/u/state_r"));
+        click(buttonOf(view, "btnReplace"));
+        runDueEvents();
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/clk", "top/u/state_r"}));
+        QVERIFY(view->isModified());
+        QVERIFY(!isShown(view));
+
+        view->history()->undo();
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/clk", "top/u/state_q"}));
+        QVERIFY(isShown(view));
+        QVERIFY(!view->isModified());
+    }
+
+    void nothingIsOfferedWithoutLikeness()
+    {
+        const ShownView view = show({"clk"}, {{in({net("top/zebra_stripes")})}});
+        QVERIFY(isShown(view));
+        QVERIFY(!buttonOf(view, "btnReplace")->isEnabled());
+        QVERIFY(!buttonOf(view, "btnReplaceAll")->isEnabled());
+    }
+
+    void takesOverAChangedBus()
+    {
+        const ShownView view = show(
+            {"data[4:0]"}, {{in({net("top/data[0]")})}, {out({range("top/data", 3, 0)}, "0xa")}});
+        listOf(view)->setCurrentIndex(listOf(view)->model()->index(0, 0));
+        QCOMPARE(placesOf(view), QStringList({"tarn_1, Probe Out0, top/data[3:0]"}));
+        script().expectMenu({"top/data[4:0]"}, "top/data[4:0]");
+        click(buttonOf(view, "btnReplace"));
+        runDueEvents();
+        const ProbeOut *port = pagesOf(view.view)[1]->core()->getProbeOut(0);
+        QCOMPARE(namesOf(port->signals), QStringList({"top/data[4:0]"}));
+        pagesOf(view.view)[1]->save();
+        QCOMPARE(port->initialValue, QString("0x0A"));
+    }
+
+    void replacesAllAtOnce()
+    {
+        const QStringList moved{"clk", "u_new/a", "u_new/b", "u_new/c[3:0]"};
+        const ShownView view =
+            show(moved, {{in({net("top/u_old/a"), net("top/clk")})},
+                         {in({net("top/u_old/b"), range("top/u_old/c", 3, 0)})}});
+        QPushButton *all = buttonOf(view, "btnReplaceAll");
+        QVERIFY(all->isEnabled());
+        QVERIFY(!all->menu());
+        for (const char *part : {"top/u_old", "top/u_new", "3"})
+            QVERIFY2(all->toolTip().contains(part), qPrintable(all->toolTip()));
+        click(all);
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_new/a", "top/clk"}));
+        QCOMPARE(signalsOf(view, 1, 0), QStringList({"top/u_new/b", "top/u_new/c[3:0]"}));
+        QVERIFY(!isShown(view));
+        view->history()->undo(); // One step.
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_old/a", "top/clk"}));
+        QCOMPARE(signalsOf(view, 1, 0), QStringList({"top/u_old/b", "top/u_old/c[3:0]"}));
+    }
+
+    void severalChangesMakeAMenu()
+    {
+        const ShownView view = show({"u_new/a", "u_new/b", "data[4:0]", "more[0:3]"},
+                                    {{in({net("top/u_old/a"), range("top/data", 3, 0)}),
+                                      in({net("top/u_old/b"), range("top/more", 3, 0)})}});
+        script().expectMenu(clickEntry("Changed buses"));
+        click(buttonOf(view, "btnReplaceAll"));
+        search();
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_old/a", "top/data[4:0]"}));
+        QCOMPARE(signalsOf(view, 0, 1), QStringList({"top/u_old/b", "top/more[0:3]"}));
+        QVERIFY(!buttonOf(view, "btnReplaceAll")->menu());
+        click(buttonOf(view, "btnReplaceAll"));
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_new/a", "top/data[4:0]"}));
+        QCOMPARE(signalsOf(view, 0, 1), QStringList({"top/u_new/b", "top/more[0:3]"}));
+    }
+
+    void refusesMoreBitsThanAPortHolds_data()
+    {
+        QTest::addColumn<bool>("all");
+        QTest::newRow("replace") << false;
+        QTest::newRow("replace all") << true;
+    }
+    void refusesMoreBitsThanAPortHolds()
+    {
+        QFETCH(bool, all);
+        QStringList design{"data[4:0]", "more[4:0]"};
+        QList<SignalItem> items{range("top/data", 3, 0), range("top/more", 3, 0)};
+        for (int i = 0; i < 248; ++i) {
+            design.append(QStringLiteral("n%1").arg(i));
+            items.append(net("top/" + design.last()));
+        }
+        const ShownView view = show(design, {{in(items)}});
+        if (!all)
+            script().expectMenu({"top/data[4:0]"}, "top/data[4:0]");
+        script().expectBox(TooManySignals);
+        click(buttonOf(view, all ? "btnReplaceAll" : "btnReplace"));
+        runDueEvents();
+        QCOMPARE(signalsOf(view, 0, 0).first(), QString("top/data[3:0]"));
+        QVERIFY(!view->isModified());
+    }
+
+    void nextFindingIsCurrentAfterReplacing()
+    {
+        const ShownView view =
+            show({"clk", "u/state_r"},
+                 {{in({net("top/gone"), net("top/u/state_q"), net("top/zebra"), net("top/xyz")})}});
+        QTreeView *list = listOf(view);
+        list->setCurrentIndex(list->model()->index(1, 0));
+        script().expectMenu(clickEntry("top/u/state_r"));
+        click(buttonOf(view, "btnReplace"));
+        search();
+        QCOMPARE(list->currentIndex().row(), 1);
+        QCOMPARE(placesOf(view).at(1), QString("tarn_0, Probe In0, top/zebra"));
+        QVERIFY(list->hasFocus());
+        actionOf(view, Qt::Key_F8)->trigger(); // Shows it instead of passing over it.
+        QCOMPARE(currentOf(view), QString("0 top/zebra"));
+    }
+
+    // What goes meanwhile
+
+    void netlistMayGoDuringTheSearch()
+    {
+        setDesign({"u_new/a", "u_new/b"});
+        const ShownView view =
+            ViewTest::show(write({{in({net("top/u_old/a"), net("top/u_old/b")})}}));
+        for (int i = 0; i < 4; ++i) { // At each of the first slices.
+            for (int slices = 0; slices < i; ++slices)
+                QCoreApplication::sendPostedEvents();
+            QVERIFY(view->readRtlNetlist());
+        }
+        search();
+        QVERIFY(buttonOf(view, "btnReplaceAll")->isEnabled());
+    }
+
+    void viewMayGoDuringTheSearch()
+    {
+        setDesign({"u_new/a"});
+        const ShownView view = ViewTest::show(write({{in({net("top/u_old/a")})}}));
+        delete view.container;
+        search();
+    }
+
+    void viewMayGoBehindTheMenu()
+    {
+        const ShownView view = show({"u/state_r"}, {{in({net("top/u/state_q")})}});
+        script().expectMenu([&view](QMenu *) { delete view.container; });
+        QTest::mousePress(buttonOf(view, "btnReplace"), Qt::LeftButton); // Opens the menu.
+        runDueEvents();
+        QVERIFY(!view.view);
+    }
+
+    void viewMayGoBehindTheRefusal()
+    {
+        const ShownView view =
+            show({"data[256:0]", "more[4:0]"},
+                 {{in({range("top/data", 255, 0)}), in({range("top/more", 3, 0)})}});
+        script().expectBox(TooManySignals, QMessageBox::Ok,
+                           [&view](QMessageBox *) { delete view.container; });
+        click(buttonOf(view, "btnReplaceAll"));
+        QVERIFY(!view.view);
+    }
+
+    void designMayChangeBehindTheMenu()
+    {
+        const ShownView view = show({"u/state_r"}, {{in({net("top/u/state_q")})}});
+        script().expectMenu([&](QMenu *menu) {
+            setDesign({"u/state_q"});
+            view->readRtlNetlist();
+            QVERIFY(!menu->isVisible());
+        });
+        click(buttonOf(view, "btnReplace"));
+        runDueEvents();
+        QVERIFY(!isShown(view));
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u/state_q"}));
+    }
+
+    void coreMayGoUnderAFinding()
+    {
+        const ShownView view =
+            show({"clk"}, {{in({net("top/a")})}, {in({net("top/b")})}, {in({net("top/clk")})}});
+        listOf(view)->setCurrentIndex(listOf(view)->model()->index(0, 0));
+        script().expectMenu({"Add", "Remove"}, "Remove");
+        script().expectBox(RemoveCore);
+        openMenu(view.view, 0);
+        QCOMPARE(placesOf(view), QStringList({"tarn_0, Probe In0, top/b"}));
+        QTest::keyClick(listOf(view), Qt::Key_Return);
+        QCOMPARE(currentOf(view), QString("0 top/b"));
+    }
+
+    // The debug line
+
+    void reloadSaysWhatWent()
+    {
+        const ShownView view = show(
+            {"clk", "a", "data[3:0]"},
+            {{in({net("top/gone"), net("top/a"), range("top/data", 3, 0)}), in({net("top/a")})}});
+        const QString line("design reloaded: ");
+        QVERIFY(debugLines().filter(line).isEmpty()); // None for the first reading.
+        reload(view, {"clk", "data[4:0]"});
+        reload(view, {"clk", "a", "data[3:0]", "gone"});
+        QCOMPARE(debugLines().filter(line),
+                 QStringList({line + "nets gone: 1, buses changed: 1, signals marked: 4",
+                              line + "nets gone: 0, buses changed: 0, signals marked: 0"}));
+    }
+
+    // Limits
+
+    void manyFindingsScrollQuickly()
+    {
+        // Each bit of half the ports is driven by the other half as well.
+        QVector<QVector<Fill>> cores;
+        for (int core = 0; core < 16; ++core) {
+            cores.append(QVector<Fill>());
+            for (int port = 0; port < 64; ++port)
+                cores.last().append(
+                    out({range(QStringLiteral("top/b%1").arg((core / 2) * 64 + port), 255, 0)}));
+        }
+        const ShownView view = show({"clk"}, cores);
+        QTreeView *list = listOf(view);
+        QVERIFY(list->model()->rowCount() > 131072);
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 50; ++i) {
+            list->verticalScrollBar()->setValue(list->verticalScrollBar()->maximum() * i / 50);
+            list->viewport()->repaint();
+        }
+        QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    }
+};
+
+TARN_TEST_MAIN(TestFindings)
+#include "tst_findings.moc"
