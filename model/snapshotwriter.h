@@ -23,6 +23,7 @@ public:
     bool step(std::chrono::microseconds budget);
     /// Goes on to the end.
     void finish();
+    bool isFinished() const { return m_finished; }
 
     /// The whole file, after the end. Null when the snapshot holds something that would not be read
     /// back as it is; errorText() tells what, for the debug stream.

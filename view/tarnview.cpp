@@ -13,6 +13,7 @@
 #include "tarnview_p.h"
 #include "ui_changedbanner.h"
 #include "ui_tarnview.h"
+#include "unsavedcopy.h"
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
@@ -93,6 +94,7 @@ TarnView::TarnView(QWidget *parent)
     d = std::make_unique<TarnViewPrivate>(this);
     connect(d->watcher.get(), &QFileSystemWatcher::fileChanged, this, &TarnView::onFileChange);
     d->modificationCallback = [this](bool modified) { Q_EMIT modificationStatusChanged(modified); };
+    connect(d->unsaved.get(), &UnsavedCopy::closeWanted, this, &TarnView::closeItself);
     m_checkTimer->setSingleShot(true);
     m_checkTimer->setInterval(FileCheckDelay);
     connect(m_checkTimer, &QTimer::timeout, this, &TarnView::checkForReload);
@@ -128,6 +130,7 @@ TarnView::~TarnView()
 bool TarnView::open(const QString &filePath, const QString &, QString *errorText)
 {
     qDebug(" This is open file to Tarn");
+    d->unsaved->end();
     d->filePath = filePath;
     finishTARNFile(filePath);
     d->watchFile();
@@ -150,7 +153,11 @@ bool TarnView::open(const QString &filePath, const QString &, QString *errorText
     setWindowTitle(QFileInfo(filePath).fileName());
     changeTarnWidget(0);
     d->history->begin();
-    return readRtlNetlist();
+    const QPointer<TarnView> self(this);
+    const bool read = readRtlNetlist();
+    if (self && read)
+        d->unsaved->begin();
+    return read;
 }
 
 void TarnView::showCores(const QList<TarnCore *> &cores)
@@ -346,10 +353,17 @@ void TarnView::on_treeWidget_customContextMenuRequested(const QPoint &pos)
 
 void TarnView::closeEvent(QCloseEvent *event)
 {
-    if (!isModified()) {
-        event->accept();
-        return;
-    }
+    const bool accepted = mayClose();
+    if (accepted)
+        d->unsaved->end();
+    event->setAccepted(accepted);
+}
+
+/// Asks when there are unsaved changes. False when the view was deleted meanwhile.
+bool TarnView::mayClose()
+{
+    if (!isModified())
+        return true;
     Message question;
     question.icon = QMessageBox::Question;
     question.title = tr("Save");
@@ -359,7 +373,7 @@ void TarnView::closeEvent(QCloseEvent *event)
     // NoButton when the view was deleted meanwhile.
     const QMessageBox::StandardButton answer = showMessage(this, question);
     // The synthesis tool is not checked: a setting must not keep the view from closing.
-    event->setAccepted(answer == QMessageBox::Discard || (answer == QMessageBox::Ok && d->save()));
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Ok && d->save());
 }
 
 // Changes of the file on disk
@@ -387,7 +401,7 @@ void TarnView::checkForReload()
     showBanner(banner);
 }
 
-void TarnView::showBanner(ReloadBanner *banner)
+void TarnView::showBanner(QWidget *banner)
 {
     m_bannerLayout->addWidget(banner);
     banner->show();
@@ -399,7 +413,7 @@ ReloadBanner *TarnView::sendingBanner() const
     return qobject_cast<ReloadBanner *>(sender());
 }
 
-void TarnView::removeBanner(ReloadBanner *banner)
+void TarnView::removeBanner(QWidget *banner)
 {
     if (!banner)
         return;
@@ -455,8 +469,19 @@ void TarnView::closeUnsaved(ReloadBanner *banner)
 {
     removeBanner(banner);
     d->fileChangePending = false;
+    if (!closeItself())
+        d->watchFile();
+}
+
+/// Closes the view without a question. Leaves a copy of unsaved changes behind; when that fails,
+/// the view stays and returns false.
+bool TarnView::closeItself()
+{
+    if (isModified() && !d->unsaved->leaveBehind())
+        return false;
     d->setModified(false);
     closeContainer();
+    return true;
 }
 
 void TarnView::closeContainer()
@@ -484,6 +509,7 @@ bool TarnView::reloadTarnFile()
     showCores(readTARNConfigFromXml(file(), nullptr, nullptr));
     changeTarnWidget(0);
     d->history->recordReload();
+    d->unsaved->setReloaded();
     return true;
 }
 
@@ -652,8 +678,8 @@ void TarnView::onRtlReload()
         return;
     }
     // The change stays unanswered: the view is about to go.
-    d->setModified(false);
-    closeContainer();
+    if (!closeItself())
+        m_designChangePending = false;
 }
 
 } // namespace TARN

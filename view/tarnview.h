@@ -96,6 +96,11 @@ public:
     /// The steps that can be undone. Owned by the view.
     EditHistory *history() const;
 
+    /// Shows @p banner, a child of the view, above the pages.
+    void showBanner(QWidget *banner);
+    /// Takes @p banner, which may be null, away and deletes it later.
+    void removeBanner(QWidget *banner);
+
     /// Reads the cores again from the file. False when the file is invalid; nothing changes then.
     bool reloadTarnFile();
 
@@ -149,10 +154,10 @@ private:
     void showCores(const QList<TarnCore *> &cores);
     void markPages();
     void showTitle(const QString &mark);
-    void showBanner(ReloadBanner *banner);
-    void removeBanner(ReloadBanner *banner);
     ReloadBanner *sendingBanner() const;
     void answerFileChange();
+    bool mayClose();
+    bool closeItself();
     void closeContainer();
     void closeUnsaved(ReloadBanner *banner);
     void showDesignBanner(const QString &text);

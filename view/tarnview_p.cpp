@@ -7,6 +7,7 @@
 #include "findings.h"
 #include "tarnoptionwidget.h"
 #include "tarnview.h"
+#include "unsavedcopy.h"
 
 #include <model/configcheck.h>
 #include <model/configdifference.h>
@@ -45,6 +46,7 @@ TarnViewPrivate::TarnViewPrivate(TarnView *view)
     , watcher(std::make_unique<QFileSystemWatcher>())
     , history(std::make_unique<EditHistory>(this))
     , findings(std::make_unique<Findings>(history.get()))
+    , unsaved(std::make_unique<UnsavedCopy>(this))
 {
     connect(watcher.get(), &QFileSystemWatcher::directoryChanged, this,
             &TarnViewPrivate::onFolderChange);
@@ -52,6 +54,7 @@ TarnViewPrivate::TarnViewPrivate(TarnView *view)
 
 TarnViewPrivate::~TarnViewPrivate()
 {
+    unsaved.reset();
     findings.reset();
     history.reset();
     watcher.reset();
@@ -221,6 +224,7 @@ bool TarnViewPrivate::save()
         return false;
     }
     history->setSaved();
+    unsaved->setSaved();
     q->showUnmodified();
     return true;
 }

@@ -25,6 +25,7 @@ class Findings;
 class TarnCore;
 class TarnOptionWidget;
 class TarnView;
+class UnsavedCopy;
 
 } // namespace TARN
 
@@ -92,6 +93,7 @@ public:
     bool fileChangePending = false; ///< A change of the file is noticed and not answered yet.
     std::unique_ptr<EditHistory> history;
     std::unique_ptr<Findings> findings;
+    std::unique_ptr<UnsavedCopy> unsaved;
 
 private:
     void removePage(TarnOptionWidget *page);
