@@ -848,6 +848,57 @@ Do you still want to keep it?</source>
     </message>
 </context>
 <context>
+    <name>TARN::UnsavedBanner</name>
+    <message>
+        <source>Restore</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are unsaved changes to the file &apos;%1&apos; from %2. The file itself is newer.
+Do you want to restore them?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are unsaved changes to the file &apos;%1&apos; from %2.
+Do you want to restore them?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are unsaved changes to the file &apos;%1&apos; that can not be read. They are kept.
+%2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep It</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The unsaved changes to the file &apos;%1&apos; can be kept nowhere.
+%2
+Do you still want to keep it open?</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::UnsavedCopy</name>
+    <message>
+        <source>Restore Unsaved Changes</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TARN::private_impl::TarnViewPrivate</name>
     <message>
         <source>Add</source>
