@@ -155,8 +155,8 @@ void UnsavedCopy::onLeaving()
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (isStale())
-                queueSlice();
+            if (isStale() && !m_queued)
+                writeSlice();
         },
         Qt::QueuedConnection);
 }
