@@ -138,15 +138,14 @@ bool UnsavedCopy::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void UnsavedCopy::onFocusChanged(const QWidget *former, const QWidget *now)
+/// The widgets that the signal names may be deleted already.
+void UnsavedCopy::onFocusChanged()
 {
-    if (isInView(former) && !isInView(now))
+    const QWidget *widget = QApplication::focusWidget();
+    const bool hasFocus = d->q && widget && d->q->isAncestorOf(widget);
+    if (m_hasFocus && !hasFocus)
         onLeaving();
-}
-
-bool UnsavedCopy::isInView(const QWidget *widget) const
-{
-    return d->q && widget && d->q->isAncestorOf(widget);
+    m_hasFocus = hasFocus;
 }
 
 /// The line that loses the focus may yet complete an edit, and is heard first.
@@ -299,8 +298,10 @@ void UnsavedCopy::restoreOffered()
     remove();
     m_file = std::move(file);
     m_written = content;
+    const QPointer<UnsavedCopy> self(this);
     d->history->apply(content, tr("Restore Unsaved Changes"));
-    offerNext();
+    if (self)
+        offerNext();
 }
 
 void UnsavedCopy::discardOffered()

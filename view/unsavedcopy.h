@@ -16,8 +16,6 @@
 #include <optional>
 #include <vector>
 
-class QWidget;
-
 namespace TARN {
 
 class UnsavedBanner;
@@ -68,9 +66,8 @@ Q_SIGNALS:
 
 private:
     void onChanged();
-    void onFocusChanged(const QWidget *former, const QWidget *now);
+    void onFocusChanged();
     void onLeaving();
-    bool isInView(const QWidget *widget) const;
 
     bool isStale() const;
     bool isDue() const;
@@ -93,6 +90,7 @@ private:
 
     private_impl::TarnViewPrivate *const d;
     bool m_begun = false;
+    bool m_hasFocus = false; ///< A widget of the view.
     ConfigSnapshot m_saved; ///< What the file holds.
 
     UnsavedFile m_file;       ///< The copy of this view.
