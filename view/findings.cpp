@@ -45,17 +45,25 @@ bool find(const QString &name, const ConfigSnapshot &snapshot, Place *place)
     return place->signal >= 0;
 }
 
-/// Whether @p finding, which may be older than @p snapshot, is about what is at its place there.
-bool isAbout(const Finding &finding, const ConfigSnapshot &snapshot)
+/// Name of the signal at @p place, without a port of the user clock; empty when there is none.
+QString nameAt(const ConfigSnapshot &snapshot, const Place &place)
 {
-    const Place &place = finding.place;
     if (place.port < 0) {
-        return place.core >= 0 && place.core < snapshot.cores.size() &&
-               snapshot.cores.at(place.core).content->userClock == finding.name;
+        return place.core >= 0 && place.core < snapshot.cores.size()
+                   ? snapshot.cores.at(place.core).content->userClock
+                   : QString();
     }
     const QList<SignalItem> *items = signalsAt(snapshot, place);
-    return items && place.signal >= 0 && place.signal < items->size() &&
-           items->at(place.signal).name == finding.name;
+    return items && place.signal >= 0 && place.signal < items->size() ? items->at(place.signal).name
+                                                                      : QString();
+}
+
+bool areSame(const QVector<MissingName> &left, const QVector<MissingName> &right)
+{
+    return std::equal(left.cbegin(), left.cend(), right.cbegin(), right.cend(),
+                      [](const MissingName &a, const MissingName &b) {
+                          return a.name == b.name && a.bus == b.bus && a.type == b.type;
+                      });
 }
 
 bool holdsBits(const SignalItem &bus)
@@ -95,6 +103,7 @@ void Findings::setNetlist(NETWEIR::RtlNetlist *netlist)
     m_marks.setNames(names.get());
     m_audit.setNames(names.get());
     m_names = std::move(names);
+    m_searched.clear();
     if (m_names)
         m_search = std::make_unique<CandidateSearch>(*m_names);
     restartSearch();
@@ -113,7 +122,6 @@ void Findings::update()
 void Findings::restartSearch()
 {
     m_missing.clear();
-    m_missingNames.clear();
     m_changedBuses = 0;
     m_collected = 0;
     m_phase = m_search && count() > 0 ? Phase::Collecting : Phase::Done;
@@ -135,7 +143,9 @@ void Findings::runSlice()
     if (m_phase == Phase::Done) // Given up meanwhile.
         return;
     if (m_phase == Phase::Collecting && collect(QDeadlineTimer(Slice))) {
-        m_search->setMissing(m_missing);
+        if (!areSame(m_missing, m_searched))
+            m_search->setMissing(m_missing);
+        m_searched = m_missing;
         m_phase = Phase::Searching;
     } else if (m_phase == Phase::Searching && m_search->step(Slice)) {
         m_phase = Phase::Done;
@@ -163,17 +173,13 @@ void Findings::note(int row)
         ++m_changedBuses;
     if (!isMissing(rule))
         return;
-    const Finding finding = at(row);
-    if (finding.name.isEmpty()) // No clock is given.
+    const Place place = m_audit.placeAt(row);
+    const QString name = nameAt(m_history->current(), place);
+    if (name.isEmpty()) // No clock is given.
         return;
-    const ProbeType type = typeOf(finding.place);
-    const QPair<QString, int> key(finding.name, type);
-    if (m_missingNames.contains(key))
-        return;
-    m_missingNames.insert(key);
-    const QList<SignalItem> *items = signalsAt(m_history->current(), finding.place);
-    const bool bus = items && !items->value(finding.place.signal).members.isEmpty();
-    m_missing.append({finding.name, bus, type});
+    const QList<SignalItem> *items = signalsAt(m_history->current(), place);
+    const bool bus = items && !items->at(place.signal).members.isEmpty();
+    m_missing.append({name, bus, typeOf(place)});
 }
 
 QVector<Replacement> Findings::candidatesFor(const Finding &finding) const
@@ -186,7 +192,12 @@ QVector<Replacement> Findings::candidatesFor(const Finding &finding) const
     }
     if (!isMissing(finding.rule) || m_phase != Phase::Done)
         return {};
-    return m_search->candidates(finding.name, typeOf(finding.place));
+    QVector<Replacement> found = m_search->candidates(finding.name, typeOf(finding.place));
+    if (finding.place.port < 0) // A user clock is no bus.
+        found.erase(std::remove_if(found.begin(), found.end(),
+                                   [](const Replacement &by) { return by.bus; }),
+                    found.end());
+    return found;
 }
 
 QVector<Replacement> Findings::prefixChanges() const
@@ -227,7 +238,8 @@ bool Findings::replace(const Finding &finding, const Replacement &by)
     m_history->commitTyping();
     ConfigSnapshot target = m_history->current();
     const std::optional<SignalItem> item = itemFor(by, typeOf(finding.place));
-    if (!item || !isAbout(finding, target)) // Chosen for what is gone meanwhile.
+    if (!item ||
+        nameAt(target, finding.place) != finding.name) // Chosen for what is gone meanwhile.
         return true;
     if (!replaceSignal(&target, finding.place, *item))
         return false;
@@ -274,9 +286,9 @@ Findings::State Findings::state() const
     for (int i = 0; i < count(); ++i) {
         const Rule rule = m_audit.ruleAt(i);
         if (isMissing(rule))
-            state.missing.insert(at(i).name);
+            state.missing.insert(nameAt(m_history->current(), m_audit.placeAt(i)));
         else if (rule == Rule::BusChanged)
-            state.changed.insert(at(i).name);
+            state.changed.insert(nameAt(m_history->current(), m_audit.placeAt(i)));
     }
     return state;
 }

@@ -8,7 +8,6 @@
 #include <audit/signalmarks.h>
 
 #include <QObject>
-#include <QPair>
 #include <QSet>
 #include <QVector>
 
@@ -104,7 +103,7 @@ private:
     bool m_sliceQueued = false;
     int m_collected = 0; ///< Findings that collect() has seen.
     QVector<MissingName> m_missing;
-    QSet<QPair<QString, int>> m_missingNames;
+    QVector<MissingName> m_searched; ///< What the search was last asked for.
     int m_changedBuses = 0;
 };
 

@@ -13,8 +13,10 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QPointer>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
+#include <iterator>
 
 namespace TARN {
 
@@ -29,6 +31,20 @@ constexpr int MeasuredRows = 100;
 
 /// Menus do not get wider, in average letters.
 constexpr int MenuLetters = 90;
+
+/// Cuts sentences off at their end, where the view has another place for names.
+class SentenceDelegate final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = Qt::ElideRight;
+    }
+};
 
 /// @p text as it is, for a button or a menu, where '&' would mark a key.
 QString unmarked(QString text)
@@ -68,6 +84,7 @@ void FindingsPane::setUpList()
 {
     QTreeView *list = ui->listFindings;
     list->setModel(m_model);
+    list->setItemDelegateForColumn(FindingsModel::TextColumn, new SentenceDelegate(list));
     list->header()->setResizeContentsPrecision(MeasuredRows);
     list->header()->setSectionResizeMode(FindingsModel::SeverityColumn,
                                          QHeaderView::ResizeToContents);
@@ -175,6 +192,16 @@ void FindingsPane::setShown(bool shown)
         column->removeWidget(this);
     }
     setVisible(shown);
+}
+
+void FindingsPane::setTabBehind(QWidget *page)
+{
+    QWidget *last = page;
+    while (page->isAncestorOf(last->nextInFocusChain()))
+        last = last->nextInFocusChain();
+    QWidget *const ours[] = {last, ui->listFindings, ui->btnReplace, ui->btnReplaceAll};
+    for (std::size_t i = 1; i < std::size(ours); ++i)
+        setTabOrder(ours[i - 1], ours[i]);
 }
 
 bool FindingsPane::eventFilter(QObject *watched, QEvent *event)

@@ -38,6 +38,9 @@ public:
     void showNext() { showNeighbour(1); }
     void showPrevious() { showNeighbour(-1); }
 
+    /// Lets the Tab key come here from the last widget of @p page, which is the last page so far.
+    void setTabBehind(QWidget *page);
+
     // QWidget
     QSize sizeHint() const override;
 

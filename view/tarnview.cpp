@@ -241,6 +241,7 @@ void TarnView::insertPage(int position, TarnOptionWidget *page)
     ui->stackedWidget->insertWidget(position, page);
     connect(page, &TarnOptionWidget::modifed, this, &TarnView::onModified);
     page->setMarks(d->findings->marks());
+    m_findingsPane->setTabBehind(page);
     connect(page, &TarnOptionWidget::edited, this, [this, page] { d->history->record(page); });
 }
 
@@ -292,10 +293,10 @@ void TarnView::changeTarnWidget(int index)
 
 void TarnView::showPlace(const Place &place)
 {
-    if (place.core < 0 || place.core >= d->cores.size())
-        return;
     // A line that loses the focus applies its text, which may show a box.
-    const QPointer<TarnOptionWidget> page(d->optionWidgets.at(place.core));
+    const QPointer<TarnOptionWidget> page(d->optionWidgets.value(place.core));
+    if (!page)
+        return;
     changeTarnWidget(page->core()->index);
     if (page)
         page->showRow(place.type, place.port, place.signal, place.bit);

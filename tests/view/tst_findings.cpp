@@ -15,6 +15,7 @@
 #include <view/findingspane.h>
 #include <view/tarnoptionwidget.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
@@ -338,6 +339,36 @@ private Q_SLOTS:
         QCOMPARE(threeTimes(view, [&] { actionOf(view, Qt::SHIFT + Qt::Key_F8)->trigger(); }),
                  QStringList({"1 top/clk", "0 top/clk", "1 top/clk"}));
         QCOMPARE(threeTimes(view, [&] { Q_EMIT listOf(view)->activated({}); }), cycle);
+    }
+
+    void tabLeadsThroughPageListAndButtons()
+    {
+        const ShownView view =
+            show({"clk", "u/state_r", "data[4:0]", "more[4:0]"},
+                 {{in({net("top/u/state_q")}), out({})},
+                  {in({range("top/data", 3, 0), range("top/more", 3, 0)}), out({net("top/clk")})}});
+        view.container->activateWindow();
+        treeOf(view.view)->setFocus();
+        QStringList names;
+        for (int i = 0; i < 20 && !names.contains("treeWidget"); ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            names.append(QApplication::focusWidget()->objectName());
+        }
+        const QStringList last{"listFindings", "btnReplace", "btnReplaceAll", "treeWidget"};
+        QCOMPARE(names.mid(names.size() - 4), last);
+        QVERIFY(names.contains("treeProbeIn"));
+        QVERIFY(names.contains("checkUserClock"));
+    }
+
+    void everythingHasANameForScreenReaders()
+    {
+        const ShownView view = show({"clk"}, {{in({net("top/gone")})}});
+        for (const char *name : {"listFindings", "btnReplace", "btnReplaceAll"}) {
+            QAccessibleInterface *widget =
+                QAccessible::queryAccessibleInterface(view->findChild<QWidget *>(name));
+            QVERIFY(!widget->text(QAccessible::Name).isEmpty());
+            QVERIFY(!widget->text(QAccessible::Description).isEmpty());
+        }
     }
 
     // Replacements
