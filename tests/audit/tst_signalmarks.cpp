@@ -57,17 +57,25 @@ void TestSignalMarks::marksOfSignals_data()
     const QString unread = " cannot be read: it has no value in the hardware.";
     const QString driven = " cannot be driven: the design drives it, or it is no wire.";
 
-    QTest::newRow("net") << "top/clk" << "" << "";
-    QTest::newRow("bit of a bus") << "top/data[0]" << "" << "";
-    QTest::newRow("net not for Probe Out")
-        << "top/rst" << "" << "not-usable: The net top/rst" + driven;
-    QTest::newRow("net not for Probe In")
-        << "top/u0/gated" << "not-usable: The net top/u0/gated" + unread << "";
-    QTest::newRow("missing net") << "top/x" << "net-missing: The design has no net top/x."
+    QTest::newRow("net") << "top/clk"
+                         << ""
+                         << "";
+    QTest::newRow("bit of a bus") << "top/data[0]"
+                                  << ""
+                                  << "";
+    QTest::newRow("net not for Probe Out") << "top/rst"
+                                           << ""
+                                           << "not-usable: The net top/rst" + driven;
+    QTest::newRow("net not for Probe In") << "top/u0/gated"
+                                          << "not-usable: The net top/u0/gated" + unread << "";
+    QTest::newRow("missing net") << "top/x"
+                                 << "net-missing: The design has no net top/x."
                                  << "net-missing: The design has no net top/x.";
     QTest::newRow("bus") << "top/data[1:0]=1,0"
                          << "not-usable: The bit top/data[1]" + unread << "";
-    QTest::newRow("bus without the excluded bit") << "top/data[1:0]=0" << "" << "";
+    QTest::newRow("bus without the excluded bit") << "top/data[1:0]=0"
+                                                  << ""
+                                                  << "";
     QTest::newRow("missing bus") << "top/u1/data[1:0]=1,0"
                                  << "net-missing: The design has no bus top/u1/data[1:0]."
                                  << "net-missing: The design has no bus top/u1/data[1:0].";
@@ -93,8 +101,9 @@ void TestSignalMarks::marksOfBits()
     const TARN::SignalItem data = signalFrom("top/data[2:0]=2,1,0");
     const auto markOf = [&](int bit) { return textOf(marks.ofBit(data, bit, TARN::ProbeTypeIn)); };
     QCOMPARE(markOf(0), QString("net-missing: The design has no net top/data[2]."));
-    QCOMPARE(markOf(1), QString("not-usable: The net top/data[1] cannot be read: it has no value in "
-                                "the hardware."));
+    QCOMPARE(markOf(1),
+             QString("not-usable: The net top/data[1] cannot be read: it has no value in "
+                     "the hardware."));
     QCOMPARE(markOf(2), QString());
     QCOMPARE(markOf(3), QString());
     QCOMPARE(markOf(-1), QString());
@@ -104,8 +113,10 @@ void TestSignalMarks::portHasTheWorstMark_data()
 {
     QTest::addColumn<QString>("signals");
     QTest::addColumn<QString>("mark");
-    QTest::newRow("no signal") << "" << "";
-    QTest::newRow("good signals") << "top/clk top/data[0]" << "";
+    QTest::newRow("no signal") << ""
+                               << "";
+    QTest::newRow("good signals") << "top/clk top/data[0]"
+                                  << "";
     QTest::newRow("one") << "top/clk top/rst top/clk"
                          << "not-usable: The net top/rst cannot be driven: the design drives it, "
                             "or it is no wire.";
@@ -141,12 +152,17 @@ void TestSignalMarks::baseOfABusName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("base");
-    QTest::newRow("range") << "top/d[7:0]" << "top/d";
-    QTest::newRow("negative indices") << "top/d[-1:-12]" << "top/d";
-    QTest::newRow("element of an array") << "top/m[3][7:0]" << "top/m[3]";
-    QTest::newRow("only the last range") << "d[3:0][7:0]" << "d[3:0]";
-    for (const char *name : {"", "top/d", "top/d[3]", "d[:0]", "d[7:]", "d[-:0]", "d[x:0]", "d[7:x]",
-                             "d7:0]", "7:0]", ":0]", "0]", "]", "d[7:0", "d[7:0]q", "d(7:0)"})
+    QTest::newRow("range") << "top/d[7:0]"
+                           << "top/d";
+    QTest::newRow("negative indices") << "top/d[-1:-12]"
+                                      << "top/d";
+    QTest::newRow("element of an array") << "top/m[3][7:0]"
+                                         << "top/m[3]";
+    QTest::newRow("only the last range") << "d[3:0][7:0]"
+                                         << "d[3:0]";
+    for (const char *name :
+         {"", "top/d", "top/d[3]", "d[:0]", "d[7:]", "d[-:0]", "d[x:0]", "d[7:x]", "d7:0]", "7:0]",
+          ":0]", "0]", "]", "d[7:0", "d[7:0]q", "d(7:0)"})
         QTest::newRow(name) << name << name;
 }
 
