@@ -199,6 +199,8 @@ void InitialValueLine::keyPressEvent(QKeyEvent *event)
     m_keyActs = true;
     changeText([this, event] { QLineEdit::keyPressEvent(event); });
     m_keyActs = false;
+    if (m_page && isUndoKey(event))
+        m_page->finishUndo();
 }
 
 void InitialValueLine::mouseReleaseEvent(QMouseEvent *event)

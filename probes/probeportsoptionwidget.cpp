@@ -193,6 +193,7 @@ void ProbePortsOptionWidget::connectWidgets()
     connect(ui->btnUserClock, &QPushButton::clicked, this, &Page::onbtnUserClock);
     connect(ui->lineEditUserClock, &UserClockLine::changed, this, &Page::modified);
     connect(ui->lineEditUserClock, &UserClockLine::applied, this, &Page::edited);
+    connect(ui->lineEditUserClock, &UserClockLine::typingUndone, this, &Page::typingUndone);
 }
 
 void ProbePortsOptionWidget::handleIEvent(const QUtil::IEvent *event)

@@ -76,6 +76,8 @@ public:
 
     /// Emits edited() for the line of an initial value.
     void finishValue() { Q_EMIT edited(); }
+    /// Emits typingUndone() for the same line.
+    void finishUndo() { Q_EMIT typingUndone(); }
 
     // QUtil::IEventHandler
     void handleIEvent(const QUtil::IEvent *event) override;
@@ -122,6 +124,8 @@ Q_SIGNALS:
     void modified();
     /// An edit by the user is complete. Comes after modified(), and once for text that is applied.
     void edited();
+    /// The user undid or redid typing in a line. Comes after modified().
+    void typingUndone();
     /// Another netlist was set.
     void netlistChanged();
 

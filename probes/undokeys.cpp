@@ -12,11 +12,16 @@ bool decideUndoKey(const QLineEdit *line, QEvent *event)
     if (event->type() != QEvent::ShortcutOverride)
         return false;
     const auto *key = static_cast<QKeyEvent *>(event);
-    const bool undo = key->matches(QKeySequence::Undo);
-    if (!undo && !key->matches(QKeySequence::Redo))
+    if (!isUndoKey(key))
         return false;
-    event->setAccepted(undo ? line->isUndoAvailable() : line->isRedoAvailable());
+    event->setAccepted(key->matches(QKeySequence::Undo) ? line->isUndoAvailable()
+                                                        : line->isRedoAvailable());
     return true;
+}
+
+bool isUndoKey(const QKeyEvent *event)
+{
+    return event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo);
 }
 
 } // namespace TARN

@@ -3,6 +3,7 @@
 #pragma once
 
 class QEvent;
+class QKeyEvent;
 class QLineEdit;
 
 namespace TARN {
@@ -11,5 +12,8 @@ namespace TARN {
 /// long as it has typing to undo or redo. Returns whether @p event asks that; the answer is that it
 /// is accepted, or not.
 bool decideUndoKey(const QLineEdit *line, QEvent *event);
+
+/// Whether the key of @p event means undo or redo.
+bool isUndoKey(const QKeyEvent *event);
 
 } // namespace TARN

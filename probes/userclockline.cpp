@@ -75,6 +75,15 @@ void UserClockLine::dropEvent(QDropEvent *event)
         this, [this] { setFocus(Qt::MouseFocusReason); }, Qt::QueuedConnection);
 }
 
+void UserClockLine::keyPressEvent(QKeyEvent *event)
+{
+    const bool undoes = isUndoKey(event);
+    const QPointer<UserClockLine> self(this);
+    QLineEdit::keyPressEvent(event);
+    if (self && undoes)
+        Q_EMIT typingUndone();
+}
+
 void UserClockLine::hideEvent(QHideEvent *event)
 {
     m_hidden = !event->spontaneous();

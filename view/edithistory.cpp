@@ -159,6 +159,12 @@ void EditHistory::record(TarnOptionWidget *page)
         push(target);
 }
 
+void EditHistory::followTyping()
+{
+    if (!m_paused && m_stack.isClean() && sameObjects(m_current, shown(Typing::Included)))
+        d->q->showUnmodified();
+}
+
 void EditHistory::commitTyping()
 {
     if (m_paused)
@@ -243,24 +249,25 @@ ConfigSnapshot EditHistory::shown(Typing typing, const TarnOptionWidget *onlyPag
 
 void EditHistory::undo()
 {
-    QLineEdit *line = lineWithFocus(d->q);
-    if (line && line->isUndoAvailable()) {
-        line->undo();
-        d->q->onModified();
-        return;
-    }
-    move(&QUndoStack::undo);
+    if (!moveTyping(&QLineEdit::isUndoAvailable, &QLineEdit::undo))
+        move(&QUndoStack::undo);
 }
 
 void EditHistory::redo()
 {
+    if (!moveTyping(&QLineEdit::isRedoAvailable, &QLineEdit::redo))
+        move(&QUndoStack::redo);
+}
+
+bool EditHistory::moveTyping(bool (QLineEdit::*available)() const, void (QLineEdit::*step)())
+{
     QLineEdit *line = lineWithFocus(d->q);
-    if (line && line->isRedoAvailable()) {
-        line->redo();
-        d->q->onModified();
-        return;
-    }
-    move(&QUndoStack::redo);
+    if (!line || !(line->*available)())
+        return false;
+    (line->*step)();
+    d->q->onModified();
+    followTyping();
+    return true;
 }
 
 void EditHistory::move(void (QUndoStack::*step)())

@@ -12,6 +12,7 @@
 
 class QAction;
 class QKeySequence;
+class QLineEdit;
 
 namespace TARN {
 
@@ -66,6 +67,9 @@ public:
     /// and not applied yet is left out.
     void record(TarnOptionWidget *page = nullptr);
 
+    /// The user undid typing in a line: the mark goes when that leads back to the saved state.
+    void followTyping();
+
     /// Makes typed text that is not applied yet a step of its own.
     void commitTyping();
 
@@ -117,6 +121,8 @@ private:
     /// Shows the row of the last change. It takes the focus, and a line that loses the focus may
     /// show a box, during which view and history can go away.
     void showPlace();
+    /// Undoes or redoes typing in the line with the focus. False when there is none.
+    bool moveTyping(bool (QLineEdit::*available)() const, void (QLineEdit::*step)());
     /// Undoes or redoes a step, and lets the mark follow.
     void move(void (QUndoStack::*step)());
 

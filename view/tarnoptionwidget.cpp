@@ -15,6 +15,7 @@ TarnOptionWidget::TarnOptionWidget(TarnCore *core, NETWEIR::RtlNetlist *netlist,
     addTab(m_ports, tr("Probe Ports"));
     connect(m_ports, &ProbePortsOptionWidget::modified, this, &TarnOptionWidget::modifed);
     connect(m_ports, &ProbePortsOptionWidget::edited, this, &TarnOptionWidget::edited);
+    connect(m_ports, &ProbePortsOptionWidget::typingUndone, this, &TarnOptionWidget::typingUndone);
 }
 
 TarnOptionWidget::~TarnOptionWidget() = default;

@@ -50,6 +50,7 @@ Q_SIGNALS:
     void modifed();
     /// An edit by the user is complete. Comes after modifed().
     void edited();
+    void typingUndone();
 
 private:
     TarnCore *m_core;

@@ -243,6 +243,7 @@ void TarnView::insertPage(int position, TarnOptionWidget *page)
     page->setMarks(d->findings->marks());
     m_findingsPane->setTabBehind(page);
     connect(page, &TarnOptionWidget::edited, this, [this, page] { d->history->record(page); });
+    connect(page, &TarnOptionWidget::typingUndone, this, [this] { d->history->followTyping(); });
 }
 
 void TarnView::takePage(TarnOptionWidget *page)

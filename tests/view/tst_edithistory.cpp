@@ -848,17 +848,22 @@ void TestEditHistory::lineWithTypingGoesFirst()
         else
             action->trigger();
     };
+    const auto type = [&] {
+        if (clock)
+            QTest::keyClicks(line, "ab");
+        else
+            typeValue(1, "7C", false);
+    };
     const QString before = line->displayText();
-    if (clock)
-        QTest::keyClicks(line, "ab");
-    else
-        typeValue(1, "7C", false);
-    const QString typed = line->displayText();
-    QVERIFY(typed != before);
+    QVERIFY(view()->save());
+    type();
+    QVERIFY(line->displayText() != before);
+    QCOMPARE(titleFaults(true), QString());
 
     for (int i = 0; i < 5 && line->isUndoAvailable(); ++i)
         press("Ctrl+Z", history()->undoAction());
     QCOMPARE(line->displayText(), before);
+    QCOMPARE(titleFaults(false), QString()); // Back at the saved state.
     QCOMPARE(history()->stack()->index(), 2);
     QVERIFY(line->hasFocus());
     press("Ctrl+Z", history()->undoAction()); // The line has nothing more.
