@@ -11,10 +11,13 @@ file(REMOVE_RECURSE "${WORK_DIR}")
 run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --component sdk --prefix "${WORK_DIR}/sdk")
 # Moved, so that only a relocatable package works.
 file(RENAME "${WORK_DIR}/sdk" "${WORK_DIR}/moved sdk")
+# Without precompiled headers, so that every source file and the header that it includes first show
+# that they include what they use.
 run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}"
     "-DTARN_SDK_DIR=${WORK_DIR}/moved sdk" "-DCMAKE_CXX_COMPILER=${COMPILER}"
     "-DCMAKE_INSTALL_LIBDIR=${LIB_DIR}" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0
-    -DTARN_WARNINGS_AS_ERRORS=ON -DCMAKE_EXPORT_COMPILE_COMMANDS=ON)
+    -DTARN_WARNINGS_AS_ERRORS=ON -DCMAKE_EXPORT_COMPILE_COMMANDS=ON
+    -DTARN_PRECOMPILE=OFF)
 run("${CMAKE_COMMAND}" --build "${WORK_DIR}/build")
 run("${CMAKE_COMMAND}" --install "${WORK_DIR}/build" --prefix "${WORK_DIR}/plugin")
 

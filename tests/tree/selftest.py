@@ -306,6 +306,14 @@ class Headers(SampleTree):
                 problems = checktree.check_headers(self.root, self.compiler)
                 self.assertTrue(problems[0].startswith(f"{path} does not compile alone"), problems)
 
+    def test_header_that_comes_first_in_its_source_is_left_out(self):
+        self.write("model/tarnport.h", "inline std::string name() { return {}; }\n")
+        for first, problems in (("string", 1), ("model/other.h", 1), (None, 0)):
+            with self.subTest(first=first):
+                before = f"#include <{first}>\n" if first else ""
+                self.write("model/tarnport.cpp", f'{SPDX}{before}#include "tarnport.h"\n')
+                self.assertEqual(len(checktree.check_headers(self.root, self.compiler)), problems)
+
 
 @unittest.skipUnless(shutil.which("clang-tidy"), "clang-tidy is not installed")
 class Tidy(SampleTree):
