@@ -320,14 +320,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Next Finding</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Previous Finding</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>All of %1 by %2 (%3 findings)</source>
         <translation type="unfinished"></translation>
     </message>
@@ -345,6 +337,14 @@
     </message>
     <message>
         <source>Support 256 signals at most.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Next Finding</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Previous Finding</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

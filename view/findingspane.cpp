@@ -70,8 +70,8 @@ FindingsPane::FindingsPane(Findings *findings, QWidget *view)
     m_replaceMenu->setToolTipsVisible(true);
     m_replaceAllMenu->setToolTipsVisible(true);
     connect(ui->btnReplaceAll, &QPushButton::clicked, this, &FindingsPane::onReplaceAllClicked);
-    addViewAction(tr("Next Finding"), Qt::Key_F8, &FindingsPane::showNext);
-    addViewAction(tr("Previous Finding"), Qt::SHIFT + Qt::Key_F8, &FindingsPane::showPrevious);
+    addViewAction(tr("&Next Finding"), Qt::Key_F8, &FindingsPane::showNext);
+    addViewAction(tr("&Previous Finding"), Qt::SHIFT + Qt::Key_F8, &FindingsPane::showPrevious);
     connect(m_findings, &Findings::changed, this, &FindingsPane::refresh);
     connect(m_findings, &Findings::candidatesChanged, this, &FindingsPane::refreshOffers);
     view->installEventFilter(this);

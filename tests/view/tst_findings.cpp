@@ -10,6 +10,7 @@
 #include <model/tarncore.h>
 #include <netweir/hierachy.h>
 #include <netweir/netlistbuilder.h>
+#include <probes/initialvalueline.h>
 #include <probes/signalsamples.h>
 #include <view/edithistory.h>
 #include <view/findingspane.h>
@@ -534,6 +535,22 @@ private Q_SLOTS:
                            [&view](QMessageBox *) { delete view.container; });
         click(buttonOf(view, "btnReplaceAll"));
         QVERIFY(!view.view);
+    }
+
+    void keyLeavesALineThatRejectsItsText()
+    {
+        const ShownView view = show({"clk"}, {{in({net("top/gone")}), out({net("top/clk")})}});
+        view.container->activateWindow();
+        auto *line = currentPageOf(view.view)->findChild<InitialValueLine *>();
+        line->setFocus();
+        line->end(false);
+        QTest::keyClick(line, Qt::Key_Backspace);
+        QTest::keyClick(line, Qt::Key_9);
+        script().expectBox({QMessageBox::Information, "Error",
+                            "Value '9' for Probe Out0 Initial Value exceeds the effective width.",
+                            QMessageBox::Ok, QString()});
+        QTest::keyClick(line, Qt::Key_F8);
+        QCOMPARE(currentOf(view), QString("0 top/gone"));
     }
 
     void designMayChangeBehindTheMenu()
