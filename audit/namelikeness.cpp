@@ -149,16 +149,21 @@ bool isUsualFor(QStringView small, QStringView large)
 }
 
 /// How likely @p small stands for the longer @p large. People leave out the end of a word, or some
-/// letters, mostly vowels.
+/// letters, mostly vowels; but one letter less makes another word.
 float abbreviationLikeness(QStringView small, QStringView large)
 {
-    if (small.size() < 2 || small.size() >= large.size())
+    const qsizetype left = large.size() - small.size();
+    if (left < 1 || small[0] != large[0])
         return 0;
     if (isUsualFor(small, large))
         return 0.85F;
+    if (small.size() == 1)
+        return 0.5F;
+    if (left == 1 && large.endsWith(QLatin1Char('s')) && large.startsWith(small))
+        return 0.9F; // The plural.
     if (large.startsWith(small))
-        return small.size() == 2 ? 0.75F : 0.88F;
-    if (isWithin(small, large))
+        return small.size() == 2 || left == 1 ? 0.74F : 0.88F;
+    if (left > 1 && isWithin(small, large))
         return small.size() == 2 ? 0.6F : 0.8F;
     return 0;
 }
@@ -202,7 +207,7 @@ float wordLikeness(QStringView left, QStringView right)
     if (large.size() - small.size() > 2)
         return 0;
     const float alike = 1 - float(editDistance(small, large)) / float(large.size());
-    return alike >= 0.7F ? alike * 0.95F : 0;
+    return alike >= 0.7F ? alike * 0.85F : 0;
 }
 
 /// The pairing of the tokens of two names.
@@ -263,22 +268,31 @@ void Pairing::pairEqual()
     }
 }
 
-/// Pairs a word of @p whole with two words of @p parts that make it up: rdaddr with rd and addr.
+/// How well @p whole is made up of two words: rdaddr of rd and addr, bram of block and ram.
+float joinedWords(QStringView whole, QStringView front, QStringView back)
+{
+    constexpr float Abbreviated = 0.85F;
+    if (whole.size() == front.size() + back.size())
+        return whole.startsWith(front) && whole.endsWith(back) ? 0.95F : 0;
+    if (whole.size() <= back.size() || !whole.endsWith(back))
+        return 0;
+    return front.startsWith(whole.chopped(back.size())) ? Abbreviated : 0;
+}
+
+/// Pairs words of @p whole with two words of @p parts that make them up.
 void Pairing::pairJoined(const NameTokens &whole, const NameTokens &parts, bool wholeIsLeft)
 {
     for (int w = 0; w < whole.count(); ++w) {
-        if (isTaken(wholeIsLeft, w) || whole.at(w).number)
-            continue;
-        for (int p = 0; p + 1 < parts.count() && !isTaken(wholeIsLeft, w); ++p) {
-            const QStringView front = parts.textOf(p);
-            const QStringView text = whole.textOf(w);
-            if (isTaken(!wholeIsLeft, p) || isTaken(!wholeIsLeft, p + 1) ||
-                text.size() != front.size() + parts.at(p + 1).length || !text.startsWith(front) ||
-                !text.endsWith(parts.textOf(p + 1)))
+        for (int p = 0; p + 1 < parts.count(); ++p) {
+            if (isTaken(wholeIsLeft, w) || isTaken(!wholeIsLeft, p) ||
+                isTaken(!wholeIsLeft, p + 1) || whole.at(w).number)
                 continue;
-            pair(wholeIsLeft ? w : p, wholeIsLeft ? p : w, 0.95F);
+            const float alike = joinedWords(whole.textOf(w), parts.textOf(p), parts.textOf(p + 1));
+            if (alike == 0)
+                continue;
+            pair(wholeIsLeft ? w : p, wholeIsLeft ? p : w, alike);
             (wholeIsLeft ? m_takenRight : m_takenLeft) |= 1U << unsigned(p + 1);
-            m_common += 0.95F * parts.at(p + 1).weight;
+            m_common += alike * parts.at(p + 1).weight;
         }
     }
 }
@@ -319,6 +333,9 @@ struct Rest
     float word = 0; ///< Weight of the heaviest word that is no affix.
     quint16 affixes = 0;
     bool number = false;
+    bool letter = false;      ///< A word of one letter.
+    bool plainLetter = false; ///< One that is no affix, as that of a channel.
+    float weight = 0;         ///< Of all words.
 };
 
 Rest restOf(const NameTokens &tokens, unsigned taken)
@@ -329,6 +346,9 @@ Rest restOf(const NameTokens &tokens, unsigned taken)
             continue;
         const NameTokens::Token &token = tokens.at(i);
         rest.number |= token.number;
+        rest.weight += token.number ? 0 : token.weight;
+        rest.letter |= !token.number && token.length == 1;
+        rest.plainLetter |= !token.number && token.length == 1 && token.affix == 0;
         rest.affixes |= token.affix;
         if (!token.number && token.affix == 0)
             rest.word = std::max(rest.word, token.weight);
@@ -343,6 +363,8 @@ float Pairing::unpairedPenalty() const
     float factor = 1 - 0.35F * std::min(left.word, right.word);
     if (left.number && right.number)
         factor *= 0.3F;
+    if (left.letter && right.letter && (left.plainLetter || right.plainLetter))
+        factor *= 0.5F;
     constexpr quint16 Roles = Register | Next | Input | Output | Low | Delayed;
     if ((left.affixes & Roles) != 0 && (right.affixes & Roles) != 0)
         factor *= 0.85F;
@@ -377,7 +399,11 @@ float Pairing::likeness()
     pairJoined(m_left, m_right, true);
     pairJoined(m_right, m_left, false);
     pairSimilar();
-    const float all = weightOf(m_left) + weightOf(m_right);
+    // Words that one name has in addition weigh less than words that differ.
+    constexpr float InAddition = 0.3F;
+    const float addition =
+        std::abs(restOf(m_left, m_takenLeft).weight - restOf(m_right, m_takenRight).weight);
+    const float all = weightOf(m_left) + weightOf(m_right) - InAddition * addition;
     if (all <= 0)
         return 0;
     const float alike = m_common / all * unpairedPenalty();
@@ -429,15 +455,23 @@ void NameTokens::addToken(QStringView text, bool number)
     token.affix = number ? 0 : affixOf(lower);
 }
 
+/// Only words at the ends of a name are affixes, beside numbers and others.
 void NameTokens::weigh(int firstNew)
 {
-    bool meaningful = false;
-    for (int i = firstNew; i < m_count; ++i)
-        meaningful |= !at(i).number && at(i).affix == 0;
+    const auto isOuter = [this](int i) { return at(i).number || at(i).affix != 0; };
+    int front = firstNew;
+    while (front < m_count && isOuter(front))
+        ++front;
+    int back = m_count;
+    while (back > front && isOuter(back - 1))
+        --back;
+    const bool meaningful = front < back;
     for (int i = firstNew; i < m_count; ++i) {
         Token &token = m_tokens[std::size_t(i)];
+        if (i >= front && i < back)
+            token.affix = 0;
         if (token.number)
-            token.weight = 0.5F;
+            token.weight = 0.6F;
         else if (token.affix != 0 && meaningful)
             token.weight = token.length == 1 ? 0.2F : 0.35F;
         else
