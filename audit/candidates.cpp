@@ -54,24 +54,18 @@ public:
 private:
     struct Entry
     {
-        explicit Entry(const MissingName &missing)
-            : path(missing)
-        {
-        }
-
-        MissingPath path;
+        MissingName missing;
         NameResult result;
         bool searched = false;
-        QVector<NameResult::Candidate>
-            moved;     ///< In the instance to which its own seems to have moved.
-        int count = 0; ///< How often it is missing.
+        QVector<RatedName> moved; ///< In the instance to which its own seems to have moved.
+        int count = 0;            ///< How often it is missing.
     };
 
     void searchNext();
     void startPrefixes();
     void searchMovedNext();
     QString movedNameOf(const Entry &entry) const;
-    QVector<NameResult::Candidate> candidatesOf(const Entry &entry) const;
+    QVector<RatedName> candidatesOf(const Entry &entry) const;
     Replacement replacementOf(const PrefixSearch::Change &change) const;
     int positionOf(const QString &name, ProbeType type) const;
 
@@ -110,7 +104,7 @@ void CandidateSearch::Private::setMissing(const QVector<MissingName> &missing)
         positions.insert(key, int(entries.size()));
         const int position = formerPositions.value(key, -1);
         if (position == -1)
-            entries.push_back(std::make_unique<Entry>(each));
+            entries.push_back(std::make_unique<Entry>(Entry{each, {}, false, {}, 0}));
         else
             entries.push_back(std::move(former[std::size_t(position)]));
         entries.back()->count = 1;
@@ -145,7 +139,7 @@ void CandidateSearch::Private::searchNext()
     Entry &entry = *entries[next];
     if (!entry.searched) {
         NameResult result;
-        const int unprepared = search->search(entry.path, &result);
+        const int unprepared = search->search(MissingPath(entry.missing), &result);
         if (unprepared != -1) {
             index->prepare(unprepared);
             return;
@@ -161,17 +155,17 @@ void CandidateSearch::Private::startPrefixes()
     std::vector<PrefixSearch::Name> missing;
     missing.reserve(entries.size());
     for (const std::unique_ptr<Entry> &entry : entries)
-        missing.push_back({&entry->path, &entry->result, entry->count});
+        missing.push_back({&entry->missing, &entry->result, entry->count});
     prefixes = std::make_unique<PrefixSearch>(names, *index, tree.get(), std::move(missing));
 }
 
 /// What the name would be if its instance had moved with those of other names.
 QString CandidateSearch::Private::movedNameOf(const Entry &entry) const
 {
-    for (int path = tree->add(entry.path); path != -1; path = tree->parentOf(path)) {
+    for (int path = entry.result.path; path != -1; path = tree->parentOf(path)) {
         const auto move = moves.constFind(tree->pathOf(path));
         if (move != moves.cend())
-            return movedName(entry.path.name, move.key(), move.value());
+            return movedName(entry.missing.name, move.key(), move.value());
     }
     return QString();
 }
@@ -196,13 +190,13 @@ void CandidateSearch::Private::searchMovedNext()
     if (!name.isEmpty()) {
         NameResult result;
         const int unprepared =
-            search->search(MissingPath({name, entry.path.bus, entry.path.type}), &result);
+            search->search(MissingPath({name, entry.missing.bus, entry.missing.type}), &result);
         if (unprepared != -1) {
             index->prepare(unprepared);
             return;
         }
         constexpr float ByMove = 0.95F;
-        for (NameResult::Candidate &candidate : result.candidates) {
+        for (RatedName &candidate : result.candidates) {
             candidate.likeness *= ByMove;
             if (candidate.sameInstance)
                 entry.moved.append(candidate);
@@ -212,14 +206,13 @@ void CandidateSearch::Private::searchMovedNext()
 }
 
 /// All that was found for the name alone, the best first.
-QVector<NameResult::Candidate> CandidateSearch::Private::candidatesOf(const Entry &entry) const
+QVector<RatedName> CandidateSearch::Private::candidatesOf(const Entry &entry) const
 {
-    QVector<NameResult::Candidate> all = entry.result.candidates;
-    for (const NameResult::Candidate &moved : entry.moved) {
-        const auto known =
-            std::find_if(all.begin(), all.end(), [&moved](const NameResult::Candidate &other) {
-                return other.name == moved.name;
-            });
+    QVector<RatedName> all = entry.result.candidates;
+    for (const RatedName &moved : entry.moved) {
+        const auto known = std::find_if(all.begin(), all.end(), [&moved](const RatedName &other) {
+            return other.name == moved.name;
+        });
         if (known == all.end())
             all.append(moved);
         else
@@ -261,9 +254,9 @@ QVector<Replacement> CandidateSearch::Private::candidates(const QString &name, P
     }
     // What a prefix change leads to can also be chosen for this name alone.
     for (const QString &each : qAsConst(moved))
-        found.append({Replacement::Signal, name, each, entry.path.bus, 1});
-    const QVector<NameResult::Candidate> own = candidatesOf(entry);
-    for (const NameResult::Candidate &candidate : own) {
+        found.append({Replacement::Signal, name, each, entry.missing.bus, 1});
+    const QVector<RatedName> own = candidatesOf(entry);
+    for (const RatedName &candidate : own) {
         if (!moved.contains(candidate.name))
             found.append({Replacement::Signal, name, candidate.name, candidate.bus, 1});
     }

@@ -6,8 +6,6 @@
 
 #include <sdk/netweir.h>
 
-#include <QStringList>
-
 #include <algorithm>
 #include <array>
 
@@ -170,13 +168,25 @@ QStringView DesignIndex::nameOf(int instance) const
     return instanceAt(instance).node->instName();
 }
 
+std::vector<QStringView> DesignIndex::levelsOf(int instance) const
+{
+    std::vector<QStringView> levels;
+    for (int i = instance; i != -1; i = parentOf(i))
+        levels.push_back(nameOf(i));
+    std::reverse(levels.begin(), levels.end());
+    return levels;
+}
+
 QString DesignIndex::pathOf(int instance) const
 {
-    QStringList names;
-    for (int i = instance; i != -1; i = parentOf(i))
-        names.append(instanceAt(i).node->instName());
-    std::reverse(names.begin(), names.end());
-    return names.join(QLatin1Char('/'));
+    const std::vector<QStringView> levels = levelsOf(instance);
+    QString path;
+    for (const QStringView level : levels) {
+        if (!path.isEmpty())
+            path += QLatin1Char('/');
+        path.append(level.data(), int(level.size()));
+    }
+    return path;
 }
 
 int DesignIndex::childOf(int instance, QStringView name) const

@@ -36,6 +36,8 @@ public:
     // Instances. Number 0 is the top.
     int parentOf(int instance) const { return instanceAt(instance).parent; }
     QStringView nameOf(int instance) const;
+    /// The names from the top to the instance.
+    std::vector<QStringView> levelsOf(int instance) const;
     /// Full name, without a slash at the end. Takes time in proportion to its length.
     QString pathOf(int instance) const;
     int firstChildOf(int instance) const { return instanceAt(instance).firstChild; }

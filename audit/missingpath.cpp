@@ -123,6 +123,11 @@ float joinedLikeness(const MissingPath &missing, const std::vector<QStringView> 
     left.add(missing.index);
     NameTokens right = tokensOf(levels, difference.front, difference.rightCount);
     right.add(base);
+    // The last part of either name has to be in the other one.
+    constexpr float LeastInCommon = 0.3F;
+    if (likeness(left, NameTokens(base)) < LeastInCommon ||
+        likeness(missing.allTokens, right) < LeastInCommon)
+        return 0;
     return likeness(left, right);
 }
 

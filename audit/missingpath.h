@@ -24,6 +24,9 @@ struct MissingPath
     QStringView index;               ///< "[3]" of a bit, empty for all others.
     NameTokens tokens;               ///< Of the base.
     NameTokens allTokens;            ///< Of base and index.
+
+    /// "[7:0]" of a bus.
+    QStringView range() const { return leaf.mid(base.size()); }
 };
 
 /// How alike the ways to two instances are, from 0 to 1 for the same. An instance that is moved as

@@ -18,27 +18,30 @@ constexpr int MostChildren = 32; ///< That are looked into for an inserted level
 
 int MissingTree::add(const MissingPath &path)
 {
-    int parent = -1;
-    for (const QStringView level : path.levels) {
-        std::vector<int> &same = m_children[joinedHash(quint64(parent), textHash(level))];
-        const auto known = std::find_if(same.cbegin(), same.cend(), [&](int node) {
-            return nodeAt(node).parent == parent && nameOf(node) == level;
-        });
-        if (known != same.cend()) {
-            parent = *known;
-            continue;
-        }
-        Node node;
-        node.parent = parent;
-        node.depth = parent == -1 ? 0 : nodeAt(parent).depth + 1;
-        node.sample = path.name;
-        node.start = int(level.data() - path.name.constData());
-        node.length = node.start + int(level.size());
-        parent = int(m_nodes.size());
-        same.push_back(parent);
-        m_nodes.push_back(node);
+    int node = -1;
+    for (const QStringView level : path.levels)
+        node = addChild(node, level, path.name);
+    return node;
+}
+
+/// The child of that name, which is added when there is none. @p level points into @p sample.
+int MissingTree::addChild(int parent, QStringView level, const QString &sample)
+{
+    const quint64 key = joinedHash(quint64(parent), textHash(level));
+    const auto [first, added] = m_children.try_emplace(key, int(m_nodes.size()));
+    for (int child = added ? -1 : first->second; child != -1; child = nodeAt(child).same) {
+        if (nodeAt(child).parent == parent && nameOf(child) == level)
+            return child;
     }
-    return parent;
+    Node node;
+    node.parent = parent;
+    node.sample = sample;
+    node.start = int(level.data() - sample.constData());
+    node.length = node.start + int(level.size());
+    node.same = added ? -1 : first->second;
+    first->second = int(m_nodes.size());
+    m_nodes.push_back(node);
+    return first->second;
 }
 
 QStringView MissingTree::nameOf(int path) const

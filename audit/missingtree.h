@@ -42,7 +42,6 @@ public:
     int parentOf(int path) const { return nodeAt(path).parent; }
     QStringView nameOf(int path) const;
     QString pathOf(int path) const { return nodeAt(path).sample.left(nodeAt(path).length); }
-    int depthOf(int path) const { return nodeAt(path).depth; }
 
 private:
     static constexpr std::size_t MaximumGuesses = 4;
@@ -50,14 +49,15 @@ private:
     struct Node
     {
         int parent = -1;
-        int depth = 0;
         QString sample; ///< A name that begins with the path.
         int start = 0;  ///< Of the last level in it.
         int length = 0; ///< Of the path.
+        int same = -1;  ///< Another node with the same hash.
         bool guessed = false;
         std::vector<Guess> guesses;
     };
 
+    int addChild(int parent, QStringView level, const QString &sample);
     Node &nodeAt(int path) { return m_nodes[std::size_t(path)]; }
     const Node &nodeAt(int path) const { return m_nodes[std::size_t(path)]; }
     void guessTop(Node *node) const;
@@ -66,7 +66,7 @@ private:
 
     const DesignIndex &m_index;
     std::vector<Node> m_nodes;
-    std::unordered_map<quint64, std::vector<int>> m_children; ///< By parent and name.
+    std::unordered_map<quint64, int> m_children; ///< The first by a hash of parent and name.
 };
 
 } // namespace TARN

@@ -19,6 +19,10 @@ constexpr std::size_t MostChanges = 2; ///< That are offered for a name.
 
 /// From here on the name of the instance says enough.
 constexpr float AlikePath = 0.5F;
+/// How much more alike it has to be than others that explain the same; and how much, if it is not
+/// alike enough by itself.
+constexpr float Lead = 0.05F;
+constexpr float ClearLead = 0.25F;
 /// A name with such a candidate in its own instance did not move.
 constexpr float Stayed = 0.7F;
 /// Elsewhere it has to be more alike to count more than an instance with another name.
@@ -86,7 +90,7 @@ void PrefixSearch::collectMoves()
         for (const NameResult::Move &move : m_missing[m_next].result->moves)
             ++m_sources[move.path].votes[move.instance];
         // An instance that is gone may have any name now.
-        int path = m_tree->add(*m_missing[m_next].path);
+        int path = m_missing[m_next].result->path;
         while (path != -1 && m_tree->parentOf(path) != -1 && m_tree->instanceOf(path) == -1 &&
                m_tree->instanceOf(m_tree->parentOf(path)) == -1)
             path = m_tree->parentOf(path);
@@ -103,8 +107,7 @@ void PrefixSearch::collectNames()
 {
     const std::size_t end = std::min(m_next + NamesAtOnce, m_missing.size());
     for (; m_next < end; ++m_next) {
-        for (int path = m_tree->add(*m_missing[m_next].path); path != -1;
-             path = m_tree->parentOf(path)) {
+        for (int path = m_missing[m_next].result->path; path != -1; path = m_tree->parentOf(path)) {
             const auto source = m_sources.find(path);
             if (source != m_sources.end())
                 source->second.names.push_back(int(m_next));
@@ -176,10 +179,10 @@ void PrefixSearch::tryNext()
 void PrefixSearch::tryName(int position)
 {
     const Name &missing = m_missing[std::size_t(position)];
-    const QString name = movedName(missing.path->name, m_trial.from, m_trial.to);
-    const ProbeType type = missing.path->type;
-    const bool found = missing.path->bus ? usableBus(name, type, m_names) != nullptr
-                                         : usableNet(name, type, m_names) != nullptr;
+    const QString name = movedName(missing.missing->name, m_trial.from, m_trial.to);
+    const ProbeType type = missing.missing->type;
+    const bool found = missing.missing->bus ? usableBus(name, type, m_names) != nullptr
+                                            : usableNet(name, type, m_names) != nullptr;
     if (!found)
         return;
     m_trial.names.push_back(position);
@@ -190,8 +193,8 @@ void PrefixSearch::tryName(int position)
 void PrefixSearch::finishTrial()
 {
     const auto another = [this](int position) {
-        return m_missing[std::size_t(position)].path->name !=
-               m_missing[std::size_t(m_trial.names.front())].path->name;
+        return m_missing[std::size_t(position)].missing->name !=
+               m_missing[std::size_t(m_trial.names.front())].missing->name;
     };
     if (std::none_of(m_trial.names.cbegin(), m_trial.names.cend(), another))
         return;
@@ -209,12 +212,12 @@ void PrefixSearch::nameMovedInstance()
         return;
     const int start = m_trial.from.size();
     const auto levelOf = [this, start](int position) {
-        const QString &name = m_missing[std::size_t(position)].path->name;
+        const QString &name = m_missing[std::size_t(position)].missing->name;
         return name.midRef(start, name.indexOf(QLatin1Char('/'), start + 1) - start);
     };
     const QStringRef level = levelOf(m_trial.names.front());
     const auto isOther = [&](int position) {
-        const QString &name = m_missing[std::size_t(position)].path->name;
+        const QString &name = m_missing[std::size_t(position)].missing->name;
         return name.indexOf(QLatin1Char('/'), start + 1) == -1 || levelOf(position) != level;
     };
     if (std::any_of(m_trial.names.cbegin(), m_trial.names.cend(), isOther))
@@ -243,19 +246,19 @@ void PrefixSearch::judge()
 {
     const std::size_t below = m_sources[m_order[m_next]].names.size();
     for (const Change &trial : m_trials) {
-        constexpr float Clearly = 0.05F;
         bool unique = true;
-        bool likeliest = true;
+        float rival = 0; // The likeness of the likeliest other.
         for (const Change &other : m_trials) {
             if (&other == &trial || other.explains < trial.explains ||
                 !explainsTheSame(other, trial))
                 continue;
             unique = false;
-            likeliest = likeliest && other.likeness + Clearly < trial.likeness;
+            rival = std::max(rival, other.likeness);
         }
-        const bool alike = trial.likeness >= AlikePath && (unique || likeliest);
+        const float lead = trial.likeness - rival;
+        const bool alike = trial.likeness >= AlikePath && (unique || lead > Lead);
         const bool explainsMost = unique && trial.names.size() * 2 >= below;
-        if (alike || explainsMost)
+        if (alike || explainsMost || lead > ClearLead)
             m_changes.push_back(trial);
     }
     m_trials.clear();
@@ -267,11 +270,11 @@ bool PrefixSearch::hasBetter(int position, const Change &change) const
     const Name &missing = m_missing[std::size_t(position)];
     if (missing.result->candidates.isEmpty())
         return false;
-    const NameResult::Candidate &own = missing.result->candidates.first();
+    const RatedName &own = missing.result->candidates.first();
     if (own.sameInstance)
         return own.likeness >= Stayed;
     return own.likeness >= Better && change.likeness < AlikePath &&
-           own.name != movedName(missing.path->name, change.from, change.to);
+           own.name != movedName(missing.missing->name, change.from, change.to);
 }
 
 void PrefixSearch::assign()

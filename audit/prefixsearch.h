@@ -17,7 +17,7 @@ class PrefixSearch
 public:
     struct Name
     {
-        const MissingPath *path;
+        const MissingName *missing;
         const NameResult *result;
         int count; ///< How many entries have it.
     };

@@ -6,3 +6,5 @@
 // false when a goal is missed.
 
 bool measureAuditing();
+
+bool measureReplacing();

@@ -16,6 +16,7 @@ struct Job
 
 constexpr Job jobs[] = {
     {"auditing", measureAuditing},
+    {"replacing", measureReplacing},
 };
 
 /// Arguments that are not options name the jobs to measure; the default is all jobs.
