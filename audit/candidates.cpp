@@ -36,6 +36,11 @@ uint qHash(const NameKey &key, uint seed = 0)
     return ::qHash(key.name, seed) + uint(key.type) * 2 + (key.bus ? 1 : 0);
 }
 
+bool isSame(const MissingName &a, const MissingName &b)
+{
+    return a.type == b.type && a.bus == b.bus && a.name == b.name;
+}
+
 } // namespace
 
 class CandidateSearch::Private
@@ -75,6 +80,7 @@ private:
     std::unique_ptr<NameSearch> search;
     std::unique_ptr<PrefixSearch> prefixes; ///< Null until all names are searched.
 
+    QVector<MissingName> given;
     std::vector<std::unique_ptr<Entry>> entries; ///< Each name once, in the order given.
     QHash<NameKey, int> positions;
     std::size_t next = 0;
@@ -86,6 +92,9 @@ private:
 /// Takes over what is known of names that stay.
 void CandidateSearch::Private::setMissing(const QVector<MissingName> &missing)
 {
+    if (std::equal(given.cbegin(), given.cend(), missing.cbegin(), missing.cend(), isSame))
+        return;
+    given = missing;
     std::vector<std::unique_ptr<Entry>> former;
     former.swap(entries);
     const QHash<NameKey, int> formerPositions = positions;

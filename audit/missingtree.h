@@ -5,6 +5,7 @@
 #include "designindex.h"
 #include "missingpath.h"
 
+#include <deque>
 #include <unordered_map>
 #include <vector>
 
@@ -65,7 +66,7 @@ private:
     void guessFrom(const Guess &above, QStringView name, std::vector<Guess> *guesses) const;
 
     const DesignIndex &m_index;
-    std::vector<Node> m_nodes;
+    std::deque<Node> m_nodes;
     std::unordered_map<quint64, int> m_children; ///< The first by a hash of parent and name.
 };
 

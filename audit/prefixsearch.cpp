@@ -14,7 +14,8 @@ namespace {
 constexpr std::size_t NamesAtOnce = 64;
 
 constexpr std::size_t MostVoted = 8; ///< Moves of a path that are tried because names propose them.
-constexpr int MostSiblings = 16;     ///< And because the instance may just be renamed.
+constexpr std::size_t MostCompared = 64;
+constexpr int MostSiblings = 16;       ///< And because the instance may just be renamed.
 constexpr std::size_t MostChanges = 2; ///< That are offered for a name.
 
 /// From here on the name of the instance says enough.
@@ -73,8 +74,11 @@ bool PrefixSearch::advance()
     case Stage::Tries:
         tryNext();
         return false;
-    case Stage::Judgement:
-        assign();
+    case Stage::Order:
+        orderChanges();
+        return false;
+    case Stage::Assignment:
+        assignNext();
         return false;
     case Stage::Done:
         return true;
@@ -126,12 +130,33 @@ void PrefixSearch::collectNames()
 
 void PrefixSearch::chooseTargets(int path, Source *source) const
 {
-    std::vector<std::pair<int, int>> voted;
+    struct Vote
+    {
+        int votes;
+        float likeness;
+        int instance;
+    };
+    std::vector<Vote> voted;
     for (const auto &[instance, votes] : source->votes)
-        voted.emplace_back(-votes, instance);
-    std::sort(voted.begin(), voted.end());
+        voted.push_back({votes, 0, instance});
+    std::sort(voted.begin(), voted.end(), [](const Vote &a, const Vote &b) {
+        return a.votes != b.votes ? a.votes > b.votes : a.instance < b.instance;
+    });
+    voted.resize(std::min(MostCompared, voted.size()));
+    const QString from = m_tree->pathOf(path);
+    for (Vote &vote : voted)
+        vote.likeness = pathLikeness(levelsOf(from), m_index.levelsOf(vote.instance));
+    std::stable_sort(voted.begin(), voted.end(), [](const Vote &a, const Vote &b) {
+        return float(a.votes) * (1 + a.likeness) > float(b.votes) * (1 + b.likeness);
+    });
     for (std::size_t i = 0; i < std::min(MostVoted, voted.size()); ++i)
-        source->targets.push_back(voted[i].second);
+        source->targets.push_back(voted[i].instance);
+    addSiblings(path, source);
+}
+
+/// An instance that was renamed in its place has no common name with the new one.
+void PrefixSearch::addSiblings(int path, Source *source) const
+{
     const int parent = m_tree->parentOf(path);
     const int exactParent = parent == -1 ? -1 : m_tree->instanceOf(parent);
     if (m_tree->instanceOf(path) != -1 || exactParent == -1 ||
@@ -148,7 +173,7 @@ void PrefixSearch::chooseTargets(int path, Source *source) const
 void PrefixSearch::tryNext()
 {
     if (m_next == m_order.size()) {
-        m_stage = Stage::Judgement;
+        m_stage = Stage::Order;
         return;
     }
     const int path = m_order[m_next];
@@ -277,28 +302,36 @@ bool PrefixSearch::hasBetter(int position, const Change &change) const
            own.name != movedName(missing.missing->name, change.from, change.to);
 }
 
-void PrefixSearch::assign()
+void PrefixSearch::orderChanges()
 {
     std::sort(m_changes.begin(), m_changes.end(), isBetter);
     const auto isSame = [](const Change &a, const Change &b) {
         return a.from == b.from && a.to == b.to;
     };
     m_changes.erase(std::unique(m_changes.begin(), m_changes.end(), isSame), m_changes.end());
-    std::vector<bool> best(m_changes.size());
-    for (std::size_t i = 0; i < m_changes.size(); ++i) {
-        for (const int position : m_changes[i].names) {
-            std::vector<int> &changes = m_changesOfNames[std::size_t(position)];
-            if (hasBetter(position, m_changes[i]) || changes.size() == MostChanges)
-                continue;
-            best[i] = best[i] || changes.empty();
-            changes.push_back(int(i));
-        }
+    m_next = 0;
+    m_stage = Stage::Assignment;
+}
+
+/// Gives the next change to the names that it explains, unless they have better ones.
+void PrefixSearch::assignNext()
+{
+    if (m_next == m_changes.size()) {
+        m_stage = Stage::Done;
+        return;
     }
-    for (std::size_t i = 0; i < m_changes.size(); ++i) {
-        if (best[i])
-            m_best.push_back(int(i));
+    const Change &change = m_changes[m_next];
+    bool best = false;
+    for (const int position : change.names) {
+        std::vector<int> &changes = m_changesOfNames[std::size_t(position)];
+        if (changes.size() == MostChanges || hasBetter(position, change))
+            continue;
+        best |= changes.empty();
+        changes.push_back(int(m_next));
     }
-    m_stage = Stage::Done;
+    if (best)
+        m_best.push_back(int(m_next));
+    ++m_next;
 }
 
 } // namespace TARN

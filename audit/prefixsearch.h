@@ -57,20 +57,22 @@ private:
     void collectMoves();
     void collectNames();
     void chooseTargets(int path, Source *source) const;
+    void addSiblings(int path, Source *source) const;
     void tryNext();
     void tryName(int position);
     void finishTrial();
     void judge();
     void nameMovedInstance();
     bool hasBetter(int position, const Change &change) const;
-    void assign();
+    void orderChanges();
+    void assignNext();
 
     const DesignNames &m_names;
     const DesignIndex &m_index;
     MissingTree *m_tree;
     std::vector<Name> m_missing;
 
-    enum class Stage { Moves, Names, Tries, Judgement, Done };
+    enum class Stage { Moves, Names, Tries, Order, Assignment, Done };
     Stage m_stage = Stage::Moves;
     std::size_t m_next = 0;                    ///< Position in what the stage works on.
     std::unordered_map<int, Source> m_sources; ///< By path.

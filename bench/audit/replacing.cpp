@@ -178,7 +178,7 @@ bool measure(const Design &design)
     Table table(std::string("What took the place of 10,000 missing names: ") + design.name);
     table.add("index and search", first, "s", 2);
     table.add("again with one name less", again, "s", 0.5);
-    table.add("longest slice of 2 ms", longest * 1e3, "ms", 6);
+    table.add("longest slice of 2 ms", longest * 1e3, "ms", 10);
     table.add("memory", used / 1e6, "MB");
     table.add("names with candidates", double(found), "");
     table.add("prefix changes", search.prefixChanges().size(), "");
