@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include "barepage.h"
+#include "pagestate.h"
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
@@ -299,6 +300,7 @@ int main(int argc, char *argv[])
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 
     bool good = measurePage();
+    good &= TarnBench::measurePageState();
     good &= measureCheck();
     good &= measureOpening();
     return good ? 0 : 1;
