@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "initialvalueline.h"
 
+#include "portbits.h"
 #include "probeportsoptionwidget.h"
 #include "undokeys.h"
 #include "valuetree.h"
@@ -117,6 +118,15 @@ void InitialValueLine::keepTyping()
     setText(displayText()); // Forgets the single keys.
     setCursorPosition(cursor);
     keepText();
+}
+
+void InitialValueLine::showStored(const QString &stored)
+{
+    setText(stored);
+    // As in a new line: no width so far.
+    dealOut(fittedBits(stringHextoBinfor0x(displayText()), 0, getWidth()));
+    setText(labelText());
+    keepStored();
 }
 
 void InitialValueLine::keepStored()

@@ -63,6 +63,8 @@ public:
     void keepText();
     /// The same for typed text, which the line itself does not undo any more.
     void keepTyping();
+    /// Shows @p stored, the value in the core, as far as it fits the labels.
+    void showStored(const QString &stored);
     /// From now on the shown text is the applied one, and stands for the value in the core as long
     /// as the width stays.
     void keepStored();

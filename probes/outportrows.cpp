@@ -16,6 +16,9 @@
 
 namespace TARN {
 
+/// So many ports can be shown anew without painting all that is in sight.
+static constexpr int FewPorts = 4;
+
 /// A port to rebuild.
 struct OutPortRows::Port
 {
@@ -85,7 +88,7 @@ void OutPortRows::rebuildAll()
         if (portAt(i) && m_values->lineAt(i))
             ports.append(portToShow(i));
     }
-    beginChange();
+    beginChange(ports.size());
     rebuild(&ports);
     endChange();
 }
@@ -125,7 +128,7 @@ void OutPortRows::showAllStored()
 {
     QVector<int> positions(m_tree->topLevelItemCount());
     std::iota(positions.begin(), positions.end(), 0);
-    beginChange();
+    beginChange(positions.size());
     showStored(positions);
     endChange();
     keepStored();
@@ -175,13 +178,30 @@ void OutPortRows::deleteRow(int position)
 
 bool OutPortRows::shows(int position, const PortSnapshot &content) const
 {
-    const ProbeOut *port = m_core->getProbeOut(position);
+    return showsSignals(position, content) && showsValue(position, content);
+}
+
+bool OutPortRows::showsSignals(int position, const PortSnapshot &content) const
+{
+    return sameSignals(portAt(position)->signals, content.signals) &&
+           m_tree->topLevelItem(position)->childCount() == content.signals.size();
+}
+
+bool OutPortRows::showsValue(int position, const PortSnapshot &content) const
+{
+    const QString &stored = m_core->getProbeOut(position)->initialValue;
     const InitialValueLine *line = m_values->lineAt(position);
-    return sameSignals(port->signals, content.signals) &&
-           m_tree->topLevelItem(position)->childCount() == content.signals.size() &&
-           line->value(Typing::LeftOut, port->initialValue) == content.initialValue &&
-           line->value(Typing::Included, port->initialValue) == content.initialValue &&
+    return line->value(Typing::LeftOut, stored) == content.initialValue &&
+           line->value(Typing::Included, stored) == content.initialValue &&
            line->agreesWithLabels();
+}
+
+void OutPortRows::showValue(int position, const PortSnapshot &content)
+{
+    if (!showsSignals(position, content) || showsValue(position, content))
+        return;
+    m_core->getProbeOut(position)->initialValue = content.initialValue;
+    m_values->lineAt(position)->showStored(content.initialValue);
 }
 
 void OutPortRows::assign(int position, const PortSnapshot &content)
@@ -192,9 +212,9 @@ void OutPortRows::assign(int position, const PortSnapshot &content)
     port->initialValue = content.initialValue;
 }
 
-void OutPortRows::beginChange()
+void OutPortRows::beginChange(int ports)
 {
-    m_values->suspendLayout();
+    m_values->suspendLayout(ports > FewPorts);
 }
 
 void OutPortRows::prepareRemoval(int position)

@@ -40,10 +40,13 @@ private:
     bool shows(int position, const PortSnapshot &content) const override;
     void assign(int position, const PortSnapshot &content) override;
     void showStored(const QVector<int> &positions) override;
-    void beginChange() override;
+    void showValue(int position, const PortSnapshot &content) override;
+    void beginChange(int ports) override;
     void prepareRemoval(int position) override;
     void endChange() override;
 
+    bool showsSignals(int position, const PortSnapshot &content) const;
+    bool showsValue(int position, const PortSnapshot &content) const;
     Port portToShow(int position) const;
     void rebuild(QVector<Port> *ports);
 

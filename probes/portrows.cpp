@@ -56,20 +56,34 @@ void PortRows::renumber()
 
 void PortRows::restore(const Ports &target)
 {
-    const bool changes = !showsAll(target);
-    QVector<int> anew;
-    if (changes) {
-        beginChange();
-        anew = arrange(target);
+    if (portCount() == target.size() && m_tree->topLevelItemCount() == target.size()) {
+        for (int i = 0; i < target.size(); ++i)
+            showValue(i, *target.at(i));
     }
+    if (!showsAll(target))
+        showAll(target);
     for (int i = 0; i < target.size(); ++i)
         assign(i, *target.at(i));
-    if (changes) {
-        showStored(anew);
-        renumber();
-        endChange();
-    }
     keepStored();
+}
+
+void PortRows::showAll(const Ports &target)
+{
+    const bool known = matchRowsToPorts();
+    const auto same = [&](int i, int k) { return known && shows(i, *target.at(k)); };
+    const QVector<int> sources = matchPorts(portCount(), target.size(), same);
+    QVector<int> anew;
+    for (int k = 0; k < target.size(); ++k) {
+        if (sources.at(k) == -1 || !same(sources.at(k), k))
+            anew.append(k);
+    }
+    beginChange(anew.size());
+    arrange(sources);
+    for (const int k : qAsConst(anew))
+        assign(k, *target.at(k));
+    showStored(anew);
+    renumber();
+    endChange();
 }
 
 bool PortRows::showsAll(const Ports &target) const
@@ -83,11 +97,8 @@ bool PortRows::showsAll(const Ports &target) const
     return true;
 }
 
-QVector<int> PortRows::arrange(const Ports &target)
+void PortRows::arrange(const QVector<int> &sources)
 {
-    const bool known = matchRowsToPorts();
-    const auto same = [&](int i, int k) { return shows(i, *target.at(k)); };
-    const QVector<int> sources = matchPorts(portCount(), target.size(), same);
     QVector<bool> stays(portCount(), false);
     for (const int source : sources) {
         if (source != -1)
@@ -101,17 +112,12 @@ QVector<int> PortRows::arrange(const Ports &target)
         if (!stays.at(i))
             removePort(i);
     }
-    QVector<int> anew;
-    for (int k = 0; k < target.size(); ++k) {
-        const bool comes = sources.at(k) == -1;
-        if (comes) {
+    for (int k = 0; k < sources.size(); ++k) {
+        if (sources.at(k) == -1) {
             insertPort(k);
             insertRow(k);
         }
-        if (comes || !known || !shows(k, *target.at(k)))
-            anew.append(k);
     }
-    return anew;
 }
 
 bool PortRows::matchRowsToPorts()

@@ -65,8 +65,10 @@ protected:
     virtual void assign(int position, const PortSnapshot &content) = 0;
     /// Shows these ports as the core has them.
     virtual void showStored(const QVector<int> &positions) = 0;
-    /// Called first and last when rows change.
-    virtual void beginChange() {}
+    /// Shows the value of @p content where only that differs.
+    virtual void showValue(int, const PortSnapshot &) {}
+    /// Called first and last when rows change, the first time with the number of ports to show.
+    virtual void beginChange(int) {}
     virtual void prepareRemoval(int) {}
     virtual void endChange() {}
 
@@ -77,8 +79,10 @@ protected:
 
 private:
     bool showsAll(const Ports &target) const;
-    /// Removes and adds ports and rows. Returns the positions of the ports to show anew.
-    QVector<int> arrange(const Ports &target);
+    /// Removes and adds ports and rows so that @p sources, the result of matchPorts(), come into
+    /// their places.
+    void arrange(const QVector<int> &sources);
+    void showAll(const Ports &target);
     /// Returns whether there are as many rows as ports already.
     bool matchRowsToPorts();
 };

@@ -48,11 +48,11 @@ void ValueTree::deleteWidget(QTreeWidgetItem *row)
     delete widget;
 }
 
-void ValueTree::suspendLayout()
+void ValueTree::suspendLayout(bool many)
 {
     m_suspended = true;
     // Widgets that appear on the screen are slow, but a line being edited must keep the focus.
-    if (!viewport()->isAncestorOf(QApplication::focusWidget()))
+    if (many && !viewport()->isAncestorOf(QApplication::focusWidget()))
         viewport()->hide();
 }
 

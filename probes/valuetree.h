@@ -33,8 +33,9 @@ public:
     /// Deletes top-level row @p row with its line and labels.
     void deletePort(int row);
 
-    /// Between these calls rows and widgets may come and go at no cost of layout.
-    void suspendLayout();
+    /// Between these calls rows and widgets may come and go at no cost of layout. @p many tells
+    /// that it is worth while to paint the whole tree anew.
+    void suspendLayout(bool many = true);
     void resumeLayout();
 
 protected:

@@ -362,6 +362,7 @@ private Q_SLOTS:
 
     void restoredPageIsLikeANewOne();
     void rowsThatStayAreLeftAlone();
+    void valueAloneTouchesNoRow();
     void restoredPortKeepsItsExpansion();
     void typedTextGivesWayToTheTarget();
     void restoredLineKeepsTheFocus();
@@ -663,6 +664,22 @@ void TestPageState::rowsThatStayAreLeftAlone()
     QVERIFY(page.out()->topLevelItem(2)->isExpanded());
     QVERIFY(page.values()->topLevelItem(2)->isExpanded());
     QVERIFY(!page.out()->topLevelItem(1)->isExpanded());
+}
+
+void TestPageState::valueAloneTouchesNoRow()
+{
+    const CoreSnapshot before = contentOf({}, {{bus("d", 4), net("e")}}, {"0x01"});
+    const CoreSnapshot after = contentOf({}, {{bus("d", 4), net("e")}}, {"0x1C"});
+    Page page(before);
+    page.show();
+    page.out()->topLevelItem(0)->child(1)->setSelected(true);
+    const QTreeWidgetItem *row = page.values()->topLevelItem(0)->child(1);
+    const QWidget *label = page.values()->itemWidget(page.values()->topLevelItem(0)->child(1), 0);
+    page.widget.restore(after);
+    QCOMPARE(page.values()->topLevelItem(0)->child(1), row);
+    QCOMPARE(page.values()->itemWidget(page.values()->topLevelItem(0)->child(1), 0), label);
+    QVERIFY(page.out()->topLevelItem(0)->child(1)->isSelected());
+    QCOMPARE(difference(pageText(page), pageText(Page(after))), QString());
 }
 
 void TestPageState::restoredPortKeepsItsExpansion()
