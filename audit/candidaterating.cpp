@@ -24,6 +24,7 @@ constexpr float OtherKind = 0.95F;    ///< A net for a bus of that name, or a bu
 constexpr float OtherForm = 0.95F;    ///< A bit for a net with a number in its name.
 constexpr float OtherNet = 0.8F;      ///< A net for a bus with a similar name, or a bus for a net.
 constexpr float LeastForOther = 0.9F; ///< How alike their names have to be.
+constexpr float OnlyBit = 0.99F;      ///< The bit of a bus that has one.
 constexpr float JoinedWords = 0.9F;   ///< Words of the instance have become words of the name.
 
 /// How much it says that something elsewhere has the same name: much when the name has several
@@ -159,7 +160,11 @@ bool CandidateRating::rate(const Place &place, const NETWEIR::RtlNetBus *bus, QS
         return place.likeness < 1;
     if (isExcluded(bus, m_missing.type) || !m_missing.index.isEmpty())
         return false;
-    add(place, bus->fullBusName(), true, likenessOfBus(place, bus, base));
+    const float alike = likenessOfBus(place, bus, base);
+    add(place, bus->fullBusName(), true, alike);
+    // A user clock can be the only bit of a bus, not the bus.
+    if (!m_missing.bus && bus->nets().size() == 1)
+        add(place, bus->nets().first()->fullPathName(), false, OnlyBit * alike);
     return m_missing.bus && base == m_missing.base && place.likeness < 1 &&
            QStringView(bus->fullBusName()).endsWith(m_missing.leaf);
 }

@@ -332,6 +332,7 @@ struct Rest
 {
     float word = 0; ///< Weight of the heaviest word that is no affix.
     quint16 affixes = 0;
+    bool role = false; ///< An affix that is no mere ornament of an instance.
     bool number = false;
     bool letter = false;      ///< A word of one letter.
     bool plainLetter = false; ///< One that is no affix, as that of a channel.
@@ -350,6 +351,7 @@ Rest restOf(const NameTokens &tokens, unsigned taken)
         rest.letter |= !token.number && token.length == 1;
         rest.plainLetter |= !token.number && token.length == 1 && token.affix == 0;
         rest.affixes |= token.affix;
+        rest.role |= token.affix != 0 && (token.affix & Instance) == 0;
         if (!token.number && token.affix == 0)
             rest.word = std::max(rest.word, token.weight);
     }
@@ -360,7 +362,12 @@ float Pairing::unpairedPenalty() const
 {
     const Rest left = restOf(m_left, m_takenLeft);
     const Rest right = restOf(m_right, m_takenRight);
-    float factor = 1 - 0.35F * std::min(left.word, right.word);
+    // An affix in place of a word makes another name as well.
+    constexpr float AffixForWord = 0.6F;
+    float factor = 1;
+    if (left.word > 0 || right.word > 0)
+        factor -= 0.35F * std::min(std::max(left.word, left.role ? AffixForWord : 0),
+                                   std::max(right.word, right.role ? AffixForWord : 0));
     if (left.number && right.number)
         factor *= 0.3F;
     if (left.letter && right.letter && (left.plainLetter || right.plainLetter))

@@ -289,16 +289,21 @@ void PrefixSearch::judge()
     m_trials.clear();
 }
 
-/// Whether the name has something better than what the change leads to.
+/// Whether the name has something similar in its own instance.
+bool PrefixSearch::hasStayed(int position) const
+{
+    const QVector<RatedName> &own = m_missing[std::size_t(position)].result->candidates;
+    return !own.isEmpty() && own.first().sameInstance && own.first().likeness >= Stayed;
+}
+
+/// Whether the name has something more alike elsewhere than where the change leads.
 bool PrefixSearch::hasBetter(int position, const Change &change) const
 {
     const Name &missing = m_missing[std::size_t(position)];
-    if (missing.result->candidates.isEmpty())
+    if (change.likeness >= AlikePath || missing.result->candidates.isEmpty())
         return false;
     const RatedName &own = missing.result->candidates.first();
-    if (own.sameInstance)
-        return own.likeness >= Stayed;
-    return own.likeness >= Better && change.likeness < AlikePath &&
+    return own.likeness >= Better &&
            own.name != movedName(missing.missing->name, change.from, change.to);
 }
 
@@ -321,10 +326,16 @@ void PrefixSearch::assignNext()
         return;
     }
     const Change &change = m_changes[m_next];
+    const auto better =
+        std::count_if(change.names.cbegin(), change.names.cend(),
+                      [this, &change](int position) { return hasBetter(position, change); });
+    // What explains most of them at once is right even where one of them looks better elsewhere.
+    const bool chance = std::size_t(better) * 2 > change.names.size();
     bool best = false;
     for (const int position : change.names) {
         std::vector<int> &changes = m_changesOfNames[std::size_t(position)];
-        if (changes.size() == MostChanges || hasBetter(position, change))
+        if (changes.size() == MostChanges || hasStayed(position) ||
+            (chance && hasBetter(position, change)))
             continue;
         best |= changes.empty();
         changes.push_back(int(m_next));

@@ -63,6 +63,7 @@ private:
     void finishTrial();
     void judge();
     void nameMovedInstance();
+    bool hasStayed(int position) const;
     bool hasBetter(int position, const Change &change) const;
     void orderChanges();
     void assignNext();
