@@ -13,57 +13,6 @@
     </message>
 </context>
 <context>
-    <name>TARN::ConfigAudit</name>
-    <message>
-        <source>The core has no port that holds a signal.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The design has no net %1, the user clock.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The net %1 cannot be the user clock: it has no value in the hardware.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The port holds %1 twice.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The port holds %1 %2 times.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The initial value %1 does not fit: its width is %2, that of the port is %3.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The port holds no signal.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>%1; and %2 more</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The net %1 has several drivers: %2.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>tarn_%1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>tarn_%1, Probe Out%2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>tarn_%1, Probe In%2</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>TARN::ConfigCheck</name>
     <message>
         <source>Tarn %1: </source>
@@ -248,6 +197,57 @@
     </message>
     <message>
         <source>Reload File</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TARN::Finding</name>
+    <message>
+        <source>The core has no port that holds a signal.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The port holds no signal.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The design has no net %1, the user clock.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The net %1 cannot be the user clock: it has no value in the hardware.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1; and %2 more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The net %1 has several drivers: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The port holds %1 twice.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The port holds %1 %2 times.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The initial value %1 does not fit: its width is %2, that of the port is %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tarn_%1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tarn_%1, Probe Out%2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>tarn_%1, Probe In%2</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -99,7 +99,8 @@ Signals consecutive(const std::vector<QString> &names, int first)
     return [&names, first](int port) {
         QList<SignalItem> items;
         for (int bit = 0; bit < PortWidth; ++bit)
-            items.append(single(names[std::size_t(first + port * PortWidth + bit)]));
+            items.append(single(
+                names.at(std::size_t(first) + std::size_t(port) * PortWidth + std::size_t(bit))));
         return items;
     };
 }

@@ -24,39 +24,49 @@ KnownDesign RandomDesign::design()
 {
     KnownDesign design;
     NETWEIR::NetlistBuilder builder("top");
-    for (const QString &path : pathStock) {
-        NETWEIR::Hierachy *node = path == pathStock.first()
-                                      ? builder.top()
-                                      : builder.addHierachy(builder.top(), "u0", "m");
+    NETWEIR::Hierachy *const top = builder.top();
+    const std::pair<QString, NETWEIR::Hierachy *> nodes[] = {
+        {pathStock.first(), top}, {pathStock.last(), builder.addHierachy(top, "u0", "m")}};
+    for (const auto &[path, node] : nodes) {
         for (int count = below(8); count > 0; --count) {
-            const QString name = chance(60) ? any(stock) : any(baseStock);
-            const NETWEIR::NetMarks marks{chance(15), chance(15)};
-            if (chance(50)) {
-                builder.addNet(node, name, marks);
-                design.nets.append(
-                    {path + name, marks.excludedForProbeIn, marks.excludedForProbeOut});
-                continue;
-            }
-            const int left = below(5);
-            const int right = below(5);
-            KnownDesign::Bus bus;
-            bus.base = path + any(baseStock);
-            bus.name = bus.base + QString("[%1:%2]").arg(left).arg(right);
-            std::vector<NETWEIR::NetMarks> all;
-            for (int bit = left;; bit += left > right ? -1 : 1) {
-                all.push_back({chance(15), chance(15)});
-                bus.bits.append({bus.base + QString("[%1]").arg(bit), all.back().excludedForProbeIn,
-                                 all.back().excludedForProbeOut});
-                if (bit == right)
-                    break;
-            }
-            builder.addBus(node, bus.base.mid(path.size()), left, right, all);
-            design.nets += bus.bits;
-            design.buses.append(bus);
+            if (chance(50))
+                addNet(&builder, node, path, &design);
+            else
+                addBus(&builder, node, path, &design);
         }
     }
     design.netlist = builder.take();
     return design;
+}
+
+void RandomDesign::addNet(NETWEIR::NetlistBuilder *builder, NETWEIR::Hierachy *node,
+                          const QString &path, KnownDesign *design)
+{
+    const QString name = chance(60) ? any(stock) : any(baseStock);
+    const NETWEIR::NetMarks marks{chance(15), chance(15)};
+    builder->addNet(node, name, marks);
+    design->nets.append({path + name, marks.excludedForProbeIn, marks.excludedForProbeOut});
+}
+
+void RandomDesign::addBus(NETWEIR::NetlistBuilder *builder, NETWEIR::Hierachy *node,
+                          const QString &path, KnownDesign *design)
+{
+    const QString name = any(baseStock);
+    const int left = below(5);
+    const int right = below(5);
+    KnownDesign::Bus bus;
+    bus.base = path + name;
+    bus.name = bus.base + QString("[%1:%2]").arg(left).arg(right);
+    const int step = left > right ? -1 : 1;
+    std::vector<NETWEIR::NetMarks> marks;
+    for (int bit = left; bit != right + step; bit += step) {
+        marks.push_back({chance(15), chance(15)});
+        bus.bits.append({bus.base + QString("[%1]").arg(bit), marks.back().excludedForProbeIn,
+                         marks.back().excludedForProbeOut});
+    }
+    builder->addBus(node, name, left, right, marks);
+    design->nets += bus.bits;
+    design->buses.append(bus);
 }
 
 QString RandomDesign::anyName(const KnownDesign &design)

@@ -10,6 +10,11 @@
 
 #include <memory>
 
+namespace NETWEIR {
+class Hierachy;
+class NetlistBuilder;
+} // namespace NETWEIR
+
 namespace TarnTest {
 
 /// A netlist, and what was put into it.
@@ -57,6 +62,10 @@ private:
     {
         return container[below(container.size())];
     }
+    void addNet(NETWEIR::NetlistBuilder *builder, NETWEIR::Hierachy *node, const QString &path,
+                KnownDesign *design);
+    void addBus(NETWEIR::NetlistBuilder *builder, NETWEIR::Hierachy *node, const QString &path,
+                KnownDesign *design);
     QString anyName(const KnownDesign &design);
     TARN::SignalItem busItem(const KnownDesign &design);
     TARN::SignalItem item(const KnownDesign &design);
