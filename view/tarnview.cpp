@@ -22,6 +22,7 @@
 #include <sdk/te.h>
 #include <widgets/modaldialog.h>
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
@@ -419,10 +420,14 @@ void TarnView::removeBanner(QWidget *banner)
 {
     if (!banner)
         return;
+    const bool hadFocus = banner->isAncestorOf(QApplication::focusWidget());
     banner->hide();
     m_bannerLayout->removeWidget(banner);
     banner->setParent(nullptr);
     banner->deleteLater(); // One of its buttons is still handling the click.
+    // Else it would leave the view, whose keys work only with the focus.
+    if (hadFocus)
+        ui->treeWidget->setFocus();
 }
 
 void TarnView::onBannerReload()
