@@ -54,6 +54,12 @@ class Image:
         """The pixels of a rectangle, for comparisons."""
         return [row[3 * x : 3 * (x + width)] for row in self.rows[y : y + height]]
 
+    def has(self, colour, x, y, width, height):
+        """Whether several pixels of the rectangle have this colour."""
+        part = self.part(x, y, width, height)
+        pixels = (row[3 * i : 3 * i + 3] for row in part for i in range(width))
+        return sum(pixel == colour for pixel in pixels) >= 10
+
 
 class Screen:
     """Mouse, keys and pixels of one X server."""
@@ -110,17 +116,32 @@ class Workbench:
     def __init__(self, program, files, scratch, plugins):
         self.log = scratch / "log"
         self.report = scratch / "report"
-        environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_STYLE_OVERRIDE="Fusion")
-        environment["QT_PLUGIN_PATH"] = str(plugins)
-        environment["QT_QPA_GENERIC_PLUGINS"] = f"widgetreport:{self.report}"
+        self.command = [program, *files]
+        self.environment = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_STYLE_OVERRIDE="Fusion")
+        self.environment["QT_PLUGIN_PATH"] = str(plugins)
+        self.environment["QT_QPA_GENERIC_PLUGINS"] = f"widgetreport:{self.report}"
+        self.environment["XDG_STATE_HOME"] = str(scratch / "state")
+        self.start()
+
+    def start(self):
         with open(self.log, "wb") as output:
             self.process = subprocess.Popen(
-                [program, *files],
+                self.command,
                 stdin=subprocess.DEVNULL,
                 stdout=output,
                 stderr=output,
-                env=environment,
+                env=self.environment,
             )
+
+    def kill(self):
+        """Ends the process as a crash does: it cannot do anything about it."""
+        self.process.kill()
+        self.process.wait()
+        self.report.unlink()
+
+    def end(self):
+        self.process.terminate()
+        self.process.wait()
 
     def lines(self):
         return self.log.read_text(errors="replace").splitlines()
@@ -192,7 +213,6 @@ def drive_in(scratch, program, example, plugins, shots, story, suffixes=("json",
     try:
         processes.append(start_window_manager())
         workbench = Workbench(program, files, scratch, plugins)
-        processes.append(workbench.process)
         story(screen, workbench, folder).run()
     except Failure as failure:
         screen.shoot("failure")
@@ -201,6 +221,8 @@ def drive_in(scratch, program, example, plugins, shots, story, suffixes=("json",
             print("The workbench wrote:", *workbench.lines(), sep="\n")
         return 1
     finally:
+        if workbench:
+            workbench.end()
         for process in reversed(processes):
             process.terminate()
             process.wait()

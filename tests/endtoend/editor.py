@@ -2,6 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """The windows of the editor, as a user handles them with mouse and keys."""
 
+import re
+
 from desktop import expect, wait_for
 from widgets import Widgets, expect_soon
 
@@ -10,6 +12,15 @@ MODES = {
     "wildcard": "radioButtonWildcard",
     "regular expression": "radioButtonRegularExpression",
 }
+
+
+def change_text(file, *replacements):
+    """Replaces regular expressions, each of which must be in the file."""
+    text = file.read_text()
+    for pattern, new in replacements:
+        text, count = re.subn(pattern, new, text)
+        expect(count > 0, f"{pattern} in {file.name}")
+    file.write_text(text)
 
 
 class Editor(Widgets):
@@ -85,13 +96,34 @@ class Editor(Widgets):
     # Banners
 
     def wait_for_banners(self, count):
-        wait_for(f"{count} banners", lambda: len(self.shown("TARN__ReloadBanner")) == count)
+        wait_for(f"{count} banners", lambda: len(self.banners()) == count)
+
+    def banners(self):
+        return [*self.shown("TARN__ReloadBanner"), *self.shown("TARN__UnsavedBanner")]
 
     def answer_banner(self, answer):
         self.wait_for_banners(1)
         self.screen.shoot("banner")
         self.press(text=answer)
         self.wait_for_banners(0)
+
+    # The findings
+
+    def findings(self):
+        """The rows of the list, each as severity, place and text."""
+        return [tuple(row.cells) for row in self.rows_of_findings()]
+
+    def rows_of_findings(self):
+        lists = self.shown("listFindings")
+        return lists[0].rows if lists else []
+
+    def select_finding(self, place):
+        self.click(self.row("listFindings", place, column=1).rect)
+        expect_soon("the finding", self.current_finding, place)
+
+    def current_finding(self):
+        """The place of the finding."""
+        return next((row.cells[1] for row in self.rows_of_findings() if row.selected), None)
 
     # The page of the ports
 
@@ -132,14 +164,17 @@ class Editor(Widgets):
         self.screen.key("Home", "Right", "Right")
         self.screen.type(digits)
 
-    def page(self):
-        """The page with all ports expanded: its texts, and the pixels at its top."""
+    def expand_all(self):
         for tree in ("treeProbeOut", "treeProbeIn"):
             ports = [row.text for row in self.find(tree).rows if row.depth == 0]
             for port in reversed(ports):
                 self.select(tree, port)
                 self.screen.key("asterisk")
                 wait_for(f"{port} expanded", lambda: self.row(tree, port).expanded)
+
+    def page(self):
+        """The page with all ports expanded: its texts, and the pixels at its top."""
+        self.expand_all()
         self.screen.move(0, 0)
         pixels = self.screen.still().part(*self.find("TARN__ProbePortsOptionWidget").rect)
         texts = [self.rows("treeProbeIn"), self.rows("treeProbeOut"), self.values(), self.bits()]

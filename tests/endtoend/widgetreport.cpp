@@ -61,6 +61,15 @@ QModelIndex nextRow(const QAbstractItemView *view, const QModelIndex &row)
     return row.sibling(row.row() + 1, row.column());
 }
 
+/// The texts of all columns.
+QJsonArray cellsOf(const QModelIndex &row)
+{
+    QJsonArray cells;
+    for (int column = 0; column < row.model()->columnCount(row.parent()); ++column)
+        cells.append(row.sibling(row.row(), column).data().toString());
+    return cells;
+}
+
 QJsonObject rowToJson(const QAbstractItemView *view, const QModelIndex &row)
 {
     const auto *tree = qobject_cast<const QTreeView *>(view);
@@ -69,6 +78,7 @@ QJsonObject rowToJson(const QAbstractItemView *view, const QModelIndex &row)
         ++depth;
     const QRect shown = view->visualRect(row) & view->viewport()->rect();
     return {{"text", row.data().toString()},
+            {"cells", cellsOf(row)},
             {"depth", depth},
             {"rect", toJson(onScreen(view->viewport(), shown))},
             {"expanded", tree && tree->isExpanded(row)},

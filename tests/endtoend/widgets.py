@@ -11,7 +11,10 @@ import socket
 import time
 from types import SimpleNamespace
 
-from desktop import Failure, wait_for
+from desktop import Failure, Image, wait_for
+
+# The colours of the signs that mark rows.
+SIGNS = {"error": bytes((204, 0, 0)), "warning": bytes((255, 176, 0))}
 
 
 def centre(rect):
@@ -111,12 +114,15 @@ class Widgets:
     def expect_rows(self, name, *rows):
         expect_soon(name, lambda: self.rows(name), list(rows))
 
-    def row(self, name, text, **wanted):
-        """The only row with this text. Scrolls to it when needed."""
+    def row(self, name, text, column=0, **wanted):
+        """The only row with this text in the column. Scrolls to it when needed."""
+
+        def text_of(row):
+            return row.cells[column] if column else row.text
 
         def found():
             view = self.find(name, **wanted)
-            places = [i for i, row in enumerate(view.rows) if row.text == text]
+            places = [i for i, row in enumerate(view.rows) if text_of(row) == text]
             if len(places) != 1:
                 return None
             row = view.rows[places[0]]
@@ -144,6 +150,17 @@ class Widgets:
 
     def selected(self, name):
         return [row.text for row in self.find(name).rows if row.selected]
+
+    def signs(self, *names):
+        """The rows of these lists that bear a painted sign, with what the sign says."""
+        image = Image()
+        return {
+            row.text: level
+            for name in names
+            for row in self.find(name).rows
+            for level, colour in SIGNS.items()
+            if image.has(colour, *row.rect)
+        }
 
     def drag(self, name, text, target, place):
         """Drags a row with the mouse to the upper or lower half of the target, or below all rows. A
