@@ -19,7 +19,7 @@ from pathlib import Path
 
 sys.dont_write_bytecode = True  # Leave no files among the sources.
 from desktop import drive_in, run, wait_for
-from editor import Editor
+from editor import Editor, change_text
 
 
 class SlowReading:
@@ -68,7 +68,7 @@ class Photographer(Editor):
 
     def picture_of_banners(self, name):
         self.screen.move(0, 0)
-        self.picture_of_area(name, *[banner.rect for banner in self.shown("TARN__ReloadBanner")])
+        self.picture_of_area(name, *[banner.rect for banner in self.banners()])
 
     def write(self, name, *what):
         picture = str(self.pictures / f"{name}.png")
@@ -110,9 +110,11 @@ class Tour(Photographer):
         self.picks_signals_to_drive()
         self.types_a_value_that_is_too_wide()
         self.meets_a_limit()
+        self.follows_a_changed_design()
         self.handles_cores()
         self.fails_the_check()
         self.asks_before_closing()
+        self.comes_back_after_a_crash()
         self.answers_banners()
         self.creates_a_file()
         self.reads_a_faulty_design()
@@ -175,6 +177,31 @@ class Tour(Photographer):
         self.picture("limit")
         self.dismiss("Warning")
 
+    def follows_a_changed_design(self):
+        top = self.source.with_name("hub_top.v")
+        original = top.read_text()
+        change_text(
+            top,
+            (r"\brx_error\b", "rx_err"),
+            (r"\bu_frame_rx\b", "u_receiver"),
+            (r"\[7:0\] dbg_duty;", "[9:0] dbg_duty;"),
+            (r"\? dbg_duty :", "? dbg_duty[9:2] :"),
+        )
+        self.answer_banner("Reload")
+        for _ in range(2):
+            self.screen.key("F8")
+        self.screen.key("shift+F8")
+        self.picture_of_area("findings", self.find("TARN__TarnView").rect)
+        self.screen.key("F8")
+        self.press("btnReplace")
+        self.picture_of_area(
+            "replace", self.find("TARN__FindingsPane").rect, self.find(type="QMenu").rect
+        )
+        self.screen.key("Escape")
+        top.write_text(original)
+        self.answer_banner("Reload")
+        wait_for("no findings", lambda: not self.findings())
+
     def handles_cores(self):
         self.click_row("treeWidget", "tarn_1", button=3)
         menu = self.find(type="QMenu")
@@ -207,6 +234,15 @@ class Tour(Photographer):
         self.wait_for_window("Save")
         self.picture("close")
         self.leave("Save")
+
+    def comes_back_after_a_crash(self):
+        wait_for("the copy", self.file.with_suffix(".tarn.unsaved").exists)
+        self.workbench.kill()
+        self.workbench.start()
+        self.wait_for_banners(1)
+        self.picture_of_banners("banner-unsaved")
+        self.press(text="Discard")
+        self.wait_for_banners(0)
 
     def answers_banners(self):
         self.file.write_bytes(self.file.read_bytes())
