@@ -91,7 +91,7 @@ private:
     private_impl::TarnViewPrivate *const d;
     bool m_begun = false;
     bool m_hasFocus = false; ///< A widget of the view.
-    ConfigSnapshot m_saved; ///< What the file holds.
+    ConfigSnapshot m_saved;  ///< What the file holds.
 
     UnsavedFile m_file;       ///< The copy of this view.
     ConfigSnapshot m_written; ///< What it holds.
