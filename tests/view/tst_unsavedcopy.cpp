@@ -1,10 +1,14 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "configmutant.h"
+#include "configsamples.h"
 #include "viewtest.h"
 
 #include <support/files.h>
+#include <support/processortime.h>
 #include <support/waiting.h>
 
+#include <model/snapshotwriter.h>
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
 #include <probes/initialvalueline.h>
@@ -26,15 +30,19 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRandomGenerator>
+#include <QSocketNotifier>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QUndoStack>
 
+#include <cstdio>
 #include <functional>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
+using TARN::ConfigSnapshot;
 using TARN::InitialValueLine;
 using TARN::TarnView;
 using TARN::UnsavedBanner;
@@ -128,6 +136,30 @@ private Q_SLOTS:
     void severalCopiesAreOfferedOneAfterTheOther();
     void saveRemovesTheOfferedCopy();
     void editsBesideAnOfferHaveACopyOfTheirOwn();
+    void damagedCopiesLoseNothing();
+
+    // Time
+    void writingTakesATwentiethOfTheTime();
+    void leavingCatchesUp_data();
+    void leavingCatchesUp();
+    void largeCopyIsWrittenInSlices();
+
+    // What happens to the file meanwhile
+    void copyFollowsTheFile_data();
+    void copyFollowsTheFile();
+    void copyIsNoChangeOfTheFile_data();
+    void copyIsNoChangeOfTheFile();
+
+    // Other programs
+    void killedProgramLosesNothing();
+    void killAtAnyTimeLeavesAReadableCopy();
+    void programThatQuitsLeavesNothing();
+    void programsWithTheSameFileSpareEachOther();
+
+public:
+    /// The other program: shows the file, edits it, says so and goes on until it is killed or its
+    /// input ends.
+    int editAsOtherProgram(const QString &filePath, bool forever);
 
 private:
     QString copyPath(const QString &ending = QString()) const
@@ -140,6 +172,16 @@ private:
     static void edit(const TarnView *view);
     static QString bannerTextOf(const TarnView *view);
     static void clickOffer(const TarnView *view, const QString &button);
+    /// A configuration that takes some milliseconds to write: 64 ports.
+    QString writeLarge(int signalsPerPort = 128) const;
+    /// Adds a Probe Out port, which takes no time on that page.
+    static void editLarge(const TarnView *view);
+    static QList<TARN::TarnCore *> coresOf(const ShownView &shown);
+    /// Number of Probe Out ports, of the file and of the view.
+    static int outsIn(const QString &path) { return readFile(path).count("<ProbeOut "); }
+    static int outsOf(const ShownView &shown) { return coresOf(shown).first()->probeOuts.size(); }
+    /// Starts this program as another one that edits the file "a.tarn", and waits for its copy.
+    bool startOther(QProcess *other, const char *mode) const;
     /// Leaves no place for copies of "a.tarn".
     void blockCopies() const;
     static QAction *undoOf(const ShownView &shown) { return shown->history()->undoAction(); }
@@ -674,5 +716,377 @@ void TestUnsavedCopy::editsBesideAnOfferHaveACopyOfTheirOwn()
     QTRY_COMPARE(contentOf(copyPath()), QString("2 in 0x1F"));
 }
 
-TARN_TEST_MAIN(TestUnsavedCopy)
+QList<TARN::TarnCore *> TestUnsavedCopy::coresOf(const ShownView &shown)
+{
+    QList<TARN::TarnCore *> cores;
+    for (const TARN::TarnOptionWidget *page : pagesOf(shown.view))
+        cores.append(page->core());
+    return cores;
+}
+
+void TestUnsavedCopy::damagedCopiesLoseNothing()
+{
+    const int rounds = qEnvironmentVariableIntValue("TARN_DAMAGED_COPIES");
+    const auto seed = quint32(rounds > 0 ? QRandomGenerator::global()->bounded(1 << 30) : 1);
+    qInfo("seed %u", seed);
+    QRandomGenerator random(seed);
+    const QByteArray original = readFile(writeSample());
+    int restored = 0;
+    int unreadable = 0;
+    for (int i = 0; i < qMax(rounds, 60); ++i) {
+        const QByteArray damaged = mutant(original, &random);
+        QFile::remove(copyPath());
+        writeFile(copyPath(), damaged);
+        bool readable = false;
+        const Cores expected(TARN::readTARNConfigFromXml(copyPath(), &readable, nullptr));
+        const ShownView shown = show(path("a.tarn"));
+        const QString text = bannerTextOf(shown.view);
+        const QString former = coresText(coresOf(shown));
+        if (text.isEmpty()) {
+            QVERIFY2(readable && coresText(expected.list) == former, damaged.constData());
+            QVERIFY(!QFileInfo::exists(copyPath()));
+        } else if (text.contains("can not be read")) {
+            QVERIFY2(!readable, damaged.constData());
+            delete shown.container;
+            QCOMPARE(readFile(copyPath()), damaged);
+            ++unreadable;
+        } else {
+            QVERIFY2(readable, damaged.constData());
+            clickOffer(shown.view, "Restore");
+            QCOMPARE(coresText(coresOf(shown)), coresText(expected.list));
+            undoOf(shown)->trigger();
+            QCOMPARE(coresText(coresOf(shown)), former);
+            ++restored;
+        }
+        delete shown.container;
+    }
+    QVERIFY2(restored > 5 && unreadable > 5, "one of the two is not tried");
+}
+
+// Time
+
+QString TestUnsavedCopy::writeLarge(int signalsPerPort) const
+{
+    TARN::TarnCore core(0);
+    for (int i = 0; i < 64; ++i) {
+        core.addProbeIn(i);
+        for (int bit = 0; bit < signalsPerPort; ++bit)
+            core.getProbeIn(i)->signals.append(
+                TarnTest::net(QString("top/u_core/u_unit_%1/state_q[%2]").arg(i).arg(bit)));
+    }
+    core.addProbeOut(0);
+    if (!TARN::writeTARNConfigToXml({&core}, path("a.tarn")))
+        qFatal("cannot write a large file");
+    return path("a.tarn");
+}
+
+void TestUnsavedCopy::editLarge(const TarnView *view)
+{
+    currentPageOf(view)->findChild<QPushButton *>("btnProbeOutAdd")->click();
+}
+
+void TestUnsavedCopy::writingTakesATwentiethOfTheTime()
+{
+    const ShownView shown = show(writeLarge());
+    const ConfigSnapshot content = shown->history()->current();
+    // What a writing takes at least.
+    const qint64 least = TarnTest::leastNanoseconds([&] {
+        TARN::SnapshotWriter writer(content);
+        writer.finish();
+        QCOMPARE(writer.errorText(), QString());
+    });
+    editLarge(shown.view); // The others are undone, and this one stays.
+    QElapsedTimer timer;
+    timer.start();
+    ino_t copy = 0;
+    int writings = 0;
+    int edits = 0;
+    while (writings < 3) {
+        QVERIFY2(!timer.hasExpired(30000), "a later edit does not catch up");
+        if (++edits % 2)
+            editLarge(shown.view);
+        else
+            undoOf(shown)->trigger();
+        for (int i = 0; i < 20; ++i)
+            QCoreApplication::processEvents();
+        struct stat status = {};
+        if (::stat(qPrintable(copyPath()), &status) == 0 && status.st_ino != copy) {
+            copy = status.st_ino;
+            ++writings;
+        }
+    }
+    // The first writing need not wait.
+    QVERIFY2(timer.nsecsElapsed() >= 2 * 20 * least,
+             qPrintable(QString("%1 writings of %2 ms in %3 ms and %4 edits")
+                            .arg(writings)
+                            .arg(least / 1e6)
+                            .arg(timer.elapsed())
+                            .arg(edits)));
+}
+
+void TestUnsavedCopy::leavingCatchesUp_data()
+{
+    QTest::addColumn<Event>("leave");
+    QTest::newRow("view hidden") << Event([](const ShownView &shown) { shown->hide(); });
+    QTest::newRow("window hidden")
+        << Event([](const ShownView &shown) { shown.container->hide(); });
+    QTest::newRow("another window")
+        << Event([](const ShownView &) { QApplication::setActiveWindow(nullptr); });
+    QTest::newRow("another widget of the window") << Event([](const ShownView &shown) {
+        shown.container->findChild<QLineEdit *>("other")->setFocus();
+    });
+}
+
+void TestUnsavedCopy::leavingCatchesUp()
+{
+    QFETCH(Event, leave);
+    const ShownView shown = show(writeLarge());
+    auto *other = new QLineEdit(shown.container);
+    other->setObjectName("other");
+    other->show();
+    QApplication::setActiveWindow(shown.container);
+    QVERIFY(QTest::qWaitForWindowActive(shown.container));
+    treeOf(shown.view)->setFocus();
+    editLarge(shown.view);
+    QTRY_COMPARE(contentOf(copyPath()), QString("64 in  "));
+    // Reading the copy took long, but this writing begins a new pause.
+    do {
+        editLarge(shown.view);
+        for (int i = 0; i < 20; ++i)
+            QCoreApplication::processEvents();
+    } while (outsIn(copyPath()) == outsOf(shown));
+    leave(shown);
+    QTRY_COMPARE(outsIn(copyPath()), outsOf(shown));
+}
+
+void TestUnsavedCopy::largeCopyIsWrittenInSlices()
+{
+    const ShownView shown = show(writeLarge(256));
+    editLarge(shown.view);
+    QCoreApplication::processEvents();
+    QVERIFY2(!QFileInfo::exists(copyPath()), "not in slices");
+    // What was written before this edit does not become the copy.
+    editLarge(shown.view);
+    QTRY_VERIFY(QFileInfo::exists(copyPath()));
+    QCOMPARE(outsIn(copyPath()), 3);
+}
+
+// What happens to the file meanwhile
+
+void TestUnsavedCopy::copyFollowsTheFile_data()
+{
+    QTest::addColumn<Event>("change");
+    QTest::addColumn<QString>("place"); // Of the copy after a later edit, empty: the state folder.
+    QTest::newRow("file removed") << Event([](const ShownView &shown) {
+        QFile::remove(shown->file());
+    }) << "folder/a.tarn.unsaved";
+    QTest::newRow("file renamed") << Event([](const ShownView &shown) {
+        QFile::rename(shown->file(), shown->file() + ".old");
+    }) << "folder/a.tarn.unsaved";
+    QTest::newRow("file replaced by a link") << Event([](const ShownView &shown) {
+        const QString folder = QFileInfo(shown->file()).path();
+        QFile::rename(shown->file(), QFileInfo(folder).path() + "/b.tarn");
+        QFile::link("../b.tarn", shown->file());
+    }) << "b.tarn.unsaved";
+    QTest::newRow("folder removed")
+        << Event([](const ShownView &shown) { QFileInfo(shown->file()).dir().removeRecursively(); })
+        << "";
+    QTest::newRow("folder renamed") << Event([](const ShownView &shown) {
+        const QString folder = QFileInfo(shown->file()).path();
+        QFile::rename(folder, folder + ".old");
+    }) << "";
+}
+
+void TestUnsavedCopy::copyFollowsTheFile()
+{
+    QFETCH(Event, change);
+    QFETCH(QString, place);
+    QDir().mkpath(path("folder"));
+    const ShownView shown = show(writeSample("folder/a.tarn"));
+    edit(shown.view);
+    QTRY_COMPARE(contentOf(path("folder/a.tarn.unsaved")), QString("2 in 0x1F"));
+    change(shown);
+    edit(shown.view);
+    shown.container->hide();
+    shown.container->show();
+    const auto copy = [&] {
+        const QFileInfoList away = QDir(path("state/tarn")).entryInfoList(QDir::Files);
+        if (!place.isEmpty())
+            return path(place);
+        return away.isEmpty() ? QString("nowhere") : away.first().filePath();
+    };
+    QTRY_COMPARE(contentOf(copy()), QString("3 in 0x1F"));
+    QVERIFY(place.startsWith("folder") || !QFileInfo::exists(path("folder/a.tarn.unsaved")));
+    // The file is put back, as a save would do.
+    if (place.startsWith("folder")) {
+        QVERIFY(shown->save());
+        QCOMPARE(contentOf(path("folder/a.tarn")), QString("3 in 0x1F"));
+    }
+    const QString former = copy();
+    delete shown.container;
+    QCOMPARE(contentOf(former), QString("none"));
+}
+
+void TestUnsavedCopy::copyIsNoChangeOfTheFile_data()
+{
+    QTest::addColumn<QString>("target"); // Of a link "a.tarn", empty: "a.tarn" is the file.
+    QTest::addColumn<bool>("removed");
+    QTest::newRow("file") << "" << false;
+    QTest::newRow("link") << "b.tarn" << false;
+    QTest::newRow("link to another folder") << "folder/b.tarn" << false;
+    // The folder is watched for the return of the file.
+    QTest::newRow("removed file") << "" << true;
+    QTest::newRow("removed target") << "b.tarn" << true;
+}
+
+void TestUnsavedCopy::copyIsNoChangeOfTheFile()
+{
+    QFETCH(QString, target);
+    QFETCH(bool, removed);
+    QDir().mkpath(path("folder"));
+    const QString file = writeSample(target.isEmpty() ? QString("a.tarn") : target);
+    if (!target.isEmpty())
+        QVERIFY(QFile::link(target, path("a.tarn")));
+    const ShownView shown = show(path("a.tarn"));
+    shown->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)->setInterval(60);
+    if (removed) {
+        QVERIFY(QFile::remove(file));
+        QTRY_COMPARE(bannersOf(shown.view).size(), 1);
+        clickBanner(shown.view, "btnA");
+    }
+    for (int i = 0; i < 2; ++i) {
+        edit(shown.view);
+        shown.container->hide();
+        shown.container->show();
+        QTRY_COMPARE(contentOf(file + ".unsaved"), QString("2 in 0x1F"));
+        QVERIFY(settle(shown.view));
+        undoOf(shown)->trigger();
+        QCOMPARE(contentOf(file + ".unsaved"), QString("none"));
+        QVERIFY(settle(shown.view));
+    }
+    QCOMPARE(bannersOf(shown.view).size(), 0);
+    // The watcher is awake.
+    writeSample(target.isEmpty() ? QString("a.tarn") : target, 3);
+    QTRY_COMPARE(bannersOf(shown.view).size(), 1);
+}
+
+// Other programs
+
+int TestUnsavedCopy::editAsOtherProgram(const QString &filePath, bool forever)
+{
+    init();
+    qputenv("XDG_STATE_HOME", QFile::encodeName(QFileInfo(filePath).path() + "/state"));
+    const ShownView shown = show(filePath);
+    edit(shown.view);
+    while (!QFileInfo::exists(filePath + ".unsaved"))
+        QCoreApplication::processEvents();
+    std::puts("ready");
+    std::fflush(stdout);
+    // Until the end of the input, which comes as a line.
+    QSocketNotifier input(0, QSocketNotifier::Read);
+    connect(&input, &QSocketNotifier::activated, qApp, &QCoreApplication::quit);
+    QTimer edits;
+    connect(&edits, &QTimer::timeout, shown.view, [&shown] {
+        if (undoOf(shown)->text().contains("Port") && shown->history()->stack()->index() > 1)
+            undoOf(shown)->trigger();
+        else
+            edit(shown.view);
+    });
+    if (forever)
+        edits.start(0);
+    const int result = QCoreApplication::exec();
+    cleanup();
+    return result;
+}
+
+bool TestUnsavedCopy::startOther(QProcess *other, const char *mode) const
+{
+    other->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    other->start(QCoreApplication::applicationFilePath(), {mode, path("a.tarn")});
+    return other->waitForReadyRead(30000) && other->readAll() == "ready\n";
+}
+
+void TestUnsavedCopy::killedProgramLosesNothing()
+{
+    writeSample();
+    QProcess other;
+    QVERIFY(startOther(&other, "--edit"));
+    other.kill();
+    QVERIFY(other.waitForFinished());
+    QCOMPARE(contentOf(copyPath()), QString("2 in 0x1F"));
+    const ShownView shown = show(path("a.tarn"));
+    QVERIFY(bannerTextOf(shown.view).contains("[Restore]"));
+    clickOffer(shown.view, "Restore");
+    QCOMPARE(textOf(coresOf(shown)), QString("2 in 0x1F"));
+    QVERIFY(shown->save());
+    QCOMPARE(contentOf(path("a.tarn")), QString("2 in 0x1F"));
+    QCOMPARE(contentOf(copyPath()), QString("none"));
+}
+
+void TestUnsavedCopy::killAtAnyTimeLeavesAReadableCopy()
+{
+    QRandomGenerator random(20263);
+    for (int i = 0; i < 4; ++i) {
+        writeSample();
+        QProcess other;
+        QVERIFY(startOther(&other, "--edit-forever"));
+        QVERIFY(!other.waitForFinished(int(random.bounded(1, 60))));
+        other.kill();
+        QVERIFY(other.waitForFinished());
+        const ShownView shown = show(path("a.tarn"));
+        QVERIFY2(bannerTextOf(shown.view).contains("[Restore]"),
+                 qPrintable(bannerTextOf(shown.view)));
+        clickOffer(shown.view, "Discard");
+        QCOMPARE(bannerTextOf(shown.view), QString());
+        delete shown.container;
+    }
+}
+
+void TestUnsavedCopy::programThatQuitsLeavesNothing()
+{
+    writeSample();
+    QProcess other;
+    QVERIFY(startOther(&other, "--edit"));
+    QCOMPARE(contentOf(copyPath()), QString("2 in 0x1F"));
+    other.write("quit\n");
+    QVERIFY(other.waitForFinished());
+    QCOMPARE(other.exitCode(), 0);
+    QCOMPARE(contentOf(copyPath()), QString("none"));
+}
+
+void TestUnsavedCopy::programsWithTheSameFileSpareEachOther()
+{
+    writeSample();
+    QProcess other;
+    QVERIFY(startOther(&other, "--edit"));
+    const ShownView shown = show(path("a.tarn"));
+    QCOMPARE(bannerTextOf(shown.view), QString()); // The changes of a living program.
+    edit(shown.view);
+    edit(shown.view);
+    QTRY_COMPARE(contentOf(copyPath(".2")), QString("3 in 0x1F"));
+    QVERIFY(shown->save());
+    QCOMPARE(contentOf(copyPath(".2")), QString("none"));
+    QCOMPARE(contentOf(copyPath()), QString("2 in 0x1F"));
+    edit(shown.view);
+    shown.container->hide();
+    QTRY_COMPARE(contentOf(copyPath(".2")), QString("4 in 0x1F"));
+    delete shown.container;
+    QCOMPARE(contentOf(copyPath()), QString("2 in 0x1F"));
+    other.kill();
+    QVERIFY(other.waitForFinished());
+    const ShownView again = show(path("a.tarn"));
+    QVERIFY(bannerTextOf(again.view).contains("[Restore]"));
+}
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    app.setApplicationName(QStringLiteral("tarn-test"));
+    TestUnsavedCopy test;
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() == 3 && arguments.at(1).startsWith("--edit"))
+        return test.editAsOtherProgram(arguments.at(2), arguments.at(1) == "--edit-forever");
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_unsavedcopy.moc"
