@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include <model/snapshotwriter.h>
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
+#include <model/unsavedfile.h>
 #include <support/benchmark.h>
 
 #include <QFile>
@@ -9,6 +11,8 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <chrono>
 #include <vector>
 
 using TARN::SignalItem;
@@ -23,6 +27,8 @@ constexpr int SignalCount = 256;
 constexpr int BusWidth = 32;
 constexpr int Rounds = 9;
 constexpr double Goal = 3.0;
+constexpr std::chrono::milliseconds SliceBudget{5}; ///< As in the view.
+constexpr double LongestSlice = 0.05;               ///< In seconds: what typing hardly notices.
 
 SignalItem net(int number)
 {
@@ -160,8 +166,45 @@ std::vector<double> measuredTimes(const QList<TarnCore *> &cores, const QString 
                                                   check, read, [&] { readBare(path); }});
 }
 
+/// CPU times of the copy of unsaved changes, which the view writes in slices.
+struct CopyTimes
+{
+    std::vector<double> all;
+    std::vector<double> longest; ///< The longest slice that makes the content.
+    std::vector<double> last;    ///< The slice that writes it into the file.
+};
+
+CopyTimes measuredCopies(const QList<TarnCore *> &cores, const QString &path)
+{
+    const TARN::ConfigSnapshot snapshot = TARN::snapshotOf(cores);
+    TARN::UnsavedFile file(path);
+    CopyTimes times;
+    for (int round = 0; round < Rounds; ++round) {
+        TARN::SnapshotWriter writer(snapshot);
+        double all = 0;
+        double longest = 0;
+        while (!writer.isFinished()) {
+            const double slice = TarnBench::timeOf([&] { writer.step(SliceBudget); });
+            all += slice;
+            longest = std::max(longest, slice);
+        }
+        QString error;
+        const double last = TarnBench::timeOf([&] {
+            if (!file.write(writer.content(), TARN::Durability::EndOfProcess, &error))
+                fail("the copy was not written");
+        });
+        times.all.push_back(all + last);
+        times.longest.push_back(longest);
+        times.last.push_back(last);
+    }
+    if (contentOf(file.copyPath()) != contentOf(path))
+        fail("the copy is another document");
+    return times;
+}
+
 /// False when a goal is missed.
-bool printTimes(const std::vector<double> &times, int elementCount, qint64 size)
+bool printTimes(const std::vector<double> &times, const CopyTimes &copies, int elementCount,
+                qint64 size)
 {
     const QString title =
         QStringLiteral(
@@ -179,6 +222,9 @@ bool printTimes(const std::vector<double> &times, int elementCount, qint64 size)
     table.add("checking the file", times.at(2), "s");
     table.add("reading the file", times.at(3), "s");
     table.add("bare stream reader", times.at(4), "s");
+    table.add("copy of unsaved changes, all slices", TarnBench::median(copies.all), "s");
+    table.add("its longest slice", TarnBench::median(copies.longest), "s", LongestSlice);
+    table.add("its last slice, into the file", TarnBench::median(copies.last), "s", LongestSlice);
     table.add("writing / bare writer", times.at(0) / times.at(1), "", Goal);
     table.add("checking / bare reader", times.at(2) / times.at(4), "", Goal);
     table.add("reading / bare reader", times.at(3) / times.at(4), "", Goal);
@@ -202,6 +248,7 @@ int main(int argc, char *argv[])
         fail("the bare writer writes another document");
 
     const std::vector<double> times = measuredTimes(cores, path, elements, barePath);
+    const CopyTimes copies = measuredCopies(cores, path);
     qDeleteAll(cores);
-    return printTimes(times, elements.size() / 2, QFile(path).size()) ? 0 : 1;
+    return printTimes(times, copies, elements.size() / 2, QFile(path).size()) ? 0 : 1;
 }
