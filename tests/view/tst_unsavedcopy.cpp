@@ -733,7 +733,7 @@ void TestUnsavedCopy::damagedCopiesLoseNothing()
     const QByteArray original = readFile(writeSample());
     int restored = 0;
     int unreadable = 0;
-    for (int i = 0; i < qMax(rounds, 60); ++i) {
+    for (int i = 0; i < qMax(rounds, 40); ++i) {
         const QByteArray damaged = mutant(original, &random);
         QFile::remove(copyPath());
         writeFile(copyPath(), damaged);
