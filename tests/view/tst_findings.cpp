@@ -20,6 +20,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
@@ -84,6 +85,15 @@ Fill out(const QList<SignalItem> &items, const QString &value = {})
         core->addProbeOut(core->probeOuts.size());
         core->probeOuts.last()->signals = items;
         core->probeOuts.last()->initialValue = value;
+    };
+}
+
+/// Synchronises the core with a user clock.
+Fill clock(const QString &name)
+{
+    return [name](TarnCore *core) {
+        core->userClock = name;
+        core->syncUserClock = true;
     };
 }
 
@@ -433,6 +443,43 @@ private Q_SLOTS:
         view->history()->undo(); // One step.
         QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_old/a", "top/clk"}));
         QCOMPARE(signalsOf(view, 1, 0), QStringList({"top/u_old/b", "top/u_old/c[3:0]"}));
+    }
+
+    void replacesAUserClock()
+    {
+        // A bus, which is as much alike, is not offered.
+        const ShownView view = show({"clk_core", "clk_cores[1:0]", "data"},
+                                    {{in({net("top/data")}), clock("top/clk_corex")}});
+        QCOMPARE(placesOf(view), QStringList({"tarn_0, top/clk_corex"}));
+        QTest::keyClick(listOf(view), Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QString("lineEditUserClock"));
+        script().expectMenu({"top/clk_core"}, "top/clk_core");
+        click(buttonOf(view, "btnReplace"));
+        runDueEvents();
+        QCOMPARE(view->findChild<QLineEdit *>("lineEditUserClock")->text(),
+                 QString("top/clk_core"));
+        QVERIFY(!isShown(view));
+    }
+
+    void keepsWhatIsTyped()
+    {
+        const ShownView view =
+            show({"u_new/a", "u_new/b"}, {{in({net("top/u_old/a"), net("top/u_old/b")}), out({})},
+                                          {in({}), out({range("top/u_new/c", 3, 0)}, "0x0")}});
+        view.container->activateWindow();
+        view->changeTarnWidget(1);
+        auto *line = currentPageOf(view.view)->findChild<InitialValueLine *>();
+        line->setFocus();
+        line->setCursorPosition(2);
+        QTest::keyClick(line, Qt::Key_Delete);
+        QTest::keyClick(line, Qt::Key_5);
+        QVERIFY(line->hasFocus()); // The text is not applied yet.
+        buttonOf(view, "btnReplaceAll")->click();
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_new/a", "top/u_new/b"}));
+        view->history()->undo();
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_old/a", "top/u_old/b"}));
+        QCOMPARE(pagesOf(view.view)[1]->findChild<InitialValueLine *>()->displayText(),
+                 QString("0x5"));
     }
 
     void severalChangesMakeAMenu()
