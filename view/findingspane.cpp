@@ -124,7 +124,8 @@ void FindingsPane::onCurrentChanged()
         return;
     m_current = m_model->findingOf(row);
     m_place = -1;
-    m_visited = true;
+    if (!m_refreshing)
+        m_chosen = m_current;
     refreshOffers();
 }
 
@@ -134,14 +135,20 @@ void FindingsPane::showNeighbour(int step)
     if (count == 0)
         return;
     int place = m_place + step;
-    // A finding that became current because another one went is the next in either direction.
-    if (!m_visited) {
+    // A finding that took the place of the chosen one is the next in either direction.
+    if (!isChosen(m_current)) {
         place = 0;
     } else if (place < 0 || place > m_current.others.size()) {
         setCurrentRow((currentRow() + step + count) % count);
         place = step > 0 ? 0 : m_current.others.size();
     }
     showPlace(place);
+}
+
+bool FindingsPane::isChosen(const Finding &finding) const
+{
+    return m_chosen && m_chosen->rule == finding.rule && m_chosen->place == finding.place &&
+           m_chosen->name == finding.name;
 }
 
 /// Shows the first place of the current finding, and at each repetition the next one.
@@ -154,7 +161,7 @@ void FindingsPane::onActivated()
 void FindingsPane::showPlace(int place)
 {
     m_place = place;
-    m_visited = true;
+    m_chosen = m_current;
     Q_EMIT chosen(place == 0 ? m_current.place : m_current.others.at(place - 1));
 }
 
@@ -162,17 +169,14 @@ void FindingsPane::showPlace(int place)
 
 void FindingsPane::refresh()
 {
-    const bool hadCurrent = currentRow() >= 0;
-    const Finding former = m_current;
-    const int formerPlace = m_place;
-    const bool formerVisited = m_visited;
+    const int place = m_place;
+    m_refreshing = true;
     m_model->reset();
-    const int row = hadCurrent ? m_model->rowOf(former) : std::min(m_findings->count(), 1) - 1;
+    const int row = m_chosen ? m_model->rowOf(*m_chosen) : std::min(m_findings->count(), 1) - 1;
     setCurrentRow(row);
-    const bool same = hadCurrent && row >= 0 && m_current.rule == former.rule &&
-                      m_current.place == former.place && m_current.name == former.name;
-    m_visited = same && formerVisited;
-    m_place = same && m_current.others == former.others ? formerPlace : -1;
+    m_refreshing = false;
+    if (row >= 0 && isChosen(m_current) && m_current.others == m_chosen->others)
+        m_place = place;
     for (QAction *action : qAsConst(m_viewActions))
         action->setEnabled(row >= 0);
     refreshOffers();

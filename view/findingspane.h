@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QAction;
 class QMenu;
@@ -69,6 +70,7 @@ private:
     void showPlace(int place);
     void onActivated();
     void onCurrentChanged();
+    bool isChosen(const Finding &finding) const;
 
     void refresh();
     void refreshOffers();
@@ -92,8 +94,11 @@ private:
     QVector<QAction *> m_viewActions;
     QVector<Offer> m_all; ///< Of the button for several findings.
     Finding m_current;
-    int m_place = -1;       ///< Which place of the current finding was shown last.
-    bool m_visited = false; ///< The user has been at the current finding.
+    int m_place = -1; ///< Which place of the current finding was shown last.
+    /// The last one that the user made current or went to. Where it was, and is when it comes back,
+    /// is the current one.
+    std::optional<Finding> m_chosen;
+    bool m_refreshing = false; ///< It is not the user who changes the current finding.
 };
 
 } // namespace TARN

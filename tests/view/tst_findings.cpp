@@ -276,12 +276,16 @@ private Q_SLOTS:
         for (int i = 0; i < 60; ++i)
             items.append(net(QStringLiteral("top/gone%1").arg(i)));
         const ShownView view = show({"clk"}, {{in(items)}});
-        for (const int height : {900, 480, 380}) {
+        QList<int> heights;
+        for (const int height : {900, 440, 900}) {
             view.container->resize(700, height);
             runDueEvents();
             QVERIFY(paneOf(view)->height() <= view->height() / 3);
             QVERIFY(paneOf(view)->height() > 60);
+            heights.append(paneOf(view)->height());
         }
+        QVERIFY(heights.at(0) > heights.at(1));
+        QCOMPARE(heights.at(2), heights.at(0));
     }
 
     void goesWhenAllIsWell()
@@ -448,7 +452,7 @@ private Q_SLOTS:
     void replacesAUserClock()
     {
         // A bus, which is as much alike, is not offered.
-        const ShownView view = show({"clk_core", "clk_cores[1:0]", "data"},
+        const ShownView view = show({"clk_core", "clk_corex[1:0]", "data"},
                                     {{in({net("top/data")}), clock("top/clk_corex")}});
         QCOMPARE(placesOf(view), QStringList({"tarn_0, top/clk_corex"}));
         QTest::keyClick(listOf(view), Qt::Key_Return);
@@ -476,10 +480,10 @@ private Q_SLOTS:
         QVERIFY(line->hasFocus()); // The text is not applied yet.
         buttonOf(view, "btnReplaceAll")->click();
         QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_new/a", "top/u_new/b"}));
+        QCOMPARE(line->displayText(), QString("0x5"));
         view->history()->undo();
         QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_old/a", "top/u_old/b"}));
-        QCOMPARE(pagesOf(view.view)[1]->findChild<InitialValueLine *>()->displayText(),
-                 QString("0x5"));
+        QCOMPARE(line->displayText(), QString("0x5"));
     }
 
     void severalChangesMakeAMenu()
@@ -538,6 +542,26 @@ private Q_SLOTS:
         QVERIFY(list->hasFocus());
         actionOf(view, Qt::Key_F8)->trigger(); // Shows it instead of passing over it.
         QCOMPARE(currentOf(view), QString("0 top/zebra"));
+    }
+
+    void currentFindingStaysCurrent()
+    {
+        const Fill driven = out({net("top/a"), net("top/b")});
+        const ShownView view =
+            show({"a", "b"}, {{driven}, {driven, in({net("top/gone"), net("top/lost")})}});
+        QTreeView *list = listOf(view);
+        QStringList places = placesOf(view);
+        QCOMPARE(places.size(), 4);
+        list->setCurrentIndex(list->model()->index(3, 0));
+        reload(view, {"a", "b", "gone"});
+        QCOMPARE(list->currentIndex().row(), 2);
+        QCOMPARE(placesOf(view).at(2), places.at(3));
+        reload(view, {"a", "b"});
+        QCOMPARE(list->currentIndex().row(), 3);
+        list->setCurrentIndex(list->model()->index(1, 0));
+        reload(view, {"a", "b", "gone"});
+        QCOMPARE(list->currentIndex().row(), 0);
+        QCOMPARE(placesOf(view).at(0), places.at(1));
     }
 
     // What goes meanwhile
