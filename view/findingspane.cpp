@@ -134,11 +134,11 @@ void FindingsPane::showNeighbour(int step)
     const int count = m_findings->count();
     if (count == 0)
         return;
-    int place = m_place + step;
     // A finding that took the place of the chosen one is the next in either direction.
-    if (!isChosen(m_current)) {
-        place = 0;
-    } else if (place < 0 || place > m_current.others.size()) {
+    int place = 0;
+    if (isChosen(m_current))
+        place = std::max(m_place, 0) + step;
+    if (place < 0 || place > m_current.others.size()) {
         setCurrentRow((currentRow() + step + count) % count);
         place = step > 0 ? 0 : m_current.others.size();
     }

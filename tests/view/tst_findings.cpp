@@ -280,6 +280,7 @@ private Q_SLOTS:
         for (const int height : {900, 440, 900}) {
             view.container->resize(700, height);
             runDueEvents();
+            QCOMPARE(paneOf(view)->maximumHeight(), view->height() / 3);
             QVERIFY(paneOf(view)->height() <= view->height() / 3);
             QVERIFY(paneOf(view)->height() > 60);
             heights.append(paneOf(view)->height());
@@ -342,6 +343,10 @@ private Q_SLOTS:
         for (int i = 0; i < 2; ++i)
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_F8, Qt::ShiftModifier);
         QCOMPARE(currentOf(view), QString("1 top/b"));
+        // From a row that the user made current, without going there.
+        listOf(view)->setCurrentIndex(listOf(view)->model()->index(1, 0));
+        actionOf(view, Qt::Key_F8)->trigger();
+        QCOMPARE(currentOf(view), QString("1 top/c"));
     }
 
     void everyPlaceOfSeveralDriversIsReached()
@@ -412,6 +417,19 @@ private Q_SLOTS:
         QVERIFY(isShown(view));
         QVERIFY(!buttonOf(view, "btnReplace")->isEnabled());
         QVERIFY(!buttonOf(view, "btnReplaceAll")->isEnabled());
+    }
+
+    void searchesForWhatAnEditAdds()
+    {
+        const ShownView view = show({"u/state_r", "u/value_r"}, {{in({net("top/u/state_q")})}});
+        pagesOf(view.view)[0]->core()->getProbeIn(0)->signals.append(net("top/u/value_q"));
+        view->history()->record();
+        listOf(view)->setCurrentIndex(listOf(view)->model()->index(1, 0));
+        search();
+        script().expectMenu(clickEntry("top/u/value_r"));
+        click(buttonOf(view, "btnReplace"));
+        runDueEvents();
+        QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u/state_q", "top/u/value_r"}));
     }
 
     void takesOverAChangedBus()
