@@ -14,6 +14,7 @@
 #include <sdk/netweir.h>
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <optional>
@@ -90,7 +91,8 @@ private:
     {
         SignalItem item;
         QStringList nets;
-        QString bits; ///< One for each net.
+        QString bits;     ///< One for each net.
+        int distinct = 0; ///< Number of different nets.
         bool gone = false;
     };
     using Entries = std::vector<int>; ///< Indexes in m_entries.
@@ -98,8 +100,8 @@ private:
     Entry &entryAt(int index) { return m_entries[std::size_t(index)]; }
     int addEntry(const SignalItem &item, const QString &bits);
     const Entries &holdersOf(const QString &net);
-    bool isHeldByOthers(const QString &net, int entry);
-    Entries coveredBy(const QStringList &nets, int entry);
+    bool isHeldBeside(const QString &net, int going, const Entries &covered);
+    Entries coveredBy(const QStringList &nets, int going);
     QString newBits(const Entry &former, const SignalItem &by, const Entries &covered);
 
     qint32 m_index;
@@ -130,8 +132,14 @@ int PortEdit::addEntry(const SignalItem &item, const QString &bits)
 {
     const int index = int(m_entries.size());
     m_entries.push_back({item, netsOf(item), bits});
-    for (const QString &net : qAsConst(m_entries.back().nets))
-        m_holders[net].push_back(index);
+    Entry &entry = m_entries.back();
+    for (const QString &net : qAsConst(entry.nets)) {
+        Entries &holders = m_holders[net];
+        if (!holders.empty() && holders.back() == index)
+            continue;
+        holders.push_back(index);
+        ++entry.distinct;
+    }
     return index;
 }
 
@@ -145,24 +153,28 @@ const PortEdit::Entries &PortEdit::holdersOf(const QString &net)
     return holders;
 }
 
-bool PortEdit::isHeldByOthers(const QString &net, int entry)
+/// Whether entries that stay hold the net beside the one that goes.
+bool PortEdit::isHeldBeside(const QString &net, int going, const Entries &covered)
 {
     const Entries &holders = holdersOf(net);
-    return std::any_of(holders.cbegin(), holders.cend(),
-                       [entry](int holder) { return holder != entry; });
+    return std::any_of(holders.cbegin(), holders.cend(), [going, &covered](int holder) {
+        return holder != going && !std::binary_search(covered.cbegin(), covered.cend(), holder);
+    });
 }
 
-/// The other entries that have no bit but those of @p nets.
-PortEdit::Entries PortEdit::coveredBy(const QStringList &nets, int entry)
+/// The other entries that have some of the @p nets, but not all, and nothing else.
+PortEdit::Entries PortEdit::coveredBy(const QStringList &nets, int going)
 {
     QHash<int, int> common;
-    for (const QString &net : nets) {
+    const QSet<QString> distinct(nets.cbegin(), nets.cend());
+    for (const QString &net : distinct) {
         for (const int holder : holdersOf(net))
             ++common[holder];
     }
     Entries covered;
     for (auto it = common.cbegin(); it != common.cend(); ++it) {
-        if (it.key() != entry && it.value() >= entryAt(it.key()).nets.size())
+        const int all = entryAt(it.key()).distinct;
+        if (it.key() != going && it.value() == all && all < distinct.size())
             covered.push_back(it.key());
     }
     std::sort(covered.begin(), covered.end());
@@ -191,11 +203,11 @@ void PortEdit::replace(int position, const SignalItem &by)
     if (entryAt(former).gone)
         return;
     const QStringList nets = netsOf(by);
-    const bool held = std::all_of(nets.cbegin(), nets.cend(), [this, former](const QString &net) {
-        return isHeldByOthers(net, former);
+    const Entries covered = coveredBy(nets, former);
+    const bool held = std::all_of(nets.cbegin(), nets.cend(), [&](const QString &net) {
+        return isHeldBeside(net, former, covered);
     });
     if (!held) {
-        const Entries covered = coveredBy(nets, former);
         const QString bits = newBits(entryAt(former), by, covered);
         for (const int entry : covered)
             entryAt(entry).gone = true;

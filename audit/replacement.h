@@ -19,9 +19,10 @@ struct ConfigSnapshot;
 // with the same index; what remains is 0. A net that takes the place of a net keeps its bit. The
 // bits of other signals stay as they are.
 //
-// No port gets a bit twice by it. When the port holds every bit of the new signal already, the old
-// one just goes. Otherwise the other signals go of which the new one has every bit; it keeps their
-// bits. Only a bus that the new signal covers in part stays.
+// The port does not get a bit twice: as in the port dialog, a new bus takes over the nets, and the
+// smaller buses, that are among its bits, and keeps their values. When the other signals hold every
+// bit of the new one, the old one just goes. Only a bus that has some of the bits, and others,
+// stays beside the new signal.
 
 /// Puts @p by, without the members that are not enabled, in the place of the signal at @p place; a
 /// bit stands for its bus. Where the port is -1, its name becomes the core's user clock. False, and
