@@ -68,6 +68,7 @@ private:
 
     void searchNext();
     void startPrefixes();
+    void rememberMoves();
     void searchMovedNext();
     QString movedNameOf(const Entry &entry) const;
     QVector<RatedName> candidatesOf(const Entry &entry) const;
@@ -85,7 +86,7 @@ private:
     QHash<NameKey, int> positions;
     std::size_t next = 0;
     std::size_t nextMoved = 0;
-    QHash<QString, QString> moves; ///< The best prefix changes.
+    QHash<QString, QString> moves; ///< The best prefix changes of this search and of former ones.
     bool done = true;
 };
 
@@ -102,7 +103,6 @@ void CandidateSearch::Private::setMissing(const QVector<MissingName> &missing)
     positions.clear();
     next = 0;
     nextMoved = 0;
-    moves.clear();
     for (const MissingName &each : missing) {
         const NameKey key{each.name, each.type, each.bus};
         const auto known = positions.constFind(key);
@@ -179,16 +179,21 @@ QString CandidateSearch::Private::movedNameOf(const Entry &entry) const
     return QString();
 }
 
+/// Also for later: a name that stays missing does not lose what was found for it because the others
+/// that moved with it were replaced.
+void CandidateSearch::Private::rememberMoves()
+{
+    const std::vector<int> &best = prefixes->bestChanges();
+    // The best last, so that it counts.
+    for (auto change = best.crbegin(); change != best.crend(); ++change)
+        moves.insert(prefixes->changeAt(*change).from, prefixes->changeAt(*change).to);
+}
+
 /// Names that no prefix change explains may have got another name in an instance that moved.
 void CandidateSearch::Private::searchMovedNext()
 {
-    if (nextMoved == 0) {
-        for (const int change : prefixes->bestChanges()) {
-            const PrefixSearch::Change &best = prefixes->changeAt(change);
-            if (!moves.contains(best.from))
-                moves.insert(best.from, best.to);
-        }
-    }
+    if (nextMoved == 0)
+        rememberMoves();
     if (nextMoved == entries.size() || moves.isEmpty()) {
         done = true;
         return;

@@ -223,10 +223,8 @@ namespace {
 
 /// Collects what is under the key of a short end of a path and, as long as that is full, under
 /// those of longer ends.
-template <typename Add>
-void forEnds(const NameKeys &keys, quint64 key,
-             std::vector<QStringView>::const_reverse_iterator level,
-             std::vector<QStringView>::const_reverse_iterator end, Add add)
+template <typename Level, typename Add>
+void forEnds(const NameKeys &keys, quint64 key, Level level, const Level &end, Add add)
 {
     constexpr int MaximumLevels = 8;
     std::array<NameKeys::Found, 2> last; // Of the longest ends, which are the most alike.

@@ -238,6 +238,7 @@ private Q_SLOTS:
     void findsInLargeInstances();
     void nothingBeforeTheSearch();
     void laterNamesChangeNothingForOthers();
+    void remembersMoves();
     void bearsAnyName();
     void bearsAnyDesign();
     void resultsDoNotDependOnSlicesOrOrder();
@@ -479,6 +480,23 @@ void TestCandidates::laterNamesChangeNothingForOthers()
     QCOMPARE(textOf(search.candidates("top/i_fifo/clk", ProbeTypeIn)), QString());
 }
 
+/// As when a user replaces what a prefix change explains, and then looks at what is left.
+void TestCandidates::remembersMoves()
+{
+    const Netlist netlist = netlistFrom("u_bridge/a u_bridge/b u_bridge/carrier[10:0] u_mux/c d e");
+    const DesignNames names(netlist.get());
+    CandidateSearch search(names);
+    search.setMissing(missingFrom("u_pwm/a u_pwm/b u_pwm/carrier[9:0]"));
+    searchAll(&search);
+    QCOMPARE(textOf(search.prefixChanges()), QString("top/u_pwm -> top/u_bridge (2)"));
+    const QString carrier = "top/u_bridge/carrier[10:0] bus";
+    QCOMPARE(textOf(search.candidates("top/u_pwm/carrier[9:0]", ProbeTypeIn)), carrier);
+    search.setMissing(missingFrom("u_pwm/carrier[9:0]"));
+    searchAll(&search);
+    QCOMPARE(textOf(search.prefixChanges()), QString());
+    QCOMPARE(textOf(search.candidates("top/u_pwm/carrier[9:0]", ProbeTypeIn)), carrier);
+}
+
 void TestCandidates::bearsAnyName()
 {
     const Netlist netlist = netlistFrom("clk x[3:0] u/u/u/clk a_a_a");
@@ -545,9 +563,11 @@ void TestCandidates::resultsDoNotDependOnSlicesOrOrder()
         CandidateSearch inSlices(names);
         const Missing some = design.missing.mid(0, design.missing.size() / 2);
         inSlices.setMissing(some);
-        const int steps = below(&random, 40);
-        for (int i = 0; i < steps; ++i)
-            inSlices.step(std::chrono::microseconds(0));
+        const int steps = below(&random, 20 + some.size());
+        bool complete = some.isEmpty();
+        for (int i = 0; i < steps && !complete; ++i)
+            complete = inSlices.step(std::chrono::microseconds(0));
+        QVERIFY(!complete);
         std::shuffle(design.missing.begin(), design.missing.end(), random);
         inSlices.setMissing(design.missing);
         searchAll(&inSlices, std::chrono::microseconds(0));
