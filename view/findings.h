@@ -59,8 +59,8 @@ public:
     QVector<Replacement> candidatesFor(const Finding &finding) const;
     /// Replacements that mend several findings at once. Empty while the search runs.
     QVector<Replacement> prefixChanges() const;
-    /// How many findings are buses that takeOverBuses() replaces.
-    int changedBuses() const { return m_changedBuses; }
+    /// How many findings are buses that takeOverBuses() replaces. 0 while the search runs.
+    int changedBuses() const { return m_phase == Phase::Done ? m_changedBuses : 0; }
 
     // These are one step of the history each. False when a port would hold too many signals;
     // nothing changes then.

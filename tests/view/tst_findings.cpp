@@ -505,6 +505,21 @@ private Q_SLOTS:
         QCOMPARE(line->displayText(), QString("0x5"));
     }
 
+    void nothingIsReplacedAtOnceBeforeTheSearchEnds()
+    {
+        setDesign({"u_new/a", "u_new/b", "data[4:0]", "more[0:3]"});
+        const ShownView view =
+            ViewTest::show(write({{in({net("top/u_old/a"), range("top/data", 3, 0)}),
+                                   in({net("top/u_old/b"), range("top/more", 3, 0)})}}));
+        for (int slice = 0; slice < 100; ++slice) {
+            listOf(view)->setCurrentIndex(listOf(view)->model()->index(slice % 2, 0));
+            if (buttonOf(view, "btnReplaceAll")->isEnabled())
+                break;
+            QCoreApplication::sendPostedEvents();
+        }
+        QVERIFY(buttonOf(view, "btnReplaceAll")->menu());
+    }
+
     void severalChangesMakeAMenu()
     {
         const ShownView view = show({"u_new/a", "u_new/b", "data[4:0]", "more[0:3]"},
