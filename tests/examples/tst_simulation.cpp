@@ -196,6 +196,19 @@ QByteArray replaceOnce(QByteArray text, const QByteArray &from, const QByteArray
     return text.replace(from, to);
 }
 
+/// Arguments with which Verilator builds a simulation in the least time: the build takes much
+/// longer than the run. One file with all sources reads the headers once.
+QStringList unoptimisedBuild(const QString &folder, const QString &top)
+{
+    QStringList arguments{"--binary",   "--timing",     "-j",         "1",
+                          "-Wno-fatal", "-Wno-lint",    "-Wno-style", "--Mdir",
+                          folder,       "--top-module", top};
+    for (const char *flag :
+         {"OPT_FAST=-O0", "OPT_SLOW=-O0", "OPT_GLOBAL=-O0", "VM_PARALLEL_BUILDS=0"})
+        arguments += QStringList{"-MAKEFLAGS", flag};
+    return arguments;
+}
+
 QString fileOfName(const QStringList &files, const QString &name)
 {
     for (const QString &file : files) {
@@ -265,26 +278,8 @@ Run TestSimulation::simulateSensorHub(const QStringList &files)
 
 Run TestSimulation::buildPacketFilter(const QStringList &files)
 {
-    // Unoptimised and in one unit: the build takes much longer than the simulation.
-    const QStringList arguments = QStringList{"--binary",
-                                              "--timing",
-                                              "-j",
-                                              "1",
-                                              "--timescale",
-                                              "1ns/1ps",
-                                              "-Wno-fatal",
-                                              "-Wno-lint",
-                                              "-Wno-style",
-                                              "--Mdir",
-                                              "build",
-                                              "--top-module",
-                                              "pf_tb",
-                                              "-MAKEFLAGS",
-                                              "OPT_FAST=-O0",
-                                              "-MAKEFLAGS",
-                                              "OPT_SLOW=-O0",
-                                              "-MAKEFLAGS",
-                                              "OPT_GLOBAL=-O0"} +
+    const QStringList arguments = unoptimisedBuild("build", "pf_tb") +
+                                  QStringList{"--timescale", "1ns/1ps"} +
                                   commonArguments(exampleProject("packetfilter")) + files +
                                   QStringList{examplePath("packetfilter", "tb/pf_tb.sv")};
     return run("verilator", arguments, m_folder.path());
@@ -362,20 +357,8 @@ Run TestSimulation::simulateModulator(const TE::Project &project, int deadClocks
 
 Run TestSimulation::simulateModulatorWithVerilator(const TE::Project &project, int deadClocks)
 {
-    const QStringList arguments = QStringList{"--binary",
-                                              "--timing",
-                                              "-j",
-                                              "1",
-                                              "-Wno-fatal",
-                                              "-Wno-lint",
-                                              "-Wno-style",
-                                              "--Mdir",
-                                              "pwm",
-                                              "--top-module",
-                                              "pwm_tb",
-                                              "-MAKEFLAGS",
-                                              "OPT_GLOBAL=-O0",
-                                              QString("-GDEAD_CLOCKS=%1").arg(deadClocks)} +
+    const QStringList arguments = unoptimisedBuild("pwm", "pwm_tb") +
+                                  QStringList{QString("-GDEAD_CLOCKS=%1").arg(deadClocks)} +
                                   commonArguments(project) + designFiles(project) +
                                   QStringList{examplePath("motordrive", "tb/dead_time_model.sv"),
                                               examplePath("motordrive", "tb/pwm_tb.sv")};
