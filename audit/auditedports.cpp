@@ -17,6 +17,17 @@ bool isBefore(const Place &a, const Place &b)
            std::tie(b.core, b.type, b.port, b.signal, b.bit);
 }
 
+/// Of all Probe Out ports, in bits.
+int drivenWidth(const ConfigSnapshot &config)
+{
+    int width = 0;
+    for (const ConfigSnapshot::Core &core : config.cores) {
+        for (const auto &port : core.content->probeOuts)
+            width += widthOf(port->signals);
+    }
+    return width;
+}
+
 } // namespace
 
 Place AuditedPort::placeOf(BitPlace bit) const
@@ -56,6 +67,8 @@ void AuditedPorts::update(const ConfigSnapshot &config)
 {
     Spares spares(std::move(m_ports));
     m_ports.clear();
+    if (spares.ports.empty())
+        m_driven.reserve(drivenWidth(config));
     for (int core = 0; core < config.cores.size(); ++core) {
         const CoreSnapshot &content = *config.cores.at(core).content;
         addPorts(core, ProbeTypeIn, content.probeIns, &spares);

@@ -19,6 +19,17 @@ int takeLast(std::vector<int> *numbers)
 
 } // namespace
 
+void DrivenBits::reserve(int bits)
+{
+    // Some room for edits, which add the new bits before the old ones go.
+    bits += bits / 8;
+    // QHash would shrink otherwise.
+    if (bits <= m_ids.capacity())
+        return;
+    m_ids.reserve(bits);
+    m_bits.reserve(std::size_t(bits));
+}
+
 int DrivenBits::add(const QList<SignalItem> &items)
 {
     if (m_freePorts.empty()) {
@@ -29,7 +40,7 @@ int DrivenBits::add(const QList<SignalItem> &items)
     Ids &ids = m_ports[std::size_t(port)];
     forEachBit(items, [&](const QString &name, int signal, int position) {
         const int id = idOf(name);
-        std::vector<Driver> &drivers = bit(id).drivers;
+        Drivers &drivers = bit(id).drivers;
         if (drivers.empty() || drivers.back().port != port)
             ids.push_back(id);
         drivers.push_back({port, signal, position});
@@ -45,7 +56,7 @@ void DrivenBits::remove(int port)
     Ids &ids = m_ports[std::size_t(port)];
     for (const int id : ids) {
         // From the back, where the drivers are that came last.
-        std::vector<Driver> &drivers = bit(id).drivers;
+        Drivers &drivers = bit(id).drivers;
         const auto last = std::find_if(drivers.rbegin(), drivers.rend(), isOfPort);
         const auto first = std::find_if(last, drivers.rend(), isOther);
         drivers.erase(first.base(), last.base());

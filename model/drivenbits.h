@@ -5,6 +5,7 @@
 #include <probes/signalitem.h>
 
 #include <QHash>
+#include <QVarLengthArray>
 
 #include <vector>
 
@@ -26,6 +27,12 @@ public:
         int bit; ///< Position in the members of a bus, -1 for a single net.
     };
 
+    /// Nearly all bits have one driver, which needs no memory of its own.
+    using Drivers = QVarLengthArray<Driver, 2>;
+
+    /// Prepares for so many different bits, which saves time when all ports are added.
+    void reserve(int bits);
+
     /// Adds a port with the signals @p items. Returns its number: 0, 1, ...; numbers
     /// of removed ports are used again.
     int add(const QList<SignalItem> &items);
@@ -40,7 +47,7 @@ public:
     int severalCount() const { return int(m_several.size()); }
     const QString &name(int i) const { return bit(several(i)).name; }
     /// The drivers of one port are together and in its order.
-    const std::vector<Driver> &drivers(int i) const { return bit(several(i)).drivers; }
+    const Drivers &drivers(int i) const { return bit(several(i)).drivers; }
 
 private:
     using Ids = std::vector<int>;
@@ -48,7 +55,7 @@ private:
     struct Bit
     {
         QString name;
-        std::vector<Driver> drivers;
+        Drivers drivers;
         bool touched = false; ///< Drivers came or went since the last settle().
         bool listed = false;
     };
