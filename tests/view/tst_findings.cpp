@@ -5,6 +5,7 @@
 #include <support/modeltext.h>
 #include <support/processortime.h>
 #include <support/waiting.h>
+#include <support/windowfit.h>
 
 #include <audit/designnames.h>
 #include <model/tarnconfig.h>
@@ -31,6 +32,8 @@
 
 using namespace TARN;
 using TarnTest::bus;
+using TarnTest::FontSize;
+using TarnTest::layoutFaults;
 using TarnTest::ModalScript;
 using TarnTest::modelText;
 using TarnTest::namesOf;
@@ -288,6 +291,18 @@ private Q_SLOTS:
         }
         QVERIFY(heights.at(0) > heights.at(1));
         QCOMPARE(heights.at(2), heights.at(0));
+    }
+
+    void nothingIsCutOff_data() { FontSize::addSizes(); }
+    void nothingIsCutOff()
+    {
+        QFETCH(double, points);
+        const FontSize size(points);
+        const ShownView view = show({"clk"}, {{in({net("top/gone")})}});
+        view.container->resize(view.container->minimumSizeHint());
+        QTRY_COMPARE(layoutFaults(view.container), QString());
+        QVERIFY(paneOf(view)->height() <= view->height() / 3);
+        QVERIFY(listOf(view)->viewport()->height() >= listOf(view)->sizeHintForRow(0));
     }
 
     void goesWhenAllIsWell()
