@@ -1334,6 +1334,11 @@ private Q_SLOTS:
             QTest::keyClicks(clock(f), "a");
             f.page->hide();
         });
+        row("clock typed, hidden within the window", "modified", [=](Fixture &f) {
+            clock(f)->setFocus();
+            QTest::keyClicks(clock(f), "a");
+            f.find<QGroupBox>("groupBoxProbeOut")->hide();
+        });
         row("clock typed, page closed", "modified", [=](Fixture &f) {
             clock(f)->setFocus();
             QTest::keyClicks(clock(f), "a");
