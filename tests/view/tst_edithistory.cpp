@@ -190,6 +190,7 @@ private:
     // Edits as the user makes them.
     void click(const char *button) const { child<QAbstractButton>(page(), button)->click(); }
     void activate() const;
+    void focus(QWidget *widget) const;
     void addCore();
     void removeCore(int row);
     void removePorts(const QByteArray &kind, const QList<int> &rows) const;
@@ -370,6 +371,15 @@ QString TestEditHistory::titleFaults(bool modified) const
 
 // Edits
 
+void TestEditHistory::focus(QWidget *widget) const
+{
+    if (!m_shown.container->isActiveWindow())
+        activate();
+    widget->setFocus();
+    if (!widget->hasFocus())
+        qFatal("%s does not get the focus", qPrintable(widget->objectName()));
+}
+
 void TestEditHistory::addCore()
 {
     script().expectMenu({"Add", "-Remove"}, "Add");
@@ -413,7 +423,7 @@ void TestEditHistory::typeValue(int port, const QString &digits, bool apply) con
 {
     InitialValueLine *line = lineOf(page(), port);
     if (apply)
-        line->setFocus();
+        focus(line);
     line->setCursorPosition(2);
     QTest::keyClicks(line, digits);
     if (apply)
@@ -424,7 +434,7 @@ void TestEditHistory::typeClock(const QString &name, bool apply) const
 {
     QLineEdit *clock = clockOf(page());
     if (apply)
-        clock->setFocus();
+        focus(clock);
     clock->selectAll();
     QTest::keyClicks(clock, name);
     if (apply)
@@ -1072,7 +1082,8 @@ void TestEditHistory::expectSteps(const State &before, bool maybeMore)
     const State after = state();
     const bool differs = !(after == before);
     if (!maybeMore && m_changes != int(differs))
-        qFatal("%d steps for %s change", m_changes, differs ? "a" : "no");
+        qFatal("%d steps from\n%s\nto\n%s", m_changes, qPrintable(before.rows),
+               qPrintable(after.rows));
     for (; m_changes > 0; --m_changes)
         m_reference.push(after);
 }

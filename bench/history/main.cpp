@@ -1,0 +1,282 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include <model/configsnapshot.h>
+#include <model/tarnconfig.h>
+#include <support/benchmark.h>
+#include <view/edithistory.h>
+#include <view/tarnoptionwidget.h>
+#include <view/tarnview.h>
+
+#include <QApplication>
+#include <QStackedWidget>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <malloc.h>
+
+#include <memory>
+
+using TARN::ConfigSnapshot;
+using TARN::EditHistory;
+using TARN::SignalItem;
+using TARN::TarnCore;
+using TARN::TarnOptionWidget;
+using TARN::TarnView;
+using TarnBench::fail;
+using TarnBench::Table;
+
+namespace {
+
+constexpr int PortCount = 64;
+constexpr int SignalCount = 256;
+constexpr int Rounds = 9;
+
+using Cores = QList<TarnCore *>;
+
+QList<SignalItem> nets(const QString &prefix, int first)
+{
+    QList<SignalItem> items;
+    for (int i = 0; i < SignalCount; ++i) {
+        SignalItem item;
+        item.name =
+            QStringLiteral("soc_top/u_cluster/u_core/u_lsu/%1_%2").arg(prefix).arg(first + i);
+        item.kind = SignalItem::Net;
+        items.append(item);
+    }
+    return items;
+}
+
+/// A core at all limits. Another @p prefix makes every signal and every value another one.
+TarnCore *fullCore(int index, const QString &prefix)
+{
+    auto *core = new TarnCore(index);
+    for (int i = 0; i < PortCount; ++i) {
+        core->addProbeIn(i);
+        core->addProbeOut(i);
+        core->probeIns.last()->signals = nets(prefix, i * SignalCount);
+        core->probeOuts.last()->signals = nets(prefix + "_out", i * SignalCount);
+        core->probeOuts.last()->initialValue =
+            QStringLiteral("0x") +
+            QString(SignalCount / 4, prefix.size() % 2 ? QLatin1Char('A') : QLatin1Char('5'));
+    }
+    return core;
+}
+
+/// Processes everything that is pending: layout, painting, deletion.
+void settle()
+{
+    QApplication::processEvents();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::processEvents();
+}
+
+/// A visible view of a file with these cores. There is no design, so the view shows a box, which is
+/// answered.
+std::unique_ptr<TarnView> openedView(const Cores &cores)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("full.tarn"));
+    if (!TARN::writeTARNConfigToXml(cores, path))
+        fail("the file was not written");
+    auto view = std::make_unique<TarnView>();
+    view->resize(900, 600);
+    view->show();
+    QTimer::singleShot(0, view.get(), [] {
+        if (QWidget *box = QApplication::activeModalWidget())
+            box->close();
+    });
+    view->open(path, QString(), nullptr);
+    settle();
+    return view;
+}
+
+QList<QTreeWidget *> treesOf(const QWidget *view)
+{
+    QList<QTreeWidget *> trees;
+    for (const char *name : {"treeProbeIn", "treeProbeOut", "treeValue"})
+        trees += view->findChildren<QTreeWidget *>(QLatin1String(name));
+    return trees;
+}
+
+int rowCount(const QWidget *view)
+{
+    int count = 0;
+    for (QTreeWidget *tree : treesOf(view)) {
+        for (QTreeWidgetItemIterator row(tree); *row; ++row)
+            ++count;
+    }
+    return count;
+}
+
+/// @p snapshot with @p change made to its cores, as far as possible the same objects.
+ConfigSnapshot changed(const ConfigSnapshot &snapshot, const std::function<void(Cores *)> &change)
+{
+    Cores cores = TARN::newCores(snapshot);
+    change(&cores);
+    const ConfigSnapshot result = TARN::snapshotOf(cores, snapshot);
+    qDeleteAll(cores);
+    return result;
+}
+
+// The largest undo
+
+/// Steps of a view with one full core, beside a page of the same core that is built anew.
+class LargestUndo
+{
+public:
+    LargestUndo()
+        : m_core(fullCore(0, "data"))
+        , m_small(std::make_unique<TarnCore>(0))
+    {
+        m_view = openedView({m_core.get()});
+        m_small->addProbeOut(0);
+        m_small->probeOuts.first()->signals = m_core->probeOuts.at(5)->signals;
+        m_small->probeOuts.first()->initialValue = m_core->probeOuts.at(5)->initialValue;
+    }
+
+    EditHistory *history() { return m_view->history(); }
+    int rows() const { return rowCount(m_view.get()); }
+
+    void apply(const std::function<void(Cores *)> &change)
+    {
+        history()->apply(changed(history()->current(), change), QStringLiteral("Edit"));
+        settle();
+    }
+    void undo()
+    {
+        history()->undo();
+        settle();
+    }
+    void redo()
+    {
+        history()->redo();
+        settle();
+    }
+    /// Builds the page, or the page of one port, in the place of the view's page.
+    void build(bool onePort)
+    {
+        auto *stack = m_view->findChild<QStackedWidget *>(QStringLiteral("stackedWidget"));
+        m_page = std::make_unique<TarnOptionWidget>(onePort ? m_small.get() : m_core.get(), nullptr,
+                                                    nullptr);
+        stack->addWidget(m_page.get());
+        stack->setCurrentWidget(m_page.get());
+        settle();
+    }
+    void remove()
+    {
+        m_page.reset();
+        settle();
+    }
+
+private:
+    std::unique_ptr<TarnCore> m_core;
+    std::unique_ptr<TarnCore> m_small;
+    std::unique_ptr<TarnView> m_view;
+    std::unique_ptr<TarnOptionWidget> m_page;
+};
+
+bool measureUndo()
+{
+    LargestUndo one;
+    const int rows = one.rows();
+    one.apply([](Cores *cores) {
+        cores->first()->probeOuts[5]->signals = nets(QStringLiteral("other"), 0);
+    });
+    LargestUndo all;
+    all.apply([](Cores *cores) {
+        delete cores->takeFirst();
+        cores->append(fullCore(0, QStringLiteral("others")));
+    });
+    LargestUndo core;
+    core.apply([](Cores *cores) { cores->append(fullCore(1, QStringLiteral("more"))); });
+    if (rows != 3 * PortCount * (SignalCount + 1) || one.rows() != rows || all.rows() != rows ||
+        core.rows() != 2 * rows)
+        fail("the rows are not those of the cores");
+
+    const std::vector<double> times = TarnBench::interleavedMedians(
+        Rounds,
+        {[&] { all.build(false); }, [&] { all.remove(); }, [&] { all.undo(); }, [&] { all.redo(); },
+         [&] { core.undo(); }, [&] { core.redo(); }, [&] { one.build(true); },
+         [&] { one.remove(); }, [&] { one.undo(); }, [&] { one.redo(); }});
+
+    Table table("Undo in a core of 64 + 64 ports of 256 single nets, shown, CPU time, median of " +
+                std::to_string(Rounds) + " rounds");
+    table.add("building a page of the core", times[0], "s");
+    table.add("undo of a change of all its signals", times[2], "s");
+    table.add("undo / building the page", times[2] / times[0], "x", 2);
+    table.add("redo / building the page", times[3] / times[0], "x", 2);
+    table.add("redo of an added core / building the page", times[5] / times[0], "x", 2);
+    table.add("undo of an added core", times[4], "s");
+    table.add("building a page of one Probe Out port", times[6], "s");
+    table.add("undo of a change of its signals", times[8], "s");
+    table.add("undo / building the page of the port", times[8] / times[6], "x", 2);
+    return table.print();
+}
+
+// Many steps
+
+double usedBytes()
+{
+    const auto info = mallinfo2();
+    return double(info.uordblks) + double(info.hblkhd);
+}
+
+/// Memory of as many steps as there can be, each made by @p change with another number.
+double bytesOfSteps(EditHistory *history, const std::function<void(Cores *, int)> &change)
+{
+    const double before = usedBytes();
+    for (int i = 0; i < EditHistory::MaximumSteps; ++i) {
+        history->apply(changed(history->current(), [&](Cores *cores) { change(cores, i); }),
+                       QStringLiteral("Edit"));
+    }
+    if (history->stack()->count() != EditHistory::MaximumSteps)
+        fail("there are steps missing");
+    settle();
+    return usedBytes() - before;
+}
+
+bool measureSteps()
+{
+    Cores cores;
+    for (int i = 0; i < 16; ++i)
+        cores.append(fullCore(i, QStringLiteral("data")));
+    const auto open = [&] { return openedView(cores); };
+
+    std::unique_ptr<TarnView> view = open();
+    TarnOptionWidget *page = view->findChild<TarnOptionWidget *>();
+    const std::vector<double> times = TarnBench::interleavedMedians(
+        100, {[&] { view->history()->record(page); }, [&] { view->history()->record(); }});
+    const double values = bytesOfSteps(view->history(), [](Cores *c, int i) {
+        c->at(i % 16)->probeOuts[i % PortCount]->initialValue =
+            QStringLiteral("0x") +
+            QStringLiteral("%1").arg(i + 1, SignalCount / 4, 16, QLatin1Char('0')).toUpper();
+    });
+    view = open();
+    const double signalLists = bytesOfSteps(view->history(), [](Cores *c, int i) {
+        c->at(i % 16)->probeIns[i % PortCount]->signals[i % SignalCount].name =
+            QStringLiteral("soc_top/u_cluster/other_%1").arg(i);
+    });
+    qDeleteAll(cores);
+
+    Table table("Steps in a view of 16 cores of 64 + 64 ports of 256 single nets");
+    table.add("comparing the page of an edit, CPU time", times[0] * 1e3, "ms", 5);
+    table.add("comparing all pages, CPU time", times[1] * 1e3, "ms", 20);
+    table.add("memory of 1000 steps, a value each", values / 1e6, "MB", 50);
+    table.add("memory of 1000 steps, a signal of a port each", signalLists / 1e6, "MB", 100);
+    return table.print();
+}
+
+} // namespace
+
+/// Measures undo and redo at the limits of a file. Exits with 1 when a goal is missed.
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    TarnBench::readArguments(argc, argv);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+
+    bool good = measureUndo();
+    good &= measureSteps();
+    return good ? 0 : 1;
+}
