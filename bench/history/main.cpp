@@ -161,6 +161,9 @@ public:
                                                     nullptr);
         stack->addWidget(m_page.get());
         stack->setCurrentWidget(m_page.get());
+        // Undo shows the changed signal, and so the rows of the port.
+        if (onePort)
+            m_page->findChild<QTreeWidget *>(QStringLiteral("treeProbeOut"))->expandAll();
         settle();
     }
     void remove()
@@ -240,7 +243,7 @@ bool measureSteps()
 {
     Cores cores;
     for (int i = 0; i < 16; ++i)
-        cores.append(fullCore(i, QStringLiteral("data")));
+        cores.append(fullCore(i, QStringLiteral("data%1").arg(i)));
     const auto open = [&] { return openedView(cores); };
 
     std::unique_ptr<TarnView> view = open();
@@ -248,13 +251,13 @@ bool measureSteps()
     const std::vector<double> times = TarnBench::interleavedMedians(
         100, {[&] { view->history()->record(page); }, [&] { view->history()->record(); }});
     const double values = bytesOfSteps(view->history(), [](Cores *c, int i) {
-        c->at(i % 16)->probeOuts[i % PortCount]->initialValue =
+        c->first()->probeOuts[i % PortCount]->initialValue =
             QStringLiteral("0x") +
             QStringLiteral("%1").arg(i + 1, SignalCount / 4, 16, QLatin1Char('0')).toUpper();
     });
     view = open();
     const double signalLists = bytesOfSteps(view->history(), [](Cores *c, int i) {
-        c->at(i % 16)->probeIns[i % PortCount]->signals[i % SignalCount].name =
+        c->first()->probeIns[i % PortCount]->signals[i % SignalCount].name =
             QStringLiteral("soc_top/u_cluster/other_%1").arg(i);
     });
     qDeleteAll(cores);

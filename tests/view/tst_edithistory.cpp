@@ -427,7 +427,7 @@ void TestEditHistory::typeValue(int port, const QString &digits, bool apply) con
     line->setCursorPosition(2);
     QTest::keyClicks(line, digits);
     if (apply)
-        tree(page(), "treeProbeIn")->setFocus();
+        focus(tree(page(), "treeProbeIn"));
 }
 
 void TestEditHistory::typeClock(const QString &name, bool apply) const
@@ -1188,7 +1188,8 @@ void TestEditHistory::randomUndo(bool redo)
     if (line && (line->isUndoAvailable() || line->isRedoAvailable())) {
         const State before = m_reference.states.at(m_reference.index);
         line->clearFocus();
-        expectSteps(before);
+        if (m_changes > 0) // What is typed may be in another line.
+            expectSteps(before);
     }
     const bool typed = hasTyping();
     if (typed)
