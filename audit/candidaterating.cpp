@@ -85,8 +85,10 @@ CandidateRating::Place CandidateRating::placeOf(int instance)
         if (known.place.instance == instance)
             return known.place;
     }
-    KnownPlace known{{instance, 0, false}, m_index.levelsOf(instance)};
+    KnownPlace known{{instance, 0, false}, {}};
     Place &place = known.place;
+    if (std::size_t(m_index.depthOf(instance)) < MaximumLevels)
+        known.levels = m_index.levelsOf(instance);
     place.likeness = pathLikeness(m_missing.levels, known.levels);
     place.around =
         isWayTo(known.levels, m_missing.levels) || isWayTo(m_missing.levels, known.levels);

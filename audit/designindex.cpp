@@ -95,6 +95,7 @@ void DesignIndex::addInstance(const NETWEIR::Hierachy *node, int parent)
     Instance instance;
     instance.node = node;
     instance.parent = parent;
+    instance.depth = parent == -1 ? 0 : depthOf(parent) + 1;
     instance.hash = textHash(node->instName());
     const int number = int(m_instances.size());
     m_instances.push_back(instance);

@@ -35,6 +35,7 @@ public:
 
     // Instances. Number 0 is the top.
     int parentOf(int instance) const { return instanceAt(instance).parent; }
+    int depthOf(int instance) const { return instanceAt(instance).depth; }
     QStringView nameOf(int instance) const;
     /// The names from the top to the instance.
     std::vector<QStringView> levelsOf(int instance) const;
@@ -80,6 +81,7 @@ private:
         const NETWEIR::Hierachy *node = nullptr;
         quint64 hash = 0; ///< Of its name.
         int parent = -1;
+        int depth = 0; ///< Number of its levels above.
         int firstChild = 0;
         int childCount = 0;
         int firstEntry = 0;

@@ -11,9 +11,6 @@ namespace TARN {
 
 namespace {
 
-/// Deeper paths are not looked at.
-constexpr std::size_t MaximumLevels = 64;
-
 constexpr float OneLevelMore = 0.5F;
 constexpr float OneLevelLess = 0.45F;
 

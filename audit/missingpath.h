@@ -9,6 +9,9 @@
 
 namespace TARN {
 
+/// Deeper paths are not compared, so that a comparison takes constant time.
+constexpr std::size_t MaximumLevels = 64;
+
 /// The parts of the name of something missing. Whatever the name is, they are what stands between
 /// its slashes; a name with an escaped slash just finds less.
 struct MissingPath
@@ -24,6 +27,9 @@ struct MissingPath
     QStringView index;               ///< "[3]" of a bit, empty for all others.
     NameTokens tokens;               ///< Of the base.
     NameTokens allTokens;            ///< Of base and index.
+
+    /// Too deep to be compared with anything.
+    bool isTooDeep() const { return levels.size() > MaximumLevels; }
 
     /// "[7:0]" of a bus.
     QStringView range() const { return leaf.mid(base.size()); }

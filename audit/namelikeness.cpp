@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <vector>
 
 namespace TARN {
@@ -392,7 +393,7 @@ bool Pairing::isInOrder() const
     return true;
 }
 
-float weightOf(const NameTokens &tokens)
+float sumOfWeights(const NameTokens &tokens)
 {
     float weight = 0;
     for (int i = 0; i < tokens.count(); ++i)
@@ -410,11 +411,22 @@ float Pairing::likeness()
     constexpr float InAddition = 0.3F;
     const float addition =
         std::abs(restOf(m_left, m_takenLeft).weight - restOf(m_right, m_takenRight).weight);
-    const float all = weightOf(m_left) + weightOf(m_right) - InAddition * addition;
+    const float all = sumOfWeights(m_left) + sumOfWeights(m_right) - InAddition * addition;
     if (all <= 0)
         return 0;
     const float alike = m_common / all * unpairedPenalty();
     return isInOrder() ? alike : alike * 0.95F;
+}
+
+/// Short words say less.
+float weightOf(bool number, bool affix, int length)
+{
+    constexpr float Number = 0.6F;
+    constexpr float ByLength[] = {0, 0.6F, 0.8F, 1};
+    constexpr float AffixByLength[] = {0, 0.2F, 0.35F, 0.35F};
+    if (number)
+        return Number;
+    return (affix ? AffixByLength : ByLength)[std::min(length, 3)];
 }
 
 } // namespace
@@ -465,25 +477,18 @@ void NameTokens::addToken(QStringView text, bool number)
 /// Only words at the ends of a name are affixes, beside numbers and others.
 void NameTokens::weigh(int firstNew)
 {
-    const auto isOuter = [this](int i) { return at(i).number || at(i).affix != 0; };
-    int front = firstNew;
-    while (front < m_count && isOuter(front))
-        ++front;
-    int back = m_count;
-    while (back > front && isOuter(back - 1))
-        --back;
-    const bool meaningful = front < back;
-    for (int i = firstNew; i < m_count; ++i) {
-        Token &token = m_tokens[std::size_t(i)];
-        if (i >= front && i < back)
-            token.affix = 0;
-        if (token.number)
-            token.weight = 0.6F;
-        else if (token.affix != 0 && meaningful)
-            token.weight = token.length == 1 ? 0.2F : 0.35F;
-        else
-            token.weight = token.length == 1 ? 0.6F : token.length == 2 ? 0.8F : 1;
-    }
+    const auto begin = m_tokens.begin() + firstNew;
+    const auto end = m_tokens.begin() + m_count;
+    const auto isInner = [](const Token &token) { return !token.number && token.affix == 0; };
+    const auto front = std::find_if(begin, end, isInner);
+    const auto back =
+        std::find_if(std::make_reverse_iterator(end), std::make_reverse_iterator(front), isInner)
+            .base();
+    std::for_each(front, back, [](Token &token) { token.affix = 0; });
+    const bool meaningful = front != back;
+    std::for_each(begin, end, [meaningful](Token &token) {
+        token.weight = weightOf(token.number, token.affix != 0 && meaningful, token.length);
+    });
 }
 
 float NameTokens::meaning() const

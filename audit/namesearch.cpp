@@ -20,6 +20,8 @@ constexpr std::size_t MostGuesses = 3; ///< Of the instances that may be the one
 
 int NameSearch::search(const MissingPath &missing, NameResult *result)
 {
+    if (missing.isTooDeep())
+        return -1;
     const int path = result->path = m_tree->add(missing);
     if (path != -1) {
         const int unprepared = m_tree->guess(path);

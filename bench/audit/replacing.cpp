@@ -101,6 +101,47 @@ Design clockDesign()
     return design;
 }
 
+/// The ends of all paths are the same, and what is missing has another one in its middle.
+Design sameEndDesign()
+{
+    NetlistBuilder builder(QStringLiteral("top"));
+    Design design{"100,000 nets at the same ends of paths", nullptr, {}, MissingCount};
+    for (int i = 0; i < 100000; ++i) {
+        Hierachy *scope = builder.addHierachy(builder.top(), QStringLiteral("g[%1]").arg(i),
+                                              QStringLiteral("scope"));
+        builder.addNet(builder.addHierachy(scope, QStringLiteral("u"), QStringLiteral("cell")),
+                       QStringLiteral("clk"));
+        if (i % 10 == 0)
+            design.missing.append(
+                {QStringLiteral("top/gen_%1/u/clk").arg(i), false, TARN::ProbeTypeIn});
+    }
+    design.netlist = builder.take();
+    return design;
+}
+
+/// Instances with as many names as are compared one by one, all a bit alike.
+Design crowdedDesign()
+{
+    NetlistBuilder builder(QStringLiteral("top"));
+    Design design{"instances with 60 similar nets", nullptr, {}, 0};
+    for (int i = 0; i < 2000; ++i) {
+        Hierachy *node = builder.addHierachy(builder.top(), QStringLiteral("u_block_%1").arg(i),
+                                             QStringLiteral("block"));
+        for (int net = 0; net < 60; ++net)
+            builder.addNet(node,
+                           QStringLiteral("receive_buffer_%1_counter").arg(QChar('a' + net % 26)) +
+                               QString(net / 26, QLatin1Char('x')));
+        for (int net = 0; net < 5; ++net)
+            design.missing.append({QStringLiteral("top/i_block_%1/receiver_buffers_%2_count_%3")
+                                       .arg(i)
+                                       .arg(QChar('a' + net))
+                                       .arg(net),
+                                   false, TARN::ProbeTypeIn});
+    }
+    design.netlist = builder.take();
+    return design;
+}
+
 /// One instance with very many nets of few words.
 Design flatDesign()
 {
@@ -190,7 +231,8 @@ bool measure(const Design &design)
 bool measureReplacing()
 {
     bool good = true;
-    for (Design (*design)() : {movedDesign, usualDesign, clockDesign, flatDesign, deepDesign})
+    for (Design (*design)() : {movedDesign, usualDesign, clockDesign, sameEndDesign, crowdedDesign,
+                               flatDesign, deepDesign})
         good &= measure(design());
     return good;
 }
