@@ -113,7 +113,7 @@ float joinedLikeness(const MissingPath &missing, const std::vector<QStringView> 
     if (missing.levels.size() > MaximumLevels || levels.size() > MaximumLevels)
         return 0;
     const Difference difference(missing.levels, levels);
-    if (difference.back > 0)
+    if (difference.back > 0 || difference.leftCount == difference.rightCount)
         return 0;
     NameTokens left = tokensOf(missing.levels, difference.front, difference.leftCount);
     left.add(missing.base);

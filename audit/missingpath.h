@@ -41,7 +41,8 @@ struct MissingPath
 float pathLikeness(const std::vector<QStringView> &left, const std::vector<QStringView> &right);
 
 /// How alike two names are when the words of the last instances count as words of the name:
-/// "alu/result" and "alu_result". Only the instances count in which the paths differ.
+/// "alu/result" and "alu_result". Only the instances count in which the paths differ. 0 when both
+/// have as many of them.
 float joinedLikeness(const MissingPath &missing, const std::vector<QStringView> &levels,
                      QStringView base);
 
