@@ -426,7 +426,8 @@ float weightOf(bool number, bool affix, int length)
     constexpr float AffixByLength[] = {0, 0.2F, 0.35F, 0.35F};
     if (number)
         return Number;
-    return (affix ? AffixByLength : ByLength)[std::min(length, 3)];
+    const int known = length < 3 ? length : 3;
+    return affix ? AffixByLength[known] : ByLength[known];
 }
 
 } // namespace
