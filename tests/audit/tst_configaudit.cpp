@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "configtext.h"
 
+#include <support/processortime.h>
 #include <support/testcase.h>
 
 #include <model/configsnapshot.h>
@@ -84,7 +85,8 @@ private Q_SLOTS:
     void rulesHaveIdsAndSeverities();
     void summaryCountsNamesAndSignals();
     void placesAreNamedAsTheRowsShowThem();
-    void onlyNewObjectsAreLookedAt();
+    void findingsMoveWithTheirPorts();
+    void anEditCostsLittle();
 };
 
 void TestConfigAudit::rules_data()
@@ -338,7 +340,7 @@ void TestConfigAudit::placesAreNamedAsTheRowsShowThem()
 }
 
 /// A port that is the same object keeps its findings; a core in front of it only moves them.
-void TestConfigAudit::onlyNewObjectsAreLookedAt()
+void TestConfigAudit::findingsMoveWithTheirPorts()
 {
     const auto netlist = design();
     const DesignNames names(netlist.get());
@@ -365,6 +367,45 @@ void TestConfigAudit::onlyNewObjectsAreLookedAt()
 
     audit.update({});
     QCOMPARE(audit.count(), 0);
+}
+
+/// Every bit is missing and has two drivers. Looking at all of them again would take as long for
+/// each edit as the first time.
+void TestConfigAudit::anEditCostsLittle()
+{
+    constexpr int PortCount = 64;
+    constexpr int Width = 256;
+    Cores cores;
+    for (int index = 0; index < 2; ++index) {
+        TARN::TarnCore *core = cores.add(index);
+        for (int port = 0; port < PortCount; ++port) {
+            core->addProbeOut(port);
+            for (int bit = 0; bit < Width; ++bit)
+                core->probeOuts.last()->signals +=
+                    TarnTest::signalFrom(QString("top/u_core/gone_%1").arg(port * Width + bit));
+        }
+    }
+    const auto netlist = design();
+    const DesignNames names(netlist.get());
+    ConfigAudit audit;
+    audit.setNames(&names);
+    ConfigSnapshot snapshot = TARN::snapshotOf(cores.list);
+    const qint64 start = TarnTest::processorNanoseconds();
+    audit.update(snapshot);
+    const qint64 first = TarnTest::processorNanoseconds() - start;
+    QCOMPARE(audit.count(), 3 * PortCount * Width);
+
+    qint64 later = 0;
+    for (int edit = 0; edit < 10; ++edit) {
+        cores.list.last()->probeOuts.at(edit)->signals.removeFirst();
+        snapshot = TARN::snapshotOf(cores.list, snapshot);
+        const qint64 before = TarnTest::processorNanoseconds();
+        audit.update(snapshot);
+        later += TarnTest::processorNanoseconds() - before;
+        QCOMPARE(audit.count(), 3 * PortCount * Width - 2 * (edit + 1));
+    }
+    qInfo("first %lld us, ten edits %lld us", first / 1000, later / 1000);
+    QVERIFY2(later < first, qPrintable(QString("%1 ns, %2 ns").arg(first).arg(later)));
 }
 
 TARN_TEST_MAIN(TestConfigAudit)
