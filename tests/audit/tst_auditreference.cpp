@@ -3,6 +3,7 @@
 #include "configtext.h"
 #include "randomdesign.h"
 
+#include <support/setting.h>
 #include <support/testcase.h>
 
 #include <audit/signalmarks.h>
@@ -280,12 +281,6 @@ QStringList markedLines(const ConfigSnapshot &config, const TARN::SignalMarks &m
     return lines;
 }
 
-/// The number in an environment variable, which a longer campaign sets.
-quint32 setting(const char *name, quint32 usual)
-{
-    return qEnvironmentVariableIsSet(name) ? qgetenv(name).toUInt() : usual;
-}
-
 } // namespace
 
 /// The audit against a naive one, on configurations and designs by chance. TARN_AUDIT_SEED and
@@ -300,8 +295,8 @@ private Q_SLOTS:
     void marksAreTheWorstFindings();
 
 private:
-    const quint32 m_seed = setting("TARN_AUDIT_SEED", 1);
-    const int m_count = int(setting("TARN_AUDIT_COUNT", 2000));
+    const quint32 m_seed = TarnTest::setting("TARN_AUDIT_SEED", 1);
+    const int m_count = int(TarnTest::setting("TARN_AUDIT_COUNT", 2000));
 };
 
 /// Also, the audit has an error for each error of the save check.

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include <support/setting.h>
 #include <support/testcase.h>
 
 #include <audit/candidates.h>
@@ -101,11 +102,6 @@ QString allText(const CandidateSearch &search, const Missing &missing)
         lines.append(each.name + ": " + textOf(search.candidates(each.name, each.type)));
     lines.sort();
     return lines.join('\n');
-}
-
-quint32 numberFrom(const char *name, quint32 usual)
-{
-    return qEnvironmentVariableIsSet(name) ? qgetenv(name).toUInt() : usual;
 }
 
 using Random = std::mt19937;
@@ -545,8 +541,8 @@ void TestCandidates::bearsAnyDesign()
 
 void TestCandidates::resultsDoNotDependOnSlicesOrOrder()
 {
-    const quint32 seed = numberFrom("TARN_CANDIDATES_SEED", 1);
-    const quint32 runs = numberFrom("TARN_CANDIDATES_RUNS", 25);
+    const quint32 seed = TarnTest::setting("TARN_CANDIDATES_SEED", 1);
+    const quint32 runs = TarnTest::setting("TARN_CANDIDATES_RUNS", 25);
     for (quint32 run = 0; run < runs; ++run) {
         Random random(seed + run);
         RenamedDesign design = renamedDesign(&random);
@@ -578,8 +574,8 @@ void TestCandidates::resultsDoNotDependOnSlicesOrOrder()
 
 void TestCandidates::findsARenamedInstance()
 {
-    const quint32 seed = numberFrom("TARN_CANDIDATES_SEED", 1);
-    const quint32 runs = numberFrom("TARN_CANDIDATES_RUNS", 200);
+    const quint32 seed = TarnTest::setting("TARN_CANDIDATES_SEED", 1);
+    const quint32 runs = TarnTest::setting("TARN_CANDIDATES_RUNS", 200);
     for (quint32 run = 0; run < runs; ++run) {
         Random random(seed + run);
         const RenamedDesign design = renamedDesign(&random);

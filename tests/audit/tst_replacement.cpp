@@ -3,6 +3,7 @@
 #include "configtext.h"
 #include "randomdesign.h"
 
+#include <support/setting.h>
 #include <support/testcase.h>
 
 #include <audit/candidates.h>
@@ -190,11 +191,6 @@ private:
     QStringList m_values;
     QList<int> m_gone;
 };
-
-quint32 numberFrom(const char *name, quint32 usual)
-{
-    return qEnvironmentVariableIsSet(name) ? qgetenv(name).toUInt() : usual;
-}
 
 } // namespace
 
@@ -461,8 +457,8 @@ void TestReplacement::prefixReplacesWhatItExplains()
 
 void TestReplacement::randomReplacements()
 {
-    const quint32 seed = numberFrom("TARN_REPLACEMENT_SEED", 1);
-    const quint32 runs = numberFrom("TARN_REPLACEMENT_RUNS", 300);
+    const quint32 seed = TarnTest::setting("TARN_REPLACEMENT_SEED", 1);
+    const quint32 runs = TarnTest::setting("TARN_REPLACEMENT_RUNS", 300);
     int replaced = 0;
     for (quint32 run = 0; run < runs; ++run) {
         RandomDesign random(seed + run);

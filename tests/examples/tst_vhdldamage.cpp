@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designfolder.h"
 
+#include <support/setting.h>
 #include <support/testcase.h>
 
 #include <QApplication>
@@ -53,12 +54,6 @@ QString damaged(const QString &text, QRandomGenerator *random)
     return tokens.join(QString());
 }
 
-/// The number in an environment variable, which a longer campaign sets.
-unsigned setting(const char *name, unsigned usual)
-{
-    return qEnvironmentVariableIsSet(name) ? qgetenv(name).toUInt() : usual;
-}
-
 } // namespace
 
 /// Damaged variants of the designs: each is read, or an error says why not, in a short time.
@@ -86,8 +81,8 @@ void TestVhdlDamage::damageIsReadOrReported()
 {
     QFETCH(QString, design);
     const QDir source(QStringLiteral(TARN_VHDL_DESIGNS_DIR "/") + design);
-    QRandomGenerator random(setting("TARN_DAMAGE_SEED", 1));
-    const unsigned count = setting("TARN_DAMAGE_COUNT", 1);
+    QRandomGenerator random(TarnTest::setting("TARN_DAMAGE_SEED", 1));
+    const unsigned count = TarnTest::setting("TARN_DAMAGE_COUNT", 1);
     for (unsigned variant = 0; variant < count; ++variant) {
         QTemporaryDir copy;
         QStringList files;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signalsamples.h"
 
+#include <support/setting.h>
 #include <support/windowtest.h>
 
 #include <model/configsnapshot.h>
@@ -332,12 +333,6 @@ private:
     QRandomGenerator m_random;
 };
 
-/// The number in an environment variable, which a longer campaign sets.
-quint32 setting(const char *name, quint32 usual)
-{
-    return qEnvironmentVariableIsSet(name) ? qgetenv(name).toUInt() : usual;
-}
-
 } // namespace
 
 /// The state of the ports page as a value: reading it and restoring it. TARN_RESTORE_SEED and
@@ -588,8 +583,8 @@ void TestPageState::rejectedTextIsTakenBack()
 
 void TestPageState::restoredPageIsLikeANewOne()
 {
-    const quint32 seed = setting("TARN_RESTORE_SEED", 1);
-    const quint32 count = setting("TARN_RESTORE_COUNT", 150);
+    const quint32 seed = TarnTest::setting("TARN_RESTORE_SEED", 1);
+    const quint32 count = TarnTest::setting("TARN_RESTORE_COUNT", 150);
     Chance chance(seed);
     Page page(chance.content());
     page.show();
