@@ -229,9 +229,9 @@ class MotorDrive(Changes):
     def replaces(self):
         self.replace(self.CLOCK, "motor_top/SysClk")
         self.find("lineEditUserClock", text="motor_top/SysClk")
-        self.replace(self.CARRIER, "motor_top/u_Bridge/carrier[10:0]")
         self.replace_all("All of motor_top/u_Pwm by motor_top/u_Bridge (7 findings)")
-        wait_for("7 findings", lambda: len(self.findings()) == 7)
+        wait_for("8 findings", lambda: len(self.findings()) == 8)
+        self.replace(self.CARRIER, "motor_top/u_Bridge/carrier[10:0]")
         self.replace_all(None)  # The changed buses.
         duty = "01000000000"
         values = ["0x0", "0x080100200", "0x0", "0x0"]

@@ -49,8 +49,15 @@ class Recovery(Editor):
         self.workbench.start()
         self.wait_for_tab(self.file.name)
 
+    def answer_unsaved(self, answer):
+        """Another banner may tell of the source that was mended a moment ago."""
+        wait_for("the banner", lambda: self.shown("TARN__UnsavedBanner"))
+        self.screen.shoot("banner")
+        self.press(text=answer)
+        wait_for("no banner", lambda: not self.shown("TARN__UnsavedBanner"))
+
     def restore(self):
-        self.answer_banner("Restore")
+        self.answer_unsaved("Restore")
         self.wait_for_tab(f"{self.file.name} *")
 
     def save_all(self, content):
@@ -92,7 +99,7 @@ class Recovery(Editor):
         self.edit()
         self.expect_copy(self.expected)
         self.restart_after_a_crash()
-        self.answer_banner("Discard")
+        self.answer_unsaved("Discard")
         wait_for("no copy", lambda: not self.copy.exists())
         self.expect_before()
         self.wait_for_tab(self.file.name)
