@@ -108,7 +108,7 @@ bool UnsavedCopy::leaveBehind()
     QString error;
     // What is there already is as good, but for a power failure.
     if (!write(writer, Durability::PowerFailure, &error) && !sameObjects(current, m_written)) {
-        report(error);
+        reportNotKept(error);
         showNotKept(error);
         return false;
     }
@@ -216,7 +216,7 @@ void UnsavedCopy::finishWriting()
         m_written = d->history->current();
         m_problem.clear();
     } else {
-        report(error);
+        reportNotKept(error);
     }
     m_writer.reset();
 }
@@ -233,19 +233,30 @@ void UnsavedCopy::remove()
 {
     m_writer.reset();
     m_written = ConfigSnapshot();
+    remove(&m_file);
+}
+
+void UnsavedCopy::remove(UnsavedFile *file)
+{
     QString error;
-    if (!m_file.remove(&error))
-        report(error);
+    if (!file->remove(&error))
+        report(QStringLiteral("Can not remove a copy of unsaved changes, ") + error);
 }
 
 /// Says it once, not with each edit.
+void UnsavedCopy::reportNotKept(const QString &reason)
+{
+    report(QStringLiteral("Can not keep the unsaved changes of %1: ")
+               .arg(QDir::toNativeSeparators(d->filePath)) +
+           reason);
+}
+
 void UnsavedCopy::report(const QString &problem)
 {
     if (problem == m_problem)
         return;
     m_problem = problem;
-    qDebug().noquote().nospace() << "Can not keep the unsaved changes of "
-                                 << QDir::toNativeSeparators(d->filePath) << ": " << problem;
+    qDebug().noquote().nospace() << problem;
 }
 
 // Copies of earlier programs
@@ -258,8 +269,7 @@ void UnsavedCopy::offerNext()
             showOffer(error);
             return;
         }
-        if (!m_found.front().remove(&error))
-            report(error);
+        remove(&m_found.front());
         m_found.erase(m_found.begin());
     }
 }
@@ -306,9 +316,8 @@ void UnsavedCopy::restoreOffered()
 
 void UnsavedCopy::discardOffered()
 {
-    QString error;
-    if (!takeOffered().remove(&error))
-        report(error);
+    UnsavedFile file = takeOffered();
+    remove(&file);
     offerNext();
 }
 

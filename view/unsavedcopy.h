@@ -76,6 +76,8 @@ private:
     void finishWriting();
     bool write(const SnapshotWriter &writer, Durability durability, QString *error);
     void remove();
+    void remove(UnsavedFile *file);
+    void reportNotKept(const QString &reason);
     void report(const QString &problem);
 
     void offerNext();

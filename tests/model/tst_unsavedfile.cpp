@@ -27,6 +27,7 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -81,15 +82,37 @@ QString removed(UnsavedFile *file)
     return done == error.isEmpty() ? error : QStringLiteral("unexpected result: ") + error;
 }
 
-/// Another program, which does @p work, says so and does the rest, which never ends. The caller
-/// kills it.
-pid_t otherProgram(const std::function<void()> &work, const std::function<void()> &rest = {})
+/// Another program, which does @p work, says so and does the rest, which never ends. It is killed
+/// with this object.
+class OtherProgram
+{
+public:
+    explicit OtherProgram(const std::function<void()> &work,
+                          const std::function<void()> &rest = {});
+    ~OtherProgram() { kill(); }
+    Q_DISABLE_COPY(OtherProgram)
+
+    void kill()
+    {
+        if (m_process > 0) {
+            ::kill(m_process, SIGKILL);
+            ::waitpid(m_process, nullptr, 0);
+        }
+        m_process = 0;
+    }
+
+private:
+    pid_t m_process = 0;
+};
+
+OtherProgram::OtherProgram(const std::function<void()> &work, const std::function<void()> &rest)
 {
     int ends[2] = {};
     if (::pipe(ends) != 0)
         qFatal("no pipe");
-    const pid_t child = ::fork();
-    if (child == 0) {
+    m_process = ::fork();
+    if (m_process == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL); // Also when the test crashes.
         work();
         const char done = 0;
         if (::write(ends[1], &done, 1) != 1)
@@ -105,13 +128,6 @@ pid_t otherProgram(const std::function<void()> &work, const std::function<void()
     ::close(ends[0]);
     if (!heard)
         qFatal("the other program ended");
-    return child;
-}
-
-void killAndWait(pid_t child)
-{
-    ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
 }
 
 /// What programs that work at the same time tell the test.
@@ -590,7 +606,7 @@ void TestUnsavedFile::copyOfAnotherUserIsNotFound()
 
 void TestUnsavedFile::livingProgramKeepsItsCopy()
 {
-    const pid_t other = otherProgram([this] {
+    OtherProgram other([this] {
         auto *file = new UnsavedFile(path());
         written(file, "of the other");
     });
@@ -601,7 +617,7 @@ void TestUnsavedFile::livingProgramKeepsItsCopy()
     QCOMPARE(own.copyPath(), copyPath(QStringLiteral(".2")));
     QCOMPARE(removed(&own), QString());
     QCOMPARE(readFile(copyPath()), QByteArray("of the other"));
-    killAndWait(other);
+    other.kill();
     QCOMPARE(pathsOf(UnsavedFile::find(path())), QStringList{copyPath()});
     QCOMPARE(readFile(copyPath()), QByteArray("of the other"));
 }
@@ -612,15 +628,15 @@ void TestUnsavedFile::killLeavesAWholeCopy()
     QRandomGenerator random(20262);
     for (int round = 0; round < 25; ++round) {
         UnsavedFile file(path());
-        const pid_t other = otherProgram([&] { written(&file, contents[0]); },
-                                         [&] {
-                                             for (int i = 1;; ++i)
-                                                 written(&file, contents[i % 2]);
-                                         });
+        OtherProgram other([&] { written(&file, contents[0]); },
+                           [&] {
+                               for (int i = 1;; ++i)
+                                   written(&file, contents[i % 2]);
+                           });
         const int looks = random.bounded(40);
         for (int i = 0; i < looks; ++i)
             QVERIFY2(UnsavedFile::find(path()).empty(), "a copy in use was found");
-        killAndWait(other);
+        other.kill();
         std::vector<UnsavedFile> found = UnsavedFile::find(path());
         QCOMPARE(pathsOf(found), QStringList{copyPath()});
         const QByteArray content = readFile(copyPath());
@@ -638,6 +654,7 @@ void TestUnsavedFile::programsDoNotDisturbEachOther()
     constexpr int Programs = 4;
     for (quint32 seed = 1; seed <= Programs; ++seed) {
         if (::fork() == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             workBesideOthers(path(), seed, tally);
             ::_exit(0);
         }
