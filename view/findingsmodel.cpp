@@ -7,7 +7,6 @@
 #include <widgets/rowmarks.h>
 
 #include <QApplication>
-#include <QIcon>
 #include <QPainter>
 #include <QPixmap>
 #include <QTextDocument>
@@ -37,28 +36,15 @@ bool isBefore(const Finding &a, const Finding &b)
     return key(a) < key(b);
 }
 
-RowMark::Level levelOf(Severity severity)
-{
-    switch (severity) {
-    case Severity::Error:
-        return RowMark::Error;
-    case Severity::Warning:
-        return RowMark::Warning;
-    case Severity::Note:
-        break;
-    }
-    return RowMark::None;
-}
-
 /// The sign as it is, also in selected rows.
-QIcon signOf(Severity severity)
+QIcon signOf(RowMark::Level level)
 {
     const double ratio = qApp->devicePixelRatio();
     QPixmap sign(QSize(SignSize, SignSize) * ratio);
     sign.setDevicePixelRatio(ratio);
     sign.fill(Qt::transparent);
     QPainter painter(&sign);
-    paintSign(&painter, QRect(0, 0, SignSize, SignSize), levelOf(severity));
+    paintSign(&painter, QRect(0, 0, SignSize, SignSize), level);
     QIcon icon(sign);
     icon.addPixmap(sign, QIcon::Selected);
     return icon;
@@ -75,6 +61,8 @@ QString plainTip(const QString &text)
 FindingsModel::FindingsModel(const Findings *findings, QObject *parent)
     : QAbstractTableModel(parent)
     , m_findings(findings)
+    , m_errorSign(signOf(RowMark::Error))
+    , m_warningSign(signOf(RowMark::Warning))
     , m_rows(findings->count())
 {
 }
@@ -131,7 +119,7 @@ QVariant FindingsModel::data(const QModelIndex &index, int role) const
         return plainTip(textOf(index.row(), index.column()));
     case Qt::DecorationRole:
         if (index.column() == SeverityColumn)
-            return signOf(severityOf(findingOf(index.row()).rule));
+            return isError(index.row()) ? m_errorSign : m_warningSign;
         break;
     default:
         break;
@@ -139,12 +127,17 @@ QVariant FindingsModel::data(const QModelIndex &index, int role) const
     return {};
 }
 
+bool FindingsModel::isError(int row) const
+{
+    return severityOf(findingOf(row).rule) == Severity::Error;
+}
+
 QString FindingsModel::textOf(int row, int column) const
 {
     const Finding &finding = findingOf(row);
     switch (column) {
     case SeverityColumn:
-        return severityOf(finding.rule) == Severity::Error ? tr("Error") : tr("Warning");
+        return isError(row) ? tr("Error") : tr("Warning");
     case PlaceColumn: {
         QString text = m_findings->placeText(finding.place);
         if (!finding.name.isEmpty())

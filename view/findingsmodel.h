@@ -5,6 +5,7 @@
 #include <audit/finding.h>
 
 #include <QAbstractTableModel>
+#include <QIcon>
 
 namespace TARN {
 
@@ -39,9 +40,12 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    bool isError(int row) const;
     QString textOf(int row, int column) const;
 
     const Findings *m_findings;
+    QIcon m_errorSign;
+    QIcon m_warningSign;
     int m_rows = 0;
     // A view asks for several roles and columns of a row in turn.
     mutable int m_cachedRow = -1;
