@@ -42,6 +42,8 @@ class Recovery(Editor):
         self.quit()
 
     def expect_copy(self, content):
+        # Leaving the view writes what had to wait, as the last writing was only a moment ago.
+        self.click_row("files", self.file.name)
         wait_for("the copy", lambda: self.copy.exists() and self.copy.read_bytes() == content)
 
     def restart_after_a_crash(self):
