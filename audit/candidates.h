@@ -40,11 +40,13 @@ struct MissingName
 /// Finds what the design has in place of what is missing.
 ///
 /// Works in slices, so that it never blocks the user. The index of the design is made at the first
-/// need and kept, and so are the results for names that stay missing. Both take about 20 bytes per
-/// net. A name costs no more than about 0.1 ms, whatever the design looks like. Owns neither names
-/// nor netlist, which must live longer. The same names have the same results, in whatever order and
-/// slices they were searched. Only the prefix changes of former searches are remembered: when all
-/// that one explains was replaced, the other names below that instance keep their candidates.
+/// need and kept, and so are the results for names that stay missing. They take about 40 bytes per
+/// net and 1 kB per name. A name costs about 0.1 ms at most, whatever the design looks like. Owns
+/// neither names nor netlist, which must live longer.
+///
+/// The same names have the same results, in whatever order and slices they were searched. Only the
+/// prefix changes of former searches are remembered: when all that one explains was replaced, the
+/// other names below that instance keep their candidates.
 ///
 /// Only what ports of the kind can hold is offered; whether a port has room or holds it already is
 /// not looked at. Nothing is offered when nothing is alike.

@@ -24,7 +24,7 @@ namespace TARN {
 ///
 /// Instances and entries, that is single nets and buses, have numbers from 0. Made in slices by
 /// advance(). Owns no part of the netlist, which must live longer. Takes about 40 bytes for each
-/// entry, and as much again for each that is in an instance with many names in which was searched.
+/// entry, and 100 more for each that is in an instance with many names in which was searched.
 class DesignIndex
 {
 public:

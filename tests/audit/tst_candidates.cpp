@@ -417,6 +417,8 @@ void TestCandidates::findsInLargeInstances_data()
                                  << "top/phase_error_r";
     QTest::newRow("instance") << "u_block_17/clk"
                               << "top/i_block_17/clk";
+    QTest::newRow("moved, with many of its name") << "far/away/deep_9/u/clk"
+                                                  << "top/a_9/deep_9/u/clk";
 }
 
 void TestCandidates::findsInLargeInstances()
@@ -425,7 +427,7 @@ void TestCandidates::findsInLargeInstances()
     QFETCH(QString, first);
     QString text = "phase_error_r synchronizer quadrature ";
     for (int i = 0; i < 1000; ++i)
-        text += QString("lane_data_%1 i_block_%1/clk ").arg(i);
+        text += QString("lane_data_%1 i_block_%1/clk a_%1/deep_%1/u/clk ").arg(i);
     const Netlist netlist = netlistFrom(text);
     const DesignNames names(netlist.get());
     CandidateSearch search(names);
