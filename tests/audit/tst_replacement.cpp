@@ -393,6 +393,9 @@ void TestReplacement::prefixReplacesWhatIsMissing()
              before.cores.at(0).content->probeOuts.at(1));
 
     // What is in the design is not missing, and a clock that is not used neither.
+    CoreSnapshot unused = *after.cores.at(1).content;
+    unused.userClock = "top/u_old/clk";
+    after.cores[1].content = std::make_shared<const CoreSnapshot>(unused);
     const ConfigSnapshot done = after;
     QCOMPARE(replacePrefix(&after, "top/u_new", "top", names), 0);
     QCOMPARE(replacePrefix(&after, "top/u_old", "top/u_new", names), 0);
