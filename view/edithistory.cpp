@@ -103,9 +103,9 @@ EditHistory::Pause::~Pause()
 EditHistory::EditHistory(private_impl::TarnViewPrivate *document)
     : d(document)
     , m_undo(addAction("undoAction", withKey(QKeySequence::keyBindings(QKeySequence::Undo),
-                                             Qt::CTRL | Qt::Key_Z)))
+                                             Qt::CTRL + Qt::Key_Z)))
     , m_redo(addAction("redoAction", withKey(QKeySequence::keyBindings(QKeySequence::Redo),
-                                             Qt::CTRL | Qt::SHIFT | Qt::Key_Z)))
+                                             Qt::CTRL + Qt::SHIFT + Qt::Key_Z)))
 {
     m_stack.setUndoLimit(MaximumSteps);
     connect(m_undo, &QAction::triggered, this, &EditHistory::undo);

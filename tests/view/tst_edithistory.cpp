@@ -1284,6 +1284,8 @@ QString TestEditHistory::faults() const
     return faults;
 }
 
+/// TARN_RANDOM_STEPS and TARN_RANDOM_SEED choose other edits. Above some ten thousand steps
+/// QTEST_FUNCTION_TIMEOUT, in milliseconds, has to be set too.
 void TestEditHistory::randomEditsAreUndoneAndRedone()
 {
     bool given = false;
