@@ -4,6 +4,7 @@
 
 #include <support/files.h>
 #include <support/modeltext.h>
+#include <support/setting.h>
 
 #include <model/configcheck.h>
 #include <model/configsnapshot.h>
@@ -1288,13 +1289,8 @@ QString TestEditHistory::faults() const
 /// QTEST_FUNCTION_TIMEOUT, in milliseconds, has to be set too.
 void TestEditHistory::randomEditsAreUndoneAndRedone()
 {
-    bool given = false;
-    int steps = qEnvironmentVariableIntValue("TARN_RANDOM_STEPS", &given);
-    if (!given)
-        steps = 1000;
-    quint32 seed = quint32(qEnvironmentVariableIntValue("TARN_RANDOM_SEED", &given));
-    if (!given)
-        seed = QRandomGenerator::system()->generate() & 0x7fffffff;
+    const int steps = int(TarnTest::setting("TARN_RANDOM_STEPS", 1000));
+    const quint32 seed = TarnTest::setting("TARN_RANDOM_SEED", 1);
     qInfo("%d steps, seed %u", steps, seed);
     m_random.seed(seed);
     m_reference = Reference();
