@@ -38,6 +38,22 @@ float rarityOf(int count, const NameTokens &tokens)
     return ByCount[count] * (0.2F + 0.8F * meaning);
 }
 
+/// The likeness of two names in one instance. A scope in front of a name counts like an instance:
+/// "lamp[0].level" and "led[0].level". @p tokens are those of @p missing.
+float leafLikeness(QStringView missing, const NameTokens &tokens, QStringView base)
+{
+    const float whole = likeness(tokens, NameTokens(base));
+    const qsizetype scope = missing.lastIndexOf(QLatin1Char('.'));
+    const qsizetype other = base.lastIndexOf(QLatin1Char('.'));
+    if (scope < 1 || other < 1)
+        return whole;
+    const float unlike =
+        1 - likeness(NameTokens(missing.left(scope)), NameTokens(base.left(other)));
+    const float last =
+        likeness(NameTokens(missing.mid(scope + 1)), NameTokens(base.mid(other + 1)));
+    return std::max(whole, last * (1 - PathShare * unlike));
+}
+
 /// Whether @p below is @p levels or an instance below.
 bool isWayTo(const std::vector<QStringView> &levels, const std::vector<QStringView> &below)
 {
@@ -127,7 +143,7 @@ float CandidateRating::likenessOfNet(const Place &place, QStringView base) const
         return rated(place, base, 1);
     if (m_missing.bus && base == m_missing.base)
         return rated(place, base, OtherKind);
-    const float leaf = SameWords * likeness(m_missing.allTokens, NameTokens(base));
+    const float leaf = SameWords * leafLikeness(m_missing.leaf, m_missing.allTokens, base);
     if (!m_missing.bus)
         return rated(place, base, leaf);
     return leaf >= LeastForOther ? rated(place, base, leaf * OtherNet) : 0;
@@ -145,7 +161,7 @@ float CandidateRating::likenessOfBus(const Place &place, const NETWEIR::RtlNetBu
                                      QStringView base) const
 {
     const bool same = base == m_missing.base;
-    const float leaf = same ? 1 : SameWords * likeness(m_missing.tokens, NameTokens(base));
+    const float leaf = same ? 1 : SameWords * leafLikeness(m_missing.base, m_missing.tokens, base);
     if (!m_missing.bus) {
         if (leaf < LeastForOther)
             return 0;
@@ -177,7 +193,8 @@ bool CandidateRating::rateBits(const Place &place, QStringView fullBase, QString
 {
     if (!m_missing.index.isEmpty()) {
         const bool same = base == m_missing.base;
-        const float leaf = same ? 1 : SameWords * likeness(m_missing.tokens, NameTokens(base));
+        const float leaf =
+            same ? 1 : SameWords * leafLikeness(m_missing.base, m_missing.tokens, base);
         return addBit(place, fullBase, m_missing.index, rated(place, base, leaf)) && same;
     }
     NameTokens front;

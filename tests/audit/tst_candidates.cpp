@@ -288,6 +288,12 @@ void TestCandidates::findsTheSuccessor_data()
     QTest::newRow("other generate scope") << "g(0).x g(1).x y"
                                           << "g[1].x"
                                           << "top/g(1).x";
+    QTest::newRow("generate scope renamed")
+        << "lamp_drive[0].level lamp_drive[1].level lamp_drive[0].duty level"
+        << "led_drive[0].level"
+        << "top/lamp_drive[0].level";
+    QTest::newRow("generate scope with another number") << "lamp[0].level lamp[1].level"
+                                                        << "lamp[2].level" << QString();
     QTest::newRow("instance renamed") << "u_fifo/full u_filter/full u_fir/full"
                                       << "i_fifo/full"
                                       << "top/u_fifo/full";
