@@ -257,6 +257,7 @@ private Q_SLOTS:
     void nothingIsRecordedWithoutAChange();
     void typedTextIsAStepBeforeUndo();
     void typedTextIsAStepBeforeASave();
+    void committedTypingCountsAsApplied();
     void hiddenTypedTextIsKept();
     void lineWithTypingGoesFirst_data();
     void lineWithTypingGoesFirst();
@@ -812,6 +813,28 @@ void TestEditHistory::typedTextIsAStepBeforeASave()
     history()->redo();
     QCOMPARE(state(), saved);
     QCOMPARE(titleFaults(false), QString());
+}
+
+void TestEditHistory::committedTypingCountsAsApplied()
+{
+    typeValue(1, "7C", false);
+    typeClock("top/c", false);
+    history()->commitTyping();
+    QCOMPARE(history()->stack()->count(), 1);
+    history()->commitTyping();
+    QCOMPARE(history()->stack()->count(), 1);
+    // From now on the steps undo it, and not the lines.
+    QVERIFY(!lineOf(page(), 1)->isUndoAvailable());
+    QVERIFY(!clockOf(page())->isUndoAvailable());
+    click("btnProbeInAdd");
+    QCOMPARE(history()->stack()->count(), 2);
+    QCOMPARE(history()->stack()->undoText(), QString("Add Port"));
+    history()->undo();
+    QCOMPARE(lineOf(page(), 1)->displayText(), QString("0x7C"));
+    QCOMPARE(clockOf(page())->text(), QString("top/c"));
+    history()->undo();
+    QCOMPARE(lineOf(page(), 1)->displayText(), QString("0x11"));
+    QCOMPARE(clockOf(page())->text(), QString("top/clk"));
 }
 
 void TestEditHistory::hiddenTypedTextIsKept()
