@@ -271,11 +271,17 @@ bool InitialValueLine::outlivesLossOfFocus()
     return self;
 }
 
+bool InitialValueLine::decidesUndoKey(QEvent *event) const
+{
+    return event->type() == QEvent::ShortcutOverride &&
+           !endangersPrefix(static_cast<QKeyEvent *>(event)) && decideUndoKey(this, event);
+}
+
 bool InitialValueLine::event(QEvent *event)
 {
     if (event->type() == QEvent::FocusOut && !outlivesLossOfFocus())
         return true;
-    if (decideUndoKey(this, event))
+    if (decidesUndoKey(event))
         return true;
     // Past QLineEdit on purpose: other shortcuts of the window go before typing here, and no text
     // is dragged out of the line.

@@ -94,6 +94,9 @@ private:
     /// Applies the text. False when the line was deleted while a box about it was open.
     bool outlivesLossOfFocus();
     bool endangersPrefix(const QKeyEvent *event) const;
+    /// A key that the line ignores is left to the window, whose undo then takes back the typing
+    /// here.
+    bool decidesUndoKey(QEvent *event) const;
     /// Runs @p change, made by the user, and undoes it when it reached into the prefix. Returns
     /// whether the line shows another text afterwards.
     template <typename Change>

@@ -12,8 +12,7 @@ namespace TARN {
 /// that comes. The ports that are in neither place go.
 ///
 /// Equal ports at both ends are matched, then those between them in order as far as they are found,
-/// and what is left in pairs. @p same(i, k) tells whether the former port i is equal to the port k;
-/// it is called at most once for each pair.
+/// and what is left in pairs. @p same(i, k) tells whether the former port i is equal to the port k.
 QVector<int> matchPorts(int former, int now, const std::function<bool(int, int)> &same);
 
 } // namespace TARN

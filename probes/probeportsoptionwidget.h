@@ -56,10 +56,9 @@ public:
     void keepTyping();
 
     /// Makes core and page equal to @p target, but for the module, which every save sets. The page
-    /// shows what a new page would show. Rebuilds
-    /// the rows of ports that differ; the other rows stay as they are. What is typed and not in
-    /// @p target is lost. Closes the dialogs of ports that go. Emits neither modified() nor
-    /// edited().
+    /// shows what a new page would show. Rebuilds the rows of ports that differ; the other rows
+    /// stay as they are. What is typed and not in @p target is lost. Closes the dialogs of ports
+    /// that go. Emits neither modified() nor edited().
     void restore(const CoreSnapshot &target);
 
     /// Makes the row current, selects it and brings it into sight. Positions that do not exist, and

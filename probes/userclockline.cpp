@@ -57,6 +57,8 @@ void UserClockLine::apply()
 void UserClockLine::keepText()
 {
     m_applied = text();
+    if (!isUndoAvailable() && !isRedoAvailable())
+        return; // Keeps the selection.
     const int cursor = cursorPosition();
     setText(m_applied); // Forgets the single keys.
     setCursorPosition(cursor);

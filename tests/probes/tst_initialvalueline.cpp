@@ -822,6 +822,37 @@ private Q_SLOTS:
         QCOMPARE(f.line->displayText(), QStringLiteral("0x70"));
     }
 
+    void windowUndoesWhereTheLineIgnoresKeys_data()
+    {
+        QTest::addColumn<int>("cursor");
+        QTest::addColumn<int>("selected");
+        QTest::addColumn<bool>("ignores");
+        QTest::newRow("before the prefix") << 0 << 0 << true;
+        QTest::newRow("in the prefix") << 1 << 0 << true;
+        QTest::newRow("all selected") << 0 << 4 << true;
+        QTest::newRow("behind the prefix") << 2 << 0 << false;
+        QTest::newRow("value selected") << 2 << 2 << false;
+    }
+    void windowUndoesWhereTheLineIgnoresKeys()
+    {
+        QFETCH(int, cursor);
+        QFETCH(int, selected);
+        QFETCH(bool, ignores);
+        Fixture f;
+        f.setBits({"00000000"});
+        f.focus("0x00");
+        QAction undo;
+        undo.setShortcut(QKeySequence::Undo);
+        const QSignalSpy undone(&undo, &QAction::triggered);
+        f.window.addAction(&undo);
+        f.line->setCursorPosition(2);
+        QTest::keyClicks(f.line, "7");
+        f.line->setSelection(cursor, selected);
+        QTest::keyClick(f.line, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(undone.count(), ignores ? 1 : 0);
+        QCOMPARE(f.line->displayText(), QString(ignores ? "0x70" : "0x00"));
+    }
+
     void keysOfRedoAreForTypingFirst()
     {
         Fixture f;

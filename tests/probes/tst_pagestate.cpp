@@ -545,6 +545,9 @@ void TestPageState::savedTextIsApplied()
     QTest::keyClick(page.clock(), Qt::Key_Return);
     QCOMPARE(page.edited.count(), 0);
     QCOMPARE(page.shown(Typing::LeftOut, saved), saved);
+    page.clock()->selectAll();
+    page.widget.save();
+    QCOMPARE(page.clock()->selectedText(), QString("clk"));
 }
 
 void TestPageState::keptTypingIsApplied()
