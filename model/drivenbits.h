@@ -33,8 +33,8 @@ public:
     /// Prepares for so many different bits, which saves time when all ports are added.
     void reserve(int bits);
 
-    /// Adds a port with the signals @p items. Returns its number: 0, 1, ...; numbers
-    /// of removed ports are used again.
+    /// Adds a port with the signals @p items. Returns its number: 0, 1, ...; numbers of removed
+    /// ports are used again.
     int add(const QList<SignalItem> &items);
 
     /// Removes the port with that number. Of many ports, those added last should go first.
