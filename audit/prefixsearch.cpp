@@ -5,6 +5,7 @@
 #include "counterpart.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace TARN {
 
@@ -214,14 +215,19 @@ void PrefixSearch::tryName(int position)
     m_trial.explains += missing.count;
 }
 
-/// Keeps what explains at least two different names.
+/// Keeps what explains at least two different names that seem to have moved, and not as many that
+/// have something similar where they were.
 void PrefixSearch::finishTrial()
 {
-    const auto another = [this](int position) {
+    std::vector<int> moved;
+    std::copy_if(m_trial.names.cbegin(), m_trial.names.cend(), std::back_inserter(moved),
+                 [this](int position) { return !hasStayed(position); });
+    const auto another = [this, &moved](int position) {
         return m_missing[std::size_t(position)].missing->name !=
-               m_missing[std::size_t(m_trial.names.front())].missing->name;
+               m_missing[std::size_t(moved.front())].missing->name;
     };
-    if (std::none_of(m_trial.names.cbegin(), m_trial.names.cend(), another))
+    if (moved.size() * 2 <= m_trial.names.size() ||
+        std::none_of(moved.cbegin(), moved.cend(), another))
         return;
     nameMovedInstance();
     m_trial.likeness = pathLikeness(levelsOf(m_trial.from), levelsOf(m_trial.to));
@@ -334,8 +340,7 @@ void PrefixSearch::assignNext()
     bool best = false;
     for (const int position : change.names) {
         std::vector<int> &changes = m_changesOfNames[std::size_t(position)];
-        if (changes.size() == MostChanges || hasStayed(position) ||
-            (chance && hasBetter(position, change)))
+        if (changes.size() == MostChanges || (chance && hasBetter(position, change)))
             continue;
         best |= changes.empty();
         changes.push_back(int(m_next));
