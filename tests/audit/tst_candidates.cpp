@@ -228,6 +228,7 @@ private Q_SLOTS:
     void offersOnlyWhatPortsCanHold();
     void prefixChangeComesFirst();
     void oneNameIsNoPrefixChange();
+    void namesThatStayedDoNotMove();
     void countsEveryEntry();
     void clockCanTakeABit();
     void findsInLargeInstances_data();
@@ -381,6 +382,29 @@ void TestCandidates::oneNameIsNoPrefixChange()
     QCOMPARE(textOf(search.prefixChanges()), QString());
     QCOMPARE(textOf(search.candidates("top/i_fifo/full", ProbeTypeOut)),
              QString("top/u_fifo/full"));
+}
+
+/// Signals that are renamed at the top often keep their names at the ports of an instance below.
+void TestCandidates::namesThatStayedDoNotMove()
+{
+    const Netlist netlist = netlistFrom("set_point[3:0] gates u_ctl/setpoint[3:0] u_ctl/stop_gate");
+    const DesignNames names(netlist.get());
+    CandidateSearch search(names);
+    search.setMissing(missingFrom("setpoint[3:0] stop_gate"));
+    searchAll(&search);
+    QCOMPARE(textOf(search.prefixChanges()), QString());
+    QCOMPARE(textOf(search.candidates("top/setpoint[3:0]", ProbeTypeIn).value(0)),
+             QString("top/set_point[3:0] bus"));
+
+    // When most of them are nowhere else, they all moved.
+    const Netlist split = netlistFrom("set_point u_ctl/setpoint u_ctl/enable u_ctl/watchdog");
+    const DesignNames splitNames(split.get());
+    CandidateSearch splitSearch(splitNames);
+    splitSearch.setMissing(missingFrom("setpoint enable watchdog"));
+    searchAll(&splitSearch);
+    const QString change = "top -> top/u_ctl (3)";
+    QCOMPARE(textOf(splitSearch.prefixChanges()), change);
+    QCOMPARE(textOf(splitSearch.candidates("top/setpoint", ProbeTypeIn).value(0)), change);
 }
 
 void TestCandidates::countsEveryEntry()
