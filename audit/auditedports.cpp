@@ -3,6 +3,7 @@
 #include "auditedports.h"
 
 #include <model/configsnapshot.h>
+#include <model/portlimits.h>
 
 #include <algorithm>
 #include <tuple>

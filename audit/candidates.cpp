@@ -12,36 +12,8 @@
 #include <QHash>
 
 #include <algorithm>
-#include <optional>
-#include <unordered_map>
 
 namespace TARN {
-
-namespace {
-
-struct NameKey
-{
-    QString name;
-    ProbeType type;
-    bool bus;
-};
-
-bool operator==(const NameKey &a, const NameKey &b)
-{
-    return a.type == b.type && a.bus == b.bus && a.name == b.name;
-}
-
-uint qHash(const NameKey &key, uint seed = 0)
-{
-    return ::qHash(key.name, seed) + uint(key.type) * 2 + (key.bus ? 1 : 0);
-}
-
-bool isSame(const MissingName &a, const MissingName &b)
-{
-    return a.type == b.type && a.bus == b.bus && a.name == b.name;
-}
-
-} // namespace
 
 class CandidateSearch::Private
 {
@@ -83,7 +55,7 @@ private:
 
     QVector<MissingName> given;
     std::vector<std::unique_ptr<Entry>> entries; ///< Each name once, in the order given.
-    QHash<NameKey, int> positions;
+    QHash<MissingName, int> positions;
     std::size_t next = 0;
     std::size_t nextMoved = 0;
     QHash<QString, QString> moves; ///< The best prefix changes of this search and of former ones.
@@ -93,25 +65,24 @@ private:
 /// Takes over what is known of names that stay.
 void CandidateSearch::Private::setMissing(const QVector<MissingName> &missing)
 {
-    if (std::equal(given.cbegin(), given.cend(), missing.cbegin(), missing.cend(), isSame))
+    if (given == missing)
         return;
     given = missing;
     std::vector<std::unique_ptr<Entry>> former;
     former.swap(entries);
-    const QHash<NameKey, int> formerPositions = positions;
+    const QHash<MissingName, int> formerPositions = positions;
     prefixes.reset();
     positions.clear();
     next = 0;
     nextMoved = 0;
     for (const MissingName &each : missing) {
-        const NameKey key{each.name, each.type, each.bus};
-        const auto known = positions.constFind(key);
+        const auto known = positions.constFind(each);
         if (known != positions.cend()) {
             ++entries[std::size_t(*known)]->count;
             continue;
         }
-        positions.insert(key, int(entries.size()));
-        const int position = formerPositions.value(key, -1);
+        positions.insert(each, int(entries.size()));
+        const int position = formerPositions.value(each, -1);
         if (position == -1)
             entries.push_back(std::make_unique<Entry>(Entry{each, {}, false, {}, 0}));
         else
@@ -248,8 +219,8 @@ Replacement CandidateSearch::Private::replacementOf(const PrefixSearch::Change &
 
 int CandidateSearch::Private::positionOf(const QString &name, ProbeType type) const
 {
-    const int single = positions.value({name, type, false}, -1);
-    return single == -1 ? positions.value({name, type, true}, -1) : single;
+    const int single = positions.value({name, false, type}, -1);
+    return single == -1 ? positions.value({name, true, type}, -1) : single;
 }
 
 QVector<Replacement> CandidateSearch::Private::candidates(const QString &name, ProbeType type) const

@@ -4,6 +4,7 @@
 
 #include <model/tarncore.h>
 
+#include <QHash>
 #include <QString>
 #include <QVector>
 
@@ -37,6 +38,16 @@ struct MissingName
     ProbeType type = ProbeTypeIn; ///< Where it is used; of a user clock: ProbeTypeIn.
 };
 
+inline bool operator==(const MissingName &a, const MissingName &b)
+{
+    return a.type == b.type && a.bus == b.bus && a.name == b.name;
+}
+
+inline uint qHash(const MissingName &missing, uint seed = 0)
+{
+    return ::qHash(missing.name, seed) + uint(missing.type) * 2 + (missing.bus ? 1 : 0);
+}
+
 /// Finds what the design has in place of what is missing.
 ///
 /// Works in slices, so that it never blocks the user. The index of the design is made at the first
@@ -53,8 +64,6 @@ struct MissingName
 class CandidateSearch
 {
 public:
-    using Missing = MissingName;
-
     explicit CandidateSearch(const DesignNames &names);
     ~CandidateSearch();
     Q_DISABLE_COPY(CandidateSearch)

@@ -69,7 +69,6 @@ quint64 placeOf(int instance, Salt salt)
 } // namespace
 
 DesignIndex::DesignIndex(NETWEIR::RtlNetlist *netlist)
-    : m_netlist(netlist)
 {
     addInstance(netlist->top(), -1);
 }

@@ -47,7 +47,6 @@ public:
     int childOf(int instance, QStringView name) const;
 
     // Entries.
-    int firstEntryOf(int instance) const { return instanceAt(instance).firstEntry; }
     int entryCountOf(int instance) const { return instanceAt(instance).entryCount; }
     int instanceOf(int entry) const { return entryAt(entry).instance; }
     NETWEIR::RtlNet *netOf(int entry) const;    ///< Null for a bus.
@@ -59,11 +58,11 @@ public:
     /// of instances above as @p levels has at its end. A few for each level.
     void findByEnd(const std::vector<QStringView> &levels, QStringView base,
                    std::vector<int> *entries) const;
-    /// The number of entries with that base; Capacity of NameKeys stands for as many or more.
-    int countOf(QStringView base) const;
     /// The same for instances with the last name of @p levels.
     void findInstancesByEnd(const std::vector<QStringView> &levels,
                             std::vector<int> *instances) const;
+    /// The number of entries with that base; Capacity of NameKeys stands for as many or more.
+    int countOf(QStringView base) const;
 
     // Similar names within one instance. When there are many, they have to be prepared first, which
     // advance() does. Then at most a few dozens are found, by the words that they share.
@@ -107,7 +106,6 @@ private:
     void addWords(quint64 place, QStringView name, int number);
     void findSimilar(quint64 place, const NameTokens &tokens, std::vector<int> *numbers) const;
 
-    NETWEIR::RtlNetlist *m_netlist;
     std::deque<Instance> m_instances; ///< Each after its parent; the children of one in a row.
     std::deque<Entry> m_entries;
     NameKeys m_ends;     ///< Entries and instances by the ends of their names.

@@ -7,6 +7,7 @@
 
 #include <model/configcheck.h>
 #include <model/configsnapshot.h>
+#include <model/portlimits.h>
 
 #include <QCoreApplication>
 

@@ -6,6 +6,7 @@
 
 #include <model/bitstring.h>
 #include <model/configsnapshot.h>
+#include <model/portlimits.h>
 #include <model/signalbits.h>
 
 #include <QHash>
@@ -129,14 +130,6 @@ int significantBits(const QString &initialValue)
     const QString bits = stringHextoBinfor0x(initialValue);
     const int first = bits.indexOf(QLatin1Char('1'));
     return first == -1 ? 0 : bits.size() - first;
-}
-
-int widthOf(const QList<SignalItem> &items)
-{
-    int width = 0;
-    for (const SignalItem &item : items)
-        width += item.width();
-    return width;
 }
 
 } // namespace TARN

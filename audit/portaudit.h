@@ -54,6 +54,4 @@ private:
 /// leading zeros. 0 for an empty text and for one that is no such value.
 int significantBits(const QString &initialValue);
 
-int widthOf(const QList<SignalItem> &items);
-
 } // namespace TARN

@@ -15,8 +15,6 @@ struct SignalFit
     bool changed = false;   ///< A bus with another range, or with bits that it did not have.
     int unusable = 0;       ///< Number of bits that are excluded from ports of that kind.
     int firstUnusable = -1; ///< Position of the first of them; -1 for a single net.
-
-    bool isGood() const { return !missing && !changed && unusable == 0; }
 };
 
 /// Takes two look-ups and one comparison of names per bit; for a bus that has changed, one look-up

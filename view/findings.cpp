@@ -58,14 +58,6 @@ QString nameAt(const ConfigSnapshot &snapshot, const Place &place)
                                                                       : QString();
 }
 
-bool areSame(const QVector<MissingName> &left, const QVector<MissingName> &right)
-{
-    return std::equal(left.cbegin(), left.cend(), right.cbegin(), right.cend(),
-                      [](const MissingName &a, const MissingName &b) {
-                          return a.name == b.name && a.bus == b.bus && a.type == b.type;
-                      });
-}
-
 bool holdsBits(const SignalItem &bus)
 {
     return std::any_of(bus.members.cbegin(), bus.members.cend(),
@@ -103,7 +95,6 @@ void Findings::setNetlist(NETWEIR::RtlNetlist *netlist)
     m_marks.setNames(names.get());
     m_audit.setNames(names.get());
     m_names = std::move(names);
-    m_searched.clear();
     if (m_names)
         m_search = std::make_unique<CandidateSearch>(*m_names);
     restartSearch();
@@ -143,9 +134,7 @@ void Findings::runSlice()
     if (m_phase == Phase::Done) // Given up meanwhile.
         return;
     if (m_phase == Phase::Collecting && collect(QDeadlineTimer(Slice))) {
-        if (!areSame(m_missing, m_searched))
-            m_search->setMissing(m_missing);
-        m_searched = m_missing;
+        m_search->setMissing(m_missing);
         m_phase = Phase::Searching;
     } else if (m_phase == Phase::Searching && m_search->step(Slice)) {
         m_phase = Phase::Done;

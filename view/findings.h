@@ -103,7 +103,6 @@ private:
     bool m_sliceQueued = false;
     int m_collected = 0; ///< Findings that collect() has seen.
     QVector<MissingName> m_missing;
-    QVector<MissingName> m_searched; ///< What the search was last asked for.
     int m_changedBuses = 0;
 };
 
