@@ -8,6 +8,7 @@
 #include <widgets/modaldialog.h>
 
 #include <QAction>
+#include <QApplication>
 #include <QBoxLayout>
 #include <QEvent>
 #include <QHeaderView>
@@ -162,7 +163,9 @@ void FindingsPane::showPlace(int place)
 {
     m_place = place;
     m_chosen = m_current;
-    Q_EMIT chosen(place == 0 ? m_current.place : m_current.others.at(place - 1));
+    // A copy: a line that applies its text meanwhile changes the findings.
+    const Place chosenPlace = place == 0 ? m_current.place : m_current.others.at(place - 1);
+    Q_EMIT chosen(chosenPlace);
 }
 
 // Findings come and go
@@ -193,9 +196,19 @@ void FindingsPane::setShown(bool shown)
         limitHeight();
         column->addWidget(this);
     } else {
+        passFocusToPage();
         column->removeWidget(this);
     }
     setVisible(shown);
+}
+
+/// Hiding the list would pass the focus on to what follows the view, whose keys need the focus.
+void FindingsPane::passFocusToPage()
+{
+    if (!isAncestorOf(QApplication::focusWidget()))
+        return;
+    ui->listFindings->setFocus();
+    focusPreviousChild();
 }
 
 void FindingsPane::setTabBehind(QWidget *page)
@@ -284,16 +297,24 @@ void FindingsPane::refreshOffers()
 {
     const QVector<Offer> offers = offersForCurrent();
     fill(m_replaceMenu, offers);
-    ui->btnReplace->setEnabled(!offers.isEmpty());
+    setOffering(ui->btnReplace, !offers.isEmpty());
 
     m_all = offersForAll();
     fill(m_replaceAllMenu, m_all);
     const bool single = m_all.size() == 1;
     ui->btnReplaceAll->setMenu(m_all.size() > 1 ? m_replaceAllMenu : nullptr);
-    ui->btnReplaceAll->setEnabled(!m_all.isEmpty());
+    setOffering(ui->btnReplaceAll, !m_all.isEmpty());
     ui->btnReplaceAll->setToolTip(single ? m_all.first().text : QString());
     ui->btnReplaceAll->setAccessibleDescription(
         single ? m_all.first().text : tr("Opens a menu of changes that mend several findings."));
+}
+
+/// Enables or disables @p button without letting the focus leave the list with it.
+void FindingsPane::setOffering(QPushButton *button, bool offering)
+{
+    if (!offering && button->hasFocus())
+        ui->listFindings->setFocus();
+    button->setEnabled(offering);
 }
 
 void FindingsPane::fill(QMenu *menu, const QVector<Offer> &offers)

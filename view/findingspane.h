@@ -12,6 +12,7 @@
 
 class QAction;
 class QMenu;
+class QPushButton;
 
 namespace TARN {
 
@@ -75,6 +76,7 @@ private:
     void refresh();
     void refreshOffers();
     void setShown(bool shown);
+    void passFocusToPage();
     void limitHeight();
     int currentRow() const;
     void setCurrentRow(int row);
@@ -82,6 +84,7 @@ private:
     QVector<Offer> offersForCurrent() const;
     Offer offerFor(const Replacement &change) const;
     QVector<Offer> offersForAll() const;
+    void setOffering(QPushButton *button, bool offering);
     void fill(QMenu *menu, const QVector<Offer> &offers);
     void onReplaceAllClicked();
     void run(const Offer &offer);

@@ -230,6 +230,17 @@ private:
         return shown;
     }
 
+    /// A line that comes after the view in the order of the Tab key.
+    static QWidget *addLineBehind(const ShownView &view)
+    {
+        auto *line = new QLineEdit(view.container);
+        view.container->layout()->addWidget(line);
+        QWidget::setTabOrder(buttonOf(view, "btnReplaceAll"), line);
+        view.container->activateWindow();
+        runDueEvents();
+        return line;
+    }
+
     static QStringList signalsOf(const ShownView &view, int core, int port)
     {
         return namesOf(pagesOf(view.view)[core]->core()->getProbeIn(port)->signals);
@@ -714,6 +725,79 @@ private Q_SLOTS:
         QCOMPARE(debugLines().filter(line),
                  QStringList({line + "nets gone: 1, buses changed: 1, signals marked: 4",
                               line + "nets gone: 0, buses changed: 0, signals marked: 0"}));
+    }
+
+    // The keys of the view
+
+    void focusStaysInTheView_data()
+    {
+        QTest::addColumn<QString>("focused");
+        QTest::newRow("list") << QString("listFindings");
+        QTest::newRow("replace") << QString("btnReplace");
+        QTest::newRow("replace all") << QString("btnReplaceAll");
+    }
+
+    void focusStaysInTheView()
+    {
+        QFETCH(QString, focused);
+        const QVector<Fill> fills = {
+            in({net("top/u_a/state_q"), net("top/u_a/valid"), net("top/u_a/ready")})};
+        const QStringList renamed = {"u_b/state_q", "u_b/valid", "u_b/ready"};
+        const ShownView view = show(renamed, {{in({net("top/u_b/valid")})}, fills});
+        script().expectMenu({"Add", "Remove"}, "Remove");
+        ModalScript::Box question = RemoveCore;
+        question.text = "Do you want to remove TARN 1 ?";
+        script().expectBox(question);
+        openMenu(view.view, 1);
+        view->history()->undo();
+        search();
+        QWidget *behind = addLineBehind(view);
+        auto *widget = view->findChild<QWidget *>(focused);
+        widget->setFocus();
+        QVERIFY(widget->hasFocus());
+        view->history()->redo(); // The list goes with the core.
+        QVERIFY(!isShown(view));
+        QVERIFY(QApplication::focusWidget() && !behind->hasFocus());
+        QVERIFY(view->isAncestorOf(QApplication::focusWidget()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(isShown(view));
+    }
+
+    void focusStaysWhenNothingIsOffered()
+    {
+        const ShownView view = show({"u/state_r"}, {{in({net("top/u/state_q"), net("top/gone")})}});
+        QWidget *behind = addLineBehind(view);
+        buttonOf(view, "btnReplace")->setFocus();
+        QVERIFY(buttonOf(view, "btnReplace")->hasFocus());
+        listOf(view)->setCurrentIndex(listOf(view)->model()->index(1, 0));
+        QVERIFY(!buttonOf(view, "btnReplace")->isEnabled());
+        QVERIFY(!behind->hasFocus());
+        QVERIFY(listOf(view)->hasFocus());
+    }
+
+    // While the design is read
+
+    void stepsAndKeysWorkWhileTheDesignIsRead()
+    {
+        const ShownView view =
+            show({"u/state_r"},
+                 {{in({net("top/u/state_q")}), out({net("top/u/state_r"), net("top/gone")})}});
+        currentPageOf(view.view)->findChild<QPushButton *>("btnProbeInAdd")->click();
+        int readings = 0;
+        extraction().whileBuilding = [&] {
+            ++readings;
+            QVERIFY(!isShown(view)); // There is no netlist.
+            view->history()->undo();
+            view->history()->redo();
+            actionOf(view, Qt::Key_F8)->trigger();
+            runDueEvents();
+            view->history()->undo();
+        };
+        reload(view, {"u/state_r"});
+        QCOMPARE(readings, 1);
+        QCOMPARE(placesOf(view),
+                 QStringList({"tarn_0, Probe In0, top/u/state_q", "tarn_0, Probe Out0, top/gone"}));
+        QVERIFY(!view->isModified());
     }
 
     // Limits
