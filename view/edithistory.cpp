@@ -14,18 +14,19 @@
 #include <QLineEdit>
 #include <QUndoCommand>
 
+#include <utility>
+
 namespace TARN {
 
 /// The way from one snapshot to another and back.
 class EditHistory::Step final : public QUndoCommand
 {
 public:
-    Step(EditHistory *history, const QString &text, const ConfigSnapshot &before,
-         const ConfigSnapshot &after)
+    Step(EditHistory *history, const QString &text, State before, State after)
         : QUndoCommand(text)
         , m_history(history)
-        , m_before(before)
-        , m_after(after)
+        , m_before(std::move(before))
+        , m_after(std::move(after))
     {
     }
 
@@ -40,8 +41,8 @@ public:
 
 private:
     EditHistory *m_history;
-    ConfigSnapshot m_before;
-    ConfigSnapshot m_after;
+    State m_before;
+    State m_after;
     bool m_done = false;
 };
 
@@ -143,7 +144,7 @@ void EditHistory::updateActions()
 void EditHistory::begin()
 {
     m_paused = false;
-    m_current = shown(Typing::LeftOut);
+    m_current = std::make_shared<ConfigSnapshot>(shown(Typing::LeftOut));
     m_stack.clear();
     if (d->q->isModified())
         m_stack.resetClean();
@@ -155,13 +156,13 @@ void EditHistory::record(TarnOptionWidget *page)
     if (m_paused)
         return;
     const ConfigSnapshot target = shown(Typing::LeftOut, page);
-    if (!sameObjects(m_current, target))
+    if (!sameObjects(*m_current, target))
         push(target);
 }
 
 void EditHistory::followTyping()
 {
-    if (!m_paused && m_stack.isClean() && sameObjects(m_current, shown(Typing::Included)))
+    if (!m_paused && m_stack.isClean() && sameObjects(*m_current, shown(Typing::Included)))
         d->q->showUnmodified();
 }
 
@@ -170,7 +171,7 @@ void EditHistory::commitTyping()
     if (m_paused)
         return;
     const ConfigSnapshot target = shown(Typing::Included);
-    if (sameObjects(m_current, target))
+    if (sameObjects(*m_current, target))
         return;
     for (TarnOptionWidget *page : qAsConst(d->optionWidgets))
         page->keepTyping();
@@ -180,10 +181,10 @@ void EditHistory::commitTyping()
 void EditHistory::apply(const ConfigSnapshot &target, const QString &text)
 {
     commitTyping();
-    if (m_paused || sameObjects(m_current, target))
+    if (m_paused || sameObjects(*m_current, target))
         return;
-    const ConfigSnapshot before = m_current;
-    show(target, before);
+    const State before = m_current;
+    show(std::make_shared<ConfigSnapshot>(target), before);
     d->q->onModified();
     m_current = before;
     push(target, text);
@@ -195,7 +196,7 @@ void EditHistory::recordReload()
     if (m_paused)
         return;
     const ConfigSnapshot target = shown(Typing::LeftOut);
-    if (!sameObjects(m_current, target))
+    if (!sameObjects(*m_current, target))
         push(target, tr("Reload File"));
     if (d->q->isModified())
         m_stack.resetClean();
@@ -208,9 +209,9 @@ void EditHistory::followStored()
     if (m_paused)
         return;
     const ConfigSnapshot stored = shown(Typing::LeftOut);
-    if (sameObjects(m_current, stored))
+    if (sameObjects(*m_current, stored))
         return;
-    m_current = stored;
+    *m_current = stored;
     Q_EMIT changed();
 }
 
@@ -221,10 +222,10 @@ void EditHistory::setSaved()
 
 void EditHistory::push(const ConfigSnapshot &target, const QString &text)
 {
-    const ConfigSnapshot before = m_current;
-    m_current = target;
-    m_stack.push(
-        new Step(this, text.isEmpty() ? textOf(difference(before, target)) : text, before, target));
+    const State before = m_current;
+    m_current = std::make_shared<ConfigSnapshot>(target);
+    const QString name = text.isEmpty() ? textOf(difference(*before, target)) : text;
+    m_stack.push(new Step(this, name, before, m_current));
     Q_EMIT changed();
 }
 
@@ -234,15 +235,15 @@ ConfigSnapshot EditHistory::shown(Typing typing, const TarnOptionWidget *onlyPag
     QVector<qint32> indexes;
     for (const TarnOptionWidget *page : pages)
         indexes.append(page->core()->index);
-    const bool sameCount = m_current.cores.size() == pages.size();
+    const bool sameCount = m_current->cores.size() == pages.size();
     const auto contentOf = [&](int i, const std::shared_ptr<const CoreSnapshot> &former) {
         if (onlyPage && sameCount && pages.at(i) != onlyPage)
-            return m_current.cores.at(i).content;
+            return m_current->cores.at(i).content;
         auto content = pages.at(i)->shown(typing, former);
         shareSignals(pages.at(i)->core(), *content);
         return content;
     };
-    return snapshotOf(indexes, contentOf, m_current);
+    return snapshotOf(indexes, contentOf, *m_current);
 }
 
 // Undo and redo
@@ -287,13 +288,13 @@ void EditHistory::move(void (QUndoStack::*step)())
     showPlace();
 }
 
-void EditHistory::show(const ConfigSnapshot &target, const ConfigSnapshot &former)
+void EditHistory::show(const State &target, const State &former)
 {
     const Pause pause(this);
     const bool hadFocus = d->q->isAncestorOf(QApplication::focusWidget());
-    d->showSnapshot(m_current, target);
+    d->showSnapshot(*m_current, *target);
     m_current = target;
-    m_shown = difference(former, target);
+    m_shown = difference(*former, *target);
     TarnOptionWidget *page = d->optionWidgets.value(m_shown.core);
     if (!page)
         return;

@@ -10,6 +10,8 @@
 #include <QString>
 #include <QUndoStack>
 
+#include <memory>
+
 class QAction;
 class QKeySequence;
 class QLineEdit;
@@ -89,7 +91,7 @@ public:
     void setSaved();
 
     /// What is shown, but for text that is typed and not applied yet.
-    const ConfigSnapshot &current() const { return m_current; }
+    const ConfigSnapshot &current() const { return *m_current; }
 
     /// To look at: undo() and redo() of this class do more than those of the stack.
     const QUndoStack *stack() const { return &m_stack; }
@@ -109,6 +111,9 @@ Q_SIGNALS:
 
 private:
     class Step;
+    /// One state of the configuration. The steps to it and from it share the object: a save that
+    /// changes the form of values changes the state for both.
+    using State = std::shared_ptr<ConfigSnapshot>;
 
     QAction *addAction(const char *name, const QList<QKeySequence> &keys);
     void updateActions();
@@ -117,7 +122,7 @@ private:
     /// did.
     void push(const ConfigSnapshot &target, const QString &text = QString());
     /// Makes cores and pages equal to @p target, and shows the core of the change from @p former.
-    void show(const ConfigSnapshot &target, const ConfigSnapshot &former);
+    void show(const State &target, const State &former);
     /// Shows the row of the last change. It takes the focus, and a line that loses the focus may
     /// show a box, during which view and history can go away.
     void showPlace();
@@ -130,7 +135,7 @@ private:
     QUndoStack m_stack;
     QAction *m_undo;
     QAction *m_redo;
-    ConfigSnapshot m_current;
+    State m_current = std::make_shared<ConfigSnapshot>();
     ConfigDifference m_shown; ///< The last change that was not made on the pages.
     bool m_paused = true;     ///< Until begin().
 };

@@ -112,6 +112,7 @@ private Q_SLOTS:
     void everyEditRenewsTheCopy();
     void fileWithoutCoresHasNoCopyBeforeAnEdit();
     void savedStateNeedsNoCopy();
+    void savedFormOfValuesNeedsNoCopy();
     void orderlyEndRemovesTheCopy_data();
     void orderlyEndRemovesTheCopy();
     void cancelledCloseKeepsTheCopy();
@@ -312,6 +313,24 @@ void TestUnsavedCopy::savedStateNeedsNoCopy()
     shown.container->hide();
     QTRY_COMPARE(contentOf(copyPath()), QString("1 in 0x1F"));
     QCOMPARE(contentOf(path("a.tarn")), QString("2 in 0x1F"));
+}
+
+/// A save writes values in their full form.
+void TestUnsavedCopy::savedFormOfValuesNeedsNoCopy()
+{
+    const ShownView shown = show(writeSample());
+    currentPageOf(shown.view)->findChild<QPushButton *>("btnProbeOutAdd")->click();
+    QTRY_COMPARE(contentOf(copyPath()), QString("1 in 0x1F "));
+    QVERIFY(shown->save());
+    QCOMPARE(contentOf(path("a.tarn")), QString("1 in 0x1F 0x0"));
+    QCOMPARE(contentOf(copyPath()), QString("none"));
+    undoOf(shown)->trigger();
+    redoOf(shown)->trigger();
+    QVERIFY(!shown->isModified());
+    shown.container->hide();
+    shown.container->show();
+    runDueEvents();
+    QCOMPARE(contentOf(copyPath()), QString("none"));
 }
 
 void TestUnsavedCopy::orderlyEndRemovesTheCopy_data()
