@@ -17,6 +17,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
 namespace TARN {
@@ -236,54 +237,42 @@ Port PortEdit::result() const
     return std::make_shared<const PortSnapshot>(port);
 }
 
-/// What a prefix change does to one configuration.
-class PrefixEdit
+/// Puts other signals, and other user clocks in use, in the place of those of a configuration.
+class ConfigEdit
 {
 public:
-    PrefixEdit(const QString &from, const QString &to, const DesignNames &names)
-        : m_from(from)
-        , m_to(to)
-        , m_names(names)
+    /// What takes the place of a signal; nothing when it stays.
+    using SignalFor = std::function<std::optional<SignalItem>(const SignalItem &, ProbeType)>;
+    /// What takes the place of a user clock; empty when it stays.
+    using ClockFor = std::function<QString(const QString &)>;
+
+    explicit ConfigEdit(SignalFor signalFor, ClockFor clockFor = {})
+        : m_signalFor(std::move(signalFor))
+        , m_clockFor(std::move(clockFor))
     {
     }
 
-    /// False when a port would exceed its limit.
-    bool apply(ConfigSnapshot *snapshot);
-    int count() const { return m_count; }
+    /// Returns the number of signals and clocks replaced; -1, and nothing changes, when a port
+    /// would exceed its limit.
+    int apply(ConfigSnapshot *snapshot);
 
 private:
     std::shared_ptr<const CoreSnapshot> applied(const std::shared_ptr<const CoreSnapshot> &core);
     void applyToClock(CoreSnapshot *core);
     bool applyToPorts(QVector<Port> *ports, ProbeType type);
     Port applied(const Port &port, ProbeType type);
-    std::optional<SignalItem> counterpartOf(const SignalItem &item, ProbeType type) const;
 
-    const QString m_from;
-    const QString m_to;
-    const DesignNames &m_names;
+    const SignalFor m_signalFor;
+    const ClockFor m_clockFor;
     int m_count = 0;
 };
 
-std::optional<SignalItem> PrefixEdit::counterpartOf(const SignalItem &item, ProbeType type) const
-{
-    const QString name = movedName(item.name, m_from, m_to);
-    if (name.isEmpty() || !fitOf(item, type, m_names).missing)
-        return std::nullopt;
-    if (item.members.isEmpty()) {
-        if (NETWEIR::RtlNet *net = usableNet(name, type, m_names))
-            return signalOf(net, type);
-    } else if (NETWEIR::RtlNetBus *bus = usableBus(name, type, m_names)) {
-        return signalOf(bus, type);
-    }
-    return std::nullopt;
-}
-
 /// The same object when nothing is replaced, null when the port would exceed its limit.
-Port PrefixEdit::applied(const Port &port, ProbeType type)
+Port ConfigEdit::applied(const Port &port, ProbeType type)
 {
     std::optional<PortEdit> edit;
     for (int i = 0; i < port->signals.size(); ++i) {
-        const std::optional<SignalItem> by = counterpartOf(port->signals.at(i), type);
+        const std::optional<SignalItem> by = m_signalFor(port->signals.at(i), type);
         if (!by)
             continue;
         if (!edit)
@@ -294,7 +283,7 @@ Port PrefixEdit::applied(const Port &port, ProbeType type)
     return edit ? edit->result() : port;
 }
 
-bool PrefixEdit::applyToPorts(QVector<Port> *ports, ProbeType type)
+bool ConfigEdit::applyToPorts(QVector<Port> *ports, ProbeType type)
 {
     for (int i = 0; i < ports->size(); ++i) {
         const Port port = applied(ports->at(i), type);
@@ -306,12 +295,11 @@ bool PrefixEdit::applyToPorts(QVector<Port> *ports, ProbeType type)
     return true;
 }
 
-void PrefixEdit::applyToClock(CoreSnapshot *core)
+void ConfigEdit::applyToClock(CoreSnapshot *core)
 {
-    if (!core->syncUserClock || m_names.net(core->userClock))
-        return;
-    const QString name = movedName(core->userClock, m_from, m_to);
-    if (name.isEmpty() || !usableNet(name, ProbeTypeIn, m_names))
+    const QString name =
+        core->syncUserClock && m_clockFor ? m_clockFor(core->userClock) : QString();
+    if (name.isEmpty())
         return;
     core->userClock = name;
     ++m_count;
@@ -319,7 +307,7 @@ void PrefixEdit::applyToClock(CoreSnapshot *core)
 
 /// Null when a port would exceed its limit.
 std::shared_ptr<const CoreSnapshot>
-PrefixEdit::applied(const std::shared_ptr<const CoreSnapshot> &core)
+ConfigEdit::applied(const std::shared_ptr<const CoreSnapshot> &core)
 {
     CoreSnapshot content = *core;
     applyToClock(&content);
@@ -329,14 +317,16 @@ PrefixEdit::applied(const std::shared_ptr<const CoreSnapshot> &core)
     return shared(std::move(content), core);
 }
 
-bool PrefixEdit::apply(ConfigSnapshot *snapshot)
+int ConfigEdit::apply(ConfigSnapshot *snapshot)
 {
-    for (ConfigSnapshot::Core &core : snapshot->cores) {
+    ConfigSnapshot result = *snapshot;
+    for (ConfigSnapshot::Core &core : result.cores) {
         core.content = applied(core.content);
         if (!core.content)
-            return false;
+            return -1;
     }
-    return true;
+    *snapshot = result;
+    return m_count;
 }
 
 QVector<Port> *portsOf(CoreSnapshot *core, ProbeType type)
@@ -378,12 +368,48 @@ bool replaceSignal(ConfigSnapshot *snapshot, const Place &place, const SignalIte
 int replacePrefix(ConfigSnapshot *snapshot, const QString &from, const QString &to,
                   const DesignNames &names)
 {
-    ConfigSnapshot result = *snapshot;
-    PrefixEdit edit(from, to, names);
-    if (!edit.apply(&result))
-        return -1;
-    *snapshot = result;
-    return edit.count();
+    const auto signalFor = [&](const SignalItem &item,
+                               ProbeType type) -> std::optional<SignalItem> {
+        const QString name = movedName(item.name, from, to);
+        if (name.isEmpty() || !fitOf(item, type, names).missing)
+            return std::nullopt;
+        if (item.members.isEmpty()) {
+            if (NETWEIR::RtlNet *net = usableNet(name, type, names))
+                return signalOf(net, type);
+        } else if (NETWEIR::RtlNetBus *bus = usableBus(name, type, names)) {
+            return signalOf(bus, type);
+        }
+        return std::nullopt;
+    };
+    const auto clockFor = [&](const QString &clock) {
+        const QString name = names.net(clock) ? QString() : movedName(clock, from, to);
+        return usableNet(name, ProbeTypeIn, names) ? name : QString();
+    };
+    return ConfigEdit(signalFor, clockFor).apply(snapshot);
+}
+
+std::optional<SignalItem> busInPlaceOf(const QString &name, ProbeType type,
+                                       const DesignNames &names)
+{
+    NETWEIR::RtlNetBus *bus = names.bus(name);
+    if (!bus)
+        bus = names.busesOfBase(baseOfBusName(name)).value(0);
+    if (!bus)
+        return std::nullopt;
+    SignalItem item = signalOf(bus, type);
+    removeDisabledMembers(&item);
+    return item.members.isEmpty() ? std::nullopt : std::optional<SignalItem>(item);
+}
+
+int takeOverBuses(ConfigSnapshot *snapshot, const DesignNames &names)
+{
+    const auto signalFor = [&names](const SignalItem &item,
+                                    ProbeType type) -> std::optional<SignalItem> {
+        if (!fitOf(item, type, names).changed)
+            return std::nullopt;
+        return busInPlaceOf(item.name, type, names);
+    };
+    return ConfigEdit(signalFor).apply(snapshot);
 }
 
 } // namespace TARN

@@ -6,14 +6,16 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace TARN {
 
 class DesignNames;
 struct ConfigSnapshot;
 
-// Putting something else in the place of what is missing. Both functions share all that does not
-// change with the former snapshot, and take time in proportion to the signals of the ports that
-// change.
+// Putting something else in the place of what is missing or has changed. All functions share what
+// does not change with the former snapshot, and take time in proportion to the signals of the ports
+// that change.
 //
 // A bit of the new signal keeps the initial value of the bit with the same name, else of the bit
 // with the same index; what remains is 0. A net that takes the place of a net keeps its bit. The
@@ -36,5 +38,13 @@ bool replaceSignal(ConfigSnapshot *snapshot, const Place &place, const SignalIte
 /// exceed MaxPortSignals bits.
 int replacePrefix(ConfigSnapshot *snapshot, const QString &from, const QString &to,
                   const DesignNames &names);
+
+/// The usable bits of the bus that the design has under the name @p name, if need be with another
+/// range. Nothing when ports of the type can hold none of them.
+std::optional<SignalItem> busInPlaceOf(const QString &name, ProbeType type,
+                                       const DesignNames &names);
+
+/// Replaces each bus that has changed by busInPlaceOf(). Returns like replacePrefix().
+int takeOverBuses(ConfigSnapshot *snapshot, const DesignNames &names);
 
 } // namespace TARN

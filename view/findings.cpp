@@ -32,19 +32,6 @@ const QList<SignalItem> *signalsAt(const ConfigSnapshot &snapshot, const Place &
     return place.port < 0 || place.port >= ports.size() ? nullptr : &ports.at(place.port)->signals;
 }
 
-/// Moves @p place to the signal of that name in its port. A replacement may have removed signals
-/// above it.
-bool find(const QString &name, const ConfigSnapshot &snapshot, Place *place)
-{
-    const QList<SignalItem> *items = signalsAt(snapshot, *place);
-    if (!items)
-        return false;
-    for (place->signal = std::min(place->signal, items->size() - 1);
-         place->signal >= 0 && items->at(place->signal).name != name; --place->signal) {
-    }
-    return place->signal >= 0;
-}
-
 /// Name of the signal at @p place, without a port of the user clock; empty when there is none.
 QString nameAt(const ConfigSnapshot &snapshot, const Place &place)
 {
@@ -56,12 +43,6 @@ QString nameAt(const ConfigSnapshot &snapshot, const Place &place)
     const QList<SignalItem> *items = signalsAt(snapshot, place);
     return items && place.signal >= 0 && place.signal < items->size() ? items->at(place.signal).name
                                                                       : QString();
-}
-
-bool holdsBits(const SignalItem &bus)
-{
-    return std::any_of(bus.members.cbegin(), bus.members.cend(),
-                       [](const SignalItem &bit) { return bit.enabled; });
 }
 
 bool isMissing(Rule rule)
@@ -176,8 +157,10 @@ QVector<Replacement> Findings::candidatesFor(const Finding &finding) const
     if (!m_search)
         return {};
     if (finding.rule == Rule::BusChanged) {
-        const auto bus = busInPlaceOf(finding.name, finding.place.type);
-        return bus ? QVector<Replacement>{*bus} : QVector<Replacement>();
+        const auto bus = busInPlaceOf(finding.name, finding.place.type, *m_names);
+        if (!bus)
+            return {};
+        return {{Replacement::Signal, finding.name, bus->name, true, 1}};
     }
     if (!isMissing(finding.rule) || m_phase != Phase::Done)
         return {};
@@ -194,18 +177,6 @@ QVector<Replacement> Findings::prefixChanges() const
     if (!m_search || m_phase != Phase::Done)
         return {};
     return m_search->prefixChanges();
-}
-
-/// The bus that the design has under the name @p name, if need be with another range, unless ports
-/// of the type can hold none of its bits.
-std::optional<Replacement> Findings::busInPlaceOf(const QString &name, ProbeType type) const
-{
-    NETWEIR::RtlNetBus *bus = m_names->bus(name);
-    if (!bus)
-        bus = m_names->busesOfBase(baseOfBusName(name)).value(0);
-    if (!bus || !holdsBits(signalOf(bus, type)))
-        return std::nullopt;
-    return Replacement{Replacement::Signal, name, bus->fullBusName(), true, 1};
 }
 
 // Replacing
@@ -238,33 +209,28 @@ bool Findings::replace(const Finding &finding, const Replacement &by)
 
 bool Findings::replaceAll(const Replacement &by)
 {
-    if (!m_names)
-        return true;
-    m_history->commitTyping();
-    ConfigSnapshot target = m_history->current();
-    const int replaced = replacePrefix(&target, by.from, by.to, *m_names);
-    if (replaced > 0)
-        m_history->apply(target, tr("Replace Signals"));
-    return replaced >= 0;
+    return replaceSeveral(
+        [&by](ConfigSnapshot *target, const DesignNames &names) {
+            return replacePrefix(target, by.from, by.to, names);
+        },
+        tr("Replace Signals"));
 }
 
 bool Findings::takeOverBuses()
 {
+    return replaceSeveral(TARN::takeOverBuses, tr("Take Over Buses"));
+}
+
+bool Findings::replaceSeveral(const Replace &replace, const QString &text)
+{
+    if (!m_names)
+        return true;
     m_history->commitTyping();
     ConfigSnapshot target = m_history->current();
-    for (int i = 0; i < count(); ++i) {
-        if (m_audit.ruleAt(i) != Rule::BusChanged)
-            continue;
-        const Finding finding = at(i);
-        const ProbeType type = finding.place.type;
-        const auto by = busInPlaceOf(finding.name, type);
-        const auto item = by ? itemFor(*by, type) : std::nullopt;
-        Place place = finding.place;
-        if (item && find(finding.name, target, &place) && !replaceSignal(&target, place, *item))
-            return false;
-    }
-    m_history->apply(target, tr("Take Over Buses"));
-    return true;
+    const int replaced = replace(&target, *m_names);
+    if (replaced > 0)
+        m_history->apply(target, text);
+    return replaced >= 0;
 }
 
 // Reloads of the design

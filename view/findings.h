@@ -11,6 +11,7 @@
 #include <QSet>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -89,9 +90,10 @@ private:
     void runSlice();
     bool collect(const QDeadlineTimer &deadline);
     void note(int row);
-    std::optional<Replacement> busInPlaceOf(const QString &name, ProbeType type) const;
     std::optional<SignalItem> itemFor(const Replacement &by, ProbeType type) const;
-    void apply(const ConfigSnapshot &target, const QString &text);
+    /// Replaces signals of the snapshot; the number of them, -1 when a port would hold too many.
+    using Replace = std::function<int(ConfigSnapshot *, const DesignNames &)>;
+    bool replaceSeveral(const Replace &replace, const QString &text);
 
     EditHistory *m_history;
     std::unique_ptr<DesignNames> m_names;

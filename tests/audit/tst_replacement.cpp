@@ -210,6 +210,7 @@ private Q_SLOTS:
     void prefixRespectsTheLimit();
     void prefixMakesNoRepeats();
     void prefixReplacesWhatItExplains();
+    void changedBusesAreTakenOver();
     void randomReplacements();
 };
 
@@ -456,6 +457,36 @@ void TestReplacement::prefixReplacesWhatItExplains()
     QCOMPARE(changes.size(), 1);
     QCOMPARE(changes.first().explains, 6);
     QCOMPARE(replacePrefix(&config, changes.first().from, changes.first().to, names), 6);
+}
+
+void TestReplacement::changedBusesAreTakenOver()
+{
+    const auto netlist = newNetlist();
+    const DesignNames names(netlist.get());
+    const ConfigSnapshot before = snapshotFrom({
+        "core top/gone",
+        "in: top/u_new/sum[2:0]=2,1,0 top/still top/u_new/sum[3] top/u_new/gone[1:0]=1,0",
+        "in: top/u_new/sum[3:0]=3,2,1,0 top/u_new/sum[3:0]=2,1",
+        "out 0x16: top/u_new/sum[0:3]=0,1,2,3 top/u_new/part[0:1]=0",
+    });
+    ConfigSnapshot after = before;
+    QCOMPARE(takeOverBuses(&after, names), 3);
+    QCOMPARE(textOf(after), QString("core top/gone\n"
+                                    "in: top/u_new/sum[3:0]=top/u_new/sum[3],top/u_new/sum[2],"
+                                    "top/u_new/sum[1],top/u_new/sum[0] top/still "
+                                    "top/u_new/gone[1:0]=top/u_new/gone[1],top/u_new/gone[0]\n"
+                                    "in: top/u_new/sum[3:0]=top/u_new/sum[3],top/u_new/sum[2],"
+                                    "top/u_new/sum[1],top/u_new/sum[0] "
+                                    "top/u_new/sum[3:0]=top/u_new/sum[2],top/u_new/sum[1]\n"
+                                    "out: top/u_new/sum[3:0]=top/u_new/sum[3],top/u_new/sum[2],"
+                                    "top/u_new/sum[1],top/u_new/sum[0] "
+                                    "top/u_new/part[1:0]=top/u_new/part[0] 0x1A"));
+    QCOMPARE(after.cores.at(0).content->probeIns.at(1), before.cores.at(0).content->probeIns.at(1));
+
+    ConfigSnapshot full = snapshotFrom({"core", "in: top/u_new/wide[1:0]=1,0"});
+    const ConfigSnapshot former = full;
+    QCOMPARE(takeOverBuses(&full, names), -1);
+    QVERIFY(sameObjects(full, former));
 }
 
 void TestReplacement::randomReplacements()
