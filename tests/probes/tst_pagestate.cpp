@@ -596,6 +596,7 @@ void TestPageState::restoredPageIsLikeANewOne()
             chance.edit(&page);
         for (QTreeWidgetItemIterator row(page.out()); *row; ++row)
             (*row)->setExpanded(chance.once(2));
+        QApplication::processEvents(); // Users scroll what is laid out.
         page.out()->verticalScrollBar()->setValue(chance.below(10));
         const Content former = page.shown(chance.once(2) ? Typing::LeftOut : Typing::Included);
         const Content target = std::make_shared<const CoreSnapshot>(
