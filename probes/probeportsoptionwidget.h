@@ -123,7 +123,7 @@ Q_SIGNALS:
     void modified();
     /// An edit by the user is complete. Comes after modified(), and once for text that is applied.
     void edited();
-    /// The user undid or redid typing in a line. Comes after modified().
+    /// The user undid typing in a line. Comes after modified().
     void typingUndone();
     /// Another netlist was set.
     void netlistChanged();

@@ -34,8 +34,12 @@ void UserClockLine::onTextChanged()
     m_typed = false;
     const QPointer<UserClockLine> self(this);
     Q_EMIT changed();
-    if (self && !typed)
+    if (!self)
+        return;
+    if (!typed)
         apply();
+    else if (isRedoAvailable()) // Only an undo leaves something to redo.
+        Q_EMIT typingUndone();
 }
 
 void UserClockLine::onEditingFinished()
@@ -75,15 +79,6 @@ void UserClockLine::dropEvent(QDropEvent *event)
     // What was dropped is applied when the line loses the focus, so it has to get the focus first.
     QMetaObject::invokeMethod(
         this, [this] { setFocus(Qt::MouseFocusReason); }, Qt::QueuedConnection);
-}
-
-void UserClockLine::keyPressEvent(QKeyEvent *event)
-{
-    const bool undoes = isUndoKey(event);
-    const QPointer<UserClockLine> self(this);
-    QLineEdit::keyPressEvent(event);
-    if (self && undoes)
-        Q_EMIT typingUndone();
 }
 
 void UserClockLine::hideEvent(QHideEvent *event)

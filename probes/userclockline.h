@@ -36,13 +36,12 @@ Q_SIGNALS:
     void changed();
     /// An edit is complete, and the text is another one than at the last time.
     void applied();
-    /// A key undid or redid typing.
+    /// The user undid typing, by a key or in the context menu. Comes after changed().
     void typingUndone();
 
 protected:
     void dropEvent(QDropEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:

@@ -1488,6 +1488,26 @@ private Q_SLOTS:
         QCOMPARE(clock->text(), QString("cd"));
     }
 
+    void clockLineTellsThatTypingWasUndone()
+    {
+        auto core = coreOf({}, {});
+        core->syncUserClock = true;
+        Fixture f(std::move(core));
+        f.show();
+        const QSignalSpy undone(f.page, &ProbePortsOptionWidget::typingUndone);
+        auto *clock = f.find<QLineEdit>("lineEditUserClock");
+        clock->setFocus();
+        QTest::keyClicks(clock, "ab");
+        QCOMPARE(undone.count(), 0);
+        QTest::keyClick(clock, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(undone.count(), 1);
+        QTest::keyClicks(clock, "cd");
+        QCOMPARE(undone.count(), 1);
+        clock->undo(); // As the context menu does.
+        QCOMPARE(undone.count(), 2);
+        QCOMPARE(clock->text(), QString());
+    }
+
     void showsARow_data()
     {
         QTest::addColumn<ProbeType>("type");
