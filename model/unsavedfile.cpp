@@ -148,14 +148,19 @@ std::vector<UnsavedFile> UnsavedFile::find(const QString &path)
 /// Makes the copy at @p copyPath the one of this object, unless another program uses it.
 bool UnsavedFile::claim(const QString &copyPath)
 {
-    // Another program may replace its copy between opening and locking.
-    for (struct stat status = statusOf(copyPath); S_ISREG(status.st_mode);
-         status = statusOf(copyPath)) {
+    // Another program may replace its copy between opening and locking. Where files have no steady
+    // numbers, it looks so every time.
+    constexpr int Attempts = 20;
+    for (int i = 0; i < Attempts; ++i) {
+        const struct stat status = statusOf(copyPath);
+        if (!S_ISREG(status.st_mode))
+            return false;
         Lock lock(openCopy(copyPath));
         if (!lock.isOpen() && errno == ENOENT)
             continue;
         // What another user keeps to himself is none of our business.
-        if (lock.isOpen() ? !lock.take() : status.st_uid != ::geteuid())
+        const bool isClosedToItsUser = errno == EACCES && status.st_uid == ::geteuid();
+        if (lock.isOpen() ? !lock.take() : !isClosedToItsUser)
             return false;
         if (lock.isOpen() && !lock.isOf(copyPath))
             continue;

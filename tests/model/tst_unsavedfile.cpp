@@ -28,6 +28,7 @@
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -191,6 +192,7 @@ private Q_SLOTS:
     void fullDiskMovesTheCopy();
     void fullDisksKeepTheFormerCopy();
     void copyInUseIsLeftAlone();
+    void copyInUseIsSparedWithoutHandles();
     void allCopiesAreFoundTheNewestFirst();
     void namesThatEverybodyUsesMoveTheCopy();
     void otherThingsOfThatNameAreSpared();
@@ -483,6 +485,20 @@ void TestUnsavedFile::copyInUseIsLeftAlone()
     QVERIFY(UnsavedFile::find(path()).empty());
     QCOMPARE(written(&second, "second"), QString());
     QCOMPARE(second.copyPath(), copyPath(QStringLiteral(".2")));
+}
+
+void TestUnsavedFile::copyInUseIsSparedWithoutHandles()
+{
+    UnsavedFile own(path());
+    QCOMPARE(written(&own, "own"), QString());
+    QCOMPARE(inChild([this] {
+                 const int next = ::dup(STDERR_FILENO);
+                 ::close(next);
+                 const rlimit none = {rlim_t(next), rlim_t(next)};
+                 ::setrlimit(RLIMIT_NOFILE, &none);
+                 return pathsOf(UnsavedFile::find(path())).join(' ');
+             }),
+             QString());
 }
 
 void TestUnsavedFile::allCopiesAreFoundTheNewestFirst()
