@@ -9,8 +9,6 @@
 #include <model/configcheck.h>
 #include <model/configsnapshot.h>
 
-#include <QSet>
-
 #include <algorithm>
 
 namespace TARN {
@@ -46,7 +44,7 @@ public:
     Rule ruleAt(int i) const;
     Place placeAt(int i) const;
     QString placeText(const Place &place) const { return TARN::placeText(place, m_config); }
-    Summary summary() const;
+    int markedCount() const;
 
 private:
     /// The findings of a core without its ports, or those of one port.
@@ -75,8 +73,6 @@ private:
     std::vector<Rule> rulesOf(const CoreSnapshot &core) const;
     QString nameOf(const Listed &listed) const;
     QVector<Place> furtherPlaces(const Listed &listed) const;
-    void summarise(const AuditedPort &port, QSet<QString> *missing, QSet<QString> *changed,
-                   int *marked) const;
 
     Notes m_notes;
     const DesignNames *m_names = nullptr;
@@ -197,39 +193,19 @@ QVector<Place> ConfigAudit::Private::furtherPlaces(const Listed &listed) const
     return places;
 }
 
-ConfigAudit::Summary ConfigAudit::Private::summary() const
+int ConfigAudit::Private::markedCount() const
 {
-    Summary summary;
-    QSet<QString> missing;
-    QSet<QString> changed;
-    for (const Section &section : m_sections) {
-        if (section.port)
-            summarise(*section.port, &missing, &changed, &summary.marked);
-        else if (!section.coreRules.empty() && section.coreRules.back() == Rule::ClockMissing)
-            missing.insert(m_config.cores.at(section.core).content->userClock);
+    int count = 0;
+    for (const std::unique_ptr<AuditedPort> &port : m_ports.ports()) {
+        int last = -1;
+        for (const PortAudit::Entry &entry : port->audit.entries()) {
+            if (entry.rule > Rule::NotUsable)
+                continue;
+            count += entry.place.signal != last;
+            last = entry.place.signal;
+        }
     }
-    // A clock that is not given is no net that went.
-    missing.remove(QString());
-    summary.missing = missing.size();
-    summary.changed = changed.size();
-    return summary;
-}
-
-void ConfigAudit::Private::summarise(const AuditedPort &port, QSet<QString> *missing,
-                                     QSet<QString> *changed, int *marked) const
-{
-    int last = -1;
-    for (const PortAudit::Entry &entry : port.audit.entries()) {
-        if (entry.rule > Rule::NotUsable)
-            continue;
-        const QString &name = port.snapshot->signals.at(entry.place.signal).name;
-        if (entry.rule == Rule::NetMissing)
-            missing->insert(name);
-        if (entry.rule == Rule::BusChanged)
-            changed->insert(name);
-        *marked += entry.place.signal != last;
-        last = entry.place.signal;
-    }
+    return count;
 }
 
 ConfigAudit::ConfigAudit(Notes notes)
@@ -274,9 +250,9 @@ QString ConfigAudit::placeText(const Place &place) const
     return d->placeText(place);
 }
 
-ConfigAudit::Summary ConfigAudit::summary() const
+int ConfigAudit::markedCount() const
 {
-    return d->summary();
+    return d->markedCount();
 }
 
 QVector<Finding> auditConfig(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist)

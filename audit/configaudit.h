@@ -30,14 +30,6 @@ public:
     /// Notes say that something is not finished yet, as a new file always is.
     enum class Notes { Included, LeftOut };
 
-    /// Numbers of what does not fit the design.
-    struct Summary
-    {
-        int missing = 0; ///< Different nets and buses that are missing, user clocks included.
-        int changed = 0; ///< Different buses that have changed.
-        int marked = 0;  ///< Signals in ports that are missing, changed or not usable.
-    };
-
     explicit ConfigAudit(Notes notes = Notes::Included);
     ~ConfigAudit();
     Q_DISABLE_COPY(ConfigAudit)
@@ -59,7 +51,8 @@ public:
     /// The place as the rows show it: "tarn_0, Probe Out3". Empty for a place that does not exist.
     QString placeText(const Place &place) const;
 
-    Summary summary() const;
+    /// Number of signals in ports that are missing, changed or not usable.
+    int markedCount() const;
 
 private:
     class Private;

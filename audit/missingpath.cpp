@@ -61,20 +61,26 @@ NameTokens tokensOf(const std::vector<QStringView> &levels, std::size_t first, s
 
 } // namespace
 
+std::vector<QStringView> levelsOf(QStringView path)
+{
+    std::vector<QStringView> levels;
+    for (;;) {
+        const auto slash = std::find(path.begin(), path.end(), QLatin1Char('/')) - path.begin();
+        levels.push_back(path.left(slash));
+        if (slash == path.size())
+            return levels;
+        path = path.mid(slash + 1);
+    }
+}
+
 MissingPath::MissingPath(const MissingName &missing)
     : name(missing.name)
     , bus(missing.bus)
     , type(missing.type)
 {
-    const QStringView all(name);
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < all.size(); ++i) {
-        if (all[i] != QLatin1Char('/'))
-            continue;
-        levels.push_back(all.mid(start, i - start));
-        start = i + 1;
-    }
-    leaf = all.mid(start);
+    levels = levelsOf(name);
+    leaf = levels.back();
+    levels.pop_back();
     base = bus ? baseOfBusName(leaf) : leaf;
     if (!bus) {
         const qsizetype position = indexPosition(leaf);

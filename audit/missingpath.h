@@ -12,6 +12,9 @@ namespace TARN {
 /// Deeper paths are not compared, so that a comparison takes constant time.
 constexpr std::size_t MaximumLevels = 64;
 
+/// What stands between the slashes of @p path; at least one part. The views point into it.
+std::vector<QStringView> levelsOf(QStringView path);
+
 /// The parts of the name of something missing. Whatever the name is, they are what stands between
 /// its slashes; a name with an escaped slash just finds less.
 struct MissingPath

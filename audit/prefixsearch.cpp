@@ -30,18 +30,6 @@ constexpr float Stayed = 0.7F;
 /// Elsewhere it has to be more alike to count more than an instance with another name.
 constexpr float Better = 0.8F;
 
-std::vector<QStringView> levelsOf(QStringView path)
-{
-    std::vector<QStringView> levels;
-    for (;;) {
-        const auto slash = std::find(path.begin(), path.end(), QLatin1Char('/')) - path.begin();
-        levels.push_back(path.left(slash));
-        if (slash == path.size())
-            return levels;
-        path = path.mid(slash + 1);
-    }
-}
-
 bool isBetter(const PrefixSearch::Change &a, const PrefixSearch::Change &b)
 {
     if (a.explains != b.explains)
@@ -49,6 +37,20 @@ bool isBetter(const PrefixSearch::Change &a, const PrefixSearch::Change &b)
     if (a.likeness != b.likeness)
         return a.likeness > b.likeness;
     return a.from != b.from ? a.from < b.from : a.to < b.to;
+}
+
+/// Whether most of what @p trial explains is explained by @p other as well.
+bool explainsTheSame(const PrefixSearch::Change &other, const PrefixSearch::Change &trial)
+{
+    std::size_t common = 0;
+    auto at = other.names.cbegin();
+    for (const int position : trial.names) {
+        at = std::lower_bound(at, other.names.cend(), position);
+        if (at == other.names.cend())
+            break;
+        common += *at == position ? 1 : 0;
+    }
+    return common * 2 > trial.names.size();
 }
 
 } // namespace
@@ -255,20 +257,6 @@ void PrefixSearch::nameMovedInstance()
         return;
     m_trial.from += level;
     m_trial.to += level;
-}
-
-/// Whether most of what @p trial explains is explained by @p other as well.
-bool explainsTheSame(const PrefixSearch::Change &other, const PrefixSearch::Change &trial)
-{
-    std::size_t common = 0;
-    auto at = other.names.cbegin();
-    for (const int position : trial.names) {
-        at = std::lower_bound(at, other.names.cend(), position);
-        if (at == other.names.cend())
-            break;
-        common += *at == position ? 1 : 0;
-    }
-    return common * 2 > trial.names.size();
 }
 
 /// Takes over the trials of one source that say something: the name of the instance is alike, or it

@@ -124,9 +124,9 @@ QString SignalTexts::difference(const SignalItem &item, const NETWEIR::RtlNetBus
     if (more > 1)
         return tr("%1 bits more").arg(more);
     if (more == -1)
-        return tr("1 bit less");
+        return tr("1 bit fewer");
     if (more < -1)
-        return tr("%1 bits less").arg(-more);
+        return tr("%1 bits fewer").arg(-more);
     const auto isMember = [&item](const NETWEIR::RtlNet *net, int bit) {
         return net->fullPathName() == item.members.at(bit).name;
     };

@@ -580,11 +580,11 @@ Do you still want to keep it?</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>1 bit less</source>
+        <source>1 bit fewer</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>%1 bits less</source>
+        <source>%1 bits fewer</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

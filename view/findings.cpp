@@ -254,7 +254,7 @@ void Findings::reportReload(const State &former) const
     const int gone = (QSet<QString>(now.missing) - former.missing).size();
     const int changed = (QSet<QString>(now.changed) - former.changed).size();
     qDebug("design reloaded: nets gone: %d, buses changed: %d, signals marked: %d", gone, changed,
-           m_audit.summary().marked);
+           m_audit.markedCount());
 }
 
 } // namespace TARN

@@ -80,7 +80,7 @@ void TestSignalMarks::marksOfSignals_data()
                                  << "net-missing: The design has no bus top/u1/data[1:0]."
                                  << "net-missing: The design has no bus top/u1/data[1:0].";
     const QString shrunk = "bus-changed: The bus top/u0/cnt[2:0] is top/u0/cnt[1:0] in the design "
-                           "now: 1 bit less.";
+                           "now: 1 bit fewer.";
     QTest::newRow("changed bus, the worse of two rules")
         << "top/u0/cnt[2:0]=2,1,0" << shrunk << shrunk;
 }
