@@ -93,7 +93,10 @@ void InitialValueLine::onTextChange()
     setText(labelText());
     const bool differs = displayText() != m_applied;
     keepText();
-    if (differs && m_page)
+    if (!differs)
+        return;
+    m_stored.clear(); // Also when the next edit leads back to the same text.
+    if (m_page)
         m_page->finishValue();
 }
 
