@@ -149,7 +149,7 @@ float CandidateRating::likenessOfNet(const Place &place, QStringView base) const
     return leaf >= LeastForOther ? rated(place, base, leaf * OtherNet) : 0;
 }
 
-bool CandidateRating::rate(const Place &place, const NETWEIR::RtlNet *net, QStringView base)
+bool CandidateRating::rate(const Place &place, NETWEIR::RtlNet *net, QStringView base)
 {
     if (isExcluded(net, m_missing.type))
         return false;
@@ -157,7 +157,7 @@ bool CandidateRating::rate(const Place &place, const NETWEIR::RtlNet *net, QStri
     return !m_missing.bus && base == m_missing.leaf && place.likeness < 1;
 }
 
-float CandidateRating::likenessOfBus(const Place &place, const NETWEIR::RtlNetBus *bus,
+float CandidateRating::likenessOfBus(const Place &place, NETWEIR::RtlNetBus *bus,
                                      QStringView base) const
 {
     const bool same = base == m_missing.base;
@@ -172,7 +172,7 @@ float CandidateRating::likenessOfBus(const Place &place, const NETWEIR::RtlNetBu
     return (sameRange ? 1 : OtherRange) * rated(place, base, leaf);
 }
 
-bool CandidateRating::rate(const Place &place, const NETWEIR::RtlNetBus *bus, QStringView base)
+bool CandidateRating::rate(const Place &place, NETWEIR::RtlNetBus *bus, QStringView base)
 {
     if (!m_missing.bus && rateBits(place, baseOfBusName(bus->fullBusName()), base))
         return place.likeness < 1;

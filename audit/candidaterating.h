@@ -54,8 +54,8 @@ public:
 
     /// Rates something in the place. @p base is its name there, of a bus without the range. True
     /// when it has the very name of what is missing in another instance.
-    bool rate(const Place &place, const NETWEIR::RtlNet *net, QStringView base);
-    bool rate(const Place &place, const NETWEIR::RtlNetBus *bus, QStringView base);
+    bool rate(const Place &place, NETWEIR::RtlNet *net, QStringView base);
+    bool rate(const Place &place, NETWEIR::RtlNetBus *bus, QStringView base);
 
     /// What can be offered, the best first, at most @p most.
     QVector<RatedName> best(int most) const;
@@ -70,7 +70,7 @@ private:
     float rated(const Place &place, QStringView base, float leaf) const;
     const std::vector<QStringView> &levelsOf(const Place &place) const;
     float likenessOfNet(const Place &place, QStringView base) const;
-    float likenessOfBus(const Place &place, const NETWEIR::RtlNetBus *bus, QStringView base) const;
+    float likenessOfBus(const Place &place, NETWEIR::RtlNetBus *bus, QStringView base) const;
     bool rateBits(const Place &place, QStringView fullBase, QStringView base);
     bool addBit(const Place &place, QStringView fullBase, QStringView index, float likeness);
     void add(const Place &place, const QString &name, bool bus, float likeness);

@@ -89,13 +89,14 @@ bool DesignIndex::advance()
     return false;
 }
 
-void DesignIndex::addInstance(const NETWEIR::Hierachy *node, int parent)
+void DesignIndex::addInstance(NETWEIR::Hierachy *node, int parent)
 {
     Instance instance;
     instance.node = node;
     instance.parent = parent;
     instance.depth = parent == -1 ? 0 : depthOf(parent) + 1;
-    instance.hash = textHash(node->instName());
+    instance.name = node->instName();
+    instance.hash = textHash(instance.name);
     const int number = int(m_instances.size());
     m_instances.push_back(instance);
     if (parent >= 0)
@@ -116,13 +117,6 @@ bool DesignIndex::openInstance()
     instance.childCount = instance.node->children().size();
     instance.firstEntry = int(m_entries.size());
     instance.entryCount = instance.node->nets().size() + instance.node->buses().size();
-    if (!instance.node->nets().isEmpty()) {
-        const NETWEIR::RtlNet *net = instance.node->nets().first();
-        instance.prefixLength = net->fullPathName().size() - net->name().size();
-    } else if (!instance.node->buses().isEmpty()) {
-        const NETWEIR::RtlNetBus *bus = instance.node->buses().first();
-        instance.prefixLength = bus->fullBusName().size() - bus->BusName().size();
-    }
     return true;
 }
 
@@ -161,11 +155,6 @@ void DesignIndex::addEnd(quint64 key, int instance, int number)
         key = joinedHash(key, instanceAt(instance).hash);
         instance = instanceAt(instance).parent;
     }
-}
-
-QStringView DesignIndex::nameOf(int instance) const
-{
-    return instanceAt(instance).node->instName();
 }
 
 std::vector<QStringView> DesignIndex::levelsOf(int instance) const
@@ -210,13 +199,13 @@ NETWEIR::RtlNetBus *DesignIndex::busOf(int entry) const
     return found.bus ? static_cast<NETWEIR::RtlNetBus *>(found.object) : nullptr;
 }
 
-QStringView DesignIndex::baseOf(int entry) const
+QString DesignIndex::baseOf(int entry) const
 {
-    const NETWEIR::RtlNetBus *bus = busOf(entry);
-    const QStringView full =
-        bus ? baseOfBusName(bus->fullBusName()) : QStringView(netOf(entry)->fullPathName());
-    const int prefix = instanceAt(instanceOf(entry)).prefixLength;
-    return prefix < full.size() ? full.mid(prefix) : full;
+    if (NETWEIR::RtlNet *net = netOf(entry))
+        return net->name();
+    QString name = busOf(entry)->BusName();
+    name.truncate(int(baseOfBusName(name).size()));
+    return name;
 }
 
 namespace {

@@ -36,7 +36,8 @@ public:
     // Instances. Number 0 is the top.
     int parentOf(int instance) const { return instanceAt(instance).parent; }
     int depthOf(int instance) const { return instanceAt(instance).depth; }
-    QStringView nameOf(int instance) const;
+    /// The name of the instance, valid as long as this object.
+    QStringView nameOf(int instance) const { return instanceAt(instance).name; }
     /// The names from the top to the instance.
     std::vector<QStringView> levelsOf(int instance) const;
     /// Full name, without a slash at the end. Takes time in proportion to its length.
@@ -52,7 +53,7 @@ public:
     NETWEIR::RtlNet *netOf(int entry) const;    ///< Null for a bus.
     NETWEIR::RtlNetBus *busOf(int entry) const; ///< Null for a single net.
     /// The name within the instance, of a bus without its range.
-    QStringView baseOf(int entry) const;
+    QString baseOf(int entry) const;
 
     /// Adds to @p entries those with that base and, as far as there are many, with the same names
     /// of instances above as @p levels has at its end. A few for each level.
@@ -77,7 +78,8 @@ public:
 private:
     struct Instance
     {
-        const NETWEIR::Hierachy *node = nullptr;
+        NETWEIR::Hierachy *node = nullptr;
+        QString name;
         quint64 hash = 0; ///< Of its name.
         int parent = -1;
         int depth = 0; ///< Number of its levels above.
@@ -85,7 +87,6 @@ private:
         int childCount = 0;
         int firstEntry = 0;
         int entryCount = 0;
-        int prefixLength = 0; ///< Of the full names of its entries.
     };
     struct Entry
     {
@@ -97,7 +98,7 @@ private:
     const Instance &instanceAt(int i) const { return m_instances[std::size_t(i)]; }
     const Entry &entryAt(int i) const { return m_entries[std::size_t(i)]; }
 
-    void addInstance(const NETWEIR::Hierachy *node, int parent);
+    void addInstance(NETWEIR::Hierachy *node, int parent);
     bool openInstance();
     void addNextChild();
     void addNextEntry();

@@ -62,8 +62,11 @@ NETWEIR::RtlNetBus *DesignNames::bus(const QString &fullName) const
 QVector<NETWEIR::RtlNetBus *> DesignNames::busesOfBase(QStringView base) const
 {
     QVector<NETWEIR::RtlNetBus *> buses;
-    for (int i = firstOfBase(base); i != -1; i = m_next.at(std::size_t(i)))
-        buses.append(m_buses.at(i));
+    for (int i = firstOfBase(base); i != -1; i = m_next.at(std::size_t(i))) {
+        const QString name = m_buses.at(i)->fullBusName();
+        if (baseOfBusName(name) == base)
+            buses.append(m_buses.at(i));
+    }
     return buses;
 }
 
@@ -71,22 +74,22 @@ int DesignNames::firstOfBase(QStringView base) const
 {
     if (!m_indexed)
         indexBuses();
-    return m_first.value(base, -1);
+    return m_first.value(qHash(base), -1);
 }
 
-/// The index refers to the names in the netlist, so it copies none.
 void DesignNames::indexBuses() const
 {
     m_indexed = true;
     m_buses = m_netlist->top()->netbusesIncludeSub();
     m_first.reserve(m_buses.size());
     m_next.assign(std::size_t(m_buses.size()), -1);
-    // From the last to the first, so that each base ends with its first bus.
+    // From the last to the first, so that each hash ends with its first bus.
     for (int i = m_buses.size() - 1; i >= 0; --i) {
-        const QStringView base = baseOfBusName(m_buses.at(i)->fullBusName());
-        const auto known = m_first.find(base);
+        const QString name = m_buses.at(i)->fullBusName();
+        const uint hash = qHash(baseOfBusName(name));
+        const auto known = m_first.find(hash);
         if (known == m_first.end()) {
-            m_first.insert(base, i);
+            m_first.insert(hash, i);
         } else {
             m_next.at(std::size_t(i)) = *known;
             *known = i;

@@ -45,15 +45,17 @@ public:
 
 private:
     void indexBuses() const;
+    /// The first bus that may have that base.
     int firstOfBase(QStringView base) const;
 
     NETWEIR::RtlNetlist *m_netlist;
 
-    // The index, made at the first need. Buses with the same base are linked in their order.
+    // The index, made at the first need. Buses whose bases have the same hash are linked in their
+    // order. A host may make the names anew at each call, so the index holds none.
     mutable bool m_indexed = false;
     mutable QList<NETWEIR::RtlNetBus *> m_buses;
-    mutable QHash<QStringView, int> m_first; ///< Position of the first bus with that base.
-    mutable std::vector<int> m_next;         ///< Position of the next bus with its base, or -1.
+    mutable QHash<uint, int> m_first; ///< Position of the first bus, by the hash of its base.
+    mutable std::vector<int> m_next;  ///< Position of the next bus with that hash, or -1.
 };
 
 } // namespace TARN

@@ -80,9 +80,9 @@ bool NameSearch::searchExact(const CandidateRating::Place &place, Job *job) cons
         m_index.pathOf(place.instance) + QLatin1Char('/') + missing.leaf.toString();
     bool same = false;
     if (missing.bus) {
-        if (const NETWEIR::RtlNetBus *bus = m_names.bus(name))
+        if (NETWEIR::RtlNetBus *bus = m_names.bus(name))
             same = job->rating.rate(place, bus, missing.base);
-    } else if (const NETWEIR::RtlNet *net = m_names.net(name)) {
+    } else if (NETWEIR::RtlNet *net = m_names.net(name)) {
         same = job->rating.rate(place, net, missing.leaf);
     }
     if (same)
@@ -126,8 +126,8 @@ void NameSearch::rateEntries(Job *job) const
     entries.erase(std::unique(entries.begin(), entries.end()), entries.end());
     for (const int entry : entries) {
         const CandidateRating::Place place = job->rating.placeOf(m_index.instanceOf(entry));
-        const QStringView base = m_index.baseOf(entry);
-        const NETWEIR::RtlNet *net = m_index.netOf(entry);
+        const QString base = m_index.baseOf(entry);
+        NETWEIR::RtlNet *net = m_index.netOf(entry);
         const bool same = net ? job->rating.rate(place, net, base)
                               : job->rating.rate(place, m_index.busOf(entry), base);
         if (same)

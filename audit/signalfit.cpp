@@ -25,11 +25,11 @@ public:
     static QString unusable(const SignalItem &item, ProbeType type, const SignalFit &fit);
 
 private:
-    static QString difference(const SignalItem &item, const NETWEIR::RtlNetBus &bus);
-    static QString sameName(const SignalItem &item, const NETWEIR::RtlNetBus &bus);
+    static QString difference(const SignalItem &item, NETWEIR::RtlNetBus &bus);
+    static QString sameName(const SignalItem &item, NETWEIR::RtlNetBus &bus);
 };
 
-void countBit(const NETWEIR::RtlNet *net, ProbeType type, int bit, SignalFit *fit)
+void countBit(NETWEIR::RtlNet *net, ProbeType type, int bit, SignalFit *fit)
 {
     if (!isExcluded(net, type))
         return;
@@ -40,14 +40,15 @@ void countBit(const NETWEIR::RtlNet *net, ProbeType type, int bit, SignalFit *fi
 
 /// The nets of @p bus for the @p members, in order; empty when these are no ordered part of it.
 std::vector<NETWEIR::RtlNet *> netsOfMembers(const QList<SignalItem> &members,
-                                             const NETWEIR::RtlNetBus &bus)
+                                             NETWEIR::RtlNetBus &bus)
 {
     std::vector<NETWEIR::RtlNet *> nets;
     nets.reserve(std::size_t(members.size()));
-    auto next = bus.nets().cbegin();
-    const auto end = bus.nets().cend();
+    const auto &all = bus.nets();
+    auto next = all.cbegin();
+    const auto end = all.cend();
     for (const SignalItem &member : members) {
-        next = std::find_if(next, end, [&member](const NETWEIR::RtlNet *net) {
+        next = std::find_if(next, end, [&member](NETWEIR::RtlNet *net) {
             return net->fullPathName() == member.name;
         });
         if (next == end)
@@ -62,7 +63,7 @@ void countKnownBits(const QList<SignalItem> &members, ProbeType type, const Desi
                     SignalFit *fit)
 {
     for (int bit = 0; bit < members.size(); ++bit) {
-        if (const NETWEIR::RtlNet *net = names.net(members.at(bit).name))
+        if (NETWEIR::RtlNet *net = names.net(members.at(bit).name))
             countBit(net, type, bit, fit);
     }
 }
@@ -70,7 +71,7 @@ void countKnownBits(const QList<SignalItem> &members, ProbeType type, const Desi
 SignalFit fitOfNet(const SignalItem &item, ProbeType type, const DesignNames &names)
 {
     SignalFit fit;
-    const NETWEIR::RtlNet *net = names.net(item.name);
+    NETWEIR::RtlNet *net = names.net(item.name);
     if (net)
         countBit(net, type, -1, &fit);
     fit.missing = !net;
@@ -80,7 +81,7 @@ SignalFit fitOfNet(const SignalItem &item, ProbeType type, const DesignNames &na
 SignalFit fitOfBus(const SignalItem &item, ProbeType type, const DesignNames &names)
 {
     SignalFit fit;
-    const NETWEIR::RtlNetBus *bus = names.bus(item.name);
+    NETWEIR::RtlNetBus *bus = names.bus(item.name);
     if (!bus && names.busesOfBase(baseOfBusName(item.name)).isEmpty()) {
         fit.missing = true;
         return fit;
@@ -105,18 +106,18 @@ QString SignalTexts::missing(const SignalItem &item)
 
 QString SignalTexts::changed(const SignalItem &item, const DesignNames &names)
 {
-    if (const NETWEIR::RtlNetBus *bus = names.bus(item.name))
+    if (NETWEIR::RtlNetBus *bus = names.bus(item.name))
         return sameName(item, *bus);
     const QVector<NETWEIR::RtlNetBus *> buses = names.busesOfBase(baseOfBusName(item.name));
     if (buses.isEmpty())
         return missing(item);
-    const NETWEIR::RtlNetBus &bus = *buses.first();
+    NETWEIR::RtlNetBus &bus = *buses.first();
     return tr("The bus %1 is %2 in the design now: %3.")
         .arg(item.name, bus.fullBusName(), difference(item, bus));
 }
 
 /// The difference to a bus with another range, by the number of bits.
-QString SignalTexts::difference(const SignalItem &item, const NETWEIR::RtlNetBus &bus)
+QString SignalTexts::difference(const SignalItem &item, NETWEIR::RtlNetBus &bus)
 {
     const int more = bus.nets().size() - item.members.size();
     if (more == 1)
@@ -127,22 +128,23 @@ QString SignalTexts::difference(const SignalItem &item, const NETWEIR::RtlNetBus
         return tr("1 bit fewer");
     if (more < -1)
         return tr("%1 bits fewer").arg(-more);
-    const auto isMember = [&item](const NETWEIR::RtlNet *net, int bit) {
+    const auto isMember = [&item](NETWEIR::RtlNet *net, int bit) {
         return net->fullPathName() == item.members.at(bit).name;
     };
+    const auto &nets = bus.nets();
     const int last = item.members.size() - 1;
     for (int bit = 0; bit <= last; ++bit) {
-        if (!isMember(bus.nets().at(bit), last - bit))
+        if (!isMember(nets.at(bit), last - bit))
             return tr("other bits");
     }
     return tr("the same bits in reverse order");
 }
 
 /// The difference to a bus of the same name.
-QString SignalTexts::sameName(const SignalItem &item, const NETWEIR::RtlNetBus &bus)
+QString SignalTexts::sameName(const SignalItem &item, NETWEIR::RtlNetBus &bus)
 {
     QStringList now;
-    for (const NETWEIR::RtlNet *net : bus.nets())
+    for (NETWEIR::RtlNet *net : bus.nets())
         now.append(net->fullPathName());
     std::sort(now.begin(), now.end());
     for (const SignalItem &member : item.members) {

@@ -106,7 +106,7 @@ ClockFault clockFault(bool syncUserClock, const QString &userClock, NETWEIR::Rtl
         return ClockFault::None;
     if (userClock.isEmpty())
         return ClockFault::NotGiven;
-    const NETWEIR::RtlNet *net = netlist ? netlist->findNet(userClock) : nullptr;
+    NETWEIR::RtlNet *net = netlist ? netlist->findNet(userClock) : nullptr;
     if (!net)
         return ClockFault::Missing;
     return net->excludedForProbeIn() ? ClockFault::NotUsable : ClockFault::None;

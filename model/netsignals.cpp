@@ -10,19 +10,19 @@ namespace {
 
 /// @p source is a net or a bus.
 template <typename Source>
-bool hasMark(const Source *source, ProbeType type)
+bool hasMark(Source *source, ProbeType type)
 {
     return type == ProbeTypeOut ? source->excludedForProbeOut() : source->excludedForProbeIn();
 }
 
 } // namespace
 
-bool isExcluded(const NETWEIR::RtlNet *net, ProbeType type)
+bool isExcluded(NETWEIR::RtlNet *net, ProbeType type)
 {
     return hasMark(net, type);
 }
 
-bool isExcluded(const NETWEIR::RtlNetBus *bus, ProbeType type)
+bool isExcluded(NETWEIR::RtlNetBus *bus, ProbeType type)
 {
     return hasMark(bus, type);
 }

@@ -14,9 +14,9 @@ namespace TARN {
 // The nets and buses of a netlist as signals of a port.
 
 /// The net cannot be on a port of the type.
-bool isExcluded(const NETWEIR::RtlNet *net, ProbeType type);
+bool isExcluded(NETWEIR::RtlNet *net, ProbeType type);
 /// Some bit of the bus cannot be on a port of the type.
-bool isExcluded(const NETWEIR::RtlNetBus *bus, ProbeType type);
+bool isExcluded(NETWEIR::RtlNetBus *bus, ProbeType type);
 
 /// @p net as a single net, enabled unless it is excluded.
 SignalItem signalOf(NETWEIR::RtlNet *net, ProbeType type);
