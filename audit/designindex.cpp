@@ -148,8 +148,8 @@ void DesignIndex::addNextEntry()
 /// the path.
 void DesignIndex::addEnd(quint64 key, int instance, int number)
 {
-    constexpr int MaximumLevels = 16;
-    for (int level = 0; level < MaximumLevels && !m_ends.add(key, quint32(number)); ++level) {
+    constexpr int MostLevels = 16;
+    for (int level = 0; level < MostLevels && !m_ends.add(key, quint32(number)); ++level) {
         if (instance == -1)
             return;
         key = joinedHash(key, instanceAt(instance).hash);
@@ -215,9 +215,9 @@ namespace {
 template <typename Level, typename Add>
 void forEnds(const NameKeys &keys, quint64 key, Level level, const Level &end, Add add)
 {
-    constexpr int MaximumLevels = 8;
+    constexpr int MostLevels = 8;
     std::array<NameKeys::Found, 2> last; // Of the longest ends, which are the most alike.
-    for (std::size_t i = 0; i < MaximumLevels; ++i) {
+    for (std::size_t i = 0; i < MostLevels; ++i) {
         last[i % 2] = keys.find(key);
         if (!last[i % 2].isFull() || level == end)
             break;
