@@ -121,6 +121,7 @@ void InitialValueLine::keepTyping()
     setText(displayText()); // Forgets the single keys.
     setCursorPosition(cursor);
     keepText();
+    m_stored.clear();
 }
 
 void InitialValueLine::showStored(const QString &stored)

@@ -65,8 +65,8 @@ public:
     void keepTyping();
     /// Shows @p stored, the value in the core, as far as it fits the labels.
     void showStored(const QString &stored);
-    /// From now on the shown text is the applied one, and stands for the value in the core as long
-    /// as the width stays.
+    /// From now on the shown text is the applied one, and stands for the value in the core until
+    /// the user edits it or the width changes.
     void keepStored();
     /// Whether the labels show the bits of the text.
     bool agreesWithLabels() const;

@@ -353,6 +353,7 @@ private Q_SLOTS:
     void typedTextCountsWhenAsked();
     void savedTextIsApplied();
     void keptTypingIsApplied();
+    void keptTypingIsNoLongerTheStoredValue();
     void rejectedTextIsTakenBack();
 
     void restoredPageIsLikeANewOne();
@@ -566,6 +567,16 @@ void TestPageState::keptTypingIsApplied()
     QCOMPARE(page.modified.count() + page.edited.count(), 0);
     page.line(0)->onTextChange();
     QCOMPARE(page.edited.count(), 0);
+}
+
+void TestPageState::keptTypingIsNoLongerTheStoredValue()
+{
+    const Page page(contentOf({}, {{bus("d", 4)}}, {"0xFF5"}));
+    const QString displayed = page.line(0)->displayText();
+    page.line(0)->setText(displayed == "0xA" ? "0xB" : "0xA");
+    page.line(0)->keepTyping();
+    page.line(0)->setText(displayed);
+    QCOMPARE(page.value(0, Typing::Included), displayed);
 }
 
 void TestPageState::rejectedTextIsTakenBack()
