@@ -8,9 +8,9 @@ class QLineEdit;
 
 namespace TARN {
 
-/// Decides whether @p line or a shortcut of the window gets the keys of undo and redo: the line as
-/// long as it has typing to undo or redo. Returns whether @p event asks that; the answer is that it
-/// is accepted, or not.
+/// Answers @p event if it asks who gets a key of undo or redo: @p line, as long as it has typing to
+/// undo or redo, or else the shortcuts of the window. Accepts it for the line. Returns whether it
+/// asked that.
 bool decideUndoKey(const QLineEdit *line, QEvent *event);
 
 /// Whether the key of @p event means undo or redo.
