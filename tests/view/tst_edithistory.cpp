@@ -261,6 +261,7 @@ private Q_SLOTS:
     void hiddenTypedTextIsKept();
     void lineWithTypingGoesFirst_data();
     void lineWithTypingGoesFirst();
+    void typingIsUndoneWhereTheLineIgnoresKeys();
     void keysReachTheView_data();
     void keysReachTheView();
     void focusStaysInTheView();
@@ -918,6 +919,20 @@ void TestEditHistory::lineWithTypingGoesFirst()
     press("Ctrl+Z", history()->undoAction());
     QCOMPARE(line->displayText(), before);
     QCOMPARE(history()->stack()->index(), 2);
+}
+
+void TestEditHistory::typingIsUndoneWhereTheLineIgnoresKeys()
+{
+    click("btnProbeInAdd");
+    QLineEdit *line = lineOf(page(), 1);
+    const QString before = line->displayText();
+    line->setFocus();
+    typeValue(1, "7C", false);
+    line->setCursorPosition(0); // In front of the prefix.
+    for (int i = 0; i < 5 && line->isUndoAvailable(); ++i)
+        QTest::keySequence(view()->window(), QKeySequence("Ctrl+Z"));
+    QCOMPARE(line->displayText(), before);
+    QCOMPARE(history()->stack()->index(), 1);
 }
 
 void TestEditHistory::keysReachTheView_data()
