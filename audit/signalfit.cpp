@@ -58,6 +58,17 @@ std::vector<NETWEIR::RtlNet *> netsOfMembers(const QList<SignalItem> &members,
     return nets;
 }
 
+/// Width of the bus when it was chosen, with the bits that were excluded then, by its range.
+qint64 formerWidth(const SignalItem &item)
+{
+    const QString range = item.name.mid(int(baseOfBusName(item.name).size()));
+    if (range.isEmpty())
+        return item.members.size();
+    const qint64 left = range.section(QLatin1Char(':'), 0, 0).mid(1).toInt();
+    const qint64 right = range.section(QLatin1Char(':'), 1).chopped(1).toInt();
+    return qAbs(left - right) + 1;
+}
+
 /// The bits of a bus that has changed, as far as the design still has them.
 void countKnownBits(const QList<SignalItem> &members, ProbeType type, const DesignNames &names,
                     SignalFit *fit)
@@ -119,7 +130,7 @@ QString SignalTexts::changed(const SignalItem &item, const DesignNames &names)
 /// The difference to a bus with another range, by the number of bits.
 QString SignalTexts::difference(const SignalItem &item, NETWEIR::RtlNetBus &bus)
 {
-    const int more = bus.nets().size() - item.members.size();
+    const qint64 more = bus.nets().size() - formerWidth(item);
     if (more == 1)
         return tr("1 bit more");
     if (more > 1)
@@ -128,16 +139,9 @@ QString SignalTexts::difference(const SignalItem &item, NETWEIR::RtlNetBus &bus)
         return tr("1 bit fewer");
     if (more < -1)
         return tr("%1 bits fewer").arg(-more);
-    const auto isMember = [&item](NETWEIR::RtlNet *net, int bit) {
-        return net->fullPathName() == item.members.at(bit).name;
-    };
-    const auto &nets = bus.nets();
-    const int last = item.members.size() - 1;
-    for (int bit = 0; bit <= last; ++bit) {
-        if (!isMember(nets.at(bit), last - bit))
-            return tr("other bits");
-    }
-    return tr("the same bits in reverse order");
+    const QList<SignalItem> reversed(item.members.crbegin(), item.members.crend());
+    return netsOfMembers(reversed, bus).empty() ? tr("other bits")
+                                                : tr("the same bits in reverse order");
 }
 
 /// The difference to a bus of the same name.

@@ -219,6 +219,14 @@ void TestConfigAudit::texts_data()
     add("shrunk", {"core", "in: top/arr[1][2:0]=2,1,0 top/twin[7:0]=7,6,5,4,3,2,1,0"},
         {"The bus top/arr[1][2:0] is top/arr[1][1:0] in the design now: 1 bit fewer.",
          "The bus top/twin[7:0] is top/twin[3:0] in the design now: 4 bits fewer."});
+    add("some bits were excluded",
+        {"core", "in: top/data[6:0]=6,5,1,0", "in: top/data[8:0]=5,1", "in: top/rev[3:0]=3,1"},
+        {"The bus top/data[6:0] is top/data[7:0] in the design now: 1 bit more.",
+         "The bus top/data[8:0] is top/data[7:0] in the design now: 1 bit fewer.",
+         "The bus top/rev[3:0] is top/rev[0:3] in the design now: the same bits in reverse "
+         "order."});
+    add("more bits than the range has", {"core", "in: top/data[8:1]=8,7,6,5,4,3,2,1,0,9,10"},
+        {"The bus top/data[8:1] is top/data[7:0] in the design now: other bits."});
     add("of the same width", {"core", "in: top/rev[3:0]=3,2,1,0 top/data[8:1]=8,7,6,5,4,3,2,1"},
         {"The bus top/rev[3:0] is top/rev[0:3] in the design now: the same bits in reverse order.",
          "The bus top/data[8:1] is top/data[7:0] in the design now: other bits."});
