@@ -217,8 +217,8 @@ void PrefixSearch::tryName(int position)
     m_trial.explains += missing.count;
 }
 
-/// Keeps what explains at least two different names that seem to have moved, and not as many that
-/// have something similar where they were.
+/// Keeps what explains at least two different names that seem to have moved, unless half of the
+/// names or more have something similar where they were.
 void PrefixSearch::finishTrial()
 {
     std::vector<int> moved;
