@@ -8,11 +8,15 @@
 
 namespace TARN {
 
+bool isBelow(const QString &name, const QString &instance)
+{
+    return name.size() > instance.size() && name.at(instance.size()) == QLatin1Char('/') &&
+           name.startsWith(instance);
+}
+
 QString movedName(const QString &name, const QString &from, const QString &to)
 {
-    const bool below = name.size() > from.size() && name.at(from.size()) == QLatin1Char('/') &&
-                       name.startsWith(from);
-    return below ? to + name.midRef(from.size()) : QString();
+    return isBelow(name, from) ? to + name.midRef(from.size()) : QString();
 }
 
 NETWEIR::RtlNet *usableNet(const QString &name, ProbeType type, const DesignNames &names)

@@ -17,6 +17,9 @@ class DesignNames;
 
 // What the design has under the name that something missing gets by another prefix.
 
+/// Whether @p name is that of something in the instance, or in one below.
+bool isBelow(const QString &name, const QString &instance);
+
 /// @p name with the instance @p from in front replaced by @p to. Empty when it is not below @p
 /// from.
 QString movedName(const QString &name, const QString &from, const QString &to);

@@ -232,8 +232,20 @@ void PrefixSearch::finishTrial()
         std::none_of(moved.cbegin(), moved.cend(), another))
         return;
     nameMovedInstance();
+    m_trial.stays = isInDesign(m_trial.from) && !isBelow(m_trial.to, m_trial.from) &&
+                    !isBelow(m_trial.from, m_trial.to);
     m_trial.likeness = pathLikeness(levelsOf(m_trial.from), levelsOf(m_trial.to));
     m_trials.push_back(m_trial);
+}
+
+/// Whether the design has an instance with that path.
+bool PrefixSearch::isInDesign(const QString &path) const
+{
+    const std::vector<QStringView> levels = levelsOf(path);
+    int instance = levels.front() == m_index.nameOf(0) ? 0 : -1;
+    for (std::size_t level = 1; level < levels.size() && instance != -1; ++level)
+        instance = m_index.childOf(instance, levels[level]);
+    return instance != -1;
 }
 
 /// Names the instance that moved, if it is one, instead of those between which it moved: a/x that
@@ -241,7 +253,7 @@ void PrefixSearch::finishTrial()
 void PrefixSearch::nameMovedInstance()
 {
     const int path = m_order[m_next];
-    if (m_tree->instanceOf(path) == -1 && !m_trial.from.startsWith(m_trial.to + QLatin1Char('/')))
+    if (m_tree->instanceOf(path) == -1 && !isBelow(m_trial.from, m_trial.to))
         return;
     const int start = m_trial.from.size();
     const auto levelOf = [this, start](int position) {
@@ -260,7 +272,8 @@ void PrefixSearch::nameMovedInstance()
 }
 
 /// Takes over the trials of one source that say something: the name of the instance is alike, or it
-/// is the only one that explains most of what is missing. When two are as good, neither counts.
+/// is gone and this is the only one that explains most of what is missing. When two are as good,
+/// neither counts.
 void PrefixSearch::judge()
 {
     const std::size_t below = m_sources[m_order[m_next]].names.size();
@@ -277,7 +290,7 @@ void PrefixSearch::judge()
         const float lead = trial.likeness - rival;
         const bool alike = trial.likeness >= AlikePath && (unique || lead > Lead);
         const bool explainsMost = unique && trial.names.size() * 2 >= below;
-        if (alike || explainsMost || lead > ClearLead)
+        if (alike || (!trial.stays && (explainsMost || lead > ClearLead)))
             m_changes.push_back(trial);
     }
     m_trials.clear();

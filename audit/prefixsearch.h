@@ -27,6 +27,7 @@ public:
         QString to;
         float likeness = 0;
         int explains = 0;
+        bool stays = false;     ///< The design still has the instance, and the other is elsewhere.
         std::vector<int> names; ///< Positions of what it explains.
     };
 
@@ -62,6 +63,7 @@ private:
     void tryName(int position);
     void finishTrial();
     void judge();
+    bool isInDesign(const QString &path) const;
     void nameMovedInstance();
     bool hasStayed(int position) const;
     bool hasBetter(int position, const Change &change) const;

@@ -229,6 +229,7 @@ private Q_SLOTS:
     void prefixChangeComesFirst();
     void oneNameIsNoPrefixChange();
     void namesThatStayedDoNotMove();
+    void instanceThatStaysIsNoSibling();
     void countsEveryEntry();
     void clockCanTakeABit();
     void findsInLargeInstances_data();
@@ -405,6 +406,20 @@ void TestCandidates::namesThatStayedDoNotMove()
     const QString change = "top -> top/u_ctl (3)";
     QCOMPARE(textOf(splitSearch.prefixChanges()), change);
     QCOMPARE(textOf(splitSearch.candidates("top/setpoint", ProbeTypeIn).value(0)), change);
+}
+
+/// What is removed from one instance is often still in another one.
+void TestCandidates::instanceThatStaysIsNoSibling()
+{
+    const Netlist netlist = netlistFrom("u_rx/clk u_tx/clk u_tx/bit_count u_tx/state[2:0]");
+    const DesignNames names(netlist.get());
+    CandidateSearch search(names);
+    search.setMissing(missingFrom("u_rx/bit_count u_rx/state[2:0]"));
+    searchAll(&search);
+    QCOMPARE(textOf(search.prefixChanges()), QString());
+    search.setMissing(missingFrom("u_gone/bit_count u_gone/state[2:0]"));
+    searchAll(&search);
+    QCOMPARE(textOf(search.prefixChanges()), QString("top/u_gone -> top/u_tx (2)"));
 }
 
 void TestCandidates::countsEveryEntry()
