@@ -193,7 +193,7 @@ private:
     void activate() const;
     void focus(QWidget *widget) const;
     void addCore();
-    void removeCore(int row);
+    void removeCore(int row, const std::function<void()> &behindTheQuestion = {});
     void removePorts(const QByteArray &kind, const QList<int> &rows) const;
     /// Changes the rows in the dialog of the port and accepts it.
     void editPort(const QByteArray &kind, int port,
@@ -254,6 +254,7 @@ private Q_SLOTS:
     void reloadOfAnUnmodifiedViewIsClean();
     void reloadOfAModifiedViewIsNotClean();
     void removalIsUndoneWithoutAQuestion();
+    void stepsBehindTheQuestionOfARemoval();
     void nothingIsRecordedWithoutAChange();
     void typedTextIsAStepBeforeUndo();
     void typedTextIsAStepBeforeASave();
@@ -390,12 +391,17 @@ void TestEditHistory::addCore()
     activate();
 }
 
-void TestEditHistory::removeCore(int row)
+void TestEditHistory::removeCore(int row, const std::function<void()> &behindTheQuestion)
 {
+    const auto meanwhile = [behindTheQuestion](QMessageBox *) {
+        if (behindTheQuestion)
+            behindTheQuestion();
+    };
     script().expectMenu({"Add", "Remove"}, "Remove");
     script().expectBox({QMessageBox::Question, "Remove TARn",
                         QString("Do you want to remove TARN %1 ?").arg(row),
-                        QMessageBox::Ok | QMessageBox::Cancel, QString()});
+                        QMessageBox::Ok | QMessageBox::Cancel, QString()},
+                       QMessageBox::Ok, meanwhile);
     openMenu(view(), row);
     activate();
 }
@@ -762,6 +768,24 @@ void TestEditHistory::removalIsUndoneWithoutAQuestion()
     history()->undo(); // A box would fail the test.
     QCOMPARE(pagesOf(view()).size(), 2);
     QCOMPARE(debugLines(), QStringList());
+}
+
+void TestEditHistory::stepsBehindTheQuestionOfARemoval()
+{
+    const State opened = state();
+    addCore();
+    removeCore(2, [this] { history()->undo(); }); // The core itself goes.
+    QCOMPARE(state(), opened);
+    QCOMPARE(steps(), 0);
+    QCOMPARE(titleFaults(false), QString());
+
+    addCore();
+    removeCore(0, [this] { history()->undo(); });
+    QCOMPARE(pagesOf(view()).size(), 1);
+    QCOMPARE(steps(), 1);
+    history()->undo();
+    QCOMPARE(state(), opened);
+    QCOMPARE(titleFaults(false), QString());
 }
 
 void TestEditHistory::nothingIsRecordedWithoutAChange()
