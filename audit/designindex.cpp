@@ -20,7 +20,7 @@ constexpr int WordsAtOnce = 32;
 /// Instances with fewer entries, or fewer children, are searched from end to end.
 constexpr int FewNames = 64;
 
-// What the keys are made of, beside the names.
+// What the keys are made of, besides the names.
 enum Salt : quint64 { EntryEnd = 1, InstanceEnd, EntryWords, ChildWords, Middle, Front, Back };
 
 quint64 wordKey(quint64 place, quint64 salt, quint64 hash)

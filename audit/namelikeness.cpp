@@ -475,7 +475,7 @@ void NameTokens::addToken(QStringView text, bool number)
     token.affix = number ? 0 : affixOf(lower);
 }
 
-/// Only words at the ends of a name are affixes, beside numbers and others.
+/// Only words at the ends of a name are affixes; numbers and other affixes may be further out.
 void NameTokens::weigh(int firstNew)
 {
     const auto begin = m_tokens.begin() + firstNew;

@@ -10,7 +10,7 @@ namespace TARN {
 
 class DesignNames;
 
-/// Tells of single signals whether they still fit the design, for the rows that show them.
+/// Tells whether a single signal still fits the design, for the row that shows it.
 ///
 /// A pure function of the signal, the kind of its port and the design, without memory of its own.
 /// It takes about 0.2 us per bit, so it can be asked for each row that is painted. Owns nothing.
