@@ -125,7 +125,7 @@ void Findings::runSlice()
     queueSlice();
 }
 
-/// Notes what is missing among the next findings. True when it has seen all.
+/// Notes what is missing or has changed among the next findings. True when it has seen all.
 bool Findings::collect(const QDeadlineTimer &deadline)
 {
     while (m_collected < count()) {
@@ -139,12 +139,14 @@ bool Findings::collect(const QDeadlineTimer &deadline)
 void Findings::note(int row)
 {
     const Rule rule = m_audit.ruleAt(row);
-    if (rule == Rule::BusChanged)
-        ++m_changedBuses;
-    if (!isMissing(rule))
+    if (!isMissing(rule) && rule != Rule::BusChanged)
         return;
     const Place place = m_audit.placeAt(row);
     const QString name = nameAt(m_history->current(), place);
+    if (rule == Rule::BusChanged) {
+        m_changedBuses += busInPlaceOf(name, place.type, *m_names) ? 1 : 0;
+        return;
+    }
     if (name.isEmpty()) // No clock is given.
         return;
     const QList<SignalItem> *items = signalsAt(m_history->current(), place);

@@ -46,21 +46,25 @@ namespace {
 
 using Fill = std::function<void(TarnCore *)>;
 
-/// A design with these nets and buses below its top "top": "clk", "u1/state", "u1/data[3:0]".
+/// A design with these nets and buses below its top "top": "clk", "u1/state", "u1/data[3:0]". What
+/// the design drives has a "!" behind it.
 std::unique_ptr<NETWEIR::RtlNetlist> designOf(const QStringList &names)
 {
     NETWEIR::NetlistBuilder builder("top");
     QHash<QString, NETWEIR::Hierachy *> nodes{{QString(), builder.top()}};
-    for (const QString &name : names) {
+    for (QString name : names) {
+        NETWEIR::NetMarks marks;
+        marks.excludedForProbeOut = name.endsWith('!');
+        name.remove('!');
         const QString path = name.section('/', 0, -2);
         if (!nodes.contains(path))
             nodes[path] = builder.addHierachy(builder.top(), path, "module");
         const QString base = baseOfBusName(name.section('/', -1)).toString();
         const QStringList range = name.section('[', -1).chopped(1).split(':');
         if (range.size() == 2)
-            builder.addBus(nodes[path], base, range[0].toInt(), range[1].toInt());
+            builder.addBus(nodes[path], base, range[0].toInt(), range[1].toInt(), {marks});
         else
-            builder.addNet(nodes[path], base);
+            builder.addNet(nodes[path], base, marks);
     }
     return builder.take();
 }
@@ -560,6 +564,18 @@ private Q_SLOTS:
         click(buttonOf(view, "btnReplaceAll"));
         QCOMPARE(signalsOf(view, 0, 0), QStringList({"top/u_new/a", "top/data[4:0]"}));
         QCOMPARE(signalsOf(view, 0, 1), QStringList({"top/u_new/b", "top/more[0:3]"}));
+    }
+
+    void changedBusThatIsDrivenIsNotTakenOver()
+    {
+        const ShownView view = show({"data[4:0]!", "more[4:0]"},
+                                    {{out({range("top/data", 3, 0)}), in({range("top/data", 3, 0)}),
+                                      out({range("top/more", 3, 0)})}});
+        QVERIFY(buttonOf(view, "btnReplaceAll")->toolTip().contains("(2)"));
+        click(buttonOf(view, "btnReplaceAll"));
+        QCOMPARE(signalsOf(view, 0, 0), QStringList("top/data[4:0]"));
+        search();
+        QVERIFY(!buttonOf(view, "btnReplaceAll")->isEnabled());
     }
 
     void refusesMoreBitsThanAPortHolds_data()
