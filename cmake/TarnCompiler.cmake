@@ -57,18 +57,28 @@ function(tarn_add_precompiled_headers)
     if(NOT TARN_PRECOMPILE OR CMAKE_CXX_COMPILER_LAUNCHER)
         return()
     endif()
-    add_library(tarn_precompiled STATIC "${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp")
-    set_target_properties(tarn_precompiled PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
-    target_link_libraries(tarn_precompiled PRIVATE Qt5::Widgets)
-    target_precompile_headers(tarn_precompiled PRIVATE
-        <QDir> <QFile> <QFileInfo> <QHash> <QMap> <QSet> <QString> <QStringList> <QVector> <QWidget>
+    set(headers <QDir> <QFile> <QFileInfo> <QHash> <QMap> <QSet> <QString> <QStringList> <QVector>
         <algorithm> <functional> <memory> <vector>)
+    tarn_add_precompiled(tarn_precompiled Qt5::Widgets ${headers} <QWidget>)
+    tarn_add_precompiled(tarn_precompiled_core Qt5::Core ${headers})
 endfunction()
 
-# tarn_precompile(target): uses them in a target that links Qt5::Widgets.
+function(tarn_add_precompiled target module)
+    add_library(${target} STATIC "${PROJECT_SOURCE_DIR}/cmake/precompiled.cpp")
+    set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+    target_link_libraries(${target} PRIVATE ${module})
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+endfunction()
+
+# tarn_precompile(target [CORE]): uses them in a target that links Qt5::Widgets, or only Qt5::Core.
 function(tarn_precompile target)
-    if(TARGET tarn_precompiled)
-        target_precompile_headers(${target} REUSE_FROM tarn_precompiled)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "CORE" "" "")
+    set(precompiled tarn_precompiled)
+    if(ARG_CORE)
+        set(precompiled tarn_precompiled_core)
+    endif()
+    if(TARGET ${precompiled})
+        target_precompile_headers(${target} REUSE_FROM ${precompiled})
     endif()
 endfunction()
 

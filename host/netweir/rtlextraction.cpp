@@ -2,32 +2,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "rtlextraction.h"
 
+#include "designextraction.h"
 #include "hierachy.h"
 #include "rtlnetbus.h"
 #include "rtlnetlist.h"
 
-#include <netweir/internal/extraction.h>
-#include <netweir/internal/ground/messages.h>
-#include <netweir/internal/tool/extractionprogress.h>
+#include <netweir/internal/dialog/extractiondialog.h>
 
 #include <QCoreApplication>
 #include <QDebug>
 
-#include <new>
+#include <memory>
 
 namespace NETWEIR {
 
-using namespace Internal;
-
 namespace {
 
-/// The design of the last catchRtlModules(). Deleted before the application, because it may own a
-/// running process.
-std::shared_ptr<Extraction> &lastExtraction()
+/// The design of the last catchRtlModules(), no design before the first. Deleted before the
+/// application, because it may own a running process.
+std::shared_ptr<DesignExtraction> &lastExtraction()
 {
-    static std::shared_ptr<Extraction> last;
+    static auto last = std::make_shared<DesignExtraction>();
     static const bool registered = [] {
-        qAddPostRoutine([] { last.reset(); });
+        qAddPostRoutine([] { last = std::make_shared<DesignExtraction>(); });
         return true;
     }();
     Q_UNUSED(registered)
@@ -61,35 +58,20 @@ void reportNetlist(const RtlNetlist &netlist, qint64 milliseconds)
                                  << QString::number(double(milliseconds) / 1000, 'f', 2) << " s";
 }
 
-/// Runs @p step of an extraction. Without enough memory returns false and adds a message, because
-/// no exception may leave the library.
-template <typename Step>
-bool runWithinMemory(const Step &step, QStringList *messages)
-{
-    try {
-        step();
-        return true;
-    } catch (const std::bad_alloc &) {
-        messages->append(errorMessage(Text::tr("There is not enough memory to read the design.")));
-        return false;
-    }
-}
-
 } // namespace
 
 void catchRtlModules(QStringList &tops, QStringList &modules, QStringList &messages,
                      QMap<QString, QVariant> &info, QWidget *parent)
 {
-    auto extraction = std::make_shared<Extraction>(readDesignSources(info));
+    const auto extraction = std::make_shared<DesignExtraction>(info);
     QStringList found;
-    const auto findModules = [&] {
-        ExtractionProgress progress(parent);
-        extraction->findModules(&progress, &tops, &modules, &found);
-    };
-    if (!runWithinMemory(findModules, &found))
-        extraction.reset();
+    bool succeeded = false;
+    {
+        Internal::ExtractionDialog dialog(parent);
+        succeeded = extraction->findModules(&tops, &modules, &found, &dialog);
+    }
     // Callers show messages only when there is an error among them.
-    if (!containsError(found))
+    if (succeeded)
         logMessages(found);
     messages += found;
     // Not earlier: another one may have come and gone while this one waited.
@@ -100,17 +82,13 @@ void catchRtlNetsWithProgressDialog(RtlNetlist **netlist, QStringList &messages,
 {
     *netlist = nullptr;
     // Kept alive here, because a call from the event loop may replace the last design.
-    const std::shared_ptr<Extraction> extraction = lastExtraction();
+    const std::shared_ptr<DesignExtraction> extraction = lastExtraction();
     QStringList found;
     std::unique_ptr<RtlNetlist> result;
-    const auto buildNetlist = [&] {
-        ExtractionProgress progress(parent);
-        result = extraction->buildNetlist(&progress, &found);
-    };
-    if (!extraction)
-        found.append(errorMessage(Text::tr("No design has been read.")));
-    else if (!runWithinMemory(buildNetlist, &found) && lastExtraction() == extraction)
-        lastExtraction().reset();
+    {
+        Internal::ExtractionDialog dialog(parent);
+        result = extraction->buildNetlist(&found, &dialog);
+    }
     logMessages(found);
     messages += found;
     if (result)

@@ -3,6 +3,7 @@
 #include "fakelanguage.h"
 #include "netlisttext.h"
 
+#include <netweir/internal/dialog/extractiondialog.h>
 #include <netweir/internal/join/designelaborator.h>
 #include <netweir/internal/tool/extractionprogress.h>
 
@@ -374,7 +375,8 @@ void TestDesignElaborator::cancellingEndsTheRounds()
 {
     Design design(QStringLiteral("module top | | u e\nwork.entity e"));
     QWidget window;
-    ExtractionProgress progress(&window);
+    ExtractionDialog dialog(&window);
+    ExtractionProgress progress(&dialog);
     design.verilog.elaborating = QStringList{"ERROR: cancelled"};
     design.verilog.whileElaborating = [&window](ExtractionProgress *) {
         qDeleteAll(window.children()); // The dialog, which cancels.

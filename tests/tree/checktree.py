@@ -42,8 +42,7 @@ LAYERS = (
 )
 
 # The rooms of the extractor, the folders in host/netweir/internal, and the rooms that each may use.
-# Files outside the rooms belong to "extraction", except the classes of the netlist, which belong to
-# their store.
+# Files outside the rooms belong to "extraction" or to the room in ROOM_OF_PUBLIC.
 EXTRACTOR = ("host", "netweir")
 ROOMS = {
     "ground": (),
@@ -62,9 +61,14 @@ ROOMS = {
     "ghdl": ("ground", "store", "sources", "vhdl", "tool", "parts", "signals"),
     "join": ("ground", "store", "sources", "tool", "parts"),
     "extraction": ("ground", "store", "sources", "tool", "verilator", "ghdl", "join"),
+    "dialog": ("ground", "store", "tool", "extraction"),
 }
-NETLIST_CLASSES = ("hierachy", "netlistbuilder", "netweir_global", "rtlnet", "rtlnetbus",
-                   "rtlnetlist")
+ROOM_OF_PUBLIC = {
+    **dict.fromkeys(("hierachy", "netlistbuilder", "rtlnet", "rtlnetbus", "rtlnetlist"), "store"),
+    "netweir_global": "ground",
+    "extractionmonitor": "tool",
+    "rtlextraction": "dialog",
+}
 
 # The one header of the plug-in that the workbench may include.
 PLUGIN_ENTRY = "plugin/tarnviewmanager.h"
@@ -121,9 +125,9 @@ def public_headers(root):
     for library in HOST_LIBRARIES:
         lists = root / "host" / library / "CMakeLists.txt"
         if lists.is_file():
-            section = re.search(r"\bHEADERS\b([^)]*?)(?:\bSOURCES\b|\bLINK\b|\))", text_of(lists))
-            names = section.group(1).split() if section else []
-            found |= {pathlib.Path("host", library, name) for name in names}
+            for section in re.findall(r"\bHEADERS\b([^)]*?)(?:\b(?:SOURCES|LINK|PRIVATE_LINK)\b|\))",
+                                      text_of(lists)):
+                found |= {pathlib.Path("host", library, name) for name in section.split()}
     return found
 
 
@@ -133,7 +137,7 @@ def room_of(path):
         return None
     if path.parts[2] == "internal" and len(path.parts) > 4:
         return path.parts[3]
-    return "store" if path.stem in NETLIST_CLASSES else "extraction"
+    return ROOM_OF_PUBLIC.get(path.stem, "extraction")
 
 
 def wrong_way_between_rooms(includer, included):

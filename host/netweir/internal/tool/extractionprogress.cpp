@@ -4,20 +4,19 @@
 
 #include "toolprocess.h"
 
+#include <netweir/extractionmonitor.h>
 #include <netweir/internal/ground/messages.h>
 
-#include <QApplication>
 #include <QDeadlineTimer>
-#include <QProgressDialog>
 #include <QThread>
 
 #include <memory>
+#include <utility>
 
 namespace NETWEIR::Internal {
 
 namespace {
 
-constexpr int ShowAfter = 300;
 constexpr int TickInterval = 200;
 
 } // namespace
@@ -27,59 +26,46 @@ QString cancelError()
     return errorMessage(Text::tr("Reading the design was cancelled."));
 }
 
-ExtractionProgress::ExtractionProgress(QWidget *parent)
+ExtractionProgress::ExtractionProgress(ExtractionMonitor *monitor)
+    : m_monitor(monitor)
 {
+    if (m_monitor)
+        m_outer = std::exchange(m_monitor->m_progress, this);
     m_elapsed.start();
     m_tick.setInterval(TickInterval);
-    connect(&m_tick, &QTimer::timeout, this, &ExtractionProgress::updateText);
-    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
-        return; // A program without windows.
-
-    m_dialog = new QProgressDialog(Text::tr("Reading sources"), Text::tr("Cancel"), 0, 0, parent);
-    m_dialog->setObjectName(QStringLiteral("NETWEIR__ExtractionProgress"));
-    m_dialog->setWindowTitle(Text::tr("Reading RTL Netlist"));
-    m_dialog->setWindowModality(Qt::ApplicationModal);
-    m_dialog->setAutoClose(false);
-    m_dialog->setAutoReset(false);
-    m_dialog->setMinimumDuration(24 * 60 * 60 * 1000); // Only showDialog() shows it.
-    m_dialog->setMinimumWidth(360);
-    connect(m_dialog, &QProgressDialog::canceled, this, &ExtractionProgress::cancel);
-    connect(m_dialog, &QDialog::finished, this, &ExtractionProgress::cancel);
-    connect(m_dialog, &QObject::destroyed, this, &ExtractionProgress::cancel);
+    connect(&m_tick, &QTimer::timeout, this, &ExtractionProgress::tick);
 }
 
 ExtractionProgress::~ExtractionProgress()
 {
-    if (m_dialog)
-        m_dialog->disconnect(this);
-    delete m_dialog;
+    if (m_monitor)
+        m_monitor->m_progress = m_outer;
 }
 
 void ExtractionProgress::setPhase(const QString &phase)
 {
-    m_phase = phase;
-    updateText();
+    if (m_monitor)
+        m_monitor->phaseChanged(phase);
+    look();
 }
 
-void ExtractionProgress::updateText()
+void ExtractionProgress::tick()
 {
-    if (m_dialog)
-        m_dialog->setLabelText(Text::tr("%1\nElapsed time: %2 s")
-                                   .arg(m_phase, QString::number(m_elapsed.elapsed() / 1000)));
+    if (m_monitor)
+        m_monitor->ticked(m_elapsed.elapsed());
+    look();
+}
+
+void ExtractionProgress::look()
+{
+    if (m_monitor && m_monitor->isCancelled())
+        cancel();
 }
 
 void ExtractionProgress::cancel()
 {
     m_cancelled = true;
     m_loop.quit();
-}
-
-void ExtractionProgress::showDialog()
-{
-    if (!m_dialog || m_dialog->isVisible() || m_cancelled)
-        return;
-    updateText();
-    m_dialog->show();
 }
 
 bool ExtractionProgress::wait(ToolProcess *process, int limit)
@@ -108,14 +94,11 @@ void ExtractionProgress::exec(const std::function<bool()> &isDone, int limit)
     const QDeadlineTimer end(limit); // Never comes when the limit is negative.
     m_tick.start();
     while (!isDone() && !end.hasExpired()) {
-        const bool isHidden = m_dialog && !m_dialog->isVisible();
-        const qint64 untilShown = isHidden ? ShowAfter - m_elapsed.elapsed() : 0;
-        if (untilShown > 0) {
-            runLoop(QEventLoop::ExcludeUserInputEvents, qMin(end, QDeadlineTimer(untilShown)));
-        } else {
-            showDialog();
+        const int inputDelay = m_monitor ? m_monitor->inputDelay() : 0;
+        if (inputDelay > 0)
+            runLoop(QEventLoop::ExcludeUserInputEvents, qMin(end, QDeadlineTimer(inputDelay)));
+        else
             runLoop(QEventLoop::AllEvents, end);
-        }
     }
     m_tick.stop();
 }

@@ -5,14 +5,16 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QObject>
-#include <QPointer>
 #include <QTimer>
 
 #include <atomic>
 #include <functional>
 
 class QDeadlineTimer;
-class QProgressDialog;
+
+namespace NETWEIR {
+class ExtractionMonitor;
+} // namespace NETWEIR
 
 namespace NETWEIR::Internal {
 
@@ -21,17 +23,14 @@ class ToolProcess;
 /// The error of an extraction that was cancelled.
 QString cancelError();
 
-/// The application-modal dialog with the phase and the elapsed time of an extraction, and the event
-/// loops in which the extraction waits.
-///
-/// The dialog appears after a moment; until then user input waits. It may be deleted with its
-/// parent at any time, which cancels the extraction.
+/// The event loops in which a call of an extraction waits, and what it tells its monitor.
 class ExtractionProgress final : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit ExtractionProgress(QWidget *parent);
+    /// @p monitor may be null.
+    explicit ExtractionProgress(ExtractionMonitor *monitor);
     ~ExtractionProgress() override;
 
     void setPhase(const QString &phase);
@@ -47,18 +46,20 @@ public:
     /// itself after Cancel.
     void runInThread(const std::function<void()> &work);
 
+    /// Cancels when the monitor wants that.
+    void look();
+
 private:
     void cancel();
-    void showDialog();
-    void updateText();
+    void tick();
     void exec(const std::function<bool()> &isDone, int limit);
     void runLoop(QEventLoop::ProcessEventsFlags events, const QDeadlineTimer &end);
 
-    QPointer<QProgressDialog> m_dialog;
+    ExtractionMonitor *m_monitor;
+    ExtractionProgress *m_outer = nullptr; ///< The call in which the monitor was before.
     QEventLoop m_loop;
     QElapsedTimer m_elapsed;
     QTimer m_tick;
-    QString m_phase;
     std::atomic<bool> m_cancelled{false};
 };
 
