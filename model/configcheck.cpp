@@ -23,39 +23,42 @@ public:
     {
     }
 
-    QStringList run(const QList<TarnCore *> &cores);
+    QVector<ConfigError> run(const QList<TarnCore *> &cores);
 
     static QString textOf(ClockFault fault);
 
 private:
-    void checkCore(const TarnCore &core);
+    void checkCore(const TarnCore &core, int position);
     void collectDrivers(const TarnCore &core, int position);
     void checkDrivers();
 
     NETWEIR::RtlNetlist *m_netlist;
-    QStringList m_errors;
+    QVector<ConfigError> m_errors;
     DrivenBits m_drivenBits;
     QStringList m_drivers; ///< The Probe Out ports by their numbers in m_drivenBits.
 };
 
-QStringList ConfigCheck::run(const QList<TarnCore *> &cores)
+QVector<ConfigError> ConfigCheck::run(const QList<TarnCore *> &cores)
 {
     for (int position = 0; position < cores.size(); ++position) {
-        checkCore(*cores.at(position));
+        checkCore(*cores.at(position), position);
         collectDrivers(*cores.at(position), position);
     }
     checkDrivers();
     return m_errors;
 }
 
-void ConfigCheck::checkCore(const TarnCore &core)
+void ConfigCheck::checkCore(const TarnCore &core, int position)
 {
-    const QString prefix = tr("Tarn %1: ").arg(core.index);
+    const auto add = [&](ConfigError::Kind kind, const QString &text) {
+        m_errors.append({kind, position, QString(), tr("Tarn %1: ").arg(core.index) + text});
+    };
     if (core.getAvailableProbeIns().isEmpty() && core.getAvailableProbeOuts().isEmpty())
-        m_errors += prefix + tr("At least one Probe In port or Probe Out port should be enabled");
+        add(ConfigError::EmptyCore,
+            tr("At least one Probe In port or Probe Out port should be enabled"));
     const ClockFault fault = clockFault(core.syncUserClock, core.userClock, m_netlist);
     if (fault != ClockFault::None)
-        m_errors += prefix + textOf(fault);
+        add(ConfigError::UserClock, textOf(fault));
 }
 
 QString ConfigCheck::textOf(ClockFault fault)
@@ -92,9 +95,10 @@ void ConfigCheck::checkDrivers()
         for (const DrivenBits::Driver &driver : m_drivenBits.drivers(i))
             drivers += m_drivers.at(driver.port);
         // The comma at the end stays: scripts that read the message rely on it.
-        m_errors +=
-            tr("ERROR:Signal \"%1\" has multiple drivers(%2)")
-                .arg(m_drivenBits.name(i), drivers.join(QStringLiteral(", ")) + QLatin1Char(','));
+        const QString &name = m_drivenBits.name(i);
+        const QString text = tr("ERROR:Signal \"%1\" has multiple drivers(%2)")
+                                 .arg(name, drivers.join(QStringLiteral(", ")) + QLatin1Char(','));
+        m_errors.append({ConfigError::SeveralDrivers, -1, name, text});
     }
 }
 
@@ -117,9 +121,18 @@ QString clockFaultText(ClockFault fault)
     return ConfigCheck::textOf(fault);
 }
 
-QStringList checkConfig(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist)
+QVector<ConfigError> configErrors(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist)
 {
     return ConfigCheck(netlist).run(cores);
+}
+
+QStringList checkConfig(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist)
+{
+    const QVector<ConfigError> errors = configErrors(cores, netlist);
+    QStringList texts;
+    for (const ConfigError &error : errors)
+        texts += error.text;
+    return texts;
 }
 
 } // namespace TARN

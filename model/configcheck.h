@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 namespace NETWEIR {
 class RtlNetlist;
@@ -28,9 +29,27 @@ ClockFault clockFault(bool syncUserClock, const QString &userClock, NETWEIR::Rtl
 /// The fault as the user reads it, without the core. Empty for None.
 QString clockFaultText(ClockFault fault);
 
-/// The errors in the configuration of @p cores, one message per error: first the errors of each
-/// core, core by core, then the bits with several drivers, sorted by name. Clocks are looked up in
-/// @p netlist, which may be null; then no clock is found. Costs n log n in the driven bits.
+/// An error for which a save is refused.
+struct ConfigError
+{
+    enum Kind {
+        EmptyCore, ///< No port of the core holds a signal.
+        UserClock,
+        SeveralDrivers,
+    };
+
+    Kind kind = EmptyCore;
+    int core = -1; ///< Position of the core; -1 for a bit with several drivers.
+    QString name;  ///< Full name of the bit with several drivers; empty for the others.
+    QString text;  ///< As the user reads it.
+};
+
+/// The errors in the configuration of @p cores: first the errors of each core, core by core, then
+/// the bits with several drivers, sorted by name. Clocks are looked up in @p netlist, which may be
+/// null; then no clock is found. Costs n log n in the driven bits.
+QVector<ConfigError> configErrors(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist);
+
+/// The texts of configErrors().
 QStringList checkConfig(const QList<TarnCore *> &cores, NETWEIR::RtlNetlist *netlist);
 
 } // namespace TARN

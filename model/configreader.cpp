@@ -111,14 +111,17 @@ void ConfigReader::readVersion()
 void ConfigReader::readCore()
 {
     auto core = std::make_unique<TarnCore>(0);
+    m_lines.addCore(m_line);
     readCoreAttributes(core.get());
     while (nextElement()) {
         if (isElement(ConfigFormat::ProbeIn)) {
             auto port = std::make_unique<ProbeIn>();
+            m_lines.addPort(ProbeTypeIn, m_line);
             readPort(port.get(), nullptr);
             core->probeIns.append(port.release());
         } else if (isElement(ConfigFormat::ProbeOut)) {
             auto port = std::make_unique<ProbeOut>();
+            m_lines.addPort(ProbeTypeOut, m_line);
             readPort(port.get(), &port->initialValue);
             core->probeOuts.append(port.release());
         } else {
@@ -159,6 +162,7 @@ void ConfigReader::readPort(ProbeIn *port, QString *initialValue)
     while (nextElement()) {
         if (isElement(ConfigFormat::Signal)) {
             port->signals.append(SignalItem()); // NOLINT(clang-analyzer-*): never null
+            m_lines.addSignal(m_line);
             readSignal(&port->signals.last());
         } else {
             refuseElement();
@@ -186,6 +190,8 @@ void ConfigReader::readSignal(SignalItem *signal)
     while (nextElement()) {
         if (isElement(ConfigFormat::Member)) {
             signal->members.append(SignalItem());
+            if (m_depth == ConfigFormat::SignalDepth + 1) // Members of members are no bits.
+                m_lines.addBit(m_line);
             readSignal(&signal->members.last());
         } else {
             refuseElement();
@@ -198,6 +204,8 @@ void ConfigReader::readSignal(SignalItem *signal)
 bool ConfigReader::nextElement()
 {
     while (!failed() && !m_xml.hasError()) {
+        // What is in front of a tag is a token of its own, so the tag begins where that ended.
+        m_line = int(m_xml.lineNumber());
         switch (m_xml.readNext()) {
         case QXmlStreamReader::StartElement:
             if (++m_depth <= ConfigFormat::MaximumDepth)

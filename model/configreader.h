@@ -3,6 +3,7 @@
 #pragma once
 
 #include "configformat.h"
+#include "configlines.h"
 #include "guardedinput.h"
 
 #include <QCoreApplication>
@@ -11,6 +12,7 @@
 #include <QXmlStreamReader>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace TARN {
@@ -38,6 +40,9 @@ public:
 
     /// The cores in the order of the file; the caller owns them.
     QList<TarnCore *> takeCores();
+
+    /// On which lines these cores and what belongs to them begin.
+    ConfigLines takeLines() { return std::move(m_lines); }
 
     /// What is wrong and what to do about it, with line and column; empty after success.
     QString errorText() const { return m_error; }
@@ -73,6 +78,8 @@ private:
     GuardedInput m_input;
     QXmlStreamReader m_xml;
     std::vector<std::unique_ptr<TarnCore>> m_cores;
+    ConfigLines m_lines;
+    int m_line = 0; ///< On which the tag of the current element begins.
     int m_depth = 0;
     QString m_error;
 };

@@ -15,6 +15,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <utility>
+
 namespace TARN {
 
 namespace {
@@ -34,6 +36,7 @@ public:
     QList<TarnCore *> read();
 
     QString errorText() const { return m_error; }
+    ConfigLines takeLines() { return std::move(m_lines); }
 
 private:
     QList<TarnCore *> readFrom(QIODevice *device);
@@ -41,6 +44,7 @@ private:
 
     QString m_path;
     QString m_error;
+    ConfigLines m_lines;
 };
 
 QList<TarnCore *> ConfigFile::read()
@@ -65,6 +69,7 @@ QList<TarnCore *> ConfigFile::readFrom(QIODevice *device)
     ConfigReader reader(device);
     if (!reader.read())
         refuse(reader.errorText());
+    m_lines = reader.takeLines();
     return reader.takeCores();
 }
 
@@ -105,6 +110,17 @@ QList<TarnCore *> readTARNConfigFromXml(const QString &path, bool *ok, QString *
         *ok = error.isEmpty();
     if (errorMessage && !error.isEmpty())
         *errorMessage = error;
+    return cores;
+}
+
+QList<TarnCore *> readTARNConfigFromXml(const QString &path, bool *ok, QString *errorMessage,
+                                        ConfigLines *lines)
+{
+    ConfigFile file(path);
+    const QList<TarnCore *> cores = file.read();
+    *errorMessage = file.errorText();
+    *ok = errorMessage->isEmpty();
+    *lines = file.takeLines();
     return cores;
 }
 

@@ -7,6 +7,7 @@
 
 namespace TARN {
 
+class ConfigLines;
 class TarnCore;
 
 /// Names in the configuration file.
@@ -25,6 +26,11 @@ bool checkTARNFile(const QString &path);
 /// an empty list, sets @p ok to false and @p errorMessage to what is wrong, with line and column.
 /// Both pointers may be null.
 QList<TarnCore *> readTARNConfigFromXml(const QString &path, bool *ok, QString *errorMessage);
+
+/// The same, and sets @p lines to where in the file the cores and what belongs to them begin. For
+/// messages that point into the file; none of the pointers may be null.
+QList<TarnCore *> readTARNConfigFromXml(const QString &path, bool *ok, QString *errorMessage,
+                                        ConfigLines *lines);
 
 /// Replaces the file at @p path with the configuration of @p cores: afterwards it holds the whole
 /// new content, or, when false is returned, its former content. Unchanged content is written byte

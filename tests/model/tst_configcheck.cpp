@@ -164,6 +164,18 @@ private Q_SLOTS:
         QCOMPARE(checkConfig(cores.list, design.get()), expected);
     }
 
+    void errorsTellWhatTheyAreAbout()
+    {
+        const QList<SignalItem> s{net("s")};
+        const Cores cores = coresOf(
+            {{9, {{0, s}}, {}}, {7, {}, {}, true}, {5, {}, {{0, s + s}}, true, "top/none"}});
+        QStringList found;
+        const QVector<TARN::ConfigError> errors = TARN::configErrors(cores.list, nullptr);
+        for (const TARN::ConfigError &error : errors)
+            found += QString("%1 %2 %3").arg(error.kind).arg(error.core).arg(error.name);
+        QCOMPARE(found, QStringList({"0 1 ", "1 1 ", "1 2 ", "2 -1 s"}));
+    }
+
     /// Every bit of a configuration at all limits in conflict, with few and with many names.
     void largestConfigurationIsCheckedQuickly_data()
     {
