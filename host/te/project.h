@@ -69,6 +69,11 @@ TE_EXPORT bool normalizeVhdlLibrary(QString *name, QString *error);
 /// and leaves @p project unchanged.
 TE_EXPORT bool readProject(const QString &path, Project *project, QString *error);
 
+/// Whether the file at @p path is meant as a project file, perhaps with mistakes: a JSON object
+/// with a number as "version" and with "sources", or with no key that project files do not have.
+/// Other JSON files are common beside sources.
+TE_EXPORT bool isProjectFile(const QString &path);
+
 /// Writes @p project to its filePath, replacing the file atomically. Paths below the project's
 /// folder are stored relative to it.
 TE_EXPORT bool writeProject(const Project &project, QString *error);
@@ -101,5 +106,8 @@ TE_EXPORT bool projectFromArguments(const QStringList &arguments, const QString 
 
 /// Whether @p argument, one of those of projectFromArguments(), has its value in the next argument.
 TE_EXPORT bool takesNextArgument(const QString &argument);
+
+/// Whether @p argument is one of those of projectFromArguments() that are not files.
+TE_EXPORT bool isDesignOption(const QString &argument);
 
 } // namespace TE

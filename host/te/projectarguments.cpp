@@ -534,4 +534,12 @@ bool takesNextArgument(const QString &argument)
     return argument.startsWith(QLatin1Char('-')) && dashSetting(argument).takesNext;
 }
 
+bool isDesignOption(const QString &argument)
+{
+    if (argument.startsWith(QLatin1Char('+')))
+        return plusSetting(argument).kind != ArgumentKind::Unknown;
+    return argument.startsWith(QLatin1Char('-')) &&
+           dashSetting(argument).kind != ArgumentKind::Unknown;
+}
+
 } // namespace TE

@@ -54,6 +54,15 @@ QStringList toStrings(std::initializer_list<const char *> keys)
     return strings;
 }
 
+/// The keys of a project file.
+QStringList projectKeys()
+{
+    return toStrings({ProjectKey::Version, ProjectKey::Name, ProjectKey::Top, ProjectKey::Sources,
+                      ProjectKey::Options, ProjectKey::LibraryFiles, ProjectKey::Macros,
+                      ProjectKey::Device, ProjectKey::LibraryFolders,
+                      ProjectKey::LibraryExtensions});
+}
+
 /// Turns the document of a project file into a project. Every function returns false at the first
 /// error and sets error() to what is wrong and where.
 class ProjectReader
@@ -112,12 +121,7 @@ bool ProjectReader::read(const QJsonObject &document)
     const Field root = {QString(), document};
     const auto member = [&root](const char *key) { return memberOf(root, key); };
     // The version first: a newer one may have other keys.
-    return readVersion(member(ProjectKey::Version)) &&
-           checkKeys(root,
-                     toStrings({ProjectKey::Version, ProjectKey::Name, ProjectKey::Top,
-                                ProjectKey::Sources, ProjectKey::Options, ProjectKey::LibraryFiles,
-                                ProjectKey::Macros, ProjectKey::Device, ProjectKey::LibraryFolders,
-                                ProjectKey::LibraryExtensions})) &&
+    return readVersion(member(ProjectKey::Version)) && checkKeys(root, projectKeys()) &&
            readName(member(ProjectKey::Name)) && readTop(member(ProjectKey::Top)) &&
            readSources(member(ProjectKey::Sources)) && readOptions(member(ProjectKey::Options)) &&
            readPaths(member(ProjectKey::LibraryFiles), &m_project.libraryFiles) &&
@@ -387,6 +391,22 @@ bool readProject(const QString &path, Project *project, QString *error)
     }
     *project = reader.project();
     return true;
+}
+
+bool isProjectFile(const QString &path)
+{
+    QByteArray content;
+    QString reason;
+    if (!WholeFile::read(path, &content, &reason))
+        return false;
+    const QJsonObject document = QJsonDocument::fromJson(content).object();
+    if (!document.value(QLatin1String(ProjectKey::Version)).isDouble())
+        return false;
+    const QStringList known = projectKeys();
+    const QStringList keys = document.keys();
+    return keys.contains(QLatin1String(ProjectKey::Sources)) ||
+           std::all_of(keys.begin(), keys.end(),
+                       [&known](const QString &key) { return known.contains(key); });
 }
 
 } // namespace TE

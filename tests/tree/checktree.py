@@ -20,7 +20,8 @@ import sys
 PLUGIN_FOLDERS = ("plugin", "view", "probes", "select", "audit", "model", "widgets", "sdk")
 HOST_LIBRARIES = ("core", "dev", "extsys", "netweir", "qutil", "te")
 GROUND_FOLDER = "files"  # Below host and plug-in, which both use it.
-FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER,) + (
+TOOL_FOLDER = "tool"  # The command line tool, an application beside the workbench.
+FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER, TOOL_FOLDER) + (
     "host", "tests", "bench", "fuzz", "examples", "cmake", "scripts", "translations", "forms", ".ci")
 
 # The part of probes/ below select/, the library tarn_signals: the project's layout has the signals
@@ -69,6 +70,11 @@ ROOM_OF_PUBLIC = {
     "extractionmonitor": "tool",
     "rtlextraction": "dialog",
 }
+
+# What the tool may include of the plug-in: files (with or without extension) and folders without
+# widgets.
+TOOL_USES = ("audit/", "model/", "probes/signalitem", "probes/signalmerge", "sdk/",
+             "select/namematcher", "select/netsearch")
 
 # The one header of the plug-in that the workbench may include.
 PLUGIN_ENTRY = "plugin/tarnviewmanager.h"
@@ -150,8 +156,26 @@ def wrong_way_between_rooms(includer, included):
     return "" if lower in ROOMS[upper] else f"the room {upper} must not see {lower}"
 
 
+def wrong_arrow_of_tool(included, public):
+    """Why the tool must not include the other file; empty when it may."""
+    if included.parts[0] == "tests":
+        return "includes test code"
+    if included.parts[0] == "host":
+        return "" if included in public else "no public header of the host"
+    names = (str(included), str(included.with_suffix("")))
+    allowed = (TOOL_FOLDER + "/", GROUND_FOLDER + "/") + TOOL_USES
+    if any(entry in names or entry.endswith("/") and names[0].startswith(entry)
+           for entry in allowed):
+        return ""
+    return "not open to the tool"
+
+
 def wrong_arrow(includer, included, public):
     """Why the includer must not include the other file; empty when it may."""
+    if includer.parts[0] == TOOL_FOLDER:
+        return wrong_arrow_of_tool(included, public)
+    if included.parts[0] == TOOL_FOLDER and includer.parts[0] not in ("tests", "bench", "fuzz"):
+        return "only the tool itself uses its parts"
     from_host = includer.parts[0] == "host"
     from_plugin = includer.parts[0] in PLUGIN_FOLDERS
     to_plugin = included.parts[0] in PLUGIN_FOLDERS
@@ -347,14 +371,14 @@ def is_first_in_its_source(root, path):
 
 
 def check_headers(root, command):
-    """Compiles each public header of the host and each header of plug-in and ground by itself.
+    """Compiles each public header of the host and each header of plug-in, ground and tool by itself.
 
-    But not what sdkbuild.cmake shows: it builds plug-in and ground without precompiled headers, so
-    a header that is the first in its source file is compiled alone there.
+    But not what builds without precompiled headers show (sdkbuild.cmake for plug-in and ground, the
+    tool's own build): a header that is the first in its source file is compiled alone there.
     """
     headers = sorted(public_headers(root)) + [
         path for path in files_of(root, (".h",))
-        if path.parts[0] in PLUGIN_FOLDERS + (GROUND_FOLDER,)
+        if path.parts[0] in PLUGIN_FOLDERS + (GROUND_FOLDER, TOOL_FOLDER)
         and not is_first_in_its_source(root, path)]
 
     def compile_one(path):

@@ -36,8 +36,13 @@ GOOD = {
     "probes/signaltree.h": SPDX + '#include "signalitem.h"\n#include "value2tree.h"\n',
     "probes/value2tree.h": SPDX + '#include "signalitem.h"\n',
     "probes/value2tree.cpp": SPDX + '#include "value2tree.h"\n\n#include "page.h"\n',
+    "select/netsearch.h": SPDX,
     "select/dialog.h": SPDX + "#include <audit/finding.h>\n#include <model/tarncore.h>\n#include <probes/signaltree.h>\n",
     "widgets/box.h": SPDX,
+    "tool/help.h": SPDX + "#include <core/iview.h>\n#include <files/reader.h>\n"
+                   "#include <model/tarncore.h>\n#include <probes/signalitem.h>\n"
+                   "#include <select/netsearch.h>\n",
+    "tests/tool/tst_help.cpp": SPDX + "#include <tool/help.h>\nclass TestHelp;\n",
     "tests/view/tst_view.cpp": SPDX + "#include <support/files.h>\n#include <view/tarnview.h>\n"
                                 "class TestView;\n",
     "tests/support/files.h": SPDX,
@@ -189,6 +194,26 @@ class Includes(SampleTree):
     def test_public_header_and_the_ground(self):
         self.add_include("host/core/iview.h", "<files/reader.h>")
         self.expect(checktree.check_includes(self.root), "host/core/iview.h:4", "not installed")
+
+    def test_tool_and_what_it_may_not_use(self):
+        for name, reason in (("<select/dialog.h>", "not open to the tool"),
+                             ("<probes/page.h>", "not open to the tool"),
+                             ("<view/tarnview.h>", "not open to the tool"),
+                             ("<widgets/box.h>", "not open to the tool"),
+                             ("<core/secret.h>", "no public header"),
+                             ("<workbench/window.h>", "no public header"),
+                             ("<support/files.h>", "test code")):
+            with self.subTest(name=name):
+                self.setUp()
+                self.add_include("tool/help.h", name)
+                self.expect(checktree.check_includes(self.root), "tool/help.h:8", reason)
+
+    def test_parts_of_the_tool(self):
+        for includer in ("host/workbench/main.cpp", "plugin/other.h"):
+            with self.subTest(includer=includer):
+                self.setUp()
+                self.add_include(includer, "<tool/help.h>")
+                self.expect(checktree.check_includes(self.root), includer, "only the tool")
 
     def test_product_and_test_code(self):
         self.add_include("view/tarnview.h", "<support/files.h>")

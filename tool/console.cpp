@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "console.h"
+
+#include "command.h"
+#include "interruption.h"
+#include "standardstreams.h"
+
+#include <model/replacefile.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+
+#include <unistd.h>
+
+namespace Tool {
+
+namespace {
+
+constexpr int PieceSize = 64 * 1024;
+
+QString shown(const QString &path)
+{
+    return QDir::toNativeSeparators(path);
+}
+
+bool isSameFile(const QString &path, const QString &other)
+{
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return !canonical.isEmpty() && canonical == QFileInfo(other).canonicalFilePath();
+}
+
+/// Why no file can be written at @p path, empty when nothing is known against it.
+QString reasonAgainst(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.isDir())
+        return QStringLiteral("it is a folder");
+    if (!info.exists() && !info.isSymLink() && !info.absoluteDir().exists())
+        return QStringLiteral("there is no folder %1").arg(shown(info.absolutePath()));
+    return {};
+}
+
+} // namespace
+
+bool Console::setOutputFile(const QString &path, const QStringList &inputs)
+{
+    if (path == QLatin1String("-"))
+        return true;
+    for (const QString &input : inputs) {
+        if (isSameFile(path, input)) {
+            error(QStringLiteral("the output would replace %1, which is read; choose another file")
+                      .arg(shown(input)));
+            return false;
+        }
+    }
+    const QString reason = reasonAgainst(path);
+    if (!reason.isEmpty()) {
+        error(QStringLiteral("cannot write %1: %2; choose another file").arg(shown(path), reason));
+        return false;
+    }
+    m_outputFile = path;
+    return true;
+}
+
+void Console::write(const QByteArray &text)
+{
+    if (m_isClosed || !m_writeError.isEmpty())
+        return;
+    m_pending += text;
+    if (m_outputFile.isEmpty() && m_pending.size() >= PieceSize)
+        flush();
+}
+
+void Console::flush()
+{
+    m_progress.clear();
+    const int code = writeToStandardOutput(m_pending);
+    m_pending.clear();
+    if (code == EPIPE)
+        m_isClosed = true;
+    else if (code != 0 && code != EINTR)
+        m_writeError = qt_error_string(code);
+}
+
+void Console::error(const QString &text)
+{
+    message("tarn: ", text);
+}
+
+void Console::warn(const QString &text)
+{
+    message("tarn: warning: ", text);
+}
+
+void Console::message(const QByteArray &kind, const QString &text)
+{
+    m_progress.clear();
+    writeToStandardError(kind + text.toLocal8Bit() + '\n');
+}
+
+bool Console::isInterrupted() const
+{
+    return m_isClosed || Interruption::isRequested();
+}
+
+bool Console::readInput(qint64 limit, QByteArray *content, QString *error)
+{
+    QByteArray piece(PieceSize, Qt::Uninitialized);
+    for (;;) {
+        const ssize_t count = ::read(STDIN_FILENO, piece.data(), size_t(piece.size()));
+        if (count == 0)
+            return true;
+        if (count > 0)
+            content->append(piece.constData(), int(count));
+        if (content->size() > limit) {
+            *error = QStringLiteral("it has more than %1 bytes").arg(limit);
+            return false;
+        }
+        if (count < 0 && (errno != EINTR || Interruption::isRequested())) {
+            *error = qt_error_string(errno);
+            return false;
+        }
+    }
+}
+
+int Console::finish(int exitCode)
+{
+    m_progress.clear();
+    if (isInterrupted())
+        return Failure;
+    if (!m_outputFile.isEmpty())
+        return exitCode == Failure ? exitCode : qMax(exitCode, finishFile());
+    if (m_writeError.isEmpty())
+        flush();
+    if (m_writeError.isEmpty())
+        return exitCode;
+    error(QStringLiteral("cannot write to the standard output: %1").arg(m_writeError));
+    return Failure;
+}
+
+int Console::finishFile()
+{
+    QString reason;
+    if (TARN::replaceFile(m_outputFile, m_pending, &reason))
+        return Success;
+    error(QStringLiteral("cannot write %1: %2").arg(shown(m_outputFile), reason));
+    return Failure;
+}
+
+} // namespace Tool

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "showcommand.h"
+
+#include "command.h"
+#include "configfile.h"
+#include "configtext.h"
+#include "console.h"
+#include "invocation.h"
+
+namespace Tool {
+
+namespace {
+
+int runShow(const Invocation &invocation, Console *console)
+{
+    OwnedCores cores;
+    if (!readConfig(invocation.files.first(), console, &cores))
+        return Failure;
+    console->write(configText(cores.list()));
+    return Success;
+}
+
+Command makeCommand()
+{
+    Command command;
+    command.name = QStringLiteral("show");
+    command.synopsis = QStringLiteral("FILE");
+    command.summary = QStringLiteral("show a configuration");
+    command.description =
+        QStringLiteral("Prints the cores of a configuration, their ports and the signals in them, "
+                       "most\nsignificant first.");
+    command.hasOutput = true;
+    command.run = runShow;
+    return command;
+}
+
+} // namespace
+
+const Command &showCommand()
+{
+    static const Command command = makeCommand();
+    return command;
+}
+
+} // namespace Tool
