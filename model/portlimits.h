@@ -10,6 +10,10 @@
 
 namespace TARN {
 
+/// How many cores fit in one file, and ports of each kind on one core.
+constexpr int MaxCores = 16;
+constexpr int MaxPorts = 64;
+
 /// How many single signals fit on one port.
 constexpr int MaxPortSignals = 256;
 

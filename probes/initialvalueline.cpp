@@ -7,7 +7,7 @@
 #include "undokeys.h"
 #include "valuetree.h"
 
-#include <model/bitstring.h>
+#include <model/limittexts.h>
 #include <widgets/modaldialog.h>
 
 #include <QDropEvent>
@@ -37,7 +37,7 @@ InitialValueLine::InitialValueLine(int index, ProbePortsOptionWidget *page, QWid
     setFixedHeight(ValueTree::RowHeight);
     m_validator = new QRegExpValidator(this);
     updateValidator();
-    setText(QStringLiteral("0x0"));
+    setText(valueText(QString()));
     keepText();
     installEventFilter(this);
 }
@@ -61,11 +61,10 @@ QString InitialValueLine::getStringValue() const
 void InitialValueLine::updateValidatorForWidth(int width)
 {
     const QString shown = displayText();
-    const int digits = qMax(1, (width + 3) / 4);
     m_validator->setRegExp(QRegExp(QStringLiteral("[A-F0-9]")));
     setInputMask(QString());
     // The two leading positions hold the prefix, whose 'x' the upper-casing mark must not reach.
-    setInputMask(QStringLiteral("NN>%1;0").arg(QString(digits, QLatin1Char('H'))));
+    setInputMask(QStringLiteral("NN>%1;0").arg(QString(valueDigits(width), QLatin1Char('H'))));
     setValidator(m_validator);
     setText(shown);
 }
@@ -75,20 +74,15 @@ void InitialValueLine::onTextChange()
     // The box of a rejection takes the focus, which would reject the value again.
     if (m_inert || m_hidden || m_applying)
         return;
-    QString bits = stringHextoBinfor0x(displayText());
-    const int firstOne = bits.indexOf(QLatin1Char('1'));
-    if (firstOne >= 0)
-        bits.remove(0, firstOne);
-    const int significant = firstOne >= 0 ? bits.size() : 0;
-    if (significant > getWidth()) {
+    if (const std::optional<QString> bits = enteredBits(displayText(), getWidth())) {
+        dealOut(*bits);
+    } else {
         const QPointer<InitialValueLine> self(this);
         m_applying = true;
         rejectValue();
         if (!self)
             return;
         m_applying = false;
-    } else {
-        dealOut(QString(getWidth() - significant, QLatin1Char('0')) + bits);
     }
     setText(labelText());
     const bool differs = displayText() != m_applied;
@@ -126,9 +120,7 @@ void InitialValueLine::keepTyping()
 
 void InitialValueLine::showStored(const QString &stored)
 {
-    setText(stored);
-    // As in a new line: no width so far.
-    dealOut(fittedBits(stringHextoBinfor0x(displayText()), 0, getWidth()));
+    dealOut(storedBits(stored, getWidth()));
     setText(labelText());
     keepStored();
 }
@@ -142,13 +134,12 @@ void InitialValueLine::keepStored()
 
 bool InitialValueLine::agreesWithLabels() const
 {
-    const QString text = labelText();
-    return displayText() == (text.size() > PrefixLength ? text : QStringLiteral("0x0"));
+    return displayText() == labelText();
 }
 
 QString InitialValueLine::labelText() const
 {
-    return QStringLiteral("0x") + stringBintoHex(getStringValue());
+    return valueText(getStringValue());
 }
 
 void InitialValueLine::showBits(QLabel *label, const QString &bits)
@@ -175,8 +166,7 @@ void InitialValueLine::rejectValue()
     Message message;
     message.icon = QMessageBox::Information;
     message.title = tr("Error");
-    message.text = tr("Value '%1' for Probe Out%2 Initial Value exceeds the effective width.")
-                       .arg(shown, QString::number(m_index));
+    message.text = tr(LimitTexts::ValueTooWide).arg(shown, QString::number(m_index));
     showMessage(this, message);
     if (self)
         markPage();

@@ -11,6 +11,7 @@
 
 #include <model/bitstring.h>
 #include <model/configsnapshot.h>
+#include <model/portlimits.h>
 
 #include <numeric>
 
@@ -44,9 +45,9 @@ struct OutPortRows::Port
     void fitLine() const
     {
         line->setEnabled(width != 0);
-        // The mask first: the old one would cut a longer value. Without bits the line shows 0.
+        // The mask first: the old one would cut a longer value.
         line->updateValidatorForWidth(width);
-        line->setText(QStringLiteral("0x") + stringBintoHex(bits));
+        line->setText(valueText(bits));
     }
 };
 
@@ -85,25 +86,29 @@ void OutPortRows::rebuildAll()
 {
     QVector<Port> ports;
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
-        if (portAt(i) && m_values->lineAt(i))
-            ports.append(portToShow(i));
+        if (!portAt(i) || !m_values->lineAt(i))
+            continue;
+        Port port = portToShow(i);
+        port.bits = fittedBits(stringHextoBinfor0x(port.line->displayText()), port.line->getWidth(),
+                               port.width);
+        ports.append(port);
     }
     beginChange(ports.size());
     rebuild(&ports);
     endChange();
 }
 
+/// The port with the bits that are stored for it.
 OutPortRows::Port OutPortRows::portToShow(int position) const
 {
-    const ProbeIn *port = portAt(position);
-    InitialValueLine *line = m_values->lineAt(position);
-    const int width = port->singleSignals().size();
+    const ProbeOut *port = m_core->getProbeOut(position);
+    const int width = widthOf(port->signals);
     return {port->signals,
             width,
-            fittedBits(stringHextoBinfor0x(line->displayText()), line->getWidth(), width),
+            storedBits(port->initialValue, width),
             m_tree->topLevelItem(position),
             m_values->topLevelItem(position),
-            line};
+            m_values->lineAt(position)};
 }
 
 void OutPortRows::rebuild(QVector<Port> *ports)
@@ -139,13 +144,8 @@ void OutPortRows::showStored(const QVector<int> &positions)
     for (const int position : positions)
         m_values->deleteLabels(m_values->topLevelItem(position));
     QVector<Port> ports;
-    for (const int position : positions) {
-        const ProbeOut *port = m_core->getProbeOut(position);
-        InitialValueLine *line = m_values->lineAt(position);
-        line->updateValidatorForWidth(port->singleSignals().size());
-        line->setText(port->initialValue);
+    for (const int position : positions)
         ports.append(portToShow(position));
-    }
     rebuild(&ports);
 }
 

@@ -9,6 +9,8 @@
 #include "ui_probeportsoptionwidget.h"
 
 #include <model/configsnapshot.h>
+#include <model/limittexts.h>
+#include <model/portlimits.h>
 #include <sdk/qutil.h>
 #include <sdk/te.h>
 #include <select/probedialog.h>
@@ -27,8 +29,6 @@
 namespace TARN {
 
 namespace {
-
-constexpr int MaximumPorts = 64;
 
 /// The selected rows of @p tree without those below another one.
 QList<QTreeWidgetItem *> selectedRows(const QTreeWidget *tree)
@@ -325,8 +325,8 @@ void ProbePortsOptionWidget::setNlsdata(NETWEIR::RtlNetlist *netlist)
 void ProbePortsOptionWidget::onAddProbeIn()
 {
     const int count = m_core->probeIns.size();
-    if (count >= MaximumPorts) {
-        warn(tr("Support 64 Probe Ins at most."));
+    if (count >= MaxPorts) {
+        warn(tr(LimitTexts::TooManyIns));
         return;
     }
     m_core->addProbeIn(count);
@@ -337,8 +337,8 @@ void ProbePortsOptionWidget::onAddProbeIn()
 void ProbePortsOptionWidget::onAddProbeOut()
 {
     const int count = m_core->probeOuts.size();
-    if (count >= MaximumPorts) {
-        warn(tr("Support 64 Probe Outs at most."));
+    if (count >= MaxPorts) {
+        warn(tr(LimitTexts::TooManyOuts));
         return;
     }
     m_core->addProbeOut(count);
@@ -350,7 +350,7 @@ void ProbePortsOptionWidget::onAddProbeOut()
 void ProbePortsOptionWidget::onRemoveProbeIn()
 {
     if (m_core->probeIns.size() == 1) {
-        warn(tr("Support 1 Probe In at least."));
+        warn(tr(LimitTexts::OnlyIn));
         return;
     }
     const QList<QTreeWidgetItem *> rows = selectedRows(ui->treeProbeIn);
@@ -369,7 +369,7 @@ void ProbePortsOptionWidget::onRemoveProbeIn()
 void ProbePortsOptionWidget::onRemoveProbeOut()
 {
     if (m_core->probeOuts.size() == 1) {
-        warn(tr("Support 1 Probe Out at least."));
+        warn(tr(LimitTexts::OnlyOut));
         return;
     }
     const QList<QTreeWidgetItem *> rows = selectedRows(ui->treeProbeOut);

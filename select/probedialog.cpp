@@ -8,6 +8,7 @@
 #include "tarnsignalselectdialog.h"
 #include "ui_probedialog.h"
 
+#include <model/limittexts.h>
 #include <model/portlimits.h>
 #include <probes/signaltree.h>
 #include <widgets/modaldialog.h>
@@ -137,7 +138,7 @@ void ProbeDialog::accept()
         Message warning;
         warning.icon = QMessageBox::Warning;
         warning.title = tr("Warning");
-        warning.text = tr("Support 256 signals at most.");
+        warning.text = tr(LimitTexts::TooManySignals);
         showMessage(this, warning);
         return;
     }

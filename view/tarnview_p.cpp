@@ -11,7 +11,9 @@
 
 #include <model/configcheck.h>
 #include <model/configdifference.h>
+#include <model/limittexts.h>
 #include <model/linkchain.h>
+#include <model/portlimits.h>
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
 #include <sdk/netweir.h>
@@ -27,8 +29,6 @@
 namespace TARN::private_impl {
 
 namespace {
-
-constexpr int MaximumTarns = 16;
 
 void logIndexes(const char *title, const QList<TarnCore *> &cores)
 {
@@ -66,8 +66,8 @@ TarnViewPrivate::~TarnViewPrivate()
 
 void TarnViewPrivate::addOneTarn(int index)
 {
-    if (cores.size() >= MaximumTarns) {
-        showMessage(q, {QMessageBox::Warning, tr("Warning"), tr("Support 16 TARNs at most.")});
+    if (cores.size() >= MaxCores) {
+        showMessage(q, {QMessageBox::Warning, tr("Warning"), tr(LimitTexts::TooManyCores)});
         return;
     }
     auto *core = new TarnCore(index);
@@ -82,8 +82,7 @@ void TarnViewPrivate::addOneTarn(int index)
 void TarnViewPrivate::removeOneTarn(int index)
 {
     if (cores.size() == 1) {
-        showMessage(
-            q, {QMessageBox::Warning, tr("Remove TARN"), tr("The only TARN can not be removed.")});
+        showMessage(q, {QMessageBox::Warning, tr("Remove TARN"), tr(LimitTexts::OnlyCore)});
         return;
     }
     if (index < 0 || index >= cores.size())
