@@ -4,6 +4,7 @@
 
 #include "edithistory.h"
 
+#include <audit/findingcandidates.h>
 #include <audit/replacement.h>
 #include <model/configsnapshot.h>
 #include <model/netsignals.h>
@@ -12,7 +13,6 @@
 #include <QDeadlineTimer>
 #include <QDebug>
 
-#include <algorithm>
 #include <chrono>
 
 namespace TARN {
@@ -21,40 +21,6 @@ namespace {
 
 /// How long the search may keep the events of the user waiting.
 constexpr std::chrono::milliseconds Slice{5};
-
-/// The signals of the port of @p place; null when there is no such port.
-const QList<SignalItem> *signalsAt(const ConfigSnapshot &snapshot, const Place &place)
-{
-    if (place.core < 0 || place.core >= snapshot.cores.size())
-        return nullptr;
-    const CoreSnapshot &core = *snapshot.cores.at(place.core).content;
-    const auto &ports = place.type == ProbeTypeOut ? core.probeOuts : core.probeIns;
-    return place.port < 0 || place.port >= ports.size() ? nullptr : &ports.at(place.port)->signals;
-}
-
-/// Name of the signal at @p place, without a port of the user clock; empty when there is none.
-QString nameAt(const ConfigSnapshot &snapshot, const Place &place)
-{
-    if (place.port < 0) {
-        return place.core >= 0 && place.core < snapshot.cores.size()
-                   ? snapshot.cores.at(place.core).content->userClock
-                   : QString();
-    }
-    const QList<SignalItem> *items = signalsAt(snapshot, place);
-    return items && place.signal >= 0 && place.signal < items->size() ? items->at(place.signal).name
-                                                                      : QString();
-}
-
-bool isMissing(Rule rule)
-{
-    return rule == Rule::NetMissing || rule == Rule::ClockMissing;
-}
-
-/// User clocks are chosen among the nets for Probe In ports.
-ProbeType typeOf(const Place &place)
-{
-    return place.port < 0 ? ProbeTypeIn : place.type;
-}
 
 } // namespace
 
@@ -142,36 +108,19 @@ void Findings::note(int row)
     if (!isMissing(rule) && rule != Rule::BusChanged)
         return;
     const Place place = m_audit.placeAt(row);
-    const QString name = nameAt(m_history->current(), place);
     if (rule == Rule::BusChanged) {
+        const QString name = nameAt(m_history->current(), place);
         m_changedBuses += busInPlaceOf(name, place.type, *m_names) ? 1 : 0;
-        return;
+    } else if (const auto missing = missingNameOf(rule, place, m_history->current())) {
+        m_missing.append(*missing);
     }
-    if (name.isEmpty()) // No clock is given.
-        return;
-    const QList<SignalItem> *items = signalsAt(m_history->current(), place);
-    const bool bus = items && !items->at(place.signal).members.isEmpty();
-    m_missing.append({name, bus, typeOf(place)});
 }
 
 QVector<Replacement> Findings::candidatesFor(const Finding &finding) const
 {
-    if (!m_search)
+    if (!m_search || (isMissing(finding.rule) && m_phase != Phase::Done))
         return {};
-    if (finding.rule == Rule::BusChanged) {
-        const auto bus = busInPlaceOf(finding.name, finding.place.type, *m_names);
-        if (!bus)
-            return {};
-        return {{Replacement::Signal, finding.name, bus->name, true, 1}};
-    }
-    if (!isMissing(finding.rule) || m_phase != Phase::Done)
-        return {};
-    QVector<Replacement> found = m_search->candidates(finding.name, typeOf(finding.place));
-    if (finding.place.port < 0) // A user clock is no bus.
-        found.erase(std::remove_if(found.begin(), found.end(),
-                                   [](const Replacement &by) { return by.bus; }),
-                    found.end());
-    return found;
+    return candidatesOf(finding, *m_search, *m_names);
 }
 
 QVector<Replacement> Findings::prefixChanges() const
