@@ -26,6 +26,7 @@ struct Option
                    ///< "FILE" and "FOLDER" for paths. Empty for a flag.
     QString help;  ///< One phrase, without a full stop at the end.
     bool repeated = false; ///< May be given several times.
+    bool alone = false;    ///< With it the command needs no files and no words.
 };
 
 /// A command of the tool: what it takes, what --help says about it, and what runs it. Help texts,

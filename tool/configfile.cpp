@@ -4,6 +4,7 @@
 
 #include "console.h"
 
+#include <model/configlines.h>
 #include <model/configwriter.h>
 #include <model/replacefile.h>
 #include <model/tarnconfig.h>
@@ -29,11 +30,12 @@ void OwnedCores::removeAt(int i)
     delete m_cores.takeAt(i);
 }
 
-bool readConfig(const QString &path, Console *console, OwnedCores *cores)
+bool readConfig(const QString &path, Console *console, OwnedCores *cores, TARN::ConfigLines *lines)
 {
     bool ok = false;
     QString error;
-    *cores = OwnedCores(TARN::readTARNConfigFromXml(path, &ok, &error));
+    TARN::ConfigLines unused;
+    *cores = OwnedCores(TARN::readTARNConfigFromXml(path, &ok, &error, lines ? lines : &unused));
     if (!ok)
         console->error(error);
     return ok;

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "configtext.h"
 
-#include <model/tarncore.h>
+#include "printable.h"
 
-#include <algorithm>
+#include <model/tarncore.h>
 
 namespace Tool {
 
@@ -12,66 +12,65 @@ namespace {
 
 constexpr int LabelWidth = 12;
 
-QString line(const QString &label, const QString &text)
+QByteArray line(const QByteArray &label, const QByteArray &text)
 {
-    return QLatin1String("  ") + label.leftJustified(LabelWidth) + text + QLatin1Char('\n');
+    return "  " + label.leftJustified(LabelWidth) + text + '\n';
 }
 
-QString clockText(const TARN::TarnCore &core)
+QByteArray clockText(const TARN::TarnCore &core)
 {
-    const QString clock = core.userClock.isEmpty() ? QStringLiteral("none") : core.userClock;
-    return core.syncUserClock ? clock + QLatin1String(" (output probes synchronise with it)")
-                              : clock;
+    const QByteArray clock = core.userClock.isEmpty() ? "none" : printable(core.userClock);
+    return core.syncUserClock ? clock + " (output probes synchronise with it)" : clock;
 }
 
 /// The positions that a signal takes in its port: "7:4" or "3".
-QString positions(int highest, int width)
+QByteArray positions(int highest, int width)
 {
-    const QString first = QString::number(highest);
-    return width == 1 ? first : first + QLatin1Char(':') + QString::number(highest - width + 1);
+    const QByteArray first = QByteArray::number(highest);
+    return width == 1 ? first : first + ':' + QByteArray::number(highest - width + 1);
 }
 
-QString nameText(const TARN::SignalItem &signal)
+QByteArray nameText(const TARN::SignalItem &signal)
 {
+    const QByteArray name = printable(signal.name);
     return signal.displayName.isEmpty()
-               ? signal.name
-               : QStringLiteral("%1 (shown as %2)").arg(signal.name, signal.displayName);
+               ? name
+               : name + " (shown as " + printable(signal.displayName) + ')';
 }
 
-QString signalLines(const TARN::ProbeIn &port, int width)
+QByteArray signalLines(const TARN::ProbeIn &port, int width)
 {
-    const int column = 4 + 2 * positions(width - 1, 1).size() + 1;
-    QString text;
+    const int column = 5 + 2 * QByteArray::number(width - 1).size();
+    QByteArray text;
     int next = width - 1;
     for (const TARN::SignalItem &signal : port.signals) {
-        text += positions(next, signal.width()).rightJustified(column) + QLatin1String("  ") +
-                nameText(signal) + QLatin1Char('\n');
+        text +=
+            positions(next, signal.width()).rightJustified(column) + "  " + nameText(signal) + '\n';
         next -= signal.width();
     }
     return text;
 }
 
-QString portText(const QString &kind, const TARN::ProbeIn &port, const QString &value)
+QByteArray portText(const QByteArray &kind, const TARN::ProbeIn &port, const QString &value)
 {
     int width = 0;
     for (const TARN::SignalItem &signal : port.signals)
         width += signal.width();
-    QString text = width == 1 ? QStringLiteral("1 bit") : QStringLiteral("%1 bits").arg(width);
+    QByteArray text = width == 1 ? "1 bit" : QByteArray::number(width) + " bits";
     if (!value.isEmpty())
-        text += QLatin1String(", initial value ") + value;
-    return line(kind + QString::number(port.index), text) + signalLines(port, width);
+        text += ", initial value " + printable(value);
+    return line(kind + QByteArray::number(port.index), text) + signalLines(port, width);
 }
 
-QString coreText(const TARN::TarnCore &core)
+QByteArray coreText(const TARN::TarnCore &core)
 {
-    QString text = QStringLiteral("tarn_%1\n").arg(core.index);
-    text += line(QStringLiteral("module"),
-                 core.module.isEmpty() ? QStringLiteral("none yet") : core.module);
-    text += line(QStringLiteral("user clock"), clockText(core));
+    QByteArray text = "tarn_" + QByteArray::number(core.index) + '\n';
+    text += line("module", core.module.isEmpty() ? "none yet" : printable(core.module));
+    text += line("user clock", clockText(core));
     for (const TARN::ProbeIn *port : core.probeIns)
-        text += portText(QStringLiteral("in"), *port, QString());
+        text += portText("in", *port, QString());
     for (const TARN::ProbeOut *port : core.probeOuts)
-        text += portText(QStringLiteral("out"), *port, port->initialValue);
+        text += portText("out", *port, port->initialValue);
     return text;
 }
 
@@ -79,10 +78,10 @@ QString coreText(const TARN::TarnCore &core)
 
 QByteArray configText(const QList<TARN::TarnCore *> &cores)
 {
-    QStringList blocks;
+    QByteArray text;
     for (const TARN::TarnCore *core : cores)
-        blocks.append(coreText(*core));
-    return blocks.isEmpty() ? QByteArray("no cores\n") : blocks.join(QLatin1Char('\n')).toUtf8();
+        text += (text.isEmpty() ? "" : "\n") + coreText(*core);
+    return cores.isEmpty() ? "no cores\n" : text;
 }
 
 } // namespace Tool

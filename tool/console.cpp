@@ -96,6 +96,11 @@ void Console::warn(const QString &text)
     message("tarn: warning: ", text);
 }
 
+void Console::tell(const QString &text)
+{
+    message(QByteArray(), text);
+}
+
 void Console::message(const QByteArray &kind, const QString &text)
 {
     m_progress.clear();

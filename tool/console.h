@@ -36,6 +36,9 @@ public:
     /// Writes "tarn: warning: @p text" to the standard error.
     void warn(const QString &text);
 
+    /// Writes @p text, a summary, as a line to the standard error.
+    void tell(const QString &text);
+
     /// The line that tells how far long work is; on a terminal only.
     ProgressLine *progress() { return &m_progress; }
 

@@ -58,7 +58,9 @@ private:
     bool distribute();
     bool distributeFile(const QString &path);
     bool takeProject(const QString &path);
-    bool check();
+    bool standsAlone() const;
+    bool checkDesign();
+    bool checkCounts();
     const Option *find(const QString &name) const;
     bool isStep(const QString &argument) const;
     bool fail(const QString &error);
@@ -88,7 +90,14 @@ bool Parser::parse()
         if (m_invocation->showHelp)
             return true;
     }
-    return distribute() && check();
+    return distribute() && checkDesign() && (standsAlone() || checkCounts());
+}
+
+bool Parser::standsAlone() const
+{
+    return std::any_of(m_options.begin(), m_options.end(), [this](const Option &option) {
+        return option.alone && m_invocation->isSet(option.name);
+    });
 }
 
 bool Parser::parseArgument()
@@ -191,8 +200,10 @@ bool Parser::distribute()
     if (m_command.words == Command::Words::LastIsWord) {
         const auto last = std::find_if(m_parts.rbegin(), m_parts.rend(),
                                        [](const Part &part) { return !part.isOption; });
+        if (last == m_parts.rend() && standsAlone())
+            return true;
         if (last == m_parts.rend())
-            return fail(QStringLiteral("an argument is missing: %1").arg(m_command.synopsis));
+            return fail(QStringLiteral("no %1 is given").arg(m_command.synopsis.section(' ', -1)));
         m_invocation->words.append(last->arguments);
         m_parts.erase(last.base() - 1);
     }
@@ -230,11 +241,15 @@ bool Parser::takeProject(const QString &path)
     return true;
 }
 
-bool Parser::check()
+bool Parser::checkDesign()
 {
     const DesignArguments &design = m_invocation->design;
-    if (!design.projectFile.isEmpty() && !design.arguments.isEmpty())
-        return fail(QStringLiteral("a project file and design arguments cannot be combined"));
+    return design.projectFile.isEmpty() || design.arguments.isEmpty() ||
+           fail(QStringLiteral("a project file and design arguments cannot be combined"));
+}
+
+bool Parser::checkCounts()
+{
     const QStringList &files = m_invocation->files;
     const Command::Files wanted = m_command.files;
     if (wanted == Command::Files::None && !files.isEmpty())
