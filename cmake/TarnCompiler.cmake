@@ -107,14 +107,19 @@ function(tarn_host_library name)
         FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tarn-host" COMPONENT sdk)
 endfunction()
 
-# tarn_plugin_part(name SOURCES file... [LINK target...])
+# tarn_plugin_part(name [CORE] SOURCES file... [LINK target...])
 #
-# A static library with one folder of the plug-in: the target tarn_<name>. The plug-in library and
-# the tests link it, so no source is compiled twice. Includes are written <folder/header.h>.
+# A static library with one folder of the plug-in, or a part of it: the target tarn_<name>. The
+# plug-in library and the tests link it, so no source is compiled twice. Includes are written
+# <folder/header.h>. CORE: without Qt5::Gui and Qt5::Widgets.
 function(tarn_plugin_part name)
-    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "CORE" "" "SOURCES;LINK")
     add_library(tarn_${name} STATIC ${ARG_SOURCES})
     target_include_directories(tarn_${name} PUBLIC "${PROJECT_SOURCE_DIR}")
     target_link_libraries(tarn_${name} PUBLIC ${ARG_LINK})
-    tarn_precompile(tarn_${name})
+    if(ARG_CORE)
+        tarn_precompile(tarn_${name} CORE)
+    else()
+        tarn_precompile(tarn_${name})
+    endif()
 endfunction()

@@ -114,4 +114,20 @@ void IncomingSignals::strike(int position)
         m_struck[static_cast<std::size_t>(position)] = true;
 }
 
+SignalMerge::SignalMerge(const QList<SignalItem> &buses, const QList<SignalItem> &singles)
+    : m_buses(buses)
+    , m_singles(singles)
+{
+}
+
+bool SignalMerge::covers(const SignalItem &shown)
+{
+    // A single net that is shown is looked for among the singles only: it stays even when an
+    // incoming bus covers it. Users have both in their files.
+    if (shown.kind != SignalItem::Net)
+        return m_buses.reconcile(shown);
+    m_singles.strikeFirst(shown.name);
+    return false;
+}
+
 } // namespace TARN

@@ -75,4 +75,25 @@ private:
     Positions m_byMember;
 };
 
+/// Buses and singles, as Grouped() leaves them, that are about to be added to a list. Ask covers()
+/// for each signal of the list, in their order; what remains of both is then to be appended.
+///
+/// Takes time in proportion to the signals on both sides, members included.
+class SignalMerge
+{
+public:
+    SignalMerge(const QList<SignalItem> &buses, const QList<SignalItem> &singles);
+
+    /// Drops what @p shown makes superfluous. True when, instead, @p shown has to go because an
+    /// incoming bus covers it.
+    bool covers(const SignalItem &shown);
+
+    QList<SignalItem> buses() const { return m_buses.left(); }
+    QList<SignalItem> singles() const { return m_singles.left(); }
+
+private:
+    IncomingSignals m_buses;
+    IncomingSignals m_singles;
+};
+
 } // namespace TARN

@@ -3,14 +3,12 @@
 #include "signaltree.h"
 
 #include "incomingsignals.h"
+#include "signalmerge.h"
 #include "signalrow.h"
 
 #include <widgets/treerows.h>
 
-#include <QSet>
 #include <QTreeWidget>
-
-#include <algorithm>
 
 namespace TARN {
 
@@ -25,14 +23,6 @@ QList<QTreeWidgetItem *> newRows(const QList<SignalItem> &items, int type)
     return rows;
 }
 
-bool coversSingle(const SignalItem &bus, const SignalItem &signal)
-{
-    if (!signal.members.isEmpty())
-        return false;
-    return std::any_of(bus.members.cbegin(), bus.members.cend(),
-                       [&signal](const SignalItem &member) { return member.name == signal.name; });
-}
-
 } // namespace
 
 SignalItem signalOfRow(const QTreeWidgetItem *row)
@@ -41,48 +31,6 @@ SignalItem signalOfRow(const QTreeWidgetItem *row)
 }
 
 // NOLINTBEGIN(performance-unnecessary-value-param): by value in the interface
-bool isBussignalInBus(SignalItem bus, SignalItem signal)
-{
-    return coversSingle(bus, signal);
-}
-
-void CheckRepeatSignal(SignalItem &signal, QList<SignalItem> &list)
-{
-    const auto same = std::find_if(list.begin(), list.end(), [&signal](const SignalItem &entry) {
-        return entry.name == signal.name;
-    });
-    if (same != list.end())
-        list.erase(same);
-}
-
-void CheckBus(QList<SignalItem> &list, SignalItem item)
-{
-    if (item.members.isEmpty()) {
-        const bool covered =
-            std::any_of(list.cbegin(), list.cend(),
-                        [&item](const SignalItem &entry) { return coversSingle(entry, item); });
-        if (covered)
-            return;
-    } else {
-        QSet<QString> members;
-        for (const SignalItem &member : qAsConst(item.members))
-            members.insert(member.name);
-        const auto swallowed = [&members](const SignalItem &entry) {
-            return entry.members.isEmpty() && members.contains(entry.name);
-        };
-        list.erase(std::remove_if(list.begin(), list.end(), swallowed), list.end());
-    }
-    list.append(item);
-}
-
-void Grouped(QList<SignalItem> all, QList<SignalItem> &buses, QList<SignalItem> &singles)
-{
-    for (SignalItem &item : all) {
-        removeDisabledMembers(&item);
-        (item.kind == SignalItem::Bus ? buses : singles).append(item);
-    }
-}
-
 void CheckRepeatBus(QTreeWidget *tree, int &row, QList<SignalItem> &buses)
 {
     IncomingSignals incoming(buses);
@@ -97,22 +45,16 @@ void CheckRepeatBus(QTreeWidget *tree, int &row, QList<SignalItem> &buses)
 
 void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> &singles)
 {
-    IncomingSignals incomingBuses(buses);
-    IncomingSignals incomingSingles(singles);
+    SignalMerge merge(buses, singles);
     QList<QTreeWidgetItem *> covered;
     for (int row = 0; row < tree->topLevelItemCount(); ++row) {
         QTreeWidgetItem *item = tree->topLevelItem(row);
-        const SignalItem shown = signalOfRow(item);
-        // A single net that is shown is looked for among the singles only: it stays even when an
-        // incoming bus covers it. Users have both in their files.
-        if (shown.kind == SignalItem::Net)
-            incomingSingles.strikeFirst(shown.name);
-        else if (incomingBuses.reconcile(shown))
+        if (merge.covers(signalOfRow(item)))
             covered.append(item);
     }
     removeTopLevelRows(tree, covered);
-    buses = incomingBuses.left();
-    singles = incomingSingles.left();
+    buses = merge.buses();
+    singles = merge.singles();
 }
 
 void mergeSignals(QTreeWidget *tree, const QList<SignalItem> &chosen)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "signalitem.h"
+#include "signalmerge.h"
 #include "value2tree.h"
 
 #include <QList>
@@ -14,28 +15,12 @@ class QTreeWidgetItem;
 
 namespace TARN {
 
-// Rows that show signals, and the set operations that keep a list free of repeats. Items are
-// compared by whole names only: no name is ever taken apart, and nothing is sorted. The functions
-// for the rows of initial values are in value2tree.h, which is included here because callers expect
-// all tree functions in this header; they belong to the library of the page.
+// Rows that show signals, and merging lists of signals with them. The functions for the rows of
+// initial values are in value2tree.h, which is included here because callers expect all tree
+// functions in this header; they belong to the library of the page.
 
 /// The item stored in @p row, a default one when there is none.
 SignalItem signalOfRow(const QTreeWidgetItem *row);
-
-/// True when @p bus has members, @p signal has none, and a member of @p bus carries the name of
-/// @p signal.
-bool isBussignalInBus(SignalItem bus, SignalItem signal);
-
-/// Removes the first entry of @p list with the name of @p signal.
-void CheckRepeatSignal(SignalItem &signal, QList<SignalItem> &list);
-
-/// Appends @p item to @p list unless it is a single that a bus there covers; a bus first removes
-/// the singles that it covers.
-void CheckBus(QList<SignalItem> &list, SignalItem item);
-
-/// Drops the members that are not enabled, then splits @p all into buses, by their kind, and the
-/// rest.
-void Grouped(QList<SignalItem> all, QList<SignalItem> &buses, QList<SignalItem> &singles);
 
 /// Reconciles the top-level row @p row, which holds a bus or a signal of unknown kind, with the
 /// incoming @p buses: drops what is already shown, and deletes the row, decrementing @p row (to -1

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designmanager.h"
 
-#include "designinfo.h"
 #include "options.h"
 #include "sourcewatcher.h"
 #include "teconstants.h"
@@ -10,7 +9,6 @@
 #include <qutil/eventmanager.h>
 #include <qutil/ievent.h>
 
-#include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QHash>
@@ -74,10 +72,7 @@ void raiseLibraryChange(const QStringList &former, const QStringList &current)
 
 struct DesignManager::Private
 {
-    QString absolute(const QString &path) const
-    {
-        return QDir::cleanPath(QDir(project.workingDir).absoluteFilePath(path));
-    }
+    QString absolute(const QString &path) const { return absolutePathIn(project, path); }
     QStringList absolutePaths(const QStringList &paths) const
     {
         QStringList absolutePaths;
@@ -151,33 +146,7 @@ DesignManager::~DesignManager() = default;
 
 QMap<QString, QVariant> DesignManager::getSourceFileInfo() const
 {
-    if (!d->hasProject)
-        return {};
-    QVariantList files;
-    for (const ProjectSource &source : qAsConst(d->project.sources)) {
-        if (source.enabled && isDesignSource(source.type)) {
-            Values file{{QLatin1String(DesignInfo::Path), source.path},
-                        {QLatin1String(DesignInfo::Type), source.type}};
-            if (source.type == VhdlFile)
-                file.insert(QLatin1String(DesignInfo::Library), source.library);
-            files.append(file);
-        }
-    }
-    const QStringList includePaths =
-        d->absolutePaths(getOptionValue(QLatin1String(OPT::INCLUDEPATH)).toStringList());
-    return {
-        {QLatin1String(DesignInfo::Top), getOptionValue(QLatin1String(OPT::TOPMODULE))},
-        {QLatin1String(DesignInfo::Files), files},
-        {QLatin1String(DesignInfo::IncludePaths), includePaths},
-        {QLatin1String(DesignInfo::Macros), d->project.macros},
-        {QLatin1String(DesignInfo::LibraryFiles), d->project.libraryFiles},
-        {QLatin1String(DesignInfo::LibraryFolders), d->project.libraryFolders},
-        {QLatin1String(DesignInfo::LibraryExtensions), libraryExtensionsOf(d->project)},
-        {QLatin1String(DesignInfo::Standard), getOptionValue(QLatin1String(OPT::Verilog_Standard))},
-        {QLatin1String(DesignInfo::VhdlStandard),
-         getOptionValue(QLatin1String(OPT::VHDL_Standard))},
-        {QLatin1String(DesignInfo::Timeout),
-         getOptionValue(QLatin1String(OPT::EXTRACTION_TIMEOUT))}};
+    return d->hasProject ? designInfoOf(d->project) : QMap<QString, QVariant>();
 }
 
 FileInfo DesignManager::getFileInfo(const QString &file) const
@@ -192,11 +161,7 @@ FileInfo DesignManager::getFileInfo(const QString &file) const
 
 QVariant DesignManager::getOptionValue(const QString &name) const
 {
-    if (name == QLatin1String(OPT::MACROS))
-        return d->project.macros;
-    if (name == QLatin1String(OPT::LIBRARYFOLDERS))
-        return d->project.libraryFolders;
-    return d->project.options.value(name, Options::defaultValue(name));
+    return optionValueOf(d->project, name);
 }
 
 QString DesignManager::workingDir() const

@@ -50,6 +50,17 @@ struct Project
 /// ".v" and ".sv" unless the project sets others. Never empty.
 TE_EXPORT QStringList libraryExtensionsOf(const Project &project);
 
+/// @p path, cleaned, in the working folder of @p project unless it is absolute.
+TE_EXPORT QString absolutePathIn(const Project &project, const QString &path);
+
+/// Value of the option @p name (TE::OPT), its default when the project does not set it. Invalid for
+/// an unknown name.
+TE_EXPORT QVariant optionValueOf(const Project &project, const QString &name);
+
+/// The design information map of @p project, see te/designinfo.h for its keys. It leaves out
+/// disabled files and files that are not design sources.
+TE_EXPORT QMap<QString, QVariant> designInfoOf(const Project &project);
+
 /// FileType for the extension of @p path: .v .vh, .sv .svh, .vhd .vhdl, .tarn, .sdc .pdc.
 TE_EXPORT int fileTypeOf(const QString &path);
 

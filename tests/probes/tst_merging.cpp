@@ -369,6 +369,38 @@ private Q_SLOTS:
         }
     }
 
+    void mergedListIsThatOfTheRows()
+    {
+        Dice dice(24);
+        int covered = 0;
+        int added = 0;
+        for (int round = 0; round < Cases; ++round) {
+            const int names = 2 + dice.below(12);
+            const QList<SignalItem> shown = dice.list(names);
+            const QList<SignalItem> chosen = dice.list(names);
+            QTreeWidget tree;
+            signals2Tree(&tree, shown, 1002);
+
+            mergeSignals(&tree, chosen);
+            const QList<SignalItem> merged = mergedSignals(shown, chosen);
+            QCOMPARE(text(merged), text(rowsOf(tree)));
+            covered += !text(merged).startsWith(text(shown));
+            added += merged.size() > shown.size();
+        }
+        QVERIFY(covered > Cases / 20);
+        QVERIFY(added > Cases / 10);
+    }
+
+    void mergedListHasBusesBeforeTheRest()
+    {
+        const QList<SignalItem> shown{net("n"), bus("old", 1)};
+        const QList<SignalItem> merged =
+            mergedSignals(shown, {net("z"), bus("b", 2), net("n"), net("a"), bus("old", 1)});
+        QCOMPARE(namesOf(merged), QStringList({"n", "old", "b", "z", "a"}));
+        QCOMPARE(namesOf(mergedSignals(shown, {})), QStringList({"n", "old"}));
+        QCOMPARE(namesOf(mergedSignals({}, shown)), QStringList({"old", "n"}));
+    }
+
     void manyCoveredRowsGoAtOnce()
     {
         // Enough rows to leave the path that deletes them one by one.

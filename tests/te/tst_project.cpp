@@ -4,6 +4,7 @@
 
 #include <support/files.h>
 #include <support/testcase.h>
+#include <te/designmanager.h>
 #include <te/teconstants.h>
 
 #include <QApplication>
@@ -169,6 +170,9 @@ private Q_SLOTS:
     void failedWriteKeepsOldFile();
     void fullDiskKeepsOldFile();
     void survivesMutatedFiles();
+    void optionsOfAPlainProjectHaveDefaults();
+    void designInfoOfAnEmptyProject();
+    void designInfoIsThatOfTheDesignManager();
 
 private:
     QString path(const QString &name) const { return m_dir.filePath(name); }
@@ -605,6 +609,62 @@ void TestProject::survivesMutatedFiles()
     }
     QVERIFY(accepted > 20);
     QVERIFY(accepted < 900);
+}
+
+void TestProject::optionsOfAPlainProjectHaveDefaults()
+{
+    Project project;
+    QCOMPARE(optionValueOf(project, OPT::SYNTHESIZE_TOOL), QVariant("OstraSynthesis"));
+    QCOMPARE(optionValueOf(project, OPT::MACROS), QVariant(QStringList()));
+    QCOMPARE(optionValueOf(project, "Colour"), QVariant());
+    project.options = {{OPT::SYNTHESIZE_TOOL, "Synplify"}, {"Colour", 3}};
+    project.macros = QStringList("A=1");
+    project.libraryFolders = QStringList("/cells");
+    QCOMPARE(optionValueOf(project, OPT::SYNTHESIZE_TOOL), QVariant("Synplify"));
+    QCOMPARE(optionValueOf(project, OPT::MACROS), QVariant(QStringList("A=1")));
+    QCOMPARE(optionValueOf(project, OPT::LIBRARYFOLDERS), QVariant(QStringList("/cells")));
+    QCOMPARE(optionValueOf(project, "Colour"), QVariant(3));
+}
+
+void TestProject::designInfoOfAnEmptyProject()
+{
+    const QMap<QString, QVariant> expected = {{"Top", QString()},
+                                              {"Files", QVariantList()},
+                                              {"IncludePaths", QStringList()},
+                                              {"Macros", QStringList()},
+                                              {"LibraryFiles", QStringList()},
+                                              {"LibraryFolders", QStringList()},
+                                              {"LibraryExtensions", QStringList({".v", ".sv"})},
+                                              {"Standard", "1364-2005"},
+                                              {"VhdlStandard", "1076-2008"},
+                                              {"Timeout", 120}};
+    QCOMPARE(designInfoOf(Project()), expected);
+}
+
+void TestProject::designInfoIsThatOfTheDesignManager()
+{
+    Project project;
+    project.workingDir = QStringLiteral("/w");
+    project.sources = {{"/w/a.v", VerilogFile, true},
+                       {"/w/b.vhd", VhdlFile, true, "cells"},
+                       {"/w/off.v", VerilogFile, false},
+                       {"/w/x.tarn", TarnFile, true}};
+    project.options = {{OPT::TOPMODULE, "main"},
+                       {OPT::INCLUDEPATH, QStringList({"inc/../h", "/abs", "."})},
+                       {OPT::EXTRACTION_TIMEOUT, 5}};
+    const QMap<QString, QVariant> info = designInfoOf(project);
+    const QVariantList files = {
+        QVariantMap{{"Path", "/w/a.v"}, {"Type", int(VerilogFile)}},
+        QVariantMap{{"Path", "/w/b.vhd"}, {"Type", int(VhdlFile)}, {"Library", "cells"}}};
+    QCOMPARE(info.value("Files").toList(), files);
+    QCOMPARE(info.value("IncludePaths").toStringList(), QStringList({"/w/h", "/abs", "/w"}));
+    QCOMPARE(info.value("Top"), QVariant("main"));
+    QCOMPARE(info.value("Timeout"), QVariant(5));
+
+    DesignManager manager;
+    QCOMPARE(manager.getSourceFileInfo(), (QMap<QString, QVariant>()));
+    manager.setProject(project);
+    QCOMPARE(manager.getSourceFileInfo(), info);
 }
 
 TARN_TEST_MAIN(TestProject)

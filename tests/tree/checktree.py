@@ -24,10 +24,12 @@ TOOL_FOLDER = "tool"  # The command line tool, an application beside the workben
 FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER, TOOL_FOLDER) + (
     "host", "tests", "bench", "fuzz", "examples", "cmake", "scripts", "translations", "forms", ".ci")
 
-# The part of probes/ below select/, the library tarn_signals: the project's layout has the signals
-# and their trees in one folder with the page, which stands above select/. Of value2Tree only the
-# header is part of it, which declares the function beside the other tree functions.
-SIGNALS = ("probes/incomingsignals", "probes/signalrow", "probes/signaltree", "probes/value2tree.h")
+# The part of probes/ below select/, the libraries tarn_signalmerge and tarn_signals: the project's
+# layout has the signals and their trees in one folder with the page, which stands above select/. Of
+# value2Tree only the header is part of it, which declares the function beside the other tree
+# functions.
+SIGNALS = ("probes/incomingsignals", "probes/signalmerge", "probes/signalrow", "probes/signaltree",
+           "probes/value2tree.h")
 
 # The layers of the plug-in from the ground up, by file (with or without extension) or folder. A
 # file may include files of its own layer and of lower ones; layers in one line do not see each
