@@ -5,6 +5,7 @@
 #include "tarnconfig.h"
 
 #include <QString>
+#include <QVersionNumber>
 
 /// What reader and writer of the configuration file have to agree on. The format is described in
 /// docs/file-format.md. The XML writer takes a QString, and a file can have millions of names: as
@@ -37,6 +38,12 @@ inline const QString KindBus = QStringLiteral("bus");
 
 inline const QString Encoding = QStringLiteral("UTF-8");
 inline const QString CurrentVersion = QStringLiteral("1.0");
+
+/// Whether a newer release has written what has this version.
+inline bool isNewerVersion(const QString &version)
+{
+    return QVersionNumber::fromString(version) > QVersionNumber::fromString(CurrentVersion);
+}
 
 /// Elements inside each other, the root included.
 constexpr int MaximumDepth = 16;

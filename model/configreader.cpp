@@ -4,8 +4,6 @@
 
 #include "tarncore.h"
 
-#include <QVersionNumber>
-
 #include <algorithm>
 
 namespace TARN {
@@ -99,12 +97,11 @@ void ConfigReader::readVersion()
     --m_depth;
     if (failed() || m_xml.hasError() || text == ConfigFormat::CurrentVersion)
         return;
-    const bool newer =
-        QVersionNumber::fromString(text) > QVersionNumber::fromString(ConfigFormat::CurrentVersion);
     const QString reason =
-        newer ? tr("The file has the newer version \"%1\"; versions up to \"%2\" can be read. Use "
-                   "a newer release of this program.")
-              : tr("The file has the unknown version \"%1\" instead of \"%2\". Correct it.");
+        ConfigFormat::isNewerVersion(text)
+            ? tr("The file has the newer version \"%1\"; versions up to \"%2\" can be read. Use "
+                 "a newer release of this program.")
+            : tr("The file has the unknown version \"%1\" instead of \"%2\". Correct it.");
     refuse(reason.arg(shown(QStringRef(&text)), ConfigFormat::CurrentVersion));
 }
 
