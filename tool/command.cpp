@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "command.h"
 
+#include "mapcommand.h"
 #include "showcommand.h"
+#include "writecommand.h"
 
 #include <algorithm>
 
@@ -10,7 +12,7 @@ namespace Tool {
 
 const QVector<const Command *> &commands()
 {
-    static const QVector<const Command *> all = {&showCommand()};
+    static const QVector<const Command *> all = {&showCommand(), &writeCommand(), &mapCommand()};
     return all;
 }
 

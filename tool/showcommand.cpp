@@ -4,6 +4,7 @@
 
 #include "command.h"
 #include "configfile.h"
+#include "configjson.h"
 #include "configtext.h"
 #include "console.h"
 #include "invocation.h"
@@ -12,12 +13,15 @@ namespace Tool {
 
 namespace {
 
+const QString JsonOption = QStringLiteral("--json");
+
 int runShow(const Invocation &invocation, Console *console)
 {
     OwnedCores cores;
     if (!readConfig(invocation.files.first(), console, &cores))
         return Failure;
-    console->write(configText(cores.list()));
+    console->write(invocation.isSet(JsonOption) ? configToJson(cores.list())
+                                                : configText(cores.list()));
     return Success;
 }
 
@@ -30,6 +34,8 @@ Command makeCommand()
     command.description =
         QStringLiteral("Prints the cores of a configuration, their ports and the signals in them, "
                        "most\nsignificant first.");
+    command.options = {
+        {JsonOption, QString(), QStringLiteral("print the JSON form, which \"tarn write\" reads")}};
     command.hasOutput = true;
     command.run = runShow;
     return command;
