@@ -32,14 +32,6 @@ QString fittedBits(const QString &bits, int previous, int width)
     return counting + QString(width - previous, QLatin1Char('0'));
 }
 
-QString initialBits(const QString &initialValue, int width)
-{
-    constexpr int BitsPerDigit = 4;
-    const int room = (width + BitsPerDigit - 1) / BitsPerDigit * BitsPerDigit;
-    const QString bits = stringHextoBinfor0x(initialValue);
-    return bits.leftJustified(room, QLatin1Char('0'), true).right(width);
-}
-
 QString takeBits(QString &bits, int width)
 {
     const QString taken = width > bits.size() ? QString(width, QLatin1Char('0')) : bits.left(width);

@@ -15,11 +15,6 @@ namespace TARN {
 /// is 0, not known, as many as fit.
 QString fittedBits(const QString &bits, int previous, int width);
 
-/// The bits that @p initialValue, as a file holds it, gives a port of @p width. Like the line of
-/// the editor: hexadecimal digits that the port has no room for are cut off at the end, missing
-/// ones are zeros there. Zeros for a value that is empty or has other characters.
-QString initialBits(const QString &initialValue, int width);
-
 /// Removes the bits of a signal of @p width from the front of @p bits and returns them; zeros when
 /// there are too few.
 QString takeBits(QString &bits, int width);

@@ -3,6 +3,7 @@
 #include "configjsonreader.h"
 
 #include "configjsonkeys.h"
+#include "printable.h"
 
 #include <model/configformat.h>
 #include <model/tarncore.h>
@@ -21,20 +22,13 @@ namespace Format = TARN::ConfigFormat;
 
 namespace {
 
-/// A text of the document in a message: on one line, without control characters and not longer than
-/// a message should be.
+/// A text of the document in a message, not longer than a message should be.
 QString shown(const QString &text)
 {
     constexpr int Longest = 60;
-    QString line = text.left(Longest);
-    for (QChar &c : line) {
-        if (c.isSpace())
-            c = QLatin1Char(' ');
-        else if (!c.isPrint() && !c.isSurrogate())
-            c = QChar::ReplacementCharacter;
-    }
-    return QLatin1Char('"') + line +
-           (text.size() > Longest ? QLatin1String("...\"") : QLatin1String("\""));
+    const QString line = QString::fromLocal8Bit(printable(text.left(Longest)));
+    return (text.size() > Longest ? QStringLiteral("\"%1...\"") : QStringLiteral("\"%1\""))
+        .arg(line);
 }
 
 QString found(const JsonValue &value)

@@ -38,7 +38,7 @@ QString initialBits(const ProbeOut &port)
 {
     return port.initialValue.isEmpty()
                ? QString()
-               : TARN::initialBits(port.initialValue, TARN::widthOf(port.signals));
+               : TARN::storedBits(port.initialValue, TARN::widthOf(port.signals));
 }
 
 /// A field with a comma, a quote or a line break stands in quotes.
