@@ -18,7 +18,11 @@ class NetlistBuilder;
 class NETWEIR_EXPORT Hierachy
 {
 public:
-    Hierachy() = default;
+    Hierachy()
+        : m_nameShape(0)
+        , m_isVhdl(false)
+    {
+    }
     Q_DISABLE_COPY(Hierachy)
 
     /// Name of the instance within its parent; of the top node, the name of the top module.
@@ -26,6 +30,10 @@ public:
 
     /// Name of the module as its source has it, without parameter values.
     const QString &moduleName() const { return m_moduleName; }
+
+    /// The unit is written in VHDL, and so are the names of the node's own nets. Otherwise it is
+    /// written in Verilog or SystemVerilog.
+    bool isVhdl() const { return m_isVhdl; }
 
     /// Null for the top node.
     Hierachy *parent() const { return m_parent; }
@@ -48,6 +56,7 @@ public:
 
 private:
     friend class NetlistBuilder;
+    friend class RtlNetlist;
 
     QString m_instName;
     QString m_moduleName;
@@ -56,6 +65,8 @@ private:
     QList<Hierachy *> m_children;
     QList<RtlNet *> m_nets;
     QList<RtlNetBus *> m_buses;
+    quint32 m_nameShape : 30; ///< See RtlNetlist::nameStepsOf().
+    bool m_isVhdl : 1;
 };
 
 } // namespace NETWEIR

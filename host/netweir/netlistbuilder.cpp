@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 
 namespace NETWEIR {
 
@@ -59,6 +60,15 @@ void checkGuard(const QString &name)
 struct NetlistBuilder::Private
 {
     std::unique_ptr<RtlNetlist::Private> store = std::make_unique<RtlNetlist::Private>();
+    std::map<std::vector<int>, quint32> shapes; ///< The numbers of the lists in the store.
+
+    quint32 shapeOf(const std::vector<int> &lengths)
+    {
+        const auto added = shapes.emplace(lengths, quint32(store->nameShapes.size()));
+        if (added.second)
+            store->nameShapes.push_back(lengths);
+        return added.first->second;
+    }
 
     RtlNet *addNet(const QString &fullPathName, int nameOffset, NetMarks marks)
     {
@@ -92,6 +102,7 @@ Hierachy *NetlistBuilder::addHierachy(Hierachy *parent, const QString &instName,
     node->m_instName = instName;
     node->m_moduleName = moduleName;
     node->m_parent = parent;
+    node->m_isVhdl = parent && parent->m_isVhdl;
     checkGuard(parent ? parent->m_prefix : instName);
     node->m_prefix = (parent ? parent->m_prefix : QString()) + instName + QLatin1Char('/');
     if (parent)
@@ -130,6 +141,28 @@ RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left,
     }
     node->m_buses.append(bus);
     return bus;
+}
+
+void NetlistBuilder::setVhdl(Hierachy *node, bool isVhdl)
+{
+    node->m_isVhdl = isVhdl;
+}
+
+void NetlistBuilder::setIdentifiers(Hierachy *node, const std::vector<int> &lengths)
+{
+    node->m_nameShape = d->shapeOf(lengths);
+}
+
+void NetlistBuilder::setIdentifiers(RtlNet *net, const std::vector<int> &lengths)
+{
+    net->m_nameShape = d->shapeOf(lengths);
+}
+
+void NetlistBuilder::setIdentifiers(RtlNetBus *bus, const std::vector<int> &lengths)
+{
+    bus->m_nameShape = d->shapeOf(lengths);
+    for (RtlNet *net : qAsConst(bus->m_nets))
+        net->m_nameShape = bus->m_nameShape;
 }
 
 void NetlistBuilder::setUsesJtagPrimitive(bool uses)

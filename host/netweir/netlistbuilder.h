@@ -43,6 +43,17 @@ public:
     RtlNetBus *addBus(Hierachy *node, const QString &name, int left, int right,
                       const std::vector<NetMarks> &marks = {});
 
+    /// The unit of @p node is written in VHDL or not. Nodes that are added below it later are in
+    /// the same language. The top is in Verilog at first.
+    void setVhdl(Hierachy *node, bool isVhdl);
+
+    /// The lengths of the identifiers in the name, for names in which an identifier contains a
+    /// point or a bracket. After each identifier come its indexes, then a point and the next one.
+    /// The lengths of a bus are those of its members too. Equal lists share their memory.
+    void setIdentifiers(Hierachy *node, const std::vector<int> &lengths);
+    void setIdentifiers(RtlNet *net, const std::vector<int> &lengths);
+    void setIdentifiers(RtlNetBus *bus, const std::vector<int> &lengths);
+
     void setUsesJtagPrimitive(bool uses);
 
     /// The netlist. The builder cannot be used afterwards.

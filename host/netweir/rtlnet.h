@@ -15,7 +15,12 @@ class NetlistBuilder;
 class NETWEIR_EXPORT RtlNet
 {
 public:
-    RtlNet() = default;
+    RtlNet()
+        : m_nameShape(0)
+        , m_excludedForProbeIn(false)
+        , m_excludedForProbeOut(false)
+    {
+    }
     Q_DISABLE_COPY(RtlNet)
 
     /// Name within its hierarchy node: "clk", "data[3]", "g[0].w", "st.valid".
@@ -33,11 +38,14 @@ public:
 
 private:
     friend class NetlistBuilder;
+    friend class RtlNetlist;
 
     QString m_fullPathName;
     int m_nameOffset = 0;
-    bool m_excludedForProbeIn = false;
-    bool m_excludedForProbeOut = false;
+    // One word for all, because a design may have millions of nets.
+    quint32 m_nameShape : 30; ///< See RtlNetlist::nameStepsOf().
+    bool m_excludedForProbeIn : 1;
+    bool m_excludedForProbeOut : 1;
 };
 
 } // namespace NETWEIR

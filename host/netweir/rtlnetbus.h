@@ -16,7 +16,12 @@ class NetlistBuilder;
 class NETWEIR_EXPORT RtlNetBus
 {
 public:
-    RtlNetBus() = default;
+    RtlNetBus()
+        : m_nameShape(0)
+        , m_excludedForProbeIn(false)
+        , m_excludedForProbeOut(false)
+    {
+    }
     Q_DISABLE_COPY(RtlNetBus)
 
     /// Name within its hierarchy node, range included: "data[7:0]".
@@ -34,12 +39,14 @@ public:
 
 private:
     friend class NetlistBuilder;
+    friend class RtlNetlist;
 
     QString m_fullBusName;
     QList<RtlNet *> m_nets;
     int m_nameOffset = 0;
-    bool m_excludedForProbeIn = false;
-    bool m_excludedForProbeOut = false;
+    quint32 m_nameShape : 30; ///< See RtlNetlist::nameStepsOf().
+    bool m_excludedForProbeIn : 1;
+    bool m_excludedForProbeOut : 1;
 };
 
 } // namespace NETWEIR

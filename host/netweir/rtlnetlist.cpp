@@ -17,6 +17,30 @@ std::size_t firstSlot(quint32 hash, unsigned bits)
     return std::size_t((quint64(hash) * 0x9e3779b97f4a7c15U) >> (64 - bits));
 }
 
+/// Where the identifier ends that begins at @p begin and has no point or bracket in it.
+int plainEnd(const QString &name, int begin)
+{
+    int end = begin;
+    while (end < name.size() && name[end] != QLatin1Char('.') && name[end] != QLatin1Char('['))
+        ++end;
+    return end;
+}
+
+/// @p lengths are those of the first identifiers; the others have no point or bracket in them.
+QVector<NameStep> stepsOf(const QString &name, const std::vector<int> &lengths)
+{
+    QVector<NameStep> steps;
+    std::size_t number = 0;
+    for (int begin = 0; begin < name.size(); ++number) {
+        const int end = number < lengths.size() ? begin + lengths[number] : plainEnd(name, begin);
+        const int point = name.indexOf(QLatin1Char('.'), end);
+        const int next = point < 0 ? name.size() : point;
+        steps.append({name.mid(begin, end - begin), name.mid(end, next - end)});
+        begin = next + 1;
+    }
+    return steps;
+}
+
 } // namespace
 
 void RtlNetlist::Private::indexNets()
@@ -65,6 +89,21 @@ RtlNet *RtlNetlist::findNet(const QString &fullPathName) const
             return net;
     }
     return nullptr;
+}
+
+QVector<NameStep> RtlNetlist::nameStepsOf(const RtlNet *net) const
+{
+    return stepsOf(net->name(), d->nameShapes[net->m_nameShape]);
+}
+
+QVector<NameStep> RtlNetlist::nameStepsOf(const RtlNetBus *bus) const
+{
+    return stepsOf(bus->BusName(), d->nameShapes[bus->m_nameShape]);
+}
+
+QVector<NameStep> RtlNetlist::nameStepsOf(const Hierachy *node) const
+{
+    return stepsOf(node->instName(), d->nameShapes[node->m_nameShape]);
 }
 
 bool RtlNetlist::usesJtagPrimitive() const

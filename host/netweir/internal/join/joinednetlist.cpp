@@ -82,6 +82,7 @@ void Joiner::build(const Pending &pending)
     m_built.push_back({pending.root, pending.outer});
     const ReadRoot &root = itemAt(m_roots, pending.root);
     const ReadPart &part = itemAt(m_parts, root.part);
+    m_builder.setVhdl(pending.node, part.language == Language::Vhdl);
     part.part->build(root.index, pending.driven, pending.node, &m_builder,
                      [&](const BorderInstance &instance) { add(instance, part, number); });
 }
@@ -98,6 +99,8 @@ void Joiner::add(const BorderInstance &instance, const ReadPart &part, int outer
     }
     m_usesJtag = m_usesJtag || isJtagPrimitive(number);
     Hierachy *node = m_builder.addHierachy(instance.parent, instance.name, unitName(number));
+    if (!instance.identifiers.empty())
+        m_builder.setIdentifiers(node, instance.identifiers);
     m_pending.push_back({number, outer, node, itemAt(m_roots, number).ports->driven(instance)});
 }
 

@@ -4,6 +4,7 @@
 
 #include <netweir/internal/ground/itemat.h>
 #include <netweir/internal/ground/readguard.h>
+#include <netweir/internal/xml/attributes.h>
 #include <netweir/internal/xml/definition.h>
 
 namespace NETWEIR::Internal {
@@ -60,6 +61,17 @@ QString InstanceTree::nameOf(int instance) const
     const InstanceItem &item = itemOf(instance);
     const QString name = definitionOf(node.parent).prefixOf(item.scope) + item.name;
     return item.isArray ? name + QStringLiteral("[%1]").arg(item.indexAt(node.position)) : name;
+}
+
+std::vector<int> InstanceTree::identifiersOf(int instance) const
+{
+    const InstanceItem &item = itemOf(instance);
+    const Definition &definition = definitionOf(at(instance).parent);
+    if (!hidesSteps(item.name) && !definition.isEscaped(item.scope))
+        return {};
+    std::vector<int> lengths = definition.identifiersOf(item.scope);
+    lengths.push_back(item.name.size());
+    return lengths;
 }
 
 void InstanceTree::addChildren(int parent)

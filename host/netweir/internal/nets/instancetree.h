@@ -45,6 +45,10 @@ public:
     /// The name of an instance other than the top within its parent: "g[0].u[3]".
     QString nameOf(int instance) const;
 
+    /// The lengths of the identifiers in that name, if one has a point or a bracket in it;
+    /// otherwise empty.
+    std::vector<int> identifiersOf(int instance) const;
+
 private:
     void addChildren(int parent);
 

@@ -46,7 +46,13 @@ PlacedDefinition Layout::place(const Definition &definition) const
         if (placed.bits > MostBits)
             break;
         const QString name = definition.prefixOf(variable.scope) + variable.name;
-        addNets(variable, {variable.type, name, {}, placed.variables.back().bit}, &placed.nets);
+        addNets(variable,
+                {variable.type,
+                 name,
+                 {},
+                 placed.variables.back().bit,
+                 identifiersOf(definition, variable)},
+                &placed);
     }
     return placed;
 }
@@ -199,38 +205,48 @@ void Layout::selectMember(const Variable &variable, std::string_view name, Part 
     }
 }
 
+std::vector<int> Layout::identifiersOf(const Definition &definition, const Variable &variable)
+{
+    if (!hidesSteps(variable.name) && !definition.isEscaped(variable.scope))
+        return {};
+    std::vector<int> lengths = definition.identifiersOf(variable.scope);
+    lengths.push_back(variable.name.size());
+    return lengths;
+}
+
 /// Lists a part as it is declared: one entry a single net, vector or innermost dimension.
 void Layout::addNets(const Variable &variable, const NamedPart &part,
-                     std::vector<PlacedNet> *nets) const
+                     PlacedDefinition *placed) const
 {
     ReadGuard::check(1 + part.name.size() / LettersOfWork);
     const DataType &type = m_types.at(part.type);
+    const int identifiers = placed->numberOf(part.identifiers);
     const auto add = [&](bool isBus, int left, int right) {
-        nets->push_back({part.name, isBus, false, left, right, part.bit});
+        placed->nets.push_back({part.name, isBus, false, left, right, identifiers, part.bit});
     };
     switch (type.kind) {
     case Kind::Vector:
         return add(type.ranged, type.left, type.right);
     case Kind::PackedArray:
         return isSingleNet(m_types.at(type.element)) ? add(true, type.left, type.right)
-                                                     : addElements(variable, part, nets);
+                                                     : addElements(variable, part, placed);
     case Kind::Struct:
-        return addMembers(variable, part, nets);
+        return addMembers(variable, part, placed);
     case Kind::Union:
-        return type.holdsUnpackedArray ? addMembers(variable, part, nets)
+        return type.holdsUnpackedArray ? addMembers(variable, part, placed)
                                        : add(type.width > 1, int(type.width - 1), 0);
     case Kind::UnpackedArray:
         if (!isMemory(variable, part.type, part.path))
-            return addElements(variable, part, nets);
+            return addElements(variable, part, placed);
         break;
     default:
         break;
     }
-    nets->push_back({part.name, false, true, 0, 0, part.bit});
+    placed->nets.push_back({part.name, false, true, 0, 0, identifiers, part.bit});
 }
 
 void Layout::addMembers(const Variable &variable, const NamedPart &part,
-                        std::vector<PlacedNet> *nets) const
+                        PlacedDefinition *placed) const
 {
     const DataType &type = m_types.at(part.type);
     qint64 below = storedWidth(variable, part.type, part.path);
@@ -239,12 +255,17 @@ void Layout::addMembers(const Variable &variable, const NamedPart &part,
         below -= storedWidth(variable, member.type, path);
         const qint64 bit = type.kind == Kind::Struct ? part.bit + below : part.bit;
         const QString name = part.name + QLatin1Char('.') + toQString(member.name);
-        addNets(variable, {member.type, name, path, bit}, nets);
+        std::vector<int> identifiers = part.identifiers;
+        if (identifiers.empty() && hidesSteps(toQString(member.name)))
+            identifiers = plainIdentifiers(part.name);
+        if (!identifiers.empty())
+            identifiers.push_back(name.size() - part.name.size() - 1);
+        addNets(variable, {member.type, name, path, bit, identifiers}, placed);
     }
 }
 
 void Layout::addElements(const Variable &variable, const NamedPart &part,
-                         std::vector<PlacedNet> *nets) const
+                         PlacedDefinition *placed) const
 {
     const DataType &type = m_types.at(part.type);
     const qint64 width = storedWidth(variable, type.element, part.path);
@@ -253,7 +274,7 @@ void Layout::addElements(const Variable &variable, const NamedPart &part,
     for (qint64 i = 0; i < type.elements(); ++i) {
         bit -= width;
         const QString name = indexed(part.name, int(type.left + i * step));
-        addNets(variable, {type.element, name, part.path, bit}, nets);
+        addNets(variable, {type.element, name, part.path, bit, part.identifiers}, placed);
     }
 }
 

@@ -52,6 +52,8 @@ private:
         QString name;
         std::string path; ///< Names of the members passed.
         qint64 bit = 0;   ///< Its least significant bit.
+        /// Lengths of the identifiers in the name; empty if none has a point or a bracket in it.
+        std::vector<int> identifiers;
     };
 
     static BitRange bitsOf(const PlacedVariable &placed, const Part &part);
@@ -63,12 +65,12 @@ private:
     void selectElement(const Variable &variable, const IndexRange &index, Part *part) const;
     void selectSlice(const Variable &variable, qint64 lowest, qint64 count, Part *part) const;
     void selectMember(const Variable &variable, std::string_view name, Part *part) const;
-    void addNets(const Variable &variable, const NamedPart &part,
-                 std::vector<PlacedNet> *nets) const;
+    static std::vector<int> identifiersOf(const Definition &definition, const Variable &variable);
+    void addNets(const Variable &variable, const NamedPart &part, PlacedDefinition *placed) const;
     void addMembers(const Variable &variable, const NamedPart &part,
-                    std::vector<PlacedNet> *nets) const;
+                    PlacedDefinition *placed) const;
     void addElements(const Variable &variable, const NamedPart &part,
-                     std::vector<PlacedNet> *nets) const;
+                     PlacedDefinition *placed) const;
 
     const TypeTable &m_types;
     const Memories &m_memories;

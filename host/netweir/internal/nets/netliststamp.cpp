@@ -19,19 +19,24 @@ NetMarks netMarks(quint8 marks)
     return {bool(marks & MarkIn), bool(marks & MarkOut)};
 }
 
-void addNets(const std::vector<PlacedNet> &nets, const quint8 *marks, Hierachy *node,
+void addNets(const PlacedDefinition &placed, const quint8 *marks, Hierachy *node,
              NetlistBuilder *builder)
 {
     std::vector<NetMarks> busMarks;
-    for (const PlacedNet &net : nets) {
+    for (const PlacedNet &net : placed.nets) {
+        const std::vector<int> &identifiers = itemAt(placed.identifiers, net.identifiers);
         if (!net.isBus) {
-            builder->addNet(node, net.name, netMarks(marks[net.bit]));
+            RtlNet *added = builder->addNet(node, net.name, netMarks(marks[net.bit]));
+            if (!identifiers.empty())
+                builder->setIdentifiers(added, identifiers);
             continue;
         }
         busMarks.clear();
         for (qint64 bit = net.bit + net.width() - 1; bit >= net.bit; --bit)
             busMarks.push_back(netMarks(marks[bit]));
-        builder->addBus(node, net.name, net.left, net.right, busMarks);
+        RtlNetBus *added = builder->addBus(node, net.name, net.left, net.right, busMarks);
+        if (!identifiers.empty())
+            builder->setIdentifiers(added, identifiers);
     }
 }
 
@@ -51,10 +56,14 @@ void stampNetlist(const InstanceTree &tree, const std::vector<PlacedDefinition> 
             continue;
         }
         Hierachy *&own = itemAt(nodes, instance);
-        if (parent >= 0)
+        if (parent >= 0) {
             own = builder->addHierachy(itemAt(nodes, parent), tree.nameOf(instance),
                                        definition.sourceName);
-        addNets(itemAt(placed, definition.number).nets, marks.at(instance), own, builder);
+            const std::vector<int> identifiers = tree.identifiersOf(instance);
+            if (!identifiers.empty())
+                builder->setIdentifiers(own, identifiers);
+        }
+        addNets(itemAt(placed, definition.number), marks.at(instance), own, builder);
     }
 }
 

@@ -34,7 +34,8 @@ struct PlacedNet
     bool isExcluded = false; ///< The net is a memory or has no bits.
     int left = 0;
     int right = 0;
-    qint64 bit = 0; ///< Least significant bit.
+    int identifiers = 0; ///< Index in PlacedDefinition::identifiers.
+    qint64 bit = 0;      ///< Least significant bit.
 
     qint64 width() const { return isBus ? qAbs(qint64(left) - right) + 1 : 1; }
 };
@@ -48,7 +49,20 @@ struct PlacedDefinition
     const Definition *definition = nullptr;
     std::vector<PlacedVariable> variables; ///< By the number of the variable.
     std::vector<PlacedNet> nets;           ///< In the order of the source.
-    qint64 bits = 0;                       ///< If larger than MostBits, the lists are incomplete.
+    /// Lengths of the identifiers in names, see NetlistBuilder::setIdentifiers(). The first entry
+    /// is for the names that need none.
+    std::vector<std::vector<int>> identifiers{{}};
+    qint64 bits = 0; ///< If larger than MostBits, the lists are incomplete.
+
+    /// The index of a list of lengths, which is added when it is not the last one.
+    int numberOf(const std::vector<int> &lengths)
+    {
+        if (lengths.empty())
+            return 0;
+        if (identifiers.back() != lengths)
+            identifiers.push_back(lengths);
+        return int(identifiers.size()) - 1;
+    }
 };
 
 } // namespace NETWEIR::Internal

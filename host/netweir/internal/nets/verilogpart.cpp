@@ -195,6 +195,7 @@ BorderInstance VerilogPart::borderAt(const InstanceTree &tree, int instance,
     BorderInstance result;
     result.root = itemAt(itemAt(m_borderRoots, parent), border - borders.begin());
     result.name = tree.nameOf(instance);
+    result.identifiers = tree.identifiersOf(instance);
     result.position = node.position;
     result.count = tree.itemOf(instance).count();
     for (const BorderPin &pin : border->pins) {

@@ -34,6 +34,7 @@ struct BorderInstance
     /// are.
     qint64 position = 0;
     qint64 count = 1;
+    std::vector<int> identifiers; ///< See NetlistBuilder::setIdentifiers(); empty if not needed.
 };
 
 using BorderHandler = std::function<void(const BorderInstance &)>;

@@ -53,6 +53,10 @@ struct Q_DECL_HIDDEN RtlNetlist::Private
     Internal::Arena<RtlNetBus> buses;
     bool usesJtagPrimitive = false;
 
+    /// The lengths of the identifiers of names. The first list is empty and stands for the names
+    /// that need none.
+    std::vector<std::vector<int>> nameShapes{{}};
+
     /// Hash table with open addressing and linear probing, at most half full. An entry has the
     /// index in nets plus one in its lowest slotBits bits, 0 for a free slot. The bits above are
     /// those of the name's hash, so that hardly any other name is compared. Filled by the first

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <charconv>
 
 namespace NETWEIR::Internal {
@@ -62,6 +63,25 @@ QString decodedName(std::string_view encoded)
         name.append(character);
     }
     return QString::fromUtf8(name);
+}
+
+bool hidesSteps(QStringView identifier)
+{
+    return std::any_of(identifier.begin(), identifier.end(), [](QChar letter) {
+        return letter == QLatin1Char('.') || letter == QLatin1Char('[');
+    });
+}
+
+std::vector<int> plainIdentifiers(const QString &name)
+{
+    std::vector<int> lengths;
+    for (int begin = 0, end = 0; begin < name.size(); begin = end + 1) {
+        end = name.indexOf(QLatin1Char('.'), begin);
+        end = end < 0 ? name.size() : end;
+        const int bracket = name.indexOf(QLatin1Char('['), begin);
+        lengths.push_back((bracket < 0 ? end : qMin(bracket, end)) - begin);
+    }
+    return lengths;
 }
 
 std::optional<qint64> constantValue(const pugi::xml_node &constant)

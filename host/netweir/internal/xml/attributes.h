@@ -3,11 +3,13 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 #include <pugixml.hpp>
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace NETWEIR::Internal {
 
@@ -20,6 +22,12 @@ int pinPosition(std::string_view pinName);
 /// The user's spelling of a name in the elaborator's own encoding: "a__02fb" is "a/b",
 /// "g__BRA__0__KET__" is "g[0]".
 QString decodedName(std::string_view encoded);
+
+/// A name with @p identifier looks as if it had more steps: it has a point or a bracket in it.
+bool hidesSteps(QStringView identifier);
+
+/// The lengths of the identifiers in @p name, none of which has a point or a bracket in it.
+std::vector<int> plainIdentifiers(const QString &name);
 
 /// The value of a "const" element such as 32'sh8; none when it has unknown bits, is not an integer
 /// or does not fit.

@@ -9,6 +9,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace NETWEIR::Internal {
 
 Symbol Definition::find(int scope, std::string_view name) const
@@ -34,6 +36,27 @@ QString Definition::prefixOf(int scope) const
         names.prepend(itemAt(scopes, scope).name);
     }
     return names.join(QString());
+}
+
+std::vector<int> Definition::identifiersOf(int scope) const
+{
+    std::vector<int> lengths;
+    for (; scope > 0; scope = itemAt(scopes, scope).parent) {
+        if (!itemAt(scopes, scope).name.isEmpty())
+            lengths.push_back(itemAt(scopes, scope).identifier);
+    }
+    std::reverse(lengths.begin(), lengths.end());
+    return lengths;
+}
+
+bool Definition::isEscaped(int scope) const
+{
+    for (; scope > 0; scope = itemAt(scopes, scope).parent) {
+        const NameScope &level = itemAt(scopes, scope);
+        if (hidesSteps(QStringView(level.name).left(level.identifier)))
+            return true;
+    }
+    return false;
 }
 
 int Definition::portOfPin(std::string_view pinName) const

@@ -57,6 +57,10 @@ struct Definition
     Symbol find(int scope, std::string_view name) const;
     /// The prefix of names of nets and instances in @p scope: "g[0].h.".
     QString prefixOf(int scope) const;
+    /// The lengths of the identifiers in that prefix.
+    std::vector<int> identifiersOf(int scope) const;
+    /// An identifier in that prefix has a point or a bracket in it.
+    bool isEscaped(int scope) const;
     /// The port of the pin @p name: the name of a port, or "__pinNumber3" for the third port.
     /// Negative when there is none.
     int portOfPin(std::string_view pinName) const;

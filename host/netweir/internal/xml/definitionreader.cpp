@@ -230,7 +230,20 @@ void DefinitionReader::enterBlock(const pugi::xml_node &node)
         return;
     // A loop leaves an empty block with its name beside the blocks of its rounds.
     scope().symbols.emplace(name, Symbol{Symbol::Kind::Scope, countOf(m_definition->scopes)});
-    openScope(node, m_sources.nameOf(node) + QLatin1Char('.'), false);
+    const QString prefix = m_sources.nameOf(node) + QLatin1Char('.');
+    const int identifier = identifierOf(name, prefix);
+    openScope(node, prefix, false);
+    scope().identifier = identifier;
+}
+
+/// The length of the label of a block with that @p name and @p prefix. The block of a round of a
+/// loop comes after the one of the loop and has an index; any other bracket belongs to the label.
+int DefinitionReader::identifierOf(std::string_view name, const QString &prefix)
+{
+    const std::size_t bracket = name.rfind('[');
+    const bool isRound = bracket != std::string_view::npos &&
+                         scope().find(name.substr(0, bracket)).kind == Symbol::Kind::Scope;
+    return isRound ? prefix.lastIndexOf(QLatin1Char('[')) : prefix.size() - 1;
 }
 
 void DefinitionReader::openScope(const pugi::xml_node &node, const QString &name, bool isLocal)

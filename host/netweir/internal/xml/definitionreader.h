@@ -42,6 +42,7 @@ private:
     void declare(ElementKind kind, const pugi::xml_node &node);
     void use(ElementKind kind, const pugi::xml_node &node);
     void enterBlock(const pugi::xml_node &node);
+    int identifierOf(std::string_view name, const QString &prefix);
     void openScope(const pugi::xml_node &node, const QString &name, bool isLocal);
     void addVariable(const pugi::xml_node &node);
     bool isInterfaceReference(const pugi::xml_node &node);

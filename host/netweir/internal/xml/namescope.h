@@ -25,7 +25,8 @@ struct Symbol
 struct NameScope
 {
     int parent = -1;
-    QString name; ///< Prefix for the names in it, such as "g[0]."; empty for blocks.
+    QString name;       ///< Prefix for the names in it, such as "g[0]."; empty for blocks.
+    int identifier = 0; ///< Length of the identifier at the beginning of the prefix.
     std::unordered_map<std::string_view, Symbol> symbols;
 
     /// The symbol @p symbolName of this scope alone.
