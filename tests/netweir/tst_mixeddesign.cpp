@@ -96,6 +96,7 @@ private Q_SLOTS:
     void endlessRecursionIsAnError();
     void jtagPrimitiveIsFoundBelowTheBorder_data();
     void jtagPrimitiveIsFoundBelowTheBorder();
+    void nodesKnowTheirLanguage();
 };
 
 void TestMixedDesign::languagesNest_data()
@@ -457,6 +458,32 @@ void TestMixedDesign::jtagPrimitiveIsFoundBelowTheBorder()
     QVERIFY2(design.extract(),
              qPrintable(design.messages.join('\n') + design.netMessages.join('\n')));
     QTEST(design.netlist->usesJtagPrimitive(), "expected");
+}
+
+/// Verilog, VHDL below it, with an instance, and Verilog again, with an instance below an escaped
+/// name.
+void TestMixedDesign::nodesKnowTheirLanguage()
+{
+    Design design("entity inner is end; architecture a of inner is begin end;\n"
+                  "library work; entity e is end; architecture a of e is\n"
+                  "component low is end component;\n"
+                  "begin i : entity work.inner; v : low; end;\n",
+                  "module top; e \\u.1 (); sub s(); endmodule module sub; endmodule\n"
+                  "module low; sub s(); endmodule\n");
+    QVERIFY2(design.extract(),
+             qPrintable(design.messages.join('\n') + design.netMessages.join('\n')));
+    QStringList lines;
+    QList<NETWEIR::Hierachy *> nodes{design.netlist->top()};
+    while (!nodes.isEmpty()) {
+        const NETWEIR::Hierachy *node = nodes.takeFirst();
+        const QVector<NETWEIR::NameStep> steps = design.netlist->nameStepsOf(node);
+        lines.append(QStringLiteral("%1 %2 %3")
+                         .arg(node->instName(), node->isVhdl() ? "VHDL" : "Verilog")
+                         .arg(steps.size()));
+        nodes = node->children() + nodes;
+    }
+    QCOMPARE(lines.join(", "), QStringLiteral("top Verilog 1, u.1 VHDL 1, i VHDL 1, v Verilog 1, "
+                                              "s Verilog 1, s Verilog 1"));
 }
 
 TARN_TEST_MAIN(TestMixedDesign)

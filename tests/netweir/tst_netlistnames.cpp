@@ -17,6 +17,7 @@ class TestNetlistNames : public TarnTest::TestCase
 private Q_SLOTS:
     void netlistShowsTheDesign_data();
     void netlistShowsTheDesign();
+    void stepsOfNamesAreThoseOfTheSource();
     void unknownAndPrimitiveModulesAreNoNodes();
     void jtagPrimitiveCountsWhereItIsReached_data();
     void jtagPrimitiveCountsWhereItIsReached();
@@ -337,6 +338,77 @@ void TestNetlistNames::netlistShowsTheDesign()
     QFETCH(QString, expected);
 
     QCOMPARE(TarnTest::netlistTextOf(source), expected);
+}
+
+/// Each step in quotes, with its indexes behind it.
+static QString stepText(const QVector<NameStep> &steps)
+{
+    QStringList texts;
+    for (const NameStep &step : steps)
+        texts.append(QStringLiteral("'%1'%2").arg(step.identifier, step.indexes));
+    return texts.join(' ');
+}
+
+/// Names that look alike and mean different things.
+void TestNetlistNames::stepsOfNamesAreThoseOfTheSource()
+{
+    const TarnTest::Elaboration design(R"(
+typedef struct packed { logic on; logic \m.n ; logic [1:0] \k[0] ; } item_t;
+module sub(input wire a); wire \in.side ; endmodule
+module top(input wire a);
+    wire plain, \a.b , \c[0] , \d/e ;
+    wire [1:0] \v[2] [3:4];
+    wire item_t s, \t.u ;
+    if (1) begin : e wire in; end
+    if (1) begin : \e.s wire in; sub u(a); end
+    if (1) begin : \g[0] wire in; sub \u[1] (a); end
+    for (genvar i = 0; i < 1; i++) begin : g2 wire in; end
+    for (genvar i = -1; i < 0; i++) begin : \l.o[3] wire in; sub arr[0:0](a); end
+endmodule)");
+    QVERIFY2(design.isOk(), design.log().constData());
+    QString error;
+    const auto netlist = design.read({}, &error);
+    QVERIFY2(netlist, qPrintable(error));
+    QStringList lines;
+    for (const RtlNet *net : netlist->top()->singleNetsIncludeSub())
+        lines.append(stepText(netlist->nameStepsOf(net)));
+    for (const RtlNetBus *bus : netlist->top()->netbusesIncludeSub()) {
+        lines.append(stepText(netlist->nameStepsOf(bus)));
+        lines.append(stepText(netlist->nameStepsOf(bus->nets().first())));
+    }
+    for (const Hierachy *node : netlist->top()->children())
+        lines.append(stepText(netlist->nameStepsOf(node)));
+    QCOMPARE(lines.join('\n'), QString::fromUtf8(R"('a'
+'plain'
+'a.b'
+'c[0]'
+'d/e'
+'s' 'on'
+'s' 'm.n'
+'t.u' 'on'
+'t.u' 'm.n'
+'e' 'in'
+'e.s' 'in'
+'g[0]' 'in'
+'g2'[0] 'in'
+'l.o[3]'[-1] 'in'
+'a'
+'in.side'
+'a'
+'in.side'
+'a'
+'in.side'
+'v[2]'[3][1:0]
+'v[2]'[3][1]
+'v[2]'[4][1:0]
+'v[2]'[4][1]
+'s' 'k[0]'[1:0]
+'s' 'k[0]'[1]
+'t.u' 'k[0]'[1:0]
+'t.u' 'k[0]'[1]
+'e.s' 'u'
+'g[0]' 'u[1]'
+'l.o[3]'[-1] 'arr'[0])"));
 }
 
 void TestNetlistNames::unknownAndPrimitiveModulesAreNoNodes()

@@ -81,7 +81,7 @@ void stampVhdl(const VhdlPartContent &content, int root, const DrivenBits &drive
         Target &target = itemAt(targets, scope - first);
         const QString name = around.prefix + use.name;
         if (use.kind == ScopeUse::Border)
-            border({use.foreignRoot, around.node, name, driven.portsOf(scope)});
+            border({use.foreignRoot, around.node, name, driven.portsOf(scope), 0, 1, {}});
         if (use.kind == ScopeUse::Border || use.kind == ScopeUse::Hidden) {
             scope = declared.end;
             continue;

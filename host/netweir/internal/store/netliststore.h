@@ -45,6 +45,9 @@ private:
 
 namespace NETWEIR {
 
+// A design may have millions of nets.
+static_assert(sizeof(RtlNet) <= 2 * sizeof(void *));
+
 /// Storage of a netlist, filled by NetlistBuilder.
 struct Q_DECL_HIDDEN RtlNetlist::Private
 {
