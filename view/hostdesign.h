@@ -10,10 +10,6 @@
 /// task engine or no manager, every answer is empty.
 namespace TARN::HostDesign {
 
-/// Keys of sourceFileInfo().
-constexpr char Top[] = "Top";     ///< String: the top module that the user chose, empty for none.
-constexpr char Files[] = "Files"; ///< List: the design's source files.
-
 /// True for the file types of design sources. Other files have no nets.
 bool isSourceType(int type);
 

@@ -15,6 +15,7 @@
 #include "ui_tarnview.h"
 #include "unsavedcopy.h"
 
+#include <model/designreading.h>
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
 #include <sdk/netweir.h>
@@ -34,8 +35,6 @@
 #include <QPointer>
 #include <QSignalBlocker>
 #include <QTimer>
-
-#include <algorithm>
 
 namespace TARN {
 
@@ -177,10 +176,9 @@ void TarnView::showCores(const QList<TarnCore *> &cores)
 bool TarnView::save()
 {
     const QString tool = HostDesign::optionValue(TE::OPT::SYNTHESIZE_TOOL).toString();
-    if (tool == TE::OPT::Synplify_pro) {
-        showError(tr("Error"),
-                  tr("For RTL Design, TARN is only available for OstraSynthesis. Please change "
-                     "Synthesis Tool to OstraSynthesis in Configurations."));
+    const QString refusal = saveRefusal(tool);
+    if (!refusal.isEmpty()) {
+        showError(tr("Error"), refusal);
         return false;
     }
     return d->save();
@@ -525,51 +523,18 @@ bool TarnView::reloadTarnFile()
 bool TarnView::readRtlNetlist()
 {
     d->setNlsData(nullptr);
-    QMap<QString, QVariant> info = HostDesign::sourceFileInfo();
-    const QString top = info.value(HostDesign::Top).toString();
-    if (info.value(HostDesign::Files).toList().isEmpty()) {
-        showError(tr("Error"), tr("Design files are not exist."));
-        return false;
-    }
-
     const QPointer<TarnView> self(this);
-    QStringList tops;
-    QStringList modules;
-    QStringList messages;
-    getRtlModules(info, tops, modules, messages);
-    if (!self || showParserErrors(messages))
-        return false;
-    if (!modules.isEmpty() && tops.size() == 1)
-        return installNetlist(top);
-    if (modules.isEmpty() && !top.isEmpty())
-        showError(tr("Invalid Top Module"),
-                  tr("No module named \"%1\", please reset top module.").arg(top));
-    else if (!modules.isEmpty() && top.isEmpty())
-        showError(tr("Multiple Top Module"), tr("Multiple top, please set top module."));
-    else
-        showNoModule();
-    return false;
-}
-
-bool TarnView::installNetlist(const QString &top)
-{
-    const QPointer<TarnView> self(this);
-    std::unique_ptr<NETWEIR::RtlNetlist> netlist(updateRtlNetlist());
+    const ExtractorCalls calls{
+        [this](QMap<QString, QVariant> &info, QStringList &tops, QStringList &modules,
+               QStringList &messages) { getRtlModules(info, tops, modules, messages); },
+        [self] { return self ? self->updateRtlNetlist() : nullptr; }};
+    DesignFault fault;
+    std::unique_ptr<NETWEIR::RtlNetlist> netlist =
+        readDesign(HostDesign::sourceFileInfo(), calls, &fault);
     if (!self)
         return false;
     if (!netlist) {
-        showNoModule();
-        return false;
-    }
-    const QString found = netlist->top()->instName();
-    if (!top.isEmpty() && top != found) {
-        showError(
-            tr("Error"),
-            tr("Get module \"%1\" failed, just received default module \"%2\".").arg(top, found));
-        return false;
-    }
-    if (netlist->usesJtagPrimitive()) {
-        showError(tr("Error"), tr("KX_JTAG used in design conflicts with TARN."));
+        showFault(fault);
         return false;
     }
     d->setNlsData(netlist.release());
@@ -590,29 +555,21 @@ void TarnView::getRtlModules(QMap<QString, QVariant> &info, QStringList &tops, Q
     NETWEIR::catchRtlModules(tops, modules, messages, info, nullptr);
 }
 
-/// Shows all @p messages when there is an error among them. Returns whether there is.
-bool TarnView::showParserErrors(const QStringList &messages)
+void TarnView::showFault(const DesignFault &fault)
 {
-    const auto isError = [](const QString &message) {
-        return message.startsWith(QLatin1String("ERROR"));
-    };
-    if (std::none_of(messages.cbegin(), messages.cend(), isError))
-        return false;
+    if (fault.messages.isEmpty()) {
+        showError(fault.title, fault.text);
+        return;
+    }
     auto *dialog = new MessageDlg(this);
-    dialog->setWindowTitle(tr("Design files contain some errors."));
-    dialog->setDetailMsg(messages);
+    dialog->setWindowTitle(fault.title);
+    dialog->setDetailMsg(fault.messages);
     execAndDelete(dialog);
-    return true;
 }
 
 void TarnView::showError(const QString &title, const QString &text)
 {
     showMessage(this, {QMessageBox::Critical, title, text});
-}
-
-void TarnView::showNoModule()
-{
-    showError(tr("Design files contain some errors"), tr("Get no module from design."));
 }
 
 QStringList TarnView::includePaths() const

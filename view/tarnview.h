@@ -36,6 +36,7 @@ class FindingsPane;
 class ReloadBanner;
 class TarnCore;
 class TarnOptionWidget;
+struct DesignFault;
 struct Place;
 
 /// The editor of one configuration file: the list of its cores on the left, the page of the chosen
@@ -162,9 +163,7 @@ private:
     void closeUnsaved(ReloadBanner *banner);
     void showDesignBanner(const QString &text);
     void showError(const QString &title, const QString &text);
-    void showNoModule();
-    bool showParserErrors(const QStringList &messages);
-    bool installNetlist(const QString &top);
+    void showFault(const DesignFault &fault);
 
     std::unique_ptr<private_impl::TarnViewPrivate> d;
     std::unique_ptr<Ui::TarnView> ui;
