@@ -5,6 +5,7 @@
 #include <model/tarncore.h>
 #include <model/unsavedfile.h>
 #include <support/benchmark.h>
+#include <support/fullconfig.h>
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -15,65 +16,15 @@
 #include <chrono>
 #include <vector>
 
-using TARN::SignalItem;
 using TARN::TarnCore;
 using TarnBench::fail;
 
 namespace {
 
-constexpr int CoreCount = 16;
-constexpr int PortCount = 64;
-constexpr int SignalCount = 256;
-constexpr int BusWidth = 32;
 constexpr int Rounds = 9;
 constexpr double Goal = 3.0;
 constexpr std::chrono::milliseconds SliceBudget{5}; ///< As in the view.
 constexpr double LongestSlice = 0.05;               ///< In seconds: what typing hardly notices.
-
-SignalItem net(int number)
-{
-    SignalItem item;
-    item.name = QStringLiteral("soc_top/u_cluster/u_core/u_lsu/data_%1").arg(number);
-    item.kind = SignalItem::Net;
-    return item;
-}
-
-SignalItem bus(int number)
-{
-    SignalItem item = net(number);
-    item.kind = SignalItem::Bus;
-    for (int bit = BusWidth - 1; bit >= 0; --bit) {
-        SignalItem member = item;
-        member.members.clear();
-        member.name = QStringLiteral("%1[%2]").arg(item.name).arg(bit);
-        item.members.append(member);
-    }
-    item.name += QStringLiteral("[%1:0]").arg(BusWidth - 1);
-    return item;
-}
-
-/// A configuration at all limits: single nets in the Probe In ports, buses in the Probe Out ports.
-QList<TarnCore *> fullCores()
-{
-    QList<TarnCore *> cores;
-    for (int index = 0; index < CoreCount; ++index) {
-        auto *core = new TarnCore(index);
-        core->module = QStringLiteral("soc_top");
-        core->userClock = QStringLiteral("soc_top/clk");
-        for (int port = 0; port < PortCount; ++port) {
-            core->addProbeIn(port);
-            for (int i = 0; i < SignalCount; ++i)
-                core->probeIns.last()->signals.append(net(port * SignalCount + i));
-            core->addProbeOut(port);
-            core->probeOuts.last()->initialValue =
-                QStringLiteral("0x") + QString(64, QLatin1Char('A'));
-            for (int i = 0; i < SignalCount / BusWidth; ++i)
-                core->probeOuts.last()->signals.append(bus(port * SignalCount + i));
-        }
-        cores.append(core);
-    }
-    return cores;
-}
 
 /// A document as the list of calls that write it.
 struct Element
@@ -158,7 +109,7 @@ std::vector<double> measuredTimes(const QList<TarnCore *> &cores, const QString 
     };
     const auto read = [&] {
         const QList<TarnCore *> copy = TARN::readTARNConfigFromXml(path, nullptr, nullptr);
-        if (copy.size() != CoreCount)
+        if (copy.size() != TarnBench::FullConfigCores)
             fail("the file was not read");
         qDeleteAll(copy);
     };
@@ -210,9 +161,9 @@ bool printTimes(const std::vector<double> &times, const CopyTimes &copies, int e
         QStringLiteral(
             "Configuration file at all limits: %1 cores, %2 + %2 ports, %3 signals each, "
             "%4 elements, %5 MB; medians of %6 rounds")
-            .arg(CoreCount)
-            .arg(PortCount)
-            .arg(SignalCount)
+            .arg(TarnBench::FullConfigCores)
+            .arg(TarnBench::FullConfigPorts)
+            .arg(TarnBench::FullConfigBits)
             .arg(elementCount)
             .arg(double(size) / 1e6, 0, 'f', 1)
             .arg(Rounds);
@@ -239,7 +190,7 @@ int main(int argc, char *argv[])
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("a.tarn"));
     const QString barePath = folder.filePath(QStringLiteral("bare.xml"));
-    const QList<TarnCore *> cores = fullCores();
+    const QList<TarnCore *> cores = TarnBench::fullConfig();
     if (!TARN::writeTARNConfigToXml(cores, path))
         fail("the file was not written");
     const QVector<Element> elements = elementsOf(path);

@@ -197,7 +197,6 @@ class SensorHub(Pair):
         self.set_value(0, "1")
         self.show_core(0)
         return f"""
-            add-core
             add-in 0 add-in 0 add-in 0
             add-out 0 add-out 0
             signals 0.in0 hub_top/rx_valid hub_top/rx_data[7:0]
@@ -325,7 +324,7 @@ class PacketFilter(Pair):
         self.set_value(1, "5")
         self.pick_clock("pf_top/clk")
         return rf"""
-            add-core add-in 0
+            add-in 0
             signals 0.in0 pf_top/lane_in[3]/ready
             add-core
             add-in 1 add-in 1 add-in 1
