@@ -116,6 +116,13 @@ void createModuleForWidget(ModuleForWidget &parent, NETWEIR::Hierachy *node, Sea
     appendModule(parent, node, matcher);
 }
 
+QString patternFault(const SearchOptions &options)
+{
+    const QRegExp expression(options.pattern, Qt::CaseSensitive,
+                             static_cast<QRegExp::PatternSyntax>(options.patternSyntax));
+    return !options.usePattern || expression.isValid() ? QString() : expression.errorString();
+}
+
 bool checkNetForHierarchy(NETWEIR::RtlNet *net, SearchOptions &options)
 {
     return NameMatcher(options).matches(fullName(net));

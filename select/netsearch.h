@@ -53,6 +53,10 @@ ModuleForWidget searchNetsHierarchy(SearchOptions options);
 void createModuleForWidget(ModuleForWidget &parent, NETWEIR::Hierachy *node,
                            SearchOptions &options);
 
+/// Why the pattern matches nothing, in English: it is no valid wildcard or regular expression.
+/// Empty for a pattern that may match something.
+QString patternFault(const SearchOptions &options);
+
 /// Whether one net or bus matches. Prepares the pattern anew on every call.
 bool checkNetForHierarchy(NETWEIR::RtlNet *net, SearchOptions &options);
 bool checkNetForHierarchy(NETWEIR::RtlNetBus *bus, SearchOptions &options);

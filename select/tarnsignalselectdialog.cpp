@@ -57,11 +57,11 @@ private:
 /// What the list of results says when a search has found nothing.
 QString noticeFor(const SearchOptions &options)
 {
-    const auto syntax = static_cast<QRegExp::PatternSyntax>(options.patternSyntax);
-    if (!options.usePattern || QRegExp(options.pattern, Qt::CaseSensitive, syntax).isValid())
+    if (patternFault(options).isEmpty())
         return TarnSignalSelectDialog::tr("Nothing found.");
-    return syntax == QRegExp::RegExp ? TarnSignalSelectDialog::tr("The expression is invalid.")
-                                     : TarnSignalSelectDialog::tr("The wildcard is invalid.");
+    return options.patternSyntax == QRegExp::RegExp
+               ? TarnSignalSelectDialog::tr("The expression is invalid.")
+               : TarnSignalSelectDialog::tr("The wildcard is invalid.");
 }
 
 /// Runs a dialog, which may go away with its parent, and returns what @p result takes from it when

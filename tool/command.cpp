@@ -3,6 +3,7 @@
 #include "command.h"
 
 #include "mapcommand.h"
+#include "netscommand.h"
 #include "showcommand.h"
 #include "writecommand.h"
 
@@ -12,7 +13,8 @@ namespace Tool {
 
 const QVector<const Command *> &commands()
 {
-    static const QVector<const Command *> all = {&showCommand(), &writeCommand(), &mapCommand()};
+    static const QVector<const Command *> all = {&netsCommand(), &showCommand(), &writeCommand(),
+                                                 &mapCommand()};
     return all;
 }
 

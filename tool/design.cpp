@@ -5,9 +5,12 @@
 #include "console.h"
 #include "invocation.h"
 
+#include <netweir/designextraction.h>
+#include <netweir/extractionmonitor.h>
 #include <netweir/rtlnetlist.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
 
 namespace Tool {
@@ -88,6 +91,90 @@ bool findDefaultProject(const Invocation &invocation, Console *console, TE::Proj
     return false;
 }
 
+/// Shows how far the extraction is.
+class Progress final : public NETWEIR::ExtractionMonitor
+{
+public:
+    explicit Progress(Console *console)
+        : m_console(console)
+    {
+        m_timer.start();
+    }
+    ~Progress() override { m_console->progress()->clear(); }
+
+    void phaseChanged(const QString &phase) override
+    {
+        m_phase = phase;
+        show();
+    }
+    void ticked(qint64) override { show(); }
+    bool isCancelled() const override { return m_console->isInterrupted(); }
+
+private:
+    void show()
+    {
+        m_console->progress()->show(QStringLiteral("Reading the design: %1 (%2 s)")
+                                        .arg(m_phase)
+                                        .arg(m_timer.elapsed() / 1000));
+    }
+
+    Console *m_console;
+    QString m_phase;
+    QElapsedTimer m_timer;
+};
+
+/// Extracts the nets of a project.
+class DesignReader
+{
+public:
+    DesignReader(const TE::Project &project, Console *console)
+        : m_console(console)
+        , m_extraction(TE::designInfoOf(project))
+    {
+    }
+
+    /// Null after an error message, and on interruption.
+    std::unique_ptr<NETWEIR::RtlNetlist> read();
+
+private:
+    void report(const QStringList &messages);
+
+    Console *m_console;
+    NETWEIR::DesignExtraction m_extraction;
+};
+
+std::unique_ptr<NETWEIR::RtlNetlist> DesignReader::read()
+{
+    QStringList tops;
+    QStringList modules;
+    QStringList messages;
+    std::unique_ptr<NETWEIR::RtlNetlist> netlist;
+    {
+        Progress progress(m_console);
+        if (m_extraction.findModules(&tops, &modules, &messages, &progress) && tops.size() == 1)
+            netlist = m_extraction.buildNetlist(&messages, &progress);
+    }
+    if (m_console->isInterrupted())
+        return nullptr;
+    report(messages);
+    if (!netlist)
+        m_console->error(QStringLiteral("the design cannot be read"));
+    return netlist;
+}
+
+/// The messages of an extraction begin with their level.
+void DesignReader::report(const QStringList &messages)
+{
+    const QString error = QStringLiteral("ERROR: ");
+    const QString warning = QStringLiteral("WARNING: ");
+    for (const QString &message : messages) {
+        if (message.startsWith(error))
+            m_console->error(message.mid(error.size()));
+        else
+            m_console->warn(message.startsWith(warning) ? message.mid(warning.size()) : message);
+    }
+}
+
 } // namespace
 
 Design::Design() = default;
@@ -107,8 +194,9 @@ bool readDesign(const Invocation &invocation, Console *console, Design *design)
 {
     if (!findProject(invocation, console, &design->project))
         return false;
-    console->error(QStringLiteral("the design cannot be read without a window yet"));
-    return false;
+    DesignReader reader(design->project, console);
+    design->netlist = reader.read();
+    return design->netlist != nullptr;
 }
 
 } // namespace Tool
