@@ -33,6 +33,13 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-vir
 if(TARN_WARNINGS_AS_ERRORS)
     add_compile_options(-Werror)
 endif()
+if(TARN_HARDENING)
+    # As dpkg-buildflags has it. The prefix map keeps the folder of the build out of what is built.
+    add_compile_options(-fstack-protector-strong -Wformat -Werror=format-security -Wdate-time
+        "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
+    add_compile_definitions(_FORTIFY_SOURCE=2)
+    add_link_options(LINKER:-z,relro)
+endif()
 if(TARN_SANITIZE)
     add_compile_options(-fsanitize=${TARN_SANITIZE} -fno-omit-frame-pointer
         -fno-sanitize-recover=all)
@@ -103,8 +110,9 @@ function(tarn_host_library name)
         SOVERSION ${PROJECT_VERSION_MAJOR}
         INSTALL_RPATH "$ORIGIN")
     install(TARGETS ${target} EXPORT TarnHostTargets
-        LIBRARY DESTINATION "${TARN_LIB_DIR}" COMPONENT sdk
-        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tarn-host" COMPONENT sdk)
+        LIBRARY DESTINATION "${TARN_LIB_DIR}" NAMELINK_COMPONENT development
+        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tarn-host"
+            COMPONENT development)
 endfunction()
 
 # tarn_plugin_part(name [CORE] SOURCES file... [LINK target...])

@@ -5,8 +5,8 @@
 
 usage: checktree.py CHECK ROOT [COMPILER FLAG...]
 
-CHECK is "includes", "lists", "names", "licence", "format", "links" or "headers"; only the last one
-needs the compiler. Prints one line per finding and exits with 1 when there is any. selftest.py shows
+CHECK is "includes", "lists", "names", "licence", "format", "links", "version" or "headers"; only the
+last one needs the compiler. Prints one line per finding and exits with 1 when there is any. selftest.py shows
 each of them fail.
 """
 
@@ -22,7 +22,8 @@ HOST_LIBRARIES = ("core", "dev", "extsys", "netweir", "qutil", "te")
 GROUND_FOLDER = "files"  # Below host and plug-in, which both use it.
 TOOL_FOLDER = "tool"  # The command line tool, an application beside the workbench.
 FOLDERS = PLUGIN_FOLDERS + (GROUND_FOLDER, TOOL_FOLDER) + (
-    "host", "tests", "bench", "fuzz", "examples", "cmake", "scripts", "translations", "forms", ".ci")
+    "host", "tests", "bench", "fuzz", "examples", "cmake", "packaging", "scripts", "translations",
+    "forms", ".ci")
 
 # The part of probes/ below select/, the libraries tarn_signalmerge and tarn_signals: the project's
 # layout has the signals and their trees in one folder with the page, which stands above select/. Of
@@ -298,7 +299,8 @@ def check_names(root):
 def needs_licence(root, path):
     if path.parts[0] == "tests" and "data" in path.parts:
         return False
-    if path.suffix in (".cpp", ".h", ".py", ".cmake", ".qrc", ".v", ".sv", ".svh", ".vh", ".sh"):
+    if path.suffix in (".cpp", ".h", ".py", ".cmake", ".qrc", ".v", ".sv", ".svh", ".vh", ".sh",
+                       ".bash", ".desktop", ".svg", ".1"):
         return True
     if path.name == "CMakeLists.txt":
         return True
@@ -362,6 +364,30 @@ def check_links(root):
     return problems
 
 
+# --- version ------------------------------------------------------------------------------------
+
+
+def check_version(root):
+    """The version stands in project() alone, and the changelog begins with it."""
+    project = re.search(r"^project\([^)]*?VERSION (\d+\.\d+\.\d+)", text_of(root / "CMakeLists.txt"), re.M)
+    if not project:
+        return ["CMakeLists.txt: project() has no version of three numbers"]
+    version, log = project.group(1), pathlib.Path("CHANGELOG.md")
+    problems = []
+    newest = re.search(r"^## (\S+)", text_of(root / log), re.M) if (root / log).is_file() else None
+    if not newest or newest.group(1) != version:
+        problems.append(f"{log}: does not begin with version {version}")
+    copy = re.compile(rf"(?<![\d.]){re.escape(version)}(?![\d.]*\d)".encode())
+    documents = [path.relative_to(root) for path in sorted((root / "docs").rglob("*.md"))]
+    for path in files_of(root, None) + documents:
+        if path == log:
+            continue
+        found = len(copy.findall((root / path).read_bytes()))
+        if found > (path == pathlib.Path("CMakeLists.txt")):
+            problems.append(f"{path}: has a copy of the version {version}")
+    return problems
+
+
 # --- headers ------------------------------------------------------------------------------------
 
 
@@ -402,6 +428,7 @@ CHECKS = {
     "licence": check_licence,
     "format": check_format,
     "links": check_links,
+    "version": check_version,
     "headers": check_headers,
 }
 

@@ -298,11 +298,43 @@ class Licence(SampleTree):
     def test_missing_lines(self):
         for path, text in (("view/a.cpp", SPDX.splitlines()[0]), ("view/b.h", SPDX.splitlines()[1]),
                            ("scripts/run", "#!/bin/sh\n# SPDX-License-Identifier: Apache-2.0\n"),
-                           ("cmake/x.cmake", SPDX.replace("Apache-2.0", "MIT"))):
+                           ("cmake/x.cmake", SPDX.replace("Apache-2.0", "MIT")),
+                           ("packaging/x.svg", f"<svg/><!-- {SPDX.splitlines()[1]} -->")):
             with self.subTest(path=path):
                 self.write(path, text)
                 self.expect(checktree.check_licence(self.root), path)
                 (self.root / path).unlink()
+
+
+class Version(SampleTree):
+    def setUp(self):
+        super().setUp()
+        self.write("CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\nproject(x VERSION 2.3.4)\n")
+        self.write("CHANGELOG.md", "# Changelog\n\n## 2.3.4 - 2026-01-01\n\n## 2.3.3 - 2025-01-01\n")
+        self.write("docs/guide.md", "Not 12.3.4 and not 2.3.4.5, but 2.3.\n")
+
+    def test_good_tree(self):
+        self.assertEqual(checktree.check_version(self.root), [])
+
+    def test_copies(self):
+        for path in ("view/a.cpp", "tests/tool/version.txt", "docs/install.md", "README.md"):
+            with self.subTest(path=path):
+                self.write(path, "about 2.3.4.\n")
+                self.expect(checktree.check_version(self.root), path, "2.3.4")
+                (self.root / path).unlink()
+
+    def test_copy_beside_the_version_itself(self):
+        with open(self.root / "CMakeLists.txt", "a", encoding="utf-8") as file:
+            file.write("set(RELEASE 2.3.4)\n")
+        self.expect(checktree.check_version(self.root), "CMakeLists.txt", "copy")
+
+    def test_changelog_of_another_version(self):
+        self.write("CHANGELOG.md", "## 2.3.3 - 2025-01-01\n")
+        self.expect(checktree.check_version(self.root), "CHANGELOG.md", "2.3.4")
+
+    def test_no_version(self):
+        self.write("CMakeLists.txt", "project(x)\n")
+        self.expect(checktree.check_version(self.root), "no version")
 
 
 class Format(SampleTree):

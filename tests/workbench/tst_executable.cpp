@@ -51,7 +51,7 @@ void TestExecutable::informsWithoutDisplay()
     QVERIFY(help.output.startsWith(QLatin1String("Usage: tarn-workbench ")));
     const Run version = runWorkbench({"x.json", "--version"}, {QStringLiteral("xcb"), {}, {}});
     QCOMPARE(version.exitCode, 0);
-    QCOMPARE(version.output, QStringLiteral("tarn-workbench 1.0.0\n"));
+    QCOMPARE(version.output, QStringLiteral("tarn-workbench " TARN_VERSION "\n"));
 }
 
 void TestExecutable::wrongUsageIsExitCode2_data()
