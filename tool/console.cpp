@@ -36,12 +36,16 @@ bool isSameFile(const QString &path, const QString &other)
 /// Why no file can be written at @p path, empty when nothing is known against it.
 QString reasonAgainst(const QString &path)
 {
-    const QFileInfo info(path);
-    if (info.isDir())
+    const QFileInfo file(path);
+    const QFileInfo folder(file.absolutePath());
+    if (file.isDir())
         return QStringLiteral("it is a folder");
-    if (!info.exists() && !info.isSymLink() && !info.absoluteDir().exists())
-        return QStringLiteral("there is no folder %1").arg(shown(info.absolutePath()));
-    return {};
+    if (file.exists() && !file.isFile())
+        return QStringLiteral("it is no regular file");
+    if (!file.exists() && !folder.isDir())
+        return QStringLiteral("there is no folder %1").arg(shown(folder.filePath()));
+    const bool isAllowed = file.exists() ? file.isWritable() : folder.isWritable();
+    return isAllowed ? QString() : qt_error_string(EACCES);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "console.h"
 #include "invocation.h"
 
+#include <model/designreading.h>
 #include <netweir/designextraction.h>
 #include <netweir/extractionmonitor.h>
 #include <netweir/rtlnetlist.h>
@@ -44,50 +45,72 @@ bool readArguments(const QStringList &arguments, Console *console, TE::Project *
     return good;
 }
 
-/// The project files in @p folder by name. Other JSON files are common beside sources.
-QStringList projectFilesIn(const QString &folder)
+/// Where project files may be that no argument names: beside the configuration, else here.
+QVector<QDir> defaultFolders(const Invocation &invocation)
 {
-    QStringList projects;
-    const QFileInfoList files =
-        QDir(folder).entryInfoList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
-    for (const QFileInfo &file : files) {
-        if (TE::isProjectFile(file.filePath()))
-            projects.append(file.filePath());
-    }
-    return projects;
+    QVector<QDir> folders;
+    if (!invocation.files.isEmpty())
+        folders.append(QFileInfo(invocation.files.first()).absoluteDir());
+    if (!folders.contains(QDir::current()))
+        folders.append(QDir::current());
+    return folders;
 }
 
-/// Where a project file may be when none is named: beside the configuration, else here.
-QStringList foldersOf(const Invocation &invocation)
+/// The JSON files of a folder, by name, of which only some are projects.
+struct FolderContent
 {
-    QStringList folders;
-    if (!invocation.files.isEmpty())
-        folders.append(QFileInfo(invocation.files.first()).path());
-    if (!folders.contains(QStringLiteral(".")))
-        folders.append(QStringLiteral("."));
-    return folders;
+    QStringList projects; ///< Paths.
+    QStringList others;   ///< Names.
+};
+
+FolderContent contentOf(const QDir &folder)
+{
+    FolderContent content;
+    const QFileInfoList files =
+        folder.entryInfoList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
+    for (const QFileInfo &file : files) {
+        if (TE::isProjectFile(file.filePath()))
+            content.projects.append(file.filePath());
+        else
+            content.others.append(file.fileName());
+    }
+    return content;
+}
+
+QString severalProjects(const QStringList &projects)
+{
+    QStringList names;
+    for (const QString &path : projects)
+        names.append(shown(path));
+    return QStringLiteral("there are several project files: %1; name one of them")
+        .arg(names.join(QLatin1String(", ")));
+}
+
+QString noProject(const QStringList &folders)
+{
+    return QStringLiteral("there is no project file in %1; name one, or the sources of the design")
+        .arg(folders.join(QLatin1String(" or ")));
 }
 
 bool findDefaultProject(const Invocation &invocation, Console *console, TE::Project *project)
 {
     QStringList looked;
-    for (const QString &folder : foldersOf(invocation)) {
-        const QStringList found = projectFilesIn(folder);
-        if (found.size() == 1)
-            return readProjectFile(found.first(), console, project);
-        if (found.size() > 1) {
-            QStringList names;
-            for (const QString &path : found)
-                names.append(shown(path));
-            console->error(QStringLiteral("there are several project files, %1; name one of them")
-                               .arg(names.join(QLatin1String(", "))));
+    for (const QDir &folder : defaultFolders(invocation)) {
+        const FolderContent content = contentOf(folder);
+        if (content.projects.size() == 1)
+            return readProjectFile(content.projects.first(), console, project);
+        if (content.projects.size() > 1) {
+            console->error(severalProjects(content.projects));
             return false;
         }
-        looked.append(shown(QFileInfo(folder).absoluteFilePath()));
+        QString place = shown(folder.path());
+        if (!content.others.isEmpty()) {
+            place += QStringLiteral(" (not a project: %1)")
+                         .arg(content.others.join(QLatin1String(", ")));
+        }
+        looked.append(place);
     }
-    console->error(QStringLiteral("there is no project file in %1; name one, or the sources of the "
-                                  "design")
-                       .arg(looked.join(QLatin1String(" or "))));
+    console->error(noProject(looked));
     return false;
 }
 
@@ -113,9 +136,11 @@ public:
 private:
     void show()
     {
-        m_console->progress()->show(QStringLiteral("Reading the design: %1 (%2 s)")
-                                        .arg(m_phase)
-                                        .arg(m_timer.elapsed() / 1000));
+        QString text = QLatin1String("Reading the design: ") + m_phase;
+        const qint64 seconds = m_timer.elapsed() / 1000;
+        if (seconds > 0)
+            text += QStringLiteral(" (%1 s)").arg(seconds);
+        m_console->progress()->show(text);
     }
 
     Console *m_console;
@@ -128,7 +153,8 @@ class DesignReader
 {
 public:
     DesignReader(const TE::Project &project, Console *console)
-        : m_console(console)
+        : m_project(project)
+        , m_console(console)
         , m_extraction(TE::designInfoOf(project))
     {
     }
@@ -137,42 +163,76 @@ public:
     std::unique_ptr<NETWEIR::RtlNetlist> read();
 
 private:
-    void report(const QStringList &messages);
+    std::unique_ptr<NETWEIR::RtlNetlist> extract(TARN::DesignFault *fault);
+    bool reportMessages();
+    QString explained(const TARN::DesignFault &fault) const;
 
+    const TE::Project &m_project;
     Console *m_console;
     NETWEIR::DesignExtraction m_extraction;
+    QStringList m_tops; ///< The candidates for the top module.
+    QStringList m_messages;
 };
 
 std::unique_ptr<NETWEIR::RtlNetlist> DesignReader::read()
 {
-    QStringList tops;
-    QStringList modules;
-    QStringList messages;
-    std::unique_ptr<NETWEIR::RtlNetlist> netlist;
-    {
-        Progress progress(m_console);
-        if (m_extraction.findModules(&tops, &modules, &messages, &progress) && tops.size() == 1)
-            netlist = m_extraction.buildNetlist(&messages, &progress);
-    }
+    TARN::DesignFault fault;
+    std::unique_ptr<NETWEIR::RtlNetlist> netlist = extract(&fault);
     if (m_console->isInterrupted())
         return nullptr;
-    report(messages);
-    if (!netlist)
-        m_console->error(QStringLiteral("the design cannot be read"));
+    const bool hasErrors = reportMessages();
+    if (!netlist && !hasErrors)
+        m_console->error(explained(fault));
     return netlist;
 }
 
-/// The messages of an extraction begin with their level.
-void DesignReader::report(const QStringList &messages)
+std::unique_ptr<NETWEIR::RtlNetlist> DesignReader::extract(TARN::DesignFault *fault)
+{
+    Progress progress(m_console);
+    TARN::ExtractorCalls calls;
+    calls.findModules = [this, &progress](QMap<QString, QVariant> &, QStringList &tops,
+                                          QStringList &modules, QStringList &messages) {
+        m_extraction.findModules(&tops, &modules, &messages, &progress);
+        m_tops = tops;
+        m_messages = messages;
+    };
+    calls.buildNetlist = [this, &progress] {
+        return m_extraction.buildNetlist(&m_messages, &progress).release();
+    };
+    return TARN::readDesign(TE::designInfoOf(m_project), calls, fault);
+}
+
+/// Shows the messages of the extraction, which begin with their level. True when there is an error.
+bool DesignReader::reportMessages()
 {
     const QString error = QStringLiteral("ERROR: ");
     const QString warning = QStringLiteral("WARNING: ");
-    for (const QString &message : messages) {
-        if (message.startsWith(error))
+    bool hasErrors = false;
+    for (const QString &message : qAsConst(m_messages)) {
+        const bool isError = message.startsWith(error);
+        hasErrors = hasErrors || isError;
+        if (isError)
             m_console->error(message.mid(error.size()));
         else
             m_console->warn(message.startsWith(warning) ? message.mid(warning.size()) : message);
     }
+    return hasErrors;
+}
+
+/// @p fault with where it is and what helps.
+QString DesignReader::explained(const TARN::DesignFault &fault) const
+{
+    const QString place =
+        m_project.filePath.isEmpty() ? QStringLiteral("the design") : shown(m_project.filePath);
+    QString text = place + QLatin1String(": ") + fault.text;
+    if (m_tops.size() > 1) {
+        text += QStringLiteral(" (candidates: %1; choose one with %2)")
+                    .arg(m_tops.join(QLatin1String(", ")),
+                         m_project.filePath.isEmpty()
+                             ? QStringLiteral("--top")
+                             : QStringLiteral("the key \"top\" of the project"));
+    }
+    return text;
 }
 
 } // namespace
@@ -194,8 +254,7 @@ bool readDesign(const Invocation &invocation, Console *console, Design *design)
 {
     if (!findProject(invocation, console, &design->project))
         return false;
-    DesignReader reader(design->project, console);
-    design->netlist = reader.read();
+    design->netlist = DesignReader(design->project, console).read();
     return design->netlist != nullptr;
 }
 

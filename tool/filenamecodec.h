@@ -18,7 +18,8 @@ public:
     static void install();
 
     QByteArray name() const override { return "UTF-8 with all bytes"; }
-    int mibEnum() const override { return 0; }
+    /// Not registered for any other.
+    int mibEnum() const override { return 30000; }
 
 protected:
     QString convertToUnicode(const char *bytes, int length, ConverterState *state) const override;

@@ -25,7 +25,11 @@ struct Invocation
 {
     bool isSet(const QString &option) const { return options.contains(option); }
     /// The value of @p option, empty when it is not set. Of a repeated one the last.
-    QString value(const QString &option) const { return options.value(option).value(0); }
+    QString value(const QString &option) const
+    {
+        const QStringList given = options.value(option);
+        return given.isEmpty() ? QString() : given.last();
+    }
     QStringList values(const QString &option) const { return options.value(option); }
 
     QMap<QString, QStringList> options; ///< Values by name; a flag that is set has an empty one.
