@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "filestate.h"
 
-#include <model/linkchain.h>
+#include "linkchain.h"
 
 #include <QFile>
 
