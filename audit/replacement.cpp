@@ -329,6 +329,14 @@ int ConfigEdit::apply(ConfigSnapshot *snapshot)
     return m_count;
 }
 
+/// Nothing when there are none.
+std::optional<SignalItem> usableBits(NETWEIR::RtlNetBus *bus, ProbeType type)
+{
+    SignalItem item = signalOf(bus, type);
+    removeDisabledMembers(&item);
+    return item.members.isEmpty() ? std::nullopt : std::optional<SignalItem>(item);
+}
+
 QVector<Port> *portsOf(CoreSnapshot *core, ProbeType type)
 {
     return type == ProbeTypeOut ? &core->probeOuts : &core->probeIns;
@@ -388,17 +396,36 @@ int replacePrefix(ConfigSnapshot *snapshot, const QString &from, const QString &
     return ConfigEdit(signalFor, clockFor).apply(snapshot);
 }
 
+int replaceName(ConfigSnapshot *snapshot, const QString &from, const QString &to,
+                const DesignNames &names)
+{
+    const auto signalFor = [&](const SignalItem &item,
+                               ProbeType type) -> std::optional<SignalItem> {
+        return item.name == from ? usableSignal(to, type, names) : std::nullopt;
+    };
+    const auto clockFor = [&](const QString &clock) {
+        return clock == from && usableNet(to, ProbeTypeIn, names) ? to : QString();
+    };
+    return ConfigEdit(signalFor, clockFor).apply(snapshot);
+}
+
+std::optional<SignalItem> usableSignal(const QString &name, ProbeType type,
+                                       const DesignNames &names)
+{
+    if (NETWEIR::RtlNetBus *bus = names.bus(name))
+        return usableBits(bus, type);
+    if (NETWEIR::RtlNet *net = usableNet(name, type, names))
+        return signalOf(net, type);
+    return std::nullopt;
+}
+
 std::optional<SignalItem> busInPlaceOf(const QString &name, ProbeType type,
                                        const DesignNames &names)
 {
     NETWEIR::RtlNetBus *bus = names.bus(name);
     if (!bus)
         bus = names.busesOfBase(baseOfBusName(name)).value(0);
-    if (!bus)
-        return std::nullopt;
-    SignalItem item = signalOf(bus, type);
-    removeDisabledMembers(&item);
-    return item.members.isEmpty() ? std::nullopt : std::optional<SignalItem>(item);
+    return bus ? usableBits(bus, type) : std::nullopt;
 }
 
 int takeOverBuses(ConfigSnapshot *snapshot, const DesignNames &names)

@@ -39,6 +39,18 @@ bool replaceSignal(ConfigSnapshot *snapshot, const Place &place, const SignalIte
 int replacePrefix(ConfigSnapshot *snapshot, const QString &from, const QString &to,
                   const DesignNames &names);
 
+/// The bus that the design has under that full name, without the bits that ports of the type cannot
+/// hold, or the net. Nothing when there is none or nothing of it is usable.
+std::optional<SignalItem> usableSignal(const QString &name, ProbeType type,
+                                       const DesignNames &names);
+
+/// Puts the net or bus that the design has under the name @p to in the place of every signal named
+/// @p from, and a net also in the place of each such user clock in use; where only some bits of a
+/// bus are usable, these. Ports of a kind that can hold nothing of it stay as they are. Returns
+/// like replacePrefix().
+int replaceName(ConfigSnapshot *snapshot, const QString &from, const QString &to,
+                const DesignNames &names);
+
 /// The usable bits of the bus that the design has under the name @p name, if need be with another
 /// range. Nothing when ports of the type can hold none of them.
 std::optional<SignalItem> busInPlaceOf(const QString &name, ProbeType type,
