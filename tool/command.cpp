@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "command.h"
 
+#include "editcommand.h"
 #include "mapcommand.h"
 #include "netscommand.h"
 #include "showcommand.h"
@@ -14,7 +15,7 @@ namespace Tool {
 const QVector<const Command *> &commands()
 {
     static const QVector<const Command *> all = {&netsCommand(), &showCommand(), &writeCommand(),
-                                                 &mapCommand()};
+                                                 &editCommand(), &mapCommand()};
     return all;
 }
 

@@ -1,0 +1,221 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#include "signalchoice.h"
+
+#include <audit/counterpart.h>
+#include <audit/signalfit.h>
+#include <model/configcheck.h>
+#include <model/netsignals.h>
+#include <netweir/hierachy.h>
+#include <netweir/rtlnet.h>
+#include <netweir/rtlnetbus.h>
+#include <netweir/rtlnetlist.h>
+#include <select/netsearch.h>
+
+#include <QRegExp>
+
+#include <algorithm>
+#include <chrono>
+
+namespace Tool {
+
+namespace {
+
+using TARN::ProbeType;
+using TARN::SignalItem;
+using Items = QList<SignalItem>;
+
+QString quoted(const QString &text)
+{
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+/// A sentence of the findings as a part of a message.
+QString asReason(QString sentence)
+{
+    sentence[0] = sentence.at(0).toLower();
+    if (sentence.endsWith(QLatin1Char('.')))
+        sentence.chop(1);
+    return sentence;
+}
+
+bool hasUsableBit(const SignalItem &item)
+{
+    if (item.members.isEmpty())
+        return item.enabled;
+    return std::any_of(item.members.cbegin(), item.members.cend(),
+                       [](const SignalItem &member) { return member.enabled; });
+}
+
+/// Appends the usable ones of @p found until there are more than @p most.
+template <typename Net>
+void appendUsable(const QList<Net *> &found, ProbeType type, int most, Items *items)
+{
+    for (Net *net : found) {
+        if (items->size() > most)
+            return;
+        const SignalItem item = TARN::signalOf(net, type);
+        if (hasUsableBit(item))
+            items->append(item);
+    }
+}
+
+} // namespace
+
+SignalChoice::SignalChoice(NETWEIR::RtlNetlist *netlist)
+    : m_netlist(netlist)
+    , m_names(netlist)
+{
+}
+
+std::optional<Items> SignalChoice::find(const QString &name, bool wildcard, ProbeType type,
+                                        int most, QString *warning, QString *error)
+{
+    return wildcard ? findMatches(name, type, most, error) : findName(name, type, warning, error);
+}
+
+std::optional<Items> SignalChoice::findName(const QString &name, ProbeType type, QString *warning,
+                                            QString *error)
+{
+    Items items;
+    if (NETWEIR::RtlNetBus *bus = m_names.bus(name))
+        items.append(TARN::signalOf(bus, type));
+    else if (NETWEIR::RtlNet *net = m_names.net(name))
+        items.append(itemOf(net, type));
+    if (items.isEmpty() || !hasUsableBit(items.first())) {
+        *error = reasonAgainst(name, type);
+        return std::nullopt;
+    }
+    const TARN::SignalFit fit = TARN::fitOf(items.first(), type, m_names);
+    if (fit.unusable > 0) {
+        *warning = asReason(TARN::unusableText(items.first(), type, fit)) +
+                   QStringLiteral(", so the port gets the bus without them");
+    }
+    return items;
+}
+
+/// A bit of a bus is what its row in the list of results stands for.
+SignalItem SignalChoice::itemOf(NETWEIR::RtlNet *net, ProbeType type) const
+{
+    SignalItem item = TARN::signalOf(net, type);
+    const int bracket = item.name.lastIndexOf(QLatin1Char('['));
+    if (bracket < 0)
+        return item;
+    const QVector<NETWEIR::RtlNetBus *> buses =
+        m_names.busesOfBase(QStringView(item.name).left(bracket));
+    const bool isBit = std::any_of(buses.cbegin(), buses.cend(), [net](NETWEIR::RtlNetBus *bus) {
+        const auto &nets = bus->nets();
+        return std::find(nets.cbegin(), nets.cend(), net) != nets.cend();
+    });
+    if (isBit)
+        item.kind = SignalItem::Bus;
+    return item;
+}
+
+std::optional<Items> SignalChoice::findMatches(const QString &pattern, ProbeType type, int most,
+                                               QString *error)
+{
+    TARN::SearchOptions options;
+    options.pattern = pattern;
+    options.caseSensitivity = Qt::CaseInsensitive;
+    options.usePattern = true;
+    options.patternSyntax = QRegExp::WildcardUnix;
+    options.useSearchIn = true;
+    options.searchIn = m_netlist->top();
+    options.includeSubentries = true;
+    const QString fault = TARN::patternFault(options);
+    if (!fault.isEmpty()) {
+        *error = QStringLiteral("the wildcard %1 is invalid: %2").arg(quoted(pattern), fault);
+        return std::nullopt;
+    }
+    QList<NETWEIR::RtlNet *> nets;
+    QList<NETWEIR::RtlNetBus *> buses;
+    TARN::searchNets(m_netlist, options, nets, buses);
+
+    Items items;
+    appendUsable(buses, type, most, &items);
+    appendUsable(nets, type, most, &items);
+    if (!items.isEmpty())
+        return items;
+    if (nets.isEmpty() && buses.isEmpty())
+        *error =
+            QStringLiteral("nothing in the design matches %1; a pattern covers full names from "
+                           "end to end")
+                .arg(quoted(pattern));
+    else
+        *error =
+            (type == TARN::ProbeTypeOut ? QStringLiteral("nothing that matches %1 can be driven")
+                                        : QStringLiteral("nothing that matches %1 can be read"))
+                .arg(quoted(pattern));
+    return std::nullopt;
+}
+
+QString SignalChoice::reasonAgainst(const QString &name, ProbeType type)
+{
+    SignalItem item;
+    if (NETWEIR::RtlNetBus *bus = m_names.bus(name))
+        item = TARN::signalOf(bus, type);
+    else if (NETWEIR::RtlNet *net = m_names.net(name))
+        item = TARN::signalOf(net, type);
+    else
+        return missingText(name, type, false);
+    const TARN::SignalFit fit = TARN::fitOf(item, type, m_names);
+    return asReason(TARN::unusableText(item, type, fit));
+}
+
+bool SignalChoice::checkClock(const QString &name, QString *error)
+{
+    switch (TARN::clockFault(true, name, m_netlist)) {
+    case TARN::ClockFault::None:
+        return true;
+    case TARN::ClockFault::NotUsable:
+        *error = reasonAgainst(name, TARN::ProbeTypeIn) + QStringLiteral("; choose another net");
+        return false;
+    case TARN::ClockFault::NotGiven:
+    case TARN::ClockFault::Missing:
+        break;
+    }
+    *error = m_names.bus(name)
+                 ? QStringLiteral("%1 is a bus; a user clock is a single net").arg(quoted(name))
+                 : missingText(name, TARN::ProbeTypeIn, true);
+    return false;
+}
+
+QString SignalChoice::missingText(const QString &name, ProbeType type, bool netsOnly)
+{
+    const QString text = (netsOnly ? QStringLiteral("the design has no net %1")
+                                   : QStringLiteral("the design has no net or bus %1"))
+                             .arg(quoted(name));
+    const QStringList similar = similarNames(name, type, netsOnly);
+    return similar.isEmpty()
+               ? text + QStringLiteral("; \"tarn nets\" lists what it has")
+               : text + QStringLiteral("; similar: %1").arg(similar.join(QLatin1String(", ")));
+}
+
+/// The best few.
+QStringList SignalChoice::similarNames(const QString &name, ProbeType type, bool netsOnly)
+{
+    constexpr int Most = 3;
+    const bool bus = TARN::baseOfBusName(name).size() < name.size();
+    if (!m_search)
+        m_search = std::make_unique<TARN::CandidateSearch>(m_names);
+    QStringList names;
+    // A range shows that a bus is meant; without one it may have been forgotten.
+    for (const bool asBus : {bus, true}) {
+        m_search->setMissing({{name, asBus, type}});
+        while (!m_search->step(std::chrono::milliseconds(100))) {
+        }
+        for (const TARN::Replacement &by : m_search->candidates(name, type)) {
+            const QString to = by.kind == TARN::Replacement::Signal
+                                   ? by.to
+                                   : TARN::movedName(name, by.from, by.to);
+            if (names.size() < Most && !names.contains(to) && !(netsOnly && by.bus))
+                names.append(to);
+        }
+        if (netsOnly || bus)
+            break;
+    }
+    return names;
+}
+
+} // namespace Tool
