@@ -53,13 +53,21 @@ public:
 
     void set(const char *key, const QVariant &value) { m_info[QLatin1String(key)] = value; }
 
+    /// The design information map.
+    QMap<QString, QVariant> info() const
+    {
+        QMap<QString, QVariant> result = m_info;
+        result[QLatin1String(TE::DesignInfo::Files)] = m_files;
+        return result;
+    }
+
     void findModules()
     {
         tops.clear();
         modules.clear();
         messages.clear();
-        m_info[QLatin1String(TE::DesignInfo::Files)] = m_files;
-        NETWEIR::catchRtlModules(tops, modules, messages, m_info, nullptr);
+        QMap<QString, QVariant> given = info();
+        NETWEIR::catchRtlModules(tops, modules, messages, given, nullptr);
     }
 
     NETWEIR::RtlNetlist *buildNetlist()

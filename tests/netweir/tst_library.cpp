@@ -16,6 +16,7 @@ class TestLibrary : public TestCase
 private Q_SLOTS:
     void exportsThePublicClassesAlone_data();
     void exportsThePublicClassesAlone();
+    void onlyTheDialogNeedsWindows();
 };
 
 void TestLibrary::exportsThePublicClassesAlone_data()
@@ -47,13 +48,23 @@ void TestLibrary::exportsThePublicClassesAlone_data()
                          "const&)",
                builder + "addHierachy(NETWEIR::Hierachy*, QString const&, QString const&)",
                builder + "addNet(NETWEIR::Hierachy*, QString const&, NETWEIR::NetMarks)",
+               builder + "setIdentifiers(NETWEIR::Hierachy*, std::vector<int, "
+                         "std::allocator<int> > const&)",
+               builder + "setIdentifiers(NETWEIR::RtlNet*, std::vector<int, "
+                         "std::allocator<int> > const&)",
+               builder + "setIdentifiers(NETWEIR::RtlNetBus*, std::vector<int, "
+                         "std::allocator<int> > const&)",
                builder + "setUsesJtagPrimitive(bool)",
+               builder + "setVhdl(NETWEIR::Hierachy*, bool)",
                builder + "take()",
                builder + "top() const",
                builder + "~NetlistBuilder()",
                netlist + "RtlNetlist(std::unique_ptr<NETWEIR::RtlNetlist::Private, "
                          "std::default_delete<NETWEIR::RtlNetlist::Private> >)",
                netlist + "findNet(QString const&) const",
+               netlist + "nameStepsOf(NETWEIR::Hierachy const*) const",
+               netlist + "nameStepsOf(NETWEIR::RtlNet const*) const",
+               netlist + "nameStepsOf(NETWEIR::RtlNetBus const*) const",
                netlist + "top() const",
                netlist + "usesJtagPrimitive() const",
                netlist + "~RtlNetlist()",
@@ -78,6 +89,15 @@ void TestLibrary::exportsThePublicClassesAlone()
     // Templates of the standard library are exported whatever types they are made for.
     const QRegularExpression ofNetweir("^NETWEIR::|for NETWEIR::");
     QCOMPARE(exportedSymbols(library).filter(ofNetweir).join('\n'), expected.join('\n'));
+}
+
+void TestLibrary::onlyTheDialogNeedsWindows()
+{
+    const QRegularExpression ofWindows("^libQt5(Gui|Widgets)\\.so");
+    QVERIFY(neededLibraries(NETLIST_LIBRARY_FILE).contains("libQt5Core.so.5"));
+    QCOMPARE(neededLibraries(NETLIST_LIBRARY_FILE).filter(ofWindows), QStringList());
+    QCOMPARE(neededLibraries(NETWEIR_LIBRARY_FILE).filter(ofWindows),
+             (QStringList{"libQt5Gui.so.5", "libQt5Widgets.so.5"}));
 }
 
 QTEST_GUILESS_MAIN(TestLibrary)

@@ -11,4 +11,8 @@ namespace TarnTest {
 /// own. Ends the program when nm cannot read the library.
 QStringList exportedSymbols(const QString &path);
 
+/// The names of all shared libraries with which the program or library @p path is loaded, sorted.
+/// Ends the program when ldd cannot tell.
+QStringList neededLibraries(const QString &path);
+
 } // namespace TarnTest

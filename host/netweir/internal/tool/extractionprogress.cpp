@@ -11,7 +11,6 @@
 #include <QThread>
 
 #include <memory>
-#include <utility>
 
 namespace NETWEIR::Internal {
 
@@ -30,7 +29,7 @@ ExtractionProgress::ExtractionProgress(ExtractionMonitor *monitor)
     : m_monitor(monitor)
 {
     if (m_monitor)
-        m_outer = std::exchange(m_monitor->m_progress, this);
+        m_monitor->m_progress = this;
     m_elapsed.start();
     m_tick.setInterval(TickInterval);
     connect(&m_tick, &QTimer::timeout, this, &ExtractionProgress::tick);
@@ -39,7 +38,7 @@ ExtractionProgress::ExtractionProgress(ExtractionMonitor *monitor)
 ExtractionProgress::~ExtractionProgress()
 {
     if (m_monitor)
-        m_monitor->m_progress = m_outer;
+        m_monitor->m_progress = nullptr;
 }
 
 void ExtractionProgress::setPhase(const QString &phase)

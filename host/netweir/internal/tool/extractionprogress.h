@@ -56,7 +56,6 @@ private:
     void runLoop(QEventLoop::ProcessEventsFlags events, const QDeadlineTimer &end);
 
     ExtractionMonitor *m_monitor;
-    ExtractionProgress *m_outer = nullptr; ///< The call in which the monitor was before.
     QEventLoop m_loop;
     QElapsedTimer m_elapsed;
     QTimer m_tick;
