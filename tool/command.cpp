@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "command.h"
 
+#include "checkcommand.h"
 #include "editcommand.h"
 #include "mapcommand.h"
 #include "netscommand.h"
@@ -14,8 +15,8 @@ namespace Tool {
 
 const QVector<const Command *> &commands()
 {
-    static const QVector<const Command *> all = {&netsCommand(), &showCommand(), &writeCommand(),
-                                                 &editCommand(), &mapCommand()};
+    static const QVector<const Command *> all = {&checkCommand(), &netsCommand(), &showCommand(),
+                                                 &writeCommand(), &editCommand(), &mapCommand()};
     return all;
 }
 

@@ -142,7 +142,7 @@ int Console::finish(int exitCode)
     if (isInterrupted())
         return Failure;
     if (!m_outputFile.isEmpty())
-        return exitCode == Failure ? exitCode : qMax(exitCode, finishFile());
+        return exitCode == Failure && !m_isKept ? exitCode : qMax(exitCode, finishFile());
     if (m_writeError.isEmpty())
         flush();
     if (m_writeError.isEmpty())

@@ -46,6 +46,9 @@ public:
     /// command should return soon, with any exit code and without a message.
     bool isInterrupted() const;
 
+    /// Wants the output file written even if the command fails: the output says how.
+    void keepOutput() { m_isKept = true; }
+
     /// Reads the standard input to its end. Returns false and sets @p error when it cannot be read,
     /// has more than @p limit bytes, or on interruption.
     static bool readInput(qint64 limit, QByteArray *content, QString *error);
@@ -63,6 +66,7 @@ private:
 
     QByteArray m_pending; ///< Not yet written.
     QString m_outputFile; ///< Empty: the standard output.
+    bool m_isKept = false;
     QString m_writeError;
     bool m_isClosed = false;
     ProgressLine m_progress;
