@@ -119,7 +119,7 @@ bool Console::isInterrupted() const
 bool Console::readInput(qint64 limit, QByteArray *content, QString *error)
 {
     QByteArray piece(PieceSize, Qt::Uninitialized);
-    for (;;) {
+    while (Interruption::waitToRead(STDIN_FILENO)) {
         const ssize_t count = ::read(STDIN_FILENO, piece.data(), size_t(piece.size()));
         if (count == 0)
             return true;
@@ -129,11 +129,13 @@ bool Console::readInput(qint64 limit, QByteArray *content, QString *error)
             *error = QStringLiteral("it has more than %1 bytes").arg(limit);
             return false;
         }
-        if (count < 0 && (errno != EINTR || Interruption::isRequested())) {
+        if (count < 0 && errno != EINTR) {
             *error = qt_error_string(errno);
             return false;
         }
     }
+    *error = qt_error_string(EINTR);
+    return false;
 }
 
 int Console::finish(int exitCode)

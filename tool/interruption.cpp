@@ -2,12 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interruption.h"
 
+#include <cerrno>
 #include <csignal>
 #include <initializer_list>
+
+#include <poll.h>
 
 namespace Tool {
 
 namespace {
+
+constexpr int Watched[] = {SIGINT, SIGTERM, SIGHUP};
 
 volatile std::sig_atomic_t s_caught = 0; ///< The first signal caught, 0 for none.
 
@@ -33,7 +38,7 @@ void endBy(int signal)
 
 void Interruption::watch()
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : Watched) {
         struct sigaction former = {};
         ::sigaction(signal, nullptr, &former);
         if (former.sa_handler == SIG_IGN)
@@ -51,6 +56,22 @@ void Interruption::watch()
 bool Interruption::isRequested()
 {
     return s_caught != 0;
+}
+
+bool Interruption::waitToRead(int stream)
+{
+    // A signal between the look at s_caught and the waiting would be lost, were it not blocked.
+    sigset_t watched;
+    sigemptyset(&watched);
+    for (const int signal : Watched)
+        sigaddset(&watched, signal);
+    sigset_t former;
+    ::sigprocmask(SIG_BLOCK, &watched, &former);
+    pollfd input = {stream, POLLIN, 0};
+    while (s_caught == 0 && ::ppoll(&input, 1, nullptr, &former) < 0 && errno == EINTR) {
+    }
+    ::sigprocmask(SIG_SETMASK, &former, nullptr);
+    return s_caught == 0;
 }
 
 void Interruption::endIfRequested()

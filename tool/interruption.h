@@ -19,6 +19,10 @@ public:
 
     static bool isRequested();
 
+    /// Waits until reading @p stream does not block. False when an end is asked for, also just
+    /// before.
+    static bool waitToRead(int stream);
+
     /// Ends the program by the signal that was caught, if there was one.
     static void endIfRequested();
 
