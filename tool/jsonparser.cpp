@@ -35,6 +35,15 @@ QString reasonOf(const std::string &message)
     return QString::fromStdString(reason);
 }
 
+/// Qt would drop a byte order mark at the beginning of the text.
+QString textOf(const std::string &utf8)
+{
+    constexpr char FirstOfMark = '\xef';
+    if (!utf8.empty() && utf8.front() == FirstOfMark)
+        return QString::fromStdString('.' + utf8).mid(1);
+    return QString::fromStdString(utf8);
+}
+
 bool isContinuation(char c)
 {
     return (static_cast<unsigned char>(c) & 0xc0U) == 0x80U;
@@ -96,11 +105,11 @@ public:
     bool number_float(json::number_float_t, const std::string &text) { return otherNumber(text); }
     bool string(const std::string &text)
     {
-        return m_handler->value({JsonValue::Text, QString::fromStdString(text), 0, false});
+        return m_handler->value({JsonValue::Text, textOf(text), 0, false});
     }
     bool binary(const json::binary_t &) { return false; }
     bool start_object(std::size_t) { return m_handler->beginObject(); }
-    bool key(const std::string &key) { return m_handler->key(QString::fromStdString(key)); }
+    bool key(const std::string &key) { return m_handler->key(textOf(key)); }
     bool end_object() { return m_handler->endObject(); }
     bool start_array(std::size_t) { return m_handler->beginList(); }
     bool end_array() { return m_handler->endList(); }

@@ -18,8 +18,8 @@ namespace {
 bool readJson(Console *console, QByteArray *json)
 {
     if (::isatty(STDIN_FILENO) == 1)
-        console->warn(QStringLiteral("reading the JSON form of a configuration from the terminal; "
-                                     "end it with Ctrl+D"));
+        console->tell(QStringLiteral("Reading the JSON form of a configuration from the terminal. "
+                                     "End it with Ctrl+D."));
     QString error;
     if (!Console::readInput(MaximumJsonSize, json, &error)) {
         if (!console->isInterrupted())
@@ -45,6 +45,8 @@ int runWrite(const Invocation &invocation, Console *console)
         console->error(QStringLiteral("cannot use the standard input. %1").arg(error));
         return Failure;
     }
+    if (console->isInterrupted())
+        return Failure;
     return writeConfig(cores, invocation.files.first(), console) ? Success : Failure;
 }
 

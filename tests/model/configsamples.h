@@ -7,6 +7,8 @@
 #include <QList>
 #include <QString>
 
+class QRandomGenerator;
+
 /// Cores for tests, with an owner.
 class Cores
 {
@@ -34,3 +36,7 @@ QString coresText(const QList<TARN::TarnCore *> &cores);
 
 /// Two cores in which every field has, somewhere, another value than its default.
 Cores sampleCores();
+
+/// Up to four cores with a few ports and signals, the same for the same state of @p random: awkward
+/// texts, any numbers, members in members, every flag and kind. A file can hold them.
+Cores randomCores(QRandomGenerator *random);
