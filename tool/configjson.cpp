@@ -5,10 +5,9 @@
 #include "configfile.h"
 #include "configjsonkeys.h"
 #include "configjsonreader.h"
+#include "jsonvalue.h"
 
 #include <model/tarncore.h>
-
-#include <nlohmann/json.hpp>
 
 namespace Tool {
 
@@ -24,7 +23,7 @@ constexpr int Indent = 4;
 
 QByteArray quoted(const QString &text)
 {
-    return QByteArray::fromStdString(nlohmann::json(text.toStdString()).dump());
+    return jsonLine(jsonText(text));
 }
 
 /// Writes a line for each port, signal and member, so that a difference of two configurations is as

@@ -6,9 +6,8 @@
 #include "configfile.h"
 #include "console.h"
 #include "invocation.h"
+#include "jsonvalue.h"
 #include "portmap.h"
-
-#include <nlohmann/json.hpp>
 
 namespace Tool {
 
@@ -36,19 +35,19 @@ void writeCsv(const OwnedCores &cores, Console *console)
 /// Every object has all keys. What a bit has not is null.
 QByteArray jsonOf(const MappedBit &bit)
 {
-    nlohmann::ordered_json object;
+    JsonObject object;
     object["core"] = bit.core;
     object["kind"] = kindOf(bit);
     object["port"] = bit.port;
     object["bit"] = bit.bit;
-    object["net"] = bit.net.toStdString();
+    object["net"] = jsonText(bit.net);
     object["bus"] = nullptr;
     if (!bit.bus.isEmpty())
-        object["bus"] = bit.bus.toStdString();
+        object["bus"] = jsonText(bit.bus);
     object["initialValue"] = nullptr;
     if (!bit.initialValue.isNull())
         object["initialValue"] = bit.initialValue.digitValue();
-    return QByteArray::fromStdString(object.dump());
+    return jsonLine(object);
 }
 
 /// A line for each bit.
