@@ -102,7 +102,11 @@ void Console::warn(const QString &text)
 
 void Console::tell(const QString &text)
 {
-    message(QByteArray(), text);
+    // The results come first, where both go to the same place.
+    if (m_outputFile.isEmpty() && m_writeError.isEmpty())
+        flush();
+    if (!m_isClosed)
+        message(QByteArray(), text);
 }
 
 void Console::message(const QByteArray &kind, const QString &text)

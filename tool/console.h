@@ -36,7 +36,7 @@ public:
     /// Writes "tarn: warning: @p text" to the standard error.
     void warn(const QString &text);
 
-    /// Writes @p text, a summary, as a line to the standard error.
+    /// Writes @p text, a summary of the results, as a line to the standard error.
     void tell(const QString &text);
 
     /// The line that tells how far long work is; on a terminal only.

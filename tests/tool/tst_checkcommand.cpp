@@ -106,6 +106,7 @@ private Q_SLOTS:
     void initTestCase();
     void runs_data();
     void runs();
+    void summaryFollowsTheResults();
     void rulesNeedNoFile();
     void otherFilesAreCheckedWhenOneCannotBeRead();
     void nothingIsWrittenWithoutADesign();
@@ -245,6 +246,17 @@ void TestCheckCommand::runs()
         QCOMPARE(other.exitCode, exitCode);
         QCOMPARE(TarnTest::textOf(format, other.output), lines);
     }
+}
+
+void TestCheckCommand::summaryFollowsTheResults()
+{
+    TarnTest::ToolSurroundings surroundings;
+    surroundings.folder = m_folder.path();
+    surroundings.redirection = "2>&1";
+    const ToolRun both = runTool({"check", "note.tarn"}, surroundings);
+    QCOMPARE(QString::fromUtf8(both.output),
+             QString("note.tarn:8: note: tarn_0, Probe In1: The port holds no signal. "
+                     "[empty-port]\n1 note in 1 file\n"));
 }
 
 void TestCheckCommand::rulesNeedNoFile()
