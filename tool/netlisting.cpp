@@ -95,7 +95,9 @@ public:
             write("],\"modules\":[");
             m_isFirst = true;
         }
-        separate();
+        if (!m_isRoot)
+            separate();
+        m_isRoot = false;
         write("{\"module\":" + text(label.toStdString()) + ",\"nets\":[");
         m_isInNets = true;
         m_isFirst = true;
@@ -144,7 +146,8 @@ private:
     }
 
     const bool m_isTree;
-    bool m_isFirst = true;
+    bool m_isRoot = true;
+    bool m_isFirst = true; ///< Of its list.
     bool m_isInNets = false; ///< Not yet in the modules of the innermost module.
 };
 
