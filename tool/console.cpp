@@ -14,8 +14,6 @@
 
 #include <cerrno>
 
-#include <unistd.h>
-
 namespace Tool {
 
 namespace {
@@ -122,24 +120,12 @@ bool Console::isInterrupted() const
 
 bool Console::readInput(qint64 limit, QByteArray *content, QString *error)
 {
-    QByteArray piece(PieceSize, Qt::Uninitialized);
-    while (Interruption::waitToRead(STDIN_FILENO)) {
-        const ssize_t count = ::read(STDIN_FILENO, piece.data(), size_t(piece.size()));
-        if (count == 0)
-            return true;
-        if (count > 0)
-            content->append(piece.constData(), int(count));
-        if (content->size() > limit) {
-            *error = QStringLiteral("it has more than %1 bytes").arg(limit);
-            return false;
-        }
-        if (count < 0 && errno != EINTR) {
-            *error = qt_error_string(errno);
-            return false;
-        }
-    }
-    *error = qt_error_string(EINTR);
-    return false;
+    const int code = readStandardInput(limit, content);
+    if (code != 0)
+        *error = qt_error_string(code);
+    else if (content->size() > limit)
+        *error = QStringLiteral("it has more than %1 bytes").arg(limit);
+    return code == 0 && content->size() <= limit;
 }
 
 int Console::finish(int exitCode)

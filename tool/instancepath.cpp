@@ -47,8 +47,10 @@ QString missing(const QString &path, const Step &deepest)
 
 } // namespace
 
-NETWEIR::Hierachy *findInstance(NETWEIR::RtlNetlist *netlist, const QString &path, QString *error)
+NETWEIR::Hierachy *findInstance(NETWEIR::RtlNetlist *netlist, const QString &written,
+                                QString *error)
 {
+    const QString path = written.endsWith(QLatin1Char('/')) ? written.chopped(1) : written;
     const QString top = netlist->top()->instName();
     if (!fits(path, 0, top)) {
         *error = QStringLiteral("there is no instance \"%1\": paths begin with the top module, %2")

@@ -12,8 +12,9 @@ class RtlNetlist;
 namespace Tool {
 
 /// The node of the design with that path: the names of the instances from the top on, with '/'
-/// between them, as in the names of its nets. Null when there is none; then @p error says how far
-/// the path leads.
-NETWEIR::Hierachy *findInstance(NETWEIR::RtlNetlist *netlist, const QString &path, QString *error);
+/// between them, as in the names of its nets; a slash at the end is allowed. Null when there is
+/// none; then @p error says how far the path leads.
+NETWEIR::Hierachy *findInstance(NETWEIR::RtlNetlist *netlist, const QString &written,
+                                QString *error);
 
 } // namespace Tool

@@ -34,6 +34,22 @@ void endBy(int signal)
     ::raise(signal);
 }
 
+bool waitFor(int stream, short events)
+{
+    // A signal between the look at s_caught and the waiting would be lost, were it not blocked.
+    sigset_t watched;
+    sigemptyset(&watched);
+    for (const int signal : Watched)
+        sigaddset(&watched, signal);
+    sigset_t former;
+    ::sigprocmask(SIG_BLOCK, &watched, &former);
+    pollfd awaited = {stream, events, 0};
+    while (s_caught == 0 && ::ppoll(&awaited, 1, nullptr, &former) < 0 && errno == EINTR) {
+    }
+    ::sigprocmask(SIG_SETMASK, &former, nullptr);
+    return s_caught == 0;
+}
+
 } // namespace
 
 void Interruption::watch()
@@ -60,18 +76,12 @@ bool Interruption::isRequested()
 
 bool Interruption::waitToRead(int stream)
 {
-    // A signal between the look at s_caught and the waiting would be lost, were it not blocked.
-    sigset_t watched;
-    sigemptyset(&watched);
-    for (const int signal : Watched)
-        sigaddset(&watched, signal);
-    sigset_t former;
-    ::sigprocmask(SIG_BLOCK, &watched, &former);
-    pollfd input = {stream, POLLIN, 0};
-    while (s_caught == 0 && ::ppoll(&input, 1, nullptr, &former) < 0 && errno == EINTR) {
-    }
-    ::sigprocmask(SIG_SETMASK, &former, nullptr);
-    return s_caught == 0;
+    return waitFor(stream, POLLIN);
+}
+
+bool Interruption::waitToWrite(int stream)
+{
+    return waitFor(stream, POLLOUT);
 }
 
 void Interruption::endIfRequested()

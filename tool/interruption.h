@@ -22,6 +22,8 @@ public:
     /// Waits until reading @p stream does not block. False when an end is asked for, also just
     /// before.
     static bool waitToRead(int stream);
+    /// The same for writing a little: of a pipe, PIPE_BUF bytes.
+    static bool waitToWrite(int stream);
 
     /// Ends the program by the signal that was caught, if there was one.
     static void endIfRequested();

@@ -6,6 +6,8 @@
 
 #include <te/project.h>
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace Tool {
@@ -27,6 +29,18 @@ bool isAlternative(const Option &option, const QString &value)
 bool looksLikeOption(const QString &argument)
 {
     return argument.size() > 1 && argument.startsWith(QLatin1Char('-'));
+}
+
+bool isProjectName(const QString &argument)
+{
+    return argument.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
+}
+
+/// Whether @p argument is more likely a part of the design than the word behind it.
+bool isFileOfDesign(const QString &argument)
+{
+    return (isProjectName(argument) || TE::fileTypeOf(argument) != TE::UnknownFile) &&
+           QFileInfo(argument).isFile();
 }
 
 class Parser
@@ -56,6 +70,7 @@ private:
     bool takeUnknown(const QString &argument);
     void takePlain(const QString &argument);
     bool distribute();
+    bool failWithoutWord();
     bool distributeFile(const QString &path);
     bool takeProject(const QString &path);
     bool standsAlone() const;
@@ -203,7 +218,9 @@ bool Parser::distribute()
         if (last == m_parts.rend() && standsAlone())
             return true;
         if (last == m_parts.rend())
-            return fail(QStringLiteral("no %1 is given").arg(m_command.synopsis.section(' ', -1)));
+            return failWithoutWord();
+        if (!m_onlyPlain && isFileOfDesign(last->arguments.first()))
+            return failWithoutWord();
         m_invocation->words.append(last->arguments);
         m_parts.erase(last.base() - 1);
     }
@@ -216,6 +233,11 @@ bool Parser::distribute()
     return true;
 }
 
+bool Parser::failWithoutWord()
+{
+    return fail(QStringLiteral("no %1 is given").arg(m_command.synopsis.section(' ', -1)));
+}
+
 bool Parser::distributeFile(const QString &path)
 {
     if (path.isEmpty())
@@ -225,7 +247,7 @@ bool Parser::distributeFile(const QString &path)
         m_invocation->files.append(path);
         return true;
     }
-    if (path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive))
+    if (isProjectName(path))
         return takeProject(path);
     // After "--" a file may begin like an option of the design.
     const bool needsFolder = path.startsWith(QLatin1Char('-')) || path.startsWith(QLatin1Char('+'));

@@ -147,7 +147,7 @@ private:
 
     const bool m_isTree;
     bool m_isRoot = true;
-    bool m_isFirst = true; ///< Of its list.
+    bool m_isFirst = true;   ///< Of its list.
     bool m_isInNets = false; ///< Not yet in the modules of the innermost module.
 };
 

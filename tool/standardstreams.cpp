@@ -7,6 +7,7 @@
 #include <QByteArray>
 
 #include <cerrno>
+#include <climits>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,20 +16,7 @@ namespace Tool {
 
 namespace {
 
-/// Returns 0 or the error of the system.
-int writeAll(int stream, const QByteArray &text, bool maybeInterrupted)
-{
-    int position = 0;
-    while (position < text.size()) {
-        const ssize_t written =
-            ::write(stream, text.constData() + position, size_t(text.size() - position));
-        if (written >= 0)
-            position += int(written);
-        else if (errno != EINTR || (maybeInterrupted && Interruption::isRequested()))
-            return errno;
-    }
-    return 0;
-}
+constexpr int PieceSize = 64 * 1024;
 
 } // namespace
 
@@ -46,12 +34,44 @@ void keepStandardStreams()
 
 void writeToStandardError(const QByteArray &text)
 {
-    writeAll(STDERR_FILENO, text, false);
+    for (int position = 0; position < text.size();) {
+        const ssize_t count =
+            ::write(STDERR_FILENO, text.constData() + position, size_t(text.size() - position));
+        if (count < 0 && errno != EINTR)
+            return;
+        position += int(qMax<ssize_t>(count, 0));
+    }
 }
 
 int writeToStandardOutput(const QByteArray &text)
 {
-    return writeAll(STDOUT_FILENO, text, true);
+    for (int position = 0; position < text.size();) {
+        if (!Interruption::waitToWrite(STDOUT_FILENO))
+            return EINTR;
+        // Of a pipe that is ready, so much can be written without waiting for its reader.
+        const int size = qMin(text.size() - position, PIPE_BUF);
+        const ssize_t count = ::write(STDOUT_FILENO, text.constData() + position, size_t(size));
+        if (count < 0 && errno != EINTR)
+            return errno;
+        position += int(qMax<ssize_t>(count, 0));
+    }
+    return 0;
+}
+
+int readStandardInput(qint64 limit, QByteArray *content)
+{
+    QByteArray piece(PieceSize, Qt::Uninitialized);
+    while (content->size() <= limit) {
+        if (!Interruption::waitToRead(STDIN_FILENO))
+            return EINTR;
+        const ssize_t count = ::read(STDIN_FILENO, piece.data(), size_t(piece.size()));
+        if (count == 0)
+            break;
+        if (count < 0 && errno != EINTR)
+            return errno;
+        content->append(piece.constData(), int(qMax<ssize_t>(count, 0)));
+    }
+    return 0;
 }
 
 } // namespace Tool

@@ -464,6 +464,7 @@ void TestNets::findsInstances()
     QCOMPARE(Tool::findInstance(netlist.get(), "t/a/b/c", &error), right);
     QCOMPARE(Tool::findInstance(netlist.get(), "t/a/b", &error), slashed);
     QCOMPARE(Tool::findInstance(netlist.get(), "t/a", &error), wrong);
+    QCOMPARE(Tool::findInstance(netlist.get(), "t/a/b/", &error), slashed);
 }
 
 void TestNets::saysHowFarAPathLeads_data()
@@ -484,7 +485,7 @@ void TestNets::saysHowFarAPathLeads_data()
                               << "there is no instance \"x/y\" in top/u_memory/u_deep: it has none";
     QTest::newRow("part of a name") << "top/u_memory/u_dee"
                                     << "there is no instance \"u_dee\" in top/u_memory: u_deep";
-    QTest::newRow("slash at the end") << "top/u_memory/"
+    QTest::newRow("slash at the end") << "top/u_memory//"
                                       << "there is no instance \"\" in top/u_memory: u_deep";
 }
 
@@ -525,6 +526,10 @@ void TestNets::complains_data()
     QTest::addColumn<QString>("errors");
     const QString see = "See tarn nets --help.\n";
     QTest::newRow("no pattern") << QStringList() << "tarn: no PATTERN is given\n" + see;
+    QTest::newRow("project for a pattern")
+        << QStringList("sensorhub.json") << "tarn: no PATTERN is given\n" + see;
+    QTest::newRow("source for a pattern")
+        << QStringList({"sensorhub.json", "rtl/hub_top.v"}) << "tarn: no PATTERN is given\n" + see;
     QTest::newRow("two modes") << QStringList({"--wildcard", "--regexp", "x"})
                                << "tarn: --wildcard and --regexp cannot be combined; choose one\n";
     QTest::newRow("port") << QStringList({"--for", "inout", "x"})
