@@ -170,6 +170,28 @@ class Includes(SampleTree):
         self.add_include("host/netweir/rtlnetlist.cpp", "<netweir/internal/nets/layout.h>")
         self.expect(checktree.check_includes(self.root), "the room store must not see nets")
 
+    def test_public_headers_with_rooms_of_their_own(self):
+        for name in ("rtlextraction", "designextraction"):
+            self.write(f"host/netweir/{name}.h", SPDX)
+        for name in ("dialog/extractiondialog", "tool/toolprocess"):
+            self.write(f"host/netweir/internal/{name}.h", SPDX)
+        self.add_include("host/netweir/rtlextraction.h",
+                         "<netweir/internal/dialog/extractiondialog.h>")
+        self.add_include("host/netweir/rtlextraction.h", "<netweir/designextraction.h>")
+        self.assertEqual(checktree.check_includes(self.root), [])
+        self.add_include("host/netweir/designextraction.h",
+                         "<netweir/internal/dialog/extractiondialog.h>")
+        self.expect(checktree.check_includes(self.root), "designextraction.h:3",
+                    "the room extraction must not see dialog")
+
+    def test_public_headers_of_two_libraries_in_a_folder(self):
+        self.write("host/core/CMakeLists.txt",
+                   "tarn_host_library(base\n    HEADERS\n        base.h\n    PRIVATE_LINK x)\n" +
+                   GOOD["host/core/CMakeLists.txt"])
+        self.write("host/core/base.h", SPDX)
+        self.add_include("sdk/core.h", "<core/base.h>")
+        self.assertEqual(checktree.check_includes(self.root), [])
+
     def test_unknown_room(self):
         self.write("host/netweir/internal/attic/old.h", SPDX)
         self.write("host/netweir/internal/ground/messages.h", SPDX)
