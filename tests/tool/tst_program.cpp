@@ -3,6 +3,7 @@
 #include "toolrun.h"
 
 #include <support/files.h>
+#include <support/librarysymbols.h>
 #include <support/testcase.h>
 
 #include <tool/command.h>
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void informs();
     void wrongUsageIsExitCode2_data();
     void wrongUsageIsExitCode2();
+    void needsNoLibraryOfWindows();
 };
 
 void TestProgram::informs_data()
@@ -82,6 +84,16 @@ void TestProgram::wrongUsageIsExitCode2()
     QCOMPARE(run.errors, errors);
     QCOMPARE(run.exitCode, 2);
     QCOMPARE(run.output, QByteArray());
+}
+
+/// Loading them would nearly double the time to start.
+void TestProgram::needsNoLibraryOfWindows()
+{
+    const QStringList libraries = TarnTest::neededLibraries(TARN_TOOL);
+    QVERIFY(libraries.contains("libQt5Core.so.5"));
+    QCOMPARE(libraries.filter(QRegularExpression("^libQt5")).size(), 1);
+    QVERIFY(!libraries.filter("tarnhost_netlist").isEmpty());
+    QCOMPARE(libraries.filter("tarnhost_netweir"), QStringList());
 }
 
 TARN_TEST_MAIN(TestProgram)
