@@ -53,12 +53,11 @@ constexpr RuleText RuleTexts[] = {
      "Leave the net in one port, and remove it from the others: \"tarn edit FILE remove CORE.PORT "
      "NAME\"."},
     {TARN::Rule::Repeated, "A port holds a bit more than once.",
-     "The port has several bits with the same value, in most cases because a bus and one of its "
-     "bits were chosen.",
+     "The port has several bits with the same value: two of its buses share bits, or the file was "
+     "written by another program or by hand.",
      "Remove one of them: \"tarn edit FILE remove CORE.PORT NAME\"."},
     {TARN::Rule::ValueWidth, "The initial value needs more bits than the port has.",
-     "Signals were removed from the port, or the file was changed by hand. The bits on the left "
-     "are lost.",
+     "The file was written by another program or by hand. Some bits of the value are lost.",
      "Set a value that fits: \"tarn edit FILE value CORE.PORT 0x...\"."},
     {TARN::Rule::EmptyCore, "No port of the core holds a signal.",
      "The core is new, or all its signals were removed. Such a configuration cannot be saved in "

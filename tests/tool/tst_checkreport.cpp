@@ -21,6 +21,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
@@ -108,6 +109,7 @@ private Q_SLOTS:
     void ignoring();
     void randomResultsAreThoseOfAuditAndSaveCheck();
     void rulesAreThoseOfTheFindings();
+    void pageDescribesTheRules();
     void manyMissingNames();
     void everySarifLogFitsTheSchema(); // The last, because the others make the logs.
 
@@ -165,7 +167,7 @@ void TestCheckReport::everySarifLogFitsTheSchema()
     QVERIFY(m_logCount > 20);
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start("python3", {TARN_SARIF_CHECK, m_logs.path()});
+    process.start(TARN_PYTHON, {TARN_SARIF_CHECK, m_logs.path()});
     QVERIFY(process.waitForFinished(60000));
     const QByteArray output = process.readAll();
     QVERIFY2(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
@@ -525,6 +527,36 @@ void TestCheckReport::rulesAreThoseOfTheFindings()
         QVERIFY(rule.meaning.endsWith('.') && !rule.meaning.contains('\n'));
         QVERIFY(rule.cause.endsWith('.') && rule.advice.endsWith('.'));
     }
+}
+
+/// docs/rules.md has each rule in its table and in a section with an example and what to do.
+void TestCheckReport::pageDescribesTheRules()
+{
+    const QString page = QString::fromUtf8(TarnTest::readFile(TARN_SOURCE_DIR "/docs/rules.md"));
+    QStringList rows;
+    QStringList ids;
+    for (const Tool::CheckRule &rule : Tool::checkRules()) {
+        const QString level = Tool::levelName(rule.severity);
+        rows += QString("| [`%1`](#%1) | %2 | %3 |\n").arg(rule.id, level, rule.meaning);
+        ids += rule.id;
+        const QString section = page.section("\n### " + rule.id + '\n', 1).section("\n### ", 0, 0);
+        const QString words = QString(section)
+                                  .replace(QRegularExpression("\\[([^]]*)\\]\\([^)]*\\)"), "\\1")
+                                  .simplified();
+        const QString beginning = QString("**%1:** %2 %3").arg(level, rule.meaning, rule.cause);
+        QVERIFY2(words.startsWith(beginning), qPrintable(words + "\n\n" + beginning));
+        QVERIFY2(section.contains(" [" + rule.id + "]\n"), qPrintable(rule.id));
+        QVERIFY2(section.contains("\n*What to do:* "), qPrintable(rule.id));
+    }
+    QCOMPARE(QStringList(page.split('\n').filter(QRegularExpression("^\\| \\[`"))).join('\n') +
+                 '\n',
+             rows.join(""));
+    QStringList headings;
+    for (const QString &line : page.section("\n## Rules\n", 1).split('\n')) {
+        if (line.startsWith("### "))
+            headings += line.mid(4);
+    }
+    QCOMPARE(headings, ids);
 }
 
 /// However many names are missing, searching for others stays quick.
