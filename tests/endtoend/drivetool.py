@@ -147,6 +147,7 @@ class Pair(Editor):
     def type_clock(self, name):
         self.enter("lineEditUserClock", name)
         self.screen.key("Tab")
+        wait_for("the end of typing", lambda: not self.find("lineEditUserClock").focus)
 
     def replace(self, place, signal):
         """Takes an entry of the menu, or presses the button when there is only one way."""
@@ -209,7 +210,7 @@ class SensorHub(Pair):
             add-core
             add-out 1
             signals 1.out0 hub_top/dbg_lamp_test
-            value 1.out0 1
+            value 1.out0 0x1
         """
 
     def appends_signals(self):
@@ -290,7 +291,12 @@ class SensorHub(Pair):
         self.replace_prefix(None, 1)
         self.replace("tarn_0, Probe Out0, hub_top/dbg_duty[7:0]", "hub_top/dbg_duty[9:0]")
         wait_for("no findings", lambda: not self.findings())
+        self.show_core(1)
+        self.type_clock("")
+        self.press("checkUserClock")
+        self.find("checkUserClock", checked=False)
         return f"""
+            clock 1 none
             replace hub_top/rx_error hub_top/rx_err
             replace-prefix {self.RX} hub_top/u_receiver
             replace hub_top/dbg_duty[7:0] hub_top/dbg_duty[9:0]
@@ -373,7 +379,7 @@ class PacketFilter(Pair):
             signals 0.in0 pf_top/lane_in[3]/valid {self.WAITING}
             add-out 0
             signals 0.out0 pf_top/lane[0].u_lane/dbg_verdict[0]
-            value 0.out0 1
+            value 0.out0 0x1
         """
 
     def removes(self):
@@ -404,12 +410,12 @@ class PacketFilter(Pair):
         self.remove_signals("Out", 2, "pf_top/lane[0].u_lane/dbg_force_verdict")
         self.type_clock("pf_top/u_arbiter/clk")
         return f"""
-            value 0.out0 F
+            value 0.out0 0xF
             signals 0.out1 {self.LANE}/dbg_verdict[1:0]
             value 0.out1 0x6
             add-out 0
             signals 0.out2 pf_top/lane[0].u_lane/dbg_force_verdict
-            value 0.out2 1
+            value 0.out2 0x1
             remove 0.out2 pf_top/lane[0].u_lane/dbg_force_verdict
             clock 0 pf_top/u_arbiter/clk
         """
