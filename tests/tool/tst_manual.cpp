@@ -27,6 +27,19 @@ QString synopsisOf(const Option &option)
     return option.value.isEmpty() ? name : name + ' ' + option.value;
 }
 
+/// The text of a line such as .BI \-\-in " PATH": with two fonts the words are not separated.
+QString textOfMacro(const QString &line)
+{
+    QStringList words;
+    QRegularExpressionMatchIterator match =
+        QRegularExpression("\"([^\"]*)\"|\\S+").globalMatch(line.section(' ', 1));
+    while (match.hasNext()) {
+        const QRegularExpressionMatch word = match.next();
+        words.append(word.capturedStart(1) >= 0 ? word.captured(1) : word.captured());
+    }
+    return words.join(line.section(' ', 0, 0).size() == 2 ? " " : "");
+}
+
 /// The lines of the manual page, without the escapes and fonts of its language.
 QStringList plainLines(const QByteArray &page)
 {
@@ -35,7 +48,7 @@ QStringList plainLines(const QByteArray &page)
         line.replace(QRegularExpression("\\\\f[A-Z]"), "");
         line.replace("\\-", "-").replace("\\*(lq", "\"").replace("\\*(rq", "\"");
         if (line.startsWith(".B") || line.startsWith(".I"))
-            line.remove(QRegularExpression("^\\.[A-Z]+ ")).remove('"').replace(" ,  ", ", ");
+            line = textOfMacro(line);
     }
     return lines;
 }
