@@ -163,7 +163,7 @@ bool EditedConfig::setValue(int position, int port, const QString &value, QStrin
     const std::optional<QString> bits = TARN::enteredBits(value, width);
     if (!bits) {
         *error = QString::fromLatin1(TARN::LimitTexts::ValueTooWide)
-                     .arg(value.mid(2), QString::number(port));
+                     .arg(TARN::maskedValue(value, width).mid(2), QString::number(port));
         return false;
     }
     const QString text = TARN::valueText(*bits);
