@@ -8,6 +8,8 @@
 
 #include <QFileInfo>
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace Tool {
@@ -76,6 +78,7 @@ private:
     bool standsAlone() const;
     bool checkDesign();
     bool checkCounts();
+    QString missingStep() const;
     const Option *find(const QString &name) const;
     bool isStep(const QString &argument) const;
     bool fail(const QString &error);
@@ -283,9 +286,19 @@ bool Parser::checkCounts()
         return fail(m_command.takesDesign ? QStringLiteral("no \".tarn\" file is given")
                                           : QStringLiteral("no file is given"));
     if (m_command.words == Command::Words::Steps && m_invocation->words.isEmpty())
-        return fail(QStringLiteral("no step is given; the steps are %1")
-                        .arg(m_command.stepNames.join(QLatin1String(", "))));
+        return fail(QStringLiteral("%1; the steps are %2")
+                        .arg(missingStep(), m_command.stepNames.join(QLatin1String(", "))));
     return true;
+}
+
+/// A word that is no file was probably meant as a step.
+QString Parser::missingStep() const
+{
+    for (const QString &argument : qAsConst(m_invocation->design.arguments)) {
+        if (!looksLikeOption(argument) && !QFileInfo::exists(argument))
+            return QStringLiteral("there is no step %1").arg(quoted(argument));
+    }
+    return QStringLiteral("no step is given");
 }
 
 } // namespace

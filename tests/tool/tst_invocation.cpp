@@ -188,7 +188,7 @@ void TestInvocation::sortsArguments_data()
         "files=a.tarn; words=signals --json");
     add("no step", "edit", "a.tarn", "error: no step is given; the steps are add-in, signals");
     add("no step but words", "edit", "a.tarn frob",
-        "error: no step is given; the steps are add-in, signals");
+        "error: there is no step \"frob\"; the steps are add-in, signals");
 }
 
 void TestInvocation::sortsArguments()
