@@ -71,6 +71,7 @@ int runCommand(const Command &command, const QStringList &arguments, Console *co
     const QString output = invocation.value(QLatin1String(OutputOption));
     QStringList inputs = invocation.files;
     inputs.append(invocation.design.projectFile);
+    inputs.append(invocation.design.arguments);
     if (!output.isEmpty() && !console->setOutputFile(output, inputs))
         return Failure;
     return command.run(invocation, console);
