@@ -17,14 +17,14 @@ namespace Tool {
 
 namespace {
 
-constexpr QLatin1String Wildcard("--wildcard");
-constexpr QLatin1String Regexp("--regexp");
-constexpr QLatin1String CaseSensitive("--case-sensitive");
-constexpr QLatin1String In("--in");
-constexpr QLatin1String Own("--own");
-constexpr QLatin1String For("--for");
-constexpr QLatin1String Tree("--tree");
-constexpr QLatin1String JsonOption("--json");
+const QLatin1String Wildcard("--wildcard");
+const QLatin1String Regexp("--regexp");
+const QLatin1String CaseSensitive("--case-sensitive");
+const QLatin1String In("--in");
+const QLatin1String Own("--own");
+const QLatin1String For("--for");
+const QLatin1String Tree("--tree");
+const QLatin1String JsonOption("--json");
 
 /// Everything but where to search, which needs the design. False after an error message.
 bool readOptions(const Invocation &invocation, Console *console, NetListing *listing)
