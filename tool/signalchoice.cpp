@@ -68,30 +68,24 @@ SignalChoice::SignalChoice(NETWEIR::RtlNetlist *netlist)
 {
 }
 
-std::optional<Items> SignalChoice::find(const QString &name, bool wildcard, ProbeType type,
-                                        int most, QString *warning, QString *error)
+std::optional<SignalItem> SignalChoice::findName(const QString &name, ProbeType type,
+                                                 QString *warning, QString *error)
 {
-    return wildcard ? findMatches(name, type, most, error) : findName(name, type, warning, error);
-}
-
-std::optional<Items> SignalChoice::findName(const QString &name, ProbeType type, QString *warning,
-                                            QString *error)
-{
-    Items items;
+    std::optional<SignalItem> item;
     if (NETWEIR::RtlNetBus *bus = m_names.bus(name))
-        items.append(TARN::signalOf(bus, type));
+        item = TARN::signalOf(bus, type);
     else if (NETWEIR::RtlNet *net = m_names.net(name))
-        items.append(itemOf(net, type));
-    if (items.isEmpty() || !hasUsableBit(items.first())) {
+        item = itemOf(net, type);
+    if (!item || !hasUsableBit(*item)) {
         *error = reasonAgainst(name, type);
         return std::nullopt;
     }
-    const TARN::SignalFit fit = TARN::fitOf(items.first(), type, m_names);
+    const TARN::SignalFit fit = TARN::fitOf(*item, type, m_names);
     if (fit.unusable > 0) {
-        *warning = asReason(TARN::unusableText(items.first(), type, fit)) +
-                   QStringLiteral(", so the port gets the bus without them");
+        *warning = asReason(TARN::unusableText(*item, type, fit)) +
+                   QStringLiteral(", so ports get the bus without them");
     }
-    return items;
+    return item;
 }
 
 /// A bit of a bus is what its row in the list of results stands for.

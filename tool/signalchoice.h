@@ -25,24 +25,22 @@ public:
 
     const TARN::DesignNames &names() const { return m_names; }
 
-    /// The signals with the full name @p name, buses first; with @p wildcard those that match. What
-    /// ports of the type cannot hold is left out: a warning tells it of a single name. Returns
-    /// nothing and sets @p error when nothing is left. Stops behind @p most signals.
-    std::optional<QList<TARN::SignalItem>> find(const QString &name, bool wildcard,
-                                                TARN::ProbeType type, int most, QString *warning,
-                                                QString *error);
+    /// The net or bus with the full name @p name. Bits that ports of the type cannot hold have no
+    /// place there: @p warning tells of them. Returns nothing and sets @p error when none is left.
+    std::optional<TARN::SignalItem> findName(const QString &name, TARN::ProbeType type,
+                                             QString *warning, QString *error);
+
+    /// The buses, then the nets, whose full names match the wildcard, as far as ports of the type
+    /// can hold them. Stops behind @p most. Returns nothing and sets @p error when there are none.
+    std::optional<QList<TARN::SignalItem>> findMatches(const QString &pattern, TARN::ProbeType type,
+                                                       int most, QString *error);
 
     /// Whether the name is that of a net that can be a user clock.
     bool checkClock(const QString &name, QString *error);
 
+private:
     /// Why the design has nothing of that name that ports of the type can hold.
     QString reasonAgainst(const QString &name, TARN::ProbeType type);
-
-private:
-    std::optional<QList<TARN::SignalItem>> findName(const QString &name, TARN::ProbeType type,
-                                                    QString *warning, QString *error);
-    std::optional<QList<TARN::SignalItem>> findMatches(const QString &pattern, TARN::ProbeType type,
-                                                       int most, QString *error);
     TARN::SignalItem itemOf(NETWEIR::RtlNet *net, TARN::ProbeType type) const;
     QString missingText(const QString &name, TARN::ProbeType type, bool netsOnly);
     QStringList similarNames(const QString &name, TARN::ProbeType type, bool netsOnly);

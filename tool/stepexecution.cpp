@@ -184,19 +184,29 @@ bool StepExecution::addSignals(const EditStep &step)
         // the port has too many bits, however many follow.
         const int most = TARN::MaxPortSignals + TARN::widthOf(shown) + shown.size() +
                          TARN::widthOf(chosen) + chosen.size();
-        QString warning;
         const std::optional<Items> found =
-            choice->find(name, step.wildcard, m_target.type, most, &warning, &m_error);
+            findSignals(choice, name, step.wildcard, m_target.type, most);
         if (!found)
             return false;
-        if (!warning.isEmpty())
-            m_warnings.append(warning);
         if (found->size() > most)
             return fail(QString::fromLatin1(TARN::LimitTexts::TooManySignals));
         chosen = TARN::mergedSignals(chosen, *found);
     }
     return m_config->setSignals(m_core, m_target.type, m_target.port,
                                 TARN::mergedSignals(shown, chosen), &m_error);
+}
+
+/// Nothing after an error.
+std::optional<Items> StepExecution::findSignals(SignalChoice *choice, const QString &name,
+                                                bool wildcard, ProbeType type, int most)
+{
+    if (wildcard)
+        return choice->findMatches(name, type, most, &m_error);
+    QString warning;
+    const std::optional<SignalItem> item = choice->findName(name, type, &warning, &m_error);
+    if (!warning.isEmpty())
+        m_warnings.append(warning);
+    return item ? std::optional<Items>(Items{*item}) : std::nullopt;
 }
 
 bool StepExecution::setValue(const QString &value)
@@ -269,13 +279,10 @@ bool StepExecution::replace(const QString &from, const QString &to)
                         .arg(quoted(from)));
     }
     SignalChoice *choice = m_readDesign();
-    if (!choice || (uses.clocks > 0 && !choice->checkClock(to, &m_error)))
+    if (!choice || (uses.clocks > 0 && !choice->checkClock(to, &m_error)) ||
+        (uses.ins > 0 && !findSignals(choice, to, false, ProbeTypeIn, 1)) ||
+        (uses.outs > 0 && !findSignals(choice, to, false, ProbeTypeOut, 1)))
         return false;
-    for (const ProbeType type : {ProbeTypeIn, ProbeTypeOut}) {
-        const bool used = (type == ProbeTypeOut ? uses.outs : uses.ins) > 0;
-        if (used && !TARN::usableSignal(to, type, choice->names()))
-            return fail(choice->reasonAgainst(to, type));
-    }
     TARN::ConfigSnapshot target = current;
     if (TARN::replaceName(&target, from, to, choice->names()) < 0)
         return fail(QString::fromLatin1(TARN::LimitTexts::TooManySignals));

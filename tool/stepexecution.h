@@ -8,10 +8,7 @@
 #include <QStringList>
 
 #include <functional>
-
-namespace TARN {
-class CandidateSearch;
-}
+#include <optional>
 
 namespace Tool {
 
@@ -40,6 +37,9 @@ private:
     bool findTarget(const EditStep &step);
     bool addPort(TARN::ProbeType type);
     bool addSignals(const EditStep &step);
+    std::optional<QList<TARN::SignalItem>> findSignals(SignalChoice *choice, const QString &name,
+                                                       bool wildcard, TARN::ProbeType type,
+                                                       int most);
     bool setValue(const QString &value);
     bool setClock(const QString &net);
     bool remove(const EditStep &step);

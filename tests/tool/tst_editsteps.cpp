@@ -788,10 +788,12 @@ void TestEditSteps::bitsLeftOutAreToldAbout()
     QCOMPARE(session.run(QStringLiteral("signals 0.out2 top/part[3:0] top/force")), QString());
     QCOMPARE(session.warnings(),
              QStringList(QStringLiteral("2 bits of the bus top/part[3:0] cannot be driven: the "
-                                        "design drives them, or they are no wires, so the port "
-                                        "gets the bus without them")));
+                                        "design drives them, or they are no wires, so ports get "
+                                        "the bus without them")));
     QCOMPARE(session.run(QStringLiteral("signals 0.out2 top/Enable")), QString());
     QCOMPARE(session.warnings(), QStringList());
+    QCOMPARE(session.run(QStringLiteral("replace top/Enable top/u0/part[3:0]")), QString());
+    QCOMPARE(session.warnings().size(), 1);
 }
 
 void TestEditSteps::valuesAreThoseThatCanBeTyped_data()
@@ -897,8 +899,12 @@ void TestEditSteps::tooManyMatchesAreRefusedQuickly()
     QCOMPARE(session.run(QStringLiteral("signals 0.in0 --wildcard *")),
              QStringLiteral("step 1 (signals 0.in0 --wildcard *): Support 256 signals at most."));
     const qint64 milliseconds = (TarnTest::processorNanoseconds() - start) / 1000000;
-    qDebug("%u nets: %lld ms", nets, milliseconds);
+    const QString error = session.run(QStringLiteral("signals 0.in0 top/nets_1"));
+    QVERIFY2(error.contains(QLatin1String("similar: ")), error.toUtf8());
+    const qint64 all = (TarnTest::processorNanoseconds() - start) / 1000000;
+    qDebug("%u nets: %lld ms, with a search for similar names %lld ms", nets, milliseconds, all);
     QVERIFY(milliseconds < 200 + nets / 500);
+    QVERIFY(all < 500 + nets / 100);
 }
 
 void TestEditSteps::compareWithEditor(quint32 seed, const QString &path, int *executed)
