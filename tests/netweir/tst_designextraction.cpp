@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <new>
 
 using namespace NETWEIR;
 using TarnTest::DesignFixture;
@@ -102,6 +103,8 @@ private Q_SLOTS:
     void cancelledMonitorLetsNothingBegin();
     void extractionContinuesAfterCancel();
     void deletionEndsWhatRuns();
+    void lackOfMemoryIsAnError_data();
+    void lackOfMemoryIsAnError();
 
 private:
     void addTop(DesignFixture *design) const
@@ -355,6 +358,37 @@ void TestDesignExtraction::deletionEndsWhatRuns()
         QVERIFY(!m_folder.processes().isEmpty());
     }
     m_folder.verifyNothingIsLeft();
+}
+
+void TestDesignExtraction::lackOfMemoryIsAnError_data()
+{
+    QTest::addColumn<QString>("phase");
+    QTest::newRow("while finding modules") << "Reading sources";
+    QTest::newRow("while building") << "Building netlist";
+}
+
+void TestDesignExtraction::lackOfMemoryIsAnError()
+{
+    QFETCH(QString, phase);
+    DesignFixture design;
+    addTop(&design);
+    DesignExtraction extraction(design.info());
+    Recorder recorder;
+    recorder.onPhase = [&] {
+        if (recorder.phases.last() == phase)
+            throw std::bad_alloc();
+    };
+    Results results;
+    bool failed = !results.findModules(&extraction, &recorder);
+    if (!failed)
+        failed = results.buildNetlist(&extraction, &recorder).isNull();
+    QVERIFY(failed);
+    QCOMPARE(results.messages,
+             QStringList("ERROR: There is not enough memory to read the design."));
+    m_folder.verifyNothingIsLeft();
+
+    QCOMPARE(results.buildNetlist(&extraction), QString());
+    QCOMPARE(results.messages, QStringList("ERROR: No design has been read."));
 }
 
 QTEST_GUILESS_MAIN(TestDesignExtraction)
