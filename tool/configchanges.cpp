@@ -157,11 +157,14 @@ QByteArray portsChanges(const Ports &before, const Ports &after, const QVector<i
 QByteArray coreLines(const CoreSnapshot &before, const CoreSnapshot &after,
                      const EditedConfig::Origin &origin)
 {
-    QByteArray text;
-    if (before.module != after.module)
-        text += line(' ', "  module", change(orNone(before.module), orNone(after.module)));
-    if (clockText(before) != clockText(after))
-        text += line(' ', "  user clock", change(clockText(before), clockText(after)));
+    const auto changed = [&origin](const QByteArray &label, const QByteArray &from,
+                                   const QByteArray &to) {
+        if (from == to)
+            return QByteArray();
+        return origin.core < 0 ? line('+', label, to) : line(' ', label, change(from, to));
+    };
+    QByteArray text = changed("  module", orNone(before.module), orNone(after.module));
+    text += changed("  user clock", clockText(before), clockText(after));
     text += portsChanges(before.probeIns, after.probeIns, origin.ins, TARN::ProbeTypeIn);
     text += portsChanges(before.probeOuts, after.probeOuts, origin.outs, ProbeTypeOut);
     return text;
@@ -170,12 +173,9 @@ QByteArray coreLines(const CoreSnapshot &before, const CoreSnapshot &after,
 /// All of a core that goes.
 QByteArray removedCore(const ConfigSnapshot::Core &core)
 {
-    QByteArray text = line('-', coreName(core.index), {});
-    for (const auto &port : core.content->probeIns)
-        text += wholePort('-', portName(TARN::ProbeTypeIn, port->index), *port, TARN::ProbeTypeIn);
-    for (const auto &port : core.content->probeOuts)
-        text += wholePort('-', portName(ProbeTypeOut, port->index), *port, ProbeTypeOut);
-    return text;
+    return line('-', coreName(core.index), {}) +
+           portsChanges(core.content->probeIns, {}, {}, TARN::ProbeTypeIn) +
+           portsChanges(core.content->probeOuts, {}, {}, ProbeTypeOut);
 }
 
 QByteArray coreChanges(const ConfigSnapshot &before, const ConfigSnapshot::Core &after,

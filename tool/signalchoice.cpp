@@ -39,6 +39,13 @@ QString asReason(QString sentence)
     return sentence;
 }
 
+/// What to do when something cannot be on ports of the type.
+QString adviceFor(ProbeType type)
+{
+    return QStringLiteral("; \"tarn nets --for %1\" lists what can")
+        .arg(type == TARN::ProbeTypeOut ? QLatin1String("out") : QLatin1String("in"));
+}
+
 bool hasUsableBit(const SignalItem &item)
 {
     if (item.members.isEmpty())
@@ -77,7 +84,7 @@ std::optional<SignalItem> SignalChoice::findName(const QString &name, ProbeType 
     else if (NETWEIR::RtlNet *net = m_names.net(name))
         item = itemOf(net, type);
     if (!item || !hasUsableBit(*item)) {
-        *error = reasonAgainst(name, type);
+        *error = reasonAgainst(name, type) + (item ? adviceFor(type) : QString());
         return std::nullopt;
     }
     const TARN::SignalFit fit = TARN::fitOf(*item, type, m_names);
@@ -140,7 +147,8 @@ std::optional<Items> SignalChoice::findMatches(const QString &pattern, ProbeType
         *error =
             (type == TARN::ProbeTypeOut ? QStringLiteral("nothing that matches %1 can be driven")
                                         : QStringLiteral("nothing that matches %1 can be read"))
-                .arg(quoted(pattern));
+                .arg(quoted(pattern)) +
+            adviceFor(type);
     return std::nullopt;
 }
 

@@ -579,17 +579,18 @@ void TestEditSteps::impossibleStepsAreRefused_data()
     row("signals 0.in2 TOP/FORCE",
         "step 1 (signals 0.in2 TOP/FORCE): the design has no net or bus \"TOP/FORCE\"; "
         "similar: top/force");
-    row("signals 0.in2 top/dead", "step 1 (signals 0.in2 top/dead): the net top/dead cannot be "
-                                  "read: it has no value in the hardware");
+    row("signals 0.in2 top/dead",
+        "step 1 (signals 0.in2 top/dead): the net top/dead cannot be "
+        "read: it has no value in the hardware; \"tarn nets --for in\" lists what can");
     row("signals 0.out2 top/clk",
         "step 1 (signals 0.out2 top/clk): the net top/clk cannot be driven: the design drives it, "
-        "or it is no wire");
+        "or it is no wire; \"tarn nets --for out\" lists what can");
     row("signals 0.in2 top/gone[1:0]",
         "step 1 (signals 0.in2 top/gone[1:0]): 2 bits of the bus top/gone[1:0] cannot be read: "
-        "they have no value in the hardware");
+        "they have no value in the hardware; \"tarn nets --for in\" lists what can");
     row("signals 0.out2 top/part[2]",
         "step 1 (signals 0.out2 top/part[2]): the net top/part[2] cannot be driven: the design "
-        "drives it, or it is no wire");
+        "drives it, or it is no wire; \"tarn nets --for out\" lists what can");
     row("signals 0.in2 --wildcard *nothing*",
         "step 1 (signals 0.in2 --wildcard *nothing*): nothing in the design matches \"*nothing*\"; "
         "a pattern covers full names from end to end");
@@ -597,9 +598,11 @@ void TestEditSteps::impossibleStepsAreRefused_data()
         "step 1 (signals 0.in2 --wildcard clk): nothing in the design matches \"clk\"; a pattern "
         "covers full names from end to end");
     row("signals 0.out2 --wildcard *clk",
-        "step 1 (signals 0.out2 --wildcard *clk): nothing that matches \"*clk\" can be driven");
+        "step 1 (signals 0.out2 --wildcard *clk): nothing that matches \"*clk\" can be driven; "
+        "\"tarn nets --for out\" lists what can");
     row("signals 0.in2 --wildcard *dead",
-        "step 1 (signals 0.in2 --wildcard *dead): nothing that matches \"*dead\" can be read");
+        "step 1 (signals 0.in2 --wildcard *dead): nothing that matches \"*dead\" can be read; "
+        "\"tarn nets --for in\" lists what can");
     row("signals 0.in2 --wildcard top/[a-",
         "step 1 (signals 0.in2 --wildcard top/[a-): the wildcard \"top/[a-\" is invalid: "
         "unexpected end");
@@ -635,7 +638,7 @@ void TestEditSteps::impossibleStepsAreRefused_data()
         "synchronises with it; \"tarn show\" lists the signals");
     row("replace top/u9/force top/clk",
         "step 1 (replace top/u9/force top/clk): the net top/clk cannot be driven: the design "
-        "drives it, or it is no wire");
+        "drives it, or it is no wire; \"tarn nets --for out\" lists what can");
     row("replace top/u9/force top/u0/forces",
         "step 1 (replace top/u9/force top/u0/forces): the design has no net or bus "
         "\"top/u0/forces\"; similar: top/u0/force");
@@ -840,6 +843,8 @@ void TestEditSteps::differenceIsShownByCoreAndPort_data()
         "+   in0         0 bits\n"
         "+   out0        1 bit, initial value 0x0\n"
         "+     top/force\n");
+    row("add-core clock 2 top/clk", "+ tarn_2\n"
+                                    "+   user clock  top/clk\n");
     row("signals 0.in0 top/data[7:0] top/force", "  tarn_0\n"
                                                  "    in0         9 bits -> 18 bits\n"
                                                  "+     top/data[7:0] (8 bits)\n"
