@@ -18,9 +18,11 @@ constexpr char Schema[] = "https://json.schemastore.org/sarif-2.1.0.json";
 /// The name that many programs use for the folder in which relative URIs start.
 constexpr char BaseId[] = "%SRCROOT%";
 
-std::string encoded(const QString &path)
+constexpr char FileScheme[] = "file://";
+
+QByteArray encoded(const QString &path)
 {
-    return QFile::encodeName(path).toPercentEncoding("/").toStdString();
+    return QFile::encodeName(path).toPercentEncoding("/");
 }
 
 QString currentFolder()
@@ -38,17 +40,21 @@ QString absolutePath(const QString &path)
     return absolute;
 }
 
-JsonObject artifactLocation(const QString &path)
+/// Relative for a file below the current folder.
+QByteArray uriOf(const QString &path)
 {
     const QString folder = currentFolder();
     const QString absolute = absolutePath(path);
+    return absolute.startsWith(folder) ? encoded(absolute.mid(folder.size()))
+                                       : FileScheme + encoded(absolute);
+}
+
+JsonObject artifactLocation(const SarifReport::File &file)
+{
     JsonObject location;
-    if (absolute.startsWith(folder)) {
-        location["uri"] = encoded(absolute.mid(folder.size()));
+    location["uri"] = file.uri.toStdString();
+    if (!file.uri.startsWith(FileScheme))
         location["uriBaseId"] = BaseId;
-    } else {
-        location["uri"] = "file://" + encoded(absolute);
-    }
     return location;
 }
 
@@ -93,7 +99,7 @@ JsonObject driver()
 JsonObject uriBases()
 {
     JsonObject base;
-    base["uri"] = "file://" + encoded(currentFolder());
+    base["uri"] = (FileScheme + encoded(currentFolder())).toStdString();
     base["description"] = {{"text", "The folder in which the check was started."}};
     return {{BaseId, std::move(base)}};
 }
@@ -115,11 +121,10 @@ JsonObject logicalLocation(const CheckedPlace &place)
     return object;
 }
 
-/// A place in the file with that position among the artifacts.
-JsonObject locationOf(const CheckedPlace &place, const QString &path, int file)
+JsonObject locationOf(const CheckedPlace &place, const SarifReport::File &file)
 {
-    JsonObject artifact = artifactLocation(path);
-    artifact["index"] = file;
+    JsonObject artifact = artifactLocation(file);
+    artifact["index"] = file.number;
     JsonObject location;
     location["physicalLocation"] = {{"artifactLocation", std::move(artifact)},
                                     {"region", {{"startLine", place.line}}}};
@@ -128,11 +133,11 @@ JsonObject locationOf(const CheckedPlace &place, const QString &path, int file)
     return location;
 }
 
-JsonObject relatedLocations(const CheckResult &result, const QString &path, int file)
+JsonObject relatedLocations(const CheckResult &result, const SarifReport::File &file)
 {
     JsonObject list = JsonObject::array();
     for (const CheckedPlace &place : result.others) {
-        JsonObject location = locationOf(place, path, file);
+        JsonObject location = locationOf(place, file);
         // Two places may be alike in all but this.
         location["id"] = list.size() + 1;
         location["message"] = messageOf(place.text);
@@ -150,7 +155,7 @@ JsonObject propertiesOf(const CheckResult &result)
     return properties;
 }
 
-JsonObject valueOf(const CheckResult &result, const QString &path, int file)
+JsonObject valueOf(const CheckResult &result, const SarifReport::File &file)
 {
     // The messages of the save check name the core themselves.
     const bool needsPlace = result.rule != saveCheckRule();
@@ -160,9 +165,9 @@ JsonObject valueOf(const CheckResult &result, const QString &path, int file)
     object["ruleIndex"] = result.rule;
     object["level"] = jsonText(levelName(result.level));
     object["message"] = messageOf(place + result.message);
-    object["locations"] = JsonObject::array({locationOf(result.place, path, file)});
+    object["locations"] = JsonObject::array({locationOf(result.place, file)});
     if (!result.others.isEmpty())
-        object["relatedLocations"] = relatedLocations(result, path, file);
+        object["relatedLocations"] = relatedLocations(result, file);
     JsonObject properties = propertiesOf(result);
     if (!properties.empty())
         object["properties"] = std::move(properties);
@@ -182,20 +187,19 @@ void SarifReport::begin()
 
 void SarifReport::beginFile(const QString &path)
 {
-    m_files.append({path, QString()});
+    m_files.append({m_files.size(), uriOf(path), QString()});
 }
 
 void SarifReport::addResult(const CheckResult &result)
 {
-    const int file = m_files.size() - 1;
     write((m_isFirstResult ? "\n" : ",\n") + QByteArray(16, ' ') +
-          jsonLine(valueOf(result, m_files.last().path, file)));
+          jsonLine(valueOf(result, m_files.last())));
     m_isFirstResult = false;
 }
 
 void SarifReport::refuseFile(const QString &path, const QString &reason)
 {
-    m_files.append({path, reason});
+    m_files.append({m_files.size(), uriOf(path), reason});
 }
 
 void SarifReport::end(const CheckCounts &)
@@ -211,7 +215,7 @@ void SarifReport::writeArtifacts() const
     JsonObject artifacts = JsonObject::array();
     for (const File &file : m_files) {
         JsonObject artifact;
-        artifact["location"] = artifactLocation(file.path);
+        artifact["location"] = artifactLocation(file);
         artifact["roles"] = JsonObject::array({"analysisTarget"});
         artifacts.push_back(std::move(artifact));
     }
@@ -228,7 +232,7 @@ void SarifReport::writeInvocation() const
         notification["level"] = "error";
         notification["message"] = messageOf(file.refusal);
         notification["locations"] = JsonObject::array(
-            {{{"physicalLocation", {{"artifactLocation", artifactLocation(file.path)}}}}});
+            {{{"physicalLocation", {{"artifactLocation", artifactLocation(file)}}}}});
         notifications.push_back(std::move(notification));
     }
     JsonObject invocation;

@@ -25,13 +25,15 @@ public:
     void refuseFile(const QString &path, const QString &reason) override;
     void end(const CheckCounts &counts) override;
 
-private:
+    /// A configuration, one of the artifacts of the log.
     struct File
     {
-        QString path;
+        int number;      ///< Its position among the artifacts.
+        QByteArray uri;  ///< Relative to the current folder, or absolute.
         QString refusal; ///< Why it cannot be read; empty when it was.
     };
 
+private:
     void writeArtifacts() const;
     void writeInvocation() const;
 

@@ -40,6 +40,8 @@ Child start(const std::vector<std::string> &command, const std::string &input)
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO,
                                      input.empty() ? "/dev/null" : input.c_str(), O_RDONLY, 0);
     posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+    // Summaries. Of a run that fails, the exit code is reported.
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
 
     std::vector<char *> arguments;
     for (const std::string &argument : command)
