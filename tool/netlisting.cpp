@@ -2,14 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "netlisting.h"
 
+#include "jsonvalue.h"
 #include "printable.h"
 
 #include <model/netsignals.h>
 #include <netweir/rtlnet.h>
 #include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
-
-#include <nlohmann/json.hpp>
 
 #include <vector>
 
@@ -18,7 +17,6 @@ namespace Tool {
 namespace {
 
 using Write = std::function<void(const QByteArray &)>;
-using Json = nlohmann::ordered_json;
 
 /// One form of the output. Modules, which only a tree has, get their items first, then the modules
 /// in them.
@@ -98,7 +96,7 @@ public:
         if (!m_isRoot)
             separate();
         m_isRoot = false;
-        write("{\"module\":" + text(label.toStdString()) + ",\"nets\":[");
+        write("{\"module\":" + jsonLine(jsonText(label)) + ",\"nets\":[");
         m_isInNets = true;
         m_isFirst = true;
     }
@@ -110,39 +108,42 @@ public:
     }
     void addBus(NETWEIR::RtlNetBus *bus) override
     {
-        Json entry = entryOf(bus, bus->fullBusName(), "bus");
-        Json &members = entry["members"] = Json::array();
+        QByteArray entry = begunEntry(bus, bus->fullBusName(), "bus") + ",\"members\":[";
         const auto &nets = bus->nets();
         for (NETWEIR::RtlNet *net : nets)
-            members.push_back(entryOf(net, net->fullPathName(), "bit"));
-        add(entry);
+            entry += begunEntry(net, net->fullPathName(), "bit") + "},";
+        entry.chop(nets.isEmpty() ? 0 : 1);
+        add(entry + "]}");
     }
     void addNet(NETWEIR::RtlNet *net, bool isBit) override
     {
-        add(entryOf(net, net->fullPathName(), isBit ? "bit" : "net"));
+        add(begunEntry(net, net->fullPathName(), isBit ? "bit" : "net") + '}');
     }
     void end() override { write(m_isTree ? "\n" : m_isFirst ? "]\n" : "\n]\n"); }
 
 private:
+    /// An object that is not closed yet. Written by hand, because objects of the library would take
+    /// several times as long as the search in a large design.
     template <typename Item>
-    static Json entryOf(Item *item, const QString &name, const char *kind)
+    static QByteArray begunEntry(Item *item, const QString &name, const char *kind)
     {
-        return {{"name", name.toStdString()},
-                {"kind", kind},
-                {"probeIn", !TARN::isExcluded(item, TARN::ProbeTypeIn)},
-                {"probeOut", !TARN::isExcluded(item, TARN::ProbeTypeOut)}};
+        const auto flag = [item](TARN::ProbeType type) {
+            return TARN::isExcluded(item, type) ? "false" : "true";
+        };
+        return "{\"name\":" + jsonLine(jsonText(name)) + ",\"kind\":\"" + kind +
+               "\",\"probeIn\":" + flag(TARN::ProbeTypeIn) +
+               ",\"probeOut\":" + flag(TARN::ProbeTypeOut);
     }
-    static QByteArray text(const Json &json) { return QByteArray::fromStdString(json.dump()); }
 
     void separate()
     {
         write(m_isFirst ? "\n" : ",\n");
         m_isFirst = false;
     }
-    void add(const Json &entry)
+    void add(const QByteArray &entry)
     {
         separate();
-        write(text(entry));
+        write(entry);
     }
 
     const bool m_isTree;
