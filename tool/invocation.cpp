@@ -33,15 +33,11 @@ bool looksLikeOption(const QString &argument)
     return argument.size() > 1 && argument.startsWith(QLatin1Char('-'));
 }
 
-bool isProjectName(const QString &argument)
-{
-    return argument.endsWith(QLatin1String(".json"), Qt::CaseInsensitive);
-}
-
 /// Whether @p argument is more likely a part of the design than the word behind it.
 bool isFileOfDesign(const QString &argument)
 {
-    return (isProjectName(argument) || TE::fileTypeOf(argument) != TE::UnknownFile) &&
+    return (TE::namedFileOf(argument) != TE::NamedFile::Source ||
+            TE::fileTypeOf(argument) != TE::UnknownFile) &&
            QFileInfo(argument).isFile();
 }
 
@@ -245,12 +241,12 @@ bool Parser::distributeFile(const QString &path)
 {
     if (path.isEmpty())
         return fail(QStringLiteral("the name of a file is empty"));
-    const bool isConfig = path.endsWith(QLatin1String(".tarn"), Qt::CaseInsensitive);
-    if (!m_command.takesDesign || isConfig) {
+    const TE::NamedFile kind = TE::namedFileOf(path);
+    if (!m_command.takesDesign || kind == TE::NamedFile::Config) {
         m_invocation->files.append(path);
         return true;
     }
-    if (isProjectName(path))
+    if (kind == TE::NamedFile::Project)
         return takeProject(path);
     // After "--" a file may begin like an option of the design.
     const bool needsFolder = path.startsWith(QLatin1Char('-')) || path.startsWith(QLatin1Char('+'));

@@ -115,6 +115,14 @@ TE_EXPORT bool writeProject(const Project &project, QString *error);
 TE_EXPORT bool projectFromArguments(const QStringList &arguments, const QString &workingDir,
                                     Project *project, QStringList *warnings, QString *error);
 
+/// What a file that a user names is, by its extension.
+enum class NamedFile {
+    Source,  ///< An argument of projectFromArguments().
+    Project, ///< ".json"
+    Config,  ///< ".tarn"
+};
+TE_EXPORT NamedFile namedFileOf(const QString &path);
+
 /// Whether @p argument, one of those of projectFromArguments(), has its value in the next argument.
 TE_EXPORT bool takesNextArgument(const QString &argument);
 

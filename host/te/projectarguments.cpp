@@ -529,6 +529,14 @@ bool projectFromArguments(const QStringList &arguments, const QString &workingDi
     return true;
 }
 
+NamedFile namedFileOf(const QString &path)
+{
+    if (path.endsWith(QLatin1String(".tarn"), Qt::CaseInsensitive))
+        return NamedFile::Config;
+    return path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive) ? NamedFile::Project
+                                                                      : NamedFile::Source;
+}
+
 bool takesNextArgument(const QString &argument)
 {
     return argument.startsWith(QLatin1Char('-')) && dashSetting(argument).takesNext;

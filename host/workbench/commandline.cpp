@@ -51,9 +51,10 @@ bool CommandLine::takeOption(const QStringList &arguments, int *index, QString *
 
 bool CommandLine::takeFile(const QString &path, QString *error)
 {
-    if (path.endsWith(QLatin1String(".tarn"), Qt::CaseInsensitive)) {
+    const TE::NamedFile kind = TE::namedFileOf(path);
+    if (kind == TE::NamedFile::Config) {
         tarnFiles.append(path);
-    } else if (!path.endsWith(QLatin1String(".json"), Qt::CaseInsensitive)) {
+    } else if (kind == TE::NamedFile::Source) {
         designArguments.append(path);
     } else if (projectFile.isEmpty()) {
         projectFile = path;

@@ -153,6 +153,8 @@ private Q_SLOTS:
     void typeFollowsFromExtension_data();
     void typeFollowsFromExtension();
     void typeNamesAreUnique();
+    void knowsProjectFiles_data();
+    void knowsProjectFiles();
     void readsEveryField();
     void missingKeysGiveDefaults();
     void readsLibrariesOfVhdlFiles_data();
@@ -213,6 +215,38 @@ void TestProject::typeNamesAreUnique()
     }
     QCOMPARE(fileTypeFromName(QStringLiteral("verilog")), -1);
     QCOMPARE(fileTypeName(99), QStringLiteral("Other"));
+}
+
+void TestProject::knowsProjectFiles_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("isProject");
+    const auto add = [](const char *name, const char *content, bool isProject) {
+        QTest::newRow(name) << QByteArray(content) << isProject;
+    };
+    add("the least", R"({"version": 1})", true);
+    add("known keys", R"({"version": 1, "name": "n", "top": "t"})", true);
+    add("a later version", R"({"version": 2, "sources": [], "colours": 3})", true);
+    add("sources and an unknown key", R"({"version": 1, "sources": [], "colour": 1})", true);
+    add("wrong types", R"({"version": 1, "sources": 2})", true);
+    add("no version", R"({"sources": []})", false);
+    add("a version in a string", R"({"version": "1.0.0", "name": "package"})", false);
+    add("other keys", R"({"version": 6, "configurePresets": []})", false);
+    add("a list", R"([{"version": 1}])", false);
+    add("broken", R"({"version": 1)", false);
+    add("empty", "", false);
+}
+
+void TestProject::knowsProjectFiles()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, isProject);
+    QTemporaryDir folder;
+    const QString path = folder.filePath("p.json");
+    writeFile(path, content);
+    QCOMPARE(isProjectFile(path), isProject);
+    QCOMPARE(isProjectFile(folder.path()), false);
+    QCOMPARE(isProjectFile(folder.filePath("none.json")), false);
 }
 
 void TestProject::readsEveryField()

@@ -37,6 +37,9 @@ private Q_SLOTS:
     void refusesDeepNesting();
     void refusesEndlessLists();
     void survivesRandomLists();
+    void knowsItsOptions_data();
+    void knowsItsOptions();
+    void sortsNamedFiles();
 
 private:
     QString collect(const QStringList &arguments);
@@ -485,6 +488,43 @@ void TestProjectArguments::survivesRandomLists()
     }
     QVERIFY(accepted > 50);
     QVERIFY(accepted < 1200);
+}
+
+void TestProjectArguments::knowsItsOptions_data()
+{
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<bool>("known");
+    QTest::addColumn<bool>("takesNext");
+    const auto add = [](const char *argument, bool known, bool takesNext) {
+        QTest::newRow(argument) << argument << known << takesNext;
+    };
+    for (const char *argument : {"-f", "-F", "-I", "-D", "-v", "-y", "--top", "-top", "--language",
+                                 "--work", "--std", "-incdir", "-define", "-libext"})
+        add(argument, true, true);
+    for (const char *argument : {"-Irtl", "-DX=1", "-top=main", "-sv", "-93", "-2008",
+                                 "+incdir+rtl", "+define+X", "+libext+.v"})
+        add(argument, true, false);
+    for (const char *argument : {"--lint", "-x", "-", "+lint", "+", "--", "a.v", "", "--topper"})
+        add(argument, false, false);
+}
+
+void TestProjectArguments::knowsItsOptions()
+{
+    QFETCH(QString, argument);
+    QFETCH(bool, known);
+    QFETCH(bool, takesNext);
+    QCOMPARE(isDesignOption(argument), known);
+    QCOMPARE(takesNextArgument(argument), takesNext);
+}
+
+void TestProjectArguments::sortsNamedFiles()
+{
+    for (const char *path : {"a.v", "a.json.v", "a", "json", ".f"})
+        QCOMPARE(namedFileOf(path), NamedFile::Source);
+    for (const char *path : {"a.json", "d.v/a.JSON", ".json"})
+        QCOMPARE(namedFileOf(path), NamedFile::Project);
+    for (const char *path : {"a.tarn", "a.json.Tarn"})
+        QCOMPARE(namedFileOf(path), NamedFile::Config);
 }
 
 TARN_TEST_MAIN(TestProjectArguments)
