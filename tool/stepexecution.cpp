@@ -13,6 +13,7 @@
 #include <probes/signalmerge.h>
 
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 
@@ -51,16 +52,31 @@ QString coreNames(const EditedConfig &config)
 /// Removes what has one of the @p names; these are then left that nothing has.
 Items without(const Items &items, QStringList *names)
 {
+    const QSet<QString> all(names->cbegin(), names->cend());
+    QSet<QString> found;
     Items left;
-    QStringList missing = *names;
     for (const SignalItem &item : items) {
-        if (names->contains(item.name))
-            missing.removeAll(item.name);
+        if (all.contains(item.name))
+            found.insert(item.name);
         else
             left.append(item);
     }
-    *names = missing;
+    names->erase(std::remove_if(names->begin(), names->end(),
+                                [&found](const QString &name) { return found.contains(name); }),
+                 names->end());
     return left;
+}
+
+/// At least so many bits of @p chosen are new in a port that has @p shown.
+int newBits(const Items &chosen, const Items &shown)
+{
+    QSet<QString> names;
+    for (const SignalItem &item : shown)
+        names.insert(item.name);
+    int bits = -TARN::widthOf(shown); // Those that a bus there has.
+    for (const SignalItem &item : chosen)
+        bits += names.contains(item.name) ? 0 : item.width();
+    return bits;
 }
 
 /// The bus that has a bit of that name, null when there is none.
@@ -178,19 +194,22 @@ bool StepExecution::addSignals(const EditStep &step)
     if (!choice)
         return false;
     const Items shown = m_config->port(m_core, m_target.type, m_target.port).signals;
+    QStringList names = step.names;
+    names.removeDuplicates();
     Items chosen;
-    for (const QString &name : step.names) {
-        // What is there already can make that many of the found ones superfluous. With one more
-        // the port has too many bits, however many follow.
+    for (const QString &name : qAsConst(names)) {
+        // What is there already can make that many of the found ones superfluous.
         const int most = TARN::MaxPortSignals + TARN::widthOf(shown) + shown.size() +
                          TARN::widthOf(chosen) + chosen.size();
         const std::optional<Items> found =
             findSignals(choice, name, step.wildcard, m_target.type, most);
         if (!found)
             return false;
-        if (found->size() > most)
+        if (found->size() <= most)
+            chosen = TARN::mergedSignals(chosen, *found);
+        // Then the port would have too many bits, however many names follow.
+        if (found->size() > most || newBits(chosen, shown) > TARN::MaxPortSignals)
             return fail(QString::fromLatin1(TARN::LimitTexts::TooManySignals));
-        chosen = TARN::mergedSignals(chosen, *found);
     }
     return m_config->setSignals(m_core, m_target.type, m_target.port,
                                 TARN::mergedSignals(shown, chosen), &m_error);
