@@ -13,6 +13,8 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <new>
+
 namespace Tool {
 
 namespace {
@@ -106,6 +108,17 @@ int runProgram(const QStringList &arguments, Console *console)
     return runCommand(*command, arguments.mid(nameSize), console);
 }
 
+/// Runs the program. Without enough memory it ends with an error like any other.
+int runWithinMemory(const QStringList &arguments, Console *console)
+{
+    try {
+        return console->finish(runProgram(arguments, console));
+    } catch (const std::bad_alloc &) {
+        console->error(QStringLiteral("there is not enough memory"));
+        return Failure;
+    }
+}
+
 /// Everything between the start and the end by a signal: here processes and files are cleaned up.
 int runApplication(int argc, char *argv[], bool *isClosed)
 {
@@ -117,7 +130,7 @@ int runApplication(int argc, char *argv[], bool *isClosed)
     QCoreApplication::setApplicationName(QStringLiteral("tarn"));
     qInstallMessageHandler(dropDebugLines);
     Console console;
-    const int code = console.finish(runProgram(arguments, &console));
+    const int code = runWithinMemory(arguments, &console);
     *isClosed = console.isClosed();
     return code;
 }

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void closedStreamsHitNoFile();
     void leavesTheFileOnAFullDisk();
     void writesInAReadOnlyFolder();
+    void tellsWhenMemoryIsShort();
 
 private:
     QString path(const QString &name) const { return m_folder.filePath(name); }
@@ -572,6 +573,34 @@ void TestProgram::writesInAReadOnlyFolder()
     });
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QCOMPARE(error, QString());
+}
+
+void TestProgram::tellsWhenMemoryIsShort()
+{
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("the sanitizer reserves memory beyond any limit");
+#endif
+    QByteArray ports;
+    for (int port = 0; port < 64; ++port) {
+        ports += "<ProbeIn index=\"" + QByteArray::number(port) + "\">";
+        for (int net = 0; net < 256; ++net)
+            ports += "<Signal name=\"a/rather/long/name/of_a_net_" + QByteArray::number(net) +
+                     "\" kind=\"net\"/>";
+        ports += "</ProbeIn>";
+    }
+    QByteArray cores;
+    for (int core = 0; core < 16; ++core)
+        cores +=
+            "<Core index=\"" + QByteArray::number(core) + "\" module=\"m\">" + ports + "</Core>";
+    writeFile(path("large.tarn"), "<TARN_CONFIG><Version>1.0</Version>" + cores + "</TARN_CONFIG>");
+    writeFile(path("kept.txt"), "kept\n");
+    const ToolRun run = runTool({"show", "-o", "kept.txt", "large.tarn"},
+                                {m_folder.path(), {}, "ulimit -v 120000", {}, {}});
+    QCOMPARE(run.errors, QString("tarn: there is not enough memory\n"));
+    QCOMPARE(run.exitCode, 2);
+    QCOMPARE(readFile(path("kept.txt")), QByteArray("kept\n"));
+    QCOMPARE(runHere({"show", "-o", "kept.txt", "large.tarn"}).exitCode, 0);
+    QVERIFY(readFile(path("kept.txt")).size() > 5000000);
 }
 
 TARN_TEST_MAIN(TestProgram)
