@@ -200,9 +200,9 @@ int runEdit(const Invocation &invocation, Console *console)
 QString description()
 {
     QString text = QStringLiteral(
-        "Changes a configuration as the editor would, in steps that are made in order, and\n"
-        "then writes the file. When one of them is refused, nothing is written. The design\n"
-        "is read when a step needs it, or when it is named.\n"
+        "Changes a configuration as the editor would, in steps that are made in order,\n"
+        "and then writes the file. When one of them is refused, nothing is written. The\n"
+        "design is read when a step needs it, or when it is named.\n"
         "\n"
         "CORE is the number of a core, PORT a port of it: \"0.in3\". NAME is the full name\n"
         "of a net or bus, \"top/u0/data[7:0]\", or a pattern for such names. VALUE is \"0x\"\n"
