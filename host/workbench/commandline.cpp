@@ -70,7 +70,8 @@ QString CommandLine::help()
     return tr(
         "Usage: tarn-workbench [options] [PROJECT.json | DESIGN...] [FILE.tarn...]\n"
         "\n"
-        "Opens a design and the configuration files of its virtual I/O debug cores.\n"
+        "Opens a design and the configuration files of its virtual I/O debug cores. Without\n"
+        "PROJECT.json and DESIGN, takes the one project file beside the first FILE.tarn.\n"
         "\n"
         "Options:\n"
         "  -h, --help       show this text and exit\n"

@@ -16,6 +16,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QIcon>
 #include <QLocale>
 #include <QMessageBox>
 #include <QScreen>
@@ -52,6 +53,7 @@ private:
     bool loadPlugins(ExtSys::PluginManager *plugins, QString *error);
     int runSession(MainWindow *window, MessageLog *log, const QString &loadError);
     int runWindow(MainWindow *window, const QString &loadError);
+    void readProjectBesideFile();
     QString sessionFile() const;
     bool isSession() const { return !m_commandLine.sessionFolder.isEmpty(); }
 
@@ -118,8 +120,33 @@ int Application::readDesign()
             return WrongUsage;
         }
         m_project = project;
+    } else {
+        readProjectBesideFile();
     }
     return Success;
+}
+
+/// The design of a configuration that is opened alone, for example from a file manager: the one
+/// project file in its folder.
+void Application::readProjectBesideFile()
+{
+    if (m_commandLine.tarnFiles.isEmpty())
+        return;
+    QStringList projects;
+    const QDir folder = QFileInfo(m_commandLine.tarnFiles.first()).dir();
+    for (const QFileInfo &file : folder.entryInfoList({QStringLiteral("*.json")}, QDir::Files)) {
+        if (TE::isProjectFile(file.filePath()))
+            projects.append(file.filePath());
+    }
+    TE::Project project;
+    QString error;
+    if (projects.size() > 1)
+        m_warnings.append(tr("There are several project files in %1. Open the one to use.")
+                              .arg(QDir::toNativeSeparators(folder.path())));
+    else if (projects.size() == 1 && TE::readProject(projects.first(), &project, &error))
+        m_project = project;
+    else if (!error.isEmpty())
+        m_warnings.append(error);
 }
 
 bool Application::loadPlugins(ExtSys::PluginManager *plugins, QString *error)
@@ -200,6 +227,14 @@ QStringList toStrings(int argc, char *argv[])
     return arguments;
 }
 
+QIcon windowIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128})
+        icon.addFile(QStringLiteral(":/tarn-workbench/icon-%1.png").arg(size));
+    return icon;
+}
+
 int refuseUsage(const QString &error)
 {
     printError(error);
@@ -239,6 +274,9 @@ int run(int argc, char *argv[])
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tarn-workbench"));
     QApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
+    // Joins the windows with the menu entry and its icon.
+    QGuiApplication::setDesktopFileName(QStringLiteral("tarn-workbench"));
+    QApplication::setWindowIcon(windowIcon());
     QTranslator translator;
     installTranslation(&translator);
 

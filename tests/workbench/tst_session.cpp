@@ -26,6 +26,8 @@ private Q_SLOTS:
     void initTestCase();
     void opensAddsChecksAndSaves();
     void takesTheConfigurationOfTheProject();
+    void takesTheProjectBesideTheConfiguration_data();
+    void takesTheProjectBesideTheConfiguration();
     void opensTheDesignOfAList();
     void opensDesignsWithVhdl_data();
     void opensDesignsWithVhdl();
@@ -114,6 +116,36 @@ void TestSession::takesTheConfigurationOfTheProject()
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
     QVERIFY(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")));
+}
+
+void TestSession::takesTheProjectBesideTheConfiguration_data()
+{
+    QTest::addColumn<QByteArray>("second");
+    QTest::addColumn<QString>("warnings");
+    QTest::addColumn<QString>("errors");
+    const QString noDesign = QStringLiteral("Error: Design files are not exist.\n");
+    QTest::newRow("one project") << QByteArray() << QString() << QString();
+    QTest::newRow("other JSON file")
+        << QByteArray(R"({"version": "2", "sources": []})") << QString() << QString();
+    QTest::newRow("two projects")
+        << QByteArray(R"({"version": 1, "sources": []})")
+        << "WARNING: There are several project files in ~/beside. Open the one to use.\n"
+        << noDesign;
+}
+
+void TestSession::takesTheProjectBesideTheConfiguration()
+{
+    QFETCH(QByteArray, second);
+    QFETCH(QString, warnings);
+    QFETCH(QString, errors);
+    writeFile(path("beside/tiny.json"), R"({"version": 1, "sources": [{"file": "../tiny.v"}]})");
+    writeFile(path("beside/second.json"), second);
+    writeFile(path("beside/one.tarn"), readFile(path("one.tarn")));
+    const Run result = runWorkbench({"--session", path("shots"), path("beside/one.tarn")});
+    QCOMPARE(result.warnings, expanded(warnings));
+    QCOMPARE(result.errors, errors);
+    QCOMPARE(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")),
+             errors.isEmpty());
 }
 
 /// A list written for other tools, for a design in several folders.
