@@ -206,6 +206,8 @@ private Q_SLOTS:
     void limitOfAPort();
     void clockIsReplaced();
     void placesThatDoNotExist();
+    void nameIsReplacedEverywhere_data();
+    void nameIsReplacedEverywhere();
     void prefixReplacesWhatIsMissing();
     void prefixRespectsTheLimit();
     void prefixMakesNoRepeats();
@@ -362,6 +364,67 @@ void TestReplacement::placesThatDoNotExist()
     QVERIFY(!replaceSignal(&config, placeOf(0, ProbeTypeIn, 0, -1), by));
     QVERIFY(!replaceSignal(&config, placeOf(0, ProbeTypeIn, 0, 1), by));
     QVERIFY(sameObjects(config, before));
+}
+
+void TestReplacement::nameIsReplacedEverywhere_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QStringList>("after"); // The lines that change.
+    QTest::newRow("net") << "top/still"
+                         << "top/u_new/r" << 3
+                         << QStringList(
+                                {"in: top/u_new/r top/clk", "in: top/u_new/r",
+                                 "out: top/u_new/r top/u_new/sum[3:0]=top/u_new/sum[3],"
+                                 "top/u_new/sum[2],top/u_new/sum[1],top/u_new/sum[0] 0x15"});
+    QTest::newRow("net and clock in use")
+        << "top/clk"
+        << "top/u_new/clk" << 2
+        << QStringList({"core top/u_new/clk", "in: top/still top/u_new/clk"});
+    QTest::newRow("bit of a bus in place of a bus")
+        << "top/u_new/sum[3:0]"
+        << "top/u_new/sum[2]" << 1 << QStringList({"out: top/still top/u_new/sum[2] 0x3"});
+    QTest::newRow("bus, by its usable bits")
+        << "top/u_new/sum[3:0]"
+        << "top/u_new/part[1:0]" << 1
+        << QStringList({"out: top/still top/u_new/part[1:0]=top/u_new/part[0] 0x3"});
+    QTest::newRow("only ports that can hold it")
+        << "top/still"
+        << "top/u_new/q" << 2 << QStringList({"in: top/u_new/q top/clk", "in: top/u_new/q"});
+    QTest::newRow("too many bits") << "top/still"
+                                   << "top/u_new/wide[299:0]" << -1 << QStringList();
+    QTest::newRow("not in the design") << "top/still"
+                                       << "top/gone" << 0 << QStringList();
+    QTest::newRow("not in the configuration") << "top/gone"
+                                              << "top/still" << 0 << QStringList();
+}
+
+void TestReplacement::nameIsReplacedEverywhere()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(QStringList, after);
+    const auto netlist = newNetlist();
+    const DesignNames names(netlist.get());
+    ConfigSnapshot config = snapshotFrom({
+        "core top/clk",
+        "in: top/still top/clk",
+        "core",
+        "in: top/still",
+        "out 0x15: top/still top/u_new/sum[3:0]=3,2,1,0",
+    });
+    const ConfigSnapshot before = config;
+    QTEST(replaceName(&config, from, to, names), "count");
+    const QStringList former = textOf(before).split('\n');
+    QStringList changed;
+    const QStringList lines = textOf(config).split('\n');
+    for (int i = 0; i < lines.size(); ++i) {
+        if (lines.at(i) != former.at(i))
+            changed.append(lines.at(i));
+    }
+    QCOMPARE(changed, after);
+    QCOMPARE(sameObjects(config, before), after.isEmpty());
 }
 
 void TestReplacement::prefixReplacesWhatIsMissing()
