@@ -11,6 +11,7 @@
 #include "filecheck.h"
 #include "invocation.h"
 #include "jsonreport.h"
+#include "wording.h"
 
 #include <audit/candidates.h>
 #include <audit/designnames.h>
@@ -110,12 +111,6 @@ int showRules(const QString &format, Console *console)
         console->write(line.toUtf8());
     }
     return Success;
-}
-
-QString counted(int number, const QString &thing)
-{
-    return QStringLiteral("%1 %2%3").arg(QString::number(number), thing,
-                                         number == 1 ? QString() : QStringLiteral("s"));
 }
 
 /// "2 errors, 1 note"

@@ -5,6 +5,7 @@
 #include "editedconfig.h"
 #include "editstep.h"
 #include "printable.h"
+#include "wording.h"
 
 #include <model/portlimits.h>
 
@@ -57,8 +58,7 @@ QByteArray signalLine(char mark, const SignalItem &item)
 
 QByteArray widthText(const PortSnapshot &port)
 {
-    const int width = TARN::widthOf(port.signals);
-    return width == 1 ? QByteArray("1 bit") : QByteArray::number(width) + " bits";
+    return counted(TARN::widthOf(port.signals), QStringLiteral("bit")).toLatin1();
 }
 
 QByteArray valueText(const PortSnapshot &port)

@@ -3,6 +3,7 @@
 #include "configtext.h"
 
 #include "printable.h"
+#include "wording.h"
 
 #include <model/tarncore.h>
 
@@ -56,7 +57,7 @@ QByteArray portText(const QByteArray &kind, const TARN::ProbeIn &port, const QSt
     int width = 0;
     for (const TARN::SignalItem &signal : port.signals)
         width += signal.width();
-    QByteArray text = width == 1 ? "1 bit" : QByteArray::number(width) + " bits";
+    QByteArray text = counted(width, QStringLiteral("bit")).toLatin1();
     if (!value.isEmpty())
         text += ", initial value " + printable(value);
     return line(kind + QByteArray::number(port.index), text) + signalLines(port, width);

@@ -3,6 +3,7 @@
 #include "invocation.h"
 
 #include "command.h"
+#include "wording.h"
 
 #include <te/project.h>
 
@@ -15,11 +16,6 @@
 namespace Tool {
 
 namespace {
-
-QString quoted(const QString &text)
-{
-    return QLatin1Char('"') + text + QLatin1Char('"');
-}
 
 /// Alternatives are separated by bars.
 bool isAlternative(const Option &option, const QString &value)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signalchoice.h"
 
+#include "wording.h"
+
 #include <audit/counterpart.h>
 #include <audit/signalfit.h>
 #include <model/configcheck.h>
@@ -24,11 +26,6 @@ namespace {
 using TARN::ProbeType;
 using TARN::SignalItem;
 using Items = QList<SignalItem>;
-
-QString quoted(const QString &text)
-{
-    return QLatin1Char('"') + text + QLatin1Char('"');
-}
 
 /// A sentence of the findings as a part of a message.
 QString asReason(QString sentence)

@@ -4,6 +4,7 @@
 
 #include "editedconfig.h"
 #include "signalchoice.h"
+#include "wording.h"
 
 #include <audit/counterpart.h>
 #include <audit/replacement.h>
@@ -28,17 +29,6 @@ using TARN::SignalItem;
 using Items = QList<SignalItem>;
 
 constexpr char NoClock[] = "none";
-
-QString quoted(const QString &text)
-{
-    return QLatin1Char('"') + text + QLatin1Char('"');
-}
-
-QString counted(int count, const char *one, const char *several)
-{
-    return count == 1 ? QLatin1String("1 ") + QLatin1String(one)
-                      : QString::number(count) + QLatin1Char(' ') + QLatin1String(several);
-}
 
 /// "tarn_0, tarn_1"
 QString coreNames(const EditedConfig &config)
@@ -184,8 +174,8 @@ bool StepExecution::findTarget(const EditStep &step)
     const bool out = m_target.type == ProbeTypeOut;
     return fail(QStringLiteral("tarn_%1 has no port %2; it has %3")
                     .arg(QString::number(m_target.core), portText(m_target.type, m_target.port),
-                         out ? counted(count, "Probe Out port", "Probe Out ports")
-                             : counted(count, "Probe In port", "Probe In ports")));
+                         counted(count, out ? QStringLiteral("Probe Out port")
+                                            : QStringLiteral("Probe In port"))));
 }
 
 bool StepExecution::addSignals(const EditStep &step)
@@ -244,8 +234,8 @@ bool StepExecution::setValue(const QString &value)
     const int digits = TARN::valueDigits(width);
     if (match.capturedLength(1) != digits) {
         return fail(QStringLiteral("the value has %1; a port with %2 takes %3")
-                        .arg(counted(match.capturedLength(1), "digit", "digits"),
-                             counted(width, "bit", "bits"), QString::number(digits)));
+                        .arg(counted(match.capturedLength(1), QStringLiteral("digit")),
+                             counted(width, QStringLiteral("bit")), QString::number(digits)));
     }
     return m_config->setValue(m_core, m_target.port, value, &m_error);
 }
