@@ -103,6 +103,7 @@ private Q_SLOTS:
     void json();
     void formsWithoutFilesAndResults();
     void sarif();
+    void sarifOfPlacesOnOneLine();
     void sarifAddresses_data();
     void sarifAddresses();
     void ignoring_data();
@@ -115,6 +116,7 @@ private Q_SLOTS:
 
 private:
     CheckedConfig config(const Cores &cores);
+    CheckedConfig configFrom(const QString &path);
     QByteArray report(const QString &format, const QStringList &config,
                       const QStringList &ignored = {}, const QString &refusal = {},
                       const QString &path = "hub.tarn");
@@ -133,10 +135,17 @@ CheckedConfig TestCheckReport::config(const Cores &cores)
     const QString path = m_folder.filePath("a.tarn");
     if (!TARN::writeTARNConfigToXml(cores.list, path))
         qFatal("The configuration cannot be written.");
+    return configFrom(path);
+}
+
+CheckedConfig TestCheckReport::configFrom(const QString &path)
+{
     bool ok = false;
     QString error;
     TARN::ConfigLines lines;
     Cores back(TARN::readTARNConfigFromXml(path, &ok, &error, &lines));
+    if (!ok)
+        qFatal("%s", qPrintable(error));
     return {std::move(back), lines};
 }
 
@@ -369,6 +378,27 @@ void TestCheckReport::sarif()
     QCOMPARE(related["physicalLocation"]["region"]["startLine"].toInt(), 12);
     QCOMPARE(related["message"]["text"].toString(), QString("tarn_1, Probe Out0"));
     QVERIFY(results[2]["properties"]["saveCheck"].toString().startsWith("ERROR:Signal \"top/a\""));
+}
+
+/// Related locations must differ, also where other programs write everything on one line.
+void TestCheckReport::sarifOfPlacesOnOneLine()
+{
+    const QString path = m_folder.filePath("line.tarn");
+    TarnTest::writeFile(path, "<TARN_CONFIG><Version>1.0</Version><Core index='0'><ProbeIn "
+                              "index='0'><Signal name='top/a'/><Signal name='top/a'/><Signal "
+                              "name='top/a'/></ProbeIn></Core></TARN_CONFIG>");
+    const CheckedConfig checked = configFrom(path);
+    const Tool::FileCheck check(checked.cores.list, checked.lines, m_names, {}, {});
+    const TARN::CandidateSearch search(m_names);
+    QCOMPARE(outputOf("text", "hub.tarn", check, search),
+             QByteArray("hub.tarn:1: warning: tarn_0, Probe In0: The port holds top/a 3 times. "
+                        "[repeated]\n"));
+    const QByteArray sarif = outputOf("sarif", "hub.tarn", check, search);
+    QCOMPARE(QJsonDocument::fromJson(sarif)["runs"][0]["results"][0]["relatedLocations"]
+                 .toArray()
+                 .size(),
+             2);
+    keepLog(sarif);
 }
 
 void TestCheckReport::sarifAddresses_data()
