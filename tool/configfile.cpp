@@ -4,7 +4,6 @@
 
 #include "console.h"
 
-#include <model/configlines.h>
 #include <model/configwriter.h>
 #include <model/replacefile.h>
 #include <model/tarnconfig.h>
@@ -30,12 +29,11 @@ void OwnedCores::removeAt(int i)
     delete m_cores.takeAt(i);
 }
 
-bool readConfig(const QString &path, Console *console, OwnedCores *cores, TARN::ConfigLines *lines)
+bool readConfig(const QString &path, Console *console, OwnedCores *cores)
 {
     bool ok = false;
     QString error;
-    TARN::ConfigLines unused;
-    *cores = OwnedCores(TARN::readTARNConfigFromXml(path, &ok, &error, lines ? lines : &unused));
+    *cores = OwnedCores(TARN::readTARNConfigFromXml(path, &ok, &error));
     if (!ok)
         console->error(error);
     return ok;

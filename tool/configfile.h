@@ -6,7 +6,6 @@
 #include <QString>
 
 namespace TARN {
-class ConfigLines;
 class TarnCore;
 } // namespace TARN
 
@@ -40,10 +39,8 @@ private:
     QList<TARN::TarnCore *> m_cores;
 };
 
-/// Reads the configuration file at @p path, and into @p lines, which may be null, where in the file
-/// its parts begin. Returns false after an error message.
-bool readConfig(const QString &path, Console *console, OwnedCores *cores,
-                TARN::ConfigLines *lines = nullptr);
+/// Reads the configuration file at @p path. Returns false after an error message.
+bool readConfig(const QString &path, Console *console, OwnedCores *cores);
 
 /// Replaces the file at @p path with the configuration. Returns false after an error message; then
 /// the file is as it was.

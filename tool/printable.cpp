@@ -8,26 +8,26 @@ namespace Tool {
 
 namespace {
 
-bool isControl(char c)
+/// Also those of ISO 8859, which some terminals obey.
+bool isControl(QChar c)
 {
-    return uchar(c) < 0x20 || c == 0x7F;
+    return c < QChar(0x20) || (c >= QChar(0x7F) && c < QChar(0xA0));
 }
 
 } // namespace
 
 QByteArray printable(const QString &text)
 {
-    const QByteArray bytes = text.toLocal8Bit();
-    if (std::none_of(bytes.begin(), bytes.end(), isControl))
-        return bytes;
-    QByteArray result;
-    for (const char c : bytes) {
+    if (std::none_of(text.begin(), text.end(), isControl))
+        return text.toLocal8Bit();
+    QString result;
+    for (const QChar c : text) {
         if (isControl(c))
-            result += "\\x" + QByteArray(1, c).toHex();
+            result += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
         else
             result += c;
     }
-    return result;
+    return result.toLocal8Bit();
 }
 
 } // namespace Tool
