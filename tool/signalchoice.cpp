@@ -15,6 +15,7 @@
 #include <select/netsearch.h>
 
 #include <QRegExp>
+#include <QSet>
 
 #include <algorithm>
 #include <chrono>
@@ -51,18 +52,29 @@ bool hasUsableBit(const SignalItem &item)
                        [](const SignalItem &member) { return member.enabled; });
 }
 
-/// Appends the usable ones of @p found until there are more than @p most.
-template <typename Net>
-void appendUsable(const QList<Net *> &found, ProbeType type, int most, Items *items)
+/// Signals that ports of one type can hold, as far as there is room for their bits.
+struct UsableSignals
 {
-    for (Net *net : found) {
-        if (items->size() > most)
-            return;
-        const SignalItem item = TARN::signalOf(net, type);
-        if (hasUsableBit(item))
-            items->append(item);
+    ProbeType type;
+    QSet<QString> present; ///< Names of signals that need no room.
+    int room;              ///< Less than 0 when there is none for the last one.
+    Items items;
+
+    template <typename Net>
+    void append(const QList<Net *> &nets)
+    {
+        for (Net *net : nets) {
+            if (room < 0)
+                return;
+            SignalItem item = TARN::signalOf(net, type);
+            if (!hasUsableBit(item))
+                continue;
+            TARN::removeDisabledMembers(&item);
+            room -= present.contains(item.name) ? 0 : item.width();
+            items.append(item);
+        }
     }
-}
+};
 
 } // namespace
 
@@ -110,8 +122,8 @@ SignalItem SignalChoice::itemOf(NETWEIR::RtlNet *net, ProbeType type) const
     return item;
 }
 
-std::optional<Items> SignalChoice::findMatches(const QString &pattern, ProbeType type, int most,
-                                               QString *error)
+std::optional<Items> SignalChoice::findMatches(const QString &pattern, ProbeType type,
+                                               const Items &present, int most, QString *error)
 {
     TARN::SearchOptions options;
     options.pattern = pattern;
@@ -130,11 +142,13 @@ std::optional<Items> SignalChoice::findMatches(const QString &pattern, ProbeType
     QList<NETWEIR::RtlNetBus *> buses;
     TARN::searchNets(m_netlist, options, nets, buses);
 
-    Items items;
-    appendUsable(buses, type, most, &items);
-    appendUsable(nets, type, most, &items);
-    if (!items.isEmpty())
-        return items;
+    UsableSignals usable{type, {}, most, {}};
+    for (const SignalItem &item : present)
+        usable.present.insert(item.name);
+    usable.append(buses);
+    usable.append(nets);
+    if (!usable.items.isEmpty())
+        return usable.items;
     if (nets.isEmpty() && buses.isEmpty())
         *error =
             QStringLiteral("nothing in the design matches %1; a pattern covers full names from "

@@ -31,8 +31,10 @@ public:
                                              QString *warning, QString *error);
 
     /// The buses, then the nets, whose full names match the wildcard, as far as ports of the type
-    /// can hold them. Stops behind @p most. Returns nothing and sets @p error when there are none.
+    /// can hold them. Stops when those without a namesake in @p present have more than @p most
+    /// bits. Returns nothing and sets @p error when there are none.
     std::optional<QList<TARN::SignalItem>> findMatches(const QString &pattern, TARN::ProbeType type,
+                                                       const QList<TARN::SignalItem> &present,
                                                        int most, QString *error);
 
     /// Whether the name is that of a net that can be a user clock.

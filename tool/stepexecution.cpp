@@ -188,17 +188,17 @@ bool StepExecution::addSignals(const EditStep &step)
     names.removeDuplicates();
     Items chosen;
     for (const QString &name : qAsConst(names)) {
-        // What is there already can make that many of the found ones superfluous.
-        const int most = TARN::MaxPortSignals + TARN::widthOf(shown) + shown.size() +
-                         TARN::widthOf(chosen) + chosen.size();
+        // What is there already can make that many bits of the found ones superfluous.
+        const Items present = shown + chosen;
+        const int most = TARN::MaxPortSignals + TARN::widthOf(present);
         const std::optional<Items> found =
-            findSignals(choice, name, step.wildcard, m_target.type, most);
+            step.wildcard ? choice->findMatches(name, m_target.type, present, most, &m_error)
+                          : findName(choice, name, m_target.type);
         if (!found)
             return false;
-        if (found->size() <= most)
-            chosen = TARN::mergedSignals(chosen, *found);
-        // Then the port would have too many bits, however many names follow.
-        if (found->size() > most || newBits(chosen, shown) > TARN::MaxPortSignals)
+        chosen = TARN::mergedSignals(chosen, *found);
+        // However many names follow.
+        if (newBits(chosen, shown) > TARN::MaxPortSignals)
             return fail(QString::fromLatin1(TARN::LimitTexts::TooManySignals));
     }
     return m_config->setSignals(m_core, m_target.type, m_target.port,
@@ -206,11 +206,9 @@ bool StepExecution::addSignals(const EditStep &step)
 }
 
 /// Nothing after an error.
-std::optional<Items> StepExecution::findSignals(SignalChoice *choice, const QString &name,
-                                                bool wildcard, ProbeType type, int most)
+std::optional<Items> StepExecution::findName(SignalChoice *choice, const QString &name,
+                                             ProbeType type)
 {
-    if (wildcard)
-        return choice->findMatches(name, type, most, &m_error);
     QString warning;
     const std::optional<SignalItem> item = choice->findName(name, type, &warning, &m_error);
     if (!warning.isEmpty())
@@ -289,8 +287,8 @@ bool StepExecution::replace(const QString &from, const QString &to)
     }
     SignalChoice *choice = m_readDesign();
     if (!choice || (uses.clocks > 0 && !choice->checkClock(to, &m_error)) ||
-        (uses.ins > 0 && !findSignals(choice, to, false, ProbeTypeIn, 1)) ||
-        (uses.outs > 0 && !findSignals(choice, to, false, ProbeTypeOut, 1)))
+        (uses.ins > 0 && !findName(choice, to, ProbeTypeIn)) ||
+        (uses.outs > 0 && !findName(choice, to, ProbeTypeOut)))
         return false;
     TARN::ConfigSnapshot target = current;
     if (TARN::replaceName(&target, from, to, choice->names()) < 0)

@@ -37,9 +37,8 @@ private:
     bool findTarget(const EditStep &step);
     bool addPort(TARN::ProbeType type);
     bool addSignals(const EditStep &step);
-    std::optional<QList<TARN::SignalItem>> findSignals(SignalChoice *choice, const QString &name,
-                                                       bool wildcard, TARN::ProbeType type,
-                                                       int most);
+    std::optional<QList<TARN::SignalItem>> findName(SignalChoice *choice, const QString &name,
+                                                    TARN::ProbeType type);
     bool setValue(const QString &value);
     bool setClock(const QString &net);
     bool remove(const EditStep &step);
