@@ -4,6 +4,7 @@
 
 #include "netlisttext.h"
 
+#include <netweir/internal/dialog/extractiondialog.h>
 #include <netweir/internal/ghdl/ghdlelaborator.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/tool/extractionprogress.h>
@@ -36,7 +37,8 @@ public:
                              const QString &standard = QStringLiteral("08"),
                              int timeoutSeconds = 60)
         : m_folder(QDir::tempPath() + QStringLiteral("/design-XXXXXX"))
-        , m_progress(nullptr)
+        , m_dialog(nullptr)
+        , m_progress(&m_dialog)
     {
         NETWEIR::Internal::DesignSources sources;
         for (const VhdlTestFile &file : files) {
@@ -135,6 +137,7 @@ private:
     }
 
     QTemporaryDir m_folder;
+    NETWEIR::Internal::ExtractionDialog m_dialog;
     NETWEIR::Internal::ExtractionProgress m_progress;
     std::vector<NETWEIR::Internal::DeclaredUnit> m_foreign;
     std::unique_ptr<NETWEIR::Internal::GhdlElaborator> m_elaborator;
