@@ -7,6 +7,7 @@
 #include "mapcommand.h"
 #include "netscommand.h"
 #include "showcommand.h"
+#include "simulationcommand.h"
 #include "writecommand.h"
 
 #include <algorithm>
@@ -16,7 +17,8 @@ namespace Tool {
 const QVector<const Command *> &commands()
 {
     static const QVector<const Command *> all = {&checkCommand(), &netsCommand(), &showCommand(),
-                                                 &writeCommand(), &editCommand(), &mapCommand()};
+                                                 &writeCommand(), &editCommand(), &mapCommand(),
+                                                 &simulationCommand()};
     return all;
 }
 

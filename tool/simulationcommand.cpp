@@ -126,12 +126,6 @@ int runSimulation(const Invocation &invocation, Console *console)
     const NETWEIR::Hierachy *top = design.netlist->top();
     if (options.top.isEmpty())
         options.top = verilogPath(design.netlist->nameStepsOf(top));
-    if (top->isVhdl()) {
-        console->error(QStringLiteral("the top %1 is in VHDL, and names of Verilog do not lead into "
-                                      "it; simulate a part of the design whose top is in Verilog")
-                           .arg(top->instName()));
-        return Failure;
-    }
     const SimulationModule module(cores.list(), design.netlist.get(), options);
     if (!checkMisfits(module, invocation.isSet(SkipOption), console))
         return Failure;

@@ -7,7 +7,7 @@
 
 #include <model/bitstring.h>
 #include <model/portbits.h>
-#include <model/signalbits.h>
+#include <model/portlimits.h>
 
 #include <algorithm>
 
@@ -112,9 +112,9 @@ SimulationModule::Core SimulationModule::coreOf(const TARN::TarnCore &core)
     for (const TARN::ProbeOut *port : core.probeOuts) {
         result.ports.append(portOf(*port, TARN::ProbeTypeOut, core.index));
         Port &added = result.ports.last();
-        added.value = number(added.width) + "'h" +
-                      TARN::stringBintoHex(TARN::storedBits(port->initialValue, added.width))
-                          .toLatin1();
+        added.value =
+            number(added.width) + "'h" +
+            TARN::stringBintoHex(TARN::storedBits(port->initialValue, added.width)).toLatin1();
     }
     return result;
 }
@@ -179,7 +179,8 @@ void SimulationModule::line(int level, const QByteArray &text)
 void SimulationModule::writeHead()
 {
     const QByteArray module = verilogIdentifier(m_options.module);
-    line(0, "// The virtual I/O cores of " + commentText(m_options.source) + " for the simulation.");
+    line(0,
+         "// The virtual I/O cores of " + commentText(m_options.source) + " for the simulation.");
     line(0, "// Written by tarn export simulation. Simulate this module as one more top.");
     line(0, "//");
     line(0, "//   " + module + ".core0.set(PORT, VALUE);    sets a Probe Out port");
@@ -274,9 +275,9 @@ void SimulationModule::writeDrivers(const Port &port, const QByteArray &source)
         int high = signal.high;
         for (const SimulatedBits &bits : signal.bits) {
             const QByteArray driving = part(source, high, bits.width);
-            const QByteArray comment = part(QByteArray(), high, bits.width) + ' ' +
-                                       commentText(bits.width == signal.width ? signal.name
-                                                                              : bits.name);
+            const QByteArray comment =
+                part(QByteArray(), high, bits.width) + ' ' +
+                commentText(bits.width == signal.width ? signal.name : bits.name);
             high -= bits.width;
             if (bits.kind != SimulatedBits::Reachable) {
                 line(2, "// " + comment + ' ' + reasonOf(bits.kind));
@@ -304,9 +305,9 @@ void SimulationModule::writeChanges(const Port &port, const QByteArray &source, 
 
 void SimulationModule::writeSet(const Core &core)
 {
-    const QByteArray value = range(widest(core.ports, TARN::ProbeTypeOut) - 1,
-                                   widest(core.ports, TARN::ProbeTypeOut)) +
-                             " value";
+    const QByteArray value =
+        range(widest(core.ports, TARN::ProbeTypeOut) - 1, widest(core.ports, TARN::ProbeTypeOut)) +
+        " value";
     if (m_options.isSystemVerilog) {
         line(2, "task automatic set(input int port, input logic " + value + ");");
     } else {
@@ -320,8 +321,7 @@ void SimulationModule::writeSet(const Core &core)
             line(3, number(port.index) + ": out" + number(port.index) + " = value" +
                         range(port.width - 1, port.width) + ';');
     }
-    line(3, "default: $display(\"core " + number(core.index) +
-                " has no Probe Out %0d\", port);");
+    line(3, "default: $display(\"core " + number(core.index) + " has no Probe Out %0d\", port);");
     line(3, "endcase");
     line(2, "endtask");
     line(0, QByteArray());

@@ -101,11 +101,10 @@ QVector<SimulatedBits> SimulationNets::bitsOf(const TARN::SignalItem &signal, TA
         const SimulatedBits bit = bitOf(name, type, &next);
         if (type == TARN::ProbeTypeOut && next.net)
             m_driven.insert(next.net);
-        const bool follows = next.net ? run.net && next.first.bus &&
-                                            next.first.bus == run.first.bus &&
-                                            next.last == run.last + 1 &&
-                                            bit.driving == bits.last().driving
-                                      : !run.net && !bits.isEmpty() && bits.last().kind == bit.kind;
+        const bool follows =
+            next.net ? run.net && next.first.bus && next.first.bus == run.first.bus &&
+                           next.last == run.last + 1 && bit.driving == bits.last().driving
+                     : !run.net && !bits.isEmpty() && bits.last().kind == bit.kind;
         if (follows) {
             ++bits.last().width;
             run.last = next.last;
@@ -138,8 +137,8 @@ SimulatedBits SimulationNets::bitOf(const QString &name, TARN::ProbeType type, R
         return bit;
     const Place place = m_places.value(net);
     if (TARN::isExcluded(net, type))
-        bit.kind = type == TARN::ProbeTypeOut ? SimulatedBits::NotDrivable
-                                              : SimulatedBits::NotReadable;
+        bit.kind =
+            type == TARN::ProbeTypeOut ? SimulatedBits::NotDrivable : SimulatedBits::NotReadable;
     else if (type == TARN::ProbeTypeOut && m_driven.contains(net))
         bit.kind = SimulatedBits::DrivenTwice;
     else
@@ -156,8 +155,8 @@ QByteArray SimulationNets::referenceOf(const Run &run) const
     if (width > 1) {
         QString &indexes = steps.last().indexes;
         indexes.chop(1);
-        indexes += QLatin1Char(':') + indexOf(run.first.bus->nets().at(run.last)) +
-                   QLatin1Char(']');
+        indexes +=
+            QLatin1Char(':') + indexOf(run.first.bus->nets().at(run.last)) + QLatin1Char(']');
     }
     return pathOf(run.first.node) + '.' + verilogPath(steps);
 }

@@ -23,9 +23,9 @@ QByteArray verilogIdentifier(const QString &name);
 /// The steps of a hierarchical name, with points between them: "g[0].\a.b .c[3]".
 QByteArray verilogPath(const QVector<NETWEIR::NameStep> &steps);
 
-/// Reads a hierarchical name as a user writes it: "hub_tb.dut", "tb.g[1].\my.dut ". The blank at the
-/// end of an escaped identifier may be missing at the end of the text. Returns false for anything
-/// else. Each index is a plain number.
+/// Reads a hierarchical name as a user writes it: "hub_tb.dut", "tb.g[1].\my.dut ". The blank at
+/// the end of an escaped identifier may be missing at the end of the text. Returns false for
+/// anything else. Each index is a plain number.
 bool readVerilogPath(const QString &text, QVector<NETWEIR::NameStep> *steps);
 
 /// @p text within the quotes of a format for $display.

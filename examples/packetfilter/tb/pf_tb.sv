@@ -41,15 +41,23 @@ module pf_tb;
 
     pf_top #(.LANES(LANES), .RULES(RULES)) dut (.*);
 
-    // These take the place of the debug core.
+    // These take the place of the debug core. With the macro EXPORTED_CORES it is the module that
+    // "tarn export simulation" writes, with the initial values of the configuration.
     logic [LANES-1:0] probe_block = '0;
     logic             probe_force = 1'b0;
     logic [1:0]       probe_verdict = VERDICT_DROP;
 
+`ifndef EXPORTED_CORES
     assign dut.dbg_block = probe_block;
+`endif
     for (genvar n = 0; n < LANES; n++) begin : probe
-        assign dut.lane[n].u_lane.dbg_force_verdict = probe_force && n == 2;
-        assign dut.lane[n].u_lane.dbg_verdict       = probe_verdict;
+`ifdef EXPORTED_CORES
+        if (n != 2)
+`endif
+        begin
+            assign dut.lane[n].u_lane.dbg_force_verdict = probe_force && n == 2;
+            assign dut.lane[n].u_lane.dbg_verdict       = probe_verdict;
+        end
     end
 
     always #5 clk = !clk;
@@ -97,6 +105,31 @@ module pf_tb;
 
     // ----- Stimulus -----
 
+    // What the streams offer after each falling edge.
+    logic [LANES-1:0][31:0] next_data = '0;
+    logic [LANES-1:0]       next_last = '0;
+    logic [LANES-1:0]       next_valid = '0;
+
+    always begin
+        @(negedge clk);
+        #1;
+        s_data  = next_data;
+        s_last  = next_last;
+        s_valid = next_valid;
+    end
+
+    // What the debug core drives.
+    task automatic set_core(input logic [LANES-1:0] block, input logic forced,
+                            input logic [1:0] verdict);
+        probe_block   = block;
+        probe_force   = forced;
+        probe_verdict = verdict;
+`ifdef EXPORTED_CORES
+        tarn_probes.core0.set(0, block);
+        tarn_probes.core0.set(1, {1'b0, forced, verdict});
+`endif
+    endtask
+
     task automatic write_reg(input int lane, input int addr, input logic [31:0] data);
         @(negedge clk);
         cfg_lane  = lane[1:0];
@@ -133,6 +166,7 @@ module pf_tb;
     task automatic send_frame(input int lane, input logic [15:0] kind, input logic [15:0] port,
                               input int length);
         int          verdict;
+        logic        accepted;
         logic [31:0] word;
         verdict = verdict_of(lane, kind, port, length);
         if (verdict == 0)
@@ -146,12 +180,15 @@ module pf_tb;
                     '{mark: verdict == 2 && n == 0, last: n == length - 1, data: word};
                 added[lane]++;
             end
-            s_data[lane]  = word;
-            s_last[lane]  = n == length - 1;
-            s_valid[lane] = 1'b1;
-            do @(posedge clk); while (!s_ready[lane]);
-            @(negedge clk);
-            s_valid[lane] = 1'b0;
+            next_data[lane]  = word;
+            next_last[lane]  = n == length - 1;
+            next_valid[lane] = 1'b1;
+            // Not at the edge itself, where simulators differ.
+            do begin
+                #4 accepted = s_ready[lane];
+                @(negedge clk);
+            end while (!accepted);
+            next_valid[lane] = 1'b0;
             if ($urandom_range(3) == 0)
                 @(negedge clk);
         end
@@ -289,25 +326,24 @@ module pf_tb;
         drain("standing output");
 
         // The debug core blocks a lane, then forces the verdict of one.
-        probe_block = 4'b0010;
+        set_core(4'b0010, 1'b0, VERDICT_DROP);
         fork
             burst(1, 2, 6);
             begin
                 repeat (100) @(negedge clk);
                 check(added[1] != taken[1], "a blocked lane passes nothing");
-                probe_block = 4'b0000;
+                set_core(4'b0000, 1'b0, VERDICT_DROP);
             end
         join
         drain("blocked lane");
-        probe_force   = 1'b1;
-        probe_verdict = VERDICT_MARK;
+        set_core(4'b0000, 1'b1, VERDICT_MARK);
         send_frame(2, 16'h0000, 16'd99, 4);
         drain("forced mark");
-        probe_verdict = VERDICT_DROP;
+        set_core(4'b0000, 1'b1, VERDICT_DROP);
         send_frame(2, 16'h0001, 16'd1, 4);
         send_frame(3, 16'h0001, 16'd1, 4);
         drain("forced drop");
-        probe_force = 1'b0;
+        set_core(4'b0000, 1'b0, VERDICT_DROP);
         send_frame(2, 16'h0001, 16'd1, 4);
         drain("released verdict");
 

@@ -51,16 +51,19 @@ module hub_tb;
         .locked    (locked)
     );
 
-    // These take the place of the debug core.
+    // These take the place of the debug cores. With the macro EXPORTED_CORES it is the module that
+    // "tarn export simulation" writes, with the initial values of the configuration.
     reg       probe_duty_force;
     reg [7:0] probe_duty;
     reg       probe_sample_force;
     reg       probe_lamp_test;
 
+`ifndef EXPORTED_CORES
     assign dut.dbg_duty_force  = probe_duty_force;
     assign dut.dbg_duty        = probe_duty;
     assign dut.dbg_sample_force = probe_sample_force;
     assign dut.dbg_lamp_test   = probe_lamp_test;
+`endif
 
     initial clk_50m = 1'b0;
     always #10 clk_50m = !clk_50m;
@@ -244,6 +247,32 @@ module hub_tb;
         end
     endtask
 
+    // Sets a Probe Out port.
+    task set_core0;
+        input integer port;
+        input [7:0]   value;
+        begin
+`ifdef EXPORTED_CORES
+            tarn_probes.core0.set(port, value);
+`else
+            case (port)
+                0: probe_duty_force = value[0];
+                1: probe_duty = value;
+                default: probe_sample_force = value[0];
+            endcase
+`endif
+        end
+    endtask
+
+    task set_core1;
+        input value;
+`ifdef EXPORTED_CORES
+        tarn_probes.core1.set(0, value);
+`else
+        probe_lamp_test = value;
+`endif
+    endtask
+
     task press;
         input [3:0] state;
         integer     n;
@@ -321,26 +350,27 @@ module hub_tb;
         #4000 expect_register(`REG_BUTTONS, 8'h00, "buttons released");
 
         // The debug core takes over
-        probe_duty       = 8'd50;
-        probe_duty_force = 1'b1;
+        set_core0(1, 8'd50);
+        set_core0(0, 8'd1);
         expect_duty(0, 50, "forced LED 0");
         expect_duty(2, 50, "forced LED 2");
-        probe_duty_force = 1'b0;
+        set_core0(0, 8'd0);
         expect_duty(1, 100, "LED 1 released");
-        probe_sample_force = 1'b1;
+        set_core0(2, 8'd1);
         repeat (9 * 300) @(posedge dut.clk_sys);
-        probe_sample_force = 1'b0;
+        set_core0(2, 8'd0);
         expect_register(`REG_SAMPLE_LO, 8'h23, "sample forced by the debug core");
-        probe_lamp_test = 1'b1;
+        set_core1(1'b1);
         repeat (4) @(posedge dut.clk_disp);
         #1 check(segment_n == 7'h00, "lamp test");
-        probe_lamp_test = 1'b0;
+        set_core1(1'b0);
 
         finish;
     end
 
     initial begin
-        #5000000;
+        // In steps: some simulators forget other events beside one far ahead.
+        repeat (5000) #1000;
         errors = errors + 1;
         $display("wrong: the test did not come to its end");
         finish;
