@@ -9,6 +9,8 @@
 #include <model/portbits.h>
 #include <model/portlimits.h>
 
+#include <QMap>
+
 #include <algorithm>
 
 namespace Tool {
@@ -161,10 +163,10 @@ void SimulationModule::noteMisfit(const SimulatedBits &bits, const QString &plac
         m_bitsInVhdl += bits.width;
         return;
     }
-    QString text = place + QLatin1String(": ") + QString::fromUtf8(printable(bits.name));
-    if (bits.width > 1)
-        text += QStringLiteral(" and %1 bits after it").arg(bits.width - 1);
-    m_misfits.append(text + QLatin1Char(' ') + QString::fromLatin1(reasonOf(bits.kind)));
+    const QString more =
+        bits.width > 1 ? QStringLiteral(" (and %1 bits after it)").arg(bits.width - 1) : QString();
+    m_misfits.append(place + QLatin1String(": ") + QString::fromUtf8(printable(bits.name)) + more +
+                     QLatin1Char(' ') + QString::fromLatin1(reasonOf(bits.kind)));
 }
 
 // ----- Its text -----
@@ -289,8 +291,10 @@ void SimulationModule::writeDrivers(const Port &port, const QByteArray &source)
             }
             const QByteArray assignment =
                 bits.driving == SimulatedBits::Nonblocking ? " <= " : " = ";
-            line(2, "initial " + bits.reference + assignment + driving + "; // " + comment);
+            line(2, "// verilator lint_off COMBDLY");
+            line(2, "initial " + bits.reference + " = " + driving + "; // " + comment);
             line(2, "always @(" + source + ") " + bits.reference + assignment + driving + ';');
+            line(2, "// verilator lint_on COMBDLY");
         }
     }
 }
@@ -354,33 +358,38 @@ void SimulationModule::writeGet(const Core &core)
 
 void SimulationModule::writeShow(const Core &core)
 {
+    QMap<int, QVector<const Port *>> ports;
+    for (const Port &port : core.ports) {
+        if (port.width > 0)
+            ports[port.index].append(&port);
+    }
     if (m_options.isSystemVerilog) {
         line(2, "task automatic show(input int port);");
     } else {
         line(2, "task show;");
         line(3, "input integer port;");
-        line(3, "begin");
     }
-    for (const Port &port : core.ports) {
-        if (port.width > 0)
-            writeShownPort(port, core.index);
-    }
-    if (!m_options.isSystemVerilog)
+    line(3, "case (port)");
+    for (auto same = ports.cbegin(); same != ports.cend(); ++same) {
+        line(3, number(same.key()) + ": begin");
+        for (const Port *port : *same)
+            writeShownPort(*port, core.index);
         line(3, "end");
+    }
+    line(3, "default: $display(\"core " + number(core.index) + " has no port %0d\", port);");
+    line(3, "endcase");
     line(2, "endtask");
 }
 
 void SimulationModule::writeShownPort(const Port &port, int core)
 {
     const QByteArray name = (port.type == TARN::ProbeTypeIn ? "in" : "out") + number(port.index);
-    line(3, "if (port == " + number(port.index) + ") begin");
     line(4, "$display(\"%0t core " + number(core) + ' ' + nameOf(port.type) + ' ' +
                 number(port.index) + ": %h\", $time, " + name + ");");
     for (const Signal &signal : port.contents) {
         line(4, "$display(\"    " + displayText(signal.name) + " = %h\", " +
                     part(name, signal.high, signal.width) + ");");
     }
-    line(3, "end");
 }
 
 } // namespace Tool

@@ -127,6 +127,19 @@ SimulatedBits SimulationNets::net(const QString &name) const
     return bit;
 }
 
+/// Other bits of the variable may be written by processes of the design.
+static SimulatedBits::Driving drivingOf(const RtlNet *net)
+{
+    switch (net->processWrites()) {
+    case NETWEIR::ProcessWrites::Blocking:
+        return SimulatedBits::Procedural;
+    case NETWEIR::ProcessWrites::Nonblocking:
+        return SimulatedBits::Nonblocking;
+    default:
+        return SimulatedBits::Continuous;
+    }
+}
+
 /// @p run is set if the bit is reachable.
 SimulatedBits SimulationNets::bitOf(const QString &name, TARN::ProbeType type, Run *run) const
 {
@@ -135,6 +148,7 @@ SimulatedBits SimulationNets::bitOf(const QString &name, TARN::ProbeType type, R
     RtlNet *net = m_netlist->findNet(name);
     if (!net)
         return bit;
+    bit.driving = drivingOf(net);
     const Place place = m_places.value(net);
     if (TARN::isExcluded(net, type))
         bit.kind =

@@ -65,7 +65,7 @@ private:
     QList<Hierachy *> m_children;
     QList<RtlNet *> m_nets;
     QList<RtlNetBus *> m_buses;
-    quint32 m_nameShape : 30; ///< See RtlNetlist::nameStepsOf().
+    quint32 m_nameShape : 28; ///< See RtlNetlist::nameStepsOf().
     bool m_isVhdl : 1;
 };
 

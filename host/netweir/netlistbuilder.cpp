@@ -78,6 +78,7 @@ struct NetlistBuilder::Private
         net->m_nameOffset = nameOffset;
         net->m_excludedForProbeIn = marks.excludedForProbeIn;
         net->m_excludedForProbeOut = marks.excludedForProbeOut;
+        net->m_processWrites = quint32(marks.processWrites);
         return net;
     }
 };

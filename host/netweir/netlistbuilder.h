@@ -3,6 +3,7 @@
 #pragma once
 
 #include "netweir_global.h"
+#include "rtlnet.h"
 
 #include <QString>
 
@@ -12,15 +13,15 @@
 namespace NETWEIR {
 
 class Hierachy;
-class RtlNet;
 class RtlNetBus;
 class RtlNetlist;
 
-/// The two exclusion marks of a net.
+/// The two exclusion marks of a net, and who writes its variable.
 struct NetMarks
 {
     bool excludedForProbeIn = false;
     bool excludedForProbeOut = false;
+    ProcessWrites processWrites = ProcessWrites::None;
 };
 
 /// Builds an RtlNetlist node by node and net by net, for readers of elaborated designs and for

@@ -11,12 +11,20 @@ namespace NETWEIR {
 class RtlNetlist;
 class NetlistBuilder;
 
+/// How processes of the design write a variable.
+enum class ProcessWrites : quint8 {
+    None,
+    Blocking,
+    Nonblocking, ///< Perhaps also by blocking assignments.
+};
+
 /// A single net, or one bit of a bus. Owned by the RtlNetlist and valid as long as it; immutable.
 class NETWEIR_EXPORT RtlNet
 {
 public:
     RtlNet()
         : m_nameShape(0)
+        , m_processWrites(0)
         , m_excludedForProbeIn(false)
         , m_excludedForProbeOut(false)
     {
@@ -36,6 +44,11 @@ public:
     /// The net cannot be driven, because it already has a driver or is not a wire.
     bool excludedForProbeOut() const { return m_excludedForProbeOut; }
 
+    /// How processes write the variable to which the net belongs, or other bits of it. Who drives a
+    /// free bit of such a variable from outside has to do it in a process too. None for nets of
+    /// VHDL, and for what hierarchical names write.
+    ProcessWrites processWrites() const { return ProcessWrites(m_processWrites); }
+
 private:
     friend class NetlistBuilder;
     friend class RtlNetlist;
@@ -43,7 +56,8 @@ private:
     QString m_fullPathName;
     int m_nameOffset = 0;
     // One word for all, because a design may have millions of nets.
-    quint32 m_nameShape : 30; ///< See RtlNetlist::nameStepsOf().
+    quint32 m_nameShape : 28; ///< See RtlNetlist::nameStepsOf().
+    quint32 m_processWrites : 2;
     bool m_excludedForProbeIn : 1;
     bool m_excludedForProbeOut : 1;
 };

@@ -44,7 +44,7 @@ private:
     QString m_fullBusName;
     QList<RtlNet *> m_nets;
     int m_nameOffset = 0;
-    quint32 m_nameShape : 30; ///< See RtlNetlist::nameStepsOf().
+    quint32 m_nameShape : 28; ///< See RtlNetlist::nameStepsOf().
     bool m_excludedForProbeIn : 1;
     bool m_excludedForProbeOut : 1;
 };

@@ -222,7 +222,8 @@ void Layout::addNets(const Variable &variable, const NamedPart &part,
     const DataType &type = m_types.at(part.type);
     const int identifiers = placed->numberOf(part.identifiers);
     const auto add = [&](bool isBus, int left, int right) {
-        placed->nets.push_back({part.name, isBus, false, left, right, identifiers, part.bit});
+        placed->nets.push_back(
+            {part.name, isBus, false, variable.processWrites, left, right, identifiers, part.bit});
     };
     switch (type.kind) {
     case Kind::Vector:
@@ -242,7 +243,8 @@ void Layout::addNets(const Variable &variable, const NamedPart &part,
     default:
         break;
     }
-    placed->nets.push_back({part.name, false, true, 0, 0, identifiers, part.bit});
+    placed->nets.push_back(
+        {part.name, false, true, variable.processWrites, 0, 0, identifiers, part.bit});
 }
 
 void Layout::addMembers(const Variable &variable, const NamedPart &part,

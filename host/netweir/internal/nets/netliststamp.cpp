@@ -14,9 +14,9 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-NetMarks netMarks(quint8 marks)
+NetMarks netMarks(quint8 marks, const PlacedNet &net)
 {
-    return {bool(marks & MarkIn), bool(marks & MarkOut)};
+    return {bool(marks & MarkIn), bool(marks & MarkOut), net.processWrites};
 }
 
 void addNets(const PlacedDefinition &placed, const quint8 *marks, Hierachy *node,
@@ -26,14 +26,14 @@ void addNets(const PlacedDefinition &placed, const quint8 *marks, Hierachy *node
     for (const PlacedNet &net : placed.nets) {
         const std::vector<int> &identifiers = itemAt(placed.identifiers, net.identifiers);
         if (!net.isBus) {
-            RtlNet *added = builder->addNet(node, net.name, netMarks(marks[net.bit]));
+            RtlNet *added = builder->addNet(node, net.name, netMarks(marks[net.bit], net));
             if (!identifiers.empty())
                 builder->setIdentifiers(added, identifiers);
             continue;
         }
         busMarks.clear();
         for (qint64 bit = net.bit + net.width() - 1; bit >= net.bit; --bit)
-            busMarks.push_back(netMarks(marks[bit]));
+            busMarks.push_back(netMarks(marks[bit], net));
         RtlNetBus *added = builder->addBus(node, net.name, net.left, net.right, busMarks);
         if (!identifiers.empty())
             builder->setIdentifiers(added, identifiers);

@@ -4,6 +4,8 @@
 
 #include "bitrange.h"
 
+#include <netweir/rtlnet.h>
+
 #include <QString>
 
 #include <vector>
@@ -32,6 +34,7 @@ struct PlacedNet
     QString name;
     bool isBus = false;
     bool isExcluded = false; ///< The net is a memory or has no bits.
+    ProcessWrites processWrites = ProcessWrites::None;
     int left = 0;
     int right = 0;
     int identifiers = 0; ///< Index in PlacedDefinition::identifiers.

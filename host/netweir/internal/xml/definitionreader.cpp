@@ -131,6 +131,7 @@ void DefinitionReader::read(const ReadOptions &options)
         node = goesIn ? node.first_child() : leave(node);
     }
     numberPorts();
+    noteProcessWrites();
 
     const QSet<QString> tied = options.tiedNets.value(m_definition->sourceName);
     for (Variable &variable : m_definition->variables)
@@ -387,8 +388,30 @@ void DefinitionReader::addConstantInput(const pugi::xml_node &assignment)
 
 void DefinitionReader::addWrite(const pugi::xml_node &lvalue)
 {
-    if (lvalue)
-        m_definition->writes.push_back({lvalue, level().scope});
+    if (!lvalue)
+        return;
+    if (level().isLocal)
+        m_processWrites.push_back(countOf(m_definition->writes));
+    m_definition->writes.push_back({lvalue, level().scope});
+}
+
+/// After all variables are known.
+void DefinitionReader::noteProcessWrites()
+{
+    for (const int write : m_processWrites) {
+        const Occurrence &target = itemAt(m_definition->writes, write);
+        const bool isLater = is(target.node.parent(), "assigndly");
+        forEachReference(target, [this, isLater](const Reference &reference) {
+            const Symbol symbol = reference.isHierarchical()
+                                      ? Symbol()
+                                      : m_definition->find(reference.scope, reference.name());
+            if (symbol.kind != Symbol::Kind::Variable)
+                return;
+            ProcessWrites &writes = itemAt(m_definition->variables, symbol.index).processWrites;
+            writes =
+                std::max(writes, isLater ? ProcessWrites::Nonblocking : ProcessWrites::Blocking);
+        });
+    }
 }
 
 /// Interface ports have no numbers in the XML. They get the numbers that the other ports leave

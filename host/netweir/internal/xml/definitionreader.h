@@ -55,6 +55,7 @@ private:
     void addAssignment(const pugi::xml_node &node);
     void addConstantInput(const pugi::xml_node &assignment);
     void addWrite(const pugi::xml_node &lvalue);
+    void noteProcessWrites();
     void numberPorts();
     const Level &level() const { return m_levels.back(); }
     NameScope &scope();
@@ -64,6 +65,7 @@ private:
     const DefinitionNames &m_names;
     Definition *m_definition;
     std::vector<Level> m_levels;
+    std::vector<int> m_processWrites; ///< Indexes among the writes of the definition.
 };
 
 } // namespace NETWEIR::Internal

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <netweir/rtlnet.h>
+
 #include <QString>
 
 #include <pugixml.hpp>
@@ -25,6 +27,7 @@ struct Variable
     bool isNet = false; ///< Appears in the netlist; locals, parameters, genvars do not.
     bool isInterfacePort = false;
     bool isDrivenByConstant = false;
+    ProcessWrites processWrites = ProcessWrites::None;
     bool isTied = false; ///< Connected by something that is not in the XML.
 };
 
