@@ -16,9 +16,9 @@ namespace Tool {
 
 const QVector<const Command *> &commands()
 {
-    static const QVector<const Command *> all = {&checkCommand(), &netsCommand(), &showCommand(),
-                                                 &writeCommand(), &editCommand(), &mapCommand(),
-                                                 &simulationCommand()};
+    static const QVector<const Command *> all = {
+        &checkCommand(), &netsCommand(), &showCommand(),      &writeCommand(),
+        &editCommand(),  &mapCommand(),  &simulationCommand()};
     return all;
 }
 

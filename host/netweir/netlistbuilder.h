@@ -3,7 +3,7 @@
 #pragma once
 
 #include "netweir_global.h"
-#include "rtlnet.h"
+#include "processwrites.h"
 
 #include <QString>
 
@@ -13,6 +13,7 @@
 namespace NETWEIR {
 
 class Hierachy;
+class RtlNet;
 class RtlNetBus;
 class RtlNetlist;
 

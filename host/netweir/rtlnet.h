@@ -3,6 +3,7 @@
 #pragma once
 
 #include "netweir_global.h"
+#include "processwrites.h"
 
 #include <QString>
 
@@ -10,13 +11,6 @@ namespace NETWEIR {
 
 class RtlNetlist;
 class NetlistBuilder;
-
-/// How processes of the design write a variable.
-enum class ProcessWrites : quint8 {
-    None,
-    Blocking,
-    Nonblocking, ///< Perhaps also by blocking assignments.
-};
 
 /// A single net, or one bit of a bus. Owned by the RtlNetlist and valid as long as it; immutable.
 class NETWEIR_EXPORT RtlNet

@@ -111,7 +111,7 @@ void TestVerilogName::textsAreQuotedForDisplay()
 {
     QCOMPARE(displayText("a/b[3]"), QByteArray("a/b[3]"));
     QCOMPARE(displayText("50%\\\"x\""), QByteArray("50%%\\\\\\\"x\\\""));
-    QCOMPARE(displayText("a\nb"), QByteArray("a\\\\x0Ab"));
+    QCOMPARE(displayText("a\nb"), QByteArray("a\\\\x0ab"));
 }
 
 QTEST_APPLESS_MAIN(TestVerilogName)

@@ -70,6 +70,7 @@ ROOMS = {
 ROOM_OF_PUBLIC = {
     **dict.fromkeys(("hierachy", "netlistbuilder", "rtlnet", "rtlnetbus", "rtlnetlist"), "store"),
     "netweir_global": "ground",
+    "processwrites": "ground",
     "extractionmonitor": "tool",
     "rtlextraction": "dialog",
 }

@@ -4,7 +4,7 @@
 
 #include "bitrange.h"
 
-#include <netweir/rtlnet.h>
+#include <netweir/processwrites.h>
 
 #include <QString>
 

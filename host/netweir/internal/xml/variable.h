@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <netweir/rtlnet.h>
+#include <netweir/processwrites.h>
 
 #include <QString>
 

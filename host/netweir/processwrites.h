@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: The TARN Inserter authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtGlobal>
+
+namespace NETWEIR {
+
+/// How processes of the design write a variable.
+enum class ProcessWrites : quint8 {
+    None,
+    Blocking,
+    Nonblocking, ///< Perhaps also by blocking assignments.
+};
+
+} // namespace NETWEIR
