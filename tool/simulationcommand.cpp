@@ -145,10 +145,10 @@ Command makeCommand()
     command.synopsis = QStringLiteral("[DESIGN] FILE");
     command.summary = QStringLiteral("write a module that plays the cores in a simulation");
     command.description = QStringLiteral(
-        "Writes a module for the simulation of the design. It is simulated as one more top\n"
-        "beside the test bench: the Probe In ports follow their nets, and the Probe Out\n"
-        "ports drive theirs, with their initial values from the begin on. Nets that the\n"
-        "design does not have are errors.");
+        "Writes a module for the simulation of the design. It is one more top beside the\n"
+        "test bench: its Probe In ports follow their nets, and its Probe Out ports drive\n"
+        "theirs, with their initial values from the begin on. Nets that the design does\n"
+        "not have are errors.");
     command.options = {
         {LanguageOption, QStringLiteral("systemverilog|verilog"),
          QStringLiteral("the language of the module: SystemVerilog (default), or Verilog of 2005")},

@@ -126,7 +126,7 @@ QByteArray SimulationModule::clockOf(const TARN::TarnCore &core)
     if (!core.syncUserClock)
         return {};
     const SimulatedBits clock = m_nets.net(core.userClock);
-    noteMisfit(clock, QStringLiteral("Core %1, user clock").arg(core.index));
+    noteMisfit(clock, QStringLiteral("tarn_%1, user clock").arg(core.index));
     return clock.reference;
 }
 
@@ -136,7 +136,7 @@ SimulationModule::Port SimulationModule::portOf(const TARN::ProbeIn &port, Probe
     result.type = type;
     result.index = port.index;
     result.width = TARN::widthOf(port.signals);
-    const QString place = QStringLiteral("Core %1, %2 %3")
+    const QString place = QStringLiteral("tarn_%1, %2%3")
                               .arg(core)
                               .arg(QString::fromLatin1(nameOf(type)))
                               .arg(port.index);

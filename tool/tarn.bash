@@ -17,16 +17,20 @@ _tarn_options() {
     show) echo --json -o=FILE --output=FILE ;;
     edit) echo --new --check --dry-run ;;
     'export map') echo --format='csv|json' -o=FILE --output=FILE ;;
+    'export simulation')
+        echo --language='systemverilog|verilog' --tb-path= --module= --skip-missing \
+            -o=FILE --output=FILE
+        ;;
     esac
     echo -h --help
 }
 
 _tarn_commands='check nets show write edit export'
-_tarn_exports='map'
+_tarn_exports='map simulation'
 _tarn_steps='add-core add-in add-out signals value clock remove replace replace-prefix'
 
 # The commands that take a design beside their files, and its arguments.
-_tarn_designs='check nets edit'
+_tarn_designs='check nets edit export simulation'
 _tarn_design_options='-f -F -I -D -v -y -sv --top --language --work --std'
 
 # _tarn_contains LIST WORD: whether the word is one of the list.

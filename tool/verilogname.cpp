@@ -301,8 +301,8 @@ QByteArray verilogPath(const QVector<NETWEIR::NameStep> &steps)
 bool readVerilogPath(const QString &text, QVector<NETWEIR::NameStep> *steps)
 {
     static const QRegularExpression step(
-        QStringLiteral("\\G(?:([A-Za-z_][A-Za-z0-9_$]*)|\\\\([!-~]+)(?:[ \\t]+|\\z))"
-                       "((?:\\[-?[0-9]+\\])*)(\\.|\\z)"));
+        QLatin1String("\\G(?:([A-Za-z_][A-Za-z0-9_$]*)|\\\\([!-~]+)(?:[ \\t]+|\\z))"
+                      "((?:\\[-?[0-9]+\\])*)(\\.|\\z)"));
     steps->clear();
     int next = 0;
     bool isComplete = false;

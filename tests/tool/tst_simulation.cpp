@@ -274,13 +274,13 @@ void TestSimulation::misfitsAreNamed()
     core.probeOuts[0]->signals = {net("top/driven"), net("top/clk"), net("top/clk")};
     const SimulationModule module({&core}, netlist.get(), options());
     QCOMPARE(module.misfits().join('\n'),
-             QString("Core 0, user clock: top/gone is not in the design\n"
-                     "Core 0, Probe In 0: top/memory cannot be read\n"
-                     "Core 0, Probe In 0: top/none is not in the design\n"
-                     "Core 0, Probe In 0: top/x[2] (and 1 bits after it) is not in the design\n"
-                     "Core 0, Probe Out 0: top/driven has a driver or is no net that can be "
+             QString("tarn_0, user clock: top/gone is not in the design\n"
+                     "tarn_0, Probe In0: top/memory cannot be read\n"
+                     "tarn_0, Probe In0: top/none is not in the design\n"
+                     "tarn_0, Probe In0: top/x[2] (and 1 bits after it) is not in the design\n"
+                     "tarn_0, Probe Out0: top/driven has a driver or is no net that can be "
                      "driven\n"
-                     "Core 0, Probe Out 0: top/clk is driven by another Probe Out port"));
+                     "tarn_0, Probe Out0: top/clk is driven by another Probe Out port"));
     // What is left keeps its place, and without a clock the port drives at once.
     QVERIFY(section(module.text(), "wire [4:0] in0")
                 .contains("1'bx, // [4] top/memory cannot be read\n"
@@ -367,7 +367,7 @@ void TestSimulation::commandRefusesWhatDoesNotFit_data()
                             "kind=\"net\"/></ProbeIn></Core>";
     const QByteArray good = QByteArray(core).replace("%1", "a");
     QTest::newRow("missing net") << QByteArray(core).replace("%1", "gone") << QStringList()
-                                 << "Core 0, Probe In 0: top/gone is not in the design\n"
+                                 << "tarn_0, Probe In0: top/gone is not in the design\n"
                                     "tarn: the configuration does not fit the design; correct it, "
                                     "or leave these signals out with --skip-missing\n";
     QTest::newRow("path") << good << QStringList{"--tb-path", "tb/dut"}
@@ -420,7 +420,7 @@ void TestSimulation::commandLeavesOutWhatDoesNotFit()
     const ToolRun run = runTool({"export", "simulation", folder.filePath("top.v"), file,
                                  "--skip-missing", "--module", "my_probes"});
     QCOMPARE(run.exitCode, 0);
-    QVERIFY(run.errors.startsWith("tarn: warning: Core 0, Probe In 0: top/gone0 is not in the "
+    QVERIFY(run.errors.startsWith("tarn: warning: tarn_0, Probe In0: top/gone0 is not in the "
                                   "design; left out\n"));
     QVERIFY(run.errors.endsWith("tarn: warning: and 10 more\n"));
     QVERIFY(run.output.contains("\nmodule my_probes #("));
