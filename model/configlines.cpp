@@ -16,12 +16,6 @@ const Element *at(const std::vector<Element> &list, int position)
     return exists ? &list[std::size_t(position)] : nullptr;
 }
 
-int valueAt(const std::vector<int> &lines, int position)
-{
-    const int *line = at(lines, position);
-    return line ? *line : 0;
-}
-
 } // namespace
 
 std::vector<ConfigLines::Port> &ConfigLines::portsOf(Core &core, ProbeType type)
@@ -29,9 +23,9 @@ std::vector<ConfigLines::Port> &ConfigLines::portsOf(Core &core, ProbeType type)
     return type == ProbeTypeOut ? core.probeOuts : core.probeIns;
 }
 
-std::vector<std::vector<int>> &ConfigLines::lastSignals()
+ConfigLines::Port &ConfigLines::lastPort()
 {
-    return portsOf(m_cores.back(), m_lastType).back().signalLines;
+    return portsOf(m_cores.back(), m_lastType).back();
 }
 
 void ConfigLines::addCore(int line)
@@ -42,17 +36,19 @@ void ConfigLines::addCore(int line)
 void ConfigLines::addPort(ProbeType type, int line)
 {
     m_lastType = type;
-    portsOf(m_cores.back(), type).push_back({line, {}});
+    portsOf(m_cores.back(), type).push_back({line, {}, {}});
 }
 
 void ConfigLines::addSignal(int line)
 {
-    lastSignals().push_back({line});
+    Port &port = lastPort();
+    port.firstLines.push_back(int(port.lines.size()));
+    port.lines.push_back(line);
 }
 
 void ConfigLines::addBit(int line)
 {
-    lastSignals().back().push_back(line);
+    lastPort().lines.push_back(line);
 }
 
 int ConfigLines::lineOf(int core, ProbeType type, int port, int signal, int bit) const
@@ -63,8 +59,18 @@ int ConfigLines::lineOf(int core, ProbeType type, int port, int signal, int bit)
     const Port *ofPort = at(type == ProbeTypeOut ? ofCore->probeOuts : ofCore->probeIns, port);
     if (!ofPort || signal == -1)
         return ofPort ? ofPort->line : 0;
-    const std::vector<int> *ofSignal = at(ofPort->signalLines, signal);
-    return ofSignal ? valueAt(*ofSignal, bit + 1) : 0;
+    return lineIn(*ofPort, signal, bit);
+}
+
+int ConfigLines::lineIn(const Port &port, int signal, int bit)
+{
+    const int *first = at(port.firstLines, signal);
+    if (!first)
+        return 0;
+    const int *next = at(port.firstLines, signal + 1);
+    const int bits = (next ? *next : int(port.lines.size())) - *first - 1;
+    const bool exists = bit >= -1 && bit < bits;
+    return exists ? port.lines[std::size_t(*first + 1 + bit)] : 0;
 }
 
 } // namespace TARN

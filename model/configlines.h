@@ -11,7 +11,7 @@ namespace TARN {
 /// On which line of its file each core, port, signal and bit of a configuration begins.
 ///
 /// The reader of the file fills it, in the order of the file, so that lines and cores are always of
-/// the same content. Takes 4 bytes per bit and 24 per signal.
+/// the same content. Takes 4 bytes per bit and 8 per signal.
 class ConfigLines
 {
 public:
@@ -31,8 +31,8 @@ private:
     struct Port
     {
         int line;
-        /// Of each signal its own line, then those of its bits.
-        std::vector<std::vector<int>> signalLines;
+        std::vector<int> lines;      ///< Of each signal its own, then those of its bits.
+        std::vector<int> firstLines; ///< Of each signal the position in lines.
     };
 
     struct Core
@@ -43,7 +43,8 @@ private:
     };
 
     static std::vector<Port> &portsOf(Core &core, ProbeType type);
-    std::vector<std::vector<int>> &lastSignals();
+    static int lineIn(const Port &port, int signal, int bit);
+    Port &lastPort();
 
     std::vector<Core> m_cores;
     ProbeType m_lastType = ProbeTypeIn; ///< Kind of the port added last.
