@@ -12,7 +12,6 @@ namespace Tool {
 
 using TARN::ProbeIn;
 using TARN::ProbeOut;
-using TARN::SignalItem;
 using TARN::TarnCore;
 
 namespace {
