@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "toolrun.h"
+
 #include <model/configsamples.h>
 #include <support/files.h>
 #include <support/setting.h>
@@ -321,12 +323,19 @@ void TestConfigJson::documentShowsTheFormOfItsFile()
         return text.mid(start, text.indexOf("```", start) - start);
     };
     const QByteArray json = example(QStringLiteral("json-form.md"), "json");
-    QCOMPARE(fileOf(json), example(QStringLiteral("file-format.md"), "xml"));
+    const QByteArray file = example(QStringLiteral("file-format.md"), "xml");
+    QCOMPARE(fileOf(json), file);
     OwnedCores cores;
     QString error;
     QVERIFY(Tool::configFromJson(json, &cores, &error));
     QCOMPARE(Tool::configToJson(cores.list()), json);
     QCOMPARE(schemaVerdicts({json.simplified()}), QList<bool>{true});
+
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("top.tarn"));
+    TarnTest::writeFile(path, file);
+    const QByteArray map = example(QStringLiteral("json-form.md"), "csv");
+    QCOMPARE(TarnTest::runTool({"export", "map", path}).output.replace("\r\n", "\n"), map);
 }
 
 void TestConfigJson::randomConfigurationsComeBack()
