@@ -4,6 +4,7 @@
 
 #include "command.h"
 #include "interruption.h"
+#include "printable.h"
 #include "standardstreams.h"
 
 #include <model/replacefile.h>
@@ -110,7 +111,11 @@ void Console::tell(const QString &text)
 void Console::message(const QByteArray &kind, const QString &text)
 {
     m_progress.clear();
-    writeToStandardError(kind + text.toLocal8Bit() + '\n');
+    QByteArray shown;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (const QString &line : lines)
+        shown += printable(line) + '\n';
+    writeToStandardError(kind + shown);
 }
 
 bool Console::isInterrupted() const

@@ -9,6 +9,7 @@
 
 #include <tool/command.h>
 #include <tool/console.h>
+#include <tool/printable.h>
 
 #include <QApplication>
 #include <QDir>
@@ -50,6 +51,7 @@ private Q_SLOTS:
     void leavesTheFileOnAFullDisk();
     void writesInAReadOnlyFolder();
     void tellsWhenMemoryIsShort();
+    void sendsNoCommandsToTheTerminal();
 
 private:
     QString path(const QString &name) const { return m_folder.filePath(name); }
@@ -580,27 +582,24 @@ void TestProgram::tellsWhenMemoryIsShort()
 #ifdef __SANITIZE_ADDRESS__
     QSKIP("the sanitizer reserves memory beyond any limit");
 #endif
-    QByteArray ports;
-    for (int port = 0; port < 64; ++port) {
-        ports += "<ProbeIn index=\"" + QByteArray::number(port) + "\">";
-        for (int net = 0; net < 256; ++net)
-            ports += "<Signal name=\"a/rather/long/name/of_a_net_" + QByteArray::number(net) +
-                     "\" kind=\"net\"/>";
-        ports += "</ProbeIn>";
-    }
-    QByteArray cores;
-    for (int core = 0; core < 16; ++core)
-        cores +=
-            "<Core index=\"" + QByteArray::number(core) + "\" module=\"m\">" + ports + "</Core>";
-    writeFile(path("large.tarn"), "<TARN_CONFIG><Version>1.0</Version>" + cores + "</TARN_CONFIG>");
-    writeFile(path("kept.txt"), "kept\n");
-    const ToolRun run = runTool({"show", "-o", "kept.txt", "large.tarn"},
-                                {m_folder.path(), {}, "ulimit -v 120000", {}, {}});
+    QFile large(path("large.json"));
+    QVERIFY(large.open(QIODevice::WriteOnly) && large.resize(300000000));
+    writeFile(path("b.tarn"), Config);
+    const ToolRun run =
+        runTool({"write", "b.tarn"}, {m_folder.path(), {}, "ulimit -v 120000", "<large.json", {}});
+    large.remove();
     QCOMPARE(run.errors, QString("tarn: there is not enough memory\n"));
     QCOMPARE(run.exitCode, 2);
-    QCOMPARE(readFile(path("kept.txt")), QByteArray("kept\n"));
-    QCOMPARE(runHere({"show", "-o", "kept.txt", "large.tarn"}).exitCode, 0);
-    QVERIFY(readFile(path("kept.txt")).size() > 5000000);
+    QCOMPARE(readFile(path("b.tarn")), QByteArray(Config));
+}
+
+void TestProgram::sendsNoCommandsToTheTerminal()
+{
+    const QString name = QString("a\x1b[31m\t\u009b\u00e9.tarn");
+    QCOMPARE(runHere({"show", name}).errors,
+             QString("tarn: Can not read a\\x1b[31m\\x09\\x9b\u00e9.tarn. No such file or "
+                     "directory\n"));
+    QCOMPARE(Tool::printable("a\nb\u007f"), QByteArray("a\\x0ab\\x7f"));
 }
 
 TARN_TEST_MAIN(TestProgram)
