@@ -723,6 +723,15 @@ void TestConfigJson::schemaAndReaderAgree()
             verdicts.at(i) == refusal.isEmpty(),
             qPrintable(QStringLiteral("seed %1: ").arg(seed) + refusal + '\n' + documents.at(i)));
     }
+    // The program says the same.
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.tarn"));
+    for (int i = 0; i < qMin(40, documents.size()); ++i) {
+        QFile::remove(path);
+        const TarnTest::ToolRun run = TarnTest::runTool({"write", path}, {{}, documents.at(i)});
+        QCOMPARE(run.exitCode, verdicts.at(i) ? 0 : 2);
+        QCOMPARE(QFile::exists(path), verdicts.at(i));
+    }
     const int accepted = verdicts.count(true);
     QVERIFY2(accepted > documents.size() / 10 && accepted < documents.size() * 9 / 10,
              qPrintable(QString::number(accepted)));
