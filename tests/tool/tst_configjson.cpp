@@ -728,7 +728,8 @@ void TestConfigJson::schemaAndReaderAgree()
     const QString path = folder.filePath(QStringLiteral("a.tarn"));
     for (int i = 0; i < qMin(40, documents.size()); ++i) {
         QFile::remove(path);
-        const TarnTest::ToolRun run = TarnTest::runTool({"write", path}, {{}, documents.at(i)});
+        const TarnTest::ToolRun run =
+            TarnTest::runTool({"write", path}, {{}, documents.at(i), {}, {}, {}});
         QCOMPARE(run.exitCode, verdicts.at(i) ? 0 : 2);
         QCOMPARE(QFile::exists(path), verdicts.at(i));
     }
