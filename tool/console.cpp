@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace Tool {
@@ -24,12 +25,6 @@ constexpr int PieceSize = 64 * 1024;
 QString shown(const QString &path)
 {
     return QDir::toNativeSeparators(path);
-}
-
-bool isSameFile(const QString &path, const QString &other)
-{
-    const QString canonical = QFileInfo(path).canonicalFilePath();
-    return !canonical.isEmpty() && canonical == QFileInfo(other).canonicalFilePath();
 }
 
 /// Why no file can be written at @p path, empty when nothing is known against it.
@@ -49,17 +44,10 @@ QString reasonAgainst(const QString &path)
 
 } // namespace
 
-bool Console::setOutputFile(const QString &path, const QStringList &inputs)
+bool Console::setOutputFile(const QString &path)
 {
     if (path == QLatin1String("-"))
         return true;
-    for (const QString &input : inputs) {
-        if (isSameFile(path, input)) {
-            error(QStringLiteral("the output would replace %1, which is read; choose another file")
-                      .arg(shown(input)));
-            return false;
-        }
-    }
     const QString reason = reasonAgainst(path);
     if (!reason.isEmpty()) {
         error(QStringLiteral("cannot write %1: %2; choose another file").arg(shown(path), reason));
@@ -67,6 +55,23 @@ bool Console::setOutputFile(const QString &path, const QStringList &inputs)
     }
     m_outputFile = path;
     return true;
+}
+
+bool Console::sparesInputs(const QStringList &inputs)
+{
+    const QString output =
+        m_outputFile.isEmpty() ? QString() : QFileInfo(m_outputFile).canonicalFilePath();
+    const auto isOutput = [&output](const QString &input) {
+        return QFileInfo(input).canonicalFilePath() == output;
+    };
+    // A file that does not exist yet is none of them.
+    const auto found =
+        output.isEmpty() ? inputs.end() : std::find_if(inputs.begin(), inputs.end(), isOutput);
+    if (found == inputs.end())
+        return true;
+    error(QStringLiteral("the output would replace %1, which is read; choose another file")
+              .arg(shown(*found)));
+    return false;
 }
 
 void Console::write(const QByteArray &text)

@@ -23,9 +23,12 @@ public:
     Console &operator=(const Console &) = delete;
 
     /// Makes @p path the output file; "-" is the standard output. Returns false after an error
-    /// message when the file can not be written, as far as this can be known now, or when it is one
-    /// of @p inputs.
-    bool setOutputFile(const QString &path, const QStringList &inputs);
+    /// message when the file can not be written, as far as this can be known now.
+    bool setOutputFile(const QString &path);
+
+    /// Returns false after an error message when the output file is one of @p inputs, which the
+    /// command reads.
+    bool sparesInputs(const QStringList &inputs);
 
     /// A part of the result.
     void write(const QByteArray &text);

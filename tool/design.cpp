@@ -114,6 +114,16 @@ bool findDefaultProject(const Invocation &invocation, Console *console, TE::Proj
     return false;
 }
 
+QStringList filesOf(const TE::Project &project)
+{
+    QStringList files = project.libraryFiles;
+    if (!project.filePath.isEmpty())
+        files.append(project.filePath);
+    for (const TE::ProjectSource &source : project.sources)
+        files.append(source.path);
+    return files;
+}
+
 /// Shows how far the extraction is.
 class Progress final : public NETWEIR::ExtractionMonitor
 {
@@ -252,7 +262,8 @@ bool findProject(const Invocation &invocation, Console *console, TE::Project *pr
 
 bool readDesign(const Invocation &invocation, Console *console, Design *design)
 {
-    if (!findProject(invocation, console, &design->project))
+    if (!findProject(invocation, console, &design->project) ||
+        !console->sparesInputs(filesOf(design->project)))
         return false;
     design->netlist = DesignReader(design->project, console).read();
     return design->netlist != nullptr;

@@ -74,13 +74,29 @@ QString optionHelp(const Option &option)
     return option.repeated ? option.help + QLatin1String("; may be repeated") : option.help;
 }
 
+constexpr char MoreHelp[] = "\"tarn COMMAND --help\" tells what a command takes.\n";
+
+/// The commands whose names begin with @p beginning.
+QVector<Row> commandRows(const QString &beginning)
+{
+    QVector<Row> rows;
+    for (const Command *command : commands()) {
+        if (command->name.startsWith(beginning))
+            rows.append({command->name, command->summary});
+    }
+    return rows;
+}
+
 } // namespace
+
+QString groupHelp(const QString &group)
+{
+    return QStringLiteral("Usage: tarn %1 COMMAND [ARGUMENT...]\n\nCommands:\n%2\n%3")
+        .arg(group, table(commandRows(group + QLatin1Char(' '))), QLatin1String(MoreHelp));
+}
 
 QString programHelp()
 {
-    QVector<Row> rows;
-    for (const Command *command : commands())
-        rows.append({command->name, command->summary});
     return QLatin1String(
                "Usage: tarn COMMAND [ARGUMENT...]\n"
                "       tarn --help | --version\n"
@@ -89,10 +105,8 @@ QString programHelp()
                "without a\nwindow.\n"
                "\n"
                "Commands:\n") +
-           table(rows) +
+           table(commandRows(QString())) + QLatin1Char('\n') + QLatin1String(MoreHelp) +
            QLatin1String("\n"
-                         "\"tarn COMMAND --help\" tells what a command takes.\n"
-                         "\n"
                          "Exit codes: 0 success; 1 findings, or nothing matches; 2 wrong usage, "
                          "unusable\ninput, or the result cannot be written.\n");
 }

@@ -46,6 +46,14 @@ QStringList commandsOf(const QString &group)
     return names;
 }
 
+/// Whether the arguments are those of "tarn export --help".
+bool asksForGroup(const QStringList &arguments)
+{
+    const QString second = arguments.value(1);
+    return (second == QLatin1String("--help") || second == QLatin1String("-h")) &&
+           !commandsOf(arguments.first()).isEmpty();
+}
+
 int refuseCommand(Console *console, const QString &word)
 {
     const QStringList group = commandsOf(word);
@@ -71,10 +79,11 @@ int runCommand(const Command &command, const QStringList &arguments, Console *co
     if (invocation.showHelp)
         return showText(console, commandHelp(command));
     const QString output = invocation.value(QLatin1String(OutputOption));
-    QStringList inputs = invocation.files;
-    inputs.append(invocation.design.projectFile);
-    inputs.append(invocation.design.arguments);
-    if (!output.isEmpty() && !console->setOutputFile(output, inputs))
+    if (!output.isEmpty() && !console->setOutputFile(output))
+        return Failure;
+    const DesignArguments &design = invocation.design;
+    if (!console->sparesInputs(invocation.files + design.arguments) ||
+        !console->sparesInputs({design.projectFile}))
         return Failure;
     return command.run(invocation, console);
 }
@@ -83,9 +92,11 @@ int showHelp(const QStringList &words, Console *console)
 {
     if (words.isEmpty())
         return showText(console, programHelp());
-    const Command *command = findCommand(words);
-    return command ? showText(console, commandHelp(*command))
-                   : refuseCommand(console, words.first());
+    if (const Command *command = findCommand(words))
+        return showText(console, commandHelp(*command));
+    if (words.size() == 1 && !commandsOf(words.first()).isEmpty())
+        return showText(console, groupHelp(words.first()));
+    return refuseCommand(console, words.first());
 }
 
 int runProgram(const QStringList &arguments, Console *console)
@@ -99,6 +110,8 @@ int runProgram(const QStringList &arguments, Console *console)
         return showText(console, QStringLiteral("tarn " TARN_VERSION "\n"));
     if (first == QLatin1String("help"))
         return showHelp(arguments.mid(1), console);
+    if (asksForGroup(arguments))
+        return showHelp({first}, console);
     if (first.startsWith(QLatin1Char('-')))
         return refuse(console, QStringLiteral("unknown option %1").arg(first));
     const Command *command = findCommand(arguments);

@@ -153,6 +153,17 @@ void TestProgram::suggestsTheCommandsOfAGroup()
              QString("tarn: export is the beginning of several commands"));
     QVERIFY(run.errors.contains("export map"));
     QCOMPARE(run.exitCode, 2);
+    for (const QStringList &arguments :
+         {QStringList({"export", "--help"}), QStringList({"export", "-h"}),
+          QStringList({"help", "export"})}) {
+        const ToolRun help = runTool(arguments);
+        QCOMPARE(help.errors, QString());
+        QVERIFY2(help.output.startsWith("Usage: tarn export COMMAND [ARGUMENT...]\n\nCommands:\n"
+                                        "  export map "),
+                 help.output.constData());
+        QVERIFY(!help.output.contains("tarn nets"));
+        QCOMPARE(help.exitCode, 0);
+    }
 }
 
 void TestProgram::findsTheProject_data()
@@ -445,6 +456,14 @@ void TestProgram::refusesAnOutputFile_data()
         << "the output would replace named.json, which is read; choose another file";
     QTest::newRow("a source") << QStringList({"nets", "-o", "m.v", "m.v", "clk"})
                               << "the output would replace m.v, which is read; choose another file";
+    QTest::newRow("a list") << QStringList({"nets", "-o", "m.f", "-f", "m.f", "clk"})
+                            << "the output would replace m.f, which is read; choose another file";
+    QTest::newRow("a source in a list")
+        << QStringList({"nets", "-o", "m.v", "-f", "m.f", "clk"})
+        << "the output would replace ~/m.v, which is read; choose another file";
+    QTest::newRow("a project that is not named")
+        << QStringList({"nets", "-o", "named.json", "clk"})
+        << "the output would replace ~/named.json, which is read; choose another file";
 }
 
 void TestProgram::refusesAnOutputFile()
@@ -452,7 +471,8 @@ void TestProgram::refusesAnOutputFile()
     QFETCH(QStringList, arguments);
     QFETCH(QString, errors);
     QFile::link("a.tarn", path("linked.tarn"));
-    writeFile(path("other/named.json"), "");
+    writeFile(path("other/named.json"), Project);
+    writeFile(path("m.f"), "m.v\n");
     QFile::link("other/named.json", path("named.json"));
     const ToolRun run = runHere(arguments);
     QCOMPARE(run.errors, "tarn: " + errors.replace('~', m_folder.path()) + '\n');
@@ -561,14 +581,14 @@ void TestProgram::writesInAReadOnlyFolder()
             return "cannot become another user";
         qputenv("XDG_STATE_HOME", "/nonexistent");
         Tool::Console good;
-        if (!good.setOutputFile(folder + "/old.txt", {}))
+        if (!good.setOutputFile(folder + "/old.txt"))
             return "the file cannot be written";
         good.write("new\n");
         if (good.finish(0) != 0 || readFile(folder + "/old.txt") != "new\n")
             return "the file was not written";
         for (const char *name : {"/none.txt", "/fixed.txt"}) {
             Tool::Console bad;
-            if (bad.setOutputFile(folder + name, {}))
+            if (bad.setOutputFile(folder + name))
                 return QString("%1 can be written").arg(name);
         }
         return QString();
