@@ -163,9 +163,15 @@ class Package:
                 for group in groups if group.strip()]
 
 
-def make_packages(build_tree, folder):
-    run(["cpack", "--config", build_tree / "CPackConfig.cmake", "-B", folder])
-    shutil.rmtree(folder / "_CPack_Packages")
+def make_packages(build_tree, folder, problems):
+    """Makes the packages twice and compares the bytes."""
+    environment = {**os.environ, "SOURCE_DATE_EPOCH": "1000000000"}
+    for place in (folder, folder / "again"):
+        run(["cpack", "--config", build_tree / "CPackConfig.cmake", "-B", place], env=environment)
+        shutil.rmtree(place / "_CPack_Packages")
+    for path in folder.glob("*.deb"):
+        problems.expect(path.read_bytes() == (folder / "again" / path.name).read_bytes(),
+                        f"{path.name}: not the same bytes when made again")
 
 
 def check_prefix(build_tree, packages, folder, problems):
@@ -481,6 +487,13 @@ def check_tool(root, version, problems):
     for name in usable_examples():
         file = root.path / f"usr/share/tarn/examples/{name}/{name}.tarn"
         problems.expect("in0" in root.run("tarn", "show", file), f"tarn show {name} shows no port")
+        # With the project file beside it.
+        problems.expect(root.run("tarn", "check", file) == "", f"tarn check {name} has findings")
+    completion = root.path / "usr/share/bash-completion/completions/tarn"
+    words = run(["bash", "-c", f"""COMP_WORDS=(tarn ch); COMP_CWORD=1; . '{completion}'
+        $(complete -p tarn | sed 's/.*-F \\([^ ]*\\).*/\\1/') tarn ch tarn
+        echo "${{COMPREPLY[@]}}" """])
+    problems.expect(words.strip() == "check", f"tarn ch is completed to: {words}")
 
 
 # --- development --------------------------------------------------------------------------------
@@ -592,7 +605,7 @@ def check_installed(root, packages, arguments, problems):
 
 def test(arguments, folder, problems):
     if (arguments.packages / "CPackConfig.cmake").is_file():
-        step(make_packages, arguments.packages, folder / "packages")
+        step(make_packages, arguments.packages, folder / "packages", problems)
         packages = find_packages(folder / "packages")
         step(check_prefix, arguments.packages, packages, folder, problems)
     else:
