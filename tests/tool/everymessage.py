@@ -46,7 +46,8 @@ def texts_of(folder):
         for match in LITERAL.finditer(path.read_text()):
             text = "".join(PART.findall(match[1]))
             text = re.sub(r"\\(.)", lambda escape: "\n" if escape[1] == "n" else escape[1], text)
-            if len(re.findall(r"\w\w+", text)) > 1 and " " in text.strip():
+            is_pattern = "(?:" in text
+            if len(re.findall(r"\w\w+", text)) > 1 and " " in text.strip() and not is_pattern:
                 yield path.name, text
 
 
