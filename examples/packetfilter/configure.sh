@@ -8,6 +8,7 @@
 # Writes to FOLDER:
 #   lane0.tarn ... lane3.tarn  the configurations, checked against the design
 #   lane0.json ... lane3.json  the net behind each bit, for programs that talk to the cores
+#   lane0.sv                   the cores of lane 0 for a simulation beside the test bench pf_tb
 set -eu
 
 design=$(dirname -- "$0")/packetfilter.json
@@ -45,3 +46,4 @@ tarn check "$design" "$1"/lane?.tarn
 for lane in 0 1 2 3; do
     tarn export map --format json -o "$1/lane$lane.json" "$1/lane$lane.tarn"
 done
+tarn export simulation --tb-path pf_tb.dut -o "$1/lane0.sv" "$design" "$1/lane0.tarn"

@@ -8,6 +8,7 @@
 # Writes to FOLDER:
 #   sensorhub.tarn  the configuration, checked against the design
 #   sensorhub.csv   the net behind each bit, for programs that talk to the cores
+#   sensorhub.v     the cores for a simulation beside the test bench hub_tb
 set -eu
 
 design=$(dirname -- "$0")/sensorhub.json
@@ -46,3 +47,5 @@ tarn edit --new "$config" "$design" \
 tarn check "$design" "$config"
 
 tarn export map -o "$1/sensorhub.csv" "$config"
+tarn export simulation --language verilog --tb-path hub_tb.dut -o "$1/sensorhub.v" "$design" \
+    "$config"
