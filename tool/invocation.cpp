@@ -9,8 +9,6 @@
 
 #include <QFileInfo>
 
-#include <QFileInfo>
-
 #include <algorithm>
 
 namespace Tool {

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void failsOnABadStandardOutput();
     void closedStreamsHitNoFile();
     void leavesTheFileOnAFullDisk();
+    void tellsWhenTheTemporaryFolderIsFull();
     void writesInAReadOnlyFolder();
     void tellsWhenMemoryIsShort();
     void sendsNoCommandsToTheTerminal();
@@ -561,6 +562,26 @@ void TestProgram::leavesTheFileOnAFullDisk()
         const QStringList files = QDir(disk).entryList(QDir::Files | QDir::Hidden);
         return files == QStringList({"config.tarn", "filling", "old.txt"}) ? QString()
                                                                            : files.join(' ');
+    });
+    QCOMPARE(error, QString());
+}
+
+void TestProgram::tellsWhenTheTemporaryFolderIsFull()
+{
+    if (::geteuid() != 0)
+        QSKIP("only root may mount disks");
+    const QString disk = path("temporary");
+    QVERIFY(QDir().mkpath(disk));
+    const QString error = inChild([&]() -> QString {
+        if (!mountSmallDisk(disk, 16 * 1024))
+            return "cannot mount a disk";
+        const ToolRun run = runTool({"nets", TARN_EXAMPLES_DIR "/sensorhub/sensorhub.json", "x"},
+                                    {{}, {}, {}, {}, {"TMPDIR=" + disk}});
+        const QString expected = "tarn: The temporary folder in " + disk +
+                                 " cannot be written to: No space left on device";
+        if (run.exitCode != 2 || !run.errors.startsWith(expected) || !run.output.isEmpty())
+            return run.errors;
+        return QDir(disk).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join(' ');
     });
     QCOMPARE(error, QString());
 }
