@@ -56,27 +56,6 @@ QVector<QDir> defaultFolders(const Invocation &invocation)
     return folders;
 }
 
-/// The JSON files of a folder, by name, of which only some are projects.
-struct FolderContent
-{
-    QStringList projects; ///< Paths.
-    QStringList others;   ///< Names.
-};
-
-FolderContent contentOf(const QDir &folder)
-{
-    FolderContent content;
-    const QFileInfoList files =
-        folder.entryInfoList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
-    for (const QFileInfo &file : files) {
-        if (TE::isProjectFile(file.filePath()))
-            content.projects.append(file.filePath());
-        else
-            content.others.append(file.fileName());
-    }
-    return content;
-}
-
 QString severalProjects(const QStringList &projects)
 {
     QStringList names;
@@ -96,18 +75,17 @@ bool findDefaultProject(const Invocation &invocation, Console *console, TE::Proj
 {
     QStringList looked;
     for (const QDir &folder : defaultFolders(invocation)) {
-        const FolderContent content = contentOf(folder);
-        if (content.projects.size() == 1)
-            return readProjectFile(content.projects.first(), console, project);
-        if (content.projects.size() > 1) {
-            console->error(severalProjects(content.projects));
+        QStringList others;
+        const QStringList projects = TE::projectFilesIn(folder.path(), &others);
+        if (projects.size() == 1)
+            return readProjectFile(projects.first(), console, project);
+        if (projects.size() > 1) {
+            console->error(severalProjects(projects));
             return false;
         }
         QString place = shown(folder.path());
-        if (!content.others.isEmpty()) {
-            place += QStringLiteral(" (not a project: %1)")
-                         .arg(content.others.join(QLatin1String(", ")));
-        }
+        if (!others.isEmpty())
+            place += QStringLiteral(" (not a project: %1)").arg(others.join(QLatin1String(", ")));
         looked.append(place);
     }
     console->error(noProject(looked));

@@ -85,6 +85,10 @@ TE_EXPORT bool readProject(const QString &path, Project *project, QString *error
 /// Other JSON files are common beside sources.
 TE_EXPORT bool isProjectFile(const QString &path);
 
+/// The project files in @p folder, by name. The names of its other JSON files go to @p others,
+/// which may be null.
+TE_EXPORT QStringList projectFilesIn(const QString &folder, QStringList *others);
+
 /// Writes @p project to its filePath, replacing the file atomically. Paths below the project's
 /// folder are stored relative to it.
 TE_EXPORT bool writeProject(const Project &project, QString *error);

@@ -409,4 +409,18 @@ bool isProjectFile(const QString &path)
                        [&known](const QString &key) { return known.contains(key); });
 }
 
+QStringList projectFilesIn(const QString &folder, QStringList *others)
+{
+    QStringList projects;
+    const QFileInfoList files =
+        QDir(folder).entryInfoList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
+    for (const QFileInfo &file : files) {
+        if (isProjectFile(file.filePath()))
+            projects.append(file.filePath());
+        else if (others)
+            others->append(file.fileName());
+    }
+    return projects;
+}
+
 } // namespace TE

@@ -132,17 +132,13 @@ void Application::readProjectBesideFile()
 {
     if (m_commandLine.tarnFiles.isEmpty())
         return;
-    QStringList projects;
-    const QDir folder = QFileInfo(m_commandLine.tarnFiles.first()).dir();
-    for (const QFileInfo &file : folder.entryInfoList({QStringLiteral("*.json")}, QDir::Files)) {
-        if (TE::isProjectFile(file.filePath()))
-            projects.append(file.filePath());
-    }
+    const QString folder = QFileInfo(m_commandLine.tarnFiles.first()).path();
+    const QStringList projects = TE::projectFilesIn(folder, nullptr);
     TE::Project project;
     QString error;
     if (projects.size() > 1)
         m_warnings.append(tr("There are several project files in %1. Open the one to use.")
-                              .arg(QDir::toNativeSeparators(folder.path())));
+                              .arg(QDir::toNativeSeparators(folder)));
     else if (projects.size() == 1 && TE::readProject(projects.first(), &project, &error))
         m_project = project;
     else if (!error.isEmpty())

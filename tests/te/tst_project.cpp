@@ -155,6 +155,7 @@ private Q_SLOTS:
     void typeNamesAreUnique();
     void knowsProjectFiles_data();
     void knowsProjectFiles();
+    void findsProjectFiles();
     void readsEveryField();
     void missingKeysGiveDefaults();
     void readsLibrariesOfVhdlFiles_data();
@@ -247,6 +248,22 @@ void TestProject::knowsProjectFiles()
     QCOMPARE(isProjectFile(path), isProject);
     QCOMPARE(isProjectFile(folder.path()), false);
     QCOMPARE(isProjectFile(folder.filePath("none.json")), false);
+}
+
+void TestProject::findsProjectFiles()
+{
+    QTemporaryDir folder;
+    for (const char *name : {"b.json", "a.json", "C.JSON", "a.txt", "sub/d.json"})
+        writeFile(folder.filePath(name), R"({"version": 1})");
+    for (const char *name : {"other.json", "bad.json"})
+        writeFile(folder.filePath(name), "{");
+    QStringList others;
+    QCOMPARE(projectFilesIn(folder.path(), &others),
+             QStringList({folder.filePath("C.JSON"), folder.filePath("a.json"),
+                          folder.filePath("b.json")}));
+    QCOMPARE(others, QStringList({"bad.json", "other.json"}));
+    QCOMPARE(projectFilesIn(folder.path(), nullptr).size(), 3);
+    QCOMPARE(projectFilesIn(folder.filePath("none"), &others), QStringList());
 }
 
 void TestProject::readsEveryField()
