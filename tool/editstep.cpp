@@ -62,7 +62,7 @@ QString shortened(const QString &text)
 bool parseTarget(const QString &word, EditTarget *target)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^(?:tarn_)?(-?[0-9]+)(?:\\.(in|out)([0-9]+))?$"));
+        QStringLiteral("\\A(?:tarn_)?(-?[0-9]+)(?:\\.(in|out)([0-9]+))?\\z"));
     const QRegularExpressionMatch match = pattern.match(word);
     bool isCore = false;
     bool isPort = true;

@@ -99,7 +99,8 @@ std::optional<SignalItem> SignalChoice::findName(const QString &name, ProbeType 
     const TARN::SignalFit fit = TARN::fitOf(*item, type, m_names);
     if (fit.unusable > 0) {
         *warning = asReason(TARN::unusableText(*item, type, fit)) +
-                   QStringLiteral(", so ports get the bus without them");
+                   (fit.unusable == 1 ? QStringLiteral(", so ports get the bus without it")
+                                      : QStringLiteral(", so ports get the bus without them"));
     }
     return item;
 }

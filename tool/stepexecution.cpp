@@ -223,7 +223,7 @@ bool StepExecution::setValue(const QString &value)
     const int width = TARN::widthOf(m_config->port(m_core, ProbeTypeOut, m_target.port).signals);
     if (width == 0)
         return fail(QStringLiteral("the port has no signals; add some first"));
-    static const QRegularExpression pattern(QStringLiteral("^0x([0-9A-Fa-f]+)$"));
+    static const QRegularExpression pattern(QStringLiteral("\\A0x([0-9A-Fa-f]+)\\z"));
     const QRegularExpressionMatch match = pattern.match(value);
     if (!match.hasMatch()) {
         return fail(QStringLiteral("%1 is no value; write \"0x\" and hexadecimal digits")

@@ -70,6 +70,7 @@ void fill(NETWEIR::NetlistBuilder *builder, NETWEIR::Hierachy *node)
     builder->addBus(node, QStringLiteral("mode"), 0, 4);
     builder->addBus(node, QStringLiteral("part"), 3, 0, {{}, NotOut, {}, NotOut});
     builder->addBus(node, QStringLiteral("gone"), 1, 0, {NotIn, NotIn});
+    builder->addBus(node, QStringLiteral("most"), 2, 0, {NotIn, {}, {}});
     builder->addBus(node, QStringLiteral("wide"), 99, 0);
     builder->addBus(node, QStringLiteral("m[0]"), 2, 0);
     builder->addBus(node, QStringLiteral("m[1]"), 2, 0);
@@ -630,6 +631,8 @@ void TestEditSteps::impossibleStepsAreRefused_data()
                              "hexadecimal digits");
     row("value 0.out0 0x", "step 1 (value 0.out0 0x): \"0x\" is no value; write \"0x\" and "
                            "hexadecimal digits");
+    row("value 0.out1 0x1\n", "step 1 (value 0.out1 0x1\n): \"0x1\n\" is no value; write \"0x\" "
+                              "and hexadecimal digits");
     row("value 0.out0 0x1g", "step 1 (value 0.out0 0x1g): \"0x1g\" is no value; write \"0x\" and "
                              "hexadecimal digits");
     row("value 0.out0 0x1", "step 1 (value 0.out0 0x1): the value has 1 digit; a port with 6 bits "
@@ -742,6 +745,8 @@ void TestEditSteps::unclearStepsAreRefused_data()
     row("add-in", "step 1 (add-in): a word is missing; write add-in CORE");
     row("add-core 3", "step 2 (3): there is no such step; the steps are add-core, add-in, add-out, "
                       "signals, value, clock, remove, replace, replace-prefix");
+    row("add-in 0\n", "step 1 (add-in 0\n): \"0\n\" is no core, such as 0, and no port, such as "
+                      "0.in3 or 0.out3; write add-in CORE");
     row("add-in 0.in0", "step 1 (add-in 0.in0): a port is given in place of a core; write add-in "
                         "CORE");
     row("add-in zero", "step 1 (add-in zero): \"zero\" is no core, such as 0, and no port, such as "
@@ -809,6 +814,10 @@ void TestEditSteps::bitsLeftOutAreToldAbout()
              QStringList(QStringLiteral("2 bits of the bus top/part[3:0] cannot be driven: the "
                                         "design drives them, or they are no wires, so ports get "
                                         "the bus without them")));
+    QCOMPARE(session.run(QStringLiteral("signals 0.in2 top/most[2:0]")), QString());
+    QCOMPARE(session.warnings(), QStringList(QStringLiteral(
+                                     "the bit top/most[2] cannot be read: it has no value in the "
+                                     "hardware, so ports get the bus without it")));
     QCOMPARE(session.run(QStringLiteral("signals 0.out2 top/Enable")), QString());
     QCOMPARE(session.warnings(), QStringList());
     QCOMPARE(session.run(QStringLiteral("replace top/Enable top/u0/part[3:0]")), QString());
