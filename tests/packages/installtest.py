@@ -44,7 +44,7 @@ ALLOWED = {
         r"usr/share/applications/tarn-workbench\.desktop",
         r"usr/share/bash-completion/completions/tarn",
         r"usr/share/doc/tarn-workbench/(README\.md|changelog\.gz|changelog\.Debian\.gz|copyright"
-        r"|examples|docs/[\w-]+\.md|docs/images/[\w-]+\.png)",
+        r"|examples|docs/[\w-]+\.md|docs/images/[\w-]+\.(png|svg))",
         r"usr/share/icons/hicolor/\d+x\d+/(apps/tarn-workbench|mimetypes/application-x-tarn\+xml)"
         r"\.png",
         r"usr/share/icons/hicolor/scalable/(apps/tarn-workbench|mimetypes/application-x-tarn\+xml)"
@@ -52,7 +52,7 @@ ALLOWED = {
         r"usr/share/lintian/overrides/tarn-workbench",
         r"usr/share/man/man1/(tarn|tarn-workbench)\.1\.gz",
         r"usr/share/mime/packages/tarn-workbench\.xml",
-        r"usr/share/tarn/examples/\w+/[\w./-]+",
+        r"usr/share/tarn/examples/([\w-]+\.sh|\w+/[\w./-]+)",
         r"usr/share/tarn/schema/[\w-]+\.schema\.json",
         r"usr/share/tarn/translations/tarninserter_\w+\.qm",
     ),
