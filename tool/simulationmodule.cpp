@@ -21,6 +21,10 @@ namespace {
 
 constexpr int Indentation = 4;
 
+/// Of Verilator: several tops, driven inputs of instances, and nonblocking assignments without a
+/// clock.
+constexpr const char *HarmlessWarnings[] = {"MULTITOP", "ASSIGNIN", "COMBDLY"};
+
 QByteArray number(int value)
 {
     return QByteArray::number(value);
@@ -99,6 +103,8 @@ SimulationModule::SimulationModule(const QList<TARN::TarnCore *> &cores,
     for (const TARN::TarnCore *core : cores)
         writeCore(coreOf(*core));
     line(0, "endmodule");
+    for (const char *warning : HarmlessWarnings)
+        line(0, QByteArray("/* verilator lint_on ") + warning + " */");
 }
 
 // ----- What is in the module -----
@@ -194,7 +200,8 @@ void SimulationModule::writeHead()
             "does the");
     line(0, "// parameter SHOW_CHANGES.");
     line(0, QByteArray());
-    line(0, "/* verilator lint_off MULTITOP */");
+    for (const char *warning : HarmlessWarnings)
+        line(0, QByteArray("/* verilator lint_off ") + warning + " */");
     line(0, "module " + module + " #(parameter SHOW_CHANGES = 0);");
     line(0, QByteArray());
     line(1, keywordFor(m_options.isSystemVerilog) + " show_changes;");
@@ -291,10 +298,8 @@ void SimulationModule::writeDrivers(const Port &port, const QByteArray &source)
             }
             const QByteArray assignment =
                 bits.driving == SimulatedBits::Nonblocking ? " <= " : " = ";
-            line(2, "// verilator lint_off COMBDLY");
             line(2, "initial " + bits.reference + " = " + driving + "; // " + comment);
             line(2, "always @(" + source + ") " + bits.reference + assignment + driving + ';');
-            line(2, "// verilator lint_on COMBDLY");
         }
     }
 }

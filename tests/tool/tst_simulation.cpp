@@ -148,14 +148,10 @@ void TestSimulation::probeOutDrivesItsSignals()
     QCOMPARE(section(module.text(), "logic [3:0] out0"),
              QString("logic [3:0] out0 = 4'hA;\n"
                      "assign tb.dut.data[3:2] = out0[3:2]; // [3:2] top/data[3:0]\n"
-                     "// verilator lint_off COMBDLY\n"
                      "initial tb.dut.half[0] = out0[1]; // [1] top/half[0]\n"
                      "always @(out0) tb.dut.half[0] <= out0[1];\n"
-                     "// verilator lint_on COMBDLY\n"
-                     "// verilator lint_off COMBDLY\n"
                      "initial tb.dut.now = out0[0]; // [0] top/now\n"
                      "always @(out0) tb.dut.now = out0[0];\n"
-                     "// verilator lint_on COMBDLY\n"
                      "always @(out0) if (show_changes)\n"
                      "$display(\"%0t core 3 Probe Out 0: %h\", $time, out0);"));
 }

@@ -25,7 +25,8 @@ module leaf (
     input  logic       clk,
     input  logic [3:0] from,
     output logic [3:0] q,
-    output wire        hole_out
+    output wire        hole_out,
+    input  wire  [1:0] open
 );
     wire  [3:0] hole;
     logic [3:0] vhole;
@@ -83,7 +84,7 @@ module zoo (
     end
     for (genvar n = -1; n < 2; n++) begin : g
         wire [3:0] inner = count[3:0] + n;
-        leaf u (.clk, .from(inner), .q(), .hole_out());
+        leaf u (.clk, .from(inner), .q(), .hole_out(), .open());
         for (genvar m = 0; m < 2; m++) begin : h
             wire [1:0] deep = inner[m*2 +: 2];
         end
@@ -96,8 +97,8 @@ module zoo (
     end
 
     // Instances
-    leaf \l/0.1 (.clk, .from(count[3:0]), .q(), .hole_out());
-    leaf row[0:1] (.clk, .from(count[7:0]), .q(), .hole_out());
+    leaf \l/0.1 (.clk, .from(count[3:0]), .q(), .hole_out(), .open());
+    leaf row[0:1] (.clk, .from(count[7:0]), .q(), .hole_out(), .open());
     bus_if bus (.clk);
     bus_if buses[0:1] (.clk);
     assign bus.data = count[3:0];

@@ -5,7 +5,8 @@
 module leaf (
     input            clk,
     input      [3:0] from,
-    output reg [3:0] q
+    output reg [3:0] q,
+    input      [1:0] open
 );
     wire [3:0] hole;
     wire       \hole.[0] ;
@@ -34,15 +35,15 @@ module zoo (
     generate
         for (n = 0; n < 2; n = n + 1) begin : do
             wire [3:0] inner = count[3:0] + n;
-            leaf u (.clk(clk), .from(inner), .q());
+            leaf u (.clk(clk), .from(inner), .q(), .open());
         end
         if (1) begin : \s.t
             wire inner = count[7];
         end
     endgenerate
 
-    leaf \l/0.1 (.clk(clk), .from(count[3:0]), .q());
-    leaf row[0:1] (.clk(clk), .from(count), .q());
+    leaf \l/0.1 (.clk(clk), .from(count[3:0]), .q(), .open());
+    leaf row[0:1] (.clk(clk), .from(count), .q(), .open());
 
     wire [7:0] hole;
     wire       package;
