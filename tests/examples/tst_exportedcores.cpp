@@ -294,12 +294,14 @@ void TestExportedCores::sensorHubStartsWithTheInitialValues()
     simulation.files +=
         {examplePath("sensorhub", "tb/kx_primitives.v"), examplePath("sensorhub", "tb/hub_tb.v"),
          module, dataPath("hub_monitor.v")};
+    simulation.options.append("-Ptarn_probes.SHOW_CHANGES=1");
     const Run built =
         buildWithIcarus(simulation, {"tarn_probes", "hub_monitor"}, "2012", m_folder->path());
     QVERIFY2(built.exitCode == 0, qPrintable(built.output));
     const Run result = runWithIcarus(m_folder->path());
     QCOMPARE(verdict(result), QString("FAIL"));
     QVERIFY2(result.output.contains("wrong: LED 0 off"), qPrintable(result.output));
+    QVERIFY(result.output.contains(" core 0 Probe Out 1: 32\n"));
     // The value of the other port, in all the LEDs.
     const Values values = valuesOf(result, "seen");
     QVERIFY(values.seen.first().endsWith("1 10000000 0 0"));
