@@ -70,12 +70,23 @@ QByteArray contentOf(const std::string &path)
 }
 
 /// The median CPU seconds of @p command.
-double cpuOf(const std::vector<std::string> &command, const std::string &input = {})
+double cpuOf(const std::vector<std::string> &command, const std::string &input = {},
+             int exitCode = 0)
 {
     std::vector<double> times;
     for (int round = 0; round < LimitRounds; ++round)
-        times.push_back(TarnBench::runProcess(command, input).cpu);
+        times.push_back(TarnBench::runProcess(command, input, exitCode).cpu);
     return TarnBench::median(times);
+}
+
+/// A design that has none of the nets of the configuration: as many findings as there can be.
+std::string writeStrangeDesign(const QTemporaryDir &folder)
+{
+    QFile file(folder.filePath(QStringLiteral("strange.v")));
+    if (!file.open(QIODevice::WriteOnly) ||
+        file.write("module strange(input a, output b); assign b = a; endmodule\n") < 0)
+        TarnBench::fail("cannot write " + file.fileName().toStdString());
+    return file.fileName().toStdString();
 }
 
 bool measureLimits()
@@ -99,6 +110,10 @@ bool measureLimits()
     for (const std::string format : {"csv", "json"})
         table.add("tarn export map --format " + format,
                   cpuOf({Tool, "export", "map", "--format", format, config}), "s");
+    const std::string design = writeStrangeDesign(folder);
+    for (const std::string format : {"text", "sarif"})
+        table.add("tarn check --format " + format + ", every bit missing",
+                  cpuOf({Tool, "check", "--format", format, design, config}, {}, 1), "s");
     if (contentOf(copy) != contentOf(config))
         TarnBench::fail("tarn write writes another configuration");
     return table.print();
