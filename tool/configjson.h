@@ -19,8 +19,8 @@ class OwnedCores;
 // A configuration as JSON, with every field that the file has. docs/json-form.md describes the
 // form, tarn-config.schema.json says it for other programs.
 
-/// No configuration that fits into a file needs more bytes than this: the JSON form of a file is
-/// less than three times as long.
+/// Much more than the JSON form of the largest file that the editor and this program write needs:
+/// it is less than three times as long.
 constexpr qint64 MaximumJsonSize = 4 * TARN::ConfigFormat::MaximumSize;
 
 /// The JSON form of @p cores, which are such as a file can hold. Cores that are equal in every

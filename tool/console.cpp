@@ -116,11 +116,7 @@ void Console::tell(const QString &text)
 void Console::message(const QByteArray &kind, const QString &text)
 {
     m_progress.clear();
-    QByteArray shown;
-    const QStringList lines = text.split(QLatin1Char('\n'));
-    for (const QString &line : lines)
-        shown += printable(line) + '\n';
-    writeToStandardError(kind + shown);
+    writeToStandardError(kind + printable(text) + '\n');
 }
 
 bool Console::isInterrupted() const

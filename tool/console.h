@@ -33,7 +33,8 @@ public:
     /// A part of the result.
     void write(const QByteArray &text);
 
-    /// Writes "tarn: @p text" to the standard error: what is wrong, where, and what to do.
+    /// Writes "tarn: @p text" to the standard error as one line: what is wrong, where, and what to
+    /// do.
     void error(const QString &text);
 
     /// Writes "tarn: warning: @p text" to the standard error.

@@ -16,7 +16,7 @@ namespace Tool {
 
 namespace {
 
-using Write = std::function<void(const QByteArray &)>;
+using Write = std::function<bool(const QByteArray &)>;
 
 /// One form of the output. Modules, which only a tree has, get their items first, then the modules
 /// in them.
@@ -38,11 +38,15 @@ public:
     virtual void addNet(NETWEIR::RtlNet *net, bool isBit) = 0;
     virtual void end() = 0;
 
+    /// Nobody wants the rest.
+    bool isStopped() const { return m_isStopped; }
+
 protected:
-    void write(const QByteArray &text) const { m_write(text); }
+    void write(const QByteArray &text) { m_isStopped = !m_write(text) || m_isStopped; }
 
 private:
     const Write &m_write;
+    bool m_isStopped = false;
 };
 
 class TextPrinter final : public Printer
@@ -67,7 +71,7 @@ public:
     void end() override {}
 
 private:
-    void writeLine(const QString &name) const
+    void writeLine(const QString &name)
     {
         write(QByteArray(2 * m_depth, ' ') + printable(name) + '\n');
     }
@@ -197,6 +201,8 @@ void UsableItems::print(const QList<NETWEIR::RtlNetBus *> &buses,
         m_printer->addNet(net, isBit);
     };
     for (NETWEIR::RtlNetBus *bus : buses) {
+        if (m_printer->isStopped())
+            return;
         if (isUsable(bus)) {
             begin();
             m_printer->addBus(bus);
@@ -206,8 +212,11 @@ void UsableItems::print(const QList<NETWEIR::RtlNetBus *> &buses,
         for (NETWEIR::RtlNet *bit : bits)
             addNet(bit, true);
     }
-    for (NETWEIR::RtlNet *net : nets)
+    for (NETWEIR::RtlNet *net : nets) {
+        if (m_printer->isStopped())
+            return;
         addNet(net, false);
+    }
 }
 
 /// Prints the tree below @p root. Modules in which nothing is usable are left out like those in
@@ -225,7 +234,7 @@ public:
     {
         open(root);
         begin();
-        while (!m_levels.empty()) {
+        while (!m_levels.empty() && !m_printer->isStopped()) {
             Level &level = m_levels.back();
             if (level.next < level.module->subModules.size())
                 open(level.module->subModules.at(level.next++));

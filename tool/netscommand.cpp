@@ -86,8 +86,11 @@ int runNets(const Invocation &invocation, Console *console)
     if (!readOptions(invocation, console, &listing) || !readDesign(invocation, console, &design) ||
         !setSearchIn(invocation, console, design.netlist.get(), &listing))
         return Failure;
-    const auto write = [console](const QByteArray &text) { console->write(text); };
-    if (listNets(design.netlist.get(), listing, write))
+    const auto write = [console](const QByteArray &text) {
+        console->write(text);
+        return !console->isInterrupted();
+    };
+    if (listNets(design.netlist.get(), listing, write) || console->isInterrupted())
         return Success;
     tellNothingFound(listing, console);
     return Found;

@@ -8,6 +8,7 @@
 #include "help.h"
 #include "interruption.h"
 #include "invocation.h"
+#include "printable.h"
 #include "standardstreams.h"
 
 #include <QCoreApplication>
@@ -23,7 +24,7 @@ namespace {
 void dropDebugLines(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
     if (type != QtDebugMsg && type != QtInfoMsg)
-        writeToStandardError("tarn: warning: " + text.toLocal8Bit() + '\n');
+        writeToStandardError("tarn: warning: " + printable(text) + '\n');
 }
 
 int refuse(Console *console, const QString &error, const QString &command = QString())

@@ -70,7 +70,10 @@ QString listed(RtlNetlist *netlist, const Settings &settings, bool json = false)
     listing.asTree = settings.tree;
     listing.asJson = json;
     QByteArray text;
-    Tool::listNets(netlist, listing, [&text](const QByteArray &piece) { text += piece; });
+    Tool::listNets(netlist, listing, [&text](const QByteArray &piece) {
+        text += piece;
+        return true;
+    });
     return QString::fromUtf8(text);
 }
 
@@ -210,6 +213,7 @@ private Q_SLOTS:
     void printsUsableBits_data();
     void printsUsableBits();
     void jsonHasBitsAndPorts();
+    void stopsWhenNobodyReads();
     void findsInstances();
     void saysHowFarAPathLeads_data();
     void saysHowFarAPathLeads();
@@ -440,6 +444,31 @@ void TestNets::jsonHasBitsAndPorts()
     settings.pattern = "nothing";
     settings.tree = false;
     QCOMPARE(listed(netlist.get(), settings, true), QString("[]\n"));
+}
+
+/// As when the reader of a pipe has gone: the rest of a large design takes seconds.
+void TestNets::stopsWhenNobodyReads()
+{
+    const std::unique_ptr<RtlNetlist> netlist = mixedDesign();
+    for (const bool asTree : {false, true}) {
+        for (const bool asJson : {false, true}) {
+            Tool::NetListing listing;
+            listing.search.useSearchIn = true;
+            listing.search.searchIn = netlist->top();
+            listing.search.includeSubentries = true;
+            listing.asTree = asTree;
+            listing.asJson = asJson;
+            QByteArray text;
+            const bool foundAny =
+                Tool::listNets(netlist.get(), listing, [&](const QByteArray &piece) {
+                    text += piece;
+                    return !text.contains("top/bus") && !text.contains("  bus");
+                });
+            QVERIFY(foundAny);
+            QVERIFY2(text.contains("bus"), text.constData());
+            QVERIFY2(!text.contains("free") && !text.contains("cell"), text.constData());
+        }
+    }
 }
 
 void TestNets::findsInstances()
