@@ -52,7 +52,9 @@ QByteArray line(char mark, const QByteArray &label, const QByteArray &text)
 QByteArray signalLine(char mark, const SignalItem &item)
 {
     const QByteArray width =
-        item.members.isEmpty() ? "" : " (" + QByteArray::number(item.width()) + " bits)";
+        item.members.isEmpty()
+            ? QByteArray()
+            : " (" + counted(item.width(), QStringLiteral("bit")).toLatin1() + ')';
     return QByteArray(1, mark) + "     " + printable(item.name) + width + '\n';
 }
 

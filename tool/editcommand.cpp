@@ -180,7 +180,8 @@ bool Edit::check()
 
 bool Edit::write()
 {
-    if (!m_isNew && contentOf(m_config->owned()) == m_formerContent)
+    const QByteArray content = contentOf(m_config->owned());
+    if (!m_isNew && !content.isNull() && content == m_formerContent)
         return true;
     if (m_console->isInterrupted())
         return false;

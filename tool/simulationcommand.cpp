@@ -9,6 +9,7 @@
 #include "invocation.h"
 #include "simulationmodule.h"
 #include "verilogname.h"
+#include "wording.h"
 
 #include <model/tarncore.h>
 #include <netweir/hierachy.h>
@@ -36,10 +37,10 @@ bool areNumbered(const QList<Item *> &items, const QString &what, Console *conso
     QSet<int> known;
     for (const Item *item : items) {
         if (item->index < 0 || known.contains(item->index)) {
-            console->error(QStringLiteral("the file has two of %1 %2; save it in the editor, which "
-                                          "numbers them")
-                               .arg(what)
-                               .arg(item->index));
+            const QString text = item->index < 0 ? QStringLiteral("the number of %1 %2 is negative")
+                                                 : QStringLiteral("the file has two of %1 %2");
+            console->error(text.arg(what).arg(item->index) +
+                           QLatin1String("; save it in the editor, which numbers them"));
             return false;
         }
         known.insert(item->index);
@@ -60,8 +61,9 @@ bool areNumbered(const OwnedCores &cores, Console *console)
     return true;
 }
 
-/// Reads the options that need no design.
-bool readOptions(const Invocation &invocation, Console *console, SimulationOptions *options)
+/// Reads the options that need no design. @p path stays empty when none is given.
+bool readOptions(const Invocation &invocation, Console *console, SimulationOptions *options,
+                 QVector<NETWEIR::NameStep> *path)
 {
     options->isSystemVerilog = invocation.value(LanguageOption) != QLatin1String("verilog");
     options->source = QFileInfo(invocation.files.first()).fileName();
@@ -78,14 +80,32 @@ bool readOptions(const Invocation &invocation, Console *console, SimulationOptio
     options->module = steps.first().identifier;
     if (!invocation.isSet(PathOption))
         return true;
-    if (!readVerilogPath(invocation.value(PathOption), &steps)) {
+    if (!readVerilogPath(invocation.value(PathOption), path)) {
         console->error(QStringLiteral("%1 takes the path of an instance, not %2; write it as in "
                                       "Verilog: hub_tb.dut")
                            .arg(PathOption, invocation.value(PathOption)));
         return false;
     }
-    options->top = verilogPath(steps);
     return true;
+}
+
+/// Whether names of the design lead out of the module.
+bool isVisible(const QString &top, const SimulationOptions &options, const OwnedCores &cores,
+               Console *console)
+{
+    const bool isModule = top == options.module;
+    if (!isModule && !SimulationModule::declares(top, cores.list()))
+        return true;
+    const QString text = QStringLiteral("names that begin with %1 stay in the module, which has "
+                                        "that name itself; %2")
+                             .arg(quoted(top));
+    const QString advice = isModule
+                               ? QStringLiteral("give it another one with %1").arg(ModuleOption)
+                               : QStringLiteral("instantiate the design in a test bench of "
+                                                "another name, and give the path with %1")
+                                     .arg(PathOption);
+    console->error(text.arg(advice));
+    return false;
 }
 
 /// False after error messages.
@@ -114,26 +134,35 @@ bool checkMisfits(const SimulationModule &module, bool skips, Console *console)
     return false;
 }
 
+void warnOfVhdl(int bits, Console *console)
+{
+    if (bits == 0)
+        return;
+    console->warn(
+        QStringLiteral("%1 in VHDL or below it will stay unknown; see the comments in the "
+                       "module")
+            .arg(counted(bits, QStringLiteral("bit"))));
+}
+
 int runSimulation(const Invocation &invocation, Console *console)
 {
     SimulationOptions options;
+    QVector<NETWEIR::NameStep> path;
     OwnedCores cores;
     Design design;
-    if (!readOptions(invocation, console, &options) ||
+    if (!readOptions(invocation, console, &options, &path) ||
         !readConfig(invocation.files.first(), console, &cores) || !areNumbered(cores, console) ||
         !readDesign(invocation, console, &design))
         return Failure;
-    const NETWEIR::Hierachy *top = design.netlist->top();
-    if (options.top.isEmpty())
-        options.top = verilogPath(design.netlist->nameStepsOf(top));
+    if (path.isEmpty())
+        path = design.netlist->nameStepsOf(design.netlist->top());
+    if (!isVisible(path.first().identifier, options, cores, console))
+        return Failure;
+    options.top = verilogPath(path);
     const SimulationModule module(cores.list(), design.netlist.get(), options);
     if (!checkMisfits(module, invocation.isSet(SkipOption), console))
         return Failure;
-    if (module.bitsInVhdl() > 0) {
-        console->warn(QStringLiteral("%1 bits are in VHDL or below it and stay unknown; see the "
-                                     "comments in the module")
-                          .arg(module.bitsInVhdl()));
-    }
+    warnOfVhdl(module.bitsInVhdl(), console);
     console->write(module.text());
     return Success;
 }

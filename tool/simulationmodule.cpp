@@ -4,6 +4,7 @@
 
 #include "printable.h"
 #include "verilogname.h"
+#include "wording.h"
 
 #include <model/bitstring.h>
 #include <model/portbits.h>
@@ -12,6 +13,7 @@
 #include <QMap>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Tool {
 
@@ -24,6 +26,11 @@ constexpr int Indentation = 4;
 /// Of Verilator: several tops, driven inputs of instances, and nonblocking assignments without a
 /// clock.
 constexpr const char *HarmlessWarnings[] = {"MULTITOP", "ASSIGNIN", "COMBDLY"};
+
+/// In the module and in each core, beside those with a number.
+constexpr const char *OwnNames[] = {"SHOW_CHANGES", "show_changes", "user_clock",
+                                    "set",          "get",          "show"};
+constexpr char SyncedSuffix[] = "_synced";
 
 QByteArray number(int value)
 {
@@ -107,6 +114,23 @@ SimulationModule::SimulationModule(const QList<TARN::TarnCore *> &cores,
         line(0, QByteArray("/* verilator lint_on ") + warning + " */");
 }
 
+bool SimulationModule::declares(const QString &name, const QList<TARN::TarnCore *> &cores)
+{
+    const auto is = [&name](const QByteArray &own) { return name == QLatin1String(own); };
+    const auto isIn = [&is](const TARN::ProbeIn *port) { return is("in" + number(port->index)); };
+    const auto isOut = [&is](const TARN::ProbeOut *port) {
+        const QByteArray own = "out" + number(port->index);
+        return is(own) || is(own + SyncedSuffix);
+    };
+    const auto isInCore = [&](const TARN::TarnCore *core) {
+        return is("core" + number(core->index)) ||
+               std::any_of(core->probeIns.cbegin(), core->probeIns.cend(), isIn) ||
+               std::any_of(core->probeOuts.cbegin(), core->probeOuts.cend(), isOut);
+    };
+    return std::any_of(std::begin(OwnNames), std::end(OwnNames), is) ||
+           std::any_of(cores.cbegin(), cores.cend(), isInCore);
+}
+
 // ----- What is in the module -----
 
 SimulationModule::Core SimulationModule::coreOf(const TARN::TarnCore &core)
@@ -131,8 +155,13 @@ QByteArray SimulationModule::clockOf(const TARN::TarnCore &core)
 {
     if (!core.syncUserClock)
         return {};
+    const QString place = QStringLiteral("tarn_%1, user clock").arg(core.index);
+    if (core.userClock.isEmpty()) {
+        m_misfits.append(place + QLatin1String(": none is chosen"));
+        return {};
+    }
     const SimulatedBits clock = m_nets.net(core.userClock);
-    noteMisfit(clock, QStringLiteral("tarn_%1, user clock").arg(core.index));
+    noteMisfit(clock, place);
     return clock.reference;
 }
 
@@ -169,8 +198,9 @@ void SimulationModule::noteMisfit(const SimulatedBits &bits, const QString &plac
         m_bitsInVhdl += bits.width;
         return;
     }
-    const QString more =
-        bits.width > 1 ? QStringLiteral(" (and %1 bits after it)").arg(bits.width - 1) : QString();
+    const QString more = bits.width > 1 ? QStringLiteral(" (and %1 after it)")
+                                              .arg(counted(bits.width - 1, QStringLiteral("bit")))
+                                        : QString();
     m_misfits.append(place + QLatin1String(": ") + QString::fromUtf8(printable(bits.name)) + more +
                      QLatin1Char(' ') + QString::fromLatin1(reasonOf(bits.kind)));
 }
@@ -269,7 +299,7 @@ void SimulationModule::writeProbeOut(const Port &port, const Core &core)
     line(2, type + name + " = " + port.value + ';');
     QByteArray source = name;
     if (!core.clock.isEmpty()) {
-        source += "_synced";
+        source += SyncedSuffix;
         line(2, type + source + " = " + port.value + ';');
         line(2, (m_options.isSystemVerilog ? "always_ff" : "always") +
                     QByteArray(" @(posedge user_clock) ") + source + " <= " + name + ';');

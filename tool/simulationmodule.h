@@ -33,8 +33,12 @@ public:
 
     const QByteArray &text() const { return m_text; }
 
-    /// What is left out because it does not fit the design, with its place: "Core 0, Probe In 2:
-    /// the design has no net hub_top/x".
+    /// Whether the module for these cores has something of that name inside, which hides a module
+    /// or an instance of that name outside.
+    static bool declares(const QString &name, const QList<TARN::TarnCore *> &cores);
+
+    /// What is left out because it does not fit the design, with its place: "tarn_0, Probe In2:
+    /// hub_top/x is not in the design".
     const QStringList &misfits() const { return m_misfits; }
 
     /// How many bits are left out because they are in VHDL or below it.

@@ -102,6 +102,8 @@ private Q_SLOTS:
     void tasksGoByPortNumber();
     void verilogHasNoSystemVerilog();
     void misfitsAreNamed();
+    void clockIsMissedWhenNoneIsChosen();
+    void namesOfTheModuleAreKnown();
     void vhdlIsCountedAndCommented();
     void textsCannotLeaveTheirComments();
     void largestConfigurationTakesSeconds();
@@ -273,7 +275,7 @@ void TestSimulation::misfitsAreNamed()
              QString("tarn_0, user clock: top/gone is not in the design\n"
                      "tarn_0, Probe In0: top/memory cannot be read\n"
                      "tarn_0, Probe In0: top/none is not in the design\n"
-                     "tarn_0, Probe In0: top/x[2] (and 1 bits after it) is not in the design\n"
+                     "tarn_0, Probe In0: top/x[2] (and 1 bit after it) is not in the design\n"
                      "tarn_0, Probe Out0: top/driven has a driver or is no net that can be "
                      "driven\n"
                      "tarn_0, Probe Out0: top/clk is driven by another Probe Out port"));
@@ -287,6 +289,28 @@ void TestSimulation::misfitsAreNamed()
                 .contains("// [2] top/driven has a driver or is no net that can be driven\n"
                           "assign tb.dut.clk = out0[1]; // [1] top/clk\n"
                           "// [0] top/clk is driven by another Probe Out port\n"));
+}
+
+void TestSimulation::clockIsMissedWhenNoneIsChosen()
+{
+    const auto netlist = smallDesign();
+    TARN::TarnCore core(2);
+    core.syncUserClock = true;
+    const SimulationModule module({&core}, netlist.get(), options());
+    QCOMPARE(module.misfits(), QStringList("tarn_2, user clock: none is chosen"));
+}
+
+/// A name of the design that begins with one of these would lead into the module.
+void TestSimulation::namesOfTheModuleAreKnown()
+{
+    TARN::TarnCore core(1);
+    core.addProbeIn(2);
+    core.addProbeOut(3);
+    for (const char *name : {"core1", "in2", "out3", "out3_synced", "user_clock", "set", "get",
+                             "show", "show_changes", "SHOW_CHANGES"})
+        QVERIFY2(SimulationModule::declares(name, {&core}), name);
+    for (const char *name : {"core0", "core", "in3", "in2_synced", "out2", "tb", "port", "value"})
+        QVERIFY2(!SimulationModule::declares(name, {&core}), name);
 }
 
 void TestSimulation::vhdlIsCountedAndCommented()
@@ -372,6 +396,18 @@ void TestSimulation::commandRefusesWhatDoesNotFit_data()
     QTest::newRow("module") << good << QStringList{"--module", "a.b"}
                             << "--module takes the name of a module, not a.b; give a Verilog "
                                "identifier\n";
+    QTest::newRow("path hidden by a core")
+        << good << QStringList{"--tb-path", "core0.dut"}
+        << "names that begin with \"core0\" stay in the module, which has that name itself; "
+           "instantiate the design in a test bench of another name, and give the path with "
+           "--tb-path\n";
+    QTest::newRow("module like the top") << good << QStringList{"--module", "top"}
+                                         << "names that begin with \"top\" stay in the module, "
+                                            "which has that name itself; give it another one with "
+                                            "--module\n";
+    QTest::newRow("negative number") << QByteArray("<Core index=\"-3\"/>") << QStringList()
+                                     << "the number of core -3 is negative; save it in the editor, "
+                                        "which numbers them\n";
     QTest::newRow("two cores") << good + good << QStringList()
                                << "the file has two of core 0; save it in the editor, which "
                                   "numbers them\n";
