@@ -132,7 +132,7 @@ void Application::readProjectBesideFile()
 {
     if (m_commandLine.tarnFiles.isEmpty())
         return;
-    const QString folder = QFileInfo(m_commandLine.tarnFiles.first()).path();
+    const QString folder = QFileInfo(m_commandLine.tarnFiles.first()).absolutePath();
     const QStringList projects = TE::projectFilesIn(folder, nullptr);
     TE::Project project;
     QString error;

@@ -141,11 +141,15 @@ void TestSession::takesTheProjectBesideTheConfiguration()
     writeFile(path("beside/tiny.json"), R"({"version": 1, "sources": [{"file": "../tiny.v"}]})");
     writeFile(path("beside/second.json"), second);
     writeFile(path("beside/one.tarn"), readFile(path("one.tarn")));
-    const Run result = runWorkbench({"--session", path("shots"), path("beside/one.tarn")});
-    QCOMPARE(result.warnings, expanded(warnings));
-    QCOMPARE(result.errors, errors);
-    QCOMPARE(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")),
-             errors.isEmpty());
+    const QString inFolder = QStringLiteral("cd '%1'").arg(path("beside"));
+    for (const Run &result :
+         {runWorkbench({"--session", path("shots"), path("beside/one.tarn")}),
+          runWorkbench({"--session", path("shots"), "one.tarn"}, {"offscreen", inFolder, {}})}) {
+        QCOMPARE(result.warnings, expanded(warnings));
+        QCOMPARE(result.errors, errors);
+        QCOMPARE(result.output.endsWith(QLatin1String("check: passed, a copy was saved\n")),
+                 errors.isEmpty());
+    }
 }
 
 /// A list written for other tools, for a design in several folders.
