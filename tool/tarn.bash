@@ -92,34 +92,45 @@ _tarn_command() {
     fi
 }
 
-# _tarn_option_names COMMAND: the options of the command without their values.
+# _tarn_last_step COMMAND WORD...: the last of the words that is a step of the command.
+_tarn_last_step() {
+    local step='' word
+    [ "$1" = edit ] || return
+    for word in "${@:2}"; do
+        _tarn_contains "$_tarn_steps" "$word" && step=$word
+    done
+    echo "$step"
+}
+
+# _tarn_option_names COMMAND STEP: the options of the command without their values. Behind a step,
+# which may be empty, no design follows.
 _tarn_option_names() {
     local option
     for option in $(_tarn_options "$1"); do
         echo "${option%%=*}"
     done
-    _tarn_contains "$_tarn_designs" "$1" && echo "$_tarn_design_options"
+    if [ "$2" = signals ]; then
+        echo --wildcard
+    elif [ -z "$2" ] && _tarn_contains "$_tarn_designs" "$1"; then
+        echo "$_tarn_design_options"
+    fi
 }
 
-# _tarn_arguments CURRENT COMMAND WORD...: offers steps and files; the words are those before.
+# _tarn_arguments CURRENT COMMAND STEP WORD...: offers steps and files; the words are those before.
 _tarn_arguments() {
-    local current=$1 command=$2 word
-    shift 2
-    if [ "$command" = edit ]; then
-        for word; do
-            if _tarn_contains "$_tarn_steps" "$word"; then
-                _tarn_words "$current" "$_tarn_steps"
-                return
-            fi
-        done
-        # The first argument is the file; after it steps may begin.
-        if [ $# -gt 0 ]; then
-            _tarn_files "$current"
-            local files=("${COMPREPLY[@]}")
-            _tarn_words "$current" "$_tarn_steps"
-            COMPREPLY+=("${files[@]}")
-            return
-        fi
+    local current=$1 command=$2 step=$3
+    shift 3
+    if [ -n "$step" ]; then
+        _tarn_words "$current" "$_tarn_steps"
+        return
+    fi
+    # The first argument is the file; after it steps may begin.
+    if [ "$command" = edit ] && [ $# -gt 0 ]; then
+        _tarn_files "$current"
+        local files=("${COMPREPLY[@]}")
+        _tarn_words "$current" "$_tarn_steps"
+        COMPREPLY+=("${files[@]}")
+        return
     fi
     if _tarn_contains "$_tarn_designs" "$command"; then
         _tarn_files "$current"
@@ -162,15 +173,16 @@ _tarn() {
         _tarn_words "$current" "$_tarn_exports"
         return
     fi
-    local command skipped=1
+    local command step skipped=1
     command=$(_tarn_command "${words[@]}")
+    step=$(_tarn_last_step "$command" "${words[@]}")
     [ "${words[0]}" = export ] && skipped=2
     _tarn_value "$current" "$command" "$before" && return
     if [[ $current == -* ]]; then
-        _tarn_words "$current" "$(_tarn_option_names "$command")"
+        _tarn_words "$current" "$(_tarn_option_names "$command" "$step")"
         return
     fi
-    _tarn_arguments "$current" "$command" "${words[@]:skipped}"
+    _tarn_arguments "$current" "$command" "$step" "${words[@]:skipped}"
 }
 
 complete -F _tarn tarn

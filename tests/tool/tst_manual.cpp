@@ -279,6 +279,11 @@ void TestManual::completesSteps()
             QVERIFY2(completions(beginning + QStringList(step.left(3))).contains(step),
                      qPrintable(step));
             QCOMPARE(completions(beginning + QStringList({step, ""})), sorted(command->stepNames));
+            // The design comes before the steps.
+            QCOMPARE(completions(beginning + QStringList({step, "-f"})), QStringList());
+            const bool takesPatterns = step == "signals";
+            QCOMPARE(completions(beginning + QStringList({step, "0.in0", "--wi"})),
+                     takesPatterns ? QStringList("--wildcard") : QStringList());
         }
     }
 }
