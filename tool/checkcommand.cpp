@@ -242,10 +242,10 @@ Command makeCommand()
     command.synopsis = QStringLiteral("[DESIGN] FILE...");
     command.summary = QStringLiteral("check whether configurations fit the design");
     command.description = QStringLiteral(
-        "Says what in the configurations does not fit the design, and why the editor would\n"
-        "refuse to save them. The exit code is 0 when there is no error and no warning,\n"
-        "1 when there is one, and 2 when a file or the design cannot be read. Notes are\n"
-        "shown; they count with --strict only.");
+        "Says what in the configurations does not fit the design, and why the editor\n"
+        "would refuse to save them. The exit code is 0 when there is no error and no\n"
+        "warning, 1 when there is one, and 2 when a file or the design cannot be read.\n"
+        "Notes are shown; they count with --strict only.");
     command.options = {
         {QLatin1String(FormatOption), QStringLiteral("text|json|sarif"),
          QStringLiteral("form of the results; text, as compilers write it, is the default")},

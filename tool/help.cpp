@@ -102,7 +102,7 @@ QString programHelp()
                "       tarn --help | --version\n"
                "\n"
                "Works with the configurations of virtual I/O debug cores (\".tarn\" files) "
-               "without a\nwindow.\n"
+               "without\na window.\n"
                "\n"
                "Commands:\n") +
            table(commandRows(QString())) + QLatin1Char('\n') + QLatin1String(MoreHelp) +

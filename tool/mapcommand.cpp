@@ -80,11 +80,11 @@ Command makeCommand()
     command.synopsis = QStringLiteral("FILE");
     command.summary = QStringLiteral("list every bit of every port with its net");
     command.description = QStringLiteral(
-        "Lists every bit of every port, for the programs that talk to the cores: numbers of\n"
-        "core and port, kind of the port (in, out), number of the bit, net, the bus to which\n"
-        "the net belongs, and the initial value of a bit that a Probe Out port drives. Bit 0\n"
-        "is the least significant one: the last net of the port, and the last bit of its\n"
-        "initial value.");
+        "Lists every bit of every port, for the programs that talk to the cores: numbers\n"
+        "of core and port, kind of the port (in, out), number of the bit, net, the bus to\n"
+        "which the net belongs, and the initial value of a bit that a Probe Out port\n"
+        "drives. Bit 0 is the least significant one: the last net of the port, and the\n"
+        "last bit of its initial value.");
     command.options = {{FormatOption, QStringLiteral("csv|json"),
                         QStringLiteral("CSV by RFC 4180 (default), or a JSON list of objects")}};
     command.hasOutput = true;

@@ -57,9 +57,10 @@ Command makeCommand()
     command.synopsis = QStringLiteral("FILE < JSON");
     command.summary = QStringLiteral("write a configuration from its JSON form");
     command.description = QStringLiteral(
-        "Reads the JSON form of a configuration, as \"tarn show --json\" prints it, from the\n"
-        "standard input, and makes it the content of FILE, which is created if need be. The\n"
-        "file is replaced as a whole, or stays as it is when the input is refused.");
+        "Reads the JSON form of a configuration, as \"tarn show --json\" prints it, from\n"
+        "the standard input, and makes it the content of FILE, which is created if need\n"
+        "be. The file is replaced as a whole, or stays as it is when the input is\n"
+        "refused.");
     command.run = runWrite;
     return command;
 }

@@ -47,13 +47,17 @@ def location_problem(location, run):
     return ""
 
 
+def message_problem(message):
+    """Braces stand in pairs: a single one would begin or end an argument."""
+    rest = message["text"].replace("{{", "").replace("}}", "")
+    return "a single brace in " + message["text"] if re.search("[{}]", rest) else ""
+
+
 def result_problem(result, run):
     rule = run["tool"]["driver"]["rules"][result["ruleIndex"]]
     if rule["id"] != result["ruleId"]:
         return f"ruleIndex of {result['ruleId']} is that of {rule['id']}"
-    if re.search(r"(?<!\{)\{(\{\{)*(?!\{)", result["message"]["text"]):
-        return "a single brace in " + result["message"]["text"]
-    return ""
+    return message_problem(result["message"])
 
 
 def problem_of(log, validator):
@@ -64,6 +68,9 @@ def problem_of(log, validator):
     for run in log["runs"]:
         problems = [location_problem(location, run) for location in artifact_locations(run)]
         problems += [result_problem(result, run) for result in run["results"]]
+        for invocation in run["invocations"]:
+            problems += [message_problem(notification["message"])
+                         for notification in invocation.get("toolExecutionNotifications", [])]
         for base in run["originalUriBaseIds"].values():
             if not base["uri"].endswith("/"):
                 problems.append(f"the base {base['uri']} is no folder")
