@@ -232,8 +232,7 @@ Port PortEdit::result() const
     if (bits.size() > MaxPortSignals)
         return nullptr;
     if (m_type == ProbeTypeOut)
-        port.initialValue =
-            QStringLiteral("0x") + (bits.isEmpty() ? QStringLiteral("0") : stringBintoHex(bits));
+        port.initialValue = valueText(bits);
     return std::make_shared<const PortSnapshot>(port);
 }
 
