@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <model/configwriter.h>
 #include <model/tarncore.h>
+#include <tool/config/configjson.h>
 #include <tool/configfile.h>
-#include <tool/configjson.h>
 
 #include <cstdint>
 #include <cstdlib>

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "command.h"
 
-#include "checkcommand.h"
-#include "editcommand.h"
-#include "mapcommand.h"
-#include "netscommand.h"
-#include "showcommand.h"
-#include "simulationcommand.h"
-#include "writecommand.h"
+#include <tool/check/checkcommand.h>
+#include <tool/config/mapcommand.h>
+#include <tool/config/showcommand.h>
+#include <tool/config/writecommand.h>
+#include <tool/edit/editcommand.h>
+#include <tool/nets/netscommand.h>
+#include <tool/simulation/simulationcommand.h>
 
 #include <algorithm>
 

@@ -42,7 +42,7 @@ def rows_of(path):
 
 def texts_of(folder):
     """The texts of two or more words in the sources, as they are at run time."""
-    for path in sorted(folder.glob("*.cpp")):
+    for path in sorted(folder.rglob("*.cpp")):
         for match in LITERAL.finditer(path.read_text()):
             text = "".join(PART.findall(match[1]))
             text = re.sub(r"\\(.)", lambda escape: "\n" if escape[1] == "n" else escape[1], text)

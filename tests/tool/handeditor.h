@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <tool/editstep.h>
+#include <tool/edit/editstep.h>
 
 #include <QStringList>
 #include <QWidget>

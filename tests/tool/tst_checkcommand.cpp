@@ -8,7 +8,7 @@
 #include <support/testcase.h>
 
 #include <model/tarnconfig.h>
-#include <tool/checkrules.h>
+#include <tool/check/checkrules.h>
 
 #include <QApplication>
 #include <QDir>

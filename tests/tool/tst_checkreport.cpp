@@ -12,8 +12,8 @@
 #include <model/tarnconfig.h>
 #include <netweir/hierachy.h>
 #include <netweir/netlistbuilder.h>
-#include <tool/checkreport.h>
-#include <tool/checkrules.h>
+#include <tool/check/checkreport.h>
+#include <tool/check/checkrules.h>
 
 #include <QApplication>
 #include <QDir>

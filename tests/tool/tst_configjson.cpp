@@ -8,8 +8,8 @@
 #include <support/testcase.h>
 
 #include <model/configwriter.h>
+#include <tool/config/configjson.h>
 #include <tool/configfile.h>
-#include <tool/configjson.h>
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -23,12 +23,12 @@
 #include <select/netsearch.h>
 #include <te/designmanager.h>
 #include <te/taskengine.h>
-#include <tool/configchanges.h>
-#include <tool/configtext.h>
-#include <tool/editedconfig.h>
-#include <tool/editstep.h>
-#include <tool/signalchoice.h>
-#include <tool/stepexecution.h>
+#include <tool/config/configtext.h>
+#include <tool/edit/configchanges.h>
+#include <tool/edit/editedconfig.h>
+#include <tool/edit/editstep.h>
+#include <tool/edit/signalchoice.h>
+#include <tool/edit/stepexecution.h>
 
 #include <QApplication>
 #include <QLabel>

@@ -14,8 +14,8 @@
 #include <netweir/rtlnetlist.h>
 #include <select/rtlnetlisttreeview.h>
 #include <select/tarnsignalselectdialog.h>
-#include <tool/instancepath.h>
-#include <tool/netlisting.h>
+#include <tool/nets/instancepath.h>
+#include <tool/nets/netlisting.h>
 
 #include <QAbstractButton>
 #include <QApplication>

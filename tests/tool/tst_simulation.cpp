@@ -10,7 +10,7 @@
 #include <support/files.h>
 #include <support/processortime.h>
 #include <support/testcase.h>
-#include <tool/simulationmodule.h>
+#include <tool/simulation/simulationmodule.h>
 
 #include <QRegularExpression>
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
-#include <tool/verilogname.h>
+#include <tool/simulation/verilogname.h>
 
 #include <support/testcase.h>
 

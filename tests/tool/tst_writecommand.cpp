@@ -7,7 +7,7 @@
 #include <support/testcase.h>
 
 #include <model/configwriter.h>
-#include <tool/configjson.h>
+#include <tool/config/configjson.h>
 
 #include <QApplication>
 #include <QDirIterator>

@@ -79,6 +79,8 @@ ROOM_OF_PUBLIC = {
 # widgets.
 TOOL_USES = ("audit/", "model/", "probes/signalitem", "probes/signalmerge", "sdk/",
              "select/namematcher", "select/netsearch")
+# The one file of the tool that may look into the folders of its commands.
+TOOL_TABLE = "tool/command.cpp"
 
 # The one header of the plug-in that the workbench may include.
 PLUGIN_ENTRY = "plugin/tarnviewmanager.h"
@@ -160,14 +162,23 @@ def wrong_way_between_rooms(includer, included):
     return "" if lower in ROOMS[upper] else f"the room {upper} must not see {lower}"
 
 
-def wrong_arrow_of_tool(included, public):
+def wrong_way_between_commands(includer, included):
+    """Why a file of the tool must not include another one; empty when it may."""
+    if len(included.parts) < 3 or includer.parent == included.parent or str(includer) == TOOL_TABLE:
+        return ""
+    return f"of the tool only {TOOL_TABLE} sees {included.parent}"
+
+
+def wrong_arrow_of_tool(includer, included, public):
     """Why the tool must not include the other file; empty when it may."""
+    if included.parts[0] == TOOL_FOLDER:
+        return wrong_way_between_commands(includer, included)
     if included.parts[0] == "tests":
         return "includes test code"
     if included.parts[0] == "host":
         return "" if included in public else "no public header of the host"
     names = (str(included), str(included.with_suffix("")))
-    allowed = (TOOL_FOLDER + "/", GROUND_FOLDER + "/") + TOOL_USES
+    allowed = (GROUND_FOLDER + "/",) + TOOL_USES
     if any(entry in names or entry.endswith("/") and names[0].startswith(entry)
            for entry in allowed):
         return ""
@@ -177,7 +188,7 @@ def wrong_arrow_of_tool(included, public):
 def wrong_arrow(includer, included, public):
     """Why the includer must not include the other file; empty when it may."""
     if includer.parts[0] == TOOL_FOLDER:
-        return wrong_arrow_of_tool(included, public)
+        return wrong_arrow_of_tool(includer, included, public)
     if included.parts[0] == TOOL_FOLDER and includer.parts[0] not in ("tests", "bench", "fuzz"):
         return "only the tool itself uses its parts"
     from_host = includer.parts[0] == "host"

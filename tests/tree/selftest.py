@@ -42,6 +42,9 @@ GOOD = {
     "tool/help.h": SPDX + "#include <core/iview.h>\n#include <files/reader.h>\n"
                    "#include <model/tarncore.h>\n#include <probes/signalitem.h>\n"
                    "#include <select/netsearch.h>\n",
+    "tool/command.cpp": SPDX + "#include <tool/nets/netscommand.h>\n",
+    "tool/edit/editcommand.h": SPDX,
+    "tool/nets/netscommand.h": SPDX + "#include <tool/help.h>\n",
     "tests/tool/tst_help.cpp": SPDX + "#include <tool/help.h>\nclass TestHelp;\n",
     "tests/view/tst_view.cpp": SPDX + "#include <support/files.h>\n#include <view/tarnview.h>\n"
                                 "class TestView;\n",
@@ -229,6 +232,16 @@ class Includes(SampleTree):
                 self.setUp()
                 self.add_include("tool/help.h", name)
                 self.expect(checktree.check_includes(self.root), "tool/help.h:8", reason)
+
+    def test_folders_of_the_tool(self):
+        for includer, name in (("tool/help.h", "<tool/edit/editcommand.h>"),
+                               ("tool/nets/netscommand.h", "<tool/edit/editcommand.h>"),
+                               ("tool/nets/netscommand.h", '"../edit/editcommand.h"')):
+            with self.subTest(includer=includer, name=name):
+                self.setUp()
+                self.add_include(includer, name)
+                self.expect(checktree.check_includes(self.root), includer,
+                            "only tool/command.cpp sees")
 
     def test_parts_of_the_tool(self):
         for includer in ("host/workbench/main.cpp", "plugin/other.h"):

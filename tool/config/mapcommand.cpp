@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mapcommand.h"
 
-#include "command.h"
-#include "configfile.h"
-#include "console.h"
-#include "invocation.h"
-#include "jsonvalue.h"
 #include "portmap.h"
+
+#include <tool/command.h>
+#include <tool/configfile.h>
+#include <tool/console.h>
+#include <tool/invocation.h>
+#include <tool/jsonvalue.h>
 
 namespace Tool {
 

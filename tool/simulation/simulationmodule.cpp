@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulationmodule.h"
 
-#include "printable.h"
 #include "verilogname.h"
-#include "wording.h"
 
 #include <model/bitstring.h>
 #include <model/portbits.h>
 #include <model/portlimits.h>
+#include <tool/printable.h>
+#include <tool/wording.h>
 
 #include <QMap>
 

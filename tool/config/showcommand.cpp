@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "showcommand.h"
 
-#include "command.h"
-#include "configfile.h"
 #include "configjson.h"
 #include "configtext.h"
-#include "console.h"
-#include "invocation.h"
+
+#include <tool/command.h>
+#include <tool/configfile.h>
+#include <tool/console.h>
+#include <tool/invocation.h>
 
 namespace Tool {
 

@@ -4,10 +4,10 @@
 
 #include "editedconfig.h"
 #include "editstep.h"
-#include "printable.h"
-#include "wording.h"
 
 #include <model/portlimits.h>
+#include <tool/printable.h>
+#include <tool/wording.h>
 
 #include <QHash>
 

@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "writecommand.h"
 
-#include "command.h"
-#include "configfile.h"
 #include "configjson.h"
-#include "console.h"
-#include "invocation.h"
+
+#include <tool/command.h>
+#include <tool/configfile.h>
+#include <tool/console.h>
+#include <tool/invocation.h>
 
 #include <unistd.h>
 

@@ -2,13 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "editcommand.h"
 
-#include "command.h"
 #include "configchanges.h"
-#include "configfile.h"
-#include "console.h"
-#include "design.h"
 #include "editedconfig.h"
-#include "invocation.h"
 #include "signalchoice.h"
 #include "stepexecution.h"
 
@@ -21,6 +16,11 @@
 #include <netweir/rtlnetlist.h>
 #include <te/project.h>
 #include <te/teconstants.h>
+#include <tool/command.h>
+#include <tool/configfile.h>
+#include <tool/console.h>
+#include <tool/design.h>
+#include <tool/invocation.h>
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "netlisting.h"
 
-#include "jsonvalue.h"
-#include "printable.h"
-
 #include <model/netsignals.h>
 #include <netweir/rtlnet.h>
 #include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
+#include <tool/jsonvalue.h>
+#include <tool/printable.h>
 
 #include <vector>
 

@@ -2,17 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulationcommand.h"
 
-#include "command.h"
-#include "configfile.h"
-#include "console.h"
-#include "design.h"
-#include "invocation.h"
 #include "simulationmodule.h"
 #include "verilogname.h"
-#include "wording.h"
 
 #include <model/tarncore.h>
 #include <netweir/hierachy.h>
+#include <tool/command.h>
+#include <tool/configfile.h>
+#include <tool/console.h>
+#include <tool/design.h>
+#include <tool/invocation.h>
+#include <tool/wording.h>
 
 #include <QFileInfo>
 #include <QSet>

@@ -3,11 +3,11 @@
 #include "configjsonreader.h"
 
 #include "configjsonkeys.h"
-#include "printable.h"
 
 #include <model/configformat.h>
 #include <model/tarncore.h>
 #include <model/xmltext.h>
+#include <tool/printable.h>
 
 #include <QStringList>
 

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "signalchoice.h"
 
-#include "wording.h"
-
 #include <audit/counterpart.h>
 #include <audit/signalfit.h>
 #include <model/configcheck.h>
@@ -13,6 +11,7 @@
 #include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
 #include <select/netsearch.h>
+#include <tool/wording.h>
 
 #include <QRegExp>
 #include <QSet>

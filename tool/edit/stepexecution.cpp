@@ -4,7 +4,6 @@
 
 #include "editedconfig.h"
 #include "signalchoice.h"
-#include "wording.h"
 
 #include <audit/counterpart.h>
 #include <audit/replacement.h>
@@ -12,6 +11,7 @@
 #include <model/portbits.h>
 #include <model/portlimits.h>
 #include <probes/signalmerge.h>
+#include <tool/wording.h>
 
 #include <QRegularExpression>
 #include <QSet>

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "configtext.h"
 
-#include "printable.h"
-#include "wording.h"
-
 #include <model/tarncore.h>
+#include <tool/printable.h>
+#include <tool/wording.h>
 
 namespace Tool {
 

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "configfile.h"
 #include "jsonparser.h"
+
+#include <tool/configfile.h>
 
 #include <QByteArray>
 #include <QString>

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "configfile.h"
-
 #include <model/configsnapshot.h>
 #include <model/tarncore.h>
+#include <tool/configfile.h>
 
 #include <QString>
 #include <QVector>

@@ -4,14 +4,8 @@
 
 #include "checkreport.h"
 #include "checkrules.h"
-#include "command.h"
-#include "configfile.h"
-#include "console.h"
-#include "design.h"
 #include "filecheck.h"
-#include "invocation.h"
 #include "jsonreport.h"
-#include "wording.h"
 
 #include <audit/candidates.h>
 #include <audit/designnames.h>
@@ -21,6 +15,12 @@
 #include <netweir/rtlnetlist.h>
 #include <te/project.h>
 #include <te/teconstants.h>
+#include <tool/command.h>
+#include <tool/configfile.h>
+#include <tool/console.h>
+#include <tool/design.h>
+#include <tool/invocation.h>
+#include <tool/wording.h>
 
 #include <QFileInfo>
 #include <QSet>

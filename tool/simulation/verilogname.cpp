@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "verilogname.h"
 
-#include "printable.h"
+#include <tool/printable.h>
 
 #include <QRegularExpression>
 

@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "netscommand.h"
 
-#include "command.h"
-#include "console.h"
-#include "design.h"
 #include "instancepath.h"
-#include "invocation.h"
 #include "netlisting.h"
 
 #include <netweir/rtlnetlist.h>
+#include <tool/command.h>
+#include <tool/console.h>
+#include <tool/design.h>
+#include <tool/invocation.h>
 
 #include <QRegExp>
 

@@ -3,7 +3,8 @@
 #include "textreport.h"
 
 #include "checkrules.h"
-#include "printable.h"
+
+#include <tool/printable.h>
 
 namespace Tool {
 

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "configjson.h"
 
-#include "configfile.h"
 #include "configjsonkeys.h"
 #include "configjsonreader.h"
-#include "jsonvalue.h"
 
 #include <model/tarncore.h>
+#include <tool/configfile.h>
+#include <tool/jsonvalue.h>
 
 namespace Tool {
 

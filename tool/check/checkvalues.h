@@ -3,7 +3,8 @@
 #pragma once
 
 #include "filecheck.h"
-#include "jsonvalue.h"
+
+#include <tool/jsonvalue.h>
 
 namespace Tool {
 
