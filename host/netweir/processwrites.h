@@ -9,6 +9,7 @@ namespace NETWEIR {
 /// How processes of the design write a variable.
 enum class ProcessWrites : quint8 {
     None,
+    Possible, ///< None, but it is a reg, integer or time, which only processes write in Verilog.
     Blocking,
     Nonblocking, ///< Perhaps also by blocking assignments.
 };

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void variablesAreRead();
     void genvarsAreNoNets_data();
     void genvarsAreNoNets();
+    void variablesOfVerilogAreKnown_data();
+    void variablesOfVerilogAreKnown();
     void writesAreFound_data();
     void writesAreFound();
     void computedIndexesAreFound_data();
@@ -173,6 +175,50 @@ void TestDefinitionReader::genvarsAreNoNets()
                            QStringLiteral("(basicdtype id=int name=integer left=31 right=0)"), {},
                            folder.path(), QStringLiteral("(file id=a filename=a.v)"));
     QTEST(variableText(design->top().variables.front()), "expected");
+}
+
+void TestDefinitionReader::variablesOfVerilogAreKnown_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<bool>("expected");
+    const auto row = [](const char *source, bool expected) {
+        QTest::newRow(source) << QString::fromLatin1(source) << expected;
+    };
+    row("reg name", true);
+    row("reg signed [7:0] other = \"a;b\", // wire;\n  name", true);
+    row("reg /* ; */ \\a;wire , name", true);
+    row("(output reg other, name", true);
+    row("integer name", true);
+    row("time name", true);
+    row("wire name", false);
+    row("wire // reg\n  other, name", false);
+    row("reg other; wire name", false);
+    row("reg other; sub u(name", false);
+    row("(output reg other, input name", false);
+    row("(output reg other, output logic name", false);
+    row("logic [REG-1:0] name", false);
+    row("regs_t name", false);
+    row("my$reg name", false);
+    row("`reg name", false);
+    row("name", false);
+}
+
+void TestDefinitionReader::variablesOfVerilogAreKnown()
+{
+    QFETCH(QString, source);
+    QTemporaryDir folder;
+    TarnTest::writeFile(folder.filePath(QStringLiteral("a.v")), source.toLatin1() + ";\n");
+    const int line = source.count(QLatin1Char('\n')) + 1;
+    const int column = source.size() - source.lastIndexOf(QLatin1Char('\n')) - 4;
+    const DesignXml design(
+        QStringLiteral("(module name=top origName=top (var:bit name=name loc=a,%1,%2,%1,%3))")
+            .arg(line)
+            .arg(column)
+            .arg(column + 4),
+        {}, {}, folder.path(), QStringLiteral("(file id=a filename=a.v)"));
+    const bool isVariable =
+        design->top().variables.front().processWrites == NETWEIR::ProcessWrites::Possible;
+    QTEST(isVariable, "expected");
 }
 
 void TestDefinitionReader::writesAreFound_data()

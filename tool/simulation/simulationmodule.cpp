@@ -322,7 +322,8 @@ void SimulationModule::writeDrivers(const Port &port, const QByteArray &source)
                 line(2, "// " + comment + ' ' + reasonOf(bits.kind));
                 continue;
             }
-            if (bits.driving == SimulatedBits::Continuous) {
+            if (bits.driving == SimulatedBits::Continuous ||
+                (bits.driving == SimulatedBits::Variable && m_options.isSystemVerilog)) {
                 line(2, "assign " + bits.reference + " = " + driving + "; // " + comment);
                 continue;
             }

@@ -131,6 +131,8 @@ SimulatedBits SimulationNets::net(const QString &name) const
 static SimulatedBits::Driving drivingOf(const RtlNet *net)
 {
     switch (net->processWrites()) {
+    case NETWEIR::ProcessWrites::Possible:
+        return SimulatedBits::Variable;
     case NETWEIR::ProcessWrites::Blocking:
         return SimulatedBits::Procedural;
     case NETWEIR::ProcessWrites::Nonblocking:

@@ -36,6 +36,7 @@ struct SimulatedBits
     /// What a module can do to drive the bits.
     enum Driving {
         Continuous,  ///< By a continuous assignment.
+        Variable,    ///< The same in SystemVerilog; in Verilog only in a process.
         Procedural,  ///< In a process: processes of the design drive other bits of the variable.
         Nonblocking, ///< The same; they do it by nonblocking assignments.
     };

@@ -50,6 +50,8 @@ module zoo (
     wire [7:0] hole_part;
     wire       \hole.e ;
     reg  [3:0] half_hole;
+    reg  [3:0] lone, lone_too;
+    integer    lone_number;
     assign hole_part[7:6] = count[1:0];
 
     initial count = 0;

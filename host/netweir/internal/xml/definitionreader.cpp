@@ -3,6 +3,7 @@
 #include "definitionreader.h"
 
 #include "attributes.h"
+#include "declarationtext.h"
 #include "elementkind.h"
 #include "sourcetexts.h"
 #include "typetable.h"
@@ -269,6 +270,8 @@ void DefinitionReader::addVariable(const pugi::xml_node &node)
     variable.pinNumber = node.attribute("pinIndex").as_int();
     variable.isInterfacePort = isOfInterface(node) && !level().isLocal;
     variable.isNet = isNet(variable);
+    if (variable.isNet && isVerilogVariable(node))
+        variable.processWrites = ProcessWrites::Possible;
     variable.isDrivenByConstant = node.child("const") && variable.direction != Direction::Input;
 
     scope().symbols.emplace(attribute(node, "name"),
@@ -460,6 +463,19 @@ bool DefinitionReader::isGenvar(const pugi::xml_node &node) const
         return (is(n, "varref") || is(n, "varxref")) && attribute(n, "name") == name;
     });
     return !reference;
+}
+
+/// The XML has no difference between nets and variables. If the source cannot be read, it is a net.
+bool DefinitionReader::isVerilogVariable(const pugi::xml_node &node) const
+{
+    // Most names are in one line with their keyword.
+    for (const int linesBack : {1, 20}) {
+        const QByteArray before = m_sources.textBefore(attribute(node, "loc"), linesBack);
+        if (const auto isVariable =
+                declaresVariable({before.constData(), std::size_t(before.size())}))
+            return *isVariable;
+    }
+    return false;
 }
 
 NameScope &DefinitionReader::scope()

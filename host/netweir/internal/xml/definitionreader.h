@@ -48,6 +48,7 @@ private:
     bool isInterfaceReference(const pugi::xml_node &node);
     bool isNet(const Variable &variable) const;
     bool isGenvar(const pugi::xml_node &node) const;
+    bool isVerilogVariable(const pugi::xml_node &node) const;
     void addInstance(const pugi::xml_node &node);
     bool takeRange(const InstanceItem &instance);
     void addRoutine(const pugi::xml_node &node);
