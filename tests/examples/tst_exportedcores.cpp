@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include "exampleproject.h"
+#include "simulatorrun.h"
 
 #include <model/tarnconfig.h>
 #include <model/tarncore.h>
@@ -11,46 +12,13 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace TarnTest;
 
 namespace {
-
-constexpr int ToolTimeout = 300000;
-
-struct Run
-{
-    int exitCode = -1;
-    QString output;
-};
-
-Run run(const QString &program, const QStringList &arguments, const QString &folder)
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    if (!QStandardPaths::findExecutable("ccache").isEmpty())
-        environment.insert("OBJCACHE", "ccache");
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    Run result;
-    if (!process.waitForFinished(ToolTimeout)) {
-        process.kill();
-        process.waitForFinished();
-        result.output = program + ": " + process.errorString();
-        return result;
-    }
-    if (process.exitStatus() == QProcess::NormalExit)
-        result.exitCode = process.exitCode();
-    result.output = QString::fromUtf8(process.readAll());
-    return result;
-}
 
 QString dataPath(const QString &file)
 {
@@ -109,17 +77,6 @@ Run buildWithVerilator(const Simulation &simulation, const QString &folder)
 Run runWithVerilator(const QString &folder, const QStringList &arguments = {})
 {
     return run(folder + "/verilated/Vsimulation", arguments, folder);
-}
-
-/// The last line that begins with PASS or FAIL, empty when there is none.
-QString verdict(const Run &result)
-{
-    QString found;
-    for (const QString &line : result.output.split('\n')) {
-        if (line.startsWith("PASS") || line.startsWith("FAIL"))
-            found = line.left(4);
-    }
-    return found;
 }
 
 /// The values that a monitor prints: the same nets, as the module sees them and as written by hand.

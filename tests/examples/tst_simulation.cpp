@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
 #include "exampleproject.h"
+#include "simulatorrun.h"
 
 #include <support/files.h>
 #include <support/testcase.h>
@@ -8,17 +9,13 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace TarnTest;
 
 namespace {
-
-constexpr int ToolTimeout = 300000;
 
 /// A change of the design that its test bench has to detect.
 struct Mutation
@@ -136,47 +133,6 @@ const Mutation pulseWidthMutations[] = {
     {"begin of a period shown late", "pwm_core.sv", "period_start <= last_clock",
      "period_start <= carrier == 0"},
 };
-
-struct Run
-{
-    int exitCode = -1;
-    QString output;
-};
-
-Run run(const QString &program, const QStringList &arguments, const QString &folder)
-{
-    QProcess process;
-    // Two of the builds differ only in the design.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    if (!QStandardPaths::findExecutable("ccache").isEmpty())
-        environment.insert("OBJCACHE", "ccache");
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    Run result;
-    if (!process.waitForFinished(ToolTimeout)) {
-        process.kill();
-        process.waitForFinished();
-        result.output = program + ": " + process.errorString();
-        return result;
-    }
-    if (process.exitStatus() == QProcess::NormalExit)
-        result.exitCode = process.exitCode();
-    result.output = QString::fromUtf8(process.readAll());
-    return result;
-}
-
-/// The last line that begins with PASS or FAIL, empty when there is none.
-QString verdict(const Run &result)
-{
-    QString found;
-    for (const QString &line : result.output.split('\n')) {
-        if (line.startsWith("PASS") || line.startsWith("FAIL"))
-            found = line.left(4);
-    }
-    return found;
-}
 
 /// The outputs that a test bench of the pulse-width modulator prints, one line for each clock.
 QStringList clocks(const Run &result)
