@@ -36,6 +36,7 @@
 using TARN::Durability;
 using TARN::UnsavedFile;
 using TarnTest::becomeOrdinaryUser;
+using TarnTest::canMountSmallDisk;
 using TarnTest::giveToOrdinaryUser;
 using TarnTest::inChild;
 using TarnTest::limitFileSize;
@@ -428,10 +429,7 @@ void TestUnsavedFile::copyReturnsToAFolderThatTakesItAgain()
 
 void TestUnsavedFile::fullDiskMovesTheCopy()
 {
-    if (::geteuid() != 0 ||
-        !inChild([this] {
-             return mountSmallDisk(m_folder->path(), 4096) ? QString() : QStringLiteral("no");
-         }).isEmpty())
+    if (!canMountSmallDisk(m_folder->path()))
         QSKIP("a small disk can not be mounted here; fullDisksKeepTheFormerCopy covers the rest");
     QCOMPARE(inChild([this] {
                  mountSmallDisk(m_folder->path(), 256 * 1024);

@@ -57,6 +57,14 @@ bool mountSmallDisk(const QString &folder, int size)
                    options.constData()) == 0;
 }
 
+bool canMountSmallDisk(const QString &folder)
+{
+    return ::geteuid() == 0 && inChild([&folder] {
+                                   return mountSmallDisk(folder, 4096) ? QString()
+                                                                       : QStringLiteral("no");
+                               }).isEmpty();
+}
+
 void giveToOrdinaryUser(const QString &path)
 {
     if (::geteuid() == 0 &&

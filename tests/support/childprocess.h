@@ -28,6 +28,9 @@ bool mountSmallDisk(const QString &folder, int size);
 
 // For any process:
 
+/// Whether a child can mountSmallDisk(). Only root can, and not everywhere.
+bool canMountSmallDisk(const QString &folder);
+
 /// The user that becomeOrdinaryUser() means.
 constexpr uid_t OrdinaryUser = 65534;
 

@@ -413,7 +413,8 @@ void TestCheckReport::sarifAddresses_data()
     add("relative", "hub.tarn", "hub.tarn", true);
     add("cleaned", "./a/../b//hub.tarn", "b/hub.tarn", true);
     add("absolute, below", here + "/a/hub.tarn", "a/hub.tarn", true);
-    add("beside, with the same beginning", here + "2/hub.tarn", "file://" + here + "2/hub.tarn",
+    const QString encoded = QString::fromLatin1(QUrl::toPercentEncoding(here, "/"));
+    add("beside, with the same beginning", here + "2/hub.tarn", "file://" + encoded + "2/hub.tarn",
         false);
     add("above", "../../../../../../../../../../../hub.tarn", "file:///hub.tarn", false);
     add("characters", "50% a:b#c?d[1] \u00e4.tarn", "50%25%20a%3Ab%23c%3Fd%5B1%5D%20%C3%A4.tarn",
