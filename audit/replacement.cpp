@@ -117,7 +117,8 @@ PortEdit::PortEdit(const PortSnapshot &port, ProbeType type)
     : m_index(port.index)
     , m_type(type)
 {
-    // The page shows a value of another width in the same way.
+    // The digits of a value of another width stay where they are; storedBits(), by which the page
+    // shows it, cuts them first.
     const int width = widthOf(port.signals);
     const QString bits = fittedBits(stringHextoBinfor0x(port.initialValue), 0, width);
     int taken = 0;
