@@ -30,6 +30,21 @@ QString indexOf(const RtlNet *net)
     return path.mid(bracket + 1, path.size() - bracket - 2);
 }
 
+/// Other bits of the variable may be written by processes of the design.
+SimulatedBits::Driving drivingOf(const RtlNet *net)
+{
+    switch (net->processWrites()) {
+    case NETWEIR::ProcessWrites::Possible:
+        return SimulatedBits::Variable;
+    case NETWEIR::ProcessWrites::Blocking:
+        return SimulatedBits::Procedural;
+    case NETWEIR::ProcessWrites::Nonblocking:
+        return SimulatedBits::Nonblocking;
+    default:
+        return SimulatedBits::Continuous;
+    }
+}
+
 } // namespace
 
 SimulationNets::SimulationNets(NETWEIR::RtlNetlist *netlist, const QByteArray &top,
@@ -125,21 +140,6 @@ SimulatedBits SimulationNets::net(const QString &name) const
     if (run.net)
         bit.reference = referenceOf(run);
     return bit;
-}
-
-/// Other bits of the variable may be written by processes of the design.
-static SimulatedBits::Driving drivingOf(const RtlNet *net)
-{
-    switch (net->processWrites()) {
-    case NETWEIR::ProcessWrites::Possible:
-        return SimulatedBits::Variable;
-    case NETWEIR::ProcessWrites::Blocking:
-        return SimulatedBits::Procedural;
-    case NETWEIR::ProcessWrites::Nonblocking:
-        return SimulatedBits::Nonblocking;
-    default:
-        return SimulatedBits::Continuous;
-    }
 }
 
 /// @p run is set if the bit is reachable.
