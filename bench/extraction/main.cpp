@@ -13,6 +13,7 @@
 #include <te/fileinfo.h>
 
 #include <support/benchmark.h>
+#include <support/freshprocess.h>
 #include <support/generatednetlist.h>
 
 #include <QApplication>
@@ -300,24 +301,11 @@ Design generatedVhdl(const QTemporaryDir &folder)
 /// What a process that extracts the generated VHDL design, and nothing else, needs at its peak.
 bool measureVhdlMemory(const QString &argument)
 {
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {argument});
-    if (!process.waitForFinished(-1) || process.exitCode() != 0)
-        fail(QStringLiteral("the process that measures memory failed"));
+    const TarnBench::ProcessFigures figures = TarnBench::measureProcess(
+        {QCoreApplication::applicationFilePath().toStdString(), argument.toStdString()});
     Table table("Generated VHDL design, memory");
-    table.add("peak of the process that extracts it", process.readAll().toDouble() / 1e6, "MB",
-              300);
+    table.add("peak of the process that extracts it", figures.peakBytes / 1e6, "MB", 300);
     return table.print();
-}
-
-/// Extracts the generated VHDL design once and prints the peak of resident memory in bytes.
-void printVhdlMemory()
-{
-    QTemporaryDir folder;
-    const std::unique_ptr<RtlNetlist> netlist = extract(generatedVhdl(folder));
-    rusage usage;
-    getrusage(RUSAGE_SELF, &usage);
-    std::printf("%.0f\n", double(usage.ru_maxrss) * 1024);
 }
 
 } // namespace
@@ -333,7 +321,8 @@ int main(int argc, char *argv[])
 
     const QString memoryArgument = QStringLiteral("vhdl-memory");
     if (app.arguments().contains(memoryArgument)) {
-        printVhdlMemory();
+        const QTemporaryDir folder;
+        extract(generatedVhdl(folder));
         return 0;
     }
 

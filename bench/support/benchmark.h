@@ -88,6 +88,32 @@ inline double residentBytes()
     return resident * 4096;
 }
 
+/// Highest resident memory in bytes of this process, or of @p process while it exists, as the
+/// kernel counts it: since the start of the program or the last resetPeak(). 0 if it is not known.
+inline double peakResidentBytes(const std::string &process = "self")
+{
+    std::ifstream status("/proc/" + process + "/status");
+    std::string key;
+    while (status >> key) {
+        if (key == "VmHWM:") {
+            double kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes * 1024;
+        }
+    }
+    return 0;
+}
+
+/// From now on peakResidentBytes() of this process means the time after this call. What the
+/// allocator keeps of freed memory still counts: a first figure is best measured in a process of
+/// its own.
+inline void resetPeak()
+{
+    std::ofstream reset("/proc/self/clear_refs");
+    if (!(reset << 5 << std::flush))
+        fail("the peak of the memory cannot be reset");
+}
+
 /// Set from the command line: tables are printed in Markdown instead of columns.
 inline bool markdownTables = false;
 

@@ -8,6 +8,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <vector>
 
 using NETWEIR::Hierachy;
@@ -23,6 +24,7 @@ constexpr int BlocksPerGroup = 49;
 constexpr int NetCount = 250000;
 constexpr int BusCount = 25000;
 constexpr int BusWidth = 30;
+constexpr int ShortPath = 57; ///< Letters of the average full path, without a prefix.
 
 /// The names and marks that are common to all blocks.
 struct Content
@@ -41,6 +43,13 @@ struct Content
         partlyDriven.back().excludedForProbeOut = true;
     }
 };
+
+/// What the name of an instance begins with when it is @p letters longer than usual.
+QString prefix(int letters)
+{
+    const QString words = QStringLiteral("channel_of_the_memory_interface_");
+    return words.repeated(letters / words.size() + 1).right(letters);
+}
 
 /// The share of the block @p index when @p total is distributed evenly.
 int shareOf(int total, int index)
@@ -62,18 +71,20 @@ void fillBlock(NetlistBuilder &builder, Hierachy *node, int index, const Content
 
 } // namespace
 
-std::unique_ptr<NETWEIR::RtlNetlist> generatedNetlist()
+std::unique_ptr<NETWEIR::RtlNetlist> generatedNetlist(int lettersOfPath)
 {
     const Content content;
     const QString module = QStringLiteral("block");
+    const int added = std::max(0, lettersOfPath - ShortPath);
+    const QString groupName = prefix(added / 2) + QStringLiteral("group_inst_%1");
+    const QString blockName = prefix(added - added / 2) + QStringLiteral("block_inst_%1");
     NetlistBuilder builder(QStringLiteral("bench_top"));
     int index = 0;
     for (int group = 0; group < GroupCount; ++group) {
-        Hierachy *parent = builder.addHierachy(
-            builder.top(), QStringLiteral("group_inst_%1").arg(group), QStringLiteral("group"));
+        Hierachy *parent =
+            builder.addHierachy(builder.top(), groupName.arg(group), QStringLiteral("group"));
         for (int block = 0; block < BlocksPerGroup; ++block) {
-            Hierachy *node =
-                builder.addHierachy(parent, QStringLiteral("block_inst_%1").arg(block), module);
+            Hierachy *node = builder.addHierachy(parent, blockName.arg(block), module);
             fillBlock(builder, node, index++, content);
         }
     }
