@@ -80,7 +80,7 @@ std::vector<QString> usableNames(const NETWEIR::RtlNetlist &netlist)
 {
     std::vector<QString> names;
     const auto add = [&names](const NETWEIR::RtlNet *net) {
-        const QString &name = net->fullPathName();
+        const QString name = net->fullPathName();
         if (!net->excludedForProbeIn() && !net->excludedForProbeOut())
             names.emplace_back(name.constData(), name.size());
     };

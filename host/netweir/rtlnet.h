@@ -28,9 +28,8 @@ public:
     /// Name within its hierarchy node: "clk", "data[3]", "g[0].w", "st.valid".
     QString name() const { return m_fullPathName.mid(m_nameOffset); }
 
-    /// Name within the design, with '/' between the levels: "top/u0/data[3]". Stored, so returning
-    /// it makes no copy.
-    const QString &fullPathName() const { return m_fullPathName; }
+    /// Name within the design, with '/' between the levels: "top/u0/data[3]".
+    QString fullPathName() const { return m_fullPathName; }
 
     /// The net cannot be read back, because it has no hardware value.
     bool excludedForProbeIn() const { return m_excludedForProbeIn; }

@@ -27,8 +27,8 @@ public:
     /// Name within its hierarchy node, range included: "data[7:0]".
     QString BusName() const { return m_fullBusName.mid(m_nameOffset); }
 
-    /// Name within the design: "top/u0/data[7:0]". Stored, so returning it makes no copy.
-    const QString &fullBusName() const { return m_fullBusName; }
+    /// Name within the design: "top/u0/data[7:0]".
+    QString fullBusName() const { return m_fullBusName; }
 
     /// The bits in declaration order, left to right: data[7] first for data[7:0].
     const QList<RtlNet *> &nets() const { return m_nets; }

@@ -40,7 +40,6 @@ class TestNetlist : public TarnTest::TestCase
 private Q_SLOTS:
     void nodesKnowTheirNamesParentAndChildren();
     void netNamesJoinTheLevelsWithSlashes();
-    void returningAFullNameCopiesNothing();
     void busMembersFollowTheDeclaration_data();
     void busMembersFollowTheDeclaration();
     void busCarriesAMarkWhenAnyMemberDoes();
@@ -90,15 +89,6 @@ void TestNetlist::netNamesJoinTheLevelsWithSlashes()
     QCOMPARE(bus->BusName(), QStringLiteral("data[1:0]"));
     QCOMPARE(bus->fullBusName(), QStringLiteral("top/u0/data[1:0]"));
     QCOMPARE(bus->nets().first()->name(), QStringLiteral("data[1]"));
-}
-
-void TestNetlist::returningAFullNameCopiesNothing()
-{
-    NetlistBuilder builder(QStringLiteral("top"));
-    const RtlNet *net = builder.addNet(builder.top(), QStringLiteral("clk"));
-    const RtlNetBus *bus = builder.addBus(builder.top(), QStringLiteral("d"), 1, 0);
-    QCOMPARE(&net->fullPathName(), &net->fullPathName());
-    QCOMPARE(&bus->fullBusName(), &bus->fullBusName());
 }
 
 void TestNetlist::busMembersFollowTheDeclaration_data()

@@ -25,7 +25,7 @@ namespace {
 /// The last index of a bit of a bus, without the brackets: "3" of "data[1][3]".
 QString indexOf(const RtlNet *net)
 {
-    const QString &path = net->fullPathName();
+    const QString path = net->fullPathName();
     const int bracket = path.lastIndexOf(QLatin1Char('['));
     return path.mid(bracket + 1, path.size() - bracket - 2);
 }
