@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "design.h"
 
+#include <netweir/designextraction.h>
 #include <netweir/hierachy.h>
 #include <netweir/rtlextraction.h>
 #include <netweir/rtlnetbus.h>
@@ -89,6 +90,27 @@ void elaborateVhdl(const Design &design)
     }
 }
 
+/// What the extraction wants to know.
+QMap<QString, QVariant> designInfo(const Design &design)
+{
+    QVariantList files;
+    for (const QString &file : design.files) {
+        const int type =
+            file.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
+        files.append(QVariantMap{{TE::DesignInfo::Path, file}, {TE::DesignInfo::Type, type}});
+    }
+    for (const VhdlFile &file : design.vhdlFiles)
+        files.append(QVariantMap{{TE::DesignInfo::Path, file.path},
+                                 {TE::DesignInfo::Type, TE::VhdlFile},
+                                 {TE::DesignInfo::Library, file.library}});
+    return {{TE::DesignInfo::Top, design.top},
+            {TE::DesignInfo::Files, files},
+            {TE::DesignInfo::IncludePaths, design.includePaths},
+            {TE::DesignInfo::Macros, design.macros},
+            {TE::DesignInfo::Standard, design.standard},
+            {TE::DesignInfo::Timeout, 600}};
+}
+
 } // namespace
 
 void fail(const QString &reason)
@@ -150,22 +172,7 @@ void preprocessAlone(const Design &design)
 
 std::unique_ptr<RtlNetlist> extract(const Design &design)
 {
-    QVariantList files;
-    for (const QString &file : design.files) {
-        const int type =
-            file.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
-        files.append(QVariantMap{{TE::DesignInfo::Path, file}, {TE::DesignInfo::Type, type}});
-    }
-    for (const VhdlFile &file : design.vhdlFiles)
-        files.append(QVariantMap{{TE::DesignInfo::Path, file.path},
-                                 {TE::DesignInfo::Type, TE::VhdlFile},
-                                 {TE::DesignInfo::Library, file.library}});
-    QMap<QString, QVariant> info{{TE::DesignInfo::Top, design.top},
-                                 {TE::DesignInfo::Files, files},
-                                 {TE::DesignInfo::IncludePaths, design.includePaths},
-                                 {TE::DesignInfo::Macros, design.macros},
-                                 {TE::DesignInfo::Standard, design.standard},
-                                 {TE::DesignInfo::Timeout, 600}};
+    QMap<QString, QVariant> info = designInfo(design);
     QStringList tops;
     QStringList modules;
     QStringList messages;
@@ -175,6 +182,19 @@ std::unique_ptr<RtlNetlist> extract(const Design &design)
     if (!netlist)
         fail(QStringLiteral("no netlist: ") + messages.join(QLatin1Char('\n')));
     return std::unique_ptr<RtlNetlist>(netlist);
+}
+
+std::unique_ptr<RtlNetlist> extractWithoutWindow(const Design &design)
+{
+    DesignExtraction extraction(designInfo(design));
+    QStringList tops;
+    QStringList modules;
+    QStringList messages;
+    extraction.findModules(&tops, &modules, &messages);
+    std::unique_ptr<RtlNetlist> netlist = extraction.buildNetlist(&messages);
+    if (!netlist)
+        fail(QStringLiteral("no netlist: ") + messages.join(QLatin1Char('\n')));
+    return netlist;
 }
 
 int bitCount(const RtlNetlist &netlist)

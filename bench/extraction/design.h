@@ -49,5 +49,8 @@ void preprocessAlone(const Design &design);
 /// Takes the road of the application, progress dialog included.
 std::unique_ptr<NETWEIR::RtlNetlist> extract(const Design &design);
 
+/// Takes the road of the command line tool.
+std::unique_ptr<NETWEIR::RtlNetlist> extractWithoutWindow(const Design &design);
+
 /// The single nets of a netlist and the members of its buses.
 int bitCount(const NETWEIR::RtlNetlist &netlist);
