@@ -126,7 +126,7 @@ module bench_cluster #(parameter int ID = 0)
   logic [%STAGES-1:0] done;
   assign links[0] = in;
   assign out = links[%STAGES];
-  for (genvar i = 0; i < %STAGES; i++) begin : stage
+  for (genvar i = 0; i < %STAGES; i++) begin : pipeline_stages_of_the_cluster
     stream_bus #(.WIDTH(32)) bus(.clk(clk));
     bench_stage #(.WIDTH(40 + i % 8), .ID(@ * (ID * %STAGES + i)))
       unit(.clk(clk), .reset(reset), .in(links[i]), .out(links[i + 1]), .bus(bus));
@@ -141,7 +141,7 @@ module bench_region #(parameter int ID = 0)
   bench_types::link_t links [0:%CLUSTERS];
   assign links[0] = in;
   assign out = links[%CLUSTERS];
-  for (genvar i = 0; i < %CLUSTERS; i++) begin : cluster
+  for (genvar i = 0; i < %CLUSTERS; i++) begin : clusters_along_the_memory_channel
     bench_cluster #(.ID(@ * (ID * %CLUSTERS + i)))
       unit(.clk(clk), .reset(reset), .in(links[i]), .out(links[i + 1]));
   end
@@ -153,7 +153,7 @@ module bench_top
   bench_types::link_t links [0:%REGIONS];
   assign links[0] = in;
   assign out = links[%REGIONS];
-  for (genvar i = 0; i < %REGIONS; i++) begin : region
+  for (genvar i = 0; i < %REGIONS; i++) begin : regions_of_the_processing_mesh
     bench_region #(.ID(@ * i))
       unit(.clk(clk), .reset(reset), .in(links[i]), .out(links[i + 1]));
   end

@@ -6,7 +6,8 @@
 
 /// A synthetic SystemVerilog design with 5 million nets in 27,000 nodes at the default sizes:
 /// chains of stages with structures, buses, arrays, interfaces and generate blocks, whose ports
-/// drive each other, below the top "bench_top".
+/// drive each other, below the top "bench_top". A full path has 140 letters on
+/// average.
 struct LargeDesign
 {
     /// Each stage, with all below it, has a parameter value of its own, so that the elaborator
