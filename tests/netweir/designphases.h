@@ -22,9 +22,16 @@ struct DesignPhases
         , paths(design.types(), tree, bindings)
         , memories(memoriesOf(design, tree, paths))
         , layout(design.types(), memories)
-        , placed(NETWEIR::Internal::placeDefinitions(design, layout))
-        , marked(NETWEIR::Internal::markDefinitions(design, layout, placed))
+        , placed(design.listByDefinition<NETWEIR::Internal::PlacedDefinition>())
+        , marked(design.listByDefinition<NETWEIR::Internal::MarkedDefinition>())
     {
+        using NETWEIR::Internal::itemAt;
+        for (const NETWEIR::Internal::Definition *definition : design.bottomUp()) {
+            NETWEIR::Internal::PlacedDefinition &places = itemAt(placed, definition->number);
+            places = layout.place(*definition);
+            itemAt(marked, definition->number) =
+                NETWEIR::Internal::DefinitionMarker(design, layout, marked, places).mark();
+        }
     }
 
     static NETWEIR::Internal::InstanceTree treeOf(const NETWEIR::Internal::ElaboratedDesign &design)
@@ -38,8 +45,10 @@ struct DesignPhases
                                                   const NETWEIR::Internal::InstanceTree &tree,
                                                   const NETWEIR::Internal::PathResolver &paths)
     {
-        NETWEIR::Internal::Memories memories = NETWEIR::Internal::findMemories(design);
-        NETWEIR::Internal::addMemoriesElsewhere(tree, paths, &memories);
+        NETWEIR::Internal::Memories memories;
+        for (const NETWEIR::Internal::Definition *definition : design.bottomUp())
+            memories.addOf(*definition);
+        memories.addElsewhere(tree, paths);
         return memories;
     }
 
@@ -54,8 +63,8 @@ struct DesignPhases
     const NETWEIR::Internal::PathResolver paths;
     const NETWEIR::Internal::Memories memories;
     const NETWEIR::Internal::Layout layout;
-    const std::vector<NETWEIR::Internal::PlacedDefinition> placed;
-    const std::vector<NETWEIR::Internal::MarkedDefinition> marked;
+    std::vector<NETWEIR::Internal::PlacedDefinition> placed; ///< By the number of the definition.
+    std::vector<NETWEIR::Internal::MarkedDefinition> marked; ///< By the number of the definition.
 };
 
 } // namespace TarnTest

@@ -92,7 +92,7 @@ void TestConnectionBuilder::dividesExpressions()
     QCOMPARE(xml.error(), QString());
     const DesignPhases phases(xml);
     const BitLocator bits(phases.design, phases.layout, phases.placed.front());
-    std::vector<Reference> elsewhere;
+    std::vector<ElsewhereReference> elsewhere;
     ConnectionBuilder builder(phases.design.types(), bits, &elsewhere);
     const Connection connection = builder.connect(3, 5, {xml.element("port").first_child(), 0});
     QCOMPARE(connection.item, 3);

@@ -57,8 +57,10 @@ void TestMemories::arraysBehindComputedIndexesAreMemories()
     InstanceTree tree;
     QVERIFY(tree.build(design->top()));
     const InterfaceBindings bindings = bindInterfaces(*design, tree);
-    Memories memories = findMemories(*design);
-    addMemoriesElsewhere(tree, PathResolver(design->types(), tree, bindings), &memories);
+    Memories memories;
+    for (const Definition *definition : design->bottomUp())
+        memories.addOf(*definition);
+    memories.addElsewhere(tree, PathResolver(design->types(), tree, bindings));
 
     const Variable &own = design->top().variables.front();
     const Variable &inner = tree.definitionOf(1).variables.front();

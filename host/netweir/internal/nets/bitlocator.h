@@ -3,6 +3,7 @@
 #pragma once
 
 #include "countingloops.h"
+#include "elsewherereference.h"
 #include "layout.h"
 
 namespace NETWEIR::Internal {
@@ -28,6 +29,12 @@ public:
     /// Does not call it when the reference does not name a net.
     void forEachRound(const Reference &reference,
                       const std::function<void(const BitRange &)> &visit);
+
+    /// What is left of a hierarchical reference without its elements.
+    ElsewhereReference elsewhere(const Reference &reference) const
+    {
+        return Internal::elsewhere(reference, m_indexes);
+    }
 
 private:
     const ElaboratedDesign &m_design;

@@ -4,6 +4,8 @@
 
 #include "connection.h"
 
+#include <netweir/internal/ground/messages.h>
+
 #include <vector>
 
 namespace NETWEIR::Internal {
@@ -21,6 +23,7 @@ struct BorderPin
 struct Border
 {
     int item = 0; ///< Index among the instances of the definition.
+    Place place;  ///< Where the instance is in the source.
     std::vector<BorderPin> pins;
 };
 

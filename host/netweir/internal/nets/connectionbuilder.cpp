@@ -11,7 +11,7 @@
 namespace NETWEIR::Internal {
 
 ConnectionBuilder::ConnectionBuilder(const TypeTable &types, const BitLocator &bits,
-                                     std::vector<Reference> *elsewhere)
+                                     std::vector<ElsewhereReference> *elsewhere)
     : m_types(types)
     , m_bits(bits)
     , m_elsewhere(elsewhere)
@@ -63,7 +63,7 @@ Segment ConnectionBuilder::segmentOf(const Reference &reference)
         reference.steps.empty() ? reference.node : reference.steps.back();
     const qint64 width = m_types.at(m_types.typeOf(outermost)).width;
     if (reference.isHierarchical()) {
-        m_elsewhere->push_back(reference);
+        m_elsewhere->push_back(m_bits.elsewhere(reference));
         return {Segment::Kind::Elsewhere, countOf(*m_elsewhere) - 1, 0, width};
     }
     const BitRange range = m_bits.bitsOf(reference);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "connection.h"
+#include "elsewherereference.h"
 
 #include <netweir/internal/xml/reference.h>
 
@@ -19,7 +20,7 @@ public:
     /// All arguments must outlive this object. References to other nodes are appended to @p
     /// elsewhere.
     ConnectionBuilder(const TypeTable &types, const BitLocator &bits,
-                      std::vector<Reference> *elsewhere);
+                      std::vector<ElsewhereReference> *elsewhere);
 
     Connection connect(int item, int port, const Occurrence &expression);
 
@@ -29,7 +30,7 @@ private:
 
     const TypeTable &m_types;
     const BitLocator &m_bits;
-    std::vector<Reference> *m_elsewhere;
+    std::vector<ElsewhereReference> *m_elsewhere;
 };
 
 } // namespace NETWEIR::Internal

@@ -107,7 +107,7 @@ void DefinitionMarker::markWrites(const Occurrence &target, quint8 marks)
 {
     forEachReference(target, [this, marks](const Reference &reference) {
         if (reference.isHierarchical()) {
-            m_result.writesElsewhere.push_back(reference);
+            m_result.writesElsewhere.push_back(m_bits.elsewhere(reference));
             return;
         }
         m_bits.forEachRound(reference,
@@ -125,7 +125,7 @@ void DefinitionMarker::markPins()
     for (int item = 0; item < countOf(m_definition.instances); ++item) {
         const InstanceItem &instance = itemAt(m_definition.instances, item);
         if (instance.definition && instance.definition->isForeign())
-            m_result.borders.push_back({item, {}});
+            m_result.borders.push_back({item, m_design.placeOf(instance.node), {}});
         for (const pugi::xml_node &pin : instance.node.children("port")) {
             ReadGuard::check();
             if (pin.first_child())
@@ -233,18 +233,6 @@ void DefinitionMarker::markDrivenWithin(const Connection &connection)
         }
         offset += segment.width;
     }
-}
-
-std::vector<MarkedDefinition> markDefinitions(const ElaboratedDesign &design, const Layout &layout,
-                                              const std::vector<PlacedDefinition> &placed)
-{
-    auto marked = design.listByDefinition<MarkedDefinition>();
-    for (const Definition *definition : design.bottomUp()) {
-        const PlacedDefinition &source = itemAt(placed, definition->number);
-        itemAt(marked, definition->number) =
-            DefinitionMarker(design, layout, marked, source).mark();
-    }
-    return marked;
 }
 
 } // namespace NETWEIR::Internal

@@ -22,7 +22,7 @@ class DefinitionMarker
 {
 public:
     /// All arguments must outlive this object. @p marked contains the definitions of all instances
-    /// by number.
+    /// by number. The elements of the definition must be in memory.
     DefinitionMarker(const ElaboratedDesign &design, const Layout &layout,
                      const std::vector<MarkedDefinition> &marked, const PlacedDefinition &placed);
 
@@ -51,9 +51,5 @@ private:
     std::map<const DeclaredUnit *, NamesAcross> m_foreignPorts;
     MarkedDefinition m_result;
 };
-
-/// Marks all definitions of @p design. Both lists are indexed by the number of the definition.
-std::vector<MarkedDefinition> markDefinitions(const ElaboratedDesign &design, const Layout &layout,
-                                              const std::vector<PlacedDefinition> &placed);
 
 } // namespace NETWEIR::Internal

@@ -77,7 +77,7 @@ void InstanceMarker::markInstances()
 
 void InstanceMarker::markWritesElsewhere(int instance)
 {
-    for (const Reference &reference : definitionOf(instance).writesElsewhere) {
+    for (const ElsewhereReference &reference : definitionOf(instance).writesElsewhere) {
         const Target target = targetOf(instance, reference);
         if (target.instance >= 0)
             markOut(target.instance, target.range);
@@ -188,15 +188,15 @@ const quint8 *InstanceMarker::marksOf(int instance, const Segment &segment) cons
 }
 
 /// The bits of a hierarchical reference in @p instance.
-InstanceMarker::Target InstanceMarker::targetOf(int instance, const Reference &reference) const
+InstanceMarker::Target InstanceMarker::targetOf(int instance,
+                                                const ElsewhereReference &reference) const
 {
     const InstanceVariable net =
-        m_inputs.paths.netAt({instance, reference.scope}, reference.path(), reference.name());
+        m_inputs.paths.netAt({instance, reference.scope}, reference.path, reference.name);
     if (net.instance < 0)
         return {};
-    const IndexEvaluator indexes(m_inputs.tree.definitionOf(instance), m_inputs.design.types());
     const PlacedVariable &placed = variableOf(net.instance, net.variable);
-    return {net.instance, m_inputs.layout.locate(placed, reference, indexes)};
+    return {net.instance, m_inputs.layout.locate(placed, reference.selections)};
 }
 
 void InstanceMarker::markOut(int instance, const BitRange &range)

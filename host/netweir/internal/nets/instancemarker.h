@@ -19,9 +19,9 @@ class Layout;
 class PathResolver;
 struct BorderPin;
 struct Connection;
+struct ElsewhereReference;
 struct InterfaceBinding;
 struct PlacedVariable;
-struct Reference;
 struct Segment;
 
 /// Completes the marks of the instances: ports of the first instance, writes to other nodes,
@@ -71,7 +71,7 @@ private:
     void markConnections(int instance, bool toInterfaces);
     void markConnection(int instance, const Connection &connection, int child);
     const quint8 *marksOf(int instance, const Segment &segment) const;
-    Target targetOf(int instance, const Reference &reference) const;
+    Target targetOf(int instance, const ElsewhereReference &reference) const;
     void markOut(int instance, const BitRange &range);
     const MarkedDefinition &definitionOf(int instance) const;
     const PlacedVariable &variableOf(int instance, int variable) const;

@@ -6,7 +6,6 @@
 #include "pathresolver.h"
 
 #include <netweir/internal/ground/readguard.h>
-#include <netweir/internal/xml/attributes.h>
 #include <netweir/internal/xml/elaborateddesign.h>
 
 #include <algorithm>
@@ -15,27 +14,23 @@ namespace NETWEIR::Internal {
 
 namespace {
 
-/// An interface port of an instance and the expression that names the interface.
-struct InterfacePin
+/// A pin of an instance that is an interface port.
+struct BoundPin
 {
     int item = 0;
     int port = 0;
-    Occurrence expression;
+    const InterfacePin *pin = nullptr;
 };
 
 /// The interface pins of all instances in @p definition, in the order of the instances.
-std::vector<InterfacePin> interfacePinsOf(const Definition &definition)
+std::vector<BoundPin> boundPinsOf(const Definition &definition)
 {
-    std::vector<InterfacePin> pins;
-    for (int i = 0; i < countOf(definition.instances); ++i) {
-        const InstanceItem &item = itemAt(definition.instances, i);
-        if (item.firstChild < 0)
-            continue;
-        for (const pugi::xml_node &pin : item.node.children("port")) {
-            const int port = item.definition->portOfPin(attribute(pin, "name"));
-            if (port >= 0 && itemAt(item.definition->variables, port).isInterfacePort)
-                pins.push_back({i, port, {pin.first_child(), item.scope}});
-        }
+    std::vector<BoundPin> pins;
+    for (const InterfacePin &pin : definition.interfacePins) {
+        const Definition &inner = *itemAt(definition.instances, pin.item).definition;
+        const int port = inner.portOfPin(pin.port);
+        if (port >= 0 && itemAt(inner.variables, port).isInterfacePort)
+            pins.push_back({pin.item, port, &pin});
     }
     return pins;
 }
@@ -53,10 +48,10 @@ public:
         : m_types(design.types())
         , m_tree(tree)
         , m_paths(m_types, tree, m_bindings)
-        , m_pins(design.listByDefinition<std::vector<InterfacePin>>())
+        , m_pins(design.listByDefinition<std::vector<BoundPin>>())
     {
         for (const Definition *definition : design.bottomUp())
-            itemAt(m_pins, definition->number) = interfacePinsOf(*definition);
+            itemAt(m_pins, definition->number) = boundPinsOf(*definition);
     }
 
     InterfaceBindings bindAll()
@@ -68,7 +63,7 @@ public:
 
 private:
     void bindPorts(int instance);
-    std::vector<int> interfacesOf(int instance, const Occurrence &expression) const;
+    std::vector<int> interfacesOf(int instance, const InterfacePin &pin) const;
     std::vector<int> elementsOf(const InstanceScope &owner, const Symbol &symbol) const;
     bool isRising(const Definition &definition, const Symbol &symbol) const;
 
@@ -76,19 +71,19 @@ private:
     const InstanceTree &m_tree;
     InterfaceBindings m_bindings;
     const PathResolver m_paths;
-    std::vector<std::vector<InterfacePin>> m_pins; ///< Pins by the number of the definition.
+    std::vector<std::vector<BoundPin>> m_pins; ///< Pins by the number of the definition.
 };
 
 void InterfaceBinder::bindPorts(int instance)
 {
     const Instance &node = m_tree.at(instance);
-    const std::vector<InterfacePin> &pins = itemAt(m_pins, m_tree.definitionOf(node.parent).number);
-    auto pin = std::lower_bound(
-        pins.begin(), pins.end(), node.item,
-        [](const InterfacePin &candidate, int item) { return candidate.item < item; });
+    const std::vector<BoundPin> &pins = itemAt(m_pins, m_tree.definitionOf(node.parent).number);
+    auto pin =
+        std::lower_bound(pins.begin(), pins.end(), node.item,
+                         [](const BoundPin &candidate, int item) { return candidate.item < item; });
     for (; pin != pins.end() && pin->item == node.item; ++pin) {
         ReadGuard::check();
-        std::vector<int> interfaces = interfacesOf(node.parent, pin->expression);
+        std::vector<int> interfaces = interfacesOf(node.parent, *pin->pin);
         const DataType &type = m_types.at(itemAt(node.definition->variables, pin->port).type);
         // Each element of an array of instances has its own element of an array of interfaces.
         const bool isShared = type.kind == DataType::Kind::UnpackedArray ||
@@ -99,29 +94,23 @@ void InterfaceBinder::bindPorts(int instance)
     }
 }
 
-/// The interface instances that an expression on an interface port names.
-std::vector<int> InterfaceBinder::interfacesOf(int instance, const Occurrence &expression) const
+/// The interface instances to which @p pin of an instance in @p instance is connected.
+std::vector<int> InterfaceBinder::interfacesOf(int instance, const InterfacePin &pin) const
 {
-    pugi::xml_node node = expression.node;
-    std::optional<qint64> element;
-    if (is(node, "arraysel")) {
-        element = constantValue(node.last_child());
-        node = node.first_child();
-    }
-    InstanceScope owner{instance, expression.scope};
-    if (is(node, "varxref"))
-        owner = m_paths.resolve(owner, attribute(node, "dotted"));
+    InstanceScope owner{instance, itemAt(m_tree.definitionOf(instance).instances, pin.item).scope};
+    if (pin.isHierarchical)
+        owner = m_paths.resolve(owner, pin.path);
     if (owner.instance < 0)
         return {};
 
     const Definition &definition = m_tree.definitionOf(owner.instance);
-    const Symbol symbol = definition.find(owner.scope, attribute(node, "name"));
+    const Symbol symbol = definition.find(owner.scope, pin.name);
     std::vector<int> interfaces = elementsOf(owner, symbol);
-    if (!element)
+    if (!pin.element)
         return interfaces;
     // Elements are counted from the lowest index.
     const qint64 position =
-        isRising(definition, symbol) ? *element : countOf(interfaces) - 1 - *element;
+        isRising(definition, symbol) ? *pin.element : countOf(interfaces) - 1 - *pin.element;
     if (position < 0 || position >= countOf(interfaces))
         return {};
     return {itemAt(interfaces, position)};

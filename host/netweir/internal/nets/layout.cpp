@@ -6,7 +6,6 @@
 
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/xml/attributes.h>
-#include <netweir/internal/xml/elaborateddesign.h>
 
 #include <algorithm>
 
@@ -60,33 +59,50 @@ PlacedDefinition Layout::place(const Definition &definition) const
 BitRange Layout::locate(const PlacedVariable &placed, const Reference &reference,
                         const IndexEvaluator &indexes) const
 {
-    Part part;
-    part.type = placed.variable->type;
-    part.width = placed.width;
-    part.isMemory = isMemory(*placed.variable, part.type, part.path);
+    Part part = wholeOf(placed);
     for (const pugi::xml_node &step : reference.steps) {
         if (part.isMemory || part.width <= 0)
             break;
-        select(*placed.variable, step, reference.scope, indexes, &part);
+        select(*placed.variable, selectionOf(step, reference.scope, indexes), &part);
     }
     return bitsOf(placed, part);
 }
 
-void Layout::select(const Variable &variable, const pugi::xml_node &step, int scope,
-                    const IndexEvaluator &indexes, Part *part) const
+BitRange Layout::locate(const PlacedVariable &placed,
+                        const std::vector<Selection> &selections) const
 {
-    const pugi::xml_node index = step.first_child().next_sibling();
-    if (is(step, "arraysel")) {
-        selectElement(variable, indexes.valuesOf(index, scope), part);
-    } else if (is(step, "structsel")) {
-        selectMember(variable, attribute(step, "name"), part);
-    } else if (is(step, "sel")) {
-        part->start = part->start + indexes.valuesOf(index, scope);
-        part->width = constantValue(index.next_sibling()).value_or(part->width);
+    Part part = wholeOf(placed);
+    for (const Selection &selection : selections) {
+        if (part.isMemory || part.width <= 0)
+            break;
+        select(*placed.variable, selection, &part);
+    }
+    return bitsOf(placed, part);
+}
+
+Layout::Part Layout::wholeOf(const PlacedVariable &placed) const
+{
+    Part part;
+    part.type = placed.variable->type;
+    part.width = placed.width;
+    part.isMemory = isMemory(*placed.variable, part.type, part.path);
+    return part;
+}
+
+void Layout::select(const Variable &variable, const Selection &selection, Part *part) const
+{
+    switch (selection.kind) {
+    case Selection::Kind::Element:
+        return selectElement(variable, selection.index, part);
+    case Selection::Kind::Slice:
+        return selectSlice(variable, selection.index.low, selection.count.value_or(0), part);
+    case Selection::Kind::Member:
+        return selectMember(variable, selection.member, part);
+    case Selection::Kind::Bits:
+        part->start = part->start + selection.index;
+        part->width = selection.count.value_or(part->width);
         part->type = -1;
-    } else {
-        selectSlice(variable, constantValue(index).value_or(-1),
-                    constantValue(index.next_sibling()).value_or(0), part);
+        break;
     }
 }
 
@@ -278,18 +294,6 @@ void Layout::addElements(const Variable &variable, const NamedPart &part,
         const QString name = indexed(part.name, int(type.left + i * step));
         addNets(variable, {type.element, name, part.path, bit, part.identifiers}, placed);
     }
-}
-
-std::vector<PlacedDefinition> placeDefinitions(const ElaboratedDesign &design, const Layout &layout)
-{
-    auto placed = design.listByDefinition<PlacedDefinition>();
-    for (const Definition *definition : design.bottomUp()) {
-        PlacedDefinition &result = itemAt(placed, definition->number);
-        result = layout.place(*definition);
-        if (result.bits > MostBits)
-            return {};
-    }
-    return placed;
 }
 
 } // namespace NETWEIR::Internal

@@ -5,10 +5,10 @@
 #include "bitrange.h"
 #include "indexevaluator.h"
 #include "placeddefinition.h"
+#include "selection.h"
 
 namespace NETWEIR::Internal {
 
-class ElaboratedDesign;
 class Memories;
 
 /// Where variables and their parts lie among the bits of a definition.
@@ -33,6 +33,8 @@ public:
     /// when they lie outside.
     BitRange locate(const PlacedVariable &placed, const Reference &reference,
                     const IndexEvaluator &indexes) const;
+    /// The same for a reference of which only the selections are left.
+    BitRange locate(const PlacedVariable &placed, const std::vector<Selection> &selections) const;
 
 private:
     /// The part of a variable to which a chain of selections has led so far.
@@ -60,8 +62,8 @@ private:
     const DataType *arrayOf(const Part &part) const;
     bool isMemory(const Variable &variable, int type, const std::string &path) const;
     qint64 storedWidth(const Variable &variable, int type, const std::string &path) const;
-    void select(const Variable &variable, const pugi::xml_node &step, int scope,
-                const IndexEvaluator &indexes, Part *part) const;
+    Part wholeOf(const PlacedVariable &placed) const;
+    void select(const Variable &variable, const Selection &selection, Part *part) const;
     void selectElement(const Variable &variable, const IndexRange &index, Part *part) const;
     void selectSlice(const Variable &variable, qint64 lowest, qint64 count, Part *part) const;
     void selectMember(const Variable &variable, std::string_view name, Part *part) const;
@@ -75,10 +77,5 @@ private:
     const TypeTable &m_types;
     const Memories &m_memories;
 };
-
-/// Gives the nets of all definitions of @p design their bits; the list is by number. Empty when a
-/// definition has too many.
-std::vector<PlacedDefinition> placeDefinitions(const ElaboratedDesign &design,
-                                               const Layout &layout);
 
 } // namespace NETWEIR::Internal

@@ -4,10 +4,10 @@
 
 #include "borderpin.h"
 #include "connection.h"
+#include "elsewherereference.h"
 #include "mark.h"
 
 #include <netweir/internal/xml/readoptions.h>
-#include <netweir/internal/xml/reference.h>
 
 namespace NETWEIR::Internal {
 
@@ -16,17 +16,19 @@ struct PlacedDefinition;
 /// The drivers inside a definition, which are the same for all its instances, and everything that
 /// depends on the instance.
 ///
-/// Created by DefinitionMarker and constant afterwards. Refers to the placed definition and the
-/// document, which both must outlive it. Takes one byte per bit.
+/// Created by DefinitionMarker and constant afterwards. Refers to the placed definition, which must
+/// outlive it. Takes one byte per bit.
 struct MarkedDefinition
 {
-    const PlacedDefinition *placed = nullptr;
-    Marks marks; ///< Marks that apply to every instance.
+    const PlacedDefinition *placed = nullptr; ///< Null until the definition is marked.
+    Marks marks;                              ///< Marks that apply to every instance.
     std::vector<Connection> connections;
-    std::vector<Border> borders;               ///< In the order of the instances.
-    std::vector<Reference> writesElsewhere;    ///< Writes to nets of other nodes.
-    QVector<OmittedWrite> omittedElsewhere;    ///< Such writes in omitted items.
-    std::vector<Reference> connectedElsewhere; ///< Nets of other nodes that ports connect to.
+    std::vector<Border> borders; ///< In the order of the instances.
+    /// Writes to nets of other nodes.
+    std::vector<ElsewhereReference> writesElsewhere;
+    QVector<OmittedWrite> omittedElsewhere; ///< Such writes in omitted items.
+    /// Nets of other nodes that ports connect to.
+    std::vector<ElsewhereReference> connectedElsewhere;
 };
 
 } // namespace NETWEIR::Internal

@@ -10,6 +10,7 @@
 
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/ground/readguard.h>
+#include <netweir/internal/xml/xmlfile.h>
 
 #include <QFileInfo>
 #include <QHash>
@@ -58,28 +59,79 @@ std::unique_ptr<VerilogPart> VerilogPart::read(const QString &xmlPath,
                                                const std::vector<PartRoot> &roots,
                                                const ReadOptions &options, QString *error)
 {
-    std::unique_ptr<VerilogPart> part(new VerilogPart);
-    if (!part->m_file.read(xmlPath, ReadGuard::currentMemoryLimit(), error))
+    XmlFile file;
+    if (!file.open(xmlPath, ReadGuard::currentMemoryLimit(), error))
         return nullptr;
     const QString folder = QFileInfo(xmlPath).absolutePath();
-    if (!part->m_design.read(part->m_file.document(), options, folder, error))
-        return nullptr;
-    if (part->m_design.roots().size() != roots.size()) {
-        *error = Text::tr("The elaborated design is not complete.");
-        return nullptr;
-    }
-    if (part->readRoots(roots) && part->placeAndMark()) {
-        part->findForeignRoots();
+    std::unique_ptr<VerilogPart> part(new VerilogPart);
+    if (part->read(&file, folder, roots, options, error))
         return part;
+    // Only the whole file tells where an error is, or that there is none.
+    if (file.isSound() || !file.loadWhole(error))
+        return nullptr;
+    part.reset(new VerilogPart);
+    return part->read(&file, folder, roots, options, error) ? std::move(part) : nullptr;
+}
+
+bool VerilogPart::read(XmlFile *file, const QString &folder, const std::vector<PartRoot> &roots,
+                       const ReadOptions &options, QString *error)
+{
+    const auto visit = [this](const Definition &definition) { markIfPossible(definition); };
+    if (!m_design.read(file, options, folder, visit, error))
+        return false;
+    if (m_design.roots().size() != roots.size()) {
+        *error = Text::tr("The elaborated design is not complete.");
+        return false;
+    }
+    if (readRoots(roots) && markRest(file, options) && fits()) {
+        findForeignRoots();
+        return true;
     }
     *error = Text::tr("The design is too large to be read.");
-    return nullptr;
+    return false;
+}
+
+/// Places and marks @p definition while its elements are in memory, unless it instantiates
+/// something that is not marked.
+void VerilogPart::markIfPossible(const Definition &definition)
+{
+    if (m_placed.empty()) {
+        m_placed = m_design.listByDefinition<PlacedDefinition>();
+        m_marked = m_design.listByDefinition<MarkedDefinition>();
+    }
+    m_memories.addOf(definition);
+    const bool isPossible = std::all_of(definition.instances.begin(), definition.instances.end(),
+                                        [this](const InstanceItem &item) {
+                                            return !item.definition || isMarked(*item.definition);
+                                        });
+    if (isPossible && place(definition))
+        mark(definition);
+}
+
+/// False when @p definition has too many bits.
+bool VerilogPart::place(const Definition &definition)
+{
+    PlacedDefinition &placed = itemAt(m_placed, definition.number);
+    placed = Layout(m_design.types(), m_memories).place(definition);
+    return placed.bits <= MostBits;
+}
+
+void VerilogPart::mark(const Definition &definition)
+{
+    const Layout layout(m_design.types(), m_memories);
+    const PlacedDefinition &placed = itemAt(m_placed, definition.number);
+    itemAt(m_marked, definition.number) =
+        DefinitionMarker(m_design, layout, m_marked, placed).mark();
+}
+
+bool VerilogPart::isMarked(const Definition &definition) const
+{
+    return itemAt(m_marked, definition.number).placed != nullptr;
 }
 
 /// False when a root has too many instances.
 bool VerilogPart::readRoots(const std::vector<PartRoot> &roots)
 {
-    m_memories = findMemories(m_design);
     for (int i = 0; i < countOf(roots); ++i) {
         Root root;
         root.isTop = itemAt(roots, i).isTop;
@@ -87,20 +139,32 @@ bool VerilogPart::readRoots(const std::vector<PartRoot> &roots)
             return false;
         root.bindings = bindInterfaces(m_design, root.tree);
         const PathResolver paths(m_design.types(), root.tree, root.bindings);
-        addMemoriesElsewhere(root.tree, paths, &m_memories);
+        if (m_memories.addElsewhere(root.tree, paths))
+            m_hasAllMemories = false;
         m_roots.push_back(std::move(root));
     }
     return true;
 }
 
-/// False when there are too many bits.
-bool VerilogPart::placeAndMark()
+/// Places and marks the definitions that could not be marked when they were read. If memories or
+/// routines became known later, these are all. False when there are too many bits, or when the file
+/// is not as it was.
+bool VerilogPart::markRest(XmlFile *file, const ReadOptions &options)
 {
-    const Layout layout(m_design.types(), m_memories);
-    m_placed = placeDefinitions(m_design, layout);
-    if (m_placed.empty())
-        return false;
-    m_marked = markDefinitions(m_design, layout, m_placed);
+    const bool isOutdated = !m_hasAllMemories || m_design.isOutdated();
+    if (isOutdated)
+        m_marked = m_design.listByDefinition<MarkedDefinition>();
+    const auto visit = [this](const Definition &definition) { mark(definition); };
+    const std::vector<const Definition *> &definitions = m_design.bottomUp();
+    return std::all_of(definitions.begin(), definitions.end(), [&](const Definition *definition) {
+        return isMarked(*definition) ||
+               (place(*definition) && m_design.readAgain(file, *definition, options, visit));
+    });
+}
+
+/// False when the instances have too many bits.
+bool VerilogPart::fits() const
+{
     return std::all_of(m_roots.begin(), m_roots.end(), [this](const Root &root) {
         return InstanceMarks::fits(root.tree, m_marked);
     });
@@ -129,8 +193,8 @@ PartRoot VerilogPart::foreignRootAt(const Definition &definition, const Border &
     const InstanceItem &item = itemAt(definition.instances, border.item);
     PartRoot root;
     root.unit = item.definition->sourceName;
-    root.generics = m_design.setParametersOf(*item.definition);
-    root.place = m_design.placeOf(item.node);
+    root.generics = item.definition->setGenerics;
+    root.place = border.place;
     for (const BorderPin &pin : border.pins) {
         // The elements of an array may share a connection of any width that is a multiple of
         // theirs.

@@ -9,7 +9,6 @@
 
 #include <netweir/internal/parts/part.h>
 #include <netweir/internal/xml/elaborateddesign.h>
-#include <netweir/internal/xml/xmlfile.h>
 
 #include <QString>
 
@@ -19,11 +18,13 @@
 namespace NETWEIR::Internal {
 
 class InstanceMarker;
+class XmlFile;
 
 /// The part of a design in Verilog and SystemVerilog, read from the XML file of the elaborator.
 ///
-/// Owns the document and, per definition, its places and marks, which all builds share. Keeps the
-/// instances below each root, but not their marks.
+/// Owns, per definition, its places and marks, which all builds share. Keeps the instances below
+/// each root, but not their marks; and nothing of the document, which is in memory only piece by
+/// piece.
 class VerilogPart final : public Part
 {
 public:
@@ -52,18 +53,25 @@ private:
     };
 
     VerilogPart();
+    bool read(XmlFile *file, const QString &folder, const std::vector<PartRoot> &roots,
+              const ReadOptions &options, QString *error);
+    void markIfPossible(const Definition &definition);
+    bool place(const Definition &definition);
+    void mark(const Definition &definition);
+    bool isMarked(const Definition &definition) const;
     bool readRoots(const std::vector<PartRoot> &roots);
-    bool placeAndMark();
+    bool markRest(XmlFile *file, const ReadOptions &options);
+    bool fits() const;
     void findForeignRoots();
     PartRoot foreignRootAt(const Definition &definition, const Border &border) const;
     BorderInstance borderAt(const InstanceTree &tree, int instance,
                             const InstanceMarker &marker) const;
     const Definition &definitionOf(int root) const;
 
-    XmlFile m_file;
     ElaboratedDesign m_design;
     std::vector<Root> m_roots;
     Memories m_memories;
+    bool m_hasAllMemories = true; ///< Those that were known when the definitions were marked.
     std::vector<PlacedDefinition> m_placed; ///< By the number of the definition.
     std::vector<MarkedDefinition> m_marked; ///< By the number of the definition.
     std::vector<PartRoot> m_foreignRoots;

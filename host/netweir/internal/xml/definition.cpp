@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 namespace NETWEIR::Internal {
 
@@ -68,6 +69,36 @@ int Definition::portOfPin(std::string_view pinName) const
     }
     const Symbol symbol = scopes.front().find(pinName);
     return symbol.kind == Symbol::Kind::Variable ? symbol.index : -1;
+}
+
+void Definition::forgetElements()
+{
+    node = {};
+    for (Variable &variable : variables)
+        variable.node = {};
+    for (InstanceItem &instance : instances)
+        instance.node = {};
+    for (std::vector<Occurrence> *list : {&writes, &computedIndexes, &calls, &supplies})
+        std::vector<Occurrence>().swap(*list);
+    std::vector<pugi::xml_node>().swap(routines);
+}
+
+bool Definition::takeElements(Definition &&other)
+{
+    if (other.variables.size() != variables.size() || other.instances.size() != instances.size() ||
+        other.scopes.size() != scopes.size())
+        return false;
+    node = other.node;
+    for (int i = 0; i < countOf(variables); ++i)
+        itemAt(variables, i).node = itemAt(other.variables, i).node;
+    for (int i = 0; i < countOf(instances); ++i)
+        itemAt(instances, i).node = itemAt(other.instances, i).node;
+    writes = std::move(other.writes);
+    computedIndexes = std::move(other.computedIndexes);
+    calls = std::move(other.calls);
+    supplies = std::move(other.supplies);
+    routines = std::move(other.routines);
+    return true;
 }
 
 } // namespace NETWEIR::Internal

@@ -3,10 +3,15 @@
 #pragma once
 
 #include "instanceitem.h"
+#include "interfacepin.h"
 #include "namescope.h"
 #include "readoptions.h"
 #include "reference.h"
 #include "variable.h"
+
+#include <netweir/internal/parts/partroot.h>
+
+#include <QMap>
 
 #include <map>
 #include <string>
@@ -16,8 +21,9 @@ namespace NETWEIR::Internal {
 /// A module, interface or primitive in the XML. Read once, regardless of the number of its
 /// instances.
 ///
-/// Written only by DefinitionReader and constant afterwards. Owns its lists and refers to the
-/// document. Time and memory are linear in the elements of the definition.
+/// Written only by DefinitionReader and constant afterwards, except that its elements are in memory
+/// only until forgetElements(). Owns its lists. Time and memory are linear in the elements of the
+/// definition.
 struct Definition
 {
     /// Stubs stand for unknown modules, foreign definitions for units of the other language.
@@ -28,11 +34,13 @@ struct Definition
     std::string rawName; ///< The name that instances use.
     QString sourceName;
     Role role = Role::Module;
+    bool isTop = false;
 
     std::vector<NameScope> scopes;
     std::vector<Variable> variables;
     std::vector<InstanceItem> instances;
-    qint64 childCount = 0; ///< Number of hierarchy nodes among the instances.
+    qint64 childCount = 0;                   ///< Number of hierarchy nodes among the instances.
+    std::vector<InterfacePin> interfacePins; ///< In the order of the instances.
     std::vector<Occurrence> writes;
     /// Arrays that are used as a memory: "arraysel" elements with an index that is not a constant,
     /// and arrays that are read from a file.
@@ -46,6 +54,9 @@ struct Definition
     QVector<OmittedWrite> omittedWrites;
 
     const DeclaredUnit *foreignUnit = nullptr; ///< If the role is Foreign.
+    /// The generics of that unit which the instances of this definition set, by their declared
+    /// names.
+    QMap<QString, GenericValue> setGenerics;
 
     bool isForeign() const { return role == Role::Foreign; }
     bool isNode() const
@@ -64,6 +75,12 @@ struct Definition
     /// The port of the pin @p name: the name of a port, or "__pinNumber3" for the third port.
     /// Negative when there is none.
     int portOfPin(std::string_view pinName) const;
+
+    /// Lets go of the document: of all its nodes, and of the lists of them.
+    void forgetElements();
+    /// Takes the nodes, and the lists of them, from @p other, the same definition read once more.
+    /// False when that has other variables or instances.
+    bool takeElements(Definition &&other);
 };
 
 } // namespace NETWEIR::Internal

@@ -5,6 +5,7 @@
 #include "attributes.h"
 #include "declarationtext.h"
 #include "elementkind.h"
+#include "namepool.h"
 #include "sourcetexts.h"
 #include "typetable.h"
 
@@ -103,8 +104,8 @@ Definition DefinitionReader::readHeading(const pugi::xml_node &node, int number,
                                          const ReadOptions &options, const SourceTexts &sources)
 {
     Definition definition;
-    definition.node = node;
     definition.number = number;
+    definition.isTop = node.attribute("topModule").as_int() == 1;
     definition.rawName = rawNameOf(node);
     definition.sourceName = sources.nameOf(node);
     definition.role = roleOf(node, definition.sourceName, options);
@@ -113,19 +114,22 @@ Definition DefinitionReader::readHeading(const pugi::xml_node &node, int number,
 }
 
 DefinitionReader::DefinitionReader(const TypeTable &types, const SourceTexts &sources,
-                                   const DefinitionNames &names, Definition *definition)
+                                   const DefinitionNames &definitions, NamePool *names,
+                                   Definition *definition)
     : m_types(types)
     , m_sources(sources)
+    , m_definitions(definitions)
     , m_names(names)
     , m_definition(definition)
 {
 }
 
-void DefinitionReader::read(const ReadOptions &options)
+void DefinitionReader::read(const pugi::xml_node &element, const ReadOptions &options)
 {
+    m_definition->node = element;
     m_definition->scopes.emplace_back();
-    m_levels.push_back({m_definition->node, 0, false});
-    pugi::xml_node node = m_definition->node.first_child();
+    m_levels.push_back({element, 0, false});
+    pugi::xml_node node = element.first_child();
     while (node) {
         ReadGuard::check();
         const bool goesIn = enter(node) && node.first_child();
@@ -133,11 +137,15 @@ void DefinitionReader::read(const ReadOptions &options)
     }
     numberPorts();
     noteProcessWrites();
+    listInterfacePins();
 
     const QSet<QString> tied = options.tiedNets.value(m_definition->sourceName);
     for (Variable &variable : m_definition->variables)
         variable.isTied = tied.contains(variable.name);
     m_definition->omittedWrites = options.omittedWrites.value(m_definition->sourceName);
+    m_definition->variables.shrink_to_fit();
+    m_definition->instances.shrink_to_fit();
+    m_definition->scopes.shrink_to_fit();
 }
 
 /// Records @p node. True when its children have to be visited.
@@ -231,7 +239,7 @@ void DefinitionReader::enterBlock(const pugi::xml_node &node)
     if (name.empty())
         return;
     // A loop leaves an empty block with its name beside the blocks of its rounds.
-    scope().symbols.emplace(name, Symbol{Symbol::Kind::Scope, countOf(m_definition->scopes)});
+    declareName(node, Symbol::Kind::Scope, countOf(m_definition->scopes));
     const QString prefix = m_sources.nameOf(node) + QLatin1Char('.');
     const int identifier = identifierOf(name, prefix);
     openScope(node, prefix, false);
@@ -274,8 +282,7 @@ void DefinitionReader::addVariable(const pugi::xml_node &node)
         variable.processWrites = ProcessWrites::Possible;
     variable.isDrivenByConstant = node.child("const") && variable.direction != Direction::Input;
 
-    scope().symbols.emplace(attribute(node, "name"),
-                            Symbol{Symbol::Kind::Variable, countOf(m_definition->variables)});
+    declareName(node, Symbol::Kind::Variable, countOf(m_definition->variables));
     m_definition->variables.push_back(std::move(variable));
 }
 
@@ -287,7 +294,7 @@ bool DefinitionReader::isInterfaceReference(const pugi::xml_node &node)
     const std::string_view name = attribute(node, "name");
     const Symbol instance = scope().find(name.substr(0, name.size() - InterfaceReference.size()));
     if (instance.kind != Symbol::Kind::None)
-        scope().symbols.emplace(name, instance);
+        declareName(node, instance.kind, instance.index);
     return true;
 }
 
@@ -318,8 +325,8 @@ void DefinitionReader::addInstance(const pugi::xml_node &node)
         instance.left = range->first;
         instance.right = range->second;
     }
-    const auto definition = m_names.find(attribute(node, "defName"));
-    if (definition != m_names.end())
+    const auto definition = m_definitions.find(attribute(node, "defName"));
+    if (definition != m_definitions.end())
         instance.definition = definition->second;
     if (instance.definition && instance.definition->isForeign() && takeRange(instance))
         return;
@@ -327,8 +334,7 @@ void DefinitionReader::addInstance(const pugi::xml_node &node)
         instance.firstChild = m_definition->childCount;
         m_definition->childCount += instance.count();
     }
-    scope().symbols.emplace(attribute(node, "name"),
-                            Symbol{Symbol::Kind::Instance, countOf(m_definition->instances)});
+    declareName(node, Symbol::Kind::Instance, countOf(m_definition->instances));
     m_definition->instances.push_back(std::move(instance));
 }
 
@@ -350,18 +356,18 @@ bool DefinitionReader::takeRange(const InstanceItem &instance)
 
 void DefinitionReader::addRoutine(const pugi::xml_node &node)
 {
-    scope().symbols.emplace(attribute(node, "name"),
-                            Symbol{Symbol::Kind::Routine, countOf(m_definition->routines)});
+    declareName(node, Symbol::Kind::Routine, countOf(m_definition->routines));
     m_definition->routines.push_back(node);
     openScope(node, QString(), true);
 }
 
 void DefinitionReader::addModport(const pugi::xml_node &node)
 {
-    std::vector<std::string_view> &outputs = m_definition->modportOutputs[attribute(node, "name")];
+    const std::string_view name = m_names->keep(attribute(node, "name"));
+    std::vector<std::string_view> &outputs = m_definition->modportOutputs[name];
     for (const pugi::xml_node &member : node.children("modportvarref")) {
         if (attribute(member, "direction") == "out")
-            outputs.push_back(attribute(member, "name"));
+            outputs.push_back(m_names->keep(attribute(member, "name")));
     }
 }
 
@@ -444,6 +450,49 @@ void DefinitionReader::numberPorts()
             ++next;
         put(next, i);
     }
+}
+
+/// After all names are known.
+void DefinitionReader::listInterfacePins()
+{
+    for (int i = 0; i < countOf(m_definition->instances); ++i) {
+        const InstanceItem &item = itemAt(m_definition->instances, i);
+        if (item.firstChild < 0)
+            continue;
+        for (const pugi::xml_node &pin : item.node.children("port")) {
+            ReadGuard::check();
+            addInterfacePin(i, pin);
+        }
+    }
+}
+
+/// Lists the pin of an instance whose definition is not read yet in any case.
+void DefinitionReader::addInterfacePin(int item, const pugi::xml_node &pin)
+{
+    const Definition &inner = *itemAt(m_definition->instances, item).definition;
+    const bool isRead = !inner.scopes.empty() && &inner != m_definition;
+    const int port = isRead ? inner.portOfPin(attribute(pin, "name")) : -1;
+    if (isRead && (port < 0 || !itemAt(inner.variables, port).isInterfacePort))
+        return;
+    pugi::xml_node connected = pin.first_child();
+    InterfacePin result;
+    if (is(connected, "arraysel")) {
+        result.element = constantValue(connected.last_child());
+        connected = connected.first_child();
+    }
+    result.item = item;
+    result.port = attribute(pin, "name");
+    result.name = attribute(connected, "name");
+    result.path = attribute(connected, "dotted");
+    result.isHierarchical = is(connected, "varxref");
+    m_definition->interfacePins.push_back(std::move(result));
+}
+
+/// The first meaning of a name in a scope counts.
+void DefinitionReader::declareName(const pugi::xml_node &node, Symbol::Kind kind, int index)
+{
+    const std::string_view name = m_names->keep(attribute(node, "name"));
+    scope().symbols.emplace(name, Symbol{kind, index});
 }
 
 /// In the XML a genvar looks like a variable of type "integer"; the source tells which it is. If

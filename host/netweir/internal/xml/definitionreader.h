@@ -4,8 +4,11 @@
 
 #include "definition.h"
 
+#include <unordered_map>
+
 namespace NETWEIR::Internal {
 
+class NamePool;
 class SourceTexts;
 class TypeTable;
 enum class ElementKind;
@@ -13,7 +16,7 @@ enum class ElementKind;
 /// The definitions of a design by raw name. The keys are views into the definitions.
 using DefinitionNames = std::unordered_map<std::string_view, const Definition *>;
 
-/// Reads a definition from its XML element in one walk without recursion. Owns nothing.
+/// Reads a definition from its XML element in one walk without recursion. Used once. Owns nothing.
 class DefinitionReader
 {
 public:
@@ -21,12 +24,13 @@ public:
     static Definition readHeading(const pugi::xml_node &node, int number,
                                   const ReadOptions &options, const SourceTexts &sources);
 
-    /// The headings of all definitions in @p names must already be read.
+    /// The headings of all definitions in @p definitions must already be read. @p names keeps the
+    /// names that the definition refers to.
     DefinitionReader(const TypeTable &types, const SourceTexts &sources,
-                     const DefinitionNames &names, Definition *definition);
+                     const DefinitionNames &definitions, NamePool *names, Definition *definition);
 
-    /// Sets everything except the heading.
-    void read(const ReadOptions &options);
+    /// Sets everything except the heading, from the element at @p node.
+    void read(const pugi::xml_node &node, const ReadOptions &options);
 
 private:
     /// An element that is a scope for names, or in which declarations are local.
@@ -58,12 +62,16 @@ private:
     void addWrite(const pugi::xml_node &lvalue);
     void noteProcessWrites();
     void numberPorts();
+    void listInterfacePins();
+    void addInterfacePin(int item, const pugi::xml_node &pin);
+    void declareName(const pugi::xml_node &node, Symbol::Kind kind, int index);
     const Level &level() const { return m_levels.back(); }
     NameScope &scope();
 
     const TypeTable &m_types;
     const SourceTexts &m_sources;
-    const DefinitionNames &m_names;
+    const DefinitionNames &m_definitions;
+    NamePool *m_names;
     Definition *m_definition;
     std::vector<Level> m_levels;
     std::vector<int> m_processWrites; ///< Indexes among the writes of the definition.

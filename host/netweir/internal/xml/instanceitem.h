@@ -10,12 +10,12 @@ namespace NETWEIR::Internal {
 
 struct Definition;
 
-/// An instance or an array of instances in a definition. Refers to the document and to another
-/// definition of the design.
+/// An instance or an array of instances in a definition. Refers to another definition of the
+/// design.
 struct InstanceItem
 {
     QString name;
-    pugi::xml_node node;
+    pugi::xml_node node;                    ///< Null after Definition::forgetElements().
     const Definition *definition = nullptr; ///< Null when it is not in the XML.
     int scope = 0;
     bool isArray = false;

@@ -21,7 +21,7 @@ struct Symbol
 /// A scope of names in a definition: the definition itself, a generate scope, or a block with local
 /// variables.
 ///
-/// The names are views into the document, which must outlive them.
+/// The names belong to the design.
 struct NameScope
 {
     int parent = -1;

@@ -88,11 +88,11 @@ void TypeTable::numberType(const pugi::xml_node &node)
     const std::string_view id = attribute(node, "id");
     if (id.empty())
         return;
-    m_indexes.emplace(id, countOf(m_types));
+    m_indexes.emplace(m_names.keep(id), countOf(m_types));
     m_types.emplace_back();
 }
 
-void TypeTable::readType(const pugi::xml_node &node, DataType *type) const
+void TypeTable::readType(const pugi::xml_node &node, DataType *type)
 {
     const std::string_view tag = node.name();
     type->isSigned = node.attribute("signed").as_bool();
@@ -111,10 +111,11 @@ void TypeTable::readType(const pugi::xml_node &node, DataType *type) const
     } else if (isOneOf(tag, {"structdtype", "uniondtype"})) {
         type->kind = tag == "structdtype" ? Kind::Struct : Kind::Union;
         for (const pugi::xml_node &member : node.children("memberdtype"))
-            type->members.push_back({attribute(member, "name"), typeOf(member, "sub_dtype_id")});
+            type->members.push_back(
+                {m_names.keep(attribute(member, "name")), typeOf(member, "sub_dtype_id")});
     } else if (tag == "ifacerefdtype") {
         type->kind = Kind::Interface;
-        type->modport = attribute(node, "modportname");
+        type->modport = m_names.keep(attribute(node, "modportname"));
     }
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "namepool.h"
+
 #include <netweir/internal/ground/itemat.h>
 
 #include <QtGlobal>
@@ -45,7 +47,7 @@ struct DataType
     int depth = 0; ///< Levels of nested types.
 };
 
-/// The type table of the elaborated design. Aliases are resolved on reading.
+/// The type table of the elaborated design. Aliases are resolved on reading. Owns all names.
 class TypeTable
 {
 public:
@@ -61,12 +63,13 @@ public:
 
 private:
     void numberType(const pugi::xml_node &node);
-    void readType(const pugi::xml_node &node, DataType *type) const;
+    void readType(const pugi::xml_node &node, DataType *type);
     void resolveAliases();
     int resolved(int type) const;
     void measure(int type, std::vector<char> *state);
     void measureByParts(DataType *type) const;
 
+    NamePool m_names;
     std::vector<DataType> m_types;
     std::unordered_map<std::string_view, int> m_indexes;
 };

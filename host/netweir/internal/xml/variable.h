@@ -14,12 +14,11 @@ enum class Direction { None, Input, Output, Inout, Ref };
 
 /// A variable, net, port or parameter of a definition.
 ///
-/// Refers to the document. Later steps identify variables by their address, because definitions do
-/// not change any more.
+/// Later steps identify variables by their address, because definitions do not change any more.
 struct Variable
 {
-    QString name; ///< Name within its scope.
-    pugi::xml_node node;
+    QString name;        ///< Name within its scope.
+    pugi::xml_node node; ///< Null after Definition::forgetElements().
     int scope = 0;
     int type = 0;
     Direction direction = Direction::None;

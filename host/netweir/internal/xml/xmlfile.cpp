@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "xmlfile.h"
 
+#include "xmloutline.h"
+
 #include <files/regularfile.h>
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/ground/readguard.h>
@@ -34,31 +36,90 @@ void guardParsing()
 
 } // namespace
 
-bool XmlFile::read(const QString &path, qint64 largest, QString *error)
+bool XmlFile::open(const QString &path, qint64 largest, QString *error)
 {
-    if (!readText(path, std::min(largest, LargestFile), error))
-        return false;
     guardParsing();
+    m_path = path;
+    m_largest = std::min(largest, LargestFile);
+    QString reason;
+    const bool isOpen = Files::openRegularFile(path, &m_file, &reason) == Files::Access::Granted;
+    if (!isOpen || m_file.size() > m_largest)
+        return loadWhole(error);
+    XmlOutline outline(&m_file);
+    if (!outline.read())
+        return loadWhole(error);
+    m_elements = outline.elements();
+    return true;
+}
+
+void XmlFile::use(const pugi::xml_document &document)
+{
+    m_elements.clear();
+    const pugi::xml_node root = document.child("verilator_xml");
+    const auto add = [this](XmlElement::Kind kind, const pugi::xml_node &node) {
+        if (node)
+            m_elements.push_back({kind, 0, 0, 0, node});
+    };
+    add(XmlElement::Kind::Files, root.child("files"));
+    const pugi::xml_node netlist = root.child("netlist");
+    add(XmlElement::Kind::TypeTable, netlist.child("typetable"));
+    for (const pugi::xml_node &node : netlist.children()) {
+        ReadGuard::check();
+        const XmlElement::Kind kind = XmlElement::kindInNetlist(node.name());
+        if (kind == XmlElement::Kind::Definition || kind == XmlElement::Kind::Package)
+            add(kind, node);
+    }
+}
+
+pugi::xml_node XmlFile::load(const XmlElement &element)
+{
+    if (element.node)
+        return element.node;
+    return readPart(element.begin, element.end) ? parse(element) : pugi::xml_node();
+}
+
+pugi::xml_node XmlFile::loadStart(const XmlElement &element)
+{
+    if (element.node)
+        return element.node;
+    if (!readPart(element.begin, element.startEnd))
+        return {};
+    if (element.startEnd != element.end) {
+        m_text.chop(1);
+        m_text.append("/>");
+    }
+    return parse(element);
+}
+
+bool XmlFile::loadWhole(QString *error)
+{
+    m_elements.clear();
+    m_document.reset();
+    if (!readWhole(error))
+        return false;
     ReadGuard::checkNow();
     const pugi::xml_parse_result parsed =
-        m_document.load_buffer_inplace(m_text.data(), m_text.size());
-    if (parsed)
+        m_document.load_buffer_inplace(m_text.data(), std::size_t(m_text.size()));
+    if (parsed) {
+        m_isSound = true;
+        use(m_document);
         return true;
+    }
     ReadGuard::checkNow();
     *error =
         Text::tr("The elaborated design \"%1\" cannot be read: %2 (byte %3).")
-            .arg(path, QString::fromLatin1(parsed.description()), QString::number(parsed.offset));
+            .arg(m_path, QString::fromLatin1(parsed.description()), QString::number(parsed.offset));
     return false;
 }
 
-bool XmlFile::readText(const QString &path, qint64 largest, QString *error)
+bool XmlFile::readWhole(QString *error)
 {
     QString reason;
-    switch (Files::readRegularFile(path, largest, &m_text, &reason, ReadGuard::checkNow)) {
+    switch (Files::readRegularFile(m_path, m_largest, &m_text, &reason, ReadGuard::checkNow)) {
     case Files::Access::Granted:
         return true;
     case Files::Access::TooLarge:
-        reason = Text::tr("it is larger than %1 MB").arg(largest / Megabyte);
+        reason = Text::tr("it is larger than %1 MB").arg(m_largest / Megabyte);
         break;
     case Files::Access::Failed:
         break;
@@ -66,8 +127,32 @@ bool XmlFile::readText(const QString &path, qint64 largest, QString *error)
         reason = Text::tr("it is not a regular file");
         break;
     }
-    *error = Text::tr("The elaborated design \"%1\" cannot be read: %2.").arg(path, reason);
+    *error = Text::tr("The elaborated design \"%1\" cannot be read: %2.").arg(m_path, reason);
     return false;
+}
+
+/// Sets m_text. False when the file has changed meanwhile.
+bool XmlFile::readPart(qint64 begin, qint64 end)
+{
+    constexpr qint64 BytesOfWork = 4096;
+    ReadGuard::check(1 + (end - begin) / BytesOfWork);
+    m_document.reset();
+    m_text.resize(int(end - begin));
+    m_isSound = m_file.seek(begin) && m_file.read(m_text.data(), end - begin) == end - begin;
+    return m_isSound;
+}
+
+/// Parses m_text, the text of @p element. Only a run of others may have more than one element.
+pugi::xml_node XmlFile::parse(const XmlElement &element)
+{
+    const pugi::xml_parse_result parsed = m_document.load_buffer_inplace(
+        m_text.data(), std::size_t(m_text.size()), pugi::parse_default, pugi::encoding_utf8);
+    if (!parsed)
+        ReadGuard::checkNow();
+    const pugi::xml_node node = m_document.first_child();
+    const bool isAlone = !node.next_sibling() || element.kind == XmlElement::Kind::Other;
+    m_isSound = parsed && isAlone;
+    return m_isSound ? node : pugi::xml_node();
 }
 
 } // namespace NETWEIR::Internal

@@ -2,29 +2,58 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "xmlelement.h"
+
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
-#include <pugixml.hpp>
+#include <vector>
 
 namespace NETWEIR::Internal {
 
-/// An output file of the elaborator, parsed in place. Owns the text and the document, which takes
-/// many times the memory of the text.
+/// An output file of the elaborator, of which one element at a time is in memory: parsed elements
+/// take many times the memory of their text.
+///
+/// A file of an unusual form, or one with an error, is parsed as a whole. Owns the open file, the
+/// text and the document.
 class XmlFile
 {
 public:
-    /// False when the file cannot be read, is larger than @p largest bytes or is not well-formed;
-    /// @p error then says why and where.
-    bool read(const QString &path, qint64 largest, QString *error);
+    /// Finds the elements of the file at @p path. False when it cannot be read, is larger than
+    /// @p largest bytes or is not well-formed; @p error then says why and where.
+    bool open(const QString &path, qint64 largest, QString *error);
+    /// Takes the elements of a document, which must outlive this object.
+    void use(const pugi::xml_document &document);
 
-    const pugi::xml_document &document() const { return m_document; }
+    /// In the order of the file.
+    const std::vector<XmlElement> &elements() const { return m_elements; }
+
+    /// Parses @p element, which is one of elements(). The result is valid until the next call of a
+    /// function that is not constant. Null when this does not work; isSound() is then false.
+    pugi::xml_node load(const XmlElement &element);
+    /// The same for the element without anything in it.
+    pugi::xml_node loadStart(const XmlElement &element);
+
+    /// False after an element could not be parsed by itself: then loadWhole() tells what the file
+    /// contains.
+    bool isSound() const { return m_isSound; }
+    /// Parses the whole file. False when it cannot be read or is not well-formed; @p error then
+    /// says why and where.
+    bool loadWhole(QString *error);
 
 private:
-    bool readText(const QString &path, qint64 largest, QString *error);
+    bool readWhole(QString *error);
+    bool readPart(qint64 begin, qint64 end);
+    pugi::xml_node parse(const XmlElement &element);
 
+    QString m_path;
+    qint64 m_largest = 0;
+    QFile m_file;
+    std::vector<XmlElement> m_elements;
     QByteArray m_text;
     pugi::xml_document m_document;
+    bool m_isSound = true;
 };
 
 } // namespace NETWEIR::Internal
