@@ -9,6 +9,10 @@
 
 namespace NETWEIR {
 
+namespace Internal {
+class PathPrefix;
+}
+
 class RtlNet;
 class RtlNetBus;
 class NetlistBuilder;
@@ -60,7 +64,7 @@ private:
 
     QString m_instName;
     QString m_moduleName;
-    QString m_prefix; ///< Prefix of the full path names of the node's own nets.
+    const Internal::PathPrefix *m_prefix = nullptr; ///< Of the names of the node's own nets.
     Hierachy *m_parent = nullptr;
     QList<Hierachy *> m_children;
     QList<RtlNet *> m_nets;

@@ -6,7 +6,6 @@
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/store/netliststore.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <map>
 
@@ -14,41 +13,7 @@ namespace NETWEIR {
 
 namespace {
 
-/// @p prefix and @p rest in one allocation of the exact size, which saves memory in every net.
-QString joined(const QString &prefix, QStringView rest)
-{
-    QString text(prefix.size() + int(rest.size()), Qt::Uninitialized);
-    std::copy(rest.begin(), rest.end(), std::copy(prefix.begin(), prefix.end(), text.begin()));
-    return text;
-}
-
-/// The text "[index]", written without a heap allocation.
-class BitSuffix
-{
-public:
-    explicit BitSuffix(int index)
-    {
-        *--m_begin = QLatin1Char(']');
-        unsigned rest = index < 0 ? 0U - unsigned(index) : unsigned(index);
-        do {
-            *--m_begin = QLatin1Char(char('0' + rest % 10));
-            rest /= 10;
-        } while (rest != 0);
-        if (index < 0)
-            *--m_begin = QLatin1Char('-');
-        *--m_begin = QLatin1Char('[');
-    }
-
-    QStringView view() const { return {m_begin, m_text + Capacity}; }
-
-private:
-    static constexpr int Capacity = 16;
-    QChar m_text[Capacity];
-    QChar *m_begin = m_text + Capacity;
-};
-
-/// Reading in this thread may end here. The memory for names grows with the square of the depth of
-/// the hierarchy, so long names count more.
+/// Reading in this thread may end here. Long names count more.
 void checkGuard(const QString &name)
 {
     constexpr int LettersOfWork = 256;
@@ -70,12 +35,12 @@ struct NetlistBuilder::Private
         return added.first->second;
     }
 
-    RtlNet *addNet(const QString &fullPathName, int nameOffset, NetMarks marks)
+    /// A net of @p node that is in no list yet.
+    RtlNet *newNet(const Hierachy *node, const QString &name, NetMarks marks)
     {
-        checkGuard(fullPathName);
         RtlNet *net = store->nets.add();
-        net->m_fullPathName = fullPathName;
-        net->m_nameOffset = nameOffset;
+        net->m_prefix = node->m_prefix;
+        net->m_name = name;
         net->m_excludedForProbeIn = marks.excludedForProbeIn;
         net->m_excludedForProbeOut = marks.excludedForProbeOut;
         net->m_processWrites = quint32(marks.processWrites);
@@ -104,8 +69,9 @@ Hierachy *NetlistBuilder::addHierachy(Hierachy *parent, const QString &instName,
     node->m_moduleName = moduleName;
     node->m_parent = parent;
     node->m_isVhdl = parent && parent->m_isVhdl;
-    checkGuard(parent ? parent->m_prefix : instName);
-    node->m_prefix = (parent ? parent->m_prefix : QString()) + instName + QLatin1Char('/');
+    checkGuard(instName);
+    node->m_prefix = &d->store->prefixes.emplace_back(parent ? parent->m_prefix : nullptr, instName,
+                                                      &d->store->texts);
     if (parent)
         parent->m_children.append(node);
     return node;
@@ -113,7 +79,8 @@ Hierachy *NetlistBuilder::addHierachy(Hierachy *parent, const QString &instName,
 
 RtlNet *NetlistBuilder::addNet(Hierachy *node, const QString &name, NetMarks marks)
 {
-    RtlNet *net = d->addNet(joined(node->m_prefix, name), node->m_prefix.size(), marks);
+    checkGuard(name);
+    RtlNet *net = d->newNet(node, name, marks);
     node->m_nets.append(net);
     return net;
 }
@@ -121,22 +88,25 @@ RtlNet *NetlistBuilder::addNet(Hierachy *node, const QString &name, NetMarks mar
 RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left, int right,
                                   const std::vector<NetMarks> &marks)
 {
-    const QString path = joined(node->m_prefix, name);
-    const int offset = node->m_prefix.size();
+    checkGuard(name);
     const int step = left > right ? -1 : 1;
     const int width = std::abs(left - right) + 1;
 
     RtlNetBus *bus = d->store->buses.add();
-    bus->m_fullBusName =
-        QStringLiteral("%1[%2:%3]").arg(path, QString::number(left), QString::number(right));
-    bus->m_nameOffset = offset;
+    bus->m_prefix = node->m_prefix;
+    bus->m_name = name;
+    bus->m_left = left;
+    bus->m_right = right;
     bus->m_nets.reserve(width);
     for (int i = 0; i < width; ++i) {
         NetMarks mark;
         if (!marks.empty())
             mark = Internal::itemAt(marks, marks.size() == 1 ? 0 : i);
-        bus->m_nets.append(
-            d->addNet(joined(path, BitSuffix(left + i * step).view()), offset, mark));
+        Internal::ReadGuard::check();
+        RtlNet *bit = d->newNet(node, name, mark);
+        bit->m_isBit = true;
+        bit->m_index = left + i * step;
+        bus->m_nets.append(bit);
         bus->m_excludedForProbeIn |= mark.excludedForProbeIn;
         bus->m_excludedForProbeOut |= mark.excludedForProbeOut;
     }

@@ -26,7 +26,8 @@ struct NetMarks
 };
 
 /// Builds an RtlNetlist node by node and net by net, for readers of elaborated designs and for
-/// tests. A net costs one allocation, for its name, and about 0.1 us.
+/// tests. A net costs about 20 ns and shares the string of its name with the caller: who passes the
+/// same string for each instance of a module stores it once.
 class NETWEIR_EXPORT NetlistBuilder
 {
 public:

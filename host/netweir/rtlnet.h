@@ -9,15 +9,24 @@
 
 namespace NETWEIR {
 
+namespace Internal {
+class NetName;
+class PathPrefix;
+} // namespace Internal
+
 class RtlNetlist;
 class NetlistBuilder;
 
 /// A single net, or one bit of a bus. Owned by the RtlNetlist and valid as long as it; immutable.
+///
+/// Stores no full name, but what it shares with other nets: the path of the node and the name of
+/// the net or bus in the source. A call joins them in about 20 ns.
 class NETWEIR_EXPORT RtlNet
 {
 public:
     RtlNet()
         : m_nameShape(0)
+        , m_isBit(false)
         , m_processWrites(0)
         , m_excludedForProbeIn(false)
         , m_excludedForProbeOut(false)
@@ -25,11 +34,16 @@ public:
     }
     Q_DISABLE_COPY(RtlNet)
 
-    /// Name within its hierarchy node: "clk", "data[3]", "g[0].w", "st.valid".
-    QString name() const { return m_fullPathName.mid(m_nameOffset); }
+    /// Name within its hierarchy node: "clk", "data[3]", "g[0].w", "st.valid". That of a single net
+    /// is stored, that of a bit is built.
+    QString name() const;
 
-    /// Name within the design, with '/' between the levels: "top/u0/data[3]".
-    QString fullPathName() const { return m_fullPathName; }
+    /// Name within the design, with '/' between the levels: "top/u0/data[3]". Built by each call.
+    QString fullPathName() const;
+
+    /// Sets @p name to fullPathName(). Allocates nothing if @p name has the memory, so a loop over
+    /// many nets uses one string for all.
+    void copyFullPathName(QString *name) const;
 
     /// The net cannot be read back, because it has no hardware value.
     bool excludedForProbeIn() const { return m_excludedForProbeIn; }
@@ -46,10 +60,14 @@ private:
     friend class NetlistBuilder;
     friend class RtlNetlist;
 
-    QString m_fullPathName;
-    int m_nameOffset = 0;
+    Q_DECL_HIDDEN Internal::NetName parts() const;
+
+    const Internal::PathPrefix *m_prefix = nullptr;
+    QString m_name; ///< Without the index of a bit.
+    int m_index = 0;
     // One word for all, because a design may have millions of nets.
-    quint32 m_nameShape : 28; ///< See RtlNetlist::nameStepsOf().
+    quint32 m_nameShape : 27; ///< See RtlNetlist::nameStepsOf().
+    bool m_isBit : 1;
     quint32 m_processWrites : 2;
     bool m_excludedForProbeIn : 1;
     bool m_excludedForProbeOut : 1;

@@ -9,10 +9,17 @@
 
 namespace NETWEIR {
 
+namespace Internal {
+class NetName;
+class PathPrefix;
+} // namespace Internal
+
 class RtlNet;
 class NetlistBuilder;
 
 /// A bus: a named vector of nets. Owned by the RtlNetlist and valid as long as it; immutable.
+///
+/// Builds its names when asked for them, as RtlNet does.
 class NETWEIR_EXPORT RtlNetBus
 {
 public:
@@ -25,10 +32,13 @@ public:
     Q_DISABLE_COPY(RtlNetBus)
 
     /// Name within its hierarchy node, range included: "data[7:0]".
-    QString BusName() const { return m_fullBusName.mid(m_nameOffset); }
+    QString BusName() const;
 
     /// Name within the design: "top/u0/data[7:0]".
-    QString fullBusName() const { return m_fullBusName; }
+    QString fullBusName() const;
+
+    /// Sets @p name to fullBusName(). Allocates nothing if @p name has the memory.
+    void copyFullBusName(QString *name) const;
 
     /// The bits in declaration order, left to right: data[7] first for data[7:0].
     const QList<RtlNet *> &nets() const { return m_nets; }
@@ -41,9 +51,13 @@ private:
     friend class NetlistBuilder;
     friend class RtlNetlist;
 
-    QString m_fullBusName;
+    Q_DECL_HIDDEN Internal::NetName parts() const;
+
+    const Internal::PathPrefix *m_prefix = nullptr;
+    QString m_name; ///< Without the range.
     QList<RtlNet *> m_nets;
-    int m_nameOffset = 0;
+    int m_left = 0;
+    int m_right = 0;
     quint32 m_nameShape : 28; ///< See RtlNetlist::nameStepsOf().
     bool m_excludedForProbeIn : 1;
     bool m_excludedForProbeOut : 1;

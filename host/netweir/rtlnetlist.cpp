@@ -3,8 +3,7 @@
 #include "rtlnetlist.h"
 
 #include <netweir/internal/store/netliststore.h>
-
-#include <QHash>
+#include <netweir/internal/store/netname.h>
 
 namespace NETWEIR {
 
@@ -54,7 +53,7 @@ void RtlNetlist::Private::indexNets()
     // Inserted in order and without comparison, so the first of two nets with the same name is
     // found.
     for (std::size_t i = 0; i < nets.size(); ++i) {
-        const quint32 hash = qHash(nets.at(i)->fullPathName());
+        const quint32 hash = nets.at(i)->parts().hash();
         std::size_t slot = firstSlot(hash, slotBits);
         while (slots[slot] != 0)
             slot = (slot + 1) & mask;
@@ -79,13 +78,13 @@ RtlNet *RtlNetlist::findNet(const QString &fullPathName) const
     if (d->slots.empty())
         d->indexNets();
     const std::size_t mask = d->slots.size() - 1;
-    const quint32 hash = qHash(fullPathName);
+    const quint32 hash = Internal::textHash(fullPathName);
     std::size_t slot = firstSlot(hash, d->slotBits);
     for (; const quint32 entry = d->slots[slot]; slot = (slot + 1) & mask) {
         if (((entry ^ hash) & ~quint32(mask)) != 0)
             continue;
         RtlNet *net = d->nets.at((entry & mask) - 1);
-        if (net->fullPathName() == fullPathName)
+        if (net->parts().isFull(fullPathName))
             return net;
     }
     return nullptr;

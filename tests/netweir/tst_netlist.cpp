@@ -6,9 +6,16 @@
 #include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
 
+#include <netweir/internal/ground/readguard.h>
+
+#include <support/setting.h>
 #include <support/testcase.h>
 
+#include <QHash>
+#include <QRandomGenerator>
 #include <QTest>
+
+#include <vector>
 
 using namespace NETWEIR;
 
@@ -31,6 +38,101 @@ QStringList fullBusNames(const QList<RtlNetBus *> &buses)
     return names;
 }
 
+/// A random netlist and the names that all its nets and buses must have, which are simply joined.
+class RandomNetlist
+{
+public:
+    explicit RandomNetlist(quint32 seed)
+        : m_random(seed)
+    {
+        m_nodes.push_back({m_builder.top(), QStringLiteral("top/")});
+        const int steps = m_random.bounded(400);
+        for (int i = 0; i < steps; ++i)
+            addSomething();
+        netlist = m_builder.take();
+    }
+
+    struct Net
+    {
+        RtlNet *net;
+        QString name;
+        QString path;
+    };
+
+    struct Bus
+    {
+        RtlNetBus *bus;
+        QString name;
+        QString path;
+    };
+
+    std::unique_ptr<RtlNetlist> netlist;
+    std::vector<Net> nets; ///< In the order in which they were added.
+    std::vector<Bus> buses;
+
+private:
+    struct Node
+    {
+        Hierachy *node;
+        QString prefix;
+    };
+
+    /// Few different names, so that paths are often equal, and some that look like other paths.
+    QString anyName()
+    {
+        static const QStringList names{
+            "a",       "b",      "d", "a/b",    "d[3]",  "a/d",
+            "g[0].w",  "x.y[1]", "[", "d[1:0]", "d[-2]", QString::fromUtf8("\u00e4\u4e2d"),
+            "a/a/d[2]"};
+        const int number = m_random.bounded(names.size() + 1);
+        return number < names.size() ? names.at(number) : QString(m_random.bounded(700), u'n');
+    }
+
+    /// One of the last nodes, so that some designs become deep.
+    Node anyNode()
+    {
+        const int last = int(m_nodes.size()) - 1;
+        return m_nodes.at(std::size_t(last - m_random.bounded(std::min(last + 1, 5))));
+    }
+
+    void addSomething()
+    {
+        const Node parent = anyNode();
+        const QString name = anyName();
+        const QString path = parent.prefix + name;
+        switch (m_random.bounded(3)) {
+        case 0:
+            m_nodes.push_back({m_builder.addHierachy(parent.node, name, QStringLiteral("m")),
+                               path + QLatin1Char('/')});
+            break;
+        case 1:
+            nets.push_back({m_builder.addNet(parent.node, name), name, path});
+            break;
+        default:
+            addBus(parent, name);
+        }
+    }
+
+    void addBus(const Node &parent, const QString &name)
+    {
+        const int left = m_random.bounded(-12, 13);
+        const int right = m_random.bounded(-12, 13);
+        const QString range = QStringLiteral("[%1:%2]").arg(left).arg(right);
+        RtlNetBus *bus = m_builder.addBus(parent.node, name, left, right);
+        buses.push_back({bus, name + range, parent.prefix + name + range});
+        int index = left;
+        for (RtlNet *net : bus->nets()) {
+            const QString bit = QStringLiteral("%1[%2]").arg(name).arg(index);
+            nets.push_back({net, bit, parent.prefix + bit});
+            index += left > right ? -1 : 1;
+        }
+    }
+
+    QRandomGenerator m_random;
+    NetlistBuilder m_builder{QStringLiteral("top")};
+    std::vector<Node> m_nodes;
+};
+
 } // namespace
 
 class TestNetlist : public TarnTest::TestCase
@@ -40,6 +142,10 @@ class TestNetlist : public TarnTest::TestCase
 private Q_SLOTS:
     void nodesKnowTheirNamesParentAndChildren();
     void netNamesJoinTheLevelsWithSlashes();
+    void nameOfASingleNetIsNotCopied();
+    void copiedNamesUseTheMemoryAgain();
+    void namesAreThoseOfAllParts();
+    void findNetKnowsAllNames();
     void busMembersFollowTheDeclaration_data();
     void busMembersFollowTheDeclaration();
     void busCarriesAMarkWhenAnyMemberDoes();
@@ -52,6 +158,7 @@ private Q_SLOTS:
     void jtagFlagIsKept();
     void namesOutliveTheNetlist();
     void deepHierarchyNeedsNoStack();
+    void deepHierarchyNeedsLittleMemory();
 };
 
 void TestNetlist::nodesKnowTheirNamesParentAndChildren()
@@ -91,6 +198,78 @@ void TestNetlist::netNamesJoinTheLevelsWithSlashes()
     QCOMPARE(bus->nets().first()->name(), QStringLiteral("data[1]"));
 }
 
+void TestNetlist::nameOfASingleNetIsNotCopied()
+{
+    NetlistBuilder builder(QStringLiteral("top"));
+    const QString name = QStringLiteral("clk");
+    const RtlNet *net = builder.addNet(builder.top(), name);
+    QCOMPARE(net->name().constData(), name.constData());
+}
+
+void TestNetlist::copiedNamesUseTheMemoryAgain()
+{
+    NetlistBuilder builder(QStringLiteral("top"));
+    const RtlNet *net = builder.addNet(builder.top(), QStringLiteral("clk"));
+    const RtlNetBus *bus = builder.addBus(builder.top(), QStringLiteral("data"), 7, 0);
+    QString name;
+    name.reserve(100);
+    const QChar *memory = name.constData();
+    bus->copyFullBusName(&name);
+    QCOMPARE(name, QStringLiteral("top/data[7:0]"));
+    net->copyFullPathName(&name);
+    QCOMPARE(name, QStringLiteral("top/clk"));
+    QCOMPARE(name.constData(), memory);
+
+    const QString shared = name;
+    bus->nets().last()->copyFullPathName(&name);
+    QCOMPARE(name, QStringLiteral("top/data[0]"));
+    QCOMPARE(shared, QStringLiteral("top/clk"));
+}
+
+void TestNetlist::namesAreThoseOfAllParts()
+{
+    const quint32 seed = TarnTest::setting("NETLIST_SEED", QRandomGenerator::global()->generate());
+    qInfo("NETLIST_SEED=%u", seed);
+    for (quint32 i = 0; i < TarnTest::setting("NETLIST_ROUNDS", 60); ++i) {
+        const RandomNetlist random(seed + i);
+        QString copy;
+        for (const RandomNetlist::Net &net : random.nets) {
+            QCOMPARE(net.net->name(), net.name);
+            QCOMPARE(net.net->fullPathName(), net.path);
+            net.net->copyFullPathName(&copy);
+            QCOMPARE(copy, net.path);
+        }
+        for (const RandomNetlist::Bus &bus : random.buses) {
+            QCOMPARE(bus.bus->BusName(), bus.name);
+            QCOMPARE(bus.bus->fullBusName(), bus.path);
+            bus.bus->copyFullBusName(&copy);
+            QCOMPARE(copy, bus.path);
+        }
+    }
+}
+
+void TestNetlist::findNetKnowsAllNames()
+{
+    const quint32 seed = TarnTest::setting("NETLIST_SEED", QRandomGenerator::global()->generate());
+    qInfo("NETLIST_SEED=%u", seed);
+    for (quint32 i = 0; i < TarnTest::setting("NETLIST_ROUNDS", 60); ++i) {
+        const RandomNetlist random(seed + i);
+        QHash<QString, RtlNet *> firsts;
+        for (const RandomNetlist::Net &net : random.nets) {
+            if (!firsts.contains(net.path))
+                firsts.insert(net.path, net.net);
+        }
+        for (const RandomNetlist::Net &net : random.nets) {
+            QCOMPARE(random.netlist->findNet(net.path), firsts.value(net.path));
+            for (const QString &other : {net.name, net.path + 'x', net.path.chopped(1),
+                                         net.path.mid(1), 'x' + net.path.mid(1)})
+                QCOMPARE(random.netlist->findNet(other), firsts.value(other));
+        }
+        for (const RandomNetlist::Bus &bus : random.buses)
+            QCOMPARE(random.netlist->findNet(bus.path), firsts.value(bus.path));
+    }
+}
+
 void TestNetlist::busMembersFollowTheDeclaration_data()
 {
     QTest::addColumn<int>("left");
@@ -107,6 +286,10 @@ void TestNetlist::busMembersFollowTheDeclaration_data()
     QTest::newRow("negative") << 0 << -1 << "top/d[0:-1]" << QStringList{"top/d[0]", "top/d[-1]"};
     QTest::newRow("rising negative")
         << -11 << -10 << "top/d[-11:-10]" << QStringList{"top/d[-11]", "top/d[-10]"};
+    QTest::newRow("lowest") << -2147483647 << -2147483647 - 1 << "top/d[-2147483647:-2147483648]"
+                            << QStringList{"top/d[-2147483647]", "top/d[-2147483648]"};
+    QTest::newRow("highest") << 2147483646 << 2147483647 << "top/d[2147483646:2147483647]"
+                             << QStringList{"top/d[2147483646]", "top/d[2147483647]"};
 }
 
 void TestNetlist::busMembersFollowTheDeclaration()
@@ -255,6 +438,35 @@ void TestNetlist::deepHierarchyNeedsNoStack()
     builder.addNet(node, QStringLiteral("n"));
     const auto netlist = builder.take();
     QCOMPARE(netlist->top()->singleNetsIncludeSub().size(), 1);
+}
+
+/// The paths of all nodes, one by one, would take 8 GB.
+void TestNetlist::deepHierarchyNeedsLittleMemory()
+{
+    constexpr int Depth = 20000;
+    Internal::ReadLimits limits;
+    limits.memoryLimit = 100 * 1024 * 1024;
+    QString error;
+    const bool good = Internal::readWithin(
+        limits,
+        [](QString *) {
+            NetlistBuilder builder(QStringLiteral("top"));
+            Hierachy *node = builder.top();
+            for (int i = 0; i < Depth; ++i)
+                node = builder.addHierachy(node, QStringLiteral("instance_%1").arg(i % 10),
+                                           QStringLiteral("m"));
+            const RtlNet *net = builder.addNet(node, QStringLiteral("n"));
+            QString path = QStringLiteral("top/");
+            for (int i = 0; i < Depth; ++i)
+                path += QStringLiteral("instance_%1/").arg(i % 10);
+            path += QLatin1Char('n');
+            const QString full = net->fullPathName();
+            const auto netlist = builder.take();
+            Internal::ReadGuard::checkNow();
+            return full == path && netlist->findNet(path) == net;
+        },
+        &error);
+    QVERIFY2(good, qPrintable(error));
 }
 
 QTEST_APPLESS_MAIN(TestNetlist)

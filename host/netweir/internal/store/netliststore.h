@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "pathprefix.h"
+#include "textpool.h"
+
 #include <netweir/hierachy.h>
 #include <netweir/rtlnet.h>
 #include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
 
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -46,12 +50,14 @@ private:
 namespace NETWEIR {
 
 // A design may have millions of nets.
-static_assert(sizeof(RtlNet) <= 2 * sizeof(void *));
+static_assert(sizeof(RtlNet) <= 3 * sizeof(void *));
 
 /// Storage of a netlist, filled by NetlistBuilder.
 struct Q_DECL_HIDDEN RtlNetlist::Private
 {
-    Internal::Arena<Hierachy> nodes; ///< The top node is the first.
+    Internal::TextPool texts;                  ///< Of the prefixes.
+    std::deque<Internal::PathPrefix> prefixes; ///< Of the nodes; nets and buses point to them.
+    Internal::Arena<Hierachy> nodes;           ///< The top node is the first.
     Internal::Arena<RtlNet> nets;
     Internal::Arena<RtlNetBus> buses;
     bool usesJtagPrimitive = false;
