@@ -174,17 +174,18 @@ void TestCountingLoops::tooManyRoundsAreOneVisit()
 void TestCountingLoops::placesAreIndependent()
 {
     const DesignXml design = DesignXml::ofModule(
-        variables(upTo("i", "2", "(first i:s32)") + upTo("j", "2", "(second i:s32)")));
+        variables(upTo("i", "2", "(first i:s32)") + upTo("j", "2", "(second i:s32)") +
+                  upTo("j", "2", upTo("i", "j:s32", "(inner i:s32)") + "(outer j:s32)")));
     CountingLoops loops(design->top(), design->types());
     QStringList rounds;
-    for (const char *place : {"first", "second", "first"}) {
+    for (const char *place : {"first", "second", "first", "inner", "outer", "inner"}) {
         const pugi::xml_node node = design.element(place);
         loops.forEachRound({node, 0}, [&](const IndexEvaluator &round) {
             const IndexRange values = round.valuesOf(node.first_child(), 0);
             rounds += values.isSingle() ? rangeText(values) : QStringLiteral("?");
         });
     }
-    QCOMPARE(rounds.join(QLatin1Char(' ')), QStringLiteral("0 1 ? ? 0 1"));
+    QCOMPARE(rounds.join(QLatin1Char(' ')), QStringLiteral("0 1 ? ? 0 1 0 0 1 0"));
 }
 
 QTEST_APPLESS_MAIN(TestCountingLoops)

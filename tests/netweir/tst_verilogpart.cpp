@@ -39,6 +39,7 @@ private Q_SLOTS:
     void refusesALargeFile();
     void endsInAnyWork_data();
     void endsInAnyWork();
+    void largeArraysOfInstancesTakeLinearTime();
 
 private:
     std::unique_ptr<RtlNetlist> read(const QByteArray &xml, QString *error,
@@ -471,6 +472,34 @@ void TestVerilogPart::endsInAnyWork()
     canceller->wait();
     QCOMPARE(error, QStringLiteral("Reading was cancelled."));
     QVERIFY2(sinceCancel.elapsed() < 1000, qPrintable(QString::number(sinceCancel.elapsed())));
+}
+
+/// With the square of the elements, it would take minutes.
+void TestVerilogPart::largeArraysOfInstancesTakeLinearTime()
+{
+    constexpr int Count = 100000;
+    QByteArray parts;
+    for (int i = 1; i < Count; ++i)
+        parts += "<concat dtype_id=\"1\"><varref name=\"n\" dtype_id=\"1\"/>";
+    parts += "<varref name=\"m\" dtype_id=\"1\"/>" + QByteArray("</concat>").repeated(Count - 1);
+    const QByteArray members =
+        "<var name=\"m\" origName=\"m\" dtype_id=\"1\"/><contassign><const name=\"1'h0\"/>"
+        "<varref name=\"m\" dtype_id=\"1\"/></contassign>"
+        "<instance name=\"u\" defName=\"sub\" origName=\"u\"><range><const name=\"32'h" +
+        QByteArray::number(Count - 1, 16) + "\"/><const name=\"32'h0\"/></range><port name=\"p\">" +
+        parts + "</port></instance>";
+    const QByteArray inner("<module name=\"sub\" origName=\"sub\"><var name=\"p\" origName=\"p\" "
+                           "dtype_id=\"1\" dir=\"input\" pinIndex=\"1\"/></module><typetable>");
+    Internal::ReadLimits limits;
+    limits.timeoutSeconds = 10;
+    QString error;
+    const auto netlist = read(design(members).replace("<typetable>", inner), &error, limits);
+    QVERIFY2(netlist, qPrintable(error));
+    const RtlNet *first = netlist->findNet(QStringLiteral("top/u[0]/p"));
+    const RtlNet *last = netlist->findNet(QStringLiteral("top/u[99999]/p"));
+    QVERIFY(first && last);
+    QVERIFY(first->excludedForProbeOut());
+    QVERIFY(!last->excludedForProbeOut());
 }
 
 QTEST_APPLESS_MAIN(TestVerilogPart)

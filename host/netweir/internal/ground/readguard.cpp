@@ -16,6 +16,9 @@ namespace {
 
 constexpr qint64 Megabyte = 1024 * 1024;
 
+/// In this time a program can fill some megabytes.
+constexpr int MillisecondsBetweenMemoryLooks = 1;
+
 /// Memory in use by the process, in bytes; 0 when the system does not tell.
 qint64 residentMemory()
 {
@@ -96,8 +99,22 @@ void ReadGuard::look()
         m_reason = Cancelled;
     else if (m_deadline.hasExpired())
         m_reason = TimedOut;
-    else if (residentMemory() - m_memoryBefore > m_memoryLimit)
+    else if (m_nextMemoryLook.hasExpired())
+        lookAtMemory();
+}
+
+void ReadGuard::lookAtMemory()
+{
+    m_nextMemoryLook.setRemainingTime(MillisecondsBetweenMemoryLooks);
+    if (residentMemory() - m_memoryBefore > m_memoryLimit)
         m_reason = TooLarge;
+}
+
+/// Looks at the memory even if it has just done so.
+void ReadGuard::checkAll()
+{
+    m_nextMemoryLook.setRemainingTime(0);
+    end();
 }
 
 void ReadGuard::end()

@@ -43,7 +43,11 @@ public:
     }
 
     /// Checks at once; for use before and after a long operation.
-    static void checkNow() { check(Interval); }
+    static void checkNow()
+    {
+        if (s_current)
+            s_current->checkAll();
+    }
 
     /// For code that no exception may cross: false when the reading has to end.
     static bool mayGoOn(qint64 work = 1);
@@ -64,7 +68,9 @@ private:
         return m_work >= Interval;
     }
     void look();
+    void lookAtMemory();
     void end();
+    void checkAll();
 
     static thread_local ReadGuard *s_current;
 
@@ -72,6 +78,7 @@ private:
     QDeadlineTimer m_deadline;
     qint64 m_memoryLimit;
     qint64 m_memoryBefore;
+    QDeadlineTimer m_nextMemoryLook; ///< Asking the system takes longer than all else.
     qint64 m_work = 0;
     Reason m_reason = GoesOn;
 };

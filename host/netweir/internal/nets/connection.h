@@ -17,6 +17,9 @@ struct Segment
     int reference = -1; ///< Elsewhere: index in the references to other nodes.
     qint64 bit = 0;     ///< Own: the first bit in the definition.
     qint64 width = 0;
+    qint64 offset = 0; ///< The first bit in the connection.
+
+    qint64 end() const { return offset + width; }
 };
 
 /// A port through which the nets of an instance depend on the nets of its parent.
@@ -27,8 +30,9 @@ struct Connection
     qint64 width = 0;              ///< Sum of the segments.
     std::vector<Segment> segments; ///< Least significant first.
 
-    void add(const Segment &segment)
+    void add(Segment segment)
     {
+        segment.offset = width;
         segments.push_back(segment);
         width += segment.width;
     }

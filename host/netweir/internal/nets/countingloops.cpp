@@ -23,28 +23,51 @@ CountingLoops::CountingLoops(const Definition &definition, const TypeTable &type
 
 void CountingLoops::forEachRound(const Occurrence &reference, const Visit &visit)
 {
-    const Nest nest = nestAround(reference);
-    // Counted first, so that loops with too many rounds are visited once and not partly.
-    if (nest.empty() || !run(nest, [](const IndexEvaluator &) {}))
-        visit(m_indexes);
-    else
-        run(nest, visit);
+    const pugi::xml_node innermost = innermostLoop(reference);
+    const Rounds *rounds = innermost ? &roundsOf(innermost, reference.scope) : nullptr;
+    // Loops with too many rounds are visited once and not partly.
+    if (!rounds || !rounds->areKnown)
+        return visit(m_indexes);
+    IndexEvaluator round = m_indexes;
+    for (auto value = rounds->values.begin(); value != rounds->values.end();) {
+        ReadGuard::check();
+        for (const Loop *loop : rounds->nest)
+            round.setValue(loop->variable, *value++);
+        visit(round);
+    }
 }
 
-CountingLoops::Nest CountingLoops::nestAround(const Occurrence &reference)
+/// The innermost counting loop around @p reference, null without any.
+pugi::xml_node CountingLoops::innermostLoop(const Occurrence &reference)
+{
+    pugi::xml_node node = reference.node;
+    while (node && node != m_definition.node) {
+        ReadGuard::check();
+        if (is(node, "while") && loopAt(node, reference.scope).variable >= 0)
+            return node;
+        node = node.parent();
+    }
+    return {};
+}
+
+CountingLoops::Nest CountingLoops::nestAround(const pugi::xml_node &innermost, int scope)
 {
     Nest nest;
-    for (pugi::xml_node node = reference.node; node && node != m_definition.node;
-         node = node.parent()) {
-        ReadGuard::check();
-        if (!is(node, "while"))
-            continue;
-        const Loop &loop = loopAt(node, reference.scope);
-        if (loop.variable >= 0)
-            nest.push_back(&loop);
-    }
+    for (pugi::xml_node loop = innermost; loop; loop = innermostLoop({loop.parent(), scope}))
+        nest.push_back(&loopAt(loop, scope));
     std::reverse(nest.begin(), nest.end());
     return nest;
+}
+
+const CountingLoops::Rounds &CountingLoops::roundsOf(const pugi::xml_node &innermost, int scope)
+{
+    if (m_innermost == innermost)
+        return m_rounds;
+    m_innermost = innermost;
+    m_rounds = {nestAround(innermost, scope), {}, false};
+    Pass pass{&m_rounds, m_indexes, {}};
+    m_rounds.areKnown = runLevel(0, &pass);
+    return m_rounds;
 }
 
 const CountingLoops::Loop &CountingLoops::loopAt(const pugi::xml_node &loop, int scope)
@@ -86,19 +109,14 @@ bool CountingLoops::isAssignedWithin(const pugi::xml_node &body, int variable) c
 }
 
 /// False when a loop does not count in known steps, or when there are too many rounds.
-bool CountingLoops::run(const Nest &nest, const Visit &visit) const
-{
-    Pass pass{nest, visit, m_indexes};
-    return runLevel(0, &pass);
-}
-
 bool CountingLoops::runLevel(int level, Pass *pass)
 {
-    if (level == countOf(pass->nest)) {
-        pass->visit(pass->round);
+    std::vector<qint64> &values = pass->result->values;
+    if (level == countOf(pass->result->nest)) {
+        values.insert(values.end(), pass->values.begin(), pass->values.end());
         return true;
     }
-    const Loop &loop = *itemAt(pass->nest, level);
+    const Loop &loop = *itemAt(pass->result->nest, level);
     IndexEvaluator &round = pass->round;
     round.forgetValue(loop.variable);
     IndexRange value = round.valuesOf(loop.start, loop.scope);
@@ -112,7 +130,12 @@ bool CountingLoops::runLevel(int level, Pass *pass)
             return false;
         if (!*goesOn)
             return true;
-        if (++pass->rounds > MostRounds || !runLevel(level + 1, pass))
+        if (++pass->rounds > MostRounds)
+            return false;
+        pass->values.push_back(value.low);
+        const bool isKnown = runLevel(level + 1, pass);
+        pass->values.pop_back();
+        if (!isKnown)
             return false;
         value = round.valuesOf(loop.next, loop.scope);
     }

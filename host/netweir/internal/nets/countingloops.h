@@ -13,6 +13,8 @@ namespace NETWEIR::Internal {
 /// Iterates over the rounds of the counting loops of a definition: "while" elements with a variable
 /// that is set before the loop, compared in the condition and counted in the step, all with known
 /// numbers. Refers to the definition and its types.
+///
+/// The rounds of a loop are found once for all references that follow each other in it.
 class CountingLoops
 {
 public:
@@ -36,25 +38,36 @@ private:
     };
     using Nest = std::vector<const Loop *>; ///< Outermost first.
 
+    /// The values of the loop variables in all rounds of nested loops.
+    struct Rounds
+    {
+        Nest nest;
+        std::vector<qint64> values; ///< Round by round, one number for each loop of the nest.
+        bool areKnown = false;
+    };
+
     /// One pass through the rounds of nested loops.
     struct Pass
     {
-        const Nest &nest;
-        const Visit &visit;
+        Rounds *result;
         IndexEvaluator round;
+        std::vector<qint64> values; ///< Of the loops entered.
         int rounds = 0;
     };
 
-    Nest nestAround(const Occurrence &reference);
+    pugi::xml_node innermostLoop(const Occurrence &reference);
+    Nest nestAround(const pugi::xml_node &innermost, int scope);
+    const Rounds &roundsOf(const pugi::xml_node &innermost, int scope);
     const Loop &loopAt(const pugi::xml_node &loop, int scope);
     Loop readLoop(const pugi::xml_node &loop, int scope) const;
     bool isAssignedWithin(const pugi::xml_node &body, int variable) const;
-    bool run(const Nest &nest, const Visit &visit) const;
     static bool runLevel(int level, Pass *pass);
 
     const Definition &m_definition;
     IndexEvaluator m_indexes;                      ///< Without known values.
     std::unordered_map<std::size_t, Loop> m_loops; ///< Loops by the hash of their elements.
+    pugi::xml_node m_innermost;                    ///< The loop whose rounds are in m_rounds.
+    Rounds m_rounds;
 };
 
 } // namespace NETWEIR::Internal

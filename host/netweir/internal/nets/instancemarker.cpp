@@ -145,18 +145,20 @@ void InstanceMarker::markConnection(int instance, const Connection &connection, 
     else if (connection.width != port.width)
         return markOut(child, port.bits());
 
-    qint64 offset = 0;
+    const qint64 last = first + port.width;
     quint8 *marks = m_marks->at(child, port.bit);
-    for (const Segment &segment : connection.segments) {
-        const qint64 begin = std::max(first, offset);
-        const qint64 end = std::min(first + port.width, offset + segment.width);
-        const quint8 *source = begin < end ? marksOf(instance, segment) : nullptr;
+    auto segment = std::upper_bound(
+        connection.segments.begin(), connection.segments.end(), first,
+        [](qint64 bit, const Segment &candidate) { return bit < candidate.end(); });
+    for (; segment != connection.segments.end() && segment->offset < last; ++segment) {
+        const qint64 begin = std::max(first, segment->offset);
+        const qint64 end = std::min(last, segment->end());
+        const quint8 *source = begin < end ? marksOf(instance, *segment) : nullptr;
         ReadGuard::check();
         for (qint64 bit = begin; bit < end; ++bit) {
-            if (!source || (source[bit - offset] & MarkOut))
+            if (!source || (source[bit - segment->offset] & MarkOut))
                 marks[bit - first] |= MarkOut;
         }
-        offset += segment.width;
     }
 }
 
