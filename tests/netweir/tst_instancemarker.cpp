@@ -92,7 +92,7 @@ void TestInstanceMarker::marksInstances_data()
            "c)"
            " (instance name=l defName=leaf (range 2 0) (port name=v (concat:u6 a:bit (concat:u5 "
            "(const:u2 name=2'h0) (concat:u3 b:u2 c:bit)))))"
-        << "a . b[1:0] .O c O l[2] : leaf i . v[1:0] .O l[1] : leaf i . v[1:0] O. l[0] : leaf i . "
+        << "a . c O b[1:0] .O l[2] : leaf i . v[1:0] .O l[1] : leaf i . v[1:0] O. l[0] : leaf i . "
            "v[1:0] OO";
     QTest::newRow("array of instances, all the same")
         << "(var:u2 name=n) (assign 0 (sel n:u2 0 1))"

@@ -3,6 +3,8 @@
 #include "elaboration.h"
 #include "netlisttext.h"
 
+#include <netweir/rtlnet.h>
+
 #include <support/testcase.h>
 
 #include <QElapsedTimer>
