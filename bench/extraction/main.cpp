@@ -4,15 +4,12 @@
 #include "generateddesign.h"
 #include "generatedvhdl.h"
 #include "largedesigns.h"
+#include "netlists.h"
 
-#include <netweir/hierachy.h>
-#include <netweir/rtlnet.h>
-#include <netweir/rtlnetbus.h>
 #include <netweir/rtlnetlist.h>
 
 #include <support/benchmark.h>
 #include <support/freshprocess.h>
-#include <support/generatednetlist.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -56,39 +53,6 @@ bool compareWithElaborator(const std::string &title, const Design &design, int r
     return table.print();
 }
 
-bool measureNetlist()
-{
-    // First, before the process has used any memory.
-    const double before = TarnBench::residentBytes();
-    std::unique_ptr<RtlNetlist> netlist;
-    const double coldTime = TarnBench::timeOf([&] { netlist = TarnBench::generatedNetlist(); });
-    const double bits = bitCount(*netlist);
-    const double indexTime = TarnBench::timeOf([&] { netlist->findNet(QString()); });
-    const double bytes = TarnBench::residentBytes() - before;
-
-    QStringList names;
-    for (const RtlNetBus *bus : netlist->top()->netbusesIncludeSub())
-        names.append(bus->nets().last()->fullPathName());
-    const double searchTime =
-        TarnBench::interleavedMedians(9, {[&] {
-                                          for (const QString &name : qAsConst(names)) {
-                                              if (!netlist->findNet(name))
-                                                  fail(QStringLiteral("a net was not found"));
-                                          }
-                                      }})[0];
-    const std::vector<double> warm = TarnBench::interleavedMedians(
-        5, {[&] { netlist = TarnBench::generatedNetlist(); }, [&] { netlist.reset(); }});
-
-    Table table("Netlist of " + std::to_string(int(bits)) + " bits, CPU time");
-    table.add("building, first time in the process", coldTime / bits * 1e9, "ns/net", 200);
-    table.add("building again", warm[0] / bits * 1e9, "ns/net", 200);
-    table.add("index for findNet, at its first call", indexTime / bits * 1e9, "ns/net");
-    table.add("findNet", searchTime / names.size() * 1e9, "ns");
-    table.add("destruction", warm[1] / bits * 1e9, "ns/net");
-    table.add("memory of a million nets, index included", bytes / bits, "MB", 300);
-    return table.print();
-}
-
 bool measureGenerated(const std::string &title, const GeneratedDesign &generated, int rounds)
 {
     QTemporaryDir folder;
@@ -122,7 +86,7 @@ bool measureVhdlMemory(const QString &argument)
 } // namespace
 
 /// Compares the extraction with the elaborator alone. Exits with 1 when a goal is missed. The
-/// argument "quick" leaves out the largest designs, and "large" all others.
+/// argument "quick" leaves out the largest designs, "large" all others, and "netlists" all designs.
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
@@ -136,12 +100,14 @@ int main(int argc, char *argv[])
         extract(generatedVhdl(folder));
         return 0;
     }
-    if (extractLargeDesign(app.arguments()))
+    if (extractLargeDesign(app.arguments()) || buildNetlist(app.arguments()))
         return 0;
+    if (app.arguments().contains(QStringLiteral("netlists")))
+        return measureNetlists() ? 0 : 1;
     if (app.arguments().contains(QStringLiteral("large")))
         return measureLargeDesigns() ? 0 : 1;
 
-    bool good = measureNetlist();
+    bool good = measureNetlists();
     good &= compareWithElaborator(
         "Example sensorhub", exampleDesign(QStringLiteral("sensorhub"), QStringLiteral("hub_top")),
         15, 1.2);
