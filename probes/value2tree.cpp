@@ -2,24 +2,33 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "value2tree.h"
 
+#include "bitlabel.h"
 #include "initialvalueline.h"
 #include "portbits.h"
-#include "valuetree.h"
 
-#include <QLabel>
 #include <QTreeWidget>
 
 namespace TARN {
 
 namespace {
 
-void addLabel(QTreeWidget *tree, QTreeWidgetItem *row, const QString &bits, InitialValueLine *line)
+/// Labels of single nets share their texts.
+QString sharedText(const QString &bits)
 {
-    auto *label = new QLabel(tree);
+    for (const QString &text : {QStringLiteral("0"), QStringLiteral("1")}) {
+        if (bits == text)
+            return text;
+    }
+    return bits;
+}
+
+/// A label that belongs to no widget yet.
+BitLabel *newLabel(const QString &bits, InitialValueLine *line)
+{
+    auto *label = new BitLabel(sharedText(bits));
     InitialValueLine::showBits(label, bits);
-    label->setFixedHeight(ValueTree::RowHeight); // By itself it would make its row a pixel higher.
     line->addBitLabel(label);
-    tree->setItemWidget(row, 0, label);
+    return label;
 }
 
 } // namespace
@@ -31,14 +40,18 @@ void value2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, SignalItem item, QSt
     if (!parent)
         return;
     auto *row = new QTreeWidgetItem(parent, type);
-    addLabel(tree, row, takeBits(bits, item.width()), line);
+    tree->setItemWidget(row, 0, newLabel(takeBits(bits, item.width()), line));
 }
 
 void values2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalItem> &items,
                  QString &bits, InitialValueLine *line)
 {
-    for (int i = 0; i < items.size(); ++i)
-        addLabel(tree, parent->child(i), takeBits(bits, items.at(i).width()), line);
+    for (int i = 0; i < items.size(); ++i) {
+        BitLabel *label = newLabel(takeBits(bits, items.at(i).width()), line);
+        label->hold(); // The tree shows it when it lays out its rows, if it is in sight.
+        tree->setItemWidget(parent->child(i), 0, label);
+        label->release();
+    }
 }
 
 } // namespace TARN
