@@ -4,11 +4,13 @@
 
 #include "valuetree.h"
 
+#include <QApplication>
 #include <QEvent>
 
 namespace TARN {
 
 BitLabel::BitLabel(const QString &bits)
+    : m_palette(QApplication::palette(this))
 {
     setFixedHeight(ValueTree::RowHeight); // By itself it would make its row a pixel higher.
     m_silent = true;
@@ -32,6 +34,8 @@ void BitLabel::setVisible(bool visible)
 
 bool BitLabel::event(QEvent *event)
 {
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        followPalette();
     if (m_followsStyle)
         return QLabel::event(event);
     switch (event->type()) {
@@ -52,7 +56,31 @@ bool BitLabel::followStyle(QEvent *polish)
     const bool polished = QLabel::event(polish);
     QEvent missed(QEvent::StyleChange);
     QLabel::event(&missed);
+    if (m_palette != QApplication::palette(this))
+        keepPalette();
     return polished;
+}
+
+void BitLabel::keepPalette()
+{
+    // Where there are style sheets, widgets that have their style do not follow the application's
+    // palette. Labels that come into sight now must not look different from those beside them.
+    m_ownRoles = palette().resolve();
+    QPalette kept = palette().resolve(m_palette);
+    kept.resolve(~0U);
+    setPalette(kept);
+    m_keepsPalette = true;
+}
+
+void BitLabel::followPalette()
+{
+    m_palette = QApplication::palette(this);
+    if (!m_keepsPalette)
+        return;
+    m_keepsPalette = false;
+    QPalette own = palette();
+    own.resolve(m_ownRoles);
+    setPalette(own);
 }
 
 } // namespace TARN

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPalette>
 
 namespace TARN {
 
@@ -33,10 +34,15 @@ protected:
 
 private:
     bool followStyle(QEvent *polish);
+    void keepPalette();
+    void followPalette();
 
+    QPalette m_palette;  ///< Of the application, when this label would have got its style.
+    uint m_ownRoles = 0; ///< Of the palette, those that are not kept.
     bool m_held = false;
     bool m_silent = false;
     bool m_followsStyle = false;
+    bool m_keepsPalette = false;
 };
 
 } // namespace TARN

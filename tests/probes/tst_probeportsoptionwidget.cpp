@@ -18,6 +18,7 @@
 #include <qutil/ievent.h>
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -31,6 +32,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QSplitter>
+#include <QStyle>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -106,6 +108,11 @@ struct Fixture
         return qobject_cast<InitialValueLine *>(
             values()->itemWidget(values()->topLevelItem(port), 0));
     }
+    QLabel *label(int port, int signal) const
+    {
+        return qobject_cast<QLabel *>(
+            values()->itemWidget(values()->topLevelItem(port)->child(signal), 0));
+    }
     /// What the tree of values shows, each port in one piece.
     QStringList shownValues() const
     {
@@ -114,8 +121,7 @@ struct Fixture
             QString text = line(i)->displayText();
             QTreeWidgetItem *row = values()->topLevelItem(i);
             for (int k = 0; k < row->childCount(); ++k)
-                text += QLatin1Char(' ') +
-                        qobject_cast<QLabel *>(values()->itemWidget(row->child(k), 0))->text();
+                text += QLatin1Char(' ') + label(i, k)->text();
             ports.append(text + QLatin1String(line(i)->isEnabled() ? "" : " off"));
         }
         return ports;
@@ -1133,6 +1139,107 @@ private Q_SLOTS:
         f.line(0)->onTextChange();
         QVERIFY(label->text().contains('1'));
         QCOMPARE(label->toolTip(), label->text());
+    }
+
+    void labelsOutOfSightHaveNoStyleYet()
+    {
+        Fixture f(coreOf({}, {nets(200), {bus("d", 9), net("e")}}, {"0x0", "0x155"}));
+        f.out()->expandAll();
+        f.show();
+        const auto isPolished = [&f](int signal) {
+            return f.label(0, signal)->testAttribute(Qt::WA_WState_Polished);
+        };
+        QVERIFY(f.label(0, 0)->isVisible());
+        QVERIFY(isPolished(0));
+        for (int i = 30; i < 200; ++i) {
+            QVERIFY(f.label(0, i)->isHidden());
+            QVERIFY(!isPolished(i));
+        }
+        QVERIFY(f.label(0, 150)->sizeHint().height() > 0); // Needs the style.
+        QVERIFY(isPolished(150));
+        f.values()->scrollToItem(f.values()->topLevelItem(0)->child(100),
+                                 QAbstractItemView::PositionAtTop);
+        QVERIFY(f.label(0, 100)->isVisible());
+        QVERIFY(isPolished(100));
+        QVERIFY(!f.label(0, 0)->isVisible());
+        f.verifyAligned();
+        QCOMPARE(f.label(1, 0)->toolTip(), QStringLiteral("010101010"));
+        QCOMPARE(f.label(1, 1)->toolTip(), QString());
+    }
+
+    void labelsWithoutAccessibleObjectGetOne()
+    {
+        Fixture f(coreOf({}, {{net("a")}}, {"0x1"}));
+        QAccessibleInterface *object = QAccessible::queryAccessibleInterface(f.label(0, 0));
+        QVERIFY(object);
+        QCOMPARE(object->role(), QAccessible::StaticText);
+        QCOMPARE(object->text(QAccessible::Name), QStringLiteral("1"));
+        QCOMPARE(f.label(0, 0)->metaObject(), &QLabel::staticMetaObject);
+    }
+
+    void labelsLookLikeThoseThatHadTheirStyleAtOnce_data()
+    {
+        QTest::addColumn<PageAction>("change");
+        const auto add = [](const char *name, const PageAction &change) {
+            QTest::newRow(name) << change;
+        };
+        const QFont font(QStringLiteral("DejaVu Serif"), 12, QFont::Bold, true);
+        const QString sheet =
+            QStringLiteral("QLabel { color: red; border: 1px solid blue; padding-left: 9px }");
+        QPalette dark = QApplication::palette();
+        for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText})
+            dark.setColor(role, Qt::yellow);
+        add("no change", [](Fixture &) {});
+        add("font of the application", [=](Fixture &) { QApplication::setFont(font); });
+        add("font of labels", [=](Fixture &) { QApplication::setFont(font, "QLabel"); });
+        add("font of the page", [=](Fixture &f) { f.page->setFont(font); });
+        add("font of the tree", [=](Fixture &f) { f.values()->setFont(font); });
+        add("palette of the application", [=](Fixture &) { QApplication::setPalette(dark); });
+        add("palette of labels", [=](Fixture &) { QApplication::setPalette(dark, "QLabel"); });
+        add("palette of the page", [=](Fixture &f) { f.page->setPalette(dark); });
+        add("style sheet of the application", [=](Fixture &) { qApp->setStyleSheet(sheet); });
+        add("style sheet and palette", [=](Fixture &) {
+            qApp->setStyleSheet(QStringLiteral("QLabel { background: cyan }"));
+            QApplication::setPalette(dark);
+        });
+        add("style sheet of the page", [=](Fixture &f) { f.page->setStyleSheet(sheet); });
+        add("style sheet of the tree",
+            [=](Fixture &f) { f.values()->setStyleSheet(f.values()->styleSheet() + sheet); });
+        add("style", [](Fixture &) { QApplication::setStyle(QStringLiteral("windows")); });
+        add("disabled", [](Fixture &f) { f.page->setEnabled(false); });
+        add("from right to left", [](Fixture &f) { f.page->setLayoutDirection(Qt::RightToLeft); });
+    }
+    void labelsLookLikeThoseThatHadTheirStyleAtOnce()
+    {
+        QFETCH(PageAction, change);
+        const QString style = QApplication::style()->objectName();
+        const QFont font = QApplication::font();
+        const QPalette palette = QApplication::palette();
+        Fixture f(coreOf({}, {nets(60)}));
+        f.out()->expandAll();
+        f.show();
+        QLabel plain(QStringLiteral("0"), f.values()->viewport());
+        plain.setFixedHeight(20);
+        plain.show();
+        change(f);
+        // One after the change, and one more after the palette is another one again.
+        for (const int signal : {40, 20}) {
+            f.values()->scrollToItem(f.values()->topLevelItem(0)->child(signal),
+                                     QAbstractItemView::PositionAtTop);
+            QLabel *label = f.label(0, signal);
+            QVERIFY(label->isVisible());
+            plain.setGeometry(label->geometry());
+            plain.show();
+            QCOMPARE(label->sizeHint(), plain.sizeHint());
+            QCOMPARE(label->grab().toImage(), plain.grab().toImage());
+            QApplication::setPalette(palette, "QLabel");
+            QApplication::setPalette(palette);
+            QCOMPARE(label->grab().toImage(), plain.grab().toImage());
+        }
+        qApp->setStyleSheet(QString());
+        QApplication::setStyle(style);
+        QApplication::setFont(font, "QLabel");
+        QApplication::setFont(font);
     }
 
     void tabGoesThroughThePageInReadingOrder()
