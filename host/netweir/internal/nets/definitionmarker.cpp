@@ -51,6 +51,7 @@ MarkedDefinition DefinitionMarker::mark()
         markWrites(target, MarkDriver);
     markCalls();
     markPins();
+    m_result.connections.shrink_to_fit();
     return std::move(m_result);
 }
 

@@ -53,6 +53,7 @@ PlacedDefinition Layout::place(const Definition &definition) const
                  identifiersOf(definition, variable)},
                 &placed);
     }
+    placed.nets.shrink_to_fit();
     return placed;
 }
 

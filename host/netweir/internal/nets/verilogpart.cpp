@@ -85,6 +85,7 @@ bool VerilogPart::read(XmlFile *file, const QString &folder, const std::vector<P
     }
     if (readRoots(roots) && markRest(file, options) && fits()) {
         findForeignRoots();
+        m_design.forgetTexts();
         return true;
     }
     *error = Text::tr("The design is too large to be read.");

@@ -270,7 +270,7 @@ void DefinitionReader::addVariable(const pugi::xml_node &node)
     if (isInterfaceReference(node))
         return;
     Variable variable;
-    variable.name = m_sources.nameOf(node);
+    variable.name = m_names->keep(m_sources.nameOf(node));
     variable.node = node;
     variable.scope = level().scope;
     variable.type = m_types.typeOf(node);
@@ -317,7 +317,7 @@ bool DefinitionReader::isNet(const Variable &variable) const
 void DefinitionReader::addInstance(const pugi::xml_node &node)
 {
     InstanceItem instance;
-    instance.name = m_sources.nameOf(node);
+    instance.name = m_names->keep(m_sources.nameOf(node));
     instance.node = node;
     instance.scope = level().scope;
     if (const auto range = declaredRange(node)) {

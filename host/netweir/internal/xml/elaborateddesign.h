@@ -50,6 +50,10 @@ public:
     bool read(const pugi::xml_document &document, const ReadOptions &options, const QString &folder,
               QString *error);
 
+    /// Lets go of the source texts, when nothing more is asked that they tell. They would be read
+    /// again.
+    void forgetTexts() { m_sources.forgetTexts(); }
+
     /// True when writtenArguments() was asked for a routine and another one of that name was read
     /// later.
     bool isOutdated() const { return m_isOutdated; }

@@ -5,8 +5,13 @@
 #include "attributes.h"
 
 #include <files/regularfile.h>
+#include <netweir/internal/ground/itemat.h>
 
 #include <QDir>
+
+#include <algorithm>
+#include <array>
+#include <limits>
 
 namespace NETWEIR::Internal {
 
@@ -41,10 +46,13 @@ QString SourceTexts::nameOf(const pugi::xml_node &node) const
 QByteArray SourceTexts::textAt(std::string_view location) const
 {
     const Location span = parse(location);
-    const QList<QByteArray> &lines = linesOf(span.file);
-    if (span.line < 1 || span.line > lines.size() || span.endLine != span.line)
+    const SourceText &source = textOf(span.file);
+    if (!source.has(span.line) || span.endLine != span.line)
         return {};
-    return lines.at(span.line - 1).mid(span.column - 1, span.endColumn - span.column);
+    const bool hasEnd = span.endColumn >= span.column;
+    const int end = hasEnd ? span.endColumn : std::numeric_limits<int>::max();
+    const int begin = source.offsetOf(span.line, span.column);
+    return source.between(begin, source.offsetOf(span.line, end));
 }
 
 Place SourceTexts::placeOf(std::string_view location) const
@@ -56,43 +64,54 @@ Place SourceTexts::placeOf(std::string_view location) const
 QByteArray SourceTexts::textBefore(std::string_view location, int lines) const
 {
     const Location span = parse(location);
-    const QList<QByteArray> &all = linesOf(span.file);
-    if (span.line < 1 || span.line > all.size())
+    const SourceText &source = textOf(span.file);
+    if (!source.has(span.line))
         return {};
-    QByteArray text;
-    for (int line = qMax(1, span.line - lines + 1); line < span.line; ++line)
-        text += all.at(line - 1) + '\n';
-    return text + all.at(span.line - 1).left(span.column - 1);
+    const int begin = source.offsetOf(qMax(1, span.line - lines + 1), 1);
+    return source.between(begin, source.offsetOf(span.line, span.column));
 }
 
 SourceTexts::Location SourceTexts::parse(std::string_view location)
 {
-    const QList<QByteArray> fields = QByteArray(location.data(), int(location.size())).split(',');
-    Location span;
-    if (fields.size() == 5) {
-        span.file = fields.at(0);
-        span.line = fields.at(1).toInt();
-        span.column = fields.at(2).toInt();
-        span.endLine = fields.at(3).toInt();
-        span.endColumn = fields.at(4).toInt();
+    constexpr int Fields = 5;
+    std::array<QByteArray, Fields> fields;
+    int count = 0;
+    for (bool goesOn = true; goesOn && count <= Fields; ++count) {
+        const auto comma = std::min(location.find(','), location.size());
+        if (count < Fields)
+            fields[std::size_t(count)] = QByteArray(location.data(), int(comma));
+        goesOn = comma < location.size();
+        location.remove_prefix(goesOn ? comma + 1 : comma);
     }
-    return span;
+    if (count != Fields)
+        return {};
+    return {fields[0], fields[1].toInt(), fields[2].toInt(), fields[3].toInt(), fields[4].toInt()};
 }
 
-const QList<QByteArray> &SourceTexts::linesOf(const QByteArray &file) const
+int SourceTexts::SourceText::offsetOf(int line, int column) const
 {
-    const auto known = m_lines.constFind(file);
-    if (known != m_lines.constEnd())
+    const int begin = itemAt(lines, line - 1);
+    const bool isLast = line == countOf(lines);
+    const int end = isLast ? text.size() : itemAt(lines, line) - 1;
+    return int(qBound<qint64>(begin, qint64(begin) + column - 1, end));
+}
+
+const SourceTexts::SourceText &SourceTexts::textOf(const QByteArray &file) const
+{
+    const auto known = m_texts.constFind(file);
+    if (known != m_texts.constEnd())
         return *known;
-    QList<QByteArray> lines;
+    SourceText source;
     if (m_paths.contains(file)) {
-        QByteArray text;
         QString error;
         Files::readRegularFile(QDir(m_folder).absoluteFilePath(m_paths.value(file)), LargestFile,
-                               &text, &error);
-        lines = text.split('\n');
+                               &source.text, &error);
+        source.lines.push_back(0);
+        for (int end = source.text.indexOf('\n'); end >= 0;
+             end = source.text.indexOf('\n', end + 1))
+            source.lines.push_back(end + 1);
     }
-    return *m_lines.insert(file, lines);
+    return *m_texts.insert(file, source);
 }
 
 } // namespace NETWEIR::Internal

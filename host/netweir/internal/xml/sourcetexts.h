@@ -7,11 +7,11 @@
 #include <QByteArray>
 #include <QHash>
 #include <QString>
-#include <QVector>
 
 #include <pugixml.hpp>
 
 #include <string_view>
+#include <vector>
 
 namespace NETWEIR::Internal {
 
@@ -40,7 +40,22 @@ public:
     /// At most @p lines lines of text before the location, up to its first character.
     QByteArray textBefore(std::string_view location, int lines) const;
 
+    /// Lets go of the texts read so far.
+    void forgetTexts() { m_texts.clear(); }
+
 private:
+    /// A file and the places in it where its lines begin.
+    struct SourceText
+    {
+        /// The offset of a character, both counted from 1: at most that of the end of the line.
+        int offsetOf(int line, int column) const;
+        bool has(int line) const { return line >= 1 && line <= int(lines.size()); }
+        QByteArray between(int begin, int end) const { return text.mid(begin, end - begin); }
+
+        QByteArray text;
+        std::vector<int> lines;
+    };
+
     struct Location
     {
         QByteArray file;
@@ -51,11 +66,11 @@ private:
     };
 
     static Location parse(std::string_view location);
-    const QList<QByteArray> &linesOf(const QByteArray &file) const;
+    const SourceText &textOf(const QByteArray &file) const;
 
     QString m_folder;
     QHash<QByteArray, QString> m_paths;
-    mutable QHash<QByteArray, QList<QByteArray>> m_lines; ///< Lines of the files read so far.
+    mutable QHash<QByteArray, SourceText> m_texts; ///< Of the files read so far.
 };
 
 } // namespace NETWEIR::Internal

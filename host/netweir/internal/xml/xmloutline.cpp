@@ -28,10 +28,9 @@ std::string_view nameIn(std::string_view tag)
     return tag.substr(0, end);
 }
 
-/// The first tag of an element, made an element of its own, is well-formed.
-bool isSound(std::string_view tag)
+/// The parser accepts a document with this text.
+bool isSound(const std::string &text)
 {
-    const std::string text = std::string(tag.substr(0, tag.size() - 1)) + "/>";
     pugi::xml_document document;
     return bool(
         document.load_buffer(text.data(), text.size(), pugi::parse_default, pugi::encoding_utf8));
@@ -71,16 +70,18 @@ bool XmlOutline::readTag()
     return startsWith(text, "</") ? readEndTag() : readStartTag();
 }
 
-/// A declared encoding is for the parser to judge.
+/// Skips a comment or an instruction. A declared encoding is for the parser to judge.
 bool XmlOutline::skipPast(std::string_view end, std::size_t from)
 {
     const std::size_t place = m_window.find(end, from);
     if (place == TextWindow::None)
         return false;
-    const std::string_view skipped = m_window.text().substr(0, place);
-    if (startsWith(skipped, "<?") && skipped.find("encoding") != TextWindow::None)
+    const std::string skipped(m_window.text().substr(0, place + end.size()));
+    const bool isInstruction = startsWith(skipped, "<?");
+    if (isInstruction &&
+        (skipped.find("encoding") != TextWindow::None || !isSound(skipped + "<a/>")))
         return false;
-    m_window.skip(place + end.size());
+    m_window.skip(skipped.size());
     m_mayJoin = false;
     return true;
 }
@@ -148,7 +149,8 @@ bool XmlOutline::isContainer(std::string_view name) const
 
 bool XmlOutline::enter(std::string_view name, std::string_view tag)
 {
-    if (!isSound(tag) || (name == "netlist" && m_hasNetlist))
+    const bool isSecond = name == "netlist" && m_hasNetlist;
+    if (isSecond || !isSound(std::string(tag.substr(0, tag.size() - 1)) + "/>"))
         return false;
     m_hasRoot = true;
     m_hasNetlist = m_hasNetlist || name == "netlist";
