@@ -11,9 +11,14 @@
 #include <QTest>
 #include <QThread>
 
+#include <pugixml.hpp>
+
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <random>
+#include <sstream>
+#include <vector>
 
 #include <malloc.h>
 
@@ -29,6 +34,8 @@ private Q_SLOTS:
     void refusesWhatIsNoElaboratedDesign();
     void refusesAMissingFile();
     void refusesEveryTruncation();
+    void definitionsMayComeInAnyOrder();
+    void routinesCountWhereverTheyAre();
     void deepNestingNeedsNoStack_data();
     void deepNestingNeedsNoStack();
     void longConcatenationsNeedNoStack();
@@ -247,6 +254,43 @@ void TestVerilogPart::refusesEveryTruncation()
         QVERIFY(!error.isEmpty());
     }
     QVERIFY(!read(xml.left(xml.size() - 1), &error));
+}
+
+/// The elaborator writes a definition before those that it instantiates.
+void TestVerilogPart::definitionsMayComeInAnyOrder()
+{
+    const TarnTest::Elaboration elaboration(VariedDesign);
+    QVERIFY2(elaboration.isOk(), elaboration.log().constData());
+    QString error;
+    const auto expected = elaboration.read({}, &error);
+    QVERIFY2(expected, qPrintable(error));
+    std::mt19937 random(1);
+    for (int round = 0; round < 10; ++round) {
+        pugi::xml_document document;
+        QVERIFY(document.load_file(qPrintable(elaboration.xmlPath())));
+        pugi::xml_node netlist = document.child("verilator_xml").child("netlist");
+        std::vector<pugi::xml_node> elements(netlist.begin(), netlist.end());
+        std::shuffle(elements.begin(), elements.end(), random);
+        for (const pugi::xml_node &element : elements)
+            netlist.append_move(element);
+        std::ostringstream text;
+        document.save(text);
+        const auto netlistRead = read(QByteArray::fromStdString(text.str()), &error);
+        QVERIFY2(netlistRead, qPrintable(error));
+        QCOMPARE(TarnTest::netlistText(netlistRead->top()), TarnTest::netlistText(expected->top()));
+    }
+}
+
+/// The call in "leaf" is only known by name. "top" is read after it.
+void TestVerilogPart::routinesCountWhereverTheyAre()
+{
+    QCOMPARE(TarnTest::netlistTextOf(
+                 "package pk; task automatic t(output logic o, input logic i); o = i; endtask\n"
+                 "endpackage module leaf(); logic x, y, z; always_comb pk::t(x, y); endmodule\n"
+                 "module top(); leaf u(); logic v, w; always_comb t(v, w);\n"
+                 "task automatic t(input logic i, output logic o); o = i; endtask endmodule"),
+             QStringLiteral("top : top\n    v .\n    w O\n    u : leaf\n        x O\n        y O\n"
+                            "        z .\n"));
 }
 
 void TestVerilogPart::deepNestingNeedsNoStack_data()
