@@ -3,6 +3,7 @@
 #include "designphases.h"
 #include "netlisttext.h"
 
+#include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/nets/instancemarker.h>
 #include <netweir/internal/nets/netliststamp.h>
 #include <netweir/netlistbuilder.h>
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void marksInstances();
     void marksOmittedWritesElsewhere();
     void refusesTooManyBits();
+    void bindsLargeArraysInLinearTime();
 };
 
 namespace {
@@ -142,6 +144,36 @@ void TestInstanceMarker::refusesTooManyBits()
         QStringLiteral("(basicdtype id=mega name=logic left=1048575 right=0)"));
     QCOMPARE(xml.error(), QString());
     QCOMPARE(netlistText(xml), QStringLiteral("too many bits"));
+}
+
+/// With the square of the elements, it would take half a minute.
+void TestInstanceMarker::bindsLargeArraysInLinearTime()
+{
+    const DesignXml xml(QStringLiteral("(module name=top (instance name=bus defName=bus_if (range "
+                                       "99999 0)) (instance name=u defName=user (range 99999 0) "
+                                       "(port name=p bus)))") +
+                            Modules,
+                        Types);
+    QCOMPARE(xml.error(), QString());
+    ReadLimits limits;
+    limits.timeoutSeconds = 10;
+    QString error;
+    const bool isBound = readWithin(
+        limits,
+        [&xml](QString *) {
+            const DesignPhases phases(xml);
+            const std::vector<InterfaceBinding> &bindings = phases.bindings.all();
+            for (const InterfaceBinding &binding : bindings) {
+                const int item = phases.tree.at(binding.instance).item;
+                const qint64 position = phases.tree.at(binding.instance).position;
+                if (binding.interfaces !=
+                    std::vector<int>{phases.tree.childOf(0, item - 1, position)})
+                    return false;
+            }
+            return bindings.size() == 100000;
+        },
+        &error);
+    QVERIFY2(isBound, qPrintable(error));
 }
 
 QTEST_GUILESS_MAIN(TestInstanceMarker)

@@ -9,6 +9,7 @@
 #include <netweir/internal/xml/elaborateddesign.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace NETWEIR::Internal {
 
@@ -22,7 +23,24 @@ struct BoundPin
     const InterfacePin *pin = nullptr;
 };
 
-/// The interface pins of all instances in @p definition, in the order of the instances.
+/// Interface instances from the left: those of one item, which are side by side in the tree, or
+/// those of a binding.
+struct InterfaceRange
+{
+    qint64 count = 0;
+    int first = -1;                          ///< Negative when they have no place in the tree.
+    const std::vector<int> *bound = nullptr; ///< Null for those of an item.
+
+    int at(qint64 position) const
+    {
+        if (bound)
+            return itemAt(*bound, position);
+        return first < 0 ? -1 : int(first + position);
+    }
+};
+
+/// The interface pins of all instances in @p definition, in the order of the instances and of their
+/// ports.
 std::vector<BoundPin> boundPinsOf(const Definition &definition)
 {
     std::vector<BoundPin> pins;
@@ -32,12 +50,15 @@ std::vector<BoundPin> boundPinsOf(const Definition &definition)
         if (port >= 0 && itemAt(inner.variables, port).isInterfacePort)
             pins.push_back({pin.item, port, &pin});
     }
+    std::stable_sort(pins.begin(), pins.end(), [](const BoundPin &a, const BoundPin &b) {
+        return std::make_pair(a.item, a.port) < std::make_pair(b.item, b.port);
+    });
     return pins;
 }
 
-bool isBefore(const InterfaceBinding &binding, int instance)
+bool isBefore(const InterfaceBinding &binding, const std::pair<int, int> &instanceAndPort)
 {
-    return binding.instance < instance;
+    return std::make_pair(binding.instance, binding.port) < instanceAndPort;
 }
 
 /// Binds one instance after another. Keeps the pins of all definitions meanwhile.
@@ -63,8 +84,8 @@ public:
 
 private:
     void bindPorts(int instance);
-    std::vector<int> interfacesOf(int instance, const InterfacePin &pin) const;
-    std::vector<int> elementsOf(const InstanceScope &owner, const Symbol &symbol) const;
+    InterfaceRange interfacesOf(int instance, const InterfacePin &pin) const;
+    InterfaceRange elementsOf(const InstanceScope &owner, const Symbol &symbol) const;
     bool isRising(const Definition &definition, const Symbol &symbol) const;
 
     const TypeTable &m_types;
@@ -83,19 +104,24 @@ void InterfaceBinder::bindPorts(int instance)
                          [](const BoundPin &candidate, int item) { return candidate.item < item; });
     for (; pin != pins.end() && pin->item == node.item; ++pin) {
         ReadGuard::check();
-        std::vector<int> interfaces = interfacesOf(node.parent, *pin->pin);
+        const InterfaceRange interfaces = interfacesOf(node.parent, *pin->pin);
         const DataType &type = m_types.at(itemAt(node.definition->variables, pin->port).type);
         // Each element of an array of instances has its own element of an array of interfaces.
         const bool isShared = type.kind == DataType::Kind::UnpackedArray ||
-                              countOf(interfaces) != m_tree.itemOf(instance).count();
+                              interfaces.count != m_tree.itemOf(instance).count();
+        std::vector<int> bound;
         if (!isShared)
-            interfaces = {itemAt(interfaces, node.position)};
-        m_bindings.add({instance, pin->port, std::move(interfaces)});
+            bound.push_back(interfaces.at(node.position));
+        for (qint64 position = 0; isShared && position < interfaces.count; ++position)
+            bound.push_back(interfaces.at(position));
+        ReadGuard::check(countOf(bound));
+        m_bindings.add({instance, pin->port, std::move(bound)});
     }
 }
 
-/// The interface instances to which @p pin of an instance in @p instance is connected.
-std::vector<int> InterfaceBinder::interfacesOf(int instance, const InterfacePin &pin) const
+/// The interface instances to which @p pin of an instance in @p instance is connected. Valid until
+/// the next binding is added.
+InterfaceRange InterfaceBinder::interfacesOf(int instance, const InterfacePin &pin) const
 {
     InstanceScope owner{instance, itemAt(m_tree.definitionOf(instance).instances, pin.item).scope};
     if (pin.isHierarchical)
@@ -105,31 +131,29 @@ std::vector<int> InterfaceBinder::interfacesOf(int instance, const InterfacePin 
 
     const Definition &definition = m_tree.definitionOf(owner.instance);
     const Symbol symbol = definition.find(owner.scope, pin.name);
-    std::vector<int> interfaces = elementsOf(owner, symbol);
+    const InterfaceRange interfaces = elementsOf(owner, symbol);
     if (!pin.element)
         return interfaces;
     // Elements are counted from the lowest index.
     const qint64 position =
-        isRising(definition, symbol) ? *pin.element : countOf(interfaces) - 1 - *pin.element;
-    if (position < 0 || position >= countOf(interfaces))
+        isRising(definition, symbol) ? *pin.element : interfaces.count - 1 - *pin.element;
+    if (position < 0 || position >= interfaces.count)
         return {};
-    return {itemAt(interfaces, position)};
+    return {1, interfaces.at(position), nullptr};
 }
 
 /// The interfaces that @p symbol means: instances, or those to which an interface port is bound.
-std::vector<int> InterfaceBinder::elementsOf(const InstanceScope &owner, const Symbol &symbol) const
+InterfaceRange InterfaceBinder::elementsOf(const InstanceScope &owner, const Symbol &symbol) const
 {
-    std::vector<int> interfaces;
     if (symbol.kind == Symbol::Kind::Instance) {
         const InstanceItem &item =
             itemAt(m_tree.definitionOf(owner.instance).instances, symbol.index);
-        for (qint64 position = 0; position < item.count(); ++position)
-            interfaces.push_back(m_tree.childOf(owner.instance, symbol.index, position));
-    } else if (symbol.kind == Symbol::Kind::Variable) {
-        if (const std::vector<int> *bound = m_bindings.find(owner.instance, symbol.index))
-            interfaces = *bound;
+        return {item.count(), m_tree.childOf(owner.instance, symbol.index, 0), nullptr};
     }
-    return interfaces;
+    if (symbol.kind != Symbol::Kind::Variable)
+        return {};
+    const std::vector<int> *bound = m_bindings.find(owner.instance, symbol.index);
+    return bound ? InterfaceRange{countOf(*bound), -1, bound} : InterfaceRange();
 }
 
 /// True when the leftmost element of @p symbol has the lowest index.
@@ -154,12 +178,11 @@ void InterfaceBindings::add(InterfaceBinding binding)
 
 const std::vector<int> *InterfaceBindings::find(int instance, int port) const
 {
-    auto binding = std::lower_bound(m_bindings.begin(), m_bindings.end(), instance, isBefore);
-    for (; binding != m_bindings.end() && binding->instance == instance; ++binding) {
-        if (binding->port == port)
-            return &binding->interfaces;
-    }
-    return nullptr;
+    const auto wanted = std::make_pair(instance, port);
+    const auto binding = std::lower_bound(m_bindings.begin(), m_bindings.end(), wanted, isBefore);
+    const bool isFound =
+        binding != m_bindings.end() && std::make_pair(binding->instance, binding->port) == wanted;
+    return isFound ? &binding->interfaces : nullptr;
 }
 
 InterfaceBindings bindInterfaces(const ElaboratedDesign &design, const InstanceTree &tree)

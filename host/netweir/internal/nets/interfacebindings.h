@@ -23,13 +23,13 @@ struct InterfaceBinding
 class InterfaceBindings
 {
 public:
-    /// Instances must be added in rising order.
+    /// Instances must be added in rising order, and so the ports of each.
     void add(InterfaceBinding binding);
 
     /// Null when the port is not bound.
     const std::vector<int> *find(int instance, int port) const;
 
-    /// In the order of the instances.
+    /// In the order of the instances and of their ports.
     const std::vector<InterfaceBinding> &all() const { return m_bindings; }
 
 private:
