@@ -12,24 +12,54 @@ namespace TARN {
 
 namespace {
 
-// The names as the host returns them: a reference costs no copy, a value outlives the call.
+// Reading full names one after the other. Some hosts can write a name over that of the net before,
+// if there is one, and then the common path need not be searched again. Each function returns the
+// number of letters at the beginning that are known to be the same; with any other host it is 0.
 
-decltype(auto) fullName(NETWEIR::RtlNet *net)
+struct AnyHost
 {
-    return net->fullPathName();
+};
+struct HostThatCopies : AnyHost
+{
+};
+
+[[maybe_unused]] int readFullName(NETWEIR::RtlNet *net, NETWEIR::RtlNet *, QString *name, AnyHost)
+{
+    *name = net->fullPathName();
+    return 0;
 }
 
-decltype(auto) fullName(NETWEIR::RtlNetBus *bus)
+[[maybe_unused]] int readFullName(NETWEIR::RtlNetBus *bus, NETWEIR::RtlNetBus *, QString *name,
+                                  AnyHost)
 {
-    return bus->fullBusName();
+    *name = bus->fullBusName();
+    return 0;
+}
+
+template <typename Net>
+auto readFullName(Net *net, Net *before, QString *name, HostThatCopies)
+    -> decltype(net->copyFullPathName(name, before))
+{
+    return net->copyFullPathName(name, before);
+}
+
+template <typename Bus>
+auto readFullName(Bus *bus, Bus *before, QString *name, HostThatCopies)
+    -> decltype(bus->copyFullBusName(name, before))
+{
+    return bus->copyFullBusName(name, before);
 }
 
 template <typename Item>
 void appendMatches(const QList<Item *> &candidates, NameMatcher &matcher, QList<Item *> &results)
 {
+    QString name;
+    Item *before = nullptr;
     for (Item *item : candidates) {
-        if (matcher.matches(fullName(item)))
+        const int same = readFullName(item, before, &name, HostThatCopies());
+        if (matcher.matches(name, same))
             results.append(item);
+        before = item;
     }
 }
 
@@ -125,12 +155,12 @@ QString patternFault(const SearchOptions &options)
 
 bool checkNetForHierarchy(NETWEIR::RtlNet *net, SearchOptions &options)
 {
-    return NameMatcher(options).matches(fullName(net));
+    return NameMatcher(options).matches(net->fullPathName());
 }
 
 bool checkNetForHierarchy(NETWEIR::RtlNetBus *bus, SearchOptions &options)
 {
-    return NameMatcher(options).matches(fullName(bus));
+    return NameMatcher(options).matches(bus->fullBusName());
 }
 
 } // namespace TARN

@@ -21,9 +21,9 @@ QString RtlNet::fullPathName() const
     return parts().full();
 }
 
-void RtlNet::copyFullPathName(QString *name) const
+int RtlNet::copyFullPathName(QString *name, const RtlNet *before) const
 {
-    parts().copyFull(name);
+    return parts().copyFull(name, before ? before->m_prefix : nullptr);
 }
 
 } // namespace NETWEIR

@@ -42,8 +42,10 @@ public:
     QString fullPathName() const;
 
     /// Sets @p name to fullPathName(). Allocates nothing if @p name has the memory, so a loop over
-    /// many nets uses one string for all.
-    void copyFullPathName(QString *name) const;
+    /// many nets uses one string for all. If it has the full name of @p before, the path of a
+    /// common node stays as it is. Returns the number of letters at the beginning that stayed; the
+    /// names may have more in common.
+    int copyFullPathName(QString *name, const RtlNet *before = nullptr) const;
 
     /// The net cannot be read back, because it has no hardware value.
     bool excludedForProbeIn() const { return m_excludedForProbeIn; }

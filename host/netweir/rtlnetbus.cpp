@@ -21,9 +21,9 @@ QString RtlNetBus::fullBusName() const
     return parts().full();
 }
 
-void RtlNetBus::copyFullBusName(QString *name) const
+int RtlNetBus::copyFullBusName(QString *name, const RtlNetBus *before) const
 {
-    parts().copyFull(name);
+    return parts().copyFull(name, before ? before->m_prefix : nullptr);
 }
 
 } // namespace NETWEIR

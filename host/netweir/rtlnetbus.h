@@ -37,8 +37,8 @@ public:
     /// Name within the design: "top/u0/data[7:0]".
     QString fullBusName() const;
 
-    /// Sets @p name to fullBusName(). Allocates nothing if @p name has the memory.
-    void copyFullBusName(QString *name) const;
+    /// Sets @p name to fullBusName(), see RtlNet::copyFullPathName().
+    int copyFullBusName(QString *name, const RtlNetBus *before = nullptr) const;
 
     /// The bits in declaration order, left to right: data[7] first for data[7:0].
     const QList<RtlNet *> &nets() const { return m_nets; }

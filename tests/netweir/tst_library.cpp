@@ -59,11 +59,11 @@ void TestLibrary::exportsThePublicClassesAlone_data()
                builder + "take()",
                builder + "top() const",
                builder + "~NetlistBuilder()",
-               "NETWEIR::RtlNet::copyFullPathName(QString*) const",
+               "NETWEIR::RtlNet::copyFullPathName(QString*, NETWEIR::RtlNet const*) const",
                "NETWEIR::RtlNet::fullPathName() const",
                "NETWEIR::RtlNet::name() const",
                "NETWEIR::RtlNetBus::BusName() const",
-               "NETWEIR::RtlNetBus::copyFullBusName(QString*) const",
+               "NETWEIR::RtlNetBus::copyFullBusName(QString*, NETWEIR::RtlNetBus const*) const",
                "NETWEIR::RtlNetBus::fullBusName() const",
                netlist + "RtlNetlist(std::unique_ptr<NETWEIR::RtlNetlist::Private, "
                          "std::default_delete<NETWEIR::RtlNetlist::Private> >)",

@@ -221,9 +221,15 @@ void TestNetlist::copiedNamesUseTheMemoryAgain()
     QCOMPARE(name.constData(), memory);
 
     const QString shared = name;
-    bus->nets().last()->copyFullPathName(&name);
+    const RtlNet *bit = bus->nets().last();
+    QCOMPARE(bit->copyFullPathName(&name, net), 4);
     QCOMPARE(name, QStringLiteral("top/data[0]"));
     QCOMPARE(shared, QStringLiteral("top/clk"));
+    const RtlNet *below = builder.addNet(
+        builder.addHierachy(builder.top(), QStringLiteral("u0"), QStringLiteral("m")),
+        QStringLiteral("q"));
+    QCOMPARE(below->copyFullPathName(&name, bit), 0);
+    QCOMPARE(name, QStringLiteral("top/u0/q"));
 }
 
 void TestNetlist::namesAreThoseOfAllParts()
@@ -233,11 +239,18 @@ void TestNetlist::namesAreThoseOfAllParts()
     for (quint32 i = 0; i < TarnTest::setting("NETLIST_ROUNDS", 60); ++i) {
         const RandomNetlist random(seed + i);
         QString copy;
+        QString kept;
+        const RtlNet *before = nullptr;
         for (const RandomNetlist::Net &net : random.nets) {
             QCOMPARE(net.net->name(), net.name);
             QCOMPARE(net.net->fullPathName(), net.path);
             net.net->copyFullPathName(&copy);
             QCOMPARE(copy, net.path);
+            const QString former = kept;
+            const int same = net.net->copyFullPathName(&kept, before);
+            QCOMPARE(kept, net.path);
+            QCOMPARE(kept.left(same), former.left(same));
+            before = net.net;
         }
         for (const RandomNetlist::Bus &bus : random.buses) {
             QCOMPARE(bus.bus->BusName(), bus.name);

@@ -173,6 +173,8 @@ class TestNameMatcher : public TarnTest::TestCase
 private Q_SLOTS:
     void substringIsFoundLikeByIndexOf();
     void longNameIsSearchedLikeByIndexOf();
+    void commonBeginningsChangeNoResult_data();
+    void commonBeginningsChangeNoResult();
     void patternMatchesLikeQRegExp_data();
     void patternMatchesLikeQRegExp();
     void requiredLiteralIsInEveryMatch_data();
@@ -222,6 +224,43 @@ void TestNameMatcher::longNameIsSearchedLikeByIndexOf()
             QFAIL(qPrintable("pattern " + options.pattern + " name " + name));
     }
     QVERIFY(found > 100 && found < 1000);
+}
+
+void TestNameMatcher::commonBeginningsChangeNoResult_data()
+{
+    QTest::addColumn<bool>("usePattern");
+    QTest::newRow("substring") << false;
+    QTest::newRow("wildcard") << true;
+}
+
+void TestNameMatcher::commonBeginningsChangeNoResult()
+{
+    QFETCH(bool, usePattern);
+    RandomTexts random;
+    int found = 0;
+    for (int i = 0; i < 2000; ++i) {
+        random.changeLetters();
+        SearchOptions options;
+        options.pattern = random.name(3);
+        options.usePattern = usePattern;
+        options.patternSyntax = QRegExp::WildcardUnix;
+        if (usePattern)
+            options.pattern = "*" + options.pattern + "*";
+        options.caseSensitivity = random.coin() ? Qt::CaseSensitive : Qt::CaseInsensitive;
+        NameMatcher matcher(options);
+        QString name;
+        for (int j = 0; j < 12; ++j) {
+            const QString former = name;
+            // Often the beginning of the name before, and not always all that is common.
+            const int same = random.coin() ? random.name(former.size()).size() : 0;
+            name = former.left(same) + random.name(6);
+            const bool expected = NameMatcher(options).matches(name);
+            found += expected ? 1 : 0;
+            if (matcher.matches(name, qMin(same, former.size())) != expected)
+                QFAIL(qPrintable("pattern " + options.pattern + " name " + name));
+        }
+    }
+    QVERIFY(found > 1000);
 }
 
 void TestNameMatcher::patternMatchesLikeQRegExp_data()

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include <support/setting.h>
 #include <support/testcase.h>
 
 #include <netweir/hierachy.h>
@@ -19,6 +20,7 @@ using NETWEIR::Hierachy;
 using NETWEIR::RtlNet;
 using NETWEIR::RtlNetBus;
 using NETWEIR::RtlNetlist;
+using TarnTest::setting;
 
 namespace {
 
@@ -112,6 +114,29 @@ std::unique_ptr<RtlNetlist> makeRandomNetlist(QRandomGenerator &random)
     return builder.take();
 }
 
+/// A piece of one of the @p names, which may lie across a slash, sometimes in another case.
+QString randomPattern(QRandomGenerator &random, const QStringList &names)
+{
+    const QString &name = names.at(random.bounded(names.size()));
+    const QString piece = name.mid(random.bounded(name.size()), random.bounded(1, 8));
+    return random.bounded(4) ? piece : piece.toUpper();
+}
+
+/// The @p names that match, tested one by one.
+QStringList matchesOf(const QStringList &names, const SearchOptions &options)
+{
+    const auto sensitivity = Qt::CaseSensitivity(options.caseSensitivity);
+    const QRegExp expression(options.pattern, sensitivity,
+                             QRegExp::PatternSyntax(options.patternSyntax));
+    QStringList matches;
+    for (const QString &name : names) {
+        if (options.usePattern ? expression.exactMatch(name)
+                               : name.contains(options.pattern, sensitivity))
+            matches.append(name);
+    }
+    return matches;
+}
+
 } // namespace
 
 class TestNetSearch : public TarnTest::TestCase
@@ -139,6 +164,7 @@ private Q_SLOTS:
     void moduleIgnoresTheSubentriesSwitch();
     void singleCheckFollowsTheOptions();
     void hierarchyHoldsWhatTheFlatSearchFinds();
+    void searchFindsWhatMatchesByItsFullName();
 };
 
 void TestNetSearch::fieldsKeepTheirOrder()
@@ -407,6 +433,33 @@ void TestNetSearch::hierarchyHoldsWhatTheFlatSearchFinds()
         found += nets.size() + buses.size();
     }
     QVERIFY(found > 500);
+}
+
+void TestNetSearch::searchFindsWhatMatchesByItsFullName()
+{
+    const quint32 seed = setting("NETSEARCH_SEED", QRandomGenerator::global()->generate());
+    qInfo("NETSEARCH_SEED=%u", seed);
+    QRandomGenerator random(seed);
+    int found = 0;
+    for (quint32 i = 0; i < setting("NETSEARCH_ROUNDS", 200); ++i) {
+        const auto netlist = makeRandomNetlist(random);
+        const QList<RtlNet *> nets = netlist->top()->singleNetsIncludeSub();
+        const QList<RtlNetBus *> buses = netlist->top()->netbusesIncludeSub();
+        const QStringList names = namesOf(nets, buses);
+        for (int j = 0; j < 20; ++j) {
+            SearchOptions options = everywhere(*netlist, randomPattern(random, names));
+            options.caseSensitivity = random.bounded(2);
+            options.usePattern = random.bounded(3) == 0;
+            options.patternSyntax = QRegExp::WildcardUnix;
+            if (options.usePattern)
+                options.pattern = "*" + options.pattern + "*";
+            const QStringList expected = matchesOf(names, options);
+            found += expected.size();
+            if (search(netlist.get(), options) != expected)
+                QFAIL(qPrintable("pattern " + options.pattern));
+        }
+    }
+    QVERIFY(found > 1000);
 }
 
 TARN_TEST_MAIN(TestNetSearch)

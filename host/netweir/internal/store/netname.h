@@ -15,18 +15,18 @@ namespace NETWEIR::Internal {
 class RangeText
 {
 public:
-    RangeText() = default;
+    RangeText() {} // Not "= default": most nets have none, and the letters need not be cleared.
     explicit RangeText(int index);
     RangeText(int left, int right);
 
     QStringView view() const { return {m_text + m_begin, Capacity - m_begin}; }
 
 private:
-    void prepend(char letter) { m_text[--m_begin] = QLatin1Char(letter); }
+    void prepend(char letter) { m_text[--m_begin] = uchar(letter); }
     void prepend(int number);
 
     static constexpr int Capacity = 32;
-    QChar m_text[Capacity];
+    ushort m_text[Capacity];
     int m_begin = Capacity;
 };
 
@@ -48,8 +48,9 @@ public:
     /// Name within the design, in one allocation of the exact size.
     QString full() const;
 
-    /// Sets @p text to the full name. Allocates only if it has to.
-    void copyFull(QString *text) const;
+    /// Sets @p text to the full name. Allocates only if it has to. If @p text already begins with
+    /// the path @p present, which may be null, it keeps that. Returns the number of letters kept.
+    int copyFull(QString *text, const PathPrefix *present) const;
 
     bool isFull(QStringView text) const;
 
@@ -109,10 +110,15 @@ inline QString NetName::full() const
     return text;
 }
 
-inline void NetName::copyFull(QString *text) const
+inline int NetName::copyFull(QString *text, const PathPrefix *present) const
 {
     text->resize(fullSize());
-    writeFull(text->data());
+    if (present != &m_prefix) {
+        writeFull(text->data());
+        return 0;
+    }
+    writeLocal(text->data() + m_prefix.size());
+    return m_prefix.size();
 }
 
 inline bool NetName::isFull(QStringView text) const
