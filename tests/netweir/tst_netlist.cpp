@@ -152,6 +152,7 @@ private Q_SLOTS:
     void oneMarkServesAllMembers();
     void subtreeListsGoNodeByNodeInOrder();
     void findNetComparesWholeNames();
+    void findNetComparesNamesOfTheSameHash();
     void findNetFindsEveryNet();
     void findNetGivesTheFirstOfEqualNames();
     void anEmptyNetlistFindsNothing();
@@ -384,6 +385,24 @@ void TestNetlist::findNetComparesWholeNames()
     QVERIFY(!netlist->findNet(QStringLiteral("u0/d[2]")));
     QVERIFY(!netlist->findNet(QStringLiteral("TOP/U0/D[2]")));
     QVERIFY(!netlist->findNet(QString()));
+}
+
+/// "Aa" and "BB" are equal to the hash.
+void TestNetlist::findNetComparesNamesOfTheSameHash()
+{
+    NetlistBuilder builder(QStringLiteral("top"));
+    Hierachy *node = builder.addHierachy(builder.top(), QStringLiteral("Aa"), QStringLiteral("m"));
+    RtlNet *net = builder.addNet(node, QStringLiteral("n"));
+    RtlNet *single = builder.addNet(builder.top(), QStringLiteral("Aa"));
+    RtlNetBus *bus = builder.addBus(builder.top(), QStringLiteral("Aa"), 1, 0);
+    const auto netlist = builder.take();
+
+    QCOMPARE(netlist->findNet(QStringLiteral("top/Aa/n")), net);
+    QCOMPARE(netlist->findNet(QStringLiteral("top/Aa")), single);
+    QCOMPARE(netlist->findNet(QStringLiteral("top/Aa[1]")), bus->nets().first());
+    QVERIFY(!netlist->findNet(QStringLiteral("top/BB/n")));
+    QVERIFY(!netlist->findNet(QStringLiteral("top/BB")));
+    QVERIFY(!netlist->findNet(QStringLiteral("top/BB[1]")));
 }
 
 void TestNetlist::findNetFindsEveryNet()
