@@ -21,24 +21,49 @@ QVector<LineOrigin>::const_iterator originOf(int line, const QVector<LineOrigin>
     return after == origins.begin() ? origins.end() : after - 1;
 }
 
+/// In the language a form feed is white space; for the elaborator it is not.
+void blankPageBreaks(QByteArray *text)
+{
+    text->replace('\f', ' ');
+    text->replace('\v', ' ');
+}
+
 } // namespace
+
+PreprocessedText::PreprocessedText(const QVector<PathAlias> &files,
+                                   const QVector<PathAlias> &folders)
+    : m_files(files)
+    , m_splitter(files, folders)
+{
+}
 
 PreprocessedText::PreprocessedText(const QByteArray &output, const QVector<PathAlias> &files,
                                    const QVector<PathAlias> &folders)
-    : m_files(files)
-    , m_output(splitOutput(output, files, folders))
+    : PreprocessedText(files, folders)
 {
-    blankPageBreaks();
-    leaveOutEncryptedCode();
-    hideCode();
+    add(output);
+    finish();
 }
 
-/// In the language a form feed is white space; for the elaborator it is not.
-void PreprocessedText::blankPageBreaks()
+void PreprocessedText::add(const QByteArray &output)
 {
-    for (QByteArray &text : m_output.texts) {
-        text.replace('\f', ' ');
-        text.replace('\v', ' ');
+    m_splitter.add(output);
+    clean();
+}
+
+void PreprocessedText::finish()
+{
+    m_splitter.finish();
+    clean();
+}
+
+/// Takes what nobody is to read out of the texts that are complete now.
+void PreprocessedText::clean()
+{
+    for (; m_complete < m_splitter.complete(); ++m_complete) {
+        blankPageBreaks(m_splitter.text(m_complete));
+        leaveOutEncryptedCode(m_complete);
+        hideCode(m_complete);
     }
 }
 
@@ -46,40 +71,36 @@ Place PreprocessedText::place(const TextLine &line) const
 {
     if (line.text < 0 || line.text >= m_files.size())
         return {};
-    const QVector<LineOrigin> &origins = m_output.origins[line.text];
+    const QVector<LineOrigin> &origins = originsOf(line.text);
     const auto origin = originOf(line.line, origins);
     if (origin == origins.end())
         return {m_files[line.text].path, line.line};
-    return {m_output.names.path(origin->file), origin->line + line.line - origin->textLine};
+    return {names().path(origin->file), origin->line + line.line - origin->textLine};
 }
 
-void PreprocessedText::hideCode()
+void PreprocessedText::hideCode(int text)
 {
-    for (int text = 0; text < m_files.size(); ++text) {
-        const QVector<HiddenRegion> regions = blankHiddenCode(&m_output.texts[text]);
-        for (const HiddenRegion &region : regions) {
-            noteHidden(text, region.first, region.last);
-            if (!region.closed)
-                m_unclosed.append({text, region.mark});
-        }
+    const QVector<HiddenRegion> regions = blankHiddenCode(m_splitter.text(text));
+    for (const HiddenRegion &region : regions) {
+        noteHidden(text, region.first, region.last);
+        if (!region.closed)
+            m_unclosed.append({text, region.mark});
     }
 }
 
-void PreprocessedText::leaveOutEncryptedCode()
+void PreprocessedText::leaveOutEncryptedCode(int text)
 {
-    for (int text = 0; text < m_files.size(); ++text) {
-        const QVector<EncryptedRegion> regions = blankEncryptedCode(&m_output.texts[text]);
-        for (const EncryptedRegion &region : regions) {
-            noteHidden(text, region.first, region.last);
-            m_encrypted.append({text, region.first});
-        }
+    const QVector<EncryptedRegion> regions = blankEncryptedCode(m_splitter.text(text));
+    for (const EncryptedRegion &region : regions) {
+        noteHidden(text, region.first, region.last);
+        m_encrypted.append({text, region.first});
     }
 }
 
 /// Lines of a text may come from several files.
 void PreprocessedText::noteHidden(int text, int first, int last)
 {
-    const QVector<LineOrigin> &origins = m_output.origins[text];
+    const QVector<LineOrigin> &origins = originsOf(text);
     for (auto origin = originOf(first, origins);
          origin != origins.end() && origin->textLine <= last; ++origin) {
         const int next = origin + 1 == origins.end() ? last + 1 : (origin + 1)->textLine;
@@ -87,7 +108,7 @@ void PreprocessedText::noteHidden(int text, int first, int last)
         const int end = qMin(next - 1, last);
         const int shift = origin->line - origin->textLine;
         if (begin <= end)
-            m_hidden[m_output.names.path(origin->file)].append({begin + shift, end + shift});
+            m_hidden[names().path(origin->file)].append({begin + shift, end + shift});
     }
 }
 

@@ -13,15 +13,22 @@ constexpr int LineWordLength = sizeof(LineWord) - 1;
 
 enum Level { Continue = 0, Enter = 1 };
 
+bool isSameOrCut(const QByteArray &full, const QByteArray &name)
+{
+    return full == name || (full.size() > name.size() && upToBlank(full) == name);
+}
+
+} // namespace
+
 /// `line NUMBER "NAME" LEVEL
-struct LineDirective
+struct OutputSplitter::LineDirective
 {
     int line = 0;
     QByteArray name;
     int level = Continue;
 };
 
-bool parseDirective(const char *begin, const char *end, LineDirective *result)
+bool OutputSplitter::parseDirective(const char *begin, const char *end, LineDirective *result)
 {
     if (end - begin <= LineWordLength || memcmp(begin, LineWord, LineWordLength) != 0)
         return false;
@@ -37,43 +44,46 @@ bool parseDirective(const char *begin, const char *end, LineDirective *result)
     return isNumber;
 }
 
-bool isSameOrCut(const QByteArray &full, const QByteArray &name)
+OutputSplitter::OutputSplitter(const QVector<PathAlias> &files, const QVector<PathAlias> &folders)
+    : m_files(files)
+    , m_folders(folders)
+    , m_result{QVector<QByteArray>(files.size()), QVector<QVector<LineOrigin>>(files.size()),
+               SourceNames(files)}
 {
-    return full == name || (full.size() > name.size() && upToBlank(full) == name);
 }
 
-class OutputSplitter
+/// Only whole lines are split; a line may end in a later piece.
+void OutputSplitter::add(const QByteArray &piece)
 {
-public:
-    OutputSplitter(const QVector<PathAlias> &files, const QVector<PathAlias> &folders)
-        : m_files(files)
-        , m_folders(folders)
-        , m_result{QVector<QByteArray>(files.size()), QVector<QVector<LineOrigin>>(files.size()),
-                   SourceNames(files)}
-    {
+    const int end = piece.lastIndexOf('\n') + 1;
+    if (end > 0 && !m_rest.isEmpty()) {
+        const int first = piece.indexOf('\n') + 1;
+        m_rest.append(piece.constData(), first);
+        addLines(m_rest.constData(), m_rest.constData() + m_rest.size());
+        addLines(piece.constData() + first, piece.constData() + end);
+        m_rest.clear();
+    } else {
+        addLines(piece.constData(), piece.constData() + end);
     }
+    m_rest.append(piece.constData() + end, piece.size() - end);
+}
 
-    PreprocessorOutput split(const QByteArray &output);
-
-private:
-    void append(const char *begin, const char *end);
-    void follow(const LineDirective &directive);
-    QByteArray currentFile(const LineDirective &directive);
-
-    const QVector<PathAlias> &m_files;
-    const QVector<PathAlias> &m_folders;
-    int m_text = -1;            ///< Being filled.
-    int m_textLine = 1;         ///< Its next line.
-    QVector<QByteArray> m_open; ///< The file being read, preceded by the files that include it.
-    int m_lastLine = 0;
-    PreprocessorOutput m_result;
-};
-
-PreprocessorOutput OutputSplitter::split(const QByteArray &output)
+void OutputSplitter::finish()
 {
-    const char *const end = output.constData() + output.size();
-    const char *kept = output.constData(); // Start of the text not yet copied.
-    for (const char *line = kept; line < end;) {
+    addLines(m_rest.constData(), m_rest.constData() + m_rest.size());
+    m_rest.clear();
+    m_isFinished = true;
+}
+
+int OutputSplitter::complete() const
+{
+    return m_isFinished ? m_files.size() : qMax(m_text, 0);
+}
+
+void OutputSplitter::addLines(const char *begin, const char *end)
+{
+    const char *kept = begin; // Start of the text not yet copied.
+    for (const char *line = begin; line < end;) {
         const char *next = static_cast<const char *>(memchr(line, '\n', size_t(end - line)));
         next = next ? next + 1 : end;
         LineDirective directive;
@@ -87,7 +97,6 @@ PreprocessorOutput OutputSplitter::split(const QByteArray &output)
         line = next;
     }
     append(kept, end);
-    return m_result;
 }
 
 void OutputSplitter::append(const char *begin, const char *end)
@@ -132,14 +141,6 @@ QByteArray OutputSplitter::currentFile(const LineDirective &directive)
         }
     }
     return directive.name; // Named by a `line directive of the source.
-}
-
-} // namespace
-
-PreprocessorOutput splitOutput(const QByteArray &output, const QVector<PathAlias> &files,
-                               const QVector<PathAlias> &folders)
-{
-    return OutputSplitter(files, folders).split(output);
 }
 
 } // namespace NETWEIR::Internal

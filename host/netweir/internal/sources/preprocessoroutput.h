@@ -26,9 +26,43 @@ struct PreprocessorOutput
     SourceNames names;
 };
 
-/// Splits @p output. @p files are the files in the order given to the tool, @p folders the include
-/// folders. Linear in the output.
-PreprocessorOutput splitOutput(const QByteArray &output, const QVector<PathAlias> &files,
-                               const QVector<PathAlias> &folders);
+/// Splits the output of the preprocessor, which may come in pieces. Linear in the output.
+class OutputSplitter
+{
+public:
+    /// @p files are the files in the order given to the tool, @p folders the include folders.
+    OutputSplitter(const QVector<PathAlias> &files, const QVector<PathAlias> &folders);
+
+    void add(const QByteArray &piece);
+    /// After the last piece.
+    void finish();
+
+    /// Number of the texts that will not change any more. They are the first ones.
+    int complete() const;
+
+    /// Complete after finish().
+    const PreprocessorOutput &result() const { return m_result; }
+    /// A complete text, to be changed in place. Its lines must not change.
+    QByteArray *text(int index) { return &m_result.texts[index]; }
+
+private:
+    struct LineDirective;
+
+    static bool parseDirective(const char *begin, const char *end, LineDirective *result);
+    void addLines(const char *begin, const char *end);
+    void append(const char *begin, const char *end);
+    void follow(const LineDirective &directive);
+    QByteArray currentFile(const LineDirective &directive);
+
+    QVector<PathAlias> m_files;
+    QVector<PathAlias> m_folders;
+    QByteArray m_rest; ///< The beginning of a line.
+    bool m_isFinished = false;
+    int m_text = -1;            ///< Being filled.
+    int m_textLine = 1;         ///< Its next line.
+    QVector<QByteArray> m_open; ///< The file being read, preceded by the files that include it.
+    int m_lastLine = 0;
+    PreprocessorOutput m_result;
+};
 
 } // namespace NETWEIR::Internal

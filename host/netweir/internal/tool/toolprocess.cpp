@@ -20,6 +20,7 @@ namespace {
 constexpr rlim_t StackLimit = 256 * 1024 * 1024;
 constexpr rlim_t LargestFile = 2000 * 1024 * 1024; ///< Larger files cannot be read.
 constexpr qint64 MostOutput = 1024 * 1024 * 1024;  ///< In bytes.
+constexpr qint64 LargestPiece = 1024 * 1024;       ///< In bytes.
 constexpr qint64 MostMessages = 16 * 1024 * 1024;  ///< In bytes.
 constexpr int KillTimeout = 1000;
 
@@ -111,11 +112,19 @@ bool ToolProcess::isOutputReadable() const
     return QFileInfo(standardOutputPath()).size() <= MostOutput;
 }
 
-QByteArray ToolProcess::takeStandardOutput()
+QByteArray ToolProcess::nextOutput()
 {
-    const QByteArray output = readOutput(standardOutputPath(), MostOutput);
+    QString error;
+    if (!m_output.isOpen() &&
+        Files::openRegularFile(standardOutputPath(), &m_output, &error) != Files::Access::Granted)
+        return {};
+    return m_output.read(qMin(LargestPiece, MostOutput - m_output.pos()));
+}
+
+void ToolProcess::removeOutput()
+{
+    m_output.close();
     QFile::remove(standardOutputPath());
-    return output;
 }
 
 QByteArray ToolProcess::errorOutput() const

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QFile>
 #include <QProcess>
 #include <QStringList>
 #include <QTimer>
@@ -25,6 +26,9 @@ public:
     /// Standard output goes to the file "stdout" of the working folder and errors to "stderr".
     void run(const QString &program, const QStringList &arguments, int timeoutSeconds);
 
+    /// Gives a run that goes on its whole time once more.
+    void restartTimeout() { m_timeout.start(); }
+
     /// Kills the whole group immediately and waits for the end of the process.
     void end();
 
@@ -35,8 +39,11 @@ public:
 
     /// False when the standard output is larger than 1 GB.
     bool isOutputReadable() const;
-    /// Reads the standard output and removes its file to save space.
-    QByteArray takeStandardOutput();
+    /// The next piece of the standard output, up to 1 MB and 1 GB in all, also while the process
+    /// runs. Empty when it has not written more.
+    QByteArray nextOutput();
+    /// Removes the file of the standard output to save space.
+    void removeOutput();
     /// The beginning of the error output, 16 MB of it.
     QByteArray errorOutput() const;
 
@@ -53,6 +60,7 @@ private:
     QString errorOutputPath() const;
 
     QTimer m_timeout;
+    QFile m_output; ///< Open since nextOutput() was called first.
     qint64 m_group = 0;
     bool m_timedOut = false;
 };

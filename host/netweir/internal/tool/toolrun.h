@@ -23,6 +23,8 @@ public:
     /// messages. Cancel stops the run.
     void wait(ExtractionProgress *progress, int limit = -1);
     bool isOver() const { return m_isOver; }
+    /// The process runs, as far as the event loop knows.
+    bool isRunning() const { return m_process.isRunning(); }
 
     // Of a run that is over.
 
@@ -39,7 +41,15 @@ public:
     QString failure(const QString &phase) const;
 
     bool isOutputReadable() const { return m_process.isOutputReadable(); }
-    QByteArray takeOutput() { return m_process.takeStandardOutput(); }
+    void removeOutput() { m_process.removeOutput(); }
+
+    // Of any run.
+
+    /// The next piece of the standard output. Empty when there is no more, or not yet.
+    QByteArray nextOutput() { return m_process.nextOutput(); }
+
+    /// Gives a run that goes on its whole time once more.
+    void restartTimeout() { m_process.restartTimeout(); }
 
     /// Stops a run whose result is complete.
     void stop();

@@ -9,8 +9,10 @@
 #include <QRandomGenerator>
 
 #include <array>
+#include <cstdio>
 #include <limits>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace NETWEIR::Internal {
 
@@ -74,6 +76,19 @@ bool WorkFolder::write(const QString &name, const QByteArray &content, QString *
                               "environment variable TMPDIR to another folder.")
                          .arg(Files::temporaryPath(), reason));
     return false;
+}
+
+bool WorkFolder::replace(const QString &name, const QByteArray &content, QString *error) const
+{
+    const QString complete = name + QStringLiteral(".complete");
+    return write(complete, content, error) &&
+           std::rename(QFile::encodeName(path(complete)).constData(),
+                       QFile::encodeName(path(name)).constData()) == 0;
+}
+
+bool WorkFolder::makePipe(const QString &name) const
+{
+    return m_folder.isValid() && ::mkfifo(QFile::encodeName(path(name)).constData(), 0600) == 0;
 }
 
 bool WorkFolder::link(const QString &target, const QString &name, QString *error) const

@@ -27,6 +27,13 @@ public:
     /// pipe would wait for its reader.
     bool write(const QString &name, const QByteArray &content, QString *error) const;
 
+    /// Writes a file in place of a pipe that has this name, in one step: who opens it meets the
+    /// pipe or the whole file.
+    bool replace(const QString &name, const QByteArray &content, QString *error) const;
+
+    /// Makes a named pipe. False when the file system has none.
+    bool makePipe(const QString &name) const;
+
     bool link(const QString &target, const QString &name, QString *error) const;
 
 private:

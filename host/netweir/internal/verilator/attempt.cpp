@@ -101,6 +101,8 @@ void Attempt::begin(const std::vector<PartRoot> &roots)
 {
     m_input.reset();
     m_run.reset();
+    m_earlyRun.reset();
+    std::unique_ptr<EarlyRun> earlyRun = m_reading->takeEarlyRun();
     m_isElaborated = false;
     m_notes += m_outcome;
     m_outcome.clear();
@@ -115,11 +117,18 @@ void Attempt::begin(const std::vector<PartRoot> &roots)
         return;
     m_input = std::make_unique<ElaboratorInput>(m_reading->sources(), m_reading->text(), *scan,
                                                 m_foreign, known);
-    startRun();
+    if (earlyRun && earlyRun->complete(*m_input)) {
+        m_run = earlyRun->takeRun();
+        m_earlyRun = std::move(earlyRun);
+    } else {
+        earlyRun.reset();
+        startRun();
+    }
 }
 
 void Attempt::startRun()
 {
+    m_earlyRun.reset();
     const WorkFolder &folder = m_reading->folder();
     QFile::remove(resultPath());
     m_outcome.clear();
@@ -150,7 +159,11 @@ void Attempt::elaborate(ExtractionProgress *progress, int limit)
 void Attempt::finishRun()
 {
     m_isElaborated = m_run->succeeded() && isCompleteXml(resultPath());
-    const QString problem = m_isElaborated ? QString() : m_reading->folder().problem();
+    if (isToBeRepeated()) {
+        startRun();
+        return;
+    }
+    const QString problem = m_isElaborated ? QString() : folder().problem();
     if (!problem.isEmpty()) {
         end(errorMessage(problem));
         return;
@@ -167,6 +180,12 @@ void Attempt::finishRun()
     if (!m_isElaborated && !isExplained)
         m_outcome.append(m_run->failure(Text::tr("Elaborating the design")));
     m_isFinal = m_run->hitLimit();
+}
+
+/// An early run that fails without a reason, such as a full disk, proves nothing.
+bool Attempt::isToBeRepeated() const
+{
+    return m_earlyRun && !m_isElaborated && !m_run->hitLimit() && m_run->errorCount() == 0;
 }
 
 bool Attempt::leaveOut()
@@ -221,7 +240,12 @@ ReadOptions Attempt::readOptions() const
 
 QString Attempt::resultPath() const
 {
-    return m_reading->folder().path(QLatin1String(ElaboratedFile));
+    return folder().path(QLatin1String(ElaboratedFile));
+}
+
+const WorkFolder &Attempt::folder() const
+{
+    return m_earlyRun ? m_earlyRun->folder() : m_reading->folder();
 }
 
 } // namespace NETWEIR::Internal

@@ -74,6 +74,8 @@ public:
 private:
     QStringList messages() const { return m_sourceMessages + m_unitErrors + m_notes + m_outcome; }
     void startRun();
+    bool isToBeRepeated() const;
+    const WorkFolder &folder() const;
     void finishRun();
     void end(const QString &error);
 
@@ -82,6 +84,7 @@ private:
     const QString m_reasonForMacro;
     std::unique_ptr<SourceReading> m_reading;
     std::unique_ptr<ElaboratorInput> m_input; ///< Null when there is nothing to elaborate.
+    std::unique_ptr<EarlyRun> m_earlyRun;     ///< Has the folder of the run if that began early.
     std::unique_ptr<ElaboratorRun> m_run;     ///< The last run of the elaborator.
     std::vector<DeclaredUnit> m_units;
     QStringList m_sourceMessages;

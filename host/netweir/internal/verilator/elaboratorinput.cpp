@@ -24,6 +24,19 @@ QVector<bool> languagesOf(const DesignSources &sources)
     return result;
 }
 
+/// The arguments that name the texts.
+QStringList textArguments(const DesignSources &sources, const QVector<TextPiece> &pieces)
+{
+    QStringList result;
+    for (const TextPiece &piece : pieces) {
+        const SourceFile &file = sources.files[piece.text];
+        if (file.library && piece.blocks.isEmpty())
+            result.append(QStringLiteral("-v"));
+        result.append(pieceName(file, piece));
+    }
+    return result;
+}
+
 } // namespace
 
 QStringList elaboratorArguments(const QString &top, const QString &standard, bool timed)
@@ -56,6 +69,20 @@ QStringList elaboratorArguments(const QString &top, const QString &standard, boo
         standard,
         QStringLiteral("+1800-2017ext+sv"),
     };
+}
+
+GuessedInput guessInput(const DesignSources &sources)
+{
+    QVector<TextPiece> pieces;
+    GuessedInput guess;
+    for (int i = 0; i < sources.files.size(); ++i) {
+        pieces.append(TextPiece{i, {}});
+        guess.files.append(pieceName(sources.files[i], pieces.last()));
+    }
+    guess.files.append(QLatin1String(StubFile));
+    guess.arguments = elaboratorArguments(sources.top, sources.standard, false) +
+                      textArguments(sources, pieces) + QStringList{QLatin1String(StubFile)};
+    return guess;
 }
 
 ElaboratorInput::ElaboratorInput(const DesignSources &sources, const PreprocessedText &text,
@@ -108,19 +135,28 @@ QByteArray ElaboratorInput::contentOf(const TextPiece &piece) const
 
 QStringList ElaboratorInput::arguments() const
 {
-    QStringList result = elaboratorArguments(m_roots.top(), m_sources.standard, m_timed);
-    for (const TextPiece &piece : m_scan.order().pieces()) {
-        const SourceFile &file = m_sources.files[piece.text];
-        if (file.library && piece.blocks.isEmpty())
-            result.append(QStringLiteral("-v"));
-        result.append(pieceName(file, piece));
-    }
+    QStringList result = elaboratorArguments(m_roots.top(), m_sources.standard, m_timed) +
+                         textArguments(m_sources, m_scan.order().pieces());
     if (m_roots.areWrapped())
         result.append(QLatin1String(WrapperFile));
     if (!m_foreign.isEmpty())
         result.append(QLatin1String(ForeignFile));
     if (!m_stubs.isEmpty())
         result.append(QLatin1String(StubFile));
+    return result;
+}
+
+QVector<QByteArray> ElaboratorInput::contentsFor(const GuessedInput &guess) const
+{
+    QStringList own = arguments();
+    if (m_stubs.isEmpty())
+        own.append(QLatin1String(StubFile));
+    if (own != guess.arguments)
+        return {};
+    QVector<QByteArray> result;
+    for (const TextPiece &piece : m_scan.order().pieces())
+        result.append(contentOf(piece));
+    result.append(m_stubs.isEmpty() ? QByteArray() : m_stubs.text());
     return result;
 }
 

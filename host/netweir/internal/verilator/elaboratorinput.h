@@ -31,6 +31,17 @@ constexpr char ElaboratedFile[] = "design.xml";
 /// standard of the Verilog files. The elaborator ignores delays and events unless @p timed.
 QStringList elaboratorArguments(const QString &top, const QString &standard, bool timed);
 
+/// What most designs are for the elaborator, known before they are read.
+struct GuessedInput
+{
+    QStringList files;     ///< In the order in which the elaborator reads them.
+    QStringList arguments; ///< Those of the files included.
+};
+
+/// The texts in the order of the sources, then stubs, which may be empty, below the top of the
+/// project.
+GuessedInput guessInput(const DesignSources &sources);
+
 /// The input of the elaborator: the texts of a design, stubs and arguments. Changes with the
 /// messages of failed runs.
 class ElaboratorInput
@@ -44,6 +55,10 @@ public:
     /// Writes all files that arguments() names.
     bool write(const WorkFolder &folder, QString *error) const;
     QStringList arguments() const;
+
+    /// The contents of the files of @p guess if they mean the same to the elaborator, otherwise
+    /// none.
+    QVector<QByteArray> contentsFor(const GuessedInput &guess) const;
 
     /// Adapts the input to the messages of a failed run. True when another run may get further.
     bool learn(const QVector<ToolMessage> &messages);

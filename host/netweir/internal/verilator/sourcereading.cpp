@@ -8,9 +8,19 @@
 #include <netweir/internal/ground/messages.h>
 #include <netweir/internal/tool/extractionprogress.h>
 
+#include <QTimer>
+
 #include <algorithm>
+#include <new>
 
 namespace NETWEIR::Internal {
+
+namespace {
+
+/// How often the output of the preprocessor is read, in milliseconds.
+constexpr int OutputInterval = 5;
+
+} // namespace
 
 SourceReading::SourceReading(const DesignSources &sources, bool definesToolMacro)
     : m_sources(sources)
@@ -25,8 +35,13 @@ void SourceReading::read(const QString &program, const ForeignUnits &foreign,
     m_isFinal = !check(foreign);
     if (m_isFinal)
         return;
+    if (!m_definesToolMacro && foreign.isEmpty() && EarlyRun::isPossible(m_sources))
+        m_earlyRun = std::make_unique<EarlyRun>(program, m_sources);
     const QString error = preprocess(program, progress);
-    if (!m_text) {
+    if (!error.isEmpty() || containsError(m_messages))
+        m_earlyRun.reset();
+    if (!error.isEmpty()) {
+        m_text.reset();
         m_messages.append(error);
         m_isFinal = true;
         return;
@@ -47,7 +62,7 @@ bool SourceReading::check(const ForeignUnits &foreign)
     return !m_sources.files.isEmpty() && !containsError(m_messages);
 }
 
-/// Returns the error that ended the reading when there is no text.
+/// Returns the error that ended the reading.
 QString SourceReading::preprocess(const QString &program, ExtractionProgress *progress)
 {
     QString error;
@@ -58,7 +73,8 @@ QString SourceReading::preprocess(const QString &program, ExtractionProgress *pr
     if (!input.write(m_folder, &error))
         return errorMessage(error);
     ElaboratorRun run(program, input.arguments(), m_folder.path(), m_sources.timeoutSeconds);
-    run.wait(progress);
+    m_text = std::make_unique<PreprocessedText>(m_links.files(), m_links.folders());
+    readOutput(&run, progress);
     if (progress->isCancelled())
         return cancelError();
     const QString problem = m_folder.problem();
@@ -66,10 +82,40 @@ QString SourceReading::preprocess(const QString &program, ExtractionProgress *pr
         return errorMessage(problem);
     if (!run.isOutputReadable())
         return errorMessage(Text::tr("The sources are larger than 1 GB."));
-    m_text =
-        std::make_unique<PreprocessedText>(run.takeOutput(), m_links.files(), m_links.folders());
+    m_text->finish();
+    if (m_earlyRun)
+        m_earlyRun->offer(*m_text);
     takeMessages(run);
     return {};
+}
+
+/// Splits the output while the preprocessor works on it. No exception may reach the event loop.
+void SourceReading::readOutput(ElaboratorRun *run, ExtractionProgress *progress)
+{
+    const auto read = [this, run] {
+        for (QByteArray output = run->nextOutput(); !output.isEmpty(); output = run->nextOutput())
+            m_text->add(output);
+        if (m_earlyRun)
+            m_earlyRun->offer(*m_text);
+    };
+    bool isOutOfMemory = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        try {
+            read();
+        } catch (const std::bad_alloc &) {
+            isOutOfMemory = true;
+            timer.stop();
+        }
+    });
+    timer.start(OutputInterval);
+    run->wait(progress);
+    timer.stop();
+    if (isOutOfMemory)
+        throw std::bad_alloc();
+    if (!progress->isCancelled())
+        read();
+    run->removeOutput();
 }
 
 /// Errors in hidden code are not reported, because other tools do not read that code either.

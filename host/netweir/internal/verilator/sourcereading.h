@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "earlyrun.h"
 #include "sourcelinks.h"
 
 #include <netweir/internal/modules/designscan.h>
@@ -45,6 +46,9 @@ public:
     const SourceWords &words() const { return m_words; }
     const WorkFolder &folder() const { return m_folder; }
 
+    /// The elaborator that already reads the texts. Null when there is none, and after this call.
+    std::unique_ptr<EarlyRun> takeEarlyRun() { return std::move(m_earlyRun); }
+
     /// Null when there is no preprocessed text.
     const DesignScan *scan() const { return m_scan.get(); }
     /// The texts of the scan.
@@ -53,6 +57,7 @@ public:
 private:
     bool check(const ForeignUnits &foreign);
     QString preprocess(const QString &program, ExtractionProgress *progress);
+    void readOutput(ElaboratorRun *run, ExtractionProgress *progress);
     void takeMessages(const ElaboratorRun &run);
 
     const DesignSources m_sources;
@@ -62,6 +67,7 @@ private:
     SourceLinks m_links;
     std::unique_ptr<PreprocessedText> m_text;
     std::unique_ptr<DesignScan> m_scan;
+    std::unique_ptr<EarlyRun> m_earlyRun;
     QByteArrayList m_missing;
     QStringList m_messages;
     int m_toolErrors = 0;
