@@ -61,11 +61,8 @@ PipedFiles::PipedFiles(const WorkFolder &folder, const QStringList &names)
     m_thread->start();
 }
 
-/// The thread may wait for a reader of its pipe, so there is one until it has ended.
 PipedFiles::~PipedFiles()
 {
-    if (!m_thread)
-        return;
     int begun = 0;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
@@ -73,11 +70,18 @@ PipedFiles::~PipedFiles()
         begun = m_begun;
     }
     m_change.notify_all();
+    join(m_thread.get(), begun - 1);
+    join(m_lastThread.get(), m_end);
+}
+
+/// The thread may wait for a reader of its pipe, so there is one until it has ended.
+void PipedFiles::join(QThread *thread, int file) const
+{
     int reader = -1;
-    do {
-        if (reader < 0 && begun > 0)
-            reader = ::open(pathOf(begun - 1).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    } while (!m_thread->wait(LookInterval));
+    for (unsigned long interval = 0; thread && !thread->wait(interval); interval = LookInterval) {
+        if (reader < 0 && file >= 0)
+            reader = ::open(pathOf(file).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    }
     if (reader >= 0)
         ::close(reader);
 }
@@ -96,26 +100,26 @@ int PipedFiles::hold()
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_end = m_begun;
     m_contents.resize(m_begun);
+    m_change.notify_all();
     return m_begun;
 }
 
-/// The thread fills the next file too, because the tool may be waiting for it already. There is no
-/// moment at which a pipe that nobody waits for could be replaced, so the tool must not open the
-/// others yet.
+/// The next file stays a pipe, because the tool may begin to wait for it at any moment. The tool
+/// has no reason to open the others yet, so they become regular files.
 bool PipedFiles::complete(const QVector<QByteArray> &contents)
 {
-    for (int i = 1; i < contents.size(); ++i) {
+    for (int i = 1; i < contents.size() && m_isGood; ++i) {
         QString error;
         const int file = m_end + i;
         if (isWaitedFor(file) || !m_folder.replace(m_names[file], contents[i], &error))
             m_isGood = false;
     }
     if (!contents.isEmpty() && m_isGood) {
-        {
-            const std::lock_guard<std::mutex> lock(m_mutex);
-            ++m_end;
-        }
-        append(contents.first());
+        m_lastThread.reset(QThread::create([this, content = contents.first()] {
+            blockPipeSignal();
+            fill(m_end, content);
+        }));
+        m_lastThread->start();
     }
     return m_isGood;
 }
@@ -128,9 +132,9 @@ void PipedFiles::run()
         {
             std::unique_lock<std::mutex> lock(m_mutex);
             m_change.wait(lock, [this, file] {
-                return m_isEnding || (file < m_contents.size() && file < m_end);
+                return m_isEnding || file == m_end || file < m_contents.size();
             });
-            if (m_isEnding)
+            if (m_isEnding || file == m_end)
                 return;
             m_begun = file + 1;
             content = m_contents[file];

@@ -49,6 +49,7 @@ public:
 
 private:
     void run();
+    void join(QThread *thread, int file) const;
     void fill(int file, const QByteArray &content);
     bool isWaitedFor(int file) const;
     QByteArray pathOf(int file) const;
@@ -63,6 +64,7 @@ private:
     int m_begun = 0;                ///< Number of files that the thread fills or has filled.
     int m_end = std::numeric_limits<int>::max(); ///< The first file that it must not fill.
     std::unique_ptr<QThread> m_thread;
+    std::unique_ptr<QThread> m_lastThread; ///< Fills the file m_end, since complete().
 };
 
 } // namespace NETWEIR::Internal
