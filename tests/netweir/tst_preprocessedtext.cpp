@@ -15,6 +15,7 @@ class TestPreprocessedText : public TarnTest::TestCase
 
 private Q_SLOTS:
     void textsAreSplitByFile();
+    void textsDoNotDependOnThePiecesOfTheOutput();
     void linesAreMappedToTheirFiles_data();
     void linesAreMappedToTheirFiles();
     void linesOutsideHaveNoOrigin();
@@ -30,6 +31,32 @@ void TestPreprocessedText::textsAreSplitByFile()
                                 {{"s0/a.v", QString()}, {"s0/b.v", QString()}, {"c", QString()}},
                                 {});
     QCOMPARE(text.texts(), QVector<QByteArray>({"one\ntwo\nthree\n", "four", ""}));
+}
+
+void TestPreprocessedText::textsDoNotDependOnThePiecesOfTheOutput()
+{
+    const QByteArray output("`line 1 \"s0/a.v\" 1\none\f\n`line 1 \"i0/d.vh\" 1\ntwo\n"
+                            "`line 2 \"i0/d.vh\" 2\n`line 2 \"s0/a.v\" 0\nthree\n"
+                            "`protected\nsecret\n`endprotected\n"
+                            "`line 1 \"s0/b.v\" 1\nfour /*verilator translate_off*/\nfive");
+    const QVector<PathAlias> files{{"s0/a.v", "/a.v"}, {"s0/b.v", "/b.v"}, {"c", "/c.v"}};
+    const PreprocessedText whole(output, files, {});
+    QCOMPARE(whole.complete(), 3);
+    for (int size = 1; size < output.size(); ++size) {
+        PreprocessedText pieces(files, {});
+        for (int at = 0; at < output.size(); at += size) {
+            pieces.add(output.mid(at, size));
+            const int complete = pieces.complete();
+            QCOMPARE(complete, at + size < output.indexOf("four") ? 0 : 1);
+            for (int text = 0; text < complete; ++text)
+                QCOMPARE(pieces.texts()[text], whole.texts()[text]);
+        }
+        pieces.finish();
+        QCOMPARE(pieces.texts(), whole.texts());
+        QCOMPARE(pieces.warnings(), whole.warnings());
+        for (int line = 1; line < 8; ++line)
+            QCOMPARE(fileAndLine(pieces.place({0, line})), fileAndLine(whole.place({0, line})));
+    }
 }
 
 void TestPreprocessedText::linesAreMappedToTheirFiles_data()
