@@ -90,27 +90,6 @@ void elaborateVhdl(const Design &design)
     }
 }
 
-/// What the extraction wants to know.
-QMap<QString, QVariant> designInfo(const Design &design)
-{
-    QVariantList files;
-    for (const QString &file : design.files) {
-        const int type =
-            file.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
-        files.append(QVariantMap{{TE::DesignInfo::Path, file}, {TE::DesignInfo::Type, type}});
-    }
-    for (const VhdlFile &file : design.vhdlFiles)
-        files.append(QVariantMap{{TE::DesignInfo::Path, file.path},
-                                 {TE::DesignInfo::Type, TE::VhdlFile},
-                                 {TE::DesignInfo::Library, file.library}});
-    return {{TE::DesignInfo::Top, design.top},
-            {TE::DesignInfo::Files, files},
-            {TE::DesignInfo::IncludePaths, design.includePaths},
-            {TE::DesignInfo::Macros, design.macros},
-            {TE::DesignInfo::Standard, design.standard},
-            {TE::DesignInfo::Timeout, 600}};
-}
-
 } // namespace
 
 void fail(const QString &reason)
@@ -168,6 +147,26 @@ void preprocessAlone(const Design &design)
 {
     if (!design.files.isEmpty())
         runVerilator(QStringList{QStringLiteral("-E")} + sourceArguments(design));
+}
+
+QMap<QString, QVariant> designInfo(const Design &design)
+{
+    QVariantList files;
+    for (const QString &file : design.files) {
+        const int type =
+            file.endsWith(QLatin1String(".sv")) ? TE::SystemVerilogFile : TE::VerilogFile;
+        files.append(QVariantMap{{TE::DesignInfo::Path, file}, {TE::DesignInfo::Type, type}});
+    }
+    for (const VhdlFile &file : design.vhdlFiles)
+        files.append(QVariantMap{{TE::DesignInfo::Path, file.path},
+                                 {TE::DesignInfo::Type, TE::VhdlFile},
+                                 {TE::DesignInfo::Library, file.library}});
+    return {{TE::DesignInfo::Top, design.top},
+            {TE::DesignInfo::Files, files},
+            {TE::DesignInfo::IncludePaths, design.includePaths},
+            {TE::DesignInfo::Macros, design.macros},
+            {TE::DesignInfo::Standard, design.standard},
+            {TE::DesignInfo::Timeout, 600}};
 }
 
 std::unique_ptr<RtlNetlist> extract(const Design &design)

@@ -4,8 +4,10 @@
 
 #include <netweir/rtlnetlist.h>
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <QVector>
 
 #include <memory>
@@ -45,6 +47,9 @@ void elaborateAlone(const Design &design);
 
 /// Runs the preprocessor alone, if the design has Verilog files.
 void preprocessAlone(const Design &design);
+
+/// What the extraction wants to know.
+QMap<QString, QVariant> designInfo(const Design &design);
 
 /// Takes the road of the application, progress dialog included.
 std::unique_ptr<NETWEIR::RtlNetlist> extract(const Design &design);

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "clockfigures.h"
 #include "design.h"
 #include "generateddesign.h"
 #include "generatedvhdl.h"
@@ -86,7 +87,8 @@ bool measureVhdlMemory(const QString &argument)
 } // namespace
 
 /// Compares the extraction with the elaborator alone. Exits with 1 when a goal is missed. The
-/// argument "quick" leaves out the largest designs, "large" all others, and "netlists" all designs.
+/// argument "quick" leaves out the largest designs, "large" all others,
+/// "netlists" all designs, and "clock" all but the times by the clock.
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
@@ -106,6 +108,8 @@ int main(int argc, char *argv[])
         return measureNetlists() ? 0 : 1;
     if (app.arguments().contains(QStringLiteral("large")))
         return measureLargeDesigns() ? 0 : 1;
+    if (app.arguments().contains(QStringLiteral("clock")))
+        return measureByTheClock() ? 0 : 1;
 
     bool good = measureNetlists();
     good &= compareWithElaborator(
@@ -124,6 +128,7 @@ int main(int argc, char *argv[])
     good &= compareWithElaborator("Generated VHDL design, 73 different entities",
                                   generatedVhdl(folder), 5, 1.3);
     good &= measureVhdlMemory(memoryArgument);
+    good &= measureByTheClock();
     GeneratedDesign generated;
     good &= measureGenerated("Generated design, 500 different modules", generated, 5);
     if (!quick) {
