@@ -1,7 +1,10 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "openedview.h"
+#include "reloading.h"
+
 #include <model/configsnapshot.h>
-#include <model/tarnconfig.h>
+#include <model/tarncore.h>
 #include <support/benchmark.h>
 #include <view/edithistory.h>
 #include <view/tarnoptionwidget.h>
@@ -9,8 +12,6 @@
 
 #include <QApplication>
 #include <QStackedWidget>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <QTreeWidget>
 
 #include <malloc.h>
@@ -19,77 +20,23 @@
 
 using TARN::ConfigSnapshot;
 using TARN::EditHistory;
-using TARN::SignalItem;
 using TARN::TarnCore;
 using TARN::TarnOptionWidget;
 using TARN::TarnView;
 using TarnBench::fail;
+using TarnBench::fullCore;
+using TarnBench::nets;
+using TarnBench::openedView;
+using TarnBench::PortCount;
+using TarnBench::settle;
+using TarnBench::SignalCount;
 using TarnBench::Table;
 
 namespace {
 
-constexpr int PortCount = 64;
-constexpr int SignalCount = 256;
 constexpr int Rounds = 9;
 
 using Cores = QList<TarnCore *>;
-
-QList<SignalItem> nets(const QString &prefix, int first)
-{
-    QList<SignalItem> items;
-    for (int i = 0; i < SignalCount; ++i) {
-        SignalItem item;
-        item.name =
-            QStringLiteral("soc_top/u_cluster/u_core/u_lsu/%1_%2").arg(prefix).arg(first + i);
-        item.kind = SignalItem::Net;
-        items.append(item);
-    }
-    return items;
-}
-
-/// A core at all limits. Another @p prefix makes every signal and every value another one.
-TarnCore *fullCore(int index, const QString &prefix)
-{
-    auto *core = new TarnCore(index);
-    for (int i = 0; i < PortCount; ++i) {
-        core->addProbeIn(i);
-        core->addProbeOut(i);
-        core->probeIns.last()->signals = nets(prefix, i * SignalCount);
-        core->probeOuts.last()->signals = nets(prefix + "_out", i * SignalCount);
-        core->probeOuts.last()->initialValue =
-            QStringLiteral("0x") +
-            QString(SignalCount / 4, prefix.size() % 2 ? QLatin1Char('A') : QLatin1Char('5'));
-    }
-    return core;
-}
-
-/// Processes everything that is pending: layout, painting, deletion.
-void settle()
-{
-    QApplication::processEvents();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QApplication::processEvents();
-}
-
-/// A visible view of a file with these cores. There is no design, so the view shows a box, which is
-/// answered.
-std::unique_ptr<TarnView> openedView(const Cores &cores)
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("full.tarn"));
-    if (!TARN::writeTARNConfigToXml(cores, path))
-        fail("the file was not written");
-    auto view = std::make_unique<TarnView>();
-    view->resize(900, 600);
-    view->show();
-    QTimer::singleShot(0, view.get(), [] {
-        if (QWidget *box = QApplication::activeModalWidget())
-            box->close();
-    });
-    view->open(path, QString(), nullptr);
-    settle();
-    return view;
-}
 
 QList<QTreeWidget *> treesOf(const QWidget *view)
 {
@@ -277,14 +224,19 @@ bool measureSteps()
 
 } // namespace
 
-/// Measures undo and redo at the limits of a file. Exits with 1 when a goal is missed.
+/// Measures undo, redo and reloading at the limits of a file. Exits with 1 when a goal is missed.
+/// The argument "reload" leaves out all but the last.
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     TarnBench::readArguments(argc, argv);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
 
-    bool good = measureSteps();
-    good &= measureUndo();
+    bool good = true;
+    if (!app.arguments().contains(QStringLiteral("reload"))) {
+        good &= measureSteps();
+        good &= measureUndo();
+    }
+    good &= TarnBench::measureReload();
     return good ? 0 : 1;
 }

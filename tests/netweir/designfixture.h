@@ -10,6 +10,7 @@
 #include <te/designinfo.h>
 #include <te/fileinfo.h>
 
+#include <support/designcollection.h>
 #include <support/files.h>
 
 #include <QDir>
@@ -67,6 +68,7 @@ public:
         modules.clear();
         messages.clear();
         QMap<QString, QVariant> given = info();
+        collectDesign(m_folder.path(), given);
         NETWEIR::catchRtlModules(tops, modules, messages, given, nullptr);
     }
 

@@ -10,7 +10,10 @@
 #include <netweir/netlistbuilder.h>
 #include <netweir/rtlnetlist.h>
 
+#include <support/designcollection.h>
 #include <support/files.h>
+#include <te/designinfo.h>
+#include <te/fileinfo.h>
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -50,6 +53,11 @@ public:
     {
         const QString file = m_folder.filePath(QStringLiteral("design.sv"));
         writeFile(file, source);
+        collectDesign(m_folder.path(),
+                      {{TE::DesignInfo::Top, top},
+                       {TE::DesignInfo::Files,
+                        QVariantList{QVariantMap{{TE::DesignInfo::Path, file},
+                                                 {TE::DesignInfo::Type, TE::SystemVerilogFile}}}}});
         QProcess process;
         process.setWorkingDirectory(m_folder.path());
         process.setProcessChannelMode(QProcess::MergedChannels);

@@ -12,7 +12,10 @@
 #include <netweir/netlistbuilder.h>
 #include <netweir/rtlnetlist.h>
 
+#include <support/designcollection.h>
 #include <support/files.h>
+#include <te/designinfo.h>
+#include <te/fileinfo.h>
 
 #include <QTemporaryDir>
 
@@ -41,6 +44,7 @@ public:
         , m_progress(&m_dialog)
     {
         NETWEIR::Internal::DesignSources sources;
+        QVariantList listed;
         for (const VhdlTestFile &file : files) {
             if (!file.name.endsWith(QLatin1String(".vhd"))) {
                 QDir().mkpath(QFileInfo(m_folder.filePath(file.name)).path());
@@ -54,7 +58,12 @@ public:
             source.vhdlLibrary = file.library;
             writeFile(source.path, file.text);
             sources.files.append(source);
+            listed.append(QVariantMap{{TE::DesignInfo::Path, source.path},
+                                      {TE::DesignInfo::Type, TE::VhdlFile},
+                                      {TE::DesignInfo::Library, file.library}});
         }
+        collectDesign(m_folder.path(),
+                      {{TE::DesignInfo::Files, listed}, {TE::DesignInfo::VhdlStandard, standard}});
         sources.vhdlStandard = standard;
         sources.timeoutSeconds = timeoutSeconds;
         m_elaborator = std::make_unique<NETWEIR::Internal::GhdlElaborator>(sources);
