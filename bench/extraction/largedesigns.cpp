@@ -3,6 +3,7 @@
 #include "largedesigns.h"
 
 #include "design.h"
+#include "generatedvhdl.h"
 #include "largedesign.h"
 
 #include <support/benchmark.h>
@@ -21,6 +22,7 @@ namespace {
 
 const QString FewArgument = QStringLiteral("large-few");
 const QString ManyArgument = QStringLiteral("large-many");
+const QString VhdlArgument = QStringLiteral("large-vhdl");
 
 /// What the extraction of a large design took, as a process prints it.
 struct Extraction
@@ -34,7 +36,7 @@ struct Extraction
     double destruction = 0;  ///< Seconds to delete the netlist.
 };
 
-Design largeDesign(const QTemporaryDir &folder, bool hasOwnModules)
+Design verilogDesign(const QTemporaryDir &folder, bool hasOwnModules)
 {
     LargeDesign generated;
     generated.hasOwnModules = hasOwnModules;
@@ -43,6 +45,23 @@ Design largeDesign(const QTemporaryDir &folder, bool hasOwnModules)
     design.files.append(folder.filePath(QStringLiteral("bench.sv")));
     writeSource(design.files.first(), generated.source());
     return design;
+}
+
+Design vhdlDesign(const QTemporaryDir &folder)
+{
+    GeneratedVhdl generated;
+    generated.groups = 64;
+    Design design;
+    design.top = QStringLiteral("bench_top");
+    design.vhdlFiles.append({folder.filePath(QStringLiteral("bench.vhd")), QStringLiteral("work")});
+    writeSource(design.vhdlFiles.first().path, generated.source());
+    return design;
+}
+
+Design largeDesign(const QTemporaryDir &folder, const QString &argument)
+{
+    return argument == VhdlArgument ? vhdlDesign(folder)
+                                    : verilogDesign(folder, argument == ManyArgument);
 }
 
 double wallOf(const std::function<void()> &work)
@@ -73,7 +92,7 @@ Extraction measureExtraction(const Design &design)
 bool measureLargeDesign(const std::string &title, const QString &argument)
 {
     const QTemporaryDir folder;
-    const Design design = largeDesign(folder, argument == ManyArgument);
+    const Design design = largeDesign(folder, argument);
     const double elaboratorWall = wallOf([&] { elaborateAlone(design); });
     const TarnBench::ProcessFigures process = TarnBench::measureProcess(
         {QCoreApplication::applicationFilePath().toStdString(), argument.toStdString()});
@@ -102,18 +121,21 @@ bool measureLargeDesigns()
 {
     bool good = measureLargeDesign("Large design, few modules", FewArgument);
     good &= measureLargeDesign("Large design, 16,000 modules", ManyArgument);
+    good &= measureLargeDesign("Large VHDL design", VhdlArgument);
     return good;
 }
 
 bool extractLargeDesign(const QStringList &arguments)
 {
-    const bool hasOwnModules = arguments.contains(ManyArgument);
-    if (!hasOwnModules && !arguments.contains(FewArgument))
-        return false;
-    const QTemporaryDir folder;
-    const Extraction run = measureExtraction(largeDesign(folder, hasOwnModules));
-    for (const double figure : {run.bits, run.ownCpu, run.toolCpu, run.wall, run.peakBytes,
-                                run.netlistBytes, run.destruction})
-        std::printf("%.6f\n", figure);
-    return true;
+    for (const QString &argument : {FewArgument, ManyArgument, VhdlArgument}) {
+        if (!arguments.contains(argument))
+            continue;
+        const QTemporaryDir folder;
+        const Extraction run = measureExtraction(largeDesign(folder, argument));
+        for (const double figure : {run.bits, run.ownCpu, run.toolCpu, run.wall, run.peakBytes,
+                                    run.netlistBytes, run.destruction})
+            std::printf("%.6f\n", figure);
+        return true;
+    }
+    return false;
 }
