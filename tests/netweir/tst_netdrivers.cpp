@@ -15,20 +15,31 @@ class TestNetDrivers : public TarnTest::TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void numbersNetsByPointer_data();
     void numbersNetsByPointer();
     void countsDrivers();
     void followsSources();
     void refusesCircles();
 };
 
+void TestNetDrivers::numbersNetsByPointer_data()
+{
+    QTest::addColumn<quint64>("distance");
+    QTest::newRow("as they are") << quint64(160);
+    QTest::newRow("side by side") << quint64(1);
+    QTest::newRow("equal lowest bits") << (quint64(1) << 24);
+    QTest::newRow("equal lowest bits, very far apart") << (quint64(1) << 40);
+}
+
 void TestNetDrivers::numbersNetsByPointer()
 {
+    QFETCH(quint64, distance);
     constexpr int Nets = 20000;
     NetDrivers drivers;
     for (int i = 0; i < Nets; ++i)
-        QCOMPARE(drivers.add(quint64(i) * 160 + 0x5623D6BE2E50), i);
+        QCOMPARE(drivers.add(quint64(i) * distance + 0x5623D6BE2E50), i);
     for (int i = Nets - 1; i >= 0; --i)
-        QCOMPARE(drivers.add(quint64(i) * 160 + 0x5623D6BE2E50), i);
+        QCOMPARE(drivers.add(quint64(i) * distance + 0x5623D6BE2E50), i);
     QCOMPARE(drivers.size(), Nets);
 }
 

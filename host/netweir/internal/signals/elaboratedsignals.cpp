@@ -274,6 +274,7 @@ void OutputReader::readTable()
             ++listed;
         }
     } while (nextLine());
+    m_design.drivers.forgetPointers();
     if (listed < shown)
         fail(Text::tr("its table of signals is not complete"));
     else if (!m_design.drivers.complete())

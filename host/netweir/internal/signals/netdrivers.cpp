@@ -17,6 +17,16 @@ namespace {
 
 constexpr std::size_t FirstSlots = 1024; ///< A power of two.
 
+/// Pointers that are close to each other have hashes that are.
+quint64 hashOf(quint64 pointer)
+{
+    constexpr int Alignment = 4; // As a power of two.
+    constexpr int Region = 20;
+    constexpr quint64 Spread = 0x9E3779B97F4A7C15U;
+    const quint64 place = pointer >> Alignment;
+    return place + (((place >> Region) * Spread) >> 32);
+}
+
 } // namespace
 
 NetDrivers::NetDrivers()
@@ -26,15 +36,16 @@ NetDrivers::NetDrivers()
 
 int NetDrivers::add(quint64 pointer)
 {
-    Slot *slot = &m_slots[slotOf(pointer)];
-    if (slot->pointer == pointer)
-        return int(slot->net);
+    std::size_t slot = slotOf(pointer);
+    if (m_slots[slot] != 0)
+        return int(m_slots[slot] - 1);
     if (m_drivers.size() >= m_slots.size() / 2) {
         grow();
-        slot = &m_slots[slotOf(pointer)];
+        slot = slotOf(pointer);
     }
     const int net = size();
-    *slot = {pointer, quint32(net)};
+    m_slots[slot] = quint32(net) + 1;
+    m_pointers.push_back(pointer);
     m_drivers.push_back(0);
     m_sources.push_back(net);
     return net;
@@ -80,6 +91,12 @@ bool NetDrivers::complete()
     return true;
 }
 
+void NetDrivers::forgetPointers()
+{
+    m_slots = std::vector<quint32>();
+    m_pointers = std::vector<quint64>();
+}
+
 int NetDrivers::size() const
 {
     return countOf(m_drivers);
@@ -98,23 +115,19 @@ int NetDrivers::sourceOf(int net) const
 /// The slot with the pointer, or the free one where it belongs.
 std::size_t NetDrivers::slotOf(quint64 pointer) const
 {
-    constexpr quint64 Spread = 0x9E3779B97F4A7C15U;
     const std::size_t mask = m_slots.size() - 1;
-    std::size_t slot = std::size_t((pointer * Spread) >> 32) & mask;
-    while (m_slots[slot].pointer != 0 && m_slots[slot].pointer != pointer)
+    std::size_t slot = std::size_t(hashOf(pointer)) & mask;
+    while (m_slots[slot] != 0 && m_pointers[m_slots[slot] - 1] != pointer)
         slot = (slot + 1) & mask;
     return slot;
 }
 
 void NetDrivers::grow()
 {
-    std::vector<Slot> former(m_slots.size() * 2);
-    ReadGuard::check(qint64(former.size()));
-    std::swap(former, m_slots);
-    for (const Slot &slot : former) {
-        if (slot.pointer != 0)
-            m_slots[slotOf(slot.pointer)] = slot;
-    }
+    ReadGuard::check(qint64(m_slots.size()));
+    m_slots.assign(m_slots.size() * 2, 0);
+    for (std::size_t net = 0; net < m_pointers.size(); ++net)
+        m_slots[slotOf(m_pointers[net])] = quint32(net) + 1;
 }
 
 } // namespace NETWEIR::Internal
