@@ -23,25 +23,19 @@ QTreeWidgetItem rowWith(Qt::ItemFlags flags)
 
 } // namespace
 
-SignalRow::SignalRow(const SignalItem &item, Holds holds, int type)
-    : SignalRow(item, holds, type, item.displayName.isEmpty() ? item.name : item.displayName)
-{
-}
-
-SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QString &text)
+ComputedSignalRow::ComputedSignalRow(Look look, Holds holds, int type)
     : QTreeWidgetItem(type)
-    , m_item(item)
-    , m_text(text)
+    , m_look(look)
     , m_holdsItem(holds == Holds::Item)
 {
     static const QTreeWidgetItem usable;
     static const QTreeWidgetItem unusable =
         rowWith(usable.flags() & ~(Qt::ItemIsSelectable | Qt::ItemIsEnabled));
     ignoreRowsAbove();
-    QTreeWidgetItem::operator=(item.enabled ? usable : unusable);
+    QTreeWidgetItem::operator=(look.enabled ? usable : unusable);
 }
 
-void SignalRow::ignoreRowsAbove()
+void ComputedSignalRow::ignoreRowsAbove()
 {
     // A row passes "enabled" and "disabled" on to the rows below it, except to those that were
     // disabled by themselves. That is why this one is disabled here: a later assignment changes its
@@ -52,7 +46,7 @@ void SignalRow::ignoreRowsAbove()
     setFlags(Qt::NoItemFlags);
 }
 
-bool SignalRow::computes(int role) const
+bool ComputedSignalRow::computes(int role) const
 {
     switch (role) {
     case Qt::DisplayRole:
@@ -61,7 +55,7 @@ bool SignalRow::computes(int role) const
     case Qt::ForegroundRole:
         return true;
     case Qt::FontRole:
-        return !m_item.displayName.isEmpty();
+        return m_look.hasDisplayName;
     case Qt::UserRole:
         return m_holdsItem;
     default:
@@ -69,37 +63,38 @@ bool SignalRow::computes(int role) const
     }
 }
 
-QVariant SignalRow::data(int column, int role) const
+QVariant ComputedSignalRow::data(int column, int role) const
 {
     if (m_stored || column != 0 || !computes(role))
         return QTreeWidgetItem::data(column, role);
     switch (role) {
     case Qt::UserRole:
-        return QVariant::fromValue(m_item);
+        return QVariant::fromValue(signal());
     case Qt::FontRole: {
         QFont font;
         font.setItalic(true);
         return font;
     }
     case Qt::ForegroundRole:
-        if (!m_item.enabled)
+        if (!m_look.enabled)
             return QBrush(Qt::gray);
-        return m_item.usable ? QApplication::palette().windowText() : QBrush(Qt::red);
+        return m_look.usable ? QApplication::palette().windowText() : QBrush(Qt::red);
     default:
-        return m_text;
+        return shownText();
     }
 }
 
-void SignalRow::setData(int column, int role, const QVariant &value)
+void ComputedSignalRow::setData(int column, int role, const QVariant &value)
 {
     if (computes(role))
         storeRoles();
     QTreeWidgetItem::setData(column, role, value);
 }
 
-QTreeWidgetItem *SignalRow::clone() const
+QTreeWidgetItem *ComputedSignalRow::clone() const
 {
-    auto *copy = new SignalRow(m_item, m_holdsItem ? Holds::Item : Holds::Nothing, Type, m_text);
+    auto *copy =
+        new SignalRow(signal(), m_holdsItem ? Holds::Item : Holds::Nothing, Type, shownText());
     copy->m_stored = m_stored;
     copy->QTreeWidgetItem::operator=(*this); // What is stored, and the flags.
     for (int i = 0; i < childCount(); ++i)
@@ -107,7 +102,7 @@ QTreeWidgetItem *SignalRow::clone() const
     return copy;
 }
 
-void SignalRow::storeRoles()
+void ComputedSignalRow::storeRoles()
 {
     if (m_stored)
         return;
@@ -121,6 +116,18 @@ void SignalRow::storeRoles()
         if (computed[i].isValid())
             QTreeWidgetItem::setData(0, roles[i], computed[i]);
     }
+}
+
+SignalRow::SignalRow(const SignalItem &item, Holds holds, int type)
+    : SignalRow(item, holds, type, item.displayName.isEmpty() ? item.name : item.displayName)
+{
+}
+
+SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QString &text)
+    : ComputedSignalRow({item.enabled, item.usable, !item.displayName.isEmpty()}, holds, type)
+    , m_item(item)
+    , m_text(text)
+{
 }
 
 } // namespace TARN

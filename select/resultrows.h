@@ -12,7 +12,8 @@ namespace TARN {
 
 struct ModuleForWidget;
 
-// What a search has found, as rows.
+// What a search has found, as rows. They refer to the nets and buses, so the netlist must not go
+// while they are shown; they may be deleted later. Clones have values of their own.
 
 /// Rows, owned by the caller, for @p buses and then for @p nets, with full names.
 QList<QTreeWidgetItem *> newResultRows(const QList<NETWEIR::RtlNet *> &nets,

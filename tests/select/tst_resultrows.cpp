@@ -26,6 +26,23 @@ QString textOf(const SignalItem &item)
     return text;
 }
 
+/// All that a row and the rows below it answer, a line for each.
+QString answersOf(const QTreeWidgetItem *row)
+{
+    QString text = QString("type %1 flags %2").arg(row->type()).arg(int(row->flags()));
+    for (int role = 0; role <= Qt::UserRole + 1; ++role) {
+        const QVariant value = row->data(0, role);
+        if (value.userType() == qMetaTypeId<SignalItem>())
+            text += " item " + textOf(value.value<SignalItem>());
+        else
+            QDebug(&text) << value;
+    }
+    text += "\n";
+    for (int i = 0; i < row->childCount(); ++i)
+        text += answersOf(row->child(i));
+    return text;
+}
+
 } // namespace
 
 class TestResultRows : public TarnTest::TestCase
@@ -37,6 +54,9 @@ private Q_SLOTS:
     void netsAndBusesBecomeSignals();
     void busesComeFirstUnderFullNames();
     void moduleRowHoldsShortNames();
+    void rowsAnswerLikeThoseOfTheirSignals_data();
+    void rowsAnswerLikeThoseOfTheirSignals();
+    void clonesOutliveTheNetlist();
     void signalOfAResult_data();
     void signalOfAResult();
 
@@ -92,6 +112,59 @@ void TestResultRows::moduleRowHoldsShortNames()
              QString("-top/u0/cnt[1:0]:1 (-top/u0/cnt[1]:1) (-top/u0/cnt[0]:1)"));
     QCOMPARE(textOf(signalOfRow(row->child(0)->child(1))), QString("-top/u0/cnt[0]:1"));
     QCOMPARE(textOf(signalOfRow(row->child(2))), QString("top/u0/gated:0"));
+}
+
+void TestResultRows::rowsAnswerLikeThoseOfTheirSignals_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::newRow("Probe In") << int(ProbeTypeIn);
+    QTest::newRow("Probe Out") << int(ProbeTypeOut);
+}
+
+void TestResultRows::rowsAnswerLikeThoseOfTheirSignals()
+{
+    QFETCH(int, type);
+    const auto kind = ProbeType(type);
+    NETWEIR::Hierachy *top = m_netlist->top();
+    const QList<NETWEIR::RtlNet *> nets = top->singleNetsIncludeSub();
+    const QList<NETWEIR::RtlNetBus *> buses = top->netbusesIncludeSub();
+    QTreeWidgetItem flat;
+    flat.addChildren(newResultRows(nets, buses, kind));
+    const std::unique_ptr<QTreeWidgetItem> module(newModuleRow({"m", nets, buses, {}}, kind));
+
+    QTreeWidgetItem flatSignals;
+    QTreeWidgetItem moduleSignals;
+    for (NETWEIR::RtlNetBus *bus : buses) {
+        QStringList names{bus->BusName()};
+        for (NETWEIR::RtlNet *net : bus->nets())
+            names.append(net->name());
+        signal2TreeItem(&flatSignals, signalOf(bus, kind), 0);
+        signal2TreeItemForHierarchy(&moduleSignals, signalOf(bus, kind), names, 0);
+    }
+    for (NETWEIR::RtlNet *net : nets) {
+        signal2TreeItem(&flatSignals, signalOf(net, kind), 0);
+        signal2TreeItemForHierarchy(&moduleSignals, signalOf(net, kind), {net->name()}, 0);
+    }
+    QCOMPARE(answersOf(&flat), answersOf(&flatSignals));
+    QCOMPARE(module->childCount(), moduleSignals.childCount());
+    for (int i = 0; i < moduleSignals.childCount(); ++i)
+        QCOMPARE(answersOf(module->child(i)), answersOf(moduleSignals.child(i)));
+}
+
+void TestResultRows::clonesOutliveTheNetlist()
+{
+    auto netlist = TarnTest::sampleNetlist();
+    QTreeWidget tree;
+    tree.addTopLevelItems(
+        newResultRows(netlist->top()->nets(), netlist->top()->buses(), ProbeTypeIn));
+    std::unique_ptr<QTreeWidgetItem> copy(tree.topLevelItem(0)->clone());
+    const QString answers = answersOf(copy.get());
+    QCOMPARE(answers, answersOf(tree.topLevelItem(0)));
+    tree.topLevelItem(1)->setText(0, "own text"); // Stores all that the row shows.
+    netlist.reset();
+    QCOMPARE(answersOf(copy.get()), answers);
+    QCOMPARE(textOf(signalOfRow(tree.topLevelItem(1))), QString("top/clk:0"));
+    tree.clear();
 }
 
 void TestResultRows::signalOfAResult_data()
