@@ -146,6 +146,8 @@ void DefinitionReader::read(const pugi::xml_node &element, const ReadOptions &op
     m_definition->variables.shrink_to_fit();
     m_definition->instances.shrink_to_fit();
     m_definition->scopes.shrink_to_fit();
+    for (NameScope &nameScope : m_definition->scopes)
+        nameScope.symbols.shrink();
 }
 
 /// Records @p node. True when its children have to be visited.
@@ -492,7 +494,7 @@ void DefinitionReader::addInterfacePin(int item, const pugi::xml_node &pin)
 void DefinitionReader::declareName(const pugi::xml_node &node, Symbol::Kind kind, int index)
 {
     const std::string_view name = m_names->keep(attribute(node, "name"));
-    scope().symbols.emplace(name, Symbol{kind, index});
+    scope().symbols.add(name, {kind, index});
 }
 
 /// In the XML a genvar looks like a variable of type "integer"; the source tells which it is. If

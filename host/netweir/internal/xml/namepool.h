@@ -2,17 +2,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QSet>
 #include <QString>
 
-#include <string>
+#include <array>
+#include <cstddef>
+#include <memory>
 #include <string_view>
-#include <unordered_set>
+#include <vector>
 
 namespace NETWEIR::Internal {
 
-/// Names that stay when the document with them is gone. Owns each name once: in a large design, the
-/// same names occur in many modules.
+/// Names that stay when the document with them is gone.
+///
+/// In a large design the same names occur in many modules, so a name shares its memory with an
+/// equal one that came shortly before. Names that are all different take no more than their
+/// letters.
 class NamePool
 {
 public:
@@ -21,13 +25,20 @@ public:
     NamePool &operator=(const NamePool &) = delete;
 
     /// The name, valid as long as the pool.
-    std::string_view keep(std::string_view name) { return *m_names.emplace(name).first; }
-    /// The name in the memory that all equal names share.
-    QString keep(const QString &name) { return *m_texts.insert(name); }
+    std::string_view keep(std::string_view name);
+    /// The name, in shared memory if possible.
+    QString keep(const QString &name);
 
 private:
-    std::unordered_set<std::string> m_names; ///< Its elements never move.
-    QSet<QString> m_texts;
+    static constexpr std::size_t RecentNames = 4096;
+
+    std::string_view added(std::string_view name);
+
+    std::vector<std::unique_ptr<char[]>> m_blocks;
+    char *m_free = nullptr; ///< In the last block.
+    std::size_t m_freeSize = 0;
+    std::array<std::string_view, RecentNames> m_recentNames; ///< By their hashes.
+    std::array<QString, RecentNames> m_recentTexts;          ///< By their hashes.
 };
 
 } // namespace NETWEIR::Internal

@@ -10,7 +10,7 @@
 
 namespace NETWEIR::Internal {
 
-enum class Direction { None, Input, Output, Inout, Ref };
+enum class Direction : quint8 { None, Input, Output, Inout, Ref };
 
 /// A variable, net, port or parameter of a definition.
 ///
@@ -21,8 +21,8 @@ struct Variable
     pugi::xml_node node; ///< Null after Definition::forgetElements().
     int scope = 0;
     int type = 0;
+    int pinNumber = 0; ///< Number of the port, from 1.
     Direction direction = Direction::None;
-    int pinNumber = 0;  ///< Number of the port, from 1.
     bool isNet = false; ///< Appears in the netlist; locals, parameters, genvars do not.
     bool isInterfacePort = false;
     bool isDrivenByConstant = false;
