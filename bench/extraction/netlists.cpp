@@ -39,7 +39,7 @@ struct Figures
     double indexing = 0;
     double destruction = 0;
     double joining = 0; ///< All full paths, one after the other.
-    double copying = 0; ///< The same in one string.
+    double copying = 0; ///< The same in one string, which keeps the path of a node.
     double names = 0;   ///< The number of names that are looked up.
     double finding = 0;
     double hashing = 0; ///< The same in a hash of ready names.
@@ -53,21 +53,30 @@ QList<RtlNet *> allNets(const RtlNetlist &netlist)
     return nets;
 }
 
+qint64 lettersOfNames(const QList<RtlNet *> &nets)
+{
+    qint64 letters = 0;
+    for (const RtlNet *net : nets)
+        letters += net->fullPathName().size();
+    return letters;
+}
+
+void copyNames(const QList<RtlNet *> &nets)
+{
+    QString name;
+    const RtlNet *before = nullptr;
+    for (const RtlNet *net : nets) {
+        net->copyFullPathName(&name, before);
+        before = net;
+    }
+}
+
 void measureNames(const RtlNetlist &netlist, Figures *figures)
 {
     const QList<RtlNet *> nets = allNets(netlist);
     qint64 letters = 0;
-    const std::vector<double> times =
-        TarnBench::interleavedMedians(5, {[&] {
-                                              letters = 0;
-                                              for (const RtlNet *net : nets)
-                                                  letters += net->fullPathName().size();
-                                          },
-                                          [&] {
-                                              QString name;
-                                              for (const RtlNet *net : nets)
-                                                  net->copyFullPathName(&name);
-                                          }});
+    const std::vector<double> times = TarnBench::interleavedMedians(
+        5, {[&] { letters = lettersOfNames(nets); }, [&] { copyNames(nets); }});
     figures->letters = double(letters) / nets.size();
     figures->joining = times[0];
     figures->copying = times[1];
@@ -141,7 +150,7 @@ bool measureNetlists(int letters)
     table.add("findNet", run.finding / run.names * 1e9, "ns");
     table.add("findNet / look-up in a hash of ready names", run.finding / run.hashing, "x", 1.5);
     table.add("full path of a net", run.joining / run.bits * 1e9, "ns");
-    table.add("the same in the memory of the last", run.copying / run.bits * 1e9, "ns");
+    table.add("the same in the memory of the one before", run.copying / run.bits * 1e9, "ns");
     table.add("destruction", run.destruction / run.bits * 1e9, "ns/net");
     return table.print();
 }
