@@ -153,11 +153,13 @@ bool CandidateRating::rate(const Place &place, NETWEIR::RtlNet *net, QStringView
 {
     if (isExcluded(net, m_missing.type))
         return false;
-    add(place, net->fullPathName(), false, likenessOfNet(place, base));
+    const float alike = likenessOfNet(place, base);
+    if (alike >= LeastLikeness) // Most are not, and need no name.
+        add(place, net->fullPathName(), false, alike);
     return !m_missing.bus && base == m_missing.leaf && place.likeness < 1;
 }
 
-float CandidateRating::likenessOfBus(const Place &place, NETWEIR::RtlNetBus *bus,
+float CandidateRating::likenessOfBus(const Place &place, NETWEIR::RtlNetBus *bus, QStringView name,
                                      QStringView base) const
 {
     const bool same = base == m_missing.base;
@@ -168,23 +170,24 @@ float CandidateRating::likenessOfBus(const Place &place, NETWEIR::RtlNetBus *bus
         const bool alike = same || bus->nets().size() == 1;
         return (alike ? OtherKind : OtherNet) * rated(place, base, leaf);
     }
-    const bool sameRange = QStringView(bus->fullBusName()).endsWith(m_missing.range());
+    const bool sameRange = name.endsWith(m_missing.range());
     return (sameRange ? 1 : OtherRange) * rated(place, base, leaf);
 }
 
 bool CandidateRating::rate(const Place &place, NETWEIR::RtlNetBus *bus, QStringView base)
 {
-    if (!m_missing.bus && rateBits(place, baseOfBusName(bus->fullBusName()), base))
+    const QString name = bus->fullBusName();
+    if (!m_missing.bus && rateBits(place, baseOfBusName(name), base))
         return place.likeness < 1;
     if (isExcluded(bus, m_missing.type) || !m_missing.index.isEmpty())
         return false;
-    const float alike = likenessOfBus(place, bus, base);
-    add(place, bus->fullBusName(), true, alike);
+    const float alike = likenessOfBus(place, bus, name, base);
+    add(place, name, true, alike);
     // A user clock can be the only bit of a bus, not the bus.
     if (!m_missing.bus && bus->nets().size() == 1)
         add(place, bus->nets().first()->fullPathName(), false, OnlyBit * alike);
     return m_missing.bus && base == m_missing.base && place.likeness < 1 &&
-           QStringView(bus->fullBusName()).endsWith(m_missing.leaf);
+           QStringView(name).endsWith(m_missing.leaf);
 }
 
 /// Rates the bit of a bus that has the index of what is missing, or the number at its end. True

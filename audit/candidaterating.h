@@ -70,7 +70,8 @@ private:
     float rated(const Place &place, QStringView base, float leaf) const;
     const std::vector<QStringView> &levelsOf(const Place &place) const;
     float likenessOfNet(const Place &place, QStringView base) const;
-    float likenessOfBus(const Place &place, NETWEIR::RtlNetBus *bus, QStringView base) const;
+    float likenessOfBus(const Place &place, NETWEIR::RtlNetBus *bus, QStringView name,
+                        QStringView base) const;
     bool rateBits(const Place &place, QStringView fullBase, QStringView base);
     bool addBit(const Place &place, QStringView fullBase, QStringView index, float likeness);
     void add(const Place &place, const QString &name, bool bus, float likeness);
