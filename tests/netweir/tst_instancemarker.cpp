@@ -3,10 +3,12 @@
 #include "designphases.h"
 #include "netlisttext.h"
 
+#include <netweir/hierachy.h>
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/nets/instancemarker.h>
 #include <netweir/internal/nets/netliststamp.h>
 #include <netweir/netlistbuilder.h>
+#include <netweir/rtlnetlist.h>
 
 #include <support/testcase.h>
 
@@ -27,6 +29,7 @@ private Q_SLOTS:
     void marksOmittedWritesElsewhere();
     void refusesTooManyBits();
     void bindsLargeArraysInLinearTime();
+    void instancesShareNames();
 };
 
 namespace {
@@ -42,13 +45,13 @@ const char Modules[] = " (module name=leaf (var:bit name=i dir=input pinIndex=1)
                        " (var:bit name=x) (modport name=m (modportvarref name=o direction=out)"
                        " (modportvarref name=x direction=in)))";
 
-/// The netlist with all marks, a node a line: "name: net marks, ...".
-QString netlistText(const DesignXml &xml)
+/// Null when the design has too many bits.
+std::unique_ptr<NETWEIR::RtlNetlist> netlistOf(const DesignXml &xml)
 {
     const DesignPhases phases(xml);
     InstanceMarks marks;
     if (!InstanceMarks::fits(phases.tree, phases.marked))
-        return QStringLiteral("too many bits");
+        return nullptr;
     marks.fill(phases.tree, phases.marked);
     InstanceMarker(
         {phases.design, phases.tree, phases.bindings, phases.paths, phases.layout, phases.marked},
@@ -56,7 +59,15 @@ QString netlistText(const DesignXml &xml)
         .mark();
     NETWEIR::NetlistBuilder builder(phases.design.top().sourceName);
     stampNetlist(phases.tree, phases.placed, marks, builder.top(), &builder);
-    return TarnTest::netlistText(builder.take()->top()).simplified();
+    return builder.take();
+}
+
+/// The netlist with all marks, a node a line: "name: net marks, ...".
+QString netlistText(const DesignXml &xml)
+{
+    const std::unique_ptr<NETWEIR::RtlNetlist> netlist = netlistOf(xml);
+    return netlist ? TarnTest::netlistText(netlist->top()).simplified()
+                   : QStringLiteral("too many bits");
 }
 
 } // namespace
@@ -174,6 +185,24 @@ void TestInstanceMarker::bindsLargeArraysInLinearTime()
         },
         &error);
     QVERIFY2(isBound, qPrintable(error));
+}
+
+/// So a name takes its memory once, however many instances a module has.
+void TestInstanceMarker::instancesShareNames()
+{
+    const DesignXml xml(QStringLiteral("(module name=top (instance name=a defName=mid) (instance "
+                                       "name=b defName=mid (range 1 0)))") +
+                            Modules,
+                        Types);
+    const auto netlist = netlistOf(xml);
+    const QList<NETWEIR::Hierachy *> nodes = netlist->top()->children();
+    QCOMPARE(nodes.size(), 3);
+    QCOMPARE(nodes[2]->instName(), QStringLiteral("b[0]"));
+    const QString first = nodes[0]->children().first()->instName();
+    QCOMPARE(first, QStringLiteral("l"));
+    for (const NETWEIR::Hierachy *node : nodes)
+        QCOMPARE(static_cast<const void *>(node->children().first()->instName().constData()),
+                 static_cast<const void *>(first.constData()));
 }
 
 QTEST_GUILESS_MAIN(TestInstanceMarker)

@@ -60,7 +60,10 @@ QString InstanceTree::nameOf(int instance) const
     const Instance &node = at(instance);
     const InstanceItem &item = itemOf(instance);
     const QString name = definitionOf(node.parent).prefixOf(item.scope) + item.name;
-    return item.isArray ? name + QStringLiteral("[%1]").arg(item.indexAt(node.position)) : name;
+    if (!item.isArray)
+        return name;
+    return name + QLatin1Char('[') + QString::number(item.indexAt(node.position)) +
+           QLatin1Char(']');
 }
 
 std::vector<int> InstanceTree::identifiersOf(int instance) const

@@ -31,14 +31,45 @@ void addNets(const PlacedDefinition &placed, const quint8 *marks, Hierachy *node
                 builder->setIdentifiers(added, identifiers);
             continue;
         }
-        busMarks.clear();
-        for (qint64 bit = net.bit + net.width() - 1; bit >= net.bit; --bit)
-            busMarks.push_back(netMarks(marks[bit], net));
+        busMarks.resize(std::size_t(net.width()));
+        const quint8 *bit = marks + net.bit + net.width();
+        for (NetMarks &mark : busMarks)
+            mark = netMarks(*--bit, net);
         RtlNetBus *added = builder->addBus(node, net.name, net.left, net.right, busMarks);
         if (!identifiers.empty())
             builder->setIdentifiers(added, identifiers);
     }
 }
+
+/// The names of instances within their parents, which all instances of the parent's definition
+/// share.
+class InstanceNames
+{
+public:
+    /// @p definitions is the number of definitions.
+    InstanceNames(const InstanceTree &tree, int definitions)
+        : m_tree(tree)
+        , m_names(itemsOf<std::vector<std::vector<QString>>>(definitions))
+    {
+    }
+
+    const QString &at(int instance)
+    {
+        const int parent = m_tree.at(instance).parent;
+        const Definition &definition = m_tree.definitionOf(parent);
+        std::vector<QString> &names = itemAt(m_names, definition.number);
+        names.resize(std::size_t(definition.childCount));
+        QString &name = itemAt(names, instance - m_tree.at(parent).firstChild);
+        if (name.isNull())
+            name = m_tree.nameOf(instance);
+        return name;
+    }
+
+private:
+    const InstanceTree &m_tree;
+    std::vector<std::vector<QString>>
+        m_names; ///< By the number of the definition and of the child.
+};
 
 } // namespace
 
@@ -48,6 +79,7 @@ void stampNetlist(const InstanceTree &tree, const std::vector<PlacedDefinition> 
 {
     auto nodes = itemsOf<std::vector<Hierachy *>>(tree.size());
     nodes.front() = node;
+    InstanceNames names(tree, countOf(placed));
     for (int instance = 0; instance < tree.size(); ++instance) {
         const Definition &definition = tree.definitionOf(instance);
         const int parent = tree.at(instance).parent;
@@ -57,7 +89,7 @@ void stampNetlist(const InstanceTree &tree, const std::vector<PlacedDefinition> 
         }
         Hierachy *&own = itemAt(nodes, instance);
         if (parent >= 0) {
-            own = builder->addHierachy(itemAt(nodes, parent), tree.nameOf(instance),
+            own = builder->addHierachy(itemAt(nodes, parent), names.at(instance),
                                        definition.sourceName);
             const std::vector<int> identifiers = tree.identifiersOf(instance);
             if (!identifiers.empty())
