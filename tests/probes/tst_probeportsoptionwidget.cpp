@@ -1195,6 +1195,13 @@ private Q_SLOTS:
         add("font of the page", [=](Fixture &f) { f.page->setFont(font); });
         add("font of the tree", [=](Fixture &f) { f.values()->setFont(font); });
         add("palette of the application", [=](Fixture &) { QApplication::setPalette(dark); });
+        add("another palette of the application", [=](Fixture &) {
+            // The first one goes to all widgets, because it replaces the palettes of classes.
+            QApplication::setPalette(dark);
+            QPalette other = dark;
+            other.setColor(QPalette::Text, Qt::red);
+            QApplication::setPalette(other);
+        });
         add("palette of labels", [=](Fixture &) { QApplication::setPalette(dark, "QLabel"); });
         add("palette of the page", [=](Fixture &f) { f.page->setPalette(dark); });
         add("style sheet of the application", [=](Fixture &) { qApp->setStyleSheet(sheet); });
