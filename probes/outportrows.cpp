@@ -13,6 +13,9 @@
 #include <model/configsnapshot.h>
 #include <model/portlimits.h>
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <numeric>
 
 namespace TARN {
@@ -121,11 +124,15 @@ void OutPortRows::rebuild(QVector<Port> *ports)
         port.makeRows();
         port.fitLine();
     }
+    // Each new widget asks by an event to be polished, which labels do not need. Those of other
+    // widgets go first.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::PolishRequest);
     for (Port &port : *ports) {
         values2Tree(m_values, port.valueRow, port.items, port.bits, port.line);
         port.line->setInert(false);
         port.line->keepText();
     }
+    QCoreApplication::removePostedEvents(nullptr, QEvent::PolishRequest);
     m_tree->viewport()->update(); // The row of a collapsed port may have another mark.
 }
 
