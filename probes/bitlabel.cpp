@@ -13,10 +13,23 @@ BitLabel::BitLabel(const QString &bits)
     : m_palette(QApplication::palette(this))
 {
     setFixedHeight(ValueTree::RowHeight); // By itself it would make its row a pixel higher.
-    m_silent = true;
-    setText(bits);
-    m_silent = false;
+    setTextSilently(bits);
     hide();
+}
+
+void BitLabel::renew(const QString &bits)
+{
+    m_palette = QApplication::palette(this);
+    setTextSilently(bits);
+    if (!toolTip().isEmpty())
+        setToolTip(QString());
+}
+
+void BitLabel::setTextSilently(const QString &text)
+{
+    m_silent = true;
+    setText(text);
+    m_silent = false;
 }
 
 const QMetaObject *BitLabel::metaObject() const

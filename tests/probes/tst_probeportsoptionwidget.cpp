@@ -1167,6 +1167,30 @@ private Q_SLOTS:
         QCOMPARE(f.label(1, 1)->toolTip(), QString());
     }
 
+    void rebuiltLabelsAreLikeNewOnes()
+    {
+        Fixture f(coreOf({}, {{bus("d", 3), bus("e", 2), net("a")}, nets(40)}, {"0x37", "0x0"}));
+        f.out()->expandAll();
+        f.show();
+        f.core->getProbeOut(0)->signals = {net("b"), bus("g", 2), net("c")};
+        f.setSignals(1, nets(30));
+        QCOMPARE(f.shownValues(),
+                 QStringList({"0xD 1 10 1", "0x00000000 0" + QString(" 0").repeated(29)}));
+        QCOMPARE(f.label(0, 0)->toolTip(), QString());
+        QCOMPARE(f.label(0, 1)->toolTip(), QStringLiteral("10"));
+        QCOMPARE(f.label(0, 2)->toolTip(), QString());
+        const auto labels = [&f] {
+            return f.values()->viewport()->findChildren<QLabel *>().size();
+        };
+        QCOMPARE(labels(), 33);
+        f.setSignals(1, nets(50));
+        QCOMPARE(labels(), 53);
+        f.verifyAligned();
+        f.setSignals(1, {});
+        QCOMPARE(labels(), 3);
+        f.verifyAligned();
+    }
+
     void labelsWithoutAccessibleObjectGetOne()
     {
         Fixture f(coreOf({}, {{net("a")}}, {"0x1"}));
