@@ -18,6 +18,9 @@ namespace NETWEIR::Internal {
 
 namespace {
 
+/// The suffix of a regular file beside its pipe.
+const char Complete[] = ".complete";
+
 constexpr int LookInterval = 50; ///< In milliseconds.
 
 /// A write to a pipe whose reader has gone must not end the host.
@@ -109,9 +112,8 @@ int PipedFiles::hold()
 bool PipedFiles::complete(const QVector<QByteArray> &contents)
 {
     for (int i = 1; i < contents.size() && m_isGood; ++i) {
-        QString error;
         const int file = m_end + i;
-        if (isWaitedFor(file) || !m_folder.replace(m_names[file], contents[i], &error))
+        if (!writeBeside(file, contents[i]) || isWaitedFor(file) || !putInPlace(file))
             m_isGood = false;
     }
     if (!contents.isEmpty() && m_isGood) {
@@ -143,18 +145,33 @@ void PipedFiles::run()
     }
 }
 
-/// The regular file comes before the content, because a tool that closes the pipe may open the file
-/// again.
+/// The regular file is in place before the tool gets the content, because a tool that closes the
+/// pipe may open the file again.
 void PipedFiles::fill(int file, const QByteArray &content)
 {
+    if (!writeBeside(file, content)) {
+        m_isGood = false;
+        return;
+    }
     const int pipe = ::open(pathOf(file).constData(), O_WRONLY | O_CLOEXEC); // Waits for the tool.
-    QString error;
-    if (pipe < 0 || m_isEnding || !m_folder.replace(m_names[file], content, &error))
+    if (pipe < 0 || m_isEnding || !putInPlace(file))
         m_isGood = false;
     else
         writeToPipe(pipe, content, m_isEnding);
     if (pipe >= 0)
         ::close(pipe);
+}
+
+bool PipedFiles::writeBeside(int file, const QByteArray &content) const
+{
+    QString error;
+    return m_folder.write(m_names[file] + QLatin1String(Complete), content, &error);
+}
+
+/// Who opens the file meets the pipe or the whole file.
+bool PipedFiles::putInPlace(int file) const
+{
+    return m_folder.rename(m_names[file] + QLatin1String(Complete), m_names[file]);
 }
 
 bool PipedFiles::isWaitedFor(int file) const

@@ -51,6 +51,8 @@ private:
     void run();
     void join(QThread *thread, int file) const;
     void fill(int file, const QByteArray &content);
+    bool writeBeside(int file, const QByteArray &content) const;
+    bool putInPlace(int file) const;
     bool isWaitedFor(int file) const;
     QByteArray pathOf(int file) const;
 

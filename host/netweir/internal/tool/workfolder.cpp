@@ -78,12 +78,10 @@ bool WorkFolder::write(const QString &name, const QByteArray &content, QString *
     return false;
 }
 
-bool WorkFolder::replace(const QString &name, const QByteArray &content, QString *error) const
+bool WorkFolder::rename(const QString &name, const QString &newName) const
 {
-    const QString complete = name + QStringLiteral(".complete");
-    return write(complete, content, error) &&
-           std::rename(QFile::encodeName(path(complete)).constData(),
-                       QFile::encodeName(path(name)).constData()) == 0;
+    return std::rename(QFile::encodeName(path(name)).constData(),
+                       QFile::encodeName(path(newName)).constData()) == 0;
 }
 
 bool WorkFolder::makePipe(const QString &name) const

@@ -27,9 +27,8 @@ public:
     /// pipe would wait for its reader.
     bool write(const QString &name, const QByteArray &content, QString *error) const;
 
-    /// Writes a file in place of a pipe that has this name, in one step: who opens it meets the
-    /// pipe or the whole file.
-    bool replace(const QString &name, const QByteArray &content, QString *error) const;
+    /// Puts a file in place of another one in one step. False when that fails.
+    bool rename(const QString &name, const QString &newName) const;
 
     /// Makes a named pipe. False when the file system has none.
     bool makePipe(const QString &name) const;
