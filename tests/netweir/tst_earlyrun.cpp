@@ -120,6 +120,7 @@ private:
 void TestEarlyRun::cleanup()
 {
     TestCase::cleanup();
+    takeNotes();
     m_folder.verifyNothingIsLeft();
 }
 
