@@ -31,12 +31,12 @@ void ResultTreeWidget::mouseDoubleClickEvent(QMouseEvent *event)
     }
     const QTreeWidgetItem *row = itemAt(event->pos());
     setExpandsOnDoubleClick(!row || !canBeChosen(row));
-    QTreeWidget::mouseDoubleClickEvent(event);
+    LargeTreeWidget::mouseDoubleClickEvent(event);
 }
 
 void ResultTreeWidget::paintEvent(QPaintEvent *event)
 {
-    QTreeWidget::paintEvent(event);
+    LargeTreeWidget::paintEvent(event);
     if (m_notice.isEmpty())
         return;
     QRect place = viewport()->rect();

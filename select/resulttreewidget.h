@@ -2,18 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <widgets/largetreewidget.h>
+
 #include <QString>
-#include <QTreeWidget>
 
 namespace TARN {
 
 /// The list of what a search has found. A notice that nothing was found is painted; it is no row.
-class ResultTreeWidget final : public QTreeWidget
+class ResultTreeWidget final : public LargeTreeWidget
 {
     Q_OBJECT
 
 public:
-    using QTreeWidget::QTreeWidget;
+    using LargeTreeWidget::LargeTreeWidget;
 
     /// Whether the user may choose @p row: a net or bus that is not excluded, never a module.
     static bool canBeChosen(const QTreeWidgetItem *row);

@@ -44,7 +44,7 @@ static void moveTowardsFront(QList<QTreeWidgetItem *> *rows,
 }
 
 signalTreeWidget::signalTreeWidget(QWidget *parent)
-    : QTreeWidget(parent)
+    : LargeTreeWidget(parent)
 {
     qRegisterMetaTypeStreamOperators<SignalItem>("TARN::SignalItem");
 }
@@ -52,7 +52,7 @@ signalTreeWidget::signalTreeWidget(QWidget *parent)
 void signalTreeWidget::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        QTreeWidget::mousePressEvent(event);
+        LargeTreeWidget::mousePressEvent(event);
     else
         event->ignore();
 }
@@ -62,14 +62,14 @@ void signalTreeWidget::mouseMoveEvent(QMouseEvent *event)
     const bool otherButton = event->buttons() && !(event->buttons() & Qt::LeftButton);
     const QTreeWidgetItem *current = currentItem();
     if (!otherButton && current && !current->parent())
-        QTreeWidget::mouseMoveEvent(event);
+        LargeTreeWidget::mouseMoveEvent(event);
     else
         event->ignore();
 }
 
 void signalTreeWidget::dragMoveEvent(QDragMoveEvent *event)
 {
-    QTreeWidget::dragMoveEvent(event);
+    LargeTreeWidget::dragMoveEvent(event);
 }
 
 void signalTreeWidget::dropEvent(QDropEvent *event)
@@ -105,7 +105,7 @@ void signalTreeWidget::startDrag(Qt::DropActions supportedActions)
 {
     m_firstDropped = m_lastDropped = QModelIndex();
     const QPointer<signalTreeWidget> guard(this);
-    QTreeWidget::startDrag(supportedActions);
+    LargeTreeWidget::startDrag(supportedActions);
     // Only now: after a move the view removes what is selected.
     if (guard)
         selectDropped();
@@ -127,7 +127,7 @@ void signalTreeWidget::keyPressEvent(QKeyEvent *event)
     if (isArrow && (event->modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier)
         moveSelectedRows(event->key() == Qt::Key_Up);
     else
-        QTreeWidget::keyPressEvent(event);
+        LargeTreeWidget::keyPressEvent(event);
 }
 
 void signalTreeWidget::moveSelectedRows(bool up)
@@ -157,7 +157,7 @@ QMimeData *signalTreeWidget::mimeData(const QList<QTreeWidgetItem *> items) cons
         if (auto *row = dynamic_cast<SignalRow *>(item))
             row->storeRoles();
     }
-    return QTreeWidget::mimeData(items);
+    return LargeTreeWidget::mimeData(items);
 }
 
 QList<QTreeWidgetItem *> signalTreeWidget::selectedTopLevelRows() const

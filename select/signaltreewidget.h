@@ -2,14 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <widgets/largetreewidget.h>
+
 #include <QPersistentModelIndex>
-#include <QTreeWidget>
 
 namespace TARN {
 
 /// List of signals whose top-level rows the user reorders by dragging, or with Alt+Up and Alt+Down.
 /// Member rows of a bus stay where they are. What was moved stays selected and expanded.
-class signalTreeWidget : public QTreeWidget
+class signalTreeWidget : public LargeTreeWidget
 {
     Q_OBJECT
 

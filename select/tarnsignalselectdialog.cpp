@@ -115,8 +115,8 @@ QString TarnSignalSelectDialog::getOneNetName(NETWEIR::RtlNetlist *netlist, Prob
 
 void TarnSignalSelectDialog::setUpLists()
 {
-    for (QTreeWidget *list :
-         {static_cast<QTreeWidget *>(ui->treeWidget), ui->treeWidgetAddSignal}) {
+    for (LargeTreeWidget *list :
+         {static_cast<LargeTreeWidget *>(ui->treeWidget), ui->treeWidgetAddSignal}) {
         list->setHeaderHidden(true);
         list->setTextElideMode(Qt::ElideMiddle);
         list->setSelectionMode(QAbstractItemView::ExtendedSelection);
