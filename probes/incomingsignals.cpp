@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "incomingsignals.h"
 
+#include <QHashFunctions>
+#include <QtMath>
+
 #include <algorithm>
 #include <numeric>
 
@@ -20,42 +23,68 @@ int memberCount(const QList<SignalItem> &items)
 
 IncomingSignals::Positions::Positions(int count)
 {
-    m_chains.reserve(count);
     m_links.reserve(static_cast<std::size_t>(count));
+    m_heads.resize(qNextPowerOfTwo(static_cast<quint32>(count) * 2), End);
 }
 
-void IncomingSignals::Positions::add(const QString &name, int position)
+int &IncomingSignals::Positions::headOf(const QString &name, uint hash)
 {
-    const int link = static_cast<int>(m_links.size());
-    m_links.push_back({position, End});
-    Chain &chain = m_chains[name];
-    (chain.first == End ? chain.first : linkAt(chain.last).next) = link;
-    chain.last = link;
+    const std::size_t mask = m_heads.size() - 1;
+    std::size_t place = hash & mask;
+    while (m_heads[place] != End) {
+        const Link &link = linkAt(m_heads[place]);
+        if (link.hash == hash && *link.name == name)
+            break;
+        place = (place + 1) & mask;
+    }
+    return m_heads[place];
+}
+
+void IncomingSignals::Positions::addBefore(const QString &name, int position)
+{
+    const uint hash = qHash(name);
+    int &head = headOf(name, hash);
+    m_links.push_back({&name, hash, position, head});
+    head = static_cast<int>(m_links.size()) - 1;
 }
 
 int IncomingSignals::Positions::first(const QString &name, const std::vector<bool> &struck)
 {
-    const auto it = m_chains.find(name);
-    if (it == m_chains.end())
+    int &head = headOf(name, qHash(name));
+    if (head == End)
         return -1;
-    int &first = it.value().first;
-    while (first != End && struck[static_cast<std::size_t>(linkAt(first).position)])
-        first = linkAt(first).next;
-    return first == End ? -1 : linkAt(first).position;
+    const auto isStruck = [&] { return struck[static_cast<std::size_t>(linkAt(head).position)]; };
+    while (isStruck() && linkAt(head).next != End)
+        head = linkAt(head).next;
+    return isStruck() ? -1 : linkAt(head).position;
 }
 
 IncomingSignals::IncomingSignals(const QList<SignalItem> &items)
     : m_items(items)
     , m_struck(static_cast<std::size_t>(items.size()))
-    , m_byName(items.size())
-    , m_byMember(memberCount(items))
 {
-    for (int i = 0; i < items.size(); ++i) {
-        const SignalItem &item = items.at(i);
-        m_byName.add(item.name, i);
-        for (const SignalItem &member : item.members)
-            m_byMember.add(member.name, i);
+}
+
+int IncomingSignals::firstNamed(const QString &name)
+{
+    if (!m_byName) {
+        m_byName.emplace(m_items.size());
+        for (int i = m_items.size() - 1; i >= 0; --i)
+            m_byName->addBefore(m_items.at(i).name, i);
     }
+    return m_byName->first(name, m_struck);
+}
+
+int IncomingSignals::firstWithMember(const QString &name)
+{
+    if (!m_byMember) {
+        m_byMember.emplace(memberCount(m_items));
+        for (int i = m_items.size() - 1; i >= 0; --i) {
+            for (const SignalItem &member : m_items.at(i).members)
+                m_byMember->addBefore(member.name, i);
+        }
+    }
+    return m_byMember->first(name, m_struck);
 }
 
 void IncomingSignals::strikeFirst(const QString &name)
@@ -74,7 +103,7 @@ bool IncomingSignals::reconcile(const SignalItem &shown)
 bool IncomingSignals::reconcileSingle(const SignalItem &shown)
 {
     const int same = firstNamed(shown.name);
-    const int covering = m_byMember.first(shown.name, m_struck);
+    const int covering = firstWithMember(shown.name);
     // Whichever comes first in the list decides.
     if (covering != -1 && (same == -1 || covering < same))
         return true;

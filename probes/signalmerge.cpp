@@ -60,9 +60,10 @@ void CheckBus(QList<SignalItem> &list, SignalItem item)
 
 void Grouped(QList<SignalItem> all, QList<SignalItem> &buses, QList<SignalItem> &singles)
 {
-    for (SignalItem &item : all) {
-        removeDisabledMembers(&item);
-        (item.kind == SignalItem::Bus ? buses : singles).append(item);
+    for (const SignalItem &entry : qAsConst(all)) {
+        QList<SignalItem> &group = entry.kind == SignalItem::Bus ? buses : singles;
+        group.append(entry);
+        removeDisabledMembers(&group.last());
     }
 }
 // NOLINTEND(performance-unnecessary-value-param)

@@ -102,6 +102,11 @@ QTreeWidgetItem *ComputedSignalRow::clone() const
     return copy;
 }
 
+std::optional<SignalItem> ComputedSignalRow::item() const
+{
+    return m_holdsItem && !m_stored ? std::make_optional(signal()) : std::nullopt;
+}
+
 void ComputedSignalRow::storeRoles()
 {
     if (m_stored)

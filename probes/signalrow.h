@@ -7,6 +7,8 @@
 #include <QString>
 #include <QTreeWidgetItem>
 
+#include <optional>
+
 namespace TARN {
 
 /// A tree row that shows a SignalItem: text, tool tip, font and colour are computed instead of
@@ -28,6 +30,10 @@ public:
     QVariant data(int column, int role) const override;
     void setData(int column, int role, const QVariant &value) override;
     QTreeWidgetItem *clone() const override;
+
+    /// The item that the row computes Qt::UserRole from. Nothing when it holds none there or stores
+    /// its roles.
+    std::optional<SignalItem> item() const;
 
     /// Stores the computed roles as an ordinary row has them, for code that reads the storage of a
     /// row instead of asking it (drag and drop does).

@@ -14,20 +14,38 @@ namespace TARN {
 
 namespace {
 
+void appendRows(QList<QTreeWidgetItem *> *rows, const QList<SignalItem> &items, int type)
+{
+    rows->reserve(rows->size() + items.size());
+    for (const SignalItem &item : items)
+        rows->append(newSignalRow(item, type));
+}
+
 QList<QTreeWidgetItem *> newRows(const QList<SignalItem> &items, int type)
 {
     QList<QTreeWidgetItem *> rows;
-    rows.reserve(items.size());
-    for (const SignalItem &item : items)
-        rows.append(newSignalRow(item, type));
+    appendRows(&rows, items, type);
     return rows;
 }
 
 } // namespace
 
+std::optional<SignalItem> storedSignal(const QTreeWidgetItem *row)
+{
+    // Without a QVariant, which takes longer than all the rest.
+    if (const auto *computed = dynamic_cast<const ComputedSignalRow *>(row)) {
+        if (std::optional<SignalItem> item = computed->item())
+            return item;
+    }
+    const QVariant stored = row->data(0, Qt::UserRole);
+    if (stored.isValid() && stored.canConvert<SignalItem>())
+        return stored.value<SignalItem>();
+    return std::nullopt;
+}
+
 SignalItem signalOfRow(const QTreeWidgetItem *row)
 {
-    return row->data(0, Qt::UserRole).value<SignalItem>();
+    return storedSignal(row).value_or(SignalItem());
 }
 
 // NOLINTBEGIN(performance-unnecessary-value-param): by value in the interface
@@ -45,6 +63,8 @@ void CheckRepeatBus(QTreeWidget *tree, int &row, QList<SignalItem> &buses)
 
 void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> &singles)
 {
+    if (tree->topLevelItemCount() == 0)
+        return;
     SignalMerge merge(buses, singles);
     QList<QTreeWidgetItem *> covered;
     for (int row = 0; row < tree->topLevelItemCount(); ++row) {
@@ -59,15 +79,48 @@ void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> 
 
 void mergeSignals(QTreeWidget *tree, const QList<SignalItem> &chosen)
 {
-    QList<SignalItem> buses;
-    QList<SignalItem> singles;
-    Grouped(chosen, buses, singles);
-    CheckRepeat(tree, buses, singles);
-    const int shown = tree->topLevelItemCount();
-    signals2Tree(tree, buses + singles, 0);
-    const int last = tree->topLevelItemCount() - 1;
-    if (last >= shown)
-        bringIntoSight(tree, tree->topLevelItem(shown), tree->topLevelItem(last));
+    TreeMerge merge(tree);
+    for (const SignalItem &item : chosen)
+        merge.add(item);
+    merge.finish();
+}
+
+TreeMerge::TreeMerge(QTreeWidget *tree)
+    : m_tree(tree)
+    , m_treeIsEmpty(tree->topLevelItemCount() == 0)
+{
+}
+
+TreeMerge::~TreeMerge()
+{
+    qDeleteAll(m_busRows);
+    qDeleteAll(m_singleRows);
+}
+
+void TreeMerge::add(const SignalItem &item)
+{
+    const bool isBus = item.kind == SignalItem::Bus;
+    SignalItem enabled = item;
+    removeDisabledMembers(&enabled);
+    if (m_treeIsEmpty)
+        (isBus ? m_busRows : m_singleRows).append(newSignalRow(enabled, 0));
+    else
+        (isBus ? m_buses : m_singles).append(enabled);
+}
+
+void TreeMerge::finish()
+{
+    CheckRepeat(m_tree, m_buses, m_singles);
+    QList<QTreeWidgetItem *> rows;
+    rows.swap(m_busRows);
+    rows += m_singleRows;
+    m_singleRows.clear();
+    appendRows(&rows, m_buses, 0);
+    appendRows(&rows, m_singles, 0);
+    if (rows.isEmpty())
+        return;
+    addTopLevelRows(m_tree, rows);
+    bringIntoSight(m_tree, rows.first(), rows.last());
 }
 
 QTreeWidgetItem *newSignalRow(const SignalItem &item, int type)
@@ -98,7 +151,7 @@ void signal2TreeItemWithIndex(QTreeWidget *tree, SignalItem item, int type, int 
 
 void signals2Tree(QTreeWidget *tree, const QList<SignalItem> &items, int type)
 {
-    tree->addTopLevelItems(newRows(items, type));
+    addTopLevelRows(tree, newRows(items, type));
 }
 
 void signals2Tree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int type)

@@ -10,6 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class QTreeWidget;
 class QTreeWidgetItem;
 
@@ -19,7 +21,9 @@ namespace TARN {
 // initial values are in value2tree.h, which is included here because callers expect all tree
 // functions in this header; they belong to the library of the page.
 
-/// The item stored in @p row, a default one when there is none.
+/// The item under Qt::UserRole of @p row, nothing when there is none.
+std::optional<SignalItem> storedSignal(const QTreeWidgetItem *row);
+/// The item of @p row, a default one when there is none.
 SignalItem signalOfRow(const QTreeWidgetItem *row);
 
 /// Reconciles the top-level row @p row, which holds a bus or a signal of unknown kind, with the
@@ -34,6 +38,29 @@ void CheckRepeat(QTreeWidget *tree, QList<SignalItem> &buses, QList<SignalItem> 
 /// Appends what @p chosen adds to the top-level rows of @p tree, buses before the rest, and scrolls
 /// to it.
 void mergeSignals(QTreeWidget *tree, const QList<SignalItem> &chosen);
+
+/// The same for signals that come one by one. Nothing can be merged with an empty tree, so that
+/// each becomes a row at once: a million signals need no list of their own.
+class TreeMerge
+{
+public:
+    /// @p tree must stay as it is until finish().
+    explicit TreeMerge(QTreeWidget *tree);
+    ~TreeMerge();
+    Q_DISABLE_COPY(TreeMerge)
+
+    void add(const SignalItem &item);
+    void finish();
+
+private:
+    QTreeWidget *m_tree;
+    bool m_treeIsEmpty;
+    // What was added so far, buses and the rest. The rows are owned until they go into the tree.
+    QList<SignalItem> m_buses;
+    QList<SignalItem> m_singles;
+    QList<QTreeWidgetItem *> m_busRows;
+    QList<QTreeWidgetItem *> m_singleRows;
+};
 
 /// A row for @p item, with a child row for each member, that is in no tree yet.
 QTreeWidgetItem *newSignalRow(const SignalItem &item, int type);

@@ -127,14 +127,17 @@ QTreeWidgetItem *newModuleRow(const ModuleForWidget &module, ProbeType type)
     row->setToolTip(0, module.name);
     row->setIcon(0, QIcon(QStringLiteral(":/lumoins/image/module.png")));
     row->setFlags(row->flags() & ~Qt::ItemIsSelectable);
-    row->addChildren(newRows(module.nets, module.buses, {type, true, true}));
+    // One by one, so that each knows its number: see addTopLevelRows().
+    const QList<QTreeWidgetItem *> rows = newRows(module.nets, module.buses, {type, true, true});
+    for (QTreeWidgetItem *child : rows)
+        row->addChild(child);
     return row;
 }
 
 SignalItem signalOfResult(const QTreeWidgetItem *row)
 {
-    if (row->data(0, Qt::UserRole).canConvert<SignalItem>())
-        return signalOfRow(row);
+    if (std::optional<SignalItem> stored = storedSignal(row))
+        return *std::move(stored);
     SignalItem item;
     item.name = row->data(0, Qt::DisplayRole).toString();
     item.kind = SignalItem::Bus;

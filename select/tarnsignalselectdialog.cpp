@@ -20,7 +20,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRegExp>
-#include <QSet>
 
 namespace TARN {
 
@@ -222,11 +221,10 @@ void TarnSignalSelectDialog::setNetlist(NETWEIR::RtlNetlist *netlist)
 QList<SignalItem> TarnSignalSelectDialog::getSelectedNets() const
 {
     QList<SignalItem> items;
-    for (QTreeWidgetItemIterator row(ui->treeWidgetAddSignal); *row; ++row) {
-        const QVariant stored = (*row)->data(0, Qt::UserRole);
-        if (stored.canConvert<SignalItem>())
-            items.append(stored.value<SignalItem>());
-    }
+    forEachRow(ui->treeWidgetAddSignal, [&items](const QTreeWidgetItem *row) {
+        if (std::optional<SignalItem> stored = storedSignal(row))
+            items.append(*std::move(stored));
+    });
     return items;
 }
 
@@ -304,7 +302,7 @@ void TarnSignalSelectDialog::setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
     timer.start();
     const QList<NETWEIR::RtlNetBus *> shownBuses =
         m_netlist ? buses : QList<NETWEIR::RtlNetBus *>();
-    ui->treeWidget->addTopLevelItems(newResultRows(nets, shownBuses, m_type));
+    addTopLevelRows(ui->treeWidget, newResultRows(nets, shownBuses, m_type));
     qDebug().noquote().nospace() << timer.elapsed() / 1000.0 << "s";
 }
 
@@ -330,24 +328,18 @@ void TarnSignalSelectDialog::addModuleInWidget(QTreeWidgetItem *parent,
 
 void TarnSignalSelectDialog::onAddSignal()
 {
-    const QList<QTreeWidgetItem *> selection = ui->treeWidget->selectedItems();
-    const QSet<QTreeWidgetItem *> selected(selection.cbegin(), selection.cend());
-    QList<SignalItem> items;
-    items.reserve(selection.size());
-    // In the order of the tree, which is not that of the selection.
-    for (QTreeWidgetItemIterator row(ui->treeWidget); *row; ++row) {
-        if (selected.contains(*row))
-            items.append(signalOfResult(*row));
-    }
-    mergeSignals(ui->treeWidgetAddSignal, items);
+    TreeMerge merge(ui->treeWidgetAddSignal);
+    forEachSelectedRow(ui->treeWidget,
+                       [&merge](const QTreeWidgetItem *row) { merge.add(signalOfResult(row)); });
+    merge.finish();
 }
 
 void TarnSignalSelectDialog::onAddAllSignal()
 {
-    QList<SignalItem> items;
-    for (QTreeWidgetItemIterator row(ui->treeWidget); *row; ++row)
-        items.append(signalOfResult(*row));
-    mergeSignals(ui->treeWidgetAddSignal, items);
+    TreeMerge merge(ui->treeWidgetAddSignal);
+    forEachRow(ui->treeWidget,
+               [&merge](const QTreeWidgetItem *row) { merge.add(signalOfResult(row)); });
+    merge.finish();
 }
 
 void TarnSignalSelectDialog::onDelSignal()

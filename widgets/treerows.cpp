@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "treerows.h"
 
+#include <QHash>
 #include <QItemSelection>
 #include <QScrollBar>
 #include <QSet>
@@ -180,7 +181,7 @@ void TopLevel::replaceRows()
 {
     m_tree->invisibleRootItem()->takeChildren();
     qDeleteAll(m_doomed);
-    m_tree->addTopLevelItems(m_kept);
+    addTopLevelRows(m_tree, m_kept);
     if (!m_expanded.isEmpty())
         expand(m_tree, m_tree->invisibleRootItem(), QModelIndex(), m_expanded);
 }
@@ -193,6 +194,39 @@ void TopLevel::select(const RowSet &rows)
     collectSelection(m_tree->model(), m_tree->invisibleRootItem(), QModelIndex(), rows, &selection);
     m_tree->selectionModel()->select(selection, QItemSelectionModel::Select);
 }
+
+/// A row can only be selected with both.
+constexpr Qt::ItemFlags Selectable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+
+/// For the rows that have selected rows below them, at any level, which of their children the
+/// selection spans.
+class Spans
+{
+public:
+    explicit Spans(const QTreeWidget *tree)
+    {
+        m_children[tree->invisibleRootItem()];
+        const QItemSelection selection = tree->selectionModel()->selection();
+        for (const QItemSelectionRange &range : selection)
+            add(range, rowAt(tree, range.parent()));
+    }
+
+    bool hasBelow(const QTreeWidgetItem *row) const { return m_children.contains(row); }
+    /// Empty when no child is spanned.
+    std::vector<bool> children(const QTreeWidgetItem *row) const { return m_children.value(row); }
+
+private:
+    void add(const QItemSelectionRange &range, const QTreeWidgetItem *parent)
+    {
+        std::vector<bool> &children = m_children[parent];
+        children.resize(std::size_t(parent->childCount()));
+        std::fill(children.begin() + range.top(), children.begin() + range.bottom() + 1, true);
+        for (const QTreeWidgetItem *row = parent->parent(); row; row = row->parent())
+            m_children[row];
+    }
+
+    QHash<const QTreeWidgetItem *, std::vector<bool>> m_children;
+};
 
 /// For each top-level row whether a selected range spans it.
 std::vector<bool> inSelection(const QTreeWidget *tree)
@@ -207,6 +241,69 @@ std::vector<bool> inSelection(const QTreeWidget *tree)
 }
 
 } // namespace
+
+void forEachRow(const QTreeWidget *tree, const std::function<void(const QTreeWidgetItem *)> &visit)
+{
+    struct Level
+    {
+        const QTreeWidgetItem *parent;
+        int next;
+    };
+    std::vector<Level> levels{{tree->invisibleRootItem(), 0}};
+    while (!levels.empty()) {
+        Level &level = levels.back();
+        if (level.next == level.parent->childCount()) {
+            levels.pop_back();
+            continue;
+        }
+        const QTreeWidgetItem *row = level.parent->child(level.next++);
+        visit(row);
+        if (row->childCount() > 0)
+            levels.push_back({row, 0});
+    }
+}
+
+void forEachSelectedRow(const QTreeWidget *tree,
+                        const std::function<void(const QTreeWidgetItem *)> &visit)
+{
+    struct Level
+    {
+        const QTreeWidgetItem *parent;
+        std::vector<bool> spanned;
+        int next;
+    };
+    const Spans spans(tree);
+    std::vector<Level> levels{
+        {tree->invisibleRootItem(), spans.children(tree->invisibleRootItem()), 0}};
+    while (!levels.empty()) {
+        Level &level = levels.back();
+        if (level.next == level.parent->childCount()) {
+            levels.pop_back();
+            continue;
+        }
+        const auto number = std::size_t(level.next);
+        const QTreeWidgetItem *row = level.parent->child(level.next++);
+        // A range that spans a disabled row does not select it.
+        if (!level.spanned.empty() && level.spanned[number] &&
+            (row->flags() & Selectable) == Selectable)
+            visit(row);
+        if (row->childCount() > 0 && spans.hasBelow(row))
+            levels.push_back({row, spans.children(row), 0});
+    }
+}
+
+void addTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
+{
+    if (tree->topLevelItemCount() == 0) {
+        const auto isParent = [](const QTreeWidgetItem *row) { return row->childCount() > 0; };
+        const auto last = std::find_if_not(rows.cbegin(), rows.cend(), isParent);
+        QTreeWidgetItem numbered; // Adding rows one by one tells them their numbers.
+        std::for_each(rows.cbegin(), last,
+                      [&numbered](QTreeWidgetItem *row) { numbered.addChild(row); });
+        numbered.takeChildren();
+    }
+    tree->addTopLevelItems(rows);
+}
 
 void removeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
 {
@@ -224,11 +321,10 @@ void removeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
 
 void removeSelectedTopLevelRows(QTreeWidget *tree)
 {
-    static constexpr Qt::ItemFlags selectable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
     const std::vector<bool> inside = inSelection(tree);
     // A range that spans a disabled row does not select it.
     const auto isSelected = [&inside](int i, const QTreeWidgetItem *row) {
-        return inside[std::size_t(i)] && (row->flags() & selectable) == selectable;
+        return inside[std::size_t(i)] && (row->flags() & Selectable) == Selectable;
     };
     TopLevel(tree, isSelected).reduce();
 }

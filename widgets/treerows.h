@@ -4,10 +4,24 @@
 
 #include <QList>
 
+#include <functional>
+
 class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace TARN {
+
+/// Calls @p visit for every row of @p tree, each before the rows below it.
+void forEachRow(const QTreeWidget *tree, const std::function<void(const QTreeWidgetItem *)> &visit);
+
+/// The same for the selected rows. Does not look at rows below which none is selected.
+void forEachSelectedRow(const QTreeWidget *tree,
+                        const std::function<void(const QTreeWidgetItem *)> &visit);
+
+/// Appends top-level rows, with their children, to @p tree. When the tree was empty, the parents
+/// that come first know their numbers at once: the model searches the whole list for one that does
+/// not, when the view first asks for the parent of a row below it.
+void addTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows);
 
 /// Deletes top-level rows of @p tree, with their children, in linear time. @p rows has the order of
 /// the tree. The rows that stay keep their expansion, selection and order, and the tree its current
