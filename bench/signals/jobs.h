@@ -17,3 +17,6 @@ bool measureShowing(NETWEIR::RtlNetlist *netlist);
 bool measureMerging();
 
 bool measureRemoving();
+
+/// Lists at their limits.
+bool measureLimits(NETWEIR::RtlNetlist *netlist);

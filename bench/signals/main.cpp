@@ -22,6 +22,7 @@ const std::vector<Job> jobs{
     {"showing", measureShowing},
     {"searching", measureSearching},
     {"merging", [](NETWEIR::RtlNetlist *) { return measureMerging(); }},
+    {"limits", measureLimits},
     {"removing", [](NETWEIR::RtlNetlist *) { return measureRemoving(); }},
 };
 
