@@ -22,7 +22,8 @@ namespace NETWEIR::Internal {
 class ElaboratorRun;
 class ExtractionProgress;
 
-/// Checks, preprocesses and scans the sources of a design. Owns the working folder of the tool.
+/// Checks, preprocesses and scans the sources of a design, and lets the elaborator begin meanwhile
+/// where that is possible. Owns the working folder of the preprocessor.
 class SourceReading
 {
 public:

@@ -12,9 +12,9 @@ class Attempt;
 
 /// Reads Verilog and SystemVerilog with Verilator.
 ///
-/// The preprocessor runs first. Its output is scanned for modules and then becomes, file by file,
-/// the input of the elaborator. So macros carry over from file to file, nothing is preprocessed
-/// twice, and file names for the tool contain no blanks.
+/// The output of the preprocessor is scanned for modules and becomes, file by file, the input of
+/// the elaborator, which may start before the output is complete (EarlyRun). So macros carry over
+/// from file to file, nothing is preprocessed twice, and file names for the tool contain no blanks.
 ///
 /// The sources are read like in synthesis. If that fails and they use the macro of the tool, they
 /// are read once more with the macro defined. Then constructs that the elaborator cannot read are
