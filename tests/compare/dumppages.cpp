@@ -69,8 +69,8 @@ public:
         const bool opened = m_view.open(m_path, QString(), &error);
         m_dump->line(QStringLiteral("OPENED %1 %2").arg(int(opened)).arg(quoted(error)));
         write("opened");
-        if (!page())
-            return; // TARN cannot be used for the design.
+        if (!opened)
+            return; // TARN cannot be used for the design, whose netlist is gone.
         for (int i = 0; i < steps; ++i) {
             const char *name = "program";
             if (m_choice->chance(30))
