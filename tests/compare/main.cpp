@@ -40,8 +40,10 @@ Dump *debugLines = nullptr;
 void writeDebugLine(QtMsgType, const QMessageLogContext &, const QString &message)
 {
     static const QRegularExpression time(QStringLiteral("\\b\\d+(\\.\\d+)?(e-\\d+)? ?m?s\\b"));
-    // A window appears: that may be a banner, which comes when it comes.
-    if (debugLines && !message.contains(QLatin1String("propagateSizeHints")))
+    // A banner, or the copy of unsaved changes, which come when they come.
+    static const QRegularExpression atAnyTime(
+        QStringLiteral("propagateSizeHints|keep the unsaved changes"));
+    if (debugLines && !message.contains(atAnyTime))
         debugLines->line(QStringLiteral("DEBUG ") +
                          quoted(QString(message).replace(time, QStringLiteral("TIME"))));
 }

@@ -97,7 +97,7 @@ void writeIndexes(LongText *text, const QAbstractItemModel *model)
 bool isLeftOut(const QWidget *widget)
 {
     return qobject_cast<const QScrollBar *>(widget) || qobject_cast<const QHeaderView *>(widget) ||
-           widget->objectName().startsWith(QLatin1String("qt_")) || widget->isWindow() ||
+           widget->objectName().startsWith(QLatin1String("qt_scrollarea")) || widget->isWindow() ||
            widget->objectName() == QLatin1String("widget_3");
 }
 
