@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The TARN Inserter authors
 // SPDX-License-Identifier: Apache-2.0
+#include "memoryfile.h"
+
 #include <netweir/internal/signals/vhdlpart.h>
 #include <netweir/netlistbuilder.h>
 #include <netweir/rtlnetlist.h>
@@ -9,8 +11,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
-#include <sys/mman.h>
-#include <unistd.h>
 
 using namespace NETWEIR;
 using namespace NETWEIR::Internal;
@@ -18,25 +18,6 @@ using namespace NETWEIR::Internal;
 namespace {
 
 constexpr std::string_view Separator = "\n== printed ==\n";
-
-/// A file in memory.
-class MemoryFile
-{
-public:
-    explicit MemoryFile(std::string_view content)
-        : m_file(::memfd_create("input", MFD_CLOEXEC))
-    {
-        if (m_file < 0 ||
-            ::write(m_file, content.data(), content.size()) != ssize_t(content.size()))
-            std::abort();
-    }
-    ~MemoryFile() { ::close(m_file); }
-
-    QString path() const { return QStringLiteral("/proc/self/fd/%1").arg(m_file); }
-
-private:
-    const int m_file;
-};
 
 } // namespace
 
