@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <limits>
 
 namespace NETWEIR::Internal {
@@ -18,6 +19,15 @@ namespace NETWEIR::Internal {
 namespace {
 
 constexpr qint64 LargestFile = 1024 * 1024 * 1024;
+
+/// 0 for anything but a decimal number.
+int numberOf(std::string_view text)
+{
+    int number = 0;
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isWhole = end.ec == std::errc() && end.ptr == text.data() + text.size();
+    return isWhole ? number : 0;
+}
 
 } // namespace
 
@@ -74,18 +84,19 @@ QByteArray SourceTexts::textBefore(std::string_view location, int lines) const
 SourceTexts::Location SourceTexts::parse(std::string_view location)
 {
     constexpr int Fields = 5;
-    std::array<QByteArray, Fields> fields;
+    std::array<std::string_view, Fields> fields;
     int count = 0;
     for (bool goesOn = true; goesOn && count <= Fields; ++count) {
         const auto comma = std::min(location.find(','), location.size());
         if (count < Fields)
-            fields[std::size_t(count)] = QByteArray(location.data(), int(comma));
+            fields[std::size_t(count)] = location.substr(0, comma);
         goesOn = comma < location.size();
         location.remove_prefix(goesOn ? comma + 1 : comma);
     }
     if (count != Fields)
         return {};
-    return {fields[0], fields[1].toInt(), fields[2].toInt(), fields[3].toInt(), fields[4].toInt()};
+    return {QByteArray(fields[0].data(), int(fields[0].size())), numberOf(fields[1]),
+            numberOf(fields[2]), numberOf(fields[3]), numberOf(fields[4])};
 }
 
 int SourceTexts::SourceText::offsetOf(int line, int column) const
