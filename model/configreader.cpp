@@ -184,6 +184,7 @@ void ConfigReader::readSignal(SignalItem *signal)
         else
             refuseAttribute(attribute);
     }
+    shareName(&signal->name);
     while (nextElement()) {
         if (isElement(ConfigFormat::Member)) {
             signal->members.append(SignalItem());
@@ -194,6 +195,19 @@ void ConfigReader::readSignal(SignalItem *signal)
             refuseElement();
         }
     }
+}
+
+/// Lets equal names share their memory: cores may probe the same nets. A table of all names would
+/// take longer than all else when they differ, so this one forgets.
+void ConfigReader::shareName(QString *name)
+{
+    constexpr std::size_t size = 1 << 17;
+    m_names.resize(size);
+    QString &known = m_names[qHash(*name) % size];
+    if (known == *name)
+        *name = known;
+    else
+        known = *name;
 }
 
 /// Moves to the next element inside the current one. False at the end of the current element and

@@ -54,6 +54,7 @@ private:
     void readCoreAttributes(TarnCore *core);
     void readPort(ProbeIn *port, QString *initialValue);
     void readSignal(SignalItem *signal);
+    void shareName(QString *name);
 
     bool nextElement();
     void checkEncoding();
@@ -79,7 +80,8 @@ private:
     QXmlStreamReader m_xml;
     std::vector<std::unique_ptr<TarnCore>> m_cores;
     ConfigLines m_lines;
-    int m_line = 0; ///< On which the tag of the current element begins.
+    std::vector<QString> m_names; ///< Of signals, each where its hash says, the last one stays.
+    int m_line = 0;               ///< On which the tag of the current element begins.
     int m_depth = 0;
     QString m_error;
 };

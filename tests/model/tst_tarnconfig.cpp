@@ -76,6 +76,7 @@ private Q_SLOTS:
     void everyFieldComesBack();
     void unchangedContentIsRewrittenByteForByte();
     void emptyInitialValueStaysEmpty();
+    void equalNamesShareTheirMemory();
     void anyTextOfXmlComesBack_data();
     void anyTextOfXmlComesBack();
     void limitsOfTheEditorDoNotHold();
@@ -256,6 +257,26 @@ void TestTarnConfig::emptyInitialValueStaysEmpty()
     cores.add(0)->addProbeOut(0);
     const Cores copy = reread(cores.list);
     QVERIFY(copy.list.at(0)->probeOuts.at(0)->initialValue.isEmpty());
+}
+
+void TestTarnConfig::equalNamesShareTheirMemory()
+{
+    Cores cores;
+    for (int i = 0; i < 2; ++i) {
+        TarnCore *core = cores.add(i);
+        core->addProbeIn(0);
+        for (const QString &name : {QStringLiteral("top/a"), QStringLiteral("top/b")}) {
+            core->probeIns.last()->signals.append(SignalItem());
+            core->probeIns.last()->signals.last().name = QString(name.constData(), name.size());
+        }
+    }
+    const Cores copy = reread(cores.list);
+    for (int i = 0; i < 2; ++i) {
+        const QString &one = copy.list.at(0)->probeIns.at(0)->signals.at(i).name;
+        const QString &other = copy.list.at(1)->probeIns.at(0)->signals.at(i).name;
+        QCOMPARE(one, QStringLiteral("top/") + QLatin1Char(i == 0 ? 'a' : 'b'));
+        QVERIFY(one.isSharedWith(other));
+    }
 }
 
 void TestTarnConfig::anyTextOfXmlComesBack_data()
