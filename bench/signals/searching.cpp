@@ -129,7 +129,7 @@ public:
         const SearchOptions options = optionsOf(Plain, pattern, sensitivity);
         const QStringMatcher matcher(options.pattern, sensitivity);
         compare(options, [&matcher](const QString &name) { return matcher.indexIn(name) != -1; });
-        m_table.add(titleOf(Plain, pattern, sensitivity), ratio(21), "x", 1.5);
+        m_table.add(titleOf(Plain, pattern, sensitivity), ratio(11), "x", 1.5);
     }
 
     void expression(const Mode &mode, const char *pattern, Qt::CaseSensitivity sensitivity,
@@ -148,7 +148,7 @@ public:
     void hierarchical(const Mode &mode, const char *pattern, Qt::CaseSensitivity sensitivity)
     {
         compareViews(optionsOf(mode, pattern, sensitivity));
-        m_table.add("hierarchical, " + titleOf(mode, pattern, sensitivity), ratio(21), "x", 1.5);
+        m_table.add("hierarchical, " + titleOf(mode, pattern, sensitivity), ratio(11), "x", 1.5);
     }
 
     /// Without a pattern no name is compared: the flat search only joins lists, so creating the
@@ -156,7 +156,7 @@ public:
     void hierarchicalOfAll()
     {
         compareViews(optionsOf(Plain, "", Qt::CaseInsensitive));
-        m_table.add("hierarchical, no pattern", ratio(21), "x");
+        m_table.add("hierarchical, no pattern", ratio(11), "x");
     }
 
     bool print() const { return m_table.print(); }
