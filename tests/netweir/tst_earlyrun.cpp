@@ -103,6 +103,7 @@ private Q_SLOTS:
 
     void changesNoResult_data();
     void changesNoResult();
+    void givesUpAtAnImportOfALaterPackage();
     void dependsOnNoToolInTime_data();
     void dependsOnNoToolInTime();
     void hasTheTimeOfAnyOtherRun();
@@ -200,6 +201,30 @@ void TestEarlyRun::changesNoResult()
     const Outcome outcome = extract(design, QStringLiteral("top"));
     QVERIFY2(outcome == reference, outcome.text() + "instead of\n" + reference.text());
     QCOMPARE(takeNotes(), runs);
+}
+
+/// The elaborator gets nothing that it would have to read again.
+void TestEarlyRun::givesUpAtAnImportOfALaterPackage()
+{
+    const QByteArray package("package p; typedef logic word; endpackage\n");
+    const QByteArray user("module top(input c); import p::*; word w; endmodule\n");
+    const ToolScript fake(noteRuns() + Preprocess + "code=$?; sleep 0.1; exit $code; }\n" +
+                          "[ -z \"$early\" ] || cat text0.sv >> '" +
+                          m_folder.path(QStringLiteral("tool-notes")).toLocal8Bit() + "'\n" +
+                          ToolScript::elaborate());
+    DesignFixture design;
+    design.add(QStringLiteral("a.sv"), user);
+    design.add(QStringLiteral("b.sv"), package);
+    QVERIFY(!extract(design, QStringLiteral("top")).netlist.isEmpty());
+    QStringList notes = takeNotes();
+    notes.removeAll(QStringLiteral("early")); // Unless it ended before it noted anything.
+    QCOMPARE(notes, QStringList("late"));
+
+    DesignFixture inOrder;
+    inOrder.add(QStringLiteral("b.sv"), package);
+    inOrder.add(QStringLiteral("a.sv"), user);
+    QVERIFY(!extract(inOrder, QStringLiteral("top")).netlist.isEmpty());
+    QCOMPARE(takeNotes(), QStringList({"early", QString::fromLatin1(package.trimmed())}));
 }
 
 void TestEarlyRun::dependsOnNoToolInTime_data()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "earlyrun.h"
 
+#include <netweir/internal/modules/designscopes.h>
 #include <netweir/internal/sources/designsources.h>
 #include <netweir/internal/sources/preprocessedtext.h>
 
@@ -17,7 +18,8 @@ bool EarlyRun::isPossible(const DesignSources &sources)
 }
 
 EarlyRun::EarlyRun(const QString &program, const DesignSources &sources)
-    : m_input(guessInput(sources))
+    : m_sources(sources)
+    , m_input(guessInput(sources))
     , m_files(m_folder, m_input.files)
 {
     if (m_files.isGood())
@@ -27,10 +29,30 @@ EarlyRun::EarlyRun(const QString &program, const DesignSources &sources)
 
 void EarlyRun::offer(const PreprocessedText &text)
 {
-    while (m_offered.size() < text.complete()) {
+    while (m_run && m_offered.size() < text.complete()) {
+        if (!isInOrder(text, m_offered.size())) {
+            m_run.reset();
+            return;
+        }
         m_offered.append(text.texts()[m_offered.size()]);
         m_files.append(m_offered.last());
     }
+}
+
+/// False when a text imports from a package that a later text may declare.
+bool EarlyRun::isInOrder(const PreprocessedText &text, int index)
+{
+    if (!mayUseScopes(m_sources, text, index))
+        return true;
+    const TextScopes scopes = scanScopes(text.texts()[index], isSystemVerilog(m_sources, index));
+    QVector<PackageUse> uses = scopes.uses;
+    for (const ScopeBlock &block : scopes.blocks) {
+        m_packages.insert(block.package);
+        uses += block.uses;
+    }
+    return std::all_of(uses.begin(), uses.end(), [this](const PackageUse &use) {
+        return !use.imported || m_packages.contains(use.package);
+    });
 }
 
 bool EarlyRun::complete(const ElaboratorInput &input)

@@ -8,6 +8,8 @@
 #include <netweir/internal/tool/pipedfiles.h>
 #include <netweir/internal/tool/workfolder.h>
 
+#include <QByteArray>
+#include <QSet>
 #include <QVector>
 
 #include <memory>
@@ -28,9 +30,11 @@ public:
     /// Whether the input can be guessed before the sources are read.
     static bool isPossible(const DesignSources &sources);
 
+    /// @p sources must outlive this object.
     EarlyRun(const QString &program, const DesignSources &sources);
 
-    /// Lets the elaborator read the texts that are complete.
+    /// Lets the elaborator read the texts that are complete. Gives up when they have to be in
+    /// another order.
     void offer(const PreprocessedText &text);
 
     /// Gives the elaborator what it has not read yet. False when it has read anything else than @p
@@ -43,10 +47,14 @@ public:
     std::unique_ptr<ElaboratorRun> takeRun() { return std::move(m_run); }
 
 private:
+    bool isInOrder(const PreprocessedText &text, int index);
+
+    const DesignSources &m_sources;
     WorkFolder m_folder;
     const GuessedInput m_input;
     PipedFiles m_files;
     QVector<QByteArray> m_offered; ///< Texts.
+    QSet<QByteArray> m_packages;   ///< Declared in them.
     std::unique_ptr<ElaboratorRun> m_run;
 };
 
