@@ -329,6 +329,25 @@ private Q_SLOTS:
             }
         }
     }
+
+    /// Nothing is selected, but only because a row was selected and then toggled.
+    void clearingForgetsWhatWasToggled()
+    {
+        Watched plain(new QTreeWidget);
+        Watched large(new LargeTreeWidget);
+        for (Watched *watched : {&plain, &large}) {
+            watched->tree()->addTopLevelItems(
+                {new QTreeWidgetItem({"a"}), new QTreeWidgetItem({"b"})});
+            const QModelIndex a = watched->tree()->model()->index(0, 0);
+            watched->selection()->select(a, QItemSelectionModel::Select);
+            watched->selection()->select(a, QItemSelectionModel::Toggle);
+            QVERIFY(watched->tree()->selectedItems().isEmpty());
+            watched->tree()->clearSelection();
+            watched->selection()->select(a.sibling(1, 0), QItemSelectionModel::SelectCurrent);
+        }
+        QCOMPARE(textOf(plain.selection()->selection()), QString("b..b"));
+        QCOMPARE(large.state(), plain.state());
+    }
 };
 
 TARN_TEST_MAIN(TestLargeTreeWidget)
