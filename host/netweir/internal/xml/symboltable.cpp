@@ -11,7 +11,7 @@ namespace NETWEIR::Internal {
 
 void SymbolTable::add(std::string_view name, const Symbol &symbol)
 {
-    if (4 * (m_entries.size() + 1) > 3 * m_slots.size())
+    if (2 * (m_entries.size() + 1) > m_slots.size())
         grow();
     int &entry = itemAt(m_slots, slotOf(name));
     if (entry >= 0)

@@ -19,7 +19,7 @@ struct Symbol
 /// The names of a scope and their meanings.
 ///
 /// The names belong to the design. Large designs have a table for each of many small scopes, so it
-/// takes less memory than a container of nodes: about 32 bytes for a name.
+/// takes less memory than a container of nodes: about 36 bytes for a name.
 class SymbolTable
 {
 public:
@@ -41,8 +41,9 @@ private:
     void grow();
 
     std::vector<Entry> m_entries; ///< In the order in which they came.
-    /// Numbers of the entries by the hash of their names; negative for none. There are more places
-    /// than entries, a power of two.
+    /// Numbers of the entries by the hash of their names; negative for none. There are at least
+    /// twice as many places as entries, a power of two: each place in use costs two look-ups in
+    /// memory.
     std::vector<int> m_slots;
 };
 
