@@ -38,7 +38,8 @@ Dump::Dump(const QString &path)
 
 Dump::~Dump()
 {
-    if (std::fclose(m_file) != 0) {
+    const bool isComplete = std::ferror(m_file) == 0;
+    if (std::fclose(m_file) != 0 || !isComplete) {
         std::perror("the dump is not complete");
         std::exit(2);
     }
