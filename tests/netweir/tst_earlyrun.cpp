@@ -253,6 +253,8 @@ void TestEarlyRun::dependsOnNoToolInTime_data()
         "[ -z \"$early\" ] || { cat text0.v text1.v stubs.sv > text;"
         " echo '<verilator_xml>' > design.xml; exit 0; }\n",
         {"early", "late"});
+    row("leaves no place for the last file", "[ -z \"$early\" ] || mkdir stubs.sv.complete\n",
+        {"early", "late"});
     row("reads a part of a file and then all", "[ -z \"$early\" ] || head -c 3 text0.v > text\n",
         {"early"});
     row("reads in another order", "[ -z \"$early\" ] || cat text1.v > text\n", {"early"});

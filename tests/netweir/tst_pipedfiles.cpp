@@ -6,6 +6,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
@@ -72,6 +73,8 @@ private Q_SLOTS:
     void areRegularFilesWhenTheyWereRead();
     void noticeAToolThatIsAhead();
     void needPipes();
+    void letNoToolWaitForAFileThatCannotBeWritten_data();
+    void letNoToolWaitForAFileThatCannotBeWritten();
     void endWithoutATool_data();
     void endWithoutATool();
 };
@@ -139,6 +142,34 @@ void TestPipedFiles::needPipes()
     QString error;
     QVERIFY(folder.write(QStringLiteral("b"), "taken", &error));
     QVERIFY(!PipedFiles(folder, Names).isGood());
+}
+
+void TestPipedFiles::letNoToolWaitForAFileThatCannotBeWritten_data()
+{
+    QTest::addColumn<bool>("complete");
+    QTest::newRow("while others are not known") << false;
+    QTest::newRow("after all are known") << true;
+}
+
+/// The tool reads nothing instead, and nobody takes its result.
+void TestPipedFiles::letNoToolWaitForAFileThatCannotBeWritten()
+{
+    QFETCH(bool, complete);
+    const WorkFolder folder;
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("a.complete")));
+    PipedFiles files(folder, Names);
+    if (complete) {
+        files.hold();
+        files.complete(Contents);
+    } else {
+        files.append(Contents.first());
+    }
+    Reader reader(folder, complete ? QStringList{"a", "a", "b", "c"} : QStringList{"a", "a"});
+    QVector<QByteArray> expected{QByteArray()}; // The second time there is no file.
+    if (complete)
+        expected += Contents.mid(1);
+    QCOMPARE(reader.contents(), expected);
+    QVERIFY(!files.isGood());
 }
 
 void TestPipedFiles::endWithoutATool_data()

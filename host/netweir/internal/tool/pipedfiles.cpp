@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <new>
 #include <poll.h>
 #include <unistd.h>
 
@@ -60,8 +61,7 @@ PipedFiles::PipedFiles(const WorkFolder &folder, const QStringList &names)
 {
     if (!m_isGood)
         return;
-    m_thread.reset(QThread::create([this] { run(); }));
-    m_thread->start();
+    start(&m_thread, [this] { run(); });
 }
 
 PipedFiles::~PipedFiles()
@@ -117,18 +117,29 @@ bool PipedFiles::complete(const QVector<QByteArray> &contents)
             m_isGood = false;
     }
     if (!contents.isEmpty() && m_isGood) {
-        m_lastThread.reset(QThread::create([this, content = contents.first()] {
-            blockPipeSignal();
-            fill(m_end, content);
-        }));
-        m_lastThread->start();
+        start(&m_lastThread, [this, content = contents.first()] { fill(m_end, content); });
     }
     return m_isGood;
 }
 
+/// The system may have no thread or no memory left.
+void PipedFiles::start(std::unique_ptr<QThread> *thread, const std::function<void()> &task)
+{
+    thread->reset(QThread::create([this, task] {
+        blockPipeSignal();
+        try {
+            task();
+        } catch (const std::bad_alloc &) {
+            m_isGood = false;
+        }
+    }));
+    (*thread)->start();
+    if (!(*thread)->isRunning() && !(*thread)->isFinished())
+        m_isGood = false;
+}
+
 void PipedFiles::run()
 {
-    blockPipeSignal();
     for (int file = 0; file < m_names.size() && m_isGood; ++file) {
         QByteArray content;
         {
@@ -146,18 +157,20 @@ void PipedFiles::run()
 }
 
 /// The regular file is in place before the tool gets the content, because a tool that closes the
-/// pipe may open the file again.
+/// pipe may open the file again. If that fails, the tool finds the file empty, and then none,
+/// rather than waiting for it.
 void PipedFiles::fill(int file, const QByteArray &content)
 {
-    if (!writeBeside(file, content)) {
+    if (!writeBeside(file, content))
         m_isGood = false;
-        return;
-    }
-    const int pipe = ::open(pathOf(file).constData(), O_WRONLY | O_CLOEXEC); // Waits for the tool.
-    if (pipe < 0 || m_isEnding || !putInPlace(file))
-        m_isGood = false;
-    else
+    const QByteArray path = pathOf(file);
+    const int pipe = ::open(path.constData(), O_WRONLY | O_CLOEXEC); // Waits for the tool.
+    if (pipe >= 0 && !m_isEnding && m_isGood && putInPlace(file)) {
         writeToPipe(pipe, content, m_isEnding);
+    } else {
+        m_isGood = false;
+        ::unlink(path.constData());
+    }
     if (pipe >= 0)
         ::close(pipe);
 }

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <mutex>
@@ -33,8 +34,8 @@ public:
     PipedFiles(const PipedFiles &) = delete;
     PipedFiles &operator=(const PipedFiles &) = delete;
 
-    /// False when a pipe cannot be made or a file cannot be written. The tool may wait for ever
-    /// then.
+    /// False when a pipe cannot be made or a file cannot be written. Then the tool may wait for
+    /// ever, and what it has read is not as it should be.
     bool isGood() const { return m_isGood; }
 
     /// The content of the next file.
@@ -48,6 +49,7 @@ public:
     bool complete(const QVector<QByteArray> &contents);
 
 private:
+    void start(std::unique_ptr<QThread> *thread, const std::function<void()> &task);
     void run();
     void join(QThread *thread, int file) const;
     void fill(int file, const QByteArray &content);

@@ -158,8 +158,9 @@ void Attempt::elaborate(ExtractionProgress *progress, int limit)
 /// Takes the result of a run, or runs once more with an input that its messages improve.
 void Attempt::finishRun()
 {
-    m_isElaborated = m_run->succeeded() && isCompleteXml(resultPath());
-    if (isToBeRepeated()) {
+    const bool hasInput = !m_earlyRun || m_earlyRun->isGood();
+    m_isElaborated = hasInput && m_run->succeeded() && isCompleteXml(resultPath());
+    if (!hasInput || isToBeRepeated()) {
         startRun();
         return;
     }

@@ -41,6 +41,10 @@ public:
     /// input, or does not run any more; then this object is of no use.
     bool complete(const ElaboratorInput &input);
 
+    /// False when the elaborator could not get all files, also after complete(): whatever it says
+    /// then means nothing.
+    bool isGood() const { return m_files.isGood(); }
+
     const WorkFolder &folder() const { return m_folder; }
 
     /// Null before the run is complete().
