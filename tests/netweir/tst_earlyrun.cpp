@@ -253,7 +253,7 @@ void TestEarlyRun::dependsOnNoToolInTime_data()
         "[ -z \"$early\" ] || { cat text0.v text1.v stubs.sv > text;"
         " echo '<verilator_xml>' > design.xml; exit 0; }\n",
         {"early", "late"});
-    row("leaves no place for the last file", "[ -z \"$early\" ] || mkdir stubs.sv.complete\n",
+    row("leaves no place for a file", "[ -z \"$early\" ] || mkdir text1.v.complete\n",
         {"early", "late"});
     row("reads a part of a file and then all", "[ -z \"$early\" ] || head -c 3 text0.v > text\n",
         {"early"});
