@@ -6,6 +6,7 @@
 #include <support/testcase.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QTest>
 
 using namespace NETWEIR::Internal;
@@ -27,6 +28,7 @@ void TestNetDrivers::numbersNetsByPointer_data()
     QTest::addColumn<quint64>("distance");
     QTest::newRow("as they are") << quint64(160);
     QTest::newRow("side by side") << quint64(1);
+    QTest::newRow("two to a place") << quint64(8);
     QTest::newRow("equal lowest bits") << (quint64(1) << 24);
     QTest::newRow("equal lowest bits, very far apart") << (quint64(1) << 40);
 }
@@ -34,13 +36,17 @@ void TestNetDrivers::numbersNetsByPointer_data()
 void TestNetDrivers::numbersNetsByPointer()
 {
     QFETCH(quint64, distance);
-    constexpr int Nets = 20000;
+    constexpr int Nets = 200000;
+    constexpr int MostMilliseconds = 10000; // Hundreds of times what it takes.
+    QElapsedTimer timer;
+    timer.start();
     NetDrivers drivers;
     for (int i = 0; i < Nets; ++i)
         QCOMPARE(drivers.add(quint64(i) * distance + 0x5623D6BE2E50), i);
     for (int i = Nets - 1; i >= 0; --i)
         QCOMPARE(drivers.add(quint64(i) * distance + 0x5623D6BE2E50), i);
     QCOMPARE(drivers.size(), Nets);
+    QVERIFY2(timer.elapsed() < MostMilliseconds, qPrintable(QString::number(timer.elapsed())));
 }
 
 void TestNetDrivers::countsDrivers()

@@ -17,12 +17,13 @@ namespace {
 
 constexpr std::size_t FirstSlots = 1024; ///< A power of two.
 
+constexpr quint64 Spread = 0x9E3779B97F4A7C15U;
+
 /// Pointers that are close to each other have hashes that are.
 quint64 hashOf(quint64 pointer)
 {
     constexpr int Alignment = 4; // As a power of two.
     constexpr int Region = 20;
-    constexpr quint64 Spread = 0x9E3779B97F4A7C15U;
     const quint64 place = pointer >> Alignment;
     return place + (((place >> Region) * Spread) >> 32);
 }
@@ -112,13 +113,16 @@ int NetDrivers::sourceOf(int net) const
     return itemAt(m_sources, net);
 }
 
-/// The slot with the pointer, or the free one where it belongs.
+/// The slot with the pointer, or the free one where it belongs. Where many pointers are too close,
+/// it is far from those.
 std::size_t NetDrivers::slotOf(quint64 pointer) const
 {
+    constexpr int MostNeighbours = 8;
     const std::size_t mask = m_slots.size() - 1;
+    const std::size_t leap = std::size_t((pointer * Spread) >> 32) | 1U; // Odd: reaches all slots.
     std::size_t slot = std::size_t(hashOf(pointer)) & mask;
-    while (m_slots[slot] != 0 && m_pointers[m_slots[slot] - 1] != pointer)
-        slot = (slot + 1) & mask;
+    for (int i = 0; m_slots[slot] != 0 && m_pointers[m_slots[slot] - 1] != pointer; ++i)
+        slot = (slot + (i < MostNeighbours ? 1U : leap)) & mask;
     return slot;
 }
 
