@@ -13,23 +13,10 @@ BitLabel::BitLabel(const QString &bits)
     : m_palette(QApplication::palette(this))
 {
     setFixedHeight(ValueTree::RowHeight); // By itself it would make its row a pixel higher.
-    setTextSilently(bits);
-    hide();
-}
-
-void BitLabel::renew(const QString &bits)
-{
-    m_palette = QApplication::palette(this);
-    setTextSilently(bits);
-    if (!toolTip().isEmpty())
-        setToolTip(QString());
-}
-
-void BitLabel::setTextSilently(const QString &text)
-{
     m_silent = true;
-    setText(text);
+    setText(bits);
     m_silent = false;
+    hide();
 }
 
 const QMetaObject *BitLabel::metaObject() const

@@ -19,11 +19,6 @@ public:
     /// Hidden, and without a parent.
     explicit BitLabel(const QString &bits);
 
-    /// Whether the label has put its style off so far.
-    bool isFresh() const { return !m_followsStyle; }
-    /// Makes a fresh label one for other bits, as if it were new.
-    void renew(const QString &bits);
-
     /// From hold() to release() the label stays hidden. Views show each widget that they take over,
     /// in sight or not.
     void hold() { m_held = true; }
@@ -38,7 +33,6 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void setTextSilently(const QString &text);
     bool followStyle(QEvent *polish);
     void keepPalette();
     void followPalette();

@@ -5,7 +5,6 @@
 #include "bitlabel.h"
 #include "initialvalueline.h"
 #include "portbits.h"
-#include "valuetree.h"
 
 #include <QTreeWidget>
 
@@ -23,11 +22,10 @@ QString sharedText(const QString &bits)
     return bits;
 }
 
-/// A hidden label that has no row yet.
-BitLabel *newLabel(QTreeWidget *tree, const QString &bits, InitialValueLine *line)
+/// A label that belongs to no widget yet.
+BitLabel *newLabel(const QString &bits, InitialValueLine *line)
 {
-    auto *values = qobject_cast<ValueTree *>(tree);
-    BitLabel *label = values ? values->newLabel(sharedText(bits)) : new BitLabel(sharedText(bits));
+    auto *label = new BitLabel(sharedText(bits));
     InitialValueLine::showBits(label, bits);
     line->addBitLabel(label);
     return label;
@@ -42,14 +40,14 @@ void value2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, SignalItem item, QSt
     if (!parent)
         return;
     auto *row = new QTreeWidgetItem(parent, type);
-    tree->setItemWidget(row, 0, newLabel(tree, takeBits(bits, item.width()), line));
+    tree->setItemWidget(row, 0, newLabel(takeBits(bits, item.width()), line));
 }
 
 void values2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalItem> &items,
                  QString &bits, InitialValueLine *line)
 {
     for (int i = 0; i < items.size(); ++i) {
-        BitLabel *label = newLabel(tree, takeBits(bits, items.at(i).width()), line);
+        BitLabel *label = newLabel(takeBits(bits, items.at(i).width()), line);
         label->hold(); // The tree shows it when it lays out its rows, if it is in sight.
         tree->setItemWidget(parent->child(i), 0, label);
         label->release();

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "valuetree.h"
 
-#include "bitlabel.h"
 #include "initialvalueline.h"
 
 #include <QAbstractItemDelegate>
@@ -46,28 +45,7 @@ void ValueTree::deleteWidget(QTreeWidgetItem *row)
     QWidget *widget = itemWidget(row, 0);
     // The tree does not notice by itself that one of its widgets has gone.
     removeItemWidget(row, 0);
-    if (!spare(widget))
-        delete widget;
-}
-
-/// Keeps a label that is as good as a new one for newLabel(), which takes longer to make one.
-bool ValueTree::spare(QWidget *widget)
-{
-    auto *label = dynamic_cast<BitLabel *>(widget);
-    if (!m_suspended || !label || !label->isFresh())
-        return false;
-    QCoreApplication::removePostedEvents(label, QEvent::DeferredDelete);
-    m_spares.append(label);
-    return true;
-}
-
-BitLabel *ValueTree::newLabel(const QString &bits)
-{
-    if (m_spares.isEmpty())
-        return new BitLabel(bits);
-    BitLabel *label = m_spares.takeLast();
-    label->renew(bits);
-    return label;
+    delete widget;
 }
 
 void ValueTree::suspendLayout(bool many)
@@ -81,8 +59,6 @@ void ValueTree::suspendLayout(bool many)
 void ValueTree::resumeLayout()
 {
     m_suspended = false;
-    qDeleteAll(m_spares);
-    m_spares.clear();
     doItemsLayout();
     viewport()->show();
 }

@@ -6,7 +6,6 @@
 
 namespace TARN {
 
-class BitLabel;
 class InitialValueLine;
 
 /// The tree of initial values: a top-level row for each port, with its line, and below it a row for
@@ -39,9 +38,6 @@ public:
     void suspendLayout(bool many = true);
     void resumeLayout();
 
-    /// A hidden label that has no row yet. It may be one of those deleted since suspendLayout().
-    BitLabel *newLabel(const QString &bits);
-
 protected:
     void scrollContentsBy(int dx, int dy) override;
 
@@ -51,10 +47,8 @@ protected Q_SLOTS:
 private:
     InitialValueLine *lineOf(QTreeWidgetItem *portRow) const;
     void deleteWidget(QTreeWidgetItem *row);
-    bool spare(QWidget *widget);
     QWidget *place(const QModelIndex &index);
 
-    QList<BitLabel *> m_spares; ///< Children of the viewport, while the layout is suspended.
     bool m_suspended = false;
 };
 

@@ -1167,34 +1167,6 @@ private Q_SLOTS:
         QCOMPARE(f.label(1, 1)->toolTip(), QString());
     }
 
-    void rebuiltLabelsAreLikeNewOnes()
-    {
-        Signals buses;
-        for (int i = 0; i < 40; ++i)
-            buses.append(bus(QString::number(i), 2));
-        Fixture f(coreOf({}, {{bus("d", 3), bus("e", 2), net("a")}, buses}, {"0x37", "0x0"}));
-        f.out()->expandAll();
-        f.show();
-        QCOMPARE(f.label(1, 29)->toolTip(), QStringLiteral("00"));
-        f.core->getProbeOut(0)->signals = {net("b"), bus("g", 2), net("c")};
-        f.setSignals(1, nets(30));
-        QCOMPARE(f.shownValues(),
-                 QStringList({"0xD 1 10 1", "0x00000000" + QString(" 0").repeated(30)}));
-        QCOMPARE(f.label(0, 1)->toolTip(), QStringLiteral("10"));
-        for (int i = 0; i < 30; ++i)
-            QCOMPARE(f.label(1, i)->toolTip(), QString());
-        const auto labels = [&f] {
-            return f.values()->viewport()->findChildren<QLabel *>().size();
-        };
-        QCOMPARE(labels(), 33);
-        f.setSignals(1, nets(50));
-        QCOMPARE(labels(), 53);
-        f.verifyAligned();
-        f.setSignals(1, {});
-        QCOMPARE(labels(), 3);
-        f.verifyAligned();
-    }
-
     void labelsWithoutAccessibleObjectGetOne()
     {
         Fixture f(coreOf({}, {{net("a")}}, {"0x1"}));
