@@ -43,8 +43,9 @@ void ValueTree::deletePort(int row)
 void ValueTree::deleteWidget(QTreeWidgetItem *row)
 {
     QWidget *widget = itemWidget(row, 0);
-    // The tree does not notice by itself that one of its widgets has gone.
-    removeItemWidget(row, 0);
+    // The tree does not notice by itself that one of its widgets has gone. removeItemWidget() would
+    // post an event to the widget, for which its destructor would search all posted events.
+    editorDestroyed(widget);
     delete widget;
 }
 
