@@ -11,6 +11,8 @@
 #include <QIcon>
 #include <QTreeWidgetItem>
 
+#include <algorithm>
+
 namespace TARN {
 
 namespace {
@@ -141,6 +143,24 @@ SignalItem signalOfResult(const QTreeWidgetItem *row)
     SignalItem item;
     item.name = row->data(0, Qt::DisplayRole).toString();
     item.kind = SignalItem::Bus;
+    return item;
+}
+
+SignalItem ResultSignals::of(const QTreeWidgetItem *row)
+{
+    SignalItem item = signalOfResult(row);
+    if (!item.members.isEmpty()) {
+        m_parent = row;
+        m_members = item.members;
+        m_next = 0;
+    } else if (row->parent() == m_parent) {
+        const auto same =
+            std::find_if(m_members.cbegin() + m_next, m_members.cend(),
+                         [&item](const SignalItem &member) { return member.name == item.name; });
+        m_next = int(same - m_members.cbegin());
+        if (same != m_members.cend())
+            item.name = same->name;
+    }
     return item;
 }
 

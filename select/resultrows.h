@@ -27,4 +27,17 @@ QTreeWidgetItem *newModuleRow(const ModuleForWidget &module, ProbeType type);
 /// texts stand for them.
 SignalItem signalOfResult(const QTreeWidgetItem *row);
 
+/// The same for rows in the order of their tree. Each name is kept in memory once: those of member
+/// rows are the ones that the signal of the bus above them has.
+class ResultSignals
+{
+public:
+    SignalItem of(const QTreeWidgetItem *row);
+
+private:
+    const QTreeWidgetItem *m_parent = nullptr; ///< The last row with members.
+    QList<SignalItem> m_members;               ///< Of its signal.
+    int m_next = 0;                            ///< Those before it belong to rows already passed.
+};
+
 } // namespace TARN

@@ -329,16 +329,17 @@ void TarnSignalSelectDialog::addModuleInWidget(QTreeWidgetItem *parent,
 void TarnSignalSelectDialog::onAddSignal()
 {
     TreeMerge merge(ui->treeWidgetAddSignal);
+    ResultSignals results;
     forEachSelectedRow(ui->treeWidget,
-                       [&merge](const QTreeWidgetItem *row) { merge.add(signalOfResult(row)); });
+                       [&](const QTreeWidgetItem *row) { merge.add(results.of(row)); });
     merge.finish();
 }
 
 void TarnSignalSelectDialog::onAddAllSignal()
 {
     TreeMerge merge(ui->treeWidgetAddSignal);
-    forEachRow(ui->treeWidget,
-               [&merge](const QTreeWidgetItem *row) { merge.add(signalOfResult(row)); });
+    ResultSignals results;
+    forEachRow(ui->treeWidget, [&](const QTreeWidgetItem *row) { merge.add(results.of(row)); });
     merge.finish();
 }
 

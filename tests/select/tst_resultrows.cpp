@@ -59,6 +59,8 @@ private Q_SLOTS:
     void clonesOutliveTheNetlist();
     void signalOfAResult_data();
     void signalOfAResult();
+    void membersShareTheNamesOfTheirBus_data();
+    void membersShareTheNamesOfTheirBus();
 
 private:
     const std::unique_ptr<NETWEIR::RtlNetlist> m_netlist = TarnTest::sampleNetlist();
@@ -186,6 +188,37 @@ void TestResultRows::signalOfAResult()
     QTreeWidgetItem row({"shown"});
     row.setData(0, Qt::UserRole, stored);
     QCOMPARE(textOf(signalOfResult(&row)), signal);
+}
+
+void TestResultRows::membersShareTheNamesOfTheirBus_data()
+{
+    QTest::addColumn<int>("first");
+    QTest::newRow("all") << 0;
+    QTest::newRow("without the first") << 1;
+}
+
+void TestResultRows::membersShareTheNamesOfTheirBus()
+{
+    QFETCH(int, first);
+    const NETWEIR::Hierachy *top = m_netlist->top();
+    QTreeWidgetItem flat;
+    flat.addChildren(newResultRows(top->nets(), top->buses(), ProbeTypeOut));
+    const std::unique_ptr<QTreeWidgetItem> module(
+        newModuleRow({"m", top->nets(), top->buses(), {}}, ProbeTypeOut));
+    for (const QTreeWidgetItem *rows : {&flat, module.get()}) {
+        ResultSignals results;
+        const QTreeWidgetItem *busRow = rows->child(0);
+        const SignalItem bus = results.of(busRow);
+        QCOMPARE(textOf(bus), textOf(signalOfResult(busRow)));
+        QCOMPARE(bus.members.size(), busRow->childCount());
+        for (int i = first; i < busRow->childCount(); ++i) {
+            const SignalItem member = results.of(busRow->child(i));
+            QCOMPARE(textOf(member), textOf(signalOfResult(busRow->child(i))));
+            QVERIFY(member.name.isSharedWith(bus.members.at(i).name));
+        }
+        for (int i = 1; i < rows->childCount(); ++i)
+            QCOMPARE(textOf(results.of(rows->child(i))), textOf(signalOfResult(rows->child(i))));
+    }
 }
 
 TARN_TEST_MAIN(TestResultRows)
