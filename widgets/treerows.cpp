@@ -79,11 +79,16 @@ int topRowOf(const QModelIndex &index)
     return index.parent().isValid() ? topRowOf(index.parent()) : index.row();
 }
 
+/// Every tree knows the rows of its indexes, but tells only derived classes.
+class RowAccess : public QTreeWidget
+{
+public:
+    using QTreeWidget::itemFromIndex;
+};
+
 const QTreeWidgetItem *rowAt(const QTreeWidget *tree, const QModelIndex &index)
 {
-    if (!index.isValid())
-        return tree->invisibleRootItem();
-    return rowAt(tree, index.parent())->child(index.row());
+    return index.isValid() ? (tree->*&RowAccess::itemFromIndex)(index) : tree->invisibleRootItem();
 }
 
 /// The top-level rows of a tree, divided into those that go and those that stay.
@@ -218,11 +223,13 @@ public:
 private:
     void add(const QItemSelectionRange &range, const QTreeWidgetItem *parent)
     {
+        // Those above a row that is already here are here too.
+        for (const QTreeWidgetItem *row = parent; row && !m_children.contains(row);
+             row = row->parent())
+            m_children[row];
         std::vector<bool> &children = m_children[parent];
         children.resize(std::size_t(parent->childCount()));
         std::fill(children.begin() + range.top(), children.begin() + range.bottom() + 1, true);
-        for (const QTreeWidgetItem *row = parent->parent(); row; row = row->parent())
-            m_children[row];
     }
 
     QHash<const QTreeWidgetItem *, std::vector<bool>> m_children;

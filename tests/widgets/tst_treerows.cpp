@@ -219,6 +219,31 @@ private Q_SLOTS:
         QCOMPARE(tree.verticalScrollBar()->value(), 30);
     }
 
+    void visitsSelectedRowsOfADeepTree()
+    {
+        const int depth = 1000;
+        QTreeWidget tree;
+        auto *top = new QTreeWidgetItem({"0"});
+        QTreeWidgetItem *row = top;
+        for (int level = 1; level < depth; ++level)
+            row = new QTreeWidgetItem(row, {QString::number(level)});
+        tree.addTopLevelItem(top);
+        QItemSelection selection;
+        QModelIndex index = tree.model()->index(0, 0);
+        for (int level = 0; level < depth; ++level) {
+            if (level % 2 == 0)
+                selection.append(QItemSelectionRange(index));
+            index = tree.model()->index(0, 0, index);
+        }
+        tree.selectionModel()->select(selection, QItemSelectionModel::Select);
+        int expected = 0;
+        TARN::forEachSelectedRow(&tree, [&expected](const QTreeWidgetItem *visited) {
+            QCOMPARE(visited->text(0), QString::number(expected));
+            expected += 2;
+        });
+        QCOMPARE(expected, depth);
+    }
+
     void rowsAreBroughtIntoSight_data()
     {
         QTest::addColumn<int>("row");
