@@ -1167,6 +1167,17 @@ private Q_SLOTS:
         QCOMPARE(f.label(1, 1)->toolTip(), QString());
     }
 
+    void rebuiltRowsHaveNewLabels()
+    {
+        Fixture f(coreOf({}, {nets(2)}, {"0x0"}));
+        const QPointer<QLabel> former = f.label(0, 1);
+        former->setObjectName(QStringLiteral("former"));
+        f.setSignals(0, nets(3));
+        QVERIFY(!former);
+        QCOMPARE(f.values()->viewport()->findChildren<QLabel *>().size(), 3);
+        QVERIFY(!f.values()->findChild<QLabel *>(QStringLiteral("former")));
+    }
+
     void labelsWithoutAccessibleObjectGetOne()
     {
         Fixture f(coreOf({}, {{net("a")}}, {"0x1"}));
