@@ -20,6 +20,15 @@ namespace TarnCompare {
 
 namespace {
 
+/// Versions may differ in the classes of their own that they derive from it.
+const char *toolkitClassOf(const QWidget *widget)
+{
+    const QMetaObject *type = widget->metaObject();
+    while (qstrncmp(type->className(), "TARN::", 6) == 0)
+        type = type->superClass();
+    return type->className();
+}
+
 QString signalText(const TARN::SignalItem &item)
 {
     QString text = QStringLiteral("{%1 %2 kind%3 enabled%4 usable%5")
@@ -59,7 +68,7 @@ QString itemWidgetText(const QWidget *widget)
     if (!widget)
         return {};
     QString text = QStringLiteral(" widget %1 %2 enabled%3 height %4..%5")
-                       .arg(widget->metaObject()->className(), widget->objectName())
+                       .arg(toolkitClassOf(widget), widget->objectName())
                        .arg(int(widget->isEnabled()))
                        .arg(widget->minimumHeight())
                        .arg(widget->maximumHeight());
@@ -104,7 +113,7 @@ bool isLeftOut(const QWidget *widget)
 QString widgetText(const QWidget *widget)
 {
     QString text = QStringLiteral("%1 %2 enabled%3 shown%4 focus%5")
-                       .arg(widget->metaObject()->className(), widget->objectName())
+                       .arg(toolkitClassOf(widget), widget->objectName())
                        .arg(int(widget->isEnabled()))
                        .arg(int(!widget->isHidden()))
                        .arg(int(widget->focusPolicy()));
