@@ -37,12 +37,12 @@ private:
     void keepPalette();
     void followPalette();
 
-    QPalette m_palette;  ///< Of the application, when this label would have got its style.
-    uint m_ownRoles = 0; ///< Of the palette, those that are not kept.
+    bool m_silent = false; ///< First, because looking up the palette asks for the class.
     bool m_held = false;
-    bool m_silent = false;
     bool m_followsStyle = false;
     bool m_keepsPalette = false;
+    QPalette m_palette;  ///< Of the application, when this label would have got its style.
+    uint m_ownRoles = 0; ///< Of the palette, those that are not kept.
 };
 
 } // namespace TARN
