@@ -35,8 +35,8 @@ struct NetlistBuilder::Private
         return added.first->second;
     }
 
-    /// A net of @p node that is in no list yet.
-    RtlNet *newNet(const Hierachy *node, const QString &name, NetMarks marks)
+    /// A net of @p node that is in no list yet. @p name must live as long as the net.
+    RtlNet *newNet(const Hierachy *node, const QString *name, NetMarks marks)
     {
         RtlNet *net = store->nets.add();
         net->m_prefix = node->m_prefix;
@@ -80,7 +80,7 @@ Hierachy *NetlistBuilder::addHierachy(Hierachy *parent, const QString &instName,
 RtlNet *NetlistBuilder::addNet(Hierachy *node, const QString &name, NetMarks marks)
 {
     checkGuard(name);
-    RtlNet *net = d->newNet(node, name, marks);
+    RtlNet *net = d->newNet(node, &d->store->names.emplace_back(name), marks);
     node->m_nets.append(net);
     return net;
 }
@@ -103,7 +103,7 @@ RtlNetBus *NetlistBuilder::addBus(Hierachy *node, const QString &name, int left,
         if (!marks.empty())
             mark = Internal::itemAt(marks, marks.size() == 1 ? 0 : i);
         Internal::ReadGuard::check();
-        RtlNet *bit = d->newNet(node, name, mark);
+        RtlNet *bit = d->newNet(node, &bus->m_name, mark);
         bit->m_isBit = true;
         bit->m_index = left + i * step;
         bus->m_nets.append(bit);

@@ -8,7 +8,7 @@ namespace NETWEIR {
 
 Internal::NetName RtlNet::parts() const
 {
-    return {m_prefix, m_name, m_isBit ? Internal::RangeText(m_index) : Internal::RangeText()};
+    return {m_prefix, *m_name, m_isBit ? Internal::RangeText(m_index) : Internal::RangeText()};
 }
 
 QString RtlNet::name() const

@@ -65,7 +65,7 @@ private:
     Q_DECL_HIDDEN Internal::NetName parts() const;
 
     const Internal::PathPrefix *m_prefix = nullptr;
-    QString m_name; ///< Without the index of a bit.
+    const QString *m_name = nullptr; ///< Without the index of a bit: the name of its bus.
     int m_index = 0;
     // One word for all, because a design may have millions of nets.
     quint32 m_nameShape : 27; ///< See RtlNetlist::nameStepsOf().

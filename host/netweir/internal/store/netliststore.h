@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "blockmemory.h"
 #include "pathprefix.h"
 #include "textpool.h"
 
@@ -17,22 +18,36 @@
 namespace NETWEIR::Internal {
 
 /// Objects in blocks that never move, so pointers to them stay valid while the arena grows. Objects
-/// also have an index. The arena owns them and destroys them block by block.
+/// also have an index. The arena owns them.
 template <typename T>
 class Arena
 {
 public:
+    /// The blocks come from @p memory, which must outlive this object.
+    explicit Arena(BlockMemory *memory)
+        : m_memory(memory)
+    {
+    }
+    ~Arena()
+    {
+        for (std::size_t index = 0; index < m_size && !std::is_trivially_destructible_v<T>; ++index)
+            at(index)->~T();
+    }
+    Arena(const Arena &) = delete;
+    Arena &operator=(const Arena &) = delete;
+
     T *add()
     {
         if (m_size == m_blocks.size() << BlockBits)
-            m_blocks.emplace_back(new T[BlockSize]);
-        const std::size_t index = m_size++;
-        return at(index);
+            m_blocks.push_back(static_cast<T *>(m_memory->allocate(BlockSize * sizeof(T))));
+        T *object = new (at(m_size)) T;
+        ++m_size;
+        return object;
     }
 
     T *at(std::size_t index) const
     {
-        return &m_blocks[index >> BlockBits][index & (BlockSize - 1)];
+        return m_blocks[index >> BlockBits] + (index & (BlockSize - 1));
     }
 
     std::size_t size() const { return m_size; }
@@ -41,7 +56,8 @@ private:
     static constexpr unsigned BlockBits = 8;
     static constexpr std::size_t BlockSize = std::size_t(1) << BlockBits;
 
-    std::vector<std::unique_ptr<T[]>> m_blocks;
+    BlockMemory *m_memory;
+    std::vector<T *> m_blocks;
     std::size_t m_size = 0;
 };
 
@@ -50,16 +66,18 @@ private:
 namespace NETWEIR {
 
 // A design may have millions of nets.
-static_assert(sizeof(RtlNet) <= 3 * sizeof(void *));
+static_assert(sizeof(RtlNet) <= 3 * sizeof(void *) && std::is_trivially_destructible_v<RtlNet>);
 
 /// Storage of a netlist, filled by NetlistBuilder.
 struct Q_DECL_HIDDEN RtlNetlist::Private
 {
     Internal::TextPool texts;                  ///< Of the prefixes.
     std::deque<Internal::PathPrefix> prefixes; ///< Of the nodes; nets and buses point to them.
-    Internal::Arena<Hierachy> nodes;           ///< The top node is the first.
-    Internal::Arena<RtlNet> nets;
-    Internal::Arena<RtlNetBus> buses;
+    Internal::BlockMemory memory;
+    Internal::Arena<Hierachy> nodes{&memory}; ///< The top node is the first.
+    Internal::Arena<RtlNet> nets{&memory};
+    Internal::Arena<RtlNetBus> buses{&memory};
+    std::deque<QString> names; ///< Of the single nets.
     bool usesJtagPrimitive = false;
 
     /// The lengths of the identifiers of names. The first list is empty and stands for the names
