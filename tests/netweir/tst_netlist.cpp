@@ -155,6 +155,7 @@ private Q_SLOTS:
     void findNetComparesNamesOfTheSameHash();
     void findNetFindsEveryNet();
     void findNetGivesTheFirstOfEqualNames();
+    void largeNetlistKeepsEachNet();
     void anEmptyNetlistFindsNothing();
     void jtagFlagIsKept();
     void namesOutliveTheNetlist();
@@ -428,6 +429,39 @@ void TestNetlist::findNetGivesTheFirstOfEqualNames()
     builder.addNet(a, QStringLiteral("b"));
     const auto netlist = builder.take();
     QCOMPARE(netlist->findNet(QStringLiteral("top/a/b")), escaped);
+}
+
+/// With so many nets the store has pieces of memory of each kind.
+void TestNetlist::largeNetlistKeepsEachNet()
+{
+    constexpr int Buses = 100;
+    constexpr int Width = 8192;
+    std::vector<NetMarks> marks(Width);
+    for (std::size_t bit = 0; bit < marks.size(); bit += 3)
+        marks[bit].excludedForProbeIn = true;
+    NetlistBuilder builder(QStringLiteral("top"));
+    for (int i = 0; i < Buses; ++i) {
+        Hierachy *node = builder.addHierachy(builder.top(), QStringLiteral("u%1").arg(i),
+                                             QStringLiteral("unit"));
+        builder.addNet(node, QStringLiteral("clk"));
+        builder.addBus(node, QStringLiteral("data"), 0, Width - 1, marks);
+    }
+    const std::unique_ptr<RtlNetlist> netlist = builder.take();
+
+    for (int i = 0; i < Buses; ++i) {
+        const Hierachy *node = netlist->top()->children().at(i);
+        const QString path = QStringLiteral("top/u%1/").arg(i);
+        QCOMPARE(node->nets().at(0)->fullPathName(), path + QLatin1String("clk"));
+        const QList<RtlNet *> &bits = node->buses().at(0)->nets();
+        QCOMPARE(bits.size(), Width);
+        for (int bit = 0; bit < Width; ++bit)
+            QCOMPARE(bits.at(bit)->excludedForProbeIn(), bit % 3 == 0);
+        for (const int bit : {0, 255, 256, Width / 2, Width - 1}) {
+            const QString name = path + QStringLiteral("data[%1]").arg(bit);
+            QCOMPARE(bits.at(bit)->fullPathName(), name);
+            QCOMPARE(netlist->findNet(name), bits.at(bit));
+        }
+    }
 }
 
 void TestNetlist::anEmptyNetlistFindsNothing()

@@ -12,7 +12,8 @@
 #include <netweir/rtlnetlist.h>
 
 #include <deque>
-#include <memory>
+#include <new>
+#include <type_traits>
 #include <vector>
 
 namespace NETWEIR::Internal {
@@ -30,19 +31,20 @@ public:
     }
     ~Arena()
     {
-        for (std::size_t index = 0; index < m_size && !std::is_trivially_destructible_v<T>; ++index)
-            at(index)->~T();
+        if constexpr (!std::is_trivially_destructible_v<T>) {
+            for (std::size_t index = 0; index < m_size; ++index)
+                at(index)->~T();
+        }
     }
     Arena(const Arena &) = delete;
     Arena &operator=(const Arena &) = delete;
 
     T *add()
     {
-        if (m_size == m_blocks.size() << BlockBits)
-            m_blocks.push_back(static_cast<T *>(m_memory->allocate(BlockSize * sizeof(T))));
-        T *object = new (at(m_size)) T;
+        if (m_next == m_end)
+            addBlock();
         ++m_size;
-        return object;
+        return new (m_next++) T;
     }
 
     T *at(std::size_t index) const
@@ -56,8 +58,17 @@ private:
     static constexpr unsigned BlockBits = 8;
     static constexpr std::size_t BlockSize = std::size_t(1) << BlockBits;
 
+    void addBlock()
+    {
+        m_next = static_cast<T *>(m_memory->allocate(BlockSize * sizeof(T)));
+        m_end = m_next + BlockSize;
+        m_blocks.push_back(m_next);
+    }
+
     BlockMemory *m_memory;
     std::vector<T *> m_blocks;
+    T *m_next = nullptr; ///< In the last block.
+    T *m_end = nullptr;  ///< Of the last block.
     std::size_t m_size = 0;
 };
 
@@ -65,7 +76,7 @@ private:
 
 namespace NETWEIR {
 
-// A design may have millions of nets.
+// A design may have millions of nets, and deleting a netlist should not visit each.
 static_assert(sizeof(RtlNet) <= 3 * sizeof(void *) && std::is_trivially_destructible_v<RtlNet>);
 
 /// Storage of a netlist, filled by NetlistBuilder.
@@ -73,11 +84,11 @@ struct Q_DECL_HIDDEN RtlNetlist::Private
 {
     Internal::TextPool texts;                  ///< Of the prefixes.
     std::deque<Internal::PathPrefix> prefixes; ///< Of the nodes; nets and buses point to them.
-    Internal::BlockMemory memory;
-    Internal::Arena<Hierachy> nodes{&memory}; ///< The top node is the first.
+    Internal::BlockMemory memory;              ///< Of the nodes, nets and buses.
+    Internal::Arena<Hierachy> nodes{&memory};  ///< The top node is the first.
     Internal::Arena<RtlNet> nets{&memory};
     Internal::Arena<RtlNetBus> buses{&memory};
-    std::deque<QString> names; ///< Of the single nets.
+    std::deque<QString> names; ///< Of the single nets; bits have the name in their bus.
     bool usesJtagPrimitive = false;
 
     /// The lengths of the identifiers of names. The first list is empty and stands for the names
