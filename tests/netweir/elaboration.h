@@ -88,16 +88,24 @@ private:
     bool m_ok = false;
 };
 
-/// The netlist of @p source as text, or what went wrong.
+/// The netlist of @p source as text, or what went wrong. When it is another one as soon as each
+/// member of a definition is read by itself, the text of that.
 inline QString netlistTextOf(const QByteArray &source,
                              const NETWEIR::Internal::ReadOptions &options = {})
 {
     const Elaboration design(source);
     if (!design.isOk())
         return QString::fromUtf8(design.log());
-    QString error;
-    const auto netlist = design.read(options, &error);
-    return netlist ? netlistText(netlist->top()) : error;
+    const auto textOf = [&design](const NETWEIR::Internal::ReadOptions &readOptions) {
+        QString error;
+        const auto netlist = design.read(readOptions, &error);
+        return netlist ? netlistText(netlist->top()) : error;
+    };
+    NETWEIR::Internal::ReadOptions runOptions = options;
+    runOptions.runSize = 1;
+    const QString text = textOf(options);
+    const QString textOfRuns = textOf(runOptions);
+    return textOfRuns == text ? text : QStringLiteral("Read in runs:\n") + textOfRuns;
 }
 
 } // namespace TarnTest

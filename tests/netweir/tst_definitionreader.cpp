@@ -329,8 +329,8 @@ void TestDefinitionReader::callsAndRoutinesAreFound()
         "(task name=t) (func:u8 name=f (taskref name=t)) (always (funcref name=f))"));
     const Definition &top = design->top();
     QStringList found;
-    for (const pugi::xml_node &routine : top.routines)
-        found += QLatin1String(routine.attribute("name").value());
+    for (const Definition::Routine &routine : top.routines)
+        found += toQString(routine.name);
     for (const Occurrence &call : top.calls)
         found += QStringLiteral("%1@%2").arg(call.node.attribute("name").value()).arg(call.scope);
     QCOMPARE(found.join(QLatin1Char(' ')), QStringLiteral("t f t@2 f@0"));

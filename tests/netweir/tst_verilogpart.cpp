@@ -40,6 +40,9 @@ private Q_SLOTS:
     void deepNestingNeedsNoStack();
     void longConcatenationsNeedNoStack();
     void damagedFilesNeverCrash();
+    void runsAreReadLikeTheWhole_data();
+    void runsAreReadLikeTheWhole();
+    void largeDefinitionsTakeLittleMemory();
     void endsWhenCancelled();
     void deepScopesTakeLittleMemory();
     void namesOfDeepHierarchiesAreRead();
@@ -53,6 +56,7 @@ private Q_SLOTS:
 private:
     std::unique_ptr<RtlNetlist> read(const QByteArray &xml, QString *error,
                                      const Internal::ReadLimits &limits = {});
+    QString textOfRuns(const QByteArray &xml, qint64 runSize);
 
     QTemporaryDir m_folder;
 };
@@ -184,6 +188,18 @@ std::unique_ptr<RtlNetlist> TestVerilogPart::read(const QByteArray &xml, QString
     const QString path = m_folder.filePath(QStringLiteral("design.xml"));
     TarnTest::writeFile(path, xml);
     return TarnTest::readNetlist(path, {}, error, limits);
+}
+
+/// The netlist as text, or the error, when larger definitions are read run by run.
+QString TestVerilogPart::textOfRuns(const QByteArray &xml, qint64 runSize)
+{
+    const QString path = m_folder.filePath(QStringLiteral("design.xml"));
+    TarnTest::writeFile(path, xml);
+    Internal::ReadOptions options;
+    options.runSize = runSize;
+    QString error;
+    const auto netlist = TarnTest::readNetlist(path, options, &error);
+    return netlist ? TarnTest::netlistText(netlist->top()) : error;
 }
 
 void TestVerilogPart::refusesWhatIsNoElaboratedDesign_data()
@@ -383,6 +399,53 @@ void TestVerilogPart::damagedFilesNeverCrash()
     }
     // Enough of them got past the parser to test the code behind it.
     QVERIFY2(readable > 150, qPrintable(QString::number(readable)));
+}
+
+void TestVerilogPart::runsAreReadLikeTheWhole_data()
+{
+    QTest::addColumn<QByteArray>("source");
+    QTest::newRow("with a supply") << QByteArray(VariedDesign);
+    QTest::newRow("without one") << QByteArray(VariedDesign).replace("supply0 g0;", "");
+}
+
+/// A supply makes its definition one that has to be read as a whole.
+void TestVerilogPart::runsAreReadLikeTheWhole()
+{
+    QFETCH(QByteArray, source);
+    const TarnTest::Elaboration elaboration(source);
+    QVERIFY2(elaboration.isOk(), elaboration.log().constData());
+    const QByteArray xml = TarnTest::readFile(elaboration.xmlPath());
+    std::mt19937 random(2);
+    for (int round = 0; round < 300; ++round) {
+        QByteArray text = xml;
+        for (int damages = round % 4; damages > 0; --damages)
+            text = damaged(text, &random);
+        const QString whole = textOfRuns(text, text.size());
+        for (const qint64 size : {1, 300, 2000})
+            QCOMPARE(textOfRuns(text, size), whole);
+    }
+}
+
+/// As a whole, the elements of the one definition would take 100 MB.
+void TestVerilogPart::largeDefinitionsTakeLittleMemory()
+{
+    QByteArray members;
+    for (int i = 0; i < 60000; ++i) {
+        const QByteArray name = "cell_" + QByteArray::number(i);
+        members += "\n      <instance name=\"" + name + "\" origName=\"" + name +
+                   "\" defName=\"b\">";
+        for (int port = 0; port < 6; ++port)
+            members += "\n        <port name=\"i\" direction=\"in\" portIndex=\"1\">\n          "
+                       "<varref name=\"n\" dtype_id=\"1\"/>\n        </port>";
+        members += "\n      </instance>";
+    }
+    const QByteArray xml =
+        design(members + "\n    </module>\n    <module name=\"b\" origName=\"b\">")
+            .replace("<var ", "\n      <var ");
+    Internal::ReadLimits limits;
+    limits.memoryLimit = 60 * Megabyte;
+    QString error;
+    QVERIFY2(read(xml, &error, limits), qPrintable(error));
 }
 
 void TestVerilogPart::endsWhenCancelled()

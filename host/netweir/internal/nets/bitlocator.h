@@ -30,6 +30,9 @@ public:
     void forEachRound(const Reference &reference,
                       const std::function<void(const BitRange &)> &visit);
 
+    /// To be called before other elements of the definition come into memory.
+    void forgetElements() { m_loops.forgetElements(); }
+
     /// What is left of a hierarchical reference without its elements.
     ElsewhereReference elsewhere(const Reference &reference) const
     {

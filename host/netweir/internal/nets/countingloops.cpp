@@ -37,6 +37,13 @@ void CountingLoops::forEachRound(const Occurrence &reference, const Visit &visit
     }
 }
 
+void CountingLoops::forgetElements()
+{
+    m_loops.clear();
+    m_innermost = {};
+    m_rounds = {};
+}
+
 /// The innermost counting loop around @p reference, null without any.
 pugi::xml_node CountingLoops::innermostLoop(const Occurrence &reference)
 {
@@ -90,16 +97,15 @@ CountingLoops::Loop CountingLoops::readLoop(const pugi::xml_node &node, int scop
         return {};
     const int variable = m_indexes.variableOf(start.last_child(), scope);
     if (variable < 0 || m_indexes.variableOf(step.last_child(), scope) != variable ||
-        isAssignedWithin(body, variable))
+        isAssignedWithin(body, attribute(start.last_child(), "name")))
         return {};
     return {variable, scope, start.first_child(), condition.first_child(), step.first_child()};
 }
 
 /// Compares only the name: at worst a variable with the same name in an inner block makes the loop
 /// a non-counting one.
-bool CountingLoops::isAssignedWithin(const pugi::xml_node &body, int variable) const
+bool CountingLoops::isAssignedWithin(const pugi::xml_node &body, std::string_view name)
 {
-    const std::string_view name = attribute(itemAt(m_definition.variables, variable).node, "name");
     const pugi::xml_node assignment = body.find_node([&](const pugi::xml_node &node) {
         ReadGuard::check();
         return (is(node, "assign") || is(node, "assigndly")) &&

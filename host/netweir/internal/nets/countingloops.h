@@ -27,6 +27,9 @@ public:
     /// Calls it once without known values when there are no such loops or more than 4096 rounds.
     void forEachRound(const Occurrence &reference, const Visit &visit);
 
+    /// To be called before other elements of the definition come into memory.
+    void forgetElements();
+
 private:
     struct Loop
     {
@@ -60,7 +63,7 @@ private:
     const Rounds &roundsOf(const pugi::xml_node &innermost, int scope);
     const Loop &loopAt(const pugi::xml_node &loop, int scope);
     Loop readLoop(const pugi::xml_node &loop, int scope) const;
-    bool isAssignedWithin(const pugi::xml_node &body, int variable) const;
+    static bool isAssignedWithin(const pugi::xml_node &body, std::string_view name);
     static bool runLevel(int level, Pass *pass);
 
     const Definition &m_definition;

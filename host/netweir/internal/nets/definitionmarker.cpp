@@ -38,19 +38,32 @@ DefinitionMarker::DefinitionMarker(const ElaboratedDesign &design, const Layout 
     , m_definition(*placed.definition)
     , m_bits(design, layout, placed)
 {
+    m_result.placed = &m_placed;
+    m_result.marks = itemsOf<Marks>(m_placed.bits);
+    markDeclarations();
+    markOmitted();
 }
 
 MarkedDefinition DefinitionMarker::mark()
 {
-    m_result.placed = &m_placed;
-    m_result.marks = itemsOf<Marks>(m_placed.bits);
-    markDeclarations();
+    markElements();
+    return take();
+}
+
+void DefinitionMarker::markElements()
+{
+    m_bits.forgetElements();
     markSupplies();
-    markOmitted();
     for (const Occurrence &target : m_definition.writes)
         markWrites(target, MarkDriver);
     markCalls();
     markPins();
+}
+
+MarkedDefinition DefinitionMarker::take()
+{
+    for (Border &border : m_result.borders)
+        sortPins(&border.pins);
     m_result.connections.shrink_to_fit();
     return std::move(m_result);
 }
@@ -75,10 +88,15 @@ void DefinitionMarker::markSupplies()
         forEachReference(supply, [this](const Reference &reference) {
             const PlacedVariable *net =
                 reference.isHierarchical() ? nullptr : m_bits.netOf(reference);
-            if (net && attribute(net->variable->node, "loc") == attribute(reference.node, "loc"))
+            if (net && attribute(elementOf(*net), "loc") == attribute(reference.node, "loc"))
                 markBits(net->bits(), MarkBoth);
         });
     }
+}
+
+pugi::xml_node DefinitionMarker::elementOf(const PlacedVariable &variable) const
+{
+    return itemAt(m_definition.variableElements, variable.variable - m_definition.variables.data());
 }
 
 void DefinitionMarker::markOmitted()
@@ -123,18 +141,16 @@ void DefinitionMarker::markBits(const BitRange &range, quint8 marks)
 
 void DefinitionMarker::markPins()
 {
-    for (int item = 0; item < countOf(m_definition.instances); ++item) {
-        const InstanceItem &instance = itemAt(m_definition.instances, item);
+    for (const Definition::InstanceElement &element : m_definition.instanceElements) {
+        const InstanceItem &instance = itemAt(m_definition.instances, element.item);
         if (instance.definition && instance.definition->isForeign())
-            m_result.borders.push_back({item, m_design.placeOf(instance.node), {}});
-        for (const pugi::xml_node &pin : instance.node.children("port")) {
+            m_result.borders.push_back({element.item, m_design.placeOf(element.node), {}});
+        for (const pugi::xml_node &pin : element.node.children("port")) {
             ReadGuard::check();
             if (pin.first_child())
-                markPin(item, pin);
+                markPin(element.item, pin);
         }
     }
-    for (Border &border : m_result.borders)
-        sortPins(&border.pins);
 }
 
 void DefinitionMarker::markPin(int item, const pugi::xml_node &pin)

@@ -17,20 +17,27 @@ struct Definition;
 /// routines and instances, pins of stubs. Lists everything that depends on the instance: writes to
 /// other nodes and connections of ports.
 ///
-/// Used for one definition. Time is linear in its elements and bits.
+/// Used for one definition, whose elements may come run by run. Time is linear in its elements and
+/// bits.
 class DefinitionMarker
 {
 public:
     /// All arguments must outlive this object. @p marked contains the definitions of all instances
-    /// by number. The elements of the definition must be in memory.
+    /// by number.
     DefinitionMarker(const ElaboratedDesign &design, const Layout &layout,
                      const std::vector<MarkedDefinition> &marked, const PlacedDefinition &placed);
 
+    /// Marks everything in a definition whose elements are all in memory.
     MarkedDefinition mark();
+    /// Marks what the elements in memory drive.
+    void markElements();
+    /// The result, after the last elements.
+    MarkedDefinition take();
 
 private:
     void markDeclarations();
     void markSupplies();
+    pugi::xml_node elementOf(const PlacedVariable &variable) const;
     void markOmitted();
     void markCalls();
     void markWrites(const Occurrence &target, quint8 marks);

@@ -76,14 +76,16 @@ std::unique_ptr<VerilogPart> VerilogPart::read(const QString &xmlPath,
 bool VerilogPart::read(XmlFile *file, const QString &folder, const std::vector<PartRoot> &roots,
                        const ReadOptions &options, QString *error)
 {
-    const auto visit = [this](const Definition &definition) { markIfPossible(definition); };
+    const auto visit = [this](const Definition &definition, const auto &eachRun) {
+        return markIfPossible(definition, eachRun);
+    };
     if (!m_design.read(file, options, folder, visit, error))
         return false;
     if (m_design.roots().size() != roots.size()) {
         *error = Text::tr("The elaborated design is not complete.");
         return false;
     }
-    if (readRoots(roots) && markRest(file, options) && fits()) {
+    if (readRoots(roots) && markRest(file) && fits()) {
         findForeignRoots();
         m_design.forgetTexts();
         return true;
@@ -93,20 +95,21 @@ bool VerilogPart::read(XmlFile *file, const QString &folder, const std::vector<P
 }
 
 /// Places and marks @p definition while its elements are in memory, unless it instantiates
-/// something that is not marked.
-void VerilogPart::markIfPossible(const Definition &definition)
+/// something that is not marked. False when they are not the same any more.
+bool VerilogPart::markIfPossible(const Definition &definition,
+                                 const ElaboratedDesign::EachRun &eachRun)
 {
     if (m_placed.empty()) {
         m_placed = m_design.listByDefinition<PlacedDefinition>();
         m_marked = m_design.listByDefinition<MarkedDefinition>();
     }
-    m_memories.addOf(definition);
+    if (!eachRun(ElaboratedDesign::Use::ComputedIndexes, [&] { m_memories.addOf(definition); }))
+        return false;
     const bool isPossible = std::all_of(definition.instances.begin(), definition.instances.end(),
                                         [this](const InstanceItem &item) {
                                             return !item.definition || isMarked(*item.definition);
                                         });
-    if (isPossible && place(definition))
-        mark(definition);
+    return !isPossible || !place(definition) || mark(definition, eachRun);
 }
 
 /// False when @p definition has too many bits.
@@ -117,12 +120,16 @@ bool VerilogPart::place(const Definition &definition)
     return placed.bits <= MostBits;
 }
 
-void VerilogPart::mark(const Definition &definition)
+/// False when the elements are not the same any more.
+bool VerilogPart::mark(const Definition &definition, const ElaboratedDesign::EachRun &eachRun)
 {
     const Layout layout(m_design.types(), m_memories);
     const PlacedDefinition &placed = itemAt(m_placed, definition.number);
-    itemAt(m_marked, definition.number) =
-        DefinitionMarker(m_design, layout, m_marked, placed).mark();
+    DefinitionMarker marker(m_design, layout, m_marked, placed);
+    if (!eachRun(ElaboratedDesign::Use::All, [&] { marker.markElements(); }))
+        return false;
+    itemAt(m_marked, definition.number) = marker.take();
+    return true;
 }
 
 bool VerilogPart::isMarked(const Definition &definition) const
@@ -150,16 +157,18 @@ bool VerilogPart::readRoots(const std::vector<PartRoot> &roots)
 /// Places and marks the definitions that could not be marked when they were read. If memories or
 /// routines became known later, these are all. False when there are too many bits, or when the file
 /// is not as it was.
-bool VerilogPart::markRest(XmlFile *file, const ReadOptions &options)
+bool VerilogPart::markRest(XmlFile *file)
 {
     const bool isOutdated = !m_hasAllMemories || m_design.isOutdated();
     if (isOutdated)
         m_marked = m_design.listByDefinition<MarkedDefinition>();
-    const auto visit = [this](const Definition &definition) { mark(definition); };
+    const auto visit = [this](const Definition &definition, const auto &eachRun) {
+        return mark(definition, eachRun);
+    };
     const std::vector<const Definition *> &definitions = m_design.bottomUp();
     return std::all_of(definitions.begin(), definitions.end(), [&](const Definition *definition) {
         return isMarked(*definition) ||
-               (place(*definition) && m_design.readAgain(file, *definition, options, visit));
+               (place(*definition) && m_design.readAgain(file, *definition, visit));
     });
 }
 

@@ -55,12 +55,12 @@ private:
     VerilogPart();
     bool read(XmlFile *file, const QString &folder, const std::vector<PartRoot> &roots,
               const ReadOptions &options, QString *error);
-    void markIfPossible(const Definition &definition);
+    bool markIfPossible(const Definition &definition, const ElaboratedDesign::EachRun &eachRun);
     bool place(const Definition &definition);
-    void mark(const Definition &definition);
+    bool mark(const Definition &definition, const ElaboratedDesign::EachRun &eachRun);
     bool isMarked(const Definition &definition) const;
     bool readRoots(const std::vector<PartRoot> &roots);
-    bool markRest(XmlFile *file, const ReadOptions &options);
+    bool markRest(XmlFile *file);
     bool fits() const;
     void findForeignRoots();
     PartRoot foreignRootAt(const Definition &definition, const Border &border) const;

@@ -74,31 +74,22 @@ int Definition::portOfPin(std::string_view pinName) const
 void Definition::forgetElements()
 {
     node = {};
-    for (Variable &variable : variables)
-        variable.node = {};
-    for (InstanceItem &instance : instances)
-        instance.node = {};
+    std::vector<pugi::xml_node>().swap(variableElements);
+    std::vector<InstanceElement>().swap(instanceElements);
     for (std::vector<Occurrence> *list : {&writes, &computedIndexes, &calls, &supplies})
         std::vector<Occurrence>().swap(*list);
-    std::vector<pugi::xml_node>().swap(routines);
 }
 
-bool Definition::takeElements(Definition &&other)
+void Definition::forgetContent()
 {
-    if (other.variables.size() != variables.size() || other.instances.size() != instances.size() ||
-        other.scopes.size() != scopes.size())
-        return false;
-    node = other.node;
-    for (int i = 0; i < countOf(variables); ++i)
-        itemAt(variables, i).node = itemAt(other.variables, i).node;
-    for (int i = 0; i < countOf(instances); ++i)
-        itemAt(instances, i).node = itemAt(other.instances, i).node;
-    writes = std::move(other.writes);
-    computedIndexes = std::move(other.computedIndexes);
-    calls = std::move(other.calls);
-    supplies = std::move(other.supplies);
-    routines = std::move(other.routines);
-    return true;
+    Definition heading;
+    heading.number = number;
+    heading.rawName = std::move(rawName);
+    heading.sourceName = sourceName;
+    heading.role = role;
+    heading.isTop = isTop;
+    heading.foreignUnit = foreignUnit;
+    *this = std::move(heading);
 }
 
 } // namespace NETWEIR::Internal

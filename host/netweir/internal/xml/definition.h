@@ -21,15 +21,26 @@ namespace NETWEIR::Internal {
 /// A module, interface or primitive in the XML. Read once, regardless of the number of its
 /// instances.
 ///
-/// Written only by DefinitionReader and constant afterwards, except that its elements are in memory
-/// only until forgetElements(). Owns its lists. Time and memory are linear in the elements of the
-/// definition.
+/// Written only by DefinitionReader and constant afterwards, except for its elements: those of a
+/// large definition are in memory run by run, see ElaboratedDesign. Owns its lists. Time and memory
+/// are linear in the elements of the definition.
 struct Definition
 {
     /// Stubs stand for unknown modules, foreign definitions for units of the other language.
     enum class Role { Module, Interface, Primitive, Stub, Foreign };
 
-    pugi::xml_node node;
+    /// An instance that is in memory.
+    struct InstanceElement
+    {
+        int item = 0; ///< Its index among the instances.
+        pugi::xml_node node;
+    };
+    struct Routine
+    {
+        std::string_view name;
+        std::vector<bool> arguments; ///< In order: true if the routine writes it.
+    };
+
     int number = 0;      ///< Index among the definitions of the design.
     std::string rawName; ///< The name that instances use.
     QString sourceName;
@@ -41,13 +52,7 @@ struct Definition
     std::vector<InstanceItem> instances;
     qint64 childCount = 0;                   ///< Number of hierarchy nodes among the instances.
     std::vector<InterfacePin> interfacePins; ///< In the order of the instances.
-    std::vector<Occurrence> writes;
-    /// Arrays that are used as a memory: "arraysel" elements with an index that is not a constant,
-    /// and arrays that are read from a file.
-    std::vector<Occurrence> computedIndexes;
-    std::vector<Occurrence> calls;
-    std::vector<Occurrence> supplies;
-    std::vector<pugi::xml_node> routines;
+    std::vector<Routine> routines;
     std::vector<int> ports; ///< Variables in the order of their pin numbers; negative for gaps.
     /// For an interface: the names of the outputs by modport.
     std::map<std::string_view, std::vector<std::string_view>> modportOutputs;
@@ -57,6 +62,18 @@ struct Definition
     /// The generics of that unit which the instances of this definition set, by their declared
     /// names.
     QMap<QString, GenericValue> setGenerics;
+
+    // What is in memory, until forgetElements():
+    pugi::xml_node node;
+    /// By the number of the variable, if the whole definition is in memory.
+    std::vector<pugi::xml_node> variableElements;
+    std::vector<InstanceElement> instanceElements;
+    std::vector<Occurrence> writes;
+    /// Arrays that are used as a memory: "arraysel" elements with an index that is not a constant,
+    /// and arrays that are read from a file.
+    std::vector<Occurrence> computedIndexes;
+    std::vector<Occurrence> calls;
+    std::vector<Occurrence> supplies;
 
     bool isForeign() const { return role == Role::Foreign; }
     bool isNode() const
@@ -78,9 +95,8 @@ struct Definition
 
     /// Lets go of the document: of all its nodes, and of the lists of them.
     void forgetElements();
-    /// Takes the nodes, and the lists of them, from @p other, the same definition read once more.
-    /// False when that has other variables or instances.
-    bool takeElements(Definition &&other);
+    /// Back to the heading, to be read once more.
+    void forgetContent();
 };
 
 } // namespace NETWEIR::Internal

@@ -124,21 +124,64 @@ DefinitionReader::DefinitionReader(const TypeTable &types, const SourceTexts &so
 {
 }
 
+std::vector<bool> DefinitionReader::argumentsOf(const pugi::xml_node &routine)
+{
+    std::vector<bool> arguments;
+    bool isReturnValue = is(routine, "func");
+    for (const pugi::xml_node &variable : routine.children("var")) {
+        ReadGuard::check();
+        const std::string_view direction = attribute(variable, "dir");
+        if (!direction.empty() && !isReturnValue)
+            arguments.push_back(direction != "input");
+        isReturnValue = false;
+    }
+    return arguments;
+}
+
 void DefinitionReader::read(const pugi::xml_node &element, const ReadOptions &options)
 {
+    walk(element);
+    noteProcessWrites();
+    finish(options);
+}
+
+bool DefinitionReader::readRun(const pugi::xml_node &node)
+{
+    m_mode = Mode::Run;
+    walk(node);
+    return !m_needsWhole;
+}
+
+bool DefinitionReader::readAgain(const pugi::xml_node &node, const Counts &first, const Counts &end)
+{
+    m_mode = Mode::Again;
+    m_counts = first;
+    walk(node);
+    if (!(m_counts == end))
+        return false;
+    noteProcessWrites();
+    return true;
+}
+
+void DefinitionReader::walk(const pugi::xml_node &element)
+{
     m_definition->node = element;
-    m_definition->scopes.emplace_back();
-    m_levels.push_back({element, 0, false});
+    m_processWrites.clear();
+    if (m_definition->scopes.empty())
+        m_definition->scopes.emplace_back();
+    m_levels.assign(1, {element, 0, false});
     pugi::xml_node node = element.first_child();
     while (node) {
         ReadGuard::check();
         const bool goesIn = enter(node) && node.first_child();
         node = goesIn ? node.first_child() : leave(node);
     }
-    numberPorts();
-    noteProcessWrites();
-    listInterfacePins();
+}
 
+/// When all names are known.
+void DefinitionReader::finish(const ReadOptions &options)
+{
+    numberPorts();
     const QSet<QString> tied = options.tiedNets.value(m_definition->sourceName);
     for (Variable &variable : m_definition->variables)
         variable.isTied = tied.contains(variable.name);
@@ -240,6 +283,8 @@ void DefinitionReader::enterBlock(const pugi::xml_node &node)
     const std::string_view name = attribute(node, "name");
     if (name.empty())
         return;
+    if (m_mode == Mode::Again)
+        return openScope(node, QString(), false);
     // A loop leaves an empty block with its name beside the blocks of its rounds.
     declareName(node, Symbol::Kind::Scope, countOf(m_definition->scopes));
     const QString prefix = m_sources.nameOf(node) + QLatin1Char('.');
@@ -263,26 +308,30 @@ void DefinitionReader::openScope(const pugi::xml_node &node, const QString &name
     NameScope opened;
     opened.parent = level().scope;
     opened.name = name;
-    m_levels.push_back({node, countOf(m_definition->scopes), isLocal});
-    m_definition->scopes.push_back(std::move(opened));
+    m_levels.push_back({node, m_counts.scopes++, isLocal});
+    if (m_mode != Mode::Again)
+        m_definition->scopes.push_back(std::move(opened));
 }
 
 void DefinitionReader::addVariable(const pugi::xml_node &node)
 {
     if (isInterfaceReference(node))
+        return declareInterface(node);
+    m_definition->variableElements.push_back(node);
+    if (m_mode == Mode::Again)
         return;
     Variable variable;
     variable.name = m_names->keep(m_sources.nameOf(node));
-    variable.node = node;
     variable.scope = level().scope;
     variable.type = m_types.typeOf(node);
     variable.direction = directionOf(attribute(node, "dir"));
     variable.pinNumber = node.attribute("pinIndex").as_int();
     variable.isInterfacePort = isOfInterface(node) && !level().isLocal;
-    variable.isNet = isNet(variable);
+    variable.isNet = isNet(variable, node);
     if (variable.isNet && isVerilogVariable(node))
         variable.processWrites = ProcessWrites::Possible;
-    variable.isDrivenByConstant = node.child("const") && variable.direction != Direction::Input;
+    variable.hasConstant = bool(node.child("const"));
+    variable.isDrivenByConstant = variable.hasConstant && variable.direction != Direction::Input;
 
     declareName(node, Symbol::Kind::Variable, countOf(m_definition->variables));
     m_definition->variables.push_back(std::move(variable));
@@ -291,18 +340,21 @@ void DefinitionReader::addVariable(const pugi::xml_node &node)
 /// The elaborator declares a reference to each interface instance, which is another name for it.
 bool DefinitionReader::isInterfaceReference(const pugi::xml_node &node)
 {
-    if (!isOfInterface(node) || !endsWith(attribute(node, "origName"), InterfaceReference))
-        return false;
+    return isOfInterface(node) && endsWith(attribute(node, "origName"), InterfaceReference);
+}
+
+void DefinitionReader::declareInterface(const pugi::xml_node &node)
+{
+    if (m_mode == Mode::Again)
+        return;
     const std::string_view name = attribute(node, "name");
     const Symbol instance = scope().find(name.substr(0, name.size() - InterfaceReference.size()));
     if (instance.kind != Symbol::Kind::None)
         declareName(node, instance.kind, instance.index);
-    return true;
 }
 
-bool DefinitionReader::isNet(const Variable &variable) const
+bool DefinitionReader::isNet(const Variable &variable, const pugi::xml_node &node)
 {
-    const pugi::xml_node node = variable.node;
     const bool isParameter = node.attribute("param") || node.attribute("localparam");
     if (level().isLocal || isOfInterface(node) || isParameter || m_definition->isForeign())
         return false;
@@ -318,9 +370,34 @@ bool DefinitionReader::isNet(const Variable &variable) const
 
 void DefinitionReader::addInstance(const pugi::xml_node &node)
 {
+    InstanceItem instance = instanceAt(node);
+    if (isRange(instance)) {
+        if (m_mode != Mode::Again)
+            takeRange(instance);
+        return;
+    }
+    m_definition->instanceElements.push_back({m_counts.instances++, node});
+    if (m_mode == Mode::Again)
+        return;
+    instance.name = m_names->keep(instance.name);
+    if (instance.definition && instance.definition->isNode()) {
+        instance.firstChild = m_definition->childCount;
+        m_definition->childCount += instance.count();
+    }
+    declareName(node, Symbol::Kind::Instance, countOf(m_definition->instances));
+    m_definition->instances.push_back(std::move(instance));
+    if (m_definition->instances.back().firstChild < 0)
+        return;
+    for (const pugi::xml_node &pin : node.children("port")) {
+        ReadGuard::check();
+        addInterfacePin(countOf(m_definition->instances) - 1, pin);
+    }
+}
+
+InstanceItem DefinitionReader::instanceAt(const pugi::xml_node &node) const
+{
     InstanceItem instance;
-    instance.name = m_names->keep(m_sources.nameOf(node));
-    instance.node = node;
+    instance.name = m_sources.nameOf(node);
     instance.scope = level().scope;
     if (const auto range = declaredRange(node)) {
         instance.isArray = true;
@@ -330,41 +407,43 @@ void DefinitionReader::addInstance(const pugi::xml_node &node)
     const auto definition = m_definitions.find(attribute(node, "defName"));
     if (definition != m_definitions.end())
         instance.definition = definition->second;
-    if (instance.definition && instance.definition->isForeign() && takeRange(instance))
-        return;
-    if (instance.definition && instance.definition->isNode()) {
-        instance.firstChild = m_definition->childCount;
-        m_definition->childCount += instance.count();
-    }
-    declareName(node, Symbol::Kind::Instance, countOf(m_definition->instances));
-    m_definition->instances.push_back(std::move(instance));
+    return instance;
 }
 
-/// Gives an array of foreign instances its range, for which @p instance stands. False when it is
-/// not such an instance.
-bool DefinitionReader::takeRange(const InstanceItem &instance)
+/// True when @p instance stands for the range of the array of foreign instances before it.
+bool DefinitionReader::isRange(const InstanceItem &instance) const
 {
-    if (m_definition->instances.empty() || !instance.isArray)
+    const bool isForeign = instance.definition && instance.definition->isForeign();
+    if (!isForeign || m_counts.instances == 0 || !instance.isArray)
         return false;
+    const InstanceItem &array = itemAt(m_definition->instances, m_counts.instances - 1);
+    return instance.scope == array.scope &&
+           instance.name == array.name + QLatin1String(RangeInstance);
+}
+
+void DefinitionReader::takeRange(const InstanceItem &instance)
+{
     InstanceItem &array = m_definition->instances.back();
-    if (instance.scope != array.scope || instance.name != array.name + QLatin1String(RangeInstance))
-        return false;
     array.isArray = true;
     array.left = instance.left;
     array.right = instance.right;
     m_definition->childCount = array.firstChild + array.count();
-    return true;
 }
 
 void DefinitionReader::addRoutine(const pugi::xml_node &node)
 {
-    declareName(node, Symbol::Kind::Routine, countOf(m_definition->routines));
-    m_definition->routines.push_back(node);
+    if (m_mode != Mode::Again) {
+        declareName(node, Symbol::Kind::Routine, countOf(m_definition->routines));
+        m_definition->routines.push_back(
+            {m_names->keep(attribute(node, "name")), argumentsOf(node)});
+    }
     openScope(node, QString(), true);
 }
 
 void DefinitionReader::addModport(const pugi::xml_node &node)
 {
+    if (m_mode == Mode::Again)
+        return;
     const std::string_view name = m_names->keep(attribute(node, "name"));
     std::vector<std::string_view> &outputs = m_definition->modportOutputs[name];
     for (const pugi::xml_node &member : node.children("modportvarref")) {
@@ -382,18 +461,22 @@ void DefinitionReader::addAssignment(const pugi::xml_node &node)
         return;
     const pugi::xml_node target = value.next_sibling();
     addWrite(target);
-    if (isSupplyAssignment(node))
-        m_definition->supplies.push_back({target, level().scope});
+    if (!isSupplyAssignment(node))
+        return;
+    m_definition->supplies.push_back({target, level().scope});
+    m_needsWhole = true; // For the element of the net.
 }
 
 /// The constant of an input may be its default value instead; the assignment tells which.
 void DefinitionReader::addConstantInput(const pugi::xml_node &assignment)
 {
+    if (m_mode == Mode::Again)
+        return;
     const Symbol symbol = m_definition->find(0, attribute(assignment.last_child(), "name"));
     if (symbol.kind != Symbol::Kind::Variable)
         return;
     Variable &variable = itemAt(m_definition->variables, symbol.index);
-    if (variable.direction == Direction::Input && variable.node.child("const"))
+    if (variable.direction == Direction::Input && variable.hasConstant)
         variable.isDrivenByConstant = true;
 }
 
@@ -406,7 +489,6 @@ void DefinitionReader::addWrite(const pugi::xml_node &lvalue)
     m_definition->writes.push_back({lvalue, level().scope});
 }
 
-/// After all variables are known.
 void DefinitionReader::noteProcessWrites()
 {
     for (const int write : m_processWrites) {
@@ -454,20 +536,6 @@ void DefinitionReader::numberPorts()
     }
 }
 
-/// After all names are known.
-void DefinitionReader::listInterfacePins()
-{
-    for (int i = 0; i < countOf(m_definition->instances); ++i) {
-        const InstanceItem &item = itemAt(m_definition->instances, i);
-        if (item.firstChild < 0)
-            continue;
-        for (const pugi::xml_node &pin : item.node.children("port")) {
-            ReadGuard::check();
-            addInterfacePin(i, pin);
-        }
-    }
-}
-
 /// Lists the pin of an instance whose definition is not read yet in any case.
 void DefinitionReader::addInterfacePin(int item, const pugi::xml_node &pin)
 {
@@ -499,7 +567,7 @@ void DefinitionReader::declareName(const pugi::xml_node &node, Symbol::Kind kind
 
 /// In the XML a genvar looks like a variable of type "integer"; the source tells which it is. If
 /// the source cannot be read, an unused one counts as a genvar, so nothing is lost.
-bool DefinitionReader::isGenvar(const pugi::xml_node &node) const
+bool DefinitionReader::isGenvar(const pugi::xml_node &node)
 {
     constexpr int LinesBack = 50;
     const QByteArray before = m_sources.textBefore(attribute(node, "loc"), LinesBack);
@@ -508,6 +576,7 @@ bool DefinitionReader::isGenvar(const pugi::xml_node &node) const
     if (genvar >= 0 || integer >= 0)
         return genvar > integer;
 
+    m_needsWhole = true;
     const std::string_view name = attribute(node, "name");
     const pugi::xml_node reference = m_definition->node.find_node([name](const pugi::xml_node &n) {
         ReadGuard::check();

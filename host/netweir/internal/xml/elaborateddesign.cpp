@@ -18,31 +18,13 @@
 
 namespace NETWEIR::Internal {
 
-namespace {
-
-/// The arguments of a routine in order: true if the routine writes it.
-std::vector<bool> argumentsOf(const pugi::xml_node &routine)
-{
-    std::vector<bool> arguments;
-    bool isReturnValue = is(routine, "func");
-    for (const pugi::xml_node &variable : routine.children("var")) {
-        ReadGuard::check();
-        const std::string_view direction = attribute(variable, "dir");
-        if (!direction.empty() && !isReturnValue)
-            arguments.push_back(direction != "input");
-        isReturnValue = false;
-    }
-    return arguments;
-}
-
-} // namespace
-
 bool ElaboratedDesign::read(XmlFile *file, const ReadOptions &options, const QString &folder,
                             const Visit &visit, QString *error)
 {
-    const auto visitOnce = [&visit](Definition *definition) {
-        visit(*definition);
-        definition->forgetElements();
+    const Visit visitOnce = [&](const Definition &definition, const EachRun &eachRun) {
+        const bool goesOn = visit(definition, eachRun);
+        itemAt(m_definitions, definition.number)->forgetElements();
+        return goesOn;
     };
     return readFrame(file, options, folder, error) && readDefinitions(file, options, visitOnce) &&
            findDefinitions(options, error);
@@ -53,26 +35,20 @@ bool ElaboratedDesign::read(const pugi::xml_document &document, const ReadOption
 {
     XmlFile file;
     file.use(document);
-    return readFrame(&file, options, folder, error) &&
-           readDefinitions(&file, options, [](Definition *) {}) && findDefinitions(options, error);
+    const Visit goOn = [](const Definition &, const EachRun &) { return true; };
+    return readFrame(&file, options, folder, error) && readDefinitions(&file, options, goOn) &&
+           findDefinitions(options, error);
 }
 
-bool ElaboratedDesign::readAgain(XmlFile *file, const Definition &definition,
-                                 const ReadOptions &options, const Visit &visit)
+bool ElaboratedDesign::readAgain(XmlFile *file, const Definition &definition, const Visit &visit)
 {
-    const pugi::xml_node node = file->load(elementOf(definition, *file));
-    Definition again;
-    again.sourceName = definition.sourceName;
-    again.role = definition.role;
-    if (node)
-        DefinitionReader(m_types, m_sources, m_definitionNames, &m_names, &again)
-            .read(node, options);
-    Definition &own = *itemAt(m_definitions, definition.number);
-    if (!node || !own.takeElements(std::move(again)))
+    Definition *own = itemAt(m_definitions, definition.number).get();
+    const bool isInRuns = m_runs.count(own->number) > 0;
+    if (!isInRuns && !loadAgain(file, own))
         return false;
-    visit(own);
-    own.forgetElements();
-    return true;
+    const bool goesOn = visit(*own, eachRunOf(file, own));
+    own->forgetElements();
+    return goesOn;
 }
 
 /// Reads everything but the content of the definitions. Parses all other elements once, because any
@@ -131,11 +107,13 @@ QMap<QString, GenericValue> ElaboratedDesign::genericsOf(const Definition &defin
 {
     QMap<QString, GenericValue> result;
     const NamesAcross names(definition.foreignUnit->generics);
-    for (const Variable &variable : definition.variables) {
-        const int generic = variable.node.attribute("param") ? names.find(variable.name) : -1;
+    for (int i = 0; i < countOf(definition.variables); ++i) {
+        const pugi::xml_node node = itemAt(definition.variableElements, i);
+        const QString &name = itemAt(definition.variables, i).name;
+        const int generic = node.attribute("param") ? names.find(name) : -1;
         if (generic < 0)
             continue;
-        if (const auto value = parameterValue(variable.node, m_types, m_sources))
+        if (const auto value = parameterValue(node, m_types, m_sources))
             result.insert(definition.foreignUnit->generics.at(generic), *value);
     }
     return result;
@@ -153,7 +131,7 @@ std::vector<bool> ElaboratedDesign::writtenArguments(const Definition &definitio
     const std::string_view name = attribute(call.node, "name");
     const Symbol symbol = definition.find(call.scope, name);
     if (symbol.kind == Symbol::Kind::Routine)
-        return argumentsOf(itemAt(definition.routines, symbol.index));
+        return itemAt(definition.routines, symbol.index).arguments;
 
     // Of a routine in a package, an interface or another instance only the name is known. If
     // several routines have the name, an argument counts as written when any of them writes it.
@@ -185,33 +163,115 @@ bool ElaboratedDesign::addDefinitions(XmlFile *file, const ReadOptions &options)
         m_elements.push_back(i);
     }
     for (const auto &definition : m_definitions)
-        m_definitionNames.emplace(definition->rawName, definition.get());
+        m_definitionNames.emplace(m_names.keep(definition->rawName), definition.get());
     return true;
 }
 
 /// False when one cannot be parsed.
 bool ElaboratedDesign::readDefinitions(XmlFile *file, const ReadOptions &options,
-                                       const std::function<void(Definition *definition)> &visit)
+                                       const Visit &visit)
 {
     return std::all_of(m_definitions.rbegin(), m_definitions.rend(), [&](const auto &definition) {
-        const pugi::xml_node node = file->load(elementOf(*definition, *file));
-        if (!node)
-            return false;
-        readDefinition(node, options, definition.get());
-        visit(definition.get());
-        return true;
+        return readDefinition(file, options, definition.get()) &&
+               visit(*definition, eachRunOf(file, definition.get()));
     });
 }
 
-void ElaboratedDesign::readDefinition(const pugi::xml_node &node, const ReadOptions &options,
+bool ElaboratedDesign::readDefinition(XmlFile *file, const ReadOptions &options,
                                       Definition *definition)
 {
-    DefinitionReader(m_types, m_sources, m_definitionNames, &m_names, definition)
-        .read(node, options);
-    for (const pugi::xml_node &routine : definition->routines)
-        addRoutine(routine);
+    if (!readRuns(file, options, definition)) {
+        definition->forgetContent();
+        const pugi::xml_node node = file->load(elementOf(*definition, *file));
+        if (!node)
+            return false;
+        readerOf(definition).read(node, options);
+    }
+    for (const Definition::Routine &routine : definition->routines)
+        addRoutine(routine.name, routine.arguments);
     if (definition->isForeign())
         definition->setGenerics = genericsOf(*definition);
+    return true;
+}
+
+/// Reads a large definition run by run. False when it has to be read as a whole.
+bool ElaboratedDesign::readRuns(XmlFile *file, const ReadOptions &options, Definition *definition)
+{
+    if (definition->isForeign())
+        return false;
+    const XmlElement &element = elementOf(*definition, *file);
+    const std::vector<XmlRun> found = file->runsOf(element, options.runSize);
+    if (found.size() < 2)
+        return false;
+    DefinitionReader reader = readerOf(definition);
+    std::vector<Run> runs;
+    for (const XmlRun &bytes : found) {
+        Run run{bytes, reader.counts(), {}, false, false, false};
+        const pugi::xml_node node = file->load(element, bytes);
+        if (!node || !reader.readRun(node))
+            return false;
+        run.end = reader.counts();
+        run.hasProcessWrites = reader.hasProcessWrites();
+        run.hasComputedIndexes = !definition->computedIndexes.empty();
+        run.hasUses = !definition->instanceElements.empty() || !definition->writes.empty() ||
+                      !definition->calls.empty();
+        runs.push_back(run);
+        definition->forgetElements();
+    }
+    reader.finish(options);
+    const bool isNoted = std::all_of(runs.begin(), runs.end(), [&](const Run &run) {
+        return !run.hasProcessWrites || loadRun(file, definition, run);
+    });
+    if (isNoted)
+        m_runs.emplace(definition->number, std::move(runs));
+    return isNoted;
+}
+
+/// Brings the elements of a run into memory once more, and those of no other.
+bool ElaboratedDesign::loadRun(XmlFile *file, Definition *definition, const Run &run)
+{
+    definition->forgetElements();
+    const pugi::xml_node node = file->load(elementOf(*definition, *file), run.bytes);
+    if (node && readerOf(definition).readAgain(node, run.first, run.end))
+        return true;
+    file->reject();
+    return false;
+}
+
+/// The same for all elements of a definition that is not large.
+bool ElaboratedDesign::loadAgain(XmlFile *file, Definition *definition)
+{
+    const XmlElement &element = elementOf(*definition, *file);
+    Run whole;
+    whole.bytes = {element.startEnd, element.end};
+    whole.first = DefinitionReader::Counts::atBegin();
+    whole.end = {countOf(definition->scopes), countOf(definition->instances)};
+    return loadRun(file, definition, whole) &&
+           definition->variableElements.size() == definition->variables.size();
+}
+
+ElaboratedDesign::EachRun ElaboratedDesign::eachRunOf(XmlFile *file, Definition *definition)
+{
+    return [this, file, definition](Use use, const std::function<void()> &visit) {
+        const auto runs = m_runs.find(definition->number);
+        if (runs == m_runs.end()) {
+            visit();
+            return true;
+        }
+        for (const Run &run : runs->second) {
+            const bool isOfUse = use == Use::All ? run.hasUses : run.hasComputedIndexes;
+            if (isOfUse && !loadRun(file, definition, run))
+                return false;
+            if (isOfUse)
+                visit();
+        }
+        return true;
+    };
+}
+
+DefinitionReader ElaboratedDesign::readerOf(Definition *definition)
+{
+    return {m_types, m_sources, m_definitionNames, &m_names, definition};
 }
 
 const XmlElement &ElaboratedDesign::elementOf(const Definition &definition,
@@ -227,14 +287,14 @@ void ElaboratedDesign::addPackage(const pugi::xml_node &node)
         if (is(member, "var"))
             m_packageVariables.insert(m_names.keep(attribute(member, "name")));
         else if (is(member, "func") || is(member, "task"))
-            addRoutine(member);
+            addRoutine(m_names.keep(attribute(member, "name")),
+                       DefinitionReader::argumentsOf(member));
     }
 }
 
-void ElaboratedDesign::addRoutine(const pugi::xml_node &routine)
+void ElaboratedDesign::addRoutine(std::string_view name, const std::vector<bool> &arguments)
 {
-    const std::string_view name = m_names.keep(attribute(routine, "name"));
-    m_routines.emplace(name, argumentsOf(routine));
+    m_routines.emplace(name, arguments);
     m_isOutdated = m_isOutdated || m_askedRoutines.count(std::string(name)) > 0;
 }
 

@@ -4,8 +4,6 @@
 
 #include <QString>
 
-#include <pugixml.hpp>
-
 namespace NETWEIR::Internal {
 
 struct Definition;
@@ -15,7 +13,6 @@ struct Definition;
 struct InstanceItem
 {
     QString name;
-    pugi::xml_node node;                    ///< Null after Definition::forgetElements().
     const Definition *definition = nullptr; ///< Null when it is not in the XML.
     int scope = 0;
     bool isArray = false;

@@ -52,6 +52,8 @@ struct ReadOptions
     /// Omitted writes by the source name of their module. Their targets count as driven: nets,
     /// bits, or nets of interfaces and instances.
     QHash<QString, QVector<OmittedWrite>> omittedWrites;
+    /// A larger definition is in memory run by run of about as many bytes.
+    qint64 runSize = 512 * 1024;
 };
 
 } // namespace NETWEIR::Internal

@@ -6,8 +6,6 @@
 
 #include <QString>
 
-#include <pugixml.hpp>
-
 namespace NETWEIR::Internal {
 
 enum class Direction : quint8 { None, Input, Output, Inout, Ref };
@@ -17,14 +15,14 @@ enum class Direction : quint8 { None, Input, Output, Inout, Ref };
 /// Later steps identify variables by their address, because definitions do not change any more.
 struct Variable
 {
-    QString name;        ///< Name within its scope.
-    pugi::xml_node node; ///< Null after Definition::forgetElements().
+    QString name; ///< Name within its scope.
     int scope = 0;
     int type = 0;
     int pinNumber = 0; ///< Number of the port, from 1.
     Direction direction = Direction::None;
     bool isNet = false; ///< Appears in the netlist; locals, parameters, genvars do not.
     bool isInterfacePort = false;
+    bool hasConstant = false; ///< A value in the declaration.
     bool isDrivenByConstant = false;
     ProcessWrites processWrites = ProcessWrites::None;
     bool isTied = false; ///< Connected by something that is not in the XML.

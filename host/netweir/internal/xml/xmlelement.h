@@ -10,6 +10,13 @@
 
 namespace NETWEIR::Internal {
 
+/// A run of the children of an element, as bytes of the file.
+struct XmlRun
+{
+    qint64 begin = 0;
+    qint64 end = 0; ///< The last run includes the end tag.
+};
+
 /// An element of an elaborated design that is read by itself.
 struct XmlElement
 {

@@ -91,6 +91,36 @@ pugi::xml_node XmlFile::loadStart(const XmlElement &element)
     return parse(element);
 }
 
+std::vector<XmlRun> XmlFile::runsOf(const XmlElement &element, qint64 size)
+{
+    const qint64 all = element.end - element.startEnd;
+    if (element.node || all <= size)
+        return {{element.startEnd, element.end}};
+    const QByteArray gap = gapBefore(element);
+    std::vector<XmlRun> runs;
+    for (qint64 begin = element.startEnd; m_isSound && begin < element.end;) {
+        const qint64 end = gap.isEmpty() ? element.end : endOfRun(element, begin, size, gap);
+        runs.push_back({begin, end});
+        begin = end;
+    }
+    return m_isSound ? runs : std::vector<XmlRun>();
+}
+
+pugi::xml_node XmlFile::load(const XmlElement &element, const XmlRun &run)
+{
+    if (element.node || (run.begin == element.startEnd && run.end == element.end))
+        return load(element);
+    if (!readPart(element.begin, element.startEnd))
+        return {};
+    const std::string_view tag(m_text.constData() + 1, std::size_t(m_text.size()) - 1);
+    const QByteArray name(tag.data(), int(tag.find_first_of(" \t\r\n/>")));
+    if (!append(run.begin, run.end))
+        return {};
+    if (run.end != element.end)
+        m_text.append("</" + name + '>');
+    return parse(element);
+}
+
 bool XmlFile::loadWhole(QString *error)
 {
     m_elements.clear();
@@ -134,12 +164,51 @@ bool XmlFile::readWhole(QString *error)
 /// Sets m_text. False when the file has changed meanwhile.
 bool XmlFile::readPart(qint64 begin, qint64 end)
 {
+    m_document.reset();
+    m_text.resize(0); // Keeps its memory.
+    return append(begin, end);
+}
+
+/// The same behind what is in m_text.
+bool XmlFile::append(qint64 begin, qint64 end)
+{
     constexpr qint64 BytesOfWork = 4096;
     ReadGuard::check(1 + (end - begin) / BytesOfWork);
-    m_document.reset();
-    m_text.resize(int(end - begin));
-    m_isSound = m_file.seek(begin) && m_file.read(m_text.data(), end - begin) == end - begin;
+    const int before = m_text.size();
+    m_text.resize(before + int(end - begin));
+    m_isSound =
+        m_file.seek(begin) && m_file.read(m_text.data() + before, end - begin) == end - begin;
     return m_isSound;
+}
+
+/// The line break and the blanks before the first child of @p element, and the bracket of its tag.
+/// Empty when there is something else.
+QByteArray XmlFile::gapBefore(const XmlElement &element)
+{
+    constexpr qint64 Longest = 64;
+    if (!readPart(element.startEnd, std::min(element.startEnd + Longest, element.end)))
+        return {};
+    const QByteArray gap = m_text.left(m_text.indexOf('<') + 1);
+    return gap.startsWith('\n') && gap.mid(1).trimmed() == "<" ? gap : QByteArray();
+}
+
+/// The end of the run from @p begin on: the last line break before a child, in twice as many bytes
+/// as before until there is one.
+qint64 XmlFile::endOfRun(const XmlElement &element, qint64 begin, qint64 size,
+                         const QByteArray &gap)
+{
+    const std::string_view wanted(gap.constData(), std::size_t(gap.size()));
+    while (size < element.end - begin && readPart(begin, begin + size)) {
+        const std::string_view text(m_text.constData(), std::size_t(m_text.size()));
+        for (auto place = text.rfind(wanted); place != std::string_view::npos && place > 0;
+             place = text.rfind(wanted, place - 1)) {
+            const std::size_t next = place + wanted.size();
+            if (next < text.size() && text[next] != '/')
+                return begin + qint64(place);
+        }
+        size *= 2;
+    }
+    return element.end;
 }
 
 /// Parses m_text, the text of @p element. Only a run of others may have more than one element.

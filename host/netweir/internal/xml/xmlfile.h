@@ -35,6 +35,16 @@ public:
     /// The same for the element without anything in it.
     pugi::xml_node loadStart(const XmlElement &element);
 
+    /// Divides the children of @p element into runs of at least @p size bytes, by the line breaks that
+    /// the elaborator puts before each child. A single one when they cannot be told apart, or when
+    /// the element is in a document in memory. Empty when the file cannot be read.
+    std::vector<XmlRun> runsOf(const XmlElement &element, qint64 size);
+    /// Parses @p element with no other children than those of @p run, like load(). A run that was
+    /// not divided between two children is not sound.
+    pugi::xml_node load(const XmlElement &element, const XmlRun &run);
+    /// The file is not as it was: it has to be read once more.
+    void reject() { m_isSound = false; }
+
     /// False after an element could not be parsed by itself: then loadWhole() tells what the file
     /// contains.
     bool isSound() const { return m_isSound; }
@@ -45,6 +55,9 @@ public:
 private:
     bool readWhole(QString *error);
     bool readPart(qint64 begin, qint64 end);
+    bool append(qint64 begin, qint64 end);
+    QByteArray gapBefore(const XmlElement &element);
+    qint64 endOfRun(const XmlElement &element, qint64 begin, qint64 size, const QByteArray &gap);
     pugi::xml_node parse(const XmlElement &element);
 
     QString m_path;
