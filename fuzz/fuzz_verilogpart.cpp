@@ -63,15 +63,18 @@ struct Result
     QString netlist;
 };
 
-Result readDesign(std::string_view xml)
+/// Definitions of more than @p runSize bytes are read run by run.
+Result readDesign(std::string_view xml, qint64 runSize)
 {
     constexpr qint64 MostMemory = 256 * 1024 * 1024;
     const MemoryFile file(xml);
     Result result;
+    ReadOptions options;
+    options.runSize = runSize;
     const auto read = [&](QString *reason) {
         PartRoot top;
         top.isTop = true;
-        const auto part = VerilogPart::read(file.path(), {top}, {}, reason);
+        const auto part = VerilogPart::read(file.path(), {top}, options, reason);
         if (!part)
             return false;
         NetlistBuilder builder(part->unitName(0));
@@ -95,12 +98,12 @@ bool isStopped(const Result &result)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const std::string_view input(reinterpret_cast<const char *>(data), size);
-    const Result pieces = readDesign(input);
+    const Result pieces = readDesign(input, 1);
     if (pieces.isRead != pieces.error.isEmpty())
         std::abort();
     if (input.substr(0, 1) != "<")
         return 0;
-    const Result whole = readDesign(std::string(EncodingMark) + std::string(input));
+    const Result whole = readDesign(std::string(EncodingMark) + std::string(input), 1);
     if (isStopped(pieces) || isStopped(whole))
         return 0;
     if (pieces.isRead != whole.isRead || pieces.netlist != whole.netlist)

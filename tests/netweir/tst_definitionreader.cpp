@@ -330,7 +330,7 @@ void TestDefinitionReader::callsAndRoutinesAreFound()
     const Definition &top = design->top();
     QStringList found;
     for (const Definition::Routine &routine : top.routines)
-        found += toQString(routine.name);
+        found += QString::fromUtf8(routine.name.data(), int(routine.name.size()));
     for (const Occurrence &call : top.calls)
         found += QStringLiteral("%1@%2").arg(call.node.attribute("name").value()).arg(call.scope);
     QCOMPARE(found.join(QLatin1Char(' ')), QStringLiteral("t f t@2 f@0"));

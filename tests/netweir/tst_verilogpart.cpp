@@ -432,8 +432,8 @@ void TestVerilogPart::largeDefinitionsTakeLittleMemory()
     QByteArray members;
     for (int i = 0; i < 60000; ++i) {
         const QByteArray name = "cell_" + QByteArray::number(i);
-        members += "\n      <instance name=\"" + name + "\" origName=\"" + name +
-                   "\" defName=\"b\">";
+        members +=
+            "\n      <instance name=\"" + name + "\" origName=\"" + name + "\" defName=\"b\">";
         for (int port = 0; port < 6; ++port)
             members += "\n        <port name=\"i\" direction=\"in\" portIndex=\"1\">\n          "
                        "<varref name=\"n\" dtype_id=\"1\"/>\n        </port>";

@@ -23,8 +23,8 @@ class XmlFile;
 /// The parts of the XML that do not depend on the number of instances: types, definitions and the
 /// routines of packages.
 ///
-/// Owns the definitions and all names in them. Their elements are in memory one definition after the
-/// other, and those of a large one run by run. Time is linear in the document; memory in its
+/// Owns the definitions and all names in them. Their elements are in memory one definition after
+/// the other, and those of a large one run by run. Time is linear in the document; memory in its
 /// declarations.
 class ElaboratedDesign
 {
@@ -43,9 +43,9 @@ public:
     /// says why.
     ///
     /// The last definition comes first: the elaborator writes a definition before those that it
-    /// instantiates. Each is passed to @p visit and afterwards its elements are forgotten. When some
-    /// definitions come in another order, or call routines that come later, that is known after
-    /// the reading only, see isOutdated().
+    /// instantiates. Each is passed to @p visit and afterwards its elements are forgotten. When
+    /// some definitions come in another order, or call routines that come later, that is known
+    /// after the reading only, see isOutdated().
     bool read(XmlFile *file, const ReadOptions &options, const QString &folder, const Visit &visit,
               QString *error);
     /// Reads @p definition once more and passes it to @p visit. False when its elements are not the

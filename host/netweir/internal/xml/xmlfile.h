@@ -35,9 +35,9 @@ public:
     /// The same for the element without anything in it.
     pugi::xml_node loadStart(const XmlElement &element);
 
-    /// Divides the children of @p element into runs of at least @p size bytes, by the line breaks that
-    /// the elaborator puts before each child. A single one when they cannot be told apart, or when
-    /// the element is in a document in memory. Empty when the file cannot be read.
+    /// Divides the children of @p element into runs of at least @p size bytes, by the line breaks
+    /// that the elaborator puts before each child. A single one when they cannot be told apart, or
+    /// when the element is in a document in memory. Empty when the file cannot be read.
     std::vector<XmlRun> runsOf(const XmlElement &element, qint64 size);
     /// Parses @p element with no other children than those of @p run, like load(). A run that was
     /// not divided between two children is not sound.
