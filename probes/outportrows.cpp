@@ -148,8 +148,6 @@ void OutPortRows::showAllStored()
 
 void OutPortRows::showStored(const QVector<int> &positions)
 {
-    for (const int position : positions)
-        m_values->deleteLabels(m_values->topLevelItem(position));
     QVector<Port> ports;
     for (const int position : positions)
         ports.append(portToShow(position));

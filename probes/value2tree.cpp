@@ -46,10 +46,13 @@ void value2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, SignalItem item, QSt
 void values2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalItem> &items,
                  QString &bits, InitialValueLine *line)
 {
+    // By index: the tree would search each new row among those of its port.
+    const QAbstractItemModel *model = tree->model();
+    const QModelIndex port = model->index(tree->indexOfTopLevelItem(parent), 0);
     for (int i = 0; i < items.size(); ++i) {
         BitLabel *label = newLabel(takeBits(bits, items.at(i).width()), line);
         label->hold(); // The tree shows it when it lays out its rows, if it is in sight.
-        tree->setItemWidget(parent->child(i), 0, label);
+        tree->setIndexWidget(model->index(i, 0, port), label);
         label->release();
     }
 }

@@ -19,8 +19,8 @@ class InitialValueLine;
 /// left. @p line takes note of the label. Does nothing without @p parent.
 void value2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, SignalItem item, QString &bits,
                 InitialValueLine *line, int type);
-/// The same for all of @p items, in the rows that @p parent has already: if rows and widgets were
-/// added in turn, the tree would lay itself out again for each of them.
+/// The same for all of @p items, in the rows that the top-level row @p parent has already: if rows
+/// and widgets were added in turn, the tree would lay itself out again for each of them.
 void values2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalItem> &items,
                  QString &bits, InitialValueLine *line);
 

@@ -26,8 +26,10 @@ void ValueTree::deleteLabels(QTreeWidgetItem *portRow)
     InitialValueLine *line = lineOf(portRow);
     line->setInert(true);
     line->clearBitLabels();
+    // By index: the tree would search a row among those of its port.
+    const QModelIndex port = indexFromItem(portRow);
     for (int i = 0; i < portRow->childCount(); ++i)
-        deleteWidget(portRow->child(i));
+        deleteWidget(model()->index(i, 0, port));
 }
 
 void ValueTree::deletePort(int row)
@@ -35,14 +37,14 @@ void ValueTree::deletePort(int row)
     QTreeWidgetItem *portRow = topLevelItem(row);
     if (lineAt(row)) {
         deleteLabels(portRow);
-        deleteWidget(portRow);
+        deleteWidget(indexFromItem(portRow));
     }
     delete portRow;
 }
 
-void ValueTree::deleteWidget(QTreeWidgetItem *row)
+void ValueTree::deleteWidget(const QModelIndex &row)
 {
-    QWidget *widget = itemWidget(row, 0);
+    QWidget *widget = indexWidget(row);
     // The tree does not notice by itself that one of its widgets has gone. removeItemWidget() would
     // post an event to the widget, for which its destructor would search all posted events.
     editorDestroyed(widget);

@@ -46,7 +46,7 @@ protected Q_SLOTS:
 
 private:
     InitialValueLine *lineOf(QTreeWidgetItem *portRow) const;
-    void deleteWidget(QTreeWidgetItem *row);
+    void deleteWidget(const QModelIndex &row);
     QWidget *place(const QModelIndex &index);
 
     bool m_suspended = false;
