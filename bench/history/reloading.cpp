@@ -137,11 +137,13 @@ bool measureReload()
                 "single nets, shown, CPU time");
     std::vector<double> half;
     std::vector<double> full;
-    for (const int cores : {1, 2, 4, 8, 16}) {
+    for (const int cores : {4, 8, 16}) {
+        const std::string count = std::to_string(cores) + " cores";
         half = std::exchange(full, timesOf(cores, fullCore));
-        addTimes(&table, std::to_string(cores) + (cores == 1 ? " core" : " cores"), full);
+        addTimes(&table, count, full);
+        if (!half.empty())
+            addRatios(&table, count + " / half of them", half, full);
     }
-    addRatios(&table, "16 cores / 8 cores", half, full);
 
     half = timesOf(8, smallCore);
     full = timesOf(16, smallCore);

@@ -59,13 +59,17 @@ inline double timeOf(const std::function<void()> &work)
     return cpuTime() - before;
 }
 
-/// Runs every candidate once per round, in order. Returns the median CPU seconds of each. The first
-/// round is a warm-up and does not count.
+/// Whether there is a round before those that count. Long work that has been done once already does
+/// without.
+enum class WarmUp { Yes, No };
+
+/// Runs every candidate once per round, in order. Returns the median CPU seconds of each.
 inline std::vector<double> interleavedMedians(int rounds,
-                                              const std::vector<std::function<void()>> &candidates)
+                                              const std::vector<std::function<void()>> &candidates,
+                                              WarmUp warmUp = WarmUp::Yes)
 {
     std::vector<std::vector<double>> times(candidates.size());
-    for (int round = 0; round <= rounds; ++round) {
+    for (int round = warmUp == WarmUp::Yes ? 0 : 1; round <= rounds; ++round) {
         for (std::size_t i = 0; i < candidates.size(); ++i) {
             const double time = timeOf(candidates[i]);
             if (round > 0)
@@ -225,5 +229,35 @@ private:
     std::string m_title;
     std::vector<Row> m_rows;
 };
+
+/// A part of a benchmark: measures, prints its tables and returns false when a goal is missed.
+struct Job
+{
+    const char *name;
+    std::function<bool()> measure;
+};
+
+/// Reads the command line and runs the jobs that it names, by default all of them, in order. Ends
+/// the program when there is no such job. Returns the exit code: 1 when a goal is missed.
+inline int runJobs(int argc, char *argv[], const std::vector<Job> &jobs)
+{
+    readArguments(argc, argv);
+    std::vector<std::string> wanted;
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (argument.rfind("--", 0) == 0)
+            continue;
+        if (std::none_of(jobs.begin(), jobs.end(),
+                         [&](const Job &job) { return job.name == argument; }))
+            fail("no part of this benchmark: " + argument);
+        wanted.push_back(argument);
+    }
+    bool good = true;
+    for (const Job &job : jobs) {
+        if (wanted.empty() || std::count(wanted.begin(), wanted.end(), job.name) > 0)
+            good = job.measure() && good;
+    }
+    return good ? 0 : 1;
+}
 
 } // namespace TarnBench
