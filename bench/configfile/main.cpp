@@ -21,7 +21,7 @@ using TarnBench::fail;
 
 namespace {
 
-constexpr int Rounds = 9;
+constexpr int Rounds = 5;
 constexpr double Goal = 3.0;
 constexpr std::chrono::milliseconds SliceBudget{5}; ///< As in the view.
 constexpr double LongestSlice = 0.05;               ///< In seconds: what typing hardly notices.

@@ -285,9 +285,11 @@ bool measureOpening()
     if (shownRows(view.get()) != opened)
         fail("the bare rows show something else");
 
-    const std::vector<double> times = TarnBench::interleavedMedians(
-        OpeningRounds, {[&] { view = openedView(path); }, [&] { view.reset(); },
-                        [&] { view = bareView(cores); }, [&] { view.reset(); }});
+    const std::vector<double> times =
+        TarnBench::interleavedMedians(OpeningRounds,
+                                      {[&] { view = openedView(path); }, [&] { view.reset(); },
+                                       [&] { view = bareView(cores); }, [&] { view.reset(); }},
+                                      TarnBench::WarmUp::No);
     qDeleteAll(cores);
 
     Table table("Opening a file of " + std::to_string(CoreCount) + " cores, " +

@@ -25,7 +25,7 @@ using TarnBench::Table;
 
 namespace {
 
-constexpr int Rounds = 4;
+constexpr int Rounds = 3;
 
 int numberOfRows(const QTreeWidgetItem *row)
 {

@@ -17,7 +17,7 @@ using TarnBench::Table;
 namespace {
 
 constexpr int BusWidth = 4;
-constexpr int Rounds = 9;
+constexpr int Rounds = 5;
 
 using Signals = QList<SignalItem>;
 

@@ -17,7 +17,7 @@ using TarnBench::Table;
 namespace {
 
 constexpr int RowCount = 100000;
-constexpr int Rounds = 9;
+constexpr int Rounds = 5;
 
 QList<SignalItem> chosenSignals()
 {

@@ -20,7 +20,7 @@ using TarnBench::Table;
 
 namespace {
 
-constexpr int Rounds = 9;
+constexpr int Rounds = 3;
 
 /// The numbers of top-level rows and of all rows.
 struct Shape
