@@ -61,12 +61,27 @@ qint64 lettersOfNames(const QList<RtlNet *> &nets)
     return letters;
 }
 
+/// Versions that this one is compared with may only have the full path.
+template <typename Net>
+auto writeName(const Net *net, QString *name, const Net *before, int)
+    -> decltype(net->copyFullPathName(name, before))
+{
+    return net->copyFullPathName(name, before);
+}
+
+template <typename Net>
+int writeName(const Net *net, QString *name, const Net *, long)
+{
+    *name = net->fullPathName();
+    return 0;
+}
+
 void copyNames(const QList<RtlNet *> &nets)
 {
     QString name;
     const RtlNet *before = nullptr;
     for (const RtlNet *net : nets) {
-        net->copyFullPathName(&name, before);
+        writeName(net, &name, before, 0);
         before = net;
     }
 }
