@@ -15,6 +15,14 @@ bool hasMark(Source *source, ProbeType type)
     return type == ProbeTypeOut ? source->excludedForProbeOut() : source->excludedForProbeIn();
 }
 
+/// Makes a default @p item that of @p net, in place: a bus may have thousands of members.
+void describe(SignalItem *item, NETWEIR::RtlNet *net, ProbeType type)
+{
+    item->name = net->fullPathName();
+    item->enabled = !hasMark(net, type);
+    item->kind = SignalItem::Net;
+}
+
 } // namespace
 
 bool isExcluded(NETWEIR::RtlNet *net, ProbeType type)
@@ -30,9 +38,7 @@ bool isExcluded(NETWEIR::RtlNetBus *bus, ProbeType type)
 SignalItem signalOf(NETWEIR::RtlNet *net, ProbeType type)
 {
     SignalItem item;
-    item.name = net->fullPathName();
-    item.enabled = !isExcluded(net, type);
-    item.kind = SignalItem::Net;
+    describe(&item, net, type);
     return item;
 }
 
@@ -45,7 +51,8 @@ SignalItem signalOf(NETWEIR::RtlNetBus *bus, ProbeType type)
     const auto &nets = bus->nets();
     item.members.reserve(nets.size());
     for (NETWEIR::RtlNet *net : nets) {
-        item.members.append(signalOf(net, type));
+        item.members.append(SignalItem());
+        describe(&item.members.last(), net, type);
         // Saved files and the lists on the screen rely on this kind.
         item.members.last().kind = SignalItem::Bus;
     }

@@ -8,6 +8,7 @@
 #include <QPalette>
 
 #include <iterator>
+#include <utility>
 
 namespace TARN {
 
@@ -25,8 +26,11 @@ QTreeWidgetItem rowWith(Qt::ItemFlags flags)
 
 ComputedSignalRow::ComputedSignalRow(Look look, Holds holds, int type)
     : QTreeWidgetItem(type)
-    , m_look(look)
+    , m_enabled(look.enabled)
+    , m_usable(look.usable)
+    , m_hasDisplayName(look.hasDisplayName)
     , m_holdsItem(holds == Holds::Item)
+    , m_stored(false)
 {
     static const QTreeWidgetItem usable;
     static const QTreeWidgetItem unusable =
@@ -55,7 +59,7 @@ bool ComputedSignalRow::computes(int role) const
     case Qt::ForegroundRole:
         return true;
     case Qt::FontRole:
-        return m_look.hasDisplayName;
+        return m_hasDisplayName;
     case Qt::UserRole:
         return m_holdsItem;
     default:
@@ -76,9 +80,9 @@ QVariant ComputedSignalRow::data(int column, int role) const
         return font;
     }
     case Qt::ForegroundRole:
-        if (!m_look.enabled)
+        if (!m_enabled)
             return QBrush(Qt::gray);
-        return m_look.usable ? QApplication::palette().windowText() : QBrush(Qt::red);
+        return m_usable ? QApplication::palette().windowText() : QBrush(Qt::red);
     default:
         return shownText();
     }
@@ -123,6 +127,20 @@ void ComputedSignalRow::storeRoles()
     }
 }
 
+ComputedSignalRow *newRowOf(const SignalItem &item, ComputedSignalRow::Holds holds, int type)
+{
+    if (NetRow::suits(item))
+        return new NetRow(item.name, item, holds, type);
+    return new SignalRow(item, holds, type);
+}
+
+ComputedSignalRow *newRowOf(SignalItem &&item, ComputedSignalRow::Holds holds, int type)
+{
+    if (NetRow::suits(item))
+        return new NetRow(std::move(item.name), item, holds, type);
+    return new SignalRow(item, holds, type);
+}
+
 SignalRow::SignalRow(const SignalItem &item, Holds holds, int type)
     : SignalRow(item, holds, type, item.displayName.isEmpty() ? item.name : item.displayName)
 {
@@ -133,6 +151,29 @@ SignalRow::SignalRow(const SignalItem &item, Holds holds, int type, const QStrin
     , m_item(item)
     , m_text(text)
 {
+}
+
+bool NetRow::suits(const SignalItem &item)
+{
+    return item.displayName.isNull() && item.members.isEmpty() && item.kind >= SignalItem::Unset &&
+           item.kind <= SignalItem::Bus;
+}
+
+NetRow::NetRow(QString name, const SignalItem &item, Holds holds, int type)
+    : ComputedSignalRow({item.enabled, item.usable, false}, holds, type)
+    , m_kind(qint8(item.kind))
+    , m_name(std::move(name))
+{
+}
+
+SignalItem NetRow::signal() const
+{
+    SignalItem item;
+    item.name = m_name;
+    item.enabled = look().enabled;
+    item.usable = look().usable;
+    item.kind = m_kind;
+    return item;
 }
 
 } // namespace TARN

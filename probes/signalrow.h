@@ -21,6 +21,9 @@ namespace TARN {
 /// In all else it is an ordinary row. Setting a role turns it into a row that stores its roles,
 /// with the same values; a clone is a SignalRow of the type QTreeWidgetItem::Type, which every
 /// clone of a tree row has.
+///
+/// A byte is all that it adds to a QTreeWidgetItem, in space that the compiler leaves unused there.
+/// Derived classes have three more before a row gets larger.
 class ComputedSignalRow : public QTreeWidgetItem
 {
 public:
@@ -38,6 +41,11 @@ public:
     /// Stores the computed roles as an ordinary row has them, for code that reads the storage of a
     /// row instead of asking it (drag and drop does).
     void storeRoles();
+    /// Nothing is stored, so that all roles follow from the item.
+    bool computesAll() const { return !m_stored && columnCount() == 0; }
+
+    /// What it was made with. What is stored may be something else.
+    Holds holds() const { return m_holdsItem ? Holds::Item : Holds::Nothing; }
 
 protected:
     /// What the roles but texts and item are computed from.
@@ -50,6 +58,7 @@ protected:
 
     ComputedSignalRow(Look look, Holds holds, int type);
 
+    Look look() const { return {m_enabled, m_usable, m_hasDisplayName}; }
     virtual SignalItem signal() const = 0;
     virtual QString shownText() const = 0;
 
@@ -60,12 +69,18 @@ private:
     /// From now on no row above changes the flags. Clears them and all that is stored.
     void ignoreRowsAbove();
 
-    Look m_look;
-    bool m_holdsItem;
-    bool m_stored = false;
+    bool m_enabled : 1;
+    bool m_usable : 1;
+    bool m_hasDisplayName : 1;
+    bool m_holdsItem : 1;
+    bool m_stored : 1;
 };
 
-/// A row that has its item.
+/// A row of its own for @p item, owned by the caller: a NetRow if that is enough.
+ComputedSignalRow *newRowOf(const SignalItem &item, ComputedSignalRow::Holds holds, int type);
+ComputedSignalRow *newRowOf(SignalItem &&item, ComputedSignalRow::Holds holds, int type);
+
+/// A row that has any item.
 class SignalRow final : public ComputedSignalRow
 {
 public:
@@ -80,6 +95,25 @@ private:
 
     SignalItem m_item;
     QString m_text;
+};
+
+/// A row that has an item of which the name says it all: a single net, or a bit of a bus. Most rows
+/// are such, and it takes two thirds of the memory of a SignalRow.
+class NetRow final : public ComputedSignalRow
+{
+public:
+    /// False when @p item has members, a display name or an unknown kind.
+    static bool suits(const SignalItem &item);
+
+    /// For @p item, which must suit, without its name. That is @p name, so that it can be moved.
+    NetRow(QString name, const SignalItem &item, Holds holds, int type);
+
+private:
+    SignalItem signal() const override;
+    QString shownText() const override { return m_name; }
+
+    qint8 m_kind;
+    QString m_name;
 };
 
 } // namespace TARN

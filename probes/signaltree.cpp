@@ -10,9 +10,20 @@
 
 #include <QTreeWidget>
 
+#include <utility>
+
 namespace TARN {
 
 namespace {
+
+using Holds = ComputedSignalRow::Holds;
+
+QTreeWidgetItem *withMembers(QTreeWidgetItem *row, const QList<SignalItem> &members, int type)
+{
+    for (const SignalItem &member : members)
+        row->addChild(newRowOf(member, Holds::Nothing, type));
+    return row;
+}
 
 void appendRows(QList<QTreeWidgetItem *> *rows, const QList<SignalItem> &items, int type)
 {
@@ -99,13 +110,20 @@ TreeMerge::~TreeMerge()
 
 void TreeMerge::add(const SignalItem &item)
 {
+    add(SignalItem(item));
+}
+
+void TreeMerge::add(SignalItem &&item)
+{
     const bool isBus = item.kind == SignalItem::Bus;
-    SignalItem enabled = item;
-    removeDisabledMembers(&enabled);
-    if (m_treeIsEmpty)
-        (isBus ? m_busRows : m_singleRows).append(newSignalRow(enabled, 0));
-    else
-        (isBus ? m_buses : m_singles).append(enabled);
+    removeDisabledMembers(&item);
+    if (!m_treeIsEmpty) {
+        (isBus ? m_buses : m_singles).append(item);
+        return;
+    }
+    const QList<SignalItem> members = item.members;
+    QTreeWidgetItem *row = newRowOf(std::move(item), Holds::Item, 0);
+    (isBus ? m_busRows : m_singleRows).append(withMembers(row, members, 0));
 }
 
 void TreeMerge::finish()
@@ -125,13 +143,7 @@ void TreeMerge::finish()
 
 QTreeWidgetItem *newSignalRow(const SignalItem &item, int type)
 {
-    auto *row = new SignalRow(item, SignalRow::Holds::Item, type);
-    QList<QTreeWidgetItem *> members;
-    members.reserve(item.members.size());
-    for (const SignalItem &member : item.members)
-        members.append(new SignalRow(member, SignalRow::Holds::Nothing, type));
-    row->addChildren(members);
-    return row;
+    return withMembers(newRowOf(item, Holds::Item, type), item.members, type);
 }
 
 void signal2TreeItem(QTreeWidget *tree, SignalItem item, int type)
@@ -164,19 +176,15 @@ void signal2TreeItemForHierarchy(QTreeWidgetItem *parent, SignalItem item, QStri
 {
     if (texts.size() != item.members.size() + 1)
         return;
-    auto *row = new SignalRow(item, SignalRow::Holds::Item, type, texts.first());
-    QList<QTreeWidgetItem *> members;
-    members.reserve(item.members.size());
+    auto *row = new SignalRow(item, Holds::Item, type, texts.first());
     for (int i = 0; i < item.members.size(); ++i)
-        members.append(
-            new SignalRow(item.members.at(i), SignalRow::Holds::Item, type, texts.at(i + 1)));
-    row->addChildren(members);
+        row->addChild(new SignalRow(item.members.at(i), Holds::Item, type, texts.at(i + 1)));
     parent->addChild(row);
 }
 
 void signal2ProbeOutTreeItem(QTreeWidgetItem *parent, SignalItem item, int type)
 {
-    parent->addChild(new SignalRow(item, SignalRow::Holds::Item, type));
+    parent->addChild(newRowOf(item, Holds::Item, type));
 }
 
 void signals2ProbeOutTree(QTreeWidgetItem *parent, const QList<SignalItem> &items, int type)
@@ -184,7 +192,7 @@ void signals2ProbeOutTree(QTreeWidgetItem *parent, const QList<SignalItem> &item
     QList<QTreeWidgetItem *> rows;
     rows.reserve(items.size());
     for (const SignalItem &item : items)
-        rows.append(new SignalRow(item, SignalRow::Holds::Item, type));
+        rows.append(newRowOf(item, Holds::Item, type));
     parent->addChildren(rows);
 }
 // NOLINTEND(performance-unnecessary-value-param)

@@ -50,6 +50,7 @@ public:
     Q_DISABLE_COPY(TreeMerge)
 
     void add(const SignalItem &item);
+    void add(SignalItem &&item);
     void finish();
 
 private:

@@ -12,6 +12,7 @@
 #include <QTreeWidgetItem>
 
 #include <algorithm>
+#include <typeinfo>
 
 namespace TARN {
 
@@ -63,6 +64,8 @@ public:
     {
     }
 
+    Source *source() const { return m_source; }
+
 private:
     SignalItem signal() const override
     {
@@ -76,11 +79,22 @@ private:
         return m_usesShortName ? shortName(m_source) : fullName(m_source);
     }
 
-    bool m_usesShortName;
-    bool m_isMember;
-    ProbeType m_type;
+    bool m_usesShortName : 1;
+    bool m_isMember : 1;
+    ProbeType m_type : 8;
     Source *m_source;
 };
+
+/// @p row when it still shows a net or bus as it was made.
+template <typename Source>
+const SourceRow<Source> *unchanged(const QTreeWidgetItem *row)
+{
+    // A dynamic_cast takes longer than all the rest.
+    if (typeid(*row) != typeid(SourceRow<Source>))
+        return nullptr;
+    const auto *sourceRow = static_cast<const SourceRow<Source> *>(row);
+    return sourceRow->computesAll() ? sourceRow : nullptr;
+}
 
 using Holds = ComputedSignalRow::Holds;
 
@@ -93,12 +107,9 @@ QTreeWidgetItem *newRow(NETWEIR::RtlNetBus *bus, Style style)
 {
     auto *row = new SourceRow(bus, style, Holds::Item);
     const auto &nets = bus->nets();
-    QList<QTreeWidgetItem *> members;
-    members.reserve(nets.size());
+    const Holds holds = style.membersHoldItems ? Holds::Item : Holds::Nothing;
     for (NETWEIR::RtlNet *net : nets)
-        members.append(
-            new SourceRow(net, style, style.membersHoldItems ? Holds::Item : Holds::Nothing, true));
-    row->addChildren(members);
+        row->addChild(new SourceRow(net, style, holds, true));
     return row;
 }
 
@@ -113,6 +124,15 @@ QList<QTreeWidgetItem *> newRows(const QList<NETWEIR::RtlNet *> &nets,
     for (NETWEIR::RtlNet *net : nets)
         rows.append(newRow(net, style));
     return rows;
+}
+
+/// What stands for a result without a signal.
+SignalItem signalNamed(const QString &name)
+{
+    SignalItem item;
+    item.name = name;
+    item.kind = SignalItem::Bus;
+    return item;
 }
 
 } // namespace
@@ -140,28 +160,42 @@ SignalItem signalOfResult(const QTreeWidgetItem *row)
 {
     if (std::optional<SignalItem> stored = storedSignal(row))
         return *std::move(stored);
-    SignalItem item;
-    item.name = row->data(0, Qt::DisplayRole).toString();
-    item.kind = SignalItem::Bus;
-    return item;
+    return signalNamed(row->data(0, Qt::DisplayRole).toString());
 }
 
 SignalItem ResultSignals::of(const QTreeWidgetItem *row)
 {
-    SignalItem item = signalOfResult(row);
-    if (!item.members.isEmpty()) {
-        m_parent = row;
-        m_members = item.members;
-        m_next = 0;
-    } else if (row->parent() == m_parent) {
-        const auto same =
-            std::find_if(m_members.cbegin() + m_next, m_members.cend(),
-                         [&item](const SignalItem &member) { return member.name == item.name; });
-        m_next = int(same - m_members.cbegin());
-        if (same != m_members.cend())
-            item.name = same->name;
+    if (m_parent && row->parent() == m_parent) {
+        const auto *netRow = unchanged<NETWEIR::RtlNet>(row);
+        const SignalItem *member = netRow ? memberFor(netRow->source()) : nullptr;
+        if (member)
+            return netRow->holds() == Holds::Item ? *member : signalNamed(member->name);
     }
+    SignalItem item = signalOfResult(row);
+    if (!item.members.isEmpty())
+        remember(row, item.members);
     return item;
+}
+
+void ResultSignals::remember(const QTreeWidgetItem *row, const QList<SignalItem> &members)
+{
+    const auto *busRow = unchanged<NETWEIR::RtlNetBus>(row);
+    m_parent = busRow;
+    m_members = members;
+    m_nets.clear();
+    m_next = 0;
+    if (busRow) {
+        const auto &nets = busRow->source()->nets();
+        m_nets.assign(nets.begin(), nets.end());
+    }
+}
+
+/// Nothing when no member is left that is @p net.
+const SignalItem *ResultSignals::memberFor(NETWEIR::RtlNet *net)
+{
+    const auto same = std::find(m_nets.cbegin() + std::ptrdiff_t(m_next), m_nets.cend(), net);
+    m_next = std::size_t(same - m_nets.cbegin());
+    return same == m_nets.cend() ? nullptr : &m_members.at(int(m_next));
 }
 
 } // namespace TARN

@@ -6,6 +6,9 @@
 
 #include <QList>
 
+#include <cstddef>
+#include <vector>
+
 class QTreeWidgetItem;
 
 namespace TARN {
@@ -27,17 +30,21 @@ QTreeWidgetItem *newModuleRow(const ModuleForWidget &module, ProbeType type);
 /// texts stand for them.
 SignalItem signalOfResult(const QTreeWidgetItem *row);
 
-/// The same for rows in the order of their tree. Each name is kept in memory once: those of member
-/// rows are the ones that the signal of the bus above them has.
+/// The same for rows in the order of their tree. Each name is built and kept in memory once: those
+/// of member rows are the ones that the signal of the bus above them has.
 class ResultSignals
 {
 public:
     SignalItem of(const QTreeWidgetItem *row);
 
 private:
-    const QTreeWidgetItem *m_parent = nullptr; ///< The last row with members.
+    void remember(const QTreeWidgetItem *row, const QList<SignalItem> &members);
+    const SignalItem *memberFor(NETWEIR::RtlNet *net);
+
+    const QTreeWidgetItem *m_parent = nullptr; ///< The last row of a bus.
     QList<SignalItem> m_members;               ///< Of its signal.
-    int m_next = 0;                            ///< Those before it belong to rows already passed.
+    std::vector<NETWEIR::RtlNet *> m_nets;     ///< Of the members.
+    std::size_t m_next = 0;                    ///< Those before it belong to rows already passed.
 };
 
 } // namespace TARN

@@ -154,7 +154,7 @@ void signalTreeWidget::moveSelectedRows(bool up)
 QMimeData *signalTreeWidget::mimeData(const QList<QTreeWidgetItem *> items) const
 {
     for (QTreeWidgetItem *item : items) {
-        if (auto *row = dynamic_cast<SignalRow *>(item))
+        if (auto *row = dynamic_cast<ComputedSignalRow *>(item))
             row->storeRoles();
     }
     return LargeTreeWidget::mimeData(items);

@@ -13,6 +13,9 @@
 #include <QTest>
 #include <QTreeWidget>
 
+#include <memory>
+#include <vector>
+
 using namespace TARN;
 using TarnTest::bus;
 using TarnTest::net;
@@ -64,7 +67,12 @@ QString textOf(const QVariant &value)
         return text;
     }
     const auto item = value.value<SignalItem>();
-    return QStringLiteral("item %1 %2 %3").arg(item.name, item.displayName).arg(item.enabled);
+    return QStringLiteral("item %1 %2 enabled %3 usable %4 kind %5 members %6")
+        .arg(item.name, item.displayName.isNull() ? "none" : "'" + item.displayName + "'")
+        .arg(item.enabled)
+        .arg(item.usable)
+        .arg(item.kind)
+        .arg(TarnTest::namesOf(item.members).join(' '));
 }
 
 /// What differs between two rows, empty when nothing does.
@@ -117,10 +125,25 @@ class TestSignalRow : public TarnTest::TestCase
         }
     }
 
+    static ComputedSignalRow::Holds holds(bool item)
+    {
+        return item ? SignalRow::Holds::Item : SignalRow::Holds::Nothing;
+    }
+
     static SignalRow *rowOf(const SignalItem &item, bool holdsItem)
     {
-        return new SignalRow(item, holdsItem ? SignalRow::Holds::Item : SignalRow::Holds::Nothing,
-                             1002);
+        return new SignalRow(item, holds(holdsItem), 1002);
+    }
+
+    /// One made in each way.
+    static std::vector<std::unique_ptr<ComputedSignalRow>> rowsOf(const SignalItem &item,
+                                                                  bool holdsItem)
+    {
+        std::vector<std::unique_ptr<ComputedSignalRow>> rows;
+        rows.emplace_back(rowOf(item, holdsItem));
+        rows.emplace_back(newRowOf(item, holds(holdsItem), 1002));
+        rows.emplace_back(newRowOf(SignalItem(item), holds(holdsItem), 1002));
+        return rows;
     }
 
 private Q_SLOTS:
@@ -130,12 +153,53 @@ private Q_SLOTS:
         QFETCH(int, traits);
         QFETCH(bool, holdsItem);
         const SignalItem item = sample(traits);
-        const std::unique_ptr<SignalRow> row(rowOf(item, holdsItem));
         const std::unique_ptr<QTreeWidgetItem> ordinary(ordinaryRow(item, holdsItem, 1002));
-        QCOMPARE(row->type(), 1002);
-        QCOMPARE(difference(row.get(), ordinary.get()), QString());
-        row->storeRoles();
-        QCOMPARE(difference(row.get(), ordinary.get()), QString());
+        for (const auto &row : rowsOf(item, holdsItem)) {
+            QCOMPARE(row->type(), 1002);
+            QCOMPARE(difference(row.get(), ordinary.get()), QString());
+            QCOMPARE(row->item().has_value(), holdsItem);
+            row->storeRoles();
+            QCOMPARE(difference(row.get(), ordinary.get()), QString());
+            QVERIFY(!row->item());
+        }
+    }
+
+    void smallRowsHaveAnyItem_data()
+    {
+        QTest::addColumn<SignalItem>("item");
+        QTest::addColumn<bool>("isSmall");
+        QTest::newRow("net") << net("clk") << true;
+        QTest::newRow("bit of a bus") << bus("d", 1).members.constFirst() << true;
+        QTest::newRow("default") << SignalItem() << true;
+        QTest::newRow("bus") << bus("d", 2) << false;
+        SignalItem item = net("clk");
+        item.enabled = item.usable = false;
+        QTest::newRow("neither enabled nor usable") << item << true;
+        item.displayName = QStringLiteral("clock");
+        QTest::newRow("display name") << item << false;
+        item.displayName = QLatin1String("");
+        QTest::newRow("empty display name") << item << false;
+        for (const int kind : {-2, 2, 255, 256}) {
+            item = net("clk");
+            item.kind = kind;
+            QTest::addRow("kind %d", kind) << item << false;
+        }
+    }
+    void smallRowsHaveAnyItem()
+    {
+        QFETCH(SignalItem, item);
+        QFETCH(bool, isSmall);
+        for (const auto &row : rowsOf(item, true)) {
+            const std::unique_ptr<QTreeWidgetItem> copy(row->clone());
+            QVERIFY(row->item());
+            QCOMPARE(textOf(QVariant::fromValue(*row->item())), textOf(QVariant::fromValue(item)));
+            QCOMPARE(difference(copy.get(), row.get()), QString());
+        }
+        const auto rows = rowsOf(item, true);
+        QCOMPARE(dynamic_cast<NetRow *>(rows.at(1).get()) != nullptr, isSmall);
+        QCOMPARE(dynamic_cast<NetRow *>(rows.at(2).get()) != nullptr, isSmall);
+        // Lists have a million of them.
+        QCOMPARE(sizeof(NetRow), sizeof(QTreeWidgetItem) + sizeof(QString));
     }
 
     void dragsLikeARowThatStoresItsRoles_data() { addRows(); }
@@ -197,12 +261,13 @@ private Q_SLOTS:
         QFETCH(QVariant, value);
         for (int traits = 0; traits < Traits; ++traits) {
             for (const bool holdsItem : {true, false}) {
-                const std::unique_ptr<SignalRow> row(rowOf(sample(traits), holdsItem));
                 const std::unique_ptr<QTreeWidgetItem> ordinary(
                     ordinaryRow(sample(traits), holdsItem, 1002));
-                row->setData(0, role, value);
                 ordinary->setData(0, role, value);
-                QCOMPARE(difference(row.get(), ordinary.get()), QString());
+                for (const auto &row : rowsOf(sample(traits), holdsItem)) {
+                    row->setData(0, role, value);
+                    QCOMPARE(difference(row.get(), ordinary.get()), QString());
+                }
             }
         }
     }

@@ -8,10 +8,13 @@
 #include <probes/signaltree.h>
 #include <select/netsearch.h>
 #include <select/resultrows.h>
+#include <widgets/treerows.h>
 
 #include <QApplication>
 #include <QTest>
 #include <QTreeWidget>
+
+#include <functional>
 
 using namespace TARN;
 
@@ -43,7 +46,11 @@ QString answersOf(const QTreeWidgetItem *row)
     return text;
 }
 
+using Change = std::function<void(QTreeWidgetItem *top)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Change)
 
 class TestResultRows : public TarnTest::TestCase
 {
@@ -61,6 +68,8 @@ private Q_SLOTS:
     void signalOfAResult();
     void membersShareTheNamesOfTheirBus_data();
     void membersShareTheNamesOfTheirBus();
+    void changedRowsAreAsked_data();
+    void changedRowsAreAsked();
 
 private:
     const std::unique_ptr<NETWEIR::RtlNetlist> m_netlist = TarnTest::sampleNetlist();
@@ -218,6 +227,62 @@ void TestResultRows::membersShareTheNamesOfTheirBus()
         }
         for (int i = 1; i < rows->childCount(); ++i)
             QCOMPARE(textOf(results.of(rows->child(i))), textOf(signalOfResult(rows->child(i))));
+    }
+}
+
+void TestResultRows::changedRowsAreAsked_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::newRow("no row") << Change([](QTreeWidgetItem *) {});
+    QTest::newRow("text of a member")
+        << Change([](QTreeWidgetItem *top) { top->child(0)->child(1)->setText(0, "other"); });
+    QTest::newRow("item of a member") << Change([](QTreeWidgetItem *top) {
+        SignalItem item;
+        item.name = "own";
+        top->child(0)->child(0)->setData(0, Qt::UserRole, QVariant::fromValue(item));
+    });
+    QTest::newRow("text of a bus")
+        << Change([](QTreeWidgetItem *top) { top->child(0)->setText(0, "other"); });
+    QTest::newRow("item of a bus") << Change(
+        [](QTreeWidgetItem *top) { top->child(0)->setData(0, Qt::UserRole, QVariant("other")); });
+    QTest::newRow("members in another order") << Change(
+        [](QTreeWidgetItem *top) { top->child(0)->insertChild(0, top->child(0)->takeChild(1)); });
+    QTest::newRow("a member less")
+        << Change([](QTreeWidgetItem *top) { delete top->child(0)->takeChild(0); });
+    QTest::newRow("a member below another bus") << Change(
+        [](QTreeWidgetItem *top) { top->child(1)->insertChild(1, top->child(0)->takeChild(0)); });
+    QTest::newRow("a member of its own")
+        << Change([](QTreeWidgetItem *top) { top->insertChild(1, top->child(0)->takeChild(0)); });
+    QTest::newRow("a net below a bus")
+        << Change([](QTreeWidgetItem *top) { top->child(0)->addChild(top->takeChild(3)); });
+    QTest::newRow("a bus below a bus")
+        << Change([](QTreeWidgetItem *top) { top->child(0)->insertChild(1, top->takeChild(1)); });
+    QTest::newRow("an ordinary row below a bus") << Change(
+        [](QTreeWidgetItem *top) { top->child(0)->addChild(new QTreeWidgetItem({"plain"})); });
+}
+
+void TestResultRows::changedRowsAreAsked()
+{
+    QFETCH(Change, change);
+    const NETWEIR::Hierachy *top = m_netlist->top();
+    const QList<NETWEIR::RtlNet *> nets = top->singleNetsIncludeSub();
+    const QList<NETWEIR::RtlNetBus *> buses = top->netbusesIncludeSub();
+    for (const bool byModule : {false, true}) {
+        QTreeWidget tree;
+        if (byModule)
+            tree.addTopLevelItem(newModuleRow({"m", nets, buses, {}}, ProbeTypeIn));
+        else
+            tree.addTopLevelItems(newResultRows(nets, buses, ProbeTypeIn));
+        change(byModule ? tree.topLevelItem(0) : tree.invisibleRootItem());
+        ResultSignals results;
+        QStringList expected;
+        QStringList found;
+        forEachRow(&tree, [&](const QTreeWidgetItem *row) {
+            expected.append(textOf(signalOfResult(row)));
+            found.append(textOf(results.of(row)));
+        });
+        QVERIFY(expected.size() >= 8);
+        QCOMPARE(found, expected);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <select/signaltreewidget.h>
 
 #include <QApplication>
+#include <QChildEvent>
 #include <QDataStream>
 #include <QDragMoveEvent>
 #include <QDropEvent>
@@ -19,6 +20,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 using namespace TARN;
 using namespace TarnTest;
@@ -43,13 +45,15 @@ public:
             qFatal("the list does not come up");
     }
 
-    /// Called when a drag begins.
-    QMimeData *mimeData(const QList<QTreeWidgetItem *> items) const override
+    using signalTreeWidget::mimeData;
+
+    /// A drag begins: the view has drawn the rows and makes a QDrag. Before that it could not bear
+    /// that a drop deletes them.
+    void childEvent(QChildEvent *event) override
     {
-        QMimeData *dragged = signalTreeWidget::mimeData(items);
-        if (m_drop)
-            m_drop();
-        return dragged;
+        signalTreeWidget::childEvent(event);
+        if (event->added() && m_drop)
+            std::exchange(m_drop, {})();
     }
 
     bool isDragging() const { return state() == DraggingState; }
@@ -93,7 +97,7 @@ public:
             dropEvent(&drop);
         };
         startDrag(Qt::MoveAction);
-        m_drop = {};
+        QVERIFY(!m_drop);
     }
 
     /// The top-level rows in order, '*' selected, '+' expanded, '!' current.
