@@ -33,7 +33,17 @@ void blockPipeSignal()
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
 }
 
-/// Writes until the end of the reader or of @p isEnding.
+/// Waits until the tool reads the pipe. A signal of the host is no reason to give up.
+int openForTool(const QByteArray &path, const std::atomic<bool> &isEnding)
+{
+    int pipe = -1;
+    do {
+        pipe = ::open(path.constData(), O_WRONLY | O_CLOEXEC);
+    } while (pipe < 0 && errno == EINTR && !isEnding);
+    return pipe;
+}
+
+/// Writes until the end of the reader or until @p isEnding.
 void writeToPipe(int pipe, const QByteArray &content, const std::atomic<bool> &isEnding)
 {
     ::fcntl(pipe, F_SETFL, O_NONBLOCK);
@@ -164,7 +174,7 @@ void PipedFiles::fill(int file, const QByteArray &content)
     if (!writeBeside(file, content))
         m_isGood = false;
     const QByteArray path = pathOf(file);
-    const int pipe = ::open(path.constData(), O_WRONLY | O_CLOEXEC); // Waits for the tool.
+    const int pipe = openForTool(path, m_isEnding);
     if (pipe >= 0 && !m_isEnding && m_isGood && putInPlace(file)) {
         writeToPipe(pipe, content, m_isEnding);
     } else {
