@@ -4,6 +4,8 @@
 
 #include "signalbits.h"
 
+#include <QtMath>
+
 #include <algorithm>
 
 namespace TARN {
@@ -17,33 +19,83 @@ int takeLast(std::vector<int> *numbers)
     return number;
 }
 
+/// The number of an element of @p list that is not in use.
+template <typename Element>
+int newNumber(std::vector<Element> *list, std::vector<int> *free)
+{
+    if (!free->empty())
+        return takeLast(free);
+    list->emplace_back();
+    return int(list->size()) - 1;
+}
+
 } // namespace
+
+void DrivenBits::Table::reserve(std::size_t bits)
+{
+    if (bits * 4 <= m_places.size() * 3)
+        return;
+    std::vector<Place> former(qNextPowerOfTwo(quint32(bits + bits / 3)));
+    former.swap(m_places);
+    m_count = 0;
+    for (const Place &place : former) {
+        if (place.id != None)
+            fill(find(place.hash, [](int) { return false; }), place.hash, place.id);
+    }
+}
+
+std::size_t DrivenBits::Table::wanted(uint hash) const
+{
+    // The hashes of names that are numbered lie close together.
+    constexpr quint32 golden = 0x9e3779b9;
+    return (quint64(hash * golden) * m_places.size()) >> 32;
+}
+
+template <typename IsWanted>
+std::size_t DrivenBits::Table::find(uint hash, IsWanted isWanted) const
+{
+    std::size_t place = wanted(hash);
+    while (idAt(place) != None && !(m_places[place].hash == hash && isWanted(idAt(place))))
+        place = within(place + 1);
+    return place;
+}
+
+void DrivenBits::Table::fill(std::size_t gap, uint hash, int id)
+{
+    m_places[gap] = {hash, id};
+    ++m_count;
+}
+
+void DrivenBits::Table::remove(std::size_t place)
+{
+    // Those behind that would not be found over the gap move up.
+    for (std::size_t at = within(place + 1); idAt(at) != None; at = within(at + 1)) {
+        if (within(at - wanted(m_places[at].hash)) >= within(at - place)) {
+            m_places[place] = m_places[at];
+            place = at;
+        }
+    }
+    m_places[place] = {};
+    --m_count;
+}
 
 void DrivenBits::reserve(int bits)
 {
     // Some room for edits, which add the new bits before the old ones go.
-    bits += bits / 8;
-    // QHash would shrink otherwise.
-    if (bits <= m_ids.capacity())
-        return;
-    m_ids.reserve(bits);
-    m_bits.reserve(std::size_t(bits));
+    const auto count = std::size_t(bits + bits / 8);
+    m_table.reserve(count);
+    m_bits.reserve(count);
 }
 
 int DrivenBits::add(const QList<SignalItem> &items)
 {
-    if (m_freePorts.empty()) {
-        m_freePorts.push_back(int(m_ports.size()));
-        m_ports.emplace_back();
-    }
-    const int port = takeLast(&m_freePorts);
+    const int port = newNumber(&m_ports, &m_freePorts);
     Ids &ids = m_ports[std::size_t(port)];
     forEachBit(items, [&](const QString &name, int signal, int position) {
         const int id = idOf(name);
-        Drivers &drivers = bit(id).drivers;
-        if (drivers.empty() || drivers.back().port != port)
+        if (lastPort(bit(id)) != port)
             ids.push_back(id);
-        drivers.push_back({port, signal, position});
+        addDriver({port, signal, position}, &bit(id));
         touch(id);
     });
     return port;
@@ -51,15 +103,9 @@ int DrivenBits::add(const QList<SignalItem> &items)
 
 void DrivenBits::remove(int port)
 {
-    const auto isOther = [port](const Driver &driver) { return driver.port != port; };
-    const auto isOfPort = [port](const Driver &driver) { return driver.port == port; };
     Ids &ids = m_ports[std::size_t(port)];
     for (const int id : ids) {
-        // From the back, where the drivers are that came last.
-        Drivers &drivers = bit(id).drivers;
-        const auto last = std::find_if(drivers.rbegin(), drivers.rend(), isOfPort);
-        const auto first = std::find_if(last, drivers.rend(), isOther);
-        drivers.erase(first.base(), last.base());
+        removeDrivers(port, &bit(id));
         touch(id);
     }
     Ids().swap(ids);
@@ -72,7 +118,7 @@ void DrivenBits::settle()
     bool leaving = false;
     for (const int id : m_touched) {
         Bit &touched = bit(id);
-        const bool several = touched.drivers.size() > 1;
+        const bool several = driverCount(touched) > 1;
         if (several && !touched.listed)
             entering.push_back(id);
         leaving |= touched.listed && !several;
@@ -85,26 +131,90 @@ void DrivenBits::settle()
                         m_several.end());
     enter(std::move(entering));
     for (const int id : m_touched) {
-        if (bit(id).drivers.empty())
+        if (!bit(id).listed)
+            dropList(&bit(id));
+        if (driverCount(bit(id)) == 0)
             forget(id);
     }
-    m_touched.clear();
+    Ids().swap(m_touched); // Long after the first time.
+}
+
+/// Its place in the table, or the gap for it.
+std::size_t DrivenBits::placeOf(const QString &name, uint hash) const
+{
+    return m_table.find(hash, [&](int id) { return bit(id).name == name; });
 }
 
 int DrivenBits::idOf(const QString &name)
 {
-    // A new entry is 0, so the numbers in the table begin with 1.
-    int &entry = m_ids[name];
-    if (entry != 0)
-        return entry - 1;
-    if (m_freeBits.empty()) {
-        m_freeBits.push_back(int(m_bits.size()));
-        m_bits.emplace_back();
-    }
-    const int id = takeLast(&m_freeBits);
+    m_table.reserve(m_table.count() + 1);
+    const uint hash = qHash(name);
+    const std::size_t place = placeOf(name, hash);
+    if (m_table.idAt(place) != None)
+        return m_table.idAt(place);
+    const int id = newNumber(&m_bits, &m_freeBits);
     bit(id).name = name;
-    entry = id + 1;
+    m_table.fill(place, hash, id);
     return id;
+}
+
+// The drivers of a bit
+
+int DrivenBits::driverCount(const Bit &bit) const
+{
+    if (bit.list)
+        return m_drivers[bit.list].size();
+    return bit.driver.port != None ? 1 : 0;
+}
+
+/// The port of the driver that was added last, None when there is no driver.
+int DrivenBits::lastPort(const Bit &bit) const
+{
+    if (bit.list && driverCount(bit) > 0)
+        return m_drivers[bit.list].last().port;
+    return bit.driver.port;
+}
+
+void DrivenBits::addDriver(const Driver &driver, Bit *bit)
+{
+    if (!bit->list && bit->driver.port == None) {
+        bit->driver = driver;
+        return;
+    }
+    if (!bit->list) {
+        bit->list = uint(newNumber(&m_drivers, &m_freeLists));
+        m_drivers[bit->list].append(bit->driver);
+        bit->driver.port = None;
+    }
+    m_drivers[bit->list].append(driver);
+}
+
+void DrivenBits::removeDrivers(int port, Bit *bit)
+{
+    if (!bit->list) {
+        bit->driver.port = None;
+        return;
+    }
+    const auto isOther = [port](const Driver &driver) { return driver.port != port; };
+    const auto isOfPort = [port](const Driver &driver) { return driver.port == port; };
+    // From the back, where the drivers are that came last.
+    Drivers &drivers = m_drivers[bit->list];
+    const auto last = std::find_if(drivers.rbegin(), drivers.rend(), isOfPort);
+    const auto first = std::find_if(last, drivers.rend(), isOther);
+    drivers.erase(first.base(), last.base());
+}
+
+/// For a bit with one driver or none.
+void DrivenBits::dropList(Bit *bit)
+{
+    if (!bit->list)
+        return;
+    Drivers &drivers = m_drivers[bit->list];
+    if (!drivers.isEmpty())
+        bit->driver = drivers.first();
+    drivers = Drivers();
+    m_freeLists.push_back(int(bit->list));
+    bit->list = 0;
 }
 
 void DrivenBits::touch(int id)
@@ -138,9 +248,9 @@ void DrivenBits::enter(Ids ids)
 
 void DrivenBits::forget(int id)
 {
-    Bit &forgotten = bit(id);
-    m_ids.remove(forgotten.name);
-    forgotten = Bit();
+    const QString &name = bit(id).name;
+    m_table.remove(placeOf(name, qHash(name)));
+    bit(id) = Bit();
     m_freeBits.push_back(id);
 }
 
