@@ -2,15 +2,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "configsamples.h"
 
+#include <support/setting.h>
 #include <support/testcase.h>
 
 #include <model/configcheck.h>
+#include <model/drivenbits.h>
+#include <model/signalbits.h>
 #include <netweir/netlistbuilder.h>
 #include <netweir/rtlnetlist.h>
 #include <probes/signalsamples.h>
 
 #include <QElapsedTimer>
+#include <QMap>
 #include <QTest>
+
+#include <random>
 
 using TARN::checkConfig;
 using TARN::SignalItem;
@@ -39,6 +45,41 @@ const QString NoPort = "At least one Probe In port or Probe Out port should be e
 const QString NoClock = "No synchronization clock specified";
 const QString UnknownClock = "The output probe synchronizes with user clock does not exist";
 const QString InvalidClock = "Invalid user clock selected for output probe synchronization";
+
+/// Of each bit with several drivers, by its name, these drivers in order.
+using Drivers = QMap<QString, QStringList>;
+
+QString driverText(int port, int signal, int bit)
+{
+    return QStringLiteral("%1/%2/%3").arg(port).arg(signal).arg(bit);
+}
+
+Drivers severalDrivers(const QMap<int, QList<SignalItem>> &ports)
+{
+    Drivers drivers;
+    for (auto port = ports.begin(); port != ports.end(); ++port) {
+        TARN::forEachBit(*port, [&](const QString &name, int signal, int bit) {
+            drivers[name] += driverText(port.key(), signal, bit);
+        });
+    }
+    for (auto bit = drivers.begin(); bit != drivers.end();) {
+        bit->sort();
+        bit = bit->size() > 1 ? bit + 1 : drivers.erase(bit);
+    }
+    return drivers;
+}
+
+Drivers severalDrivers(const TARN::DrivenBits &bits)
+{
+    Drivers drivers;
+    for (int i = 0; i < bits.severalCount(); ++i) {
+        QStringList &texts = drivers[bits.name(i)];
+        for (const TARN::DrivenBits::Driver &driver : bits.drivers(i))
+            texts += driverText(driver.port, driver.signal, driver.bit);
+        texts.sort();
+    }
+    return drivers;
+}
 
 Cores coresOf(const QList<Core> &descriptions)
 {
@@ -174,6 +215,34 @@ private Q_SLOTS:
         for (const TARN::ConfigError &error : errors)
             found += QString("%1 %2 %3").arg(error.kind).arg(error.core).arg(error.name);
         QCOMPARE(found, QStringList({"0 1 ", "1 1 ", "1 2 ", "2 -1 s"}));
+    }
+
+    /// Ports come and go, some more than once between two looks at what they drive.
+    void driversOfBitsFollowThePorts()
+    {
+        const quint32 seed = TarnTest::setting("TARN_DRIVERS_SEED", 1);
+        qInfo("seed %u", seed);
+        std::mt19937 random(seed);
+        const auto below = [&random](int end) { return int(random() % quint32(end)); };
+        TARN::DrivenBits bits;
+        QMap<int, QList<SignalItem>> ports;
+        for (int step = 0; step < 800; ++step) {
+            if (ports.isEmpty() || below(100) < (step / 200 % 2 ? 30 : 70)) {
+                QList<SignalItem> items;
+                for (int i = below(6); i >= 0; --i)
+                    items.append(below(4) ? net("n" + QString::number(below(400)))
+                                          : bus("b" + QString::number(below(50)), 3));
+                ports.insert(bits.add(items), items);
+            } else {
+                const int port = ports.keys().at(below(ports.size()));
+                bits.remove(port);
+                ports.remove(port);
+            }
+            if (below(3) == 0)
+                continue;
+            bits.settle();
+            QCOMPARE(severalDrivers(bits), severalDrivers(ports));
+        }
     }
 
     /// Every bit of a configuration at all limits in conflict, with few and with many names.
