@@ -26,6 +26,14 @@ QString shown(const QString &one, const QString &other)
     return QStringLiteral("\"%1\", \"%2\"").arg(one, other);
 }
 
+/// How many names a file of so many bytes may share: about as many as it has elements.
+std::size_t nameCount(qint64 size)
+{
+    constexpr qint64 bytesOfElement = 64;
+    constexpr qint64 most = 1 << 17;
+    return std::size_t(std::clamp<qint64>(size / bytesOfElement, 1, most));
+}
+
 } // namespace
 
 ConfigReader::ConfigReader(QIODevice *device)
@@ -158,6 +166,8 @@ void ConfigReader::readPort(ProbeIn *port, QString *initialValue)
     }
     while (nextElement()) {
         if (isElement(ConfigFormat::Signal)) {
+            if (port->signals.isEmpty())
+                port->signals.reserve(m_lastCount);
             port->signals.append(SignalItem()); // NOLINT(clang-analyzer-*): never null
             m_lines.addSignal(m_line);
             readSignal(&port->signals.last());
@@ -165,6 +175,8 @@ void ConfigReader::readPort(ProbeIn *port, QString *initialValue)
             refuseElement();
         }
     }
+    if (!port->signals.isEmpty())
+        m_lastCount = port->signals.size();
 }
 
 void ConfigReader::readSignal(SignalItem *signal)
@@ -201,9 +213,9 @@ void ConfigReader::readSignal(SignalItem *signal)
 /// take longer than all else when they differ, so this one forgets.
 void ConfigReader::shareName(QString *name)
 {
-    constexpr std::size_t size = 1 << 17;
-    m_names.resize(size);
-    QString &known = m_names[qHash(*name) % size];
+    if (m_names.empty())
+        m_names.resize(nameCount(m_size));
+    QString &known = m_names[qHash(*name) % m_names.size()];
     if (known == *name)
         *name = known;
     else

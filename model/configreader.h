@@ -81,6 +81,7 @@ private:
     std::vector<std::unique_ptr<TarnCore>> m_cores;
     ConfigLines m_lines;
     std::vector<QString> m_names; ///< Of signals, each where its hash says, the last one stays.
+    int m_lastCount = 0;          ///< Of signals in a port. The next one is likely to have as many.
     int m_line = 0;               ///< On which the tag of the current element begins.
     int m_depth = 0;
     QString m_error;
