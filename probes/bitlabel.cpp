@@ -6,11 +6,36 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QPalette>
+#include <QVector>
 
 namespace TARN {
 
+namespace {
+
+/// The different palettes that the application has had while there were labels.
+Q_GLOBAL_STATIC(QVector<QPalette>, palettes)
+
+/// The number of the palette that the application has for @p label.
+quint16 paletteNumberFor(const QLabel *label)
+{
+    const QPalette palette = QApplication::palette(label);
+    const int known = palettes->indexOf(palette);
+    if (known == -1)
+        palettes->append(palette);
+    else
+        palettes->replace(known, palette); // The same object is compared quickly.
+    return quint16(known == -1 ? palettes->size() - 1 : known);
+}
+
+} // namespace
+
 BitLabel::BitLabel(const QString &bits)
-    : m_palette(QApplication::palette(this))
+    : m_silent(false)
+    , m_held(false)
+    , m_followsStyle(false)
+    , m_keepsPalette(false)
+    , m_palette(paletteNumberFor(this))
 {
     setFixedHeight(ValueTree::RowHeight); // By itself it would make its row a pixel higher.
     m_silent = true;
@@ -56,7 +81,7 @@ bool BitLabel::followStyle(QEvent *polish)
     const bool polished = QLabel::event(polish);
     QEvent missed(QEvent::StyleChange);
     QLabel::event(&missed);
-    if (m_palette != QApplication::palette(this))
+    if (m_palette != paletteNumberFor(this))
         keepPalette();
     return polished;
 }
@@ -66,7 +91,7 @@ void BitLabel::keepPalette()
     // Where there are style sheets, widgets that have their style do not follow the application's
     // palette. Labels that come into sight now must not look different from those beside them.
     m_ownRoles = palette().resolve();
-    QPalette kept = palette().resolve(m_palette);
+    QPalette kept = palette().resolve(palettes->at(m_palette));
     kept.resolve(~0U);
     setPalette(kept);
     m_keepsPalette = true;
@@ -74,7 +99,7 @@ void BitLabel::keepPalette()
 
 void BitLabel::followPalette()
 {
-    m_palette = QApplication::palette(this);
+    m_palette = paletteNumberFor(this);
     if (!m_keepsPalette)
         return;
     m_keepsPalette = false;

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QLabel>
-#include <QPalette>
 
 namespace TARN {
 
@@ -37,11 +36,12 @@ private:
     void keepPalette();
     void followPalette();
 
-    bool m_silent = false; ///< First, because looking up the palette asks for the class.
-    bool m_held = false;
-    bool m_followsStyle = false;
-    bool m_keepsPalette = false;
-    QPalette m_palette;  ///< Of the application, when this label would have got its style.
+    // Few bytes, because there are so many labels.
+    bool m_silent : 1; ///< First, because looking up the palette asks for the class.
+    bool m_held : 1;
+    bool m_followsStyle : 1;
+    bool m_keepsPalette : 1;
+    quint16 m_palette;   ///< Number of the application's, when this label would have got its style.
     uint m_ownRoles = 0; ///< Of the palette, those that are not kept.
 };
 

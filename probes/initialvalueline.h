@@ -41,6 +41,8 @@ public:
     int index() const { return m_index; }
     void setIndex(int index) { m_index = index; }
 
+    /// Makes room for so many labels, which a list that grows would have twice.
+    void reserveBitLabels(int count) { m_bitLabels.reserve(count); }
     void addBitLabel(QLabel *label) { m_bitLabels.append(label); }
     void clearBitLabels() { m_bitLabels.clear(); }
 

@@ -49,6 +49,7 @@ void values2Tree(QTreeWidget *tree, QTreeWidgetItem *parent, const QList<SignalI
     // By index: the tree would search each new row among those of its port.
     const QAbstractItemModel *model = tree->model();
     const QModelIndex port = model->index(tree->indexOfTopLevelItem(parent), 0);
+    line->reserveBitLabels(items.size());
     for (int i = 0; i < items.size(); ++i) {
         BitLabel *label = newLabel(takeBits(bits, items.at(i).width()), line);
         label->hold(); // The tree shows it when it lays out its rows, if it is in sight.
