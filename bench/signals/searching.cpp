@@ -142,7 +142,7 @@ public:
                 [&expression](const QString &name) { return expression.exactMatch(name); });
         m_table.add(titleOf(mode, pattern, sensitivity) +
                         (rareLiteral ? "" : ", no selective literal"),
-                    ratio(rareLiteral ? 5 : 3), "x", rareLiteral ? 0.15 : 1.1);
+                    ratio(5), "x", rareLiteral ? 0.15 : 1.1);
     }
 
     void hierarchical(const Mode &mode, const char *pattern, Qt::CaseSensitivity sensitivity)
