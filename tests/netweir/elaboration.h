@@ -23,7 +23,7 @@
 namespace TarnTest {
 
 /// The netlist of the elaborated design at @p xmlPath, whose root is a top. Null on failure; @p
-/// error then says why.
+/// error then says why. Definitions that are read run by run are let go while it is built.
 inline std::unique_ptr<NETWEIR::RtlNetlist>
 readNetlist(const QString &xmlPath, const NETWEIR::Internal::ReadOptions &options, QString *error,
             const NETWEIR::Internal::ReadLimits &limits = {})
@@ -37,7 +37,10 @@ readNetlist(const QString &xmlPath, const NETWEIR::Internal::ReadOptions &option
             return false;
         NETWEIR::NetlistBuilder builder(part->unitName(0));
         builder.setUsesJtagPrimitive(part->usesJtagPrimitive());
-        part->build(0, {}, builder.top(), &builder, {});
+        if (options.runSize == 1)
+            part->buildLast(0, {}, builder.top(), &builder, {});
+        else
+            part->build(0, {}, builder.top(), &builder, {});
         netlist = builder.take();
         return true;
     };

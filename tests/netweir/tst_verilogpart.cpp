@@ -416,7 +416,7 @@ void TestVerilogPart::runsAreReadLikeTheWhole()
     QVERIFY2(elaboration.isOk(), elaboration.log().constData());
     const QByteArray xml = TarnTest::readFile(elaboration.xmlPath());
     std::mt19937 random(2);
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 150; ++round) {
         QByteArray text = xml;
         for (int damages = round % 4; damages > 0; --damages)
             text = damaged(text, &random);

@@ -83,8 +83,12 @@ void Joiner::build(const Pending &pending)
     const ReadRoot &root = itemAt(m_roots, pending.root);
     const ReadPart &part = itemAt(m_parts, root.part);
     m_builder.setVhdl(pending.node, part.language == Language::Vhdl);
-    part.part->build(root.index, pending.driven, pending.node, &m_builder,
-                     [&](const BorderInstance &instance) { add(instance, part, number); });
+    const auto border = [&](const BorderInstance &instance) { add(instance, part, number); };
+    // Without others, the top is built once.
+    if (m_roots.size() == 1)
+        part.part->buildLast(root.index, pending.driven, pending.node, &m_builder, border);
+    else
+        part.part->build(root.index, pending.driven, pending.node, &m_builder, border);
 }
 
 /// Adds the node of a border. Its content comes later.

@@ -7,6 +7,8 @@
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/internal/xml/attributes.h>
 
+#include <QStringBuilder> // Names of the exact size.
+
 #include <algorithm>
 
 namespace NETWEIR::Internal {
@@ -25,7 +27,7 @@ bool isSingleNet(const DataType &type)
 
 QString indexed(const QString &name, int index)
 {
-    return name + QLatin1Char('[') + QString::number(index) + QLatin1Char(']');
+    return name % QLatin1Char('[') % QString::number(index) % QLatin1Char(']');
 }
 
 } // namespace
@@ -35,16 +37,18 @@ PlacedDefinition Layout::place(const Definition &definition) const
     PlacedDefinition placed;
     placed.definition = &definition;
     placed.variables.reserve(definition.variables.size());
+    placed.nets.reserve(definition.variables.size()); // Most variables are one net or bus.
     for (const Variable &variable : definition.variables) {
-        placed.variables.push_back({&variable, placed.bits, 0});
+        placed.variables.push_back({&variable, int(placed.bits), 0});
         if (!variable.isNet)
             continue;
         const qint64 width = storedWidth(variable, variable.type, std::string());
-        placed.variables.back().width = width;
         placed.bits += width;
         if (placed.bits > MostBits)
             break;
-        const QString name = definition.prefixOf(variable.scope) + variable.name;
+        placed.variables.back().width = int(width);
+        const QString prefix = definition.prefixOf(variable.scope);
+        const QString name = prefix.isEmpty() ? variable.name : QString(prefix % variable.name);
         addNets(variable,
                 {variable.type,
                  name,
@@ -112,7 +116,7 @@ BitRange Layout::bitsOf(const PlacedVariable &placed, const Part &part)
 {
     BitRange range;
     range.low = part.start.low;
-    range.high = std::min(part.start.high, placed.width - 1);
+    range.high = std::min<qint64>(part.start.high, placed.width - 1);
     range.step = std::max<qint64>(part.start.step, 1);
     range.width = part.width;
     if (range.low < 0 && part.start.isSingle()) {
@@ -273,7 +277,7 @@ void Layout::addMembers(const Variable &variable, const NamedPart &part,
         const std::string path = memberPath(part.path, member.name);
         below -= storedWidth(variable, member.type, path);
         const qint64 bit = type.kind == Kind::Struct ? part.bit + below : part.bit;
-        const QString name = part.name + QLatin1Char('.') + toQString(member.name);
+        const QString name = part.name % QLatin1Char('.') % toQString(member.name);
         std::vector<int> identifiers = part.identifiers;
         if (identifiers.empty() && hidesSteps(toQString(member.name)))
             identifiers = plainIdentifiers(part.name);

@@ -18,14 +18,15 @@ struct Variable;
 /// A design with more bits is refused.
 constexpr qint64 MostBits = qint64(1) << 24;
 
-/// A variable of a definition and its bits.
+/// A variable of a definition and its bits. No more than MostBits, which fit into an int: there are
+/// millions of variables.
 struct PlacedVariable
 {
     const Variable *variable = nullptr;
-    qint64 bit = 0;   ///< Least significant bit, counted in the definition.
-    qint64 width = 0; ///< 0 for a variable that is not a net.
+    int bit = 0;   ///< Least significant bit, counted in the definition.
+    int width = 0; ///< 0 for a variable that is not a net.
 
-    BitRange bits() const { return {bit, bit, 1, width, bit + width}; }
+    BitRange bits() const { return {bit, bit, 1, width, qint64(bit) + width}; }
 };
 
 /// A net or bus of a definition, under its local name.

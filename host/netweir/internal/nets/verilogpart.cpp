@@ -52,6 +52,27 @@ QString keyOf(const PartRoot &root)
 
 } // namespace
 
+/// The instances below a root with the marks of all their nets. Refers to the part and the root.
+struct VerilogPart::MarkedInstances
+{
+    MarkedInstances(const VerilogPart &part, const Root &root, const DrivenPorts &driven)
+        : paths(part.m_design.types(), root.tree, root.bindings)
+        , layout(part.m_design.types(), part.m_memories)
+        , marker({part.m_design, root.tree, root.bindings, paths, layout, part.m_marked}, &marks)
+    {
+        marks.fill(root.tree, part.m_marked);
+        if (root.isTop)
+            marker.mark();
+        else
+            marker.mark(driven);
+    }
+
+    const PathResolver paths;
+    const Layout layout;
+    InstanceMarks marks;
+    InstanceMarker marker;
+};
+
 VerilogPart::VerilogPart() = default;
 VerilogPart::~VerilogPart() = default;
 
@@ -239,22 +260,34 @@ void VerilogPart::build(int root, const DrivenPorts &driven, Hierachy *node,
                         NetlistBuilder *builder, const BorderHandler &border) const
 {
     const Root &instances = itemAt(m_roots, root);
-    const PathResolver paths(m_design.types(), instances.tree, instances.bindings);
-    const Layout layout(m_design.types(), m_memories);
-    InstanceMarks marks;
-    marks.fill(instances.tree, m_marked);
-    InstanceMarker marker({m_design, instances.tree, instances.bindings, paths, layout, m_marked},
-                          &marks);
-    if (instances.isTop)
-        marker.mark();
-    else
-        marker.mark(driven);
-    stampNetlist(instances.tree, m_placed, marks, node, builder,
+    const MarkedInstances marked(*this, instances, driven);
+    stampNetlist(instances.tree, m_placed, marked.marks, node, builder,
                  [&](int instance, Hierachy *parent) {
-                     BorderInstance found = borderAt(instances.tree, instance, marker);
+                     BorderInstance found = borderAt(instances.tree, instance, marked.marker);
                      found.parent = parent;
                      border(found);
                  });
+}
+
+void VerilogPart::buildLast(int root, const DrivenPorts &driven, Hierachy *node,
+                            NetlistBuilder *builder, const BorderHandler &border)
+{
+    if (!m_foreignRoots.empty()) // Their pins are evaluated on the way.
+        return build(root, driven, node, builder, border);
+    const Root &instances = itemAt(m_roots, root);
+    const InstanceMarks marks = std::move(MarkedInstances(*this, instances, driven).marks);
+    forgetAllButNames();
+    stampNetlist(instances.tree, m_placed, marks, node, builder);
+}
+
+/// Keeps the instances and the names of the nets, which a netlist is made of.
+void VerilogPart::forgetAllButNames()
+{
+    m_marked = std::vector<MarkedDefinition>();
+    m_memories = Memories();
+    for (PlacedDefinition &placed : m_placed)
+        placed.variables = std::vector<PlacedVariable>();
+    m_design.forgetDeclarations();
 }
 
 BorderInstance VerilogPart::borderAt(const InstanceTree &tree, int instance,

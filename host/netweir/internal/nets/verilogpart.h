@@ -41,6 +41,8 @@ public:
     std::vector<PartPort> ports(int root) const override;
     void build(int root, const DrivenPorts &driven, Hierachy *node, NetlistBuilder *builder,
                const BorderHandler &border) const override;
+    void buildLast(int root, const DrivenPorts &driven, Hierachy *node, NetlistBuilder *builder,
+                   const BorderHandler &border) override;
     bool usesJtagPrimitive() const override;
 
 private:
@@ -51,6 +53,8 @@ private:
         InstanceTree tree;
         InterfaceBindings bindings;
     };
+
+    struct MarkedInstances;
 
     VerilogPart();
     bool read(XmlFile *file, const QString &folder, const std::vector<PartRoot> &roots,
@@ -67,6 +71,7 @@ private:
     BorderInstance borderAt(const InstanceTree &tree, int instance,
                             const InstanceMarker &marker) const;
     const Definition &definitionOf(int root) const;
+    void forgetAllButNames();
 
     ElaboratedDesign m_design;
     std::vector<Root> m_roots;

@@ -40,8 +40,9 @@ struct BorderInstance
 using BorderHandler = std::function<void(const BorderInstance &)>;
 
 /// The elaborated units of one language: below each root, all instances down to those of units of
-/// the other language, the borders. Immutable. Its functions may run in any thread; those that take
-/// time proportional to the design call ReadGuard::check(), so they may throw ReadingEnded.
+/// the other language, the borders. Immutable until buildLast(). Its functions may run in any
+/// thread; those that take time proportional to the design call ReadGuard::check(), so they may
+/// throw ReadingEnded.
 ///
 /// Marks at a border: an instance of a foreign unit drives its outputs and inouts. In the foreign
 /// unit, an input bit is driven if the connected bit outside is.
@@ -72,6 +73,14 @@ public:
     /// top. May be called several times for one root. Linear in what it adds.
     virtual void build(int root, const DrivenPorts &driven, Hierachy *node, NetlistBuilder *builder,
                        const BorderHandler &border) const = 0;
+
+    /// The same for a part of which nothing is asked afterwards. It may let go of what it has while
+    /// the netlist grows.
+    virtual void buildLast(int root, const DrivenPorts &driven, Hierachy *node,
+                           NetlistBuilder *builder, const BorderHandler &border)
+    {
+        build(root, driven, node, builder, border);
+    }
 
     /// An instance of the JTAG primitive is in this part.
     virtual bool usesJtagPrimitive() const = 0;

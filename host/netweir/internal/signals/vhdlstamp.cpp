@@ -9,6 +9,8 @@
 #include <netweir/internal/ground/readguard.h>
 #include <netweir/netlistbuilder.h>
 
+#include <QStringBuilder> // Names of the exact size.
+
 namespace NETWEIR::Internal {
 
 namespace {
@@ -42,7 +44,8 @@ public:
 private:
     void addNet(const SignalNet &net, qint64 scalar, const Target &target)
     {
-        const QString name = target.prefix + net.name;
+        const bool isInner = !target.prefix.isEmpty();
+        const QString name = isInner ? QString(target.prefix % net.name) : net.name;
         if (net.kind == SignalNet::Excluded) {
             m_builder.addNet(target.node, name, {true, true});
         } else if (net.kind == SignalNet::Single) {

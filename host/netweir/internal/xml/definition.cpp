@@ -80,6 +80,18 @@ void Definition::forgetElements()
         std::vector<Occurrence>().swap(*list);
 }
 
+void Definition::forgetDeclarations()
+{
+    for (NameScope &scope : scopes)
+        scope.symbols = SymbolTable();
+    variables = std::vector<Variable>();
+    interfacePins = std::vector<InterfacePin>();
+    routines = std::vector<Routine>();
+    ports = std::vector<int>();
+    modportOutputs.clear();
+    omittedWrites.clear();
+}
+
 void Definition::forgetContent()
 {
     Definition heading;

@@ -95,6 +95,8 @@ struct Definition
 
     /// Lets go of the document: of all its nodes, and of the lists of them.
     void forgetElements();
+    /// Keeps only the instances, and the scopes without what is declared in them.
+    void forgetDeclarations();
     /// Back to the heading, to be read once more.
     void forgetContent();
 };

@@ -51,6 +51,16 @@ bool ElaboratedDesign::readAgain(XmlFile *file, const Definition &definition, co
     return goesOn;
 }
 
+void ElaboratedDesign::forgetDeclarations()
+{
+    for (const auto &definition : m_definitions)
+        definition->forgetDeclarations();
+    m_definitionNames = {};
+    m_packageVariables = {};
+    m_routines = {};
+    m_names.forgetNames();
+}
+
 /// Reads everything but the content of the definitions. Parses all other elements once, because any
 /// of them may be damaged.
 bool ElaboratedDesign::readFrame(XmlFile *file, const ReadOptions &options, const QString &folder,
@@ -218,6 +228,9 @@ bool ElaboratedDesign::readRuns(XmlFile *file, const ReadOptions &options, Defin
         runs.push_back(run);
         definition->forgetElements();
     }
+    // Reading them once more takes less than reading the definition did.
+    if (m_sources.textSize() < element.end - element.begin)
+        m_sources.forgetTexts();
     reader.finish(options);
     const bool isNoted = std::all_of(runs.begin(), runs.end(), [&](const Run &run) {
         return !run.hasProcessWrites || loadRun(file, definition, run);

@@ -59,6 +59,10 @@ public:
     /// again.
     void forgetTexts() { m_sources.forgetTexts(); }
 
+    /// Lets go of all that definitions declare but their instances. Only they, and the names of
+    /// scopes, can be asked for afterwards.
+    void forgetDeclarations();
+
     /// True when writtenArguments() was asked for a routine and another one of that name was read
     /// later.
     bool isOutdated() const { return m_isOutdated; }

@@ -17,6 +17,15 @@ std::string_view NamePool::keep(std::string_view name)
     return recent;
 }
 
+void NamePool::forgetNames()
+{
+    m_recentNames.fill({});
+    m_recentTexts.fill({});
+    m_blocks.clear();
+    m_free = nullptr;
+    m_freeSize = 0;
+}
+
 QString NamePool::keep(const QString &name)
 {
     QString &recent = m_recentTexts[qHash(name) % RecentNames];

@@ -26,6 +26,8 @@ public:
 
     /// The name, valid as long as the pool.
     std::string_view keep(std::string_view name);
+    /// Ends the validity of all names; texts stay, as long as others hold them.
+    void forgetNames();
     /// The name, in shared memory if possible.
     QString keep(const QString &name);
 

@@ -13,6 +13,7 @@
 #include <array>
 #include <charconv>
 #include <limits>
+#include <numeric>
 
 namespace NETWEIR::Internal {
 
@@ -51,6 +52,13 @@ QString SourceTexts::nameOf(const pugi::xml_node &node) const
         text = text.mid(1).trimmed();
     const QString whole = QString::fromUtf8(text);
     return whole.startsWith(decodedName(encoded.substr(0, hash))) ? whole : name;
+}
+
+qint64 SourceTexts::textSize() const
+{
+    return std::accumulate(
+        m_texts.begin(), m_texts.end(), qint64(0),
+        [](qint64 sum, const SourceText &source) { return sum + source.text.size(); });
 }
 
 QByteArray SourceTexts::textAt(std::string_view location) const

@@ -43,6 +43,9 @@ public:
     /// Lets go of the texts read so far.
     void forgetTexts() { m_texts.clear(); }
 
+    /// The size of these texts in bytes.
+    qint64 textSize() const;
+
 private:
     /// A file and the places in it where its lines begin.
     struct SourceText

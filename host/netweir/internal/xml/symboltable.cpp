@@ -17,7 +17,7 @@ void SymbolTable::add(std::string_view name, const Symbol &symbol)
     if (entry >= 0)
         return;
     entry = countOf(m_entries);
-    m_entries.push_back({name, symbol});
+    m_entries.emplace_back(name, symbol);
 }
 
 Symbol SymbolTable::find(std::string_view name) const
@@ -25,7 +25,7 @@ Symbol SymbolTable::find(std::string_view name) const
     if (m_entries.empty())
         return {};
     const int entry = itemAt(m_slots, slotOf(name));
-    return entry < 0 ? Symbol() : itemAt(m_entries, entry).symbol;
+    return entry < 0 ? Symbol() : itemAt(m_entries, entry).symbol();
 }
 
 void SymbolTable::shrink()
@@ -38,7 +38,7 @@ int SymbolTable::slotOf(std::string_view name) const
 {
     const std::size_t mask = m_slots.size() - 1;
     std::size_t slot = std::hash<std::string_view>()(name) & mask;
-    while (m_slots[slot] >= 0 && itemAt(m_entries, m_slots[slot]).name != name)
+    while (m_slots[slot] >= 0 && itemAt(m_entries, m_slots[slot]).name() != name)
         slot = (slot + 1) & mask;
     return int(slot);
 }
@@ -47,7 +47,7 @@ void SymbolTable::grow()
 {
     m_slots.assign(std::max<std::size_t>(4, 2 * m_slots.size()), -1);
     for (int i = 0; i < countOf(m_entries); ++i)
-        itemAt(m_slots, slotOf(itemAt(m_entries, i).name)) = i;
+        itemAt(m_slots, slotOf(itemAt(m_entries, i).name())) = i;
 }
 
 } // namespace NETWEIR::Internal
