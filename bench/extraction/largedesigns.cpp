@@ -3,6 +3,7 @@
 #include "largedesigns.h"
 
 #include "design.h"
+#include "flatdesign.h"
 #include "generatedvhdl.h"
 #include "largedesign.h"
 
@@ -23,6 +24,8 @@ namespace {
 const QString FewArgument = QStringLiteral("large-few");
 const QString ManyArgument = QStringLiteral("large-many");
 const QString VhdlArgument = QStringLiteral("large-vhdl");
+const QString CellsArgument = QStringLiteral("large-cells");
+const QString NetsArgument = QStringLiteral("large-nets");
 
 /// What the extraction of a large design took, as a process prints it.
 struct Extraction
@@ -58,10 +61,29 @@ Design vhdlDesign(const QTemporaryDir &folder)
     return design;
 }
 
+/// The elaborator takes more than linear time for one module with many nets.
+Design flatDesign(const QTemporaryDir &folder, bool hasCells)
+{
+    FlatDesign generated;
+    if (hasCells)
+        generated.cells = 60000;
+    else
+        generated.nets = 200000;
+    Design design;
+    design.top = QStringLiteral("bench_top");
+    design.standard = QStringLiteral("1364-2005");
+    design.files.append(folder.filePath(QStringLiteral("bench.v")));
+    writeSource(design.files.first(), generated.source());
+    return design;
+}
+
 Design largeDesign(const QTemporaryDir &folder, const QString &argument)
 {
-    return argument == VhdlArgument ? vhdlDesign(folder)
-                                    : verilogDesign(folder, argument == ManyArgument);
+    if (argument == VhdlArgument)
+        return vhdlDesign(folder);
+    if (argument == CellsArgument || argument == NetsArgument)
+        return flatDesign(folder, argument == CellsArgument);
+    return verilogDesign(folder, argument == ManyArgument);
 }
 
 double wallOf(const std::function<void()> &work)
@@ -122,12 +144,15 @@ bool measureLargeDesigns()
     bool good = measureLargeDesign("Large design, few modules", FewArgument);
     good &= measureLargeDesign("Large design, 16,000 modules", ManyArgument);
     good &= measureLargeDesign("Large VHDL design", VhdlArgument);
+    good &= measureLargeDesign("One module with 60,000 cells", CellsArgument);
+    good &= measureLargeDesign("One module with 200,000 single nets", NetsArgument);
     return good;
 }
 
 bool extractLargeDesign(const QStringList &arguments)
 {
-    for (const QString &argument : {FewArgument, ManyArgument, VhdlArgument}) {
+    for (const QString &argument :
+         {FewArgument, ManyArgument, VhdlArgument, CellsArgument, NetsArgument}) {
         if (!arguments.contains(argument))
             continue;
         const QTemporaryDir folder;
