@@ -32,7 +32,7 @@ public:
 
 private:
     static constexpr std::size_t FirstPiece = 32 * 1024;
-    static constexpr std::size_t LargestPiece = 8 * 1024 * 1024;
+    static constexpr std::size_t LargestPiece = 1024 * 1024;
 
     void addPiece(std::size_t size)
     {
