@@ -123,6 +123,8 @@ void TreeMerge::add(SignalItem &&item)
     }
     const QList<SignalItem> members = item.members;
     QTreeWidgetItem *row = newRowOf(std::move(item), Holds::Item, 0);
+    if (isBus && !members.isEmpty() && m_numbers.count() == m_busRows.size())
+        m_numbers.tell(row);
     (isBus ? m_busRows : m_singleRows).append(withMembers(row, members, 0));
 }
 
@@ -137,7 +139,10 @@ void TreeMerge::finish()
     appendRows(&rows, m_singles, 0);
     if (rows.isEmpty())
         return;
-    addTopLevelRows(m_tree, rows);
+    if (m_treeIsEmpty)
+        m_tree->addTopLevelItems(rows); // They know their numbers.
+    else
+        addTopLevelRows(m_tree, rows);
     bringIntoSight(m_tree, rows.first(), rows.last());
 }
 

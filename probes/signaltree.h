@@ -6,6 +6,8 @@
 #include "signalmerge.h"
 #include "value2tree.h"
 
+#include <widgets/treerows.h>
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -59,6 +61,7 @@ private:
     // What was added so far, buses and the rest. The rows are owned until they go into the tree.
     QList<SignalItem> m_buses;
     QList<SignalItem> m_singles;
+    RowNumbers m_numbers; ///< Of the first rows of buses, as long as all have members.
     QList<QTreeWidgetItem *> m_busRows;
     QList<QTreeWidgetItem *> m_singleRows;
 };

@@ -7,6 +7,7 @@
 #include <probes/signalrow.h>
 #include <probes/signaltree.h>
 #include <sdk/netweir.h>
+#include <widgets/treerows.h>
 
 #include <QIcon>
 #include <QTreeWidgetItem>
@@ -103,9 +104,10 @@ QTreeWidgetItem *newRow(NETWEIR::RtlNet *net, Style style)
     return new SourceRow(net, style, Holds::Item);
 }
 
-QTreeWidgetItem *newRow(NETWEIR::RtlNetBus *bus, Style style)
+QTreeWidgetItem *newRow(NETWEIR::RtlNetBus *bus, Style style, RowNumbers *numbers)
 {
     auto *row = new SourceRow(bus, style, Holds::Item);
+    numbers->tell(row);
     const auto &nets = bus->nets();
     const Holds holds = style.membersHoldItems ? Holds::Item : Holds::Nothing;
     for (NETWEIR::RtlNet *net : nets)
@@ -119,8 +121,9 @@ QList<QTreeWidgetItem *> newRows(const QList<NETWEIR::RtlNet *> &nets,
 {
     QList<QTreeWidgetItem *> rows;
     rows.reserve(nets.size() + buses.size());
+    RowNumbers numbers;
     for (NETWEIR::RtlNetBus *bus : buses)
-        rows.append(newRow(bus, style));
+        rows.append(newRow(bus, style, &numbers));
     for (NETWEIR::RtlNet *net : nets)
         rows.append(newRow(net, style));
     return rows;

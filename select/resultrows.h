@@ -18,7 +18,8 @@ struct ModuleForWidget;
 // What a search has found, as rows. They refer to the nets and buses, so the netlist must not go
 // while they are shown; they may be deleted later. Clones have values of their own.
 
-/// Rows, owned by the caller, for @p buses and then for @p nets, with full names.
+/// Rows, owned by the caller, for @p buses and then for @p nets, with full names. Those of buses
+/// know their numbers (RowNumbers).
 QList<QTreeWidgetItem *> newResultRows(const QList<NETWEIR::RtlNet *> &nets,
                                        const QList<NETWEIR::RtlNetBus *> &buses, ProbeType type);
 

@@ -302,7 +302,7 @@ void TarnSignalSelectDialog::setTreeWidget(const QList<NETWEIR::RtlNet *> &nets,
     timer.start();
     const QList<NETWEIR::RtlNetBus *> shownBuses =
         m_netlist ? buses : QList<NETWEIR::RtlNetBus *>();
-    addTopLevelRows(ui->treeWidget, newResultRows(nets, shownBuses, m_type));
+    ui->treeWidget->addTopLevelItems(newResultRows(nets, shownBuses, m_type));
     qDebug().noquote().nospace() << timer.elapsed() / 1000.0 << "s";
 }
 

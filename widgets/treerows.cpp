@@ -312,6 +312,13 @@ void addTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
     tree->addTopLevelItems(rows);
 }
 
+void RowNumbers::tell(QTreeWidgetItem *row)
+{
+    m_before.addChild(row);
+    m_before.takeChild(count() - 1);
+    m_before.addChild(new QTreeWidgetItem);
+}
+
 void removeTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows)
 {
     if (rows.isEmpty())

@@ -3,11 +3,11 @@
 #pragma once
 
 #include <QList>
+#include <QTreeWidgetItem>
 
 #include <functional>
 
 class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace TARN {
 
@@ -22,6 +22,19 @@ void forEachSelectedRow(const QTreeWidget *tree,
 /// that come first know their numbers at once: the model searches the whole list for one that does
 /// not, when the view first asks for the parent of a row below it.
 void addTopLevelRows(QTreeWidget *tree, const QList<QTreeWidgetItem *> &rows);
+
+/// Tells new rows the numbers that they will have in a tree, for the reason that addTopLevelRows()
+/// has. It is quicker before they have rows below them; then QTreeWidget::addTopLevelItems() does.
+class RowNumbers
+{
+public:
+    /// @p row, which is in no tree, comes next.
+    void tell(QTreeWidgetItem *row);
+    int count() const { return m_before.childCount(); }
+
+private:
+    QTreeWidgetItem m_before; ///< Has a row in place of each one that was told its number.
+};
 
 /// Deletes top-level rows of @p tree, with their children, in linear time. @p rows has the order of
 /// the tree. The rows that stay keep their expansion, selection and order, and the tree its current

@@ -64,6 +64,35 @@ class TestTreeRows : public TarnTest::TestCase
     Q_OBJECT
 
 private Q_SLOTS:
+    void toldNumbersChangeNothingElse()
+    {
+        TARN::RowNumbers numbers;
+        Rows rows;
+        for (int i = 0; i < 3; ++i) {
+            rows.append(new QTreeWidgetItem({QString::number(i)}));
+            QCOMPARE(numbers.count(), i);
+            numbers.tell(rows.last());
+            QVERIFY(!rows.last()->parent());
+            rows.last()->addChild(new QTreeWidgetItem({"a"}));
+        }
+        // Also where the numbers turn out wrong.
+        for (const int before : {0, 2}) {
+            QTreeWidget tree;
+            fill(&tree, before);
+            tree.addTopLevelItems(rows);
+            for (int i = 0; i < 3; ++i) {
+                const QModelIndex child =
+                    tree.model()->index(0, 0, tree.model()->index(before + i, 0));
+                QCOMPARE(child.data().toString(), QString("a"));
+                QCOMPARE(child.parent().row(), before + i);
+                QCOMPARE(tree.indexOfTopLevelItem(rows.at(i)), before + i);
+            }
+            for (QTreeWidgetItem *row : qAsConst(rows))
+                tree.takeTopLevelItem(tree.indexOfTopLevelItem(row));
+        }
+        qDeleteAll(rows);
+    }
+
     void keepsTheStateOfTheRest_data()
     {
         QTest::addColumn<int>("step");
