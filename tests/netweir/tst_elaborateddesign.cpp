@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "designxml.h"
 
+#include <netweir/internal/xml/xmlfile.h>
+
 #include <support/files.h>
 #include <support/testcase.h>
 
@@ -27,6 +29,8 @@ private Q_SLOTS:
     void routinesTellWhatTheyWrite();
     void variablesOfPackagesAreToldBySource_data();
     void variablesOfPackagesAreToldBySource();
+    void changedDefinitionsAreNoticed_data();
+    void changedDefinitionsAreNoticed();
 };
 
 void TestElaboratedDesign::otherDocumentsAreRefused_data()
@@ -209,6 +213,80 @@ void TestElaboratedDesign::variablesOfPackagesAreToldBySource()
                            {}, {}, folder.path(), QStringLiteral("(file id=a filename=a.v)"));
     const Reference made{design.element("use").first_child(), {}, 0};
     QTEST(design->isToPackage(made), "expected");
+}
+
+namespace {
+
+/// A file with these members of the top. Its size does not depend on them.
+QByteArray fileWith(const QByteArray &members)
+{
+    constexpr int Size = 800;
+    return "<verilator_xml>\n<netlist>\n<module name=\"top\" origName=\"top\" topModule=\"1\">\n"
+           "  <var name=\"v\" origName=\"v\" dtype_id=\"1\"/>\n  " +
+           members.leftJustified(Size) +
+           "\n  <var name=\"w\" origName=\"w\" dtype_id=\"1\"/>\n</module>\n"
+           "<module name=\"leaf\" origName=\"leaf\"/>\n"
+           "<typetable><basicdtype id=\"1\" name=\"logic\"/></typetable>\n"
+           "</netlist>\n</verilator_xml>\n";
+}
+
+QByteArray instanceOfLeaf(const QByteArray &name, const QByteArray &content = QByteArray())
+{
+    return "<instance name=\"" + name + "\" origName=\"" + name + "\" defName=\"leaf\">" + content +
+           "</instance>";
+}
+
+} // namespace
+
+void TestElaboratedDesign::changedDefinitionsAreNoticed_data()
+{
+    QTest::addColumn<QByteArray>("later");
+    QTest::addColumn<bool>("isSameWhole"); ///< When the definition is not large.
+    QTest::addColumn<bool>("isSameInRuns");
+    const QByteArray u = instanceOfLeaf("u");
+    const QByteArray range = "<range><const name=\"32'h1\"/><const name=\"32'h0\"/></range>";
+    const QByteArray assignment = R"(<contassign loc="a"><varref name="v" loc="a"/>)"
+                                  R"(<varref name="v" loc="a"/>%</contassign>)";
+    QTest::newRow("the same") << u << true << true;
+    QTest::newRow("an assignment more")
+        << u + QByteArray(assignment).replace('%', "") << true << true;
+    QTest::newRow("no instance") << QByteArray() << false << false;
+    QTest::newRow("an array of foreign instances")
+        << u + instanceOfLeaf("x") + instanceOfLeaf("x.netweir_range", range) << false << false;
+    QTest::newRow("a scope") << u + R"(<begin name="b"/>)" << false << false;
+    QTest::newRow("a variable") << u + R"(<var name="x" origName="x" dtype_id="1"/>)" << false
+                                << false;
+    // A supply needs the elements of all variables, which a run does not have.
+    QTest::newRow("a supply") << u + QByteArray(assignment).replace('%', "<strengthspec/>") << true
+                              << false;
+}
+
+void TestElaboratedDesign::changedDefinitionsAreNoticed()
+{
+    QFETCH(QByteArray, later);
+    QFETCH(bool, isSameWhole);
+    QFETCH(bool, isSameInRuns);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("design.xml"));
+    DeclaredUnit leaf;
+    ReadOptions options;
+    options.foreignUnits.insert(QStringLiteral("leaf"), &leaf);
+    for (const bool isLarge : {false, true}) {
+        TarnTest::writeFile(path, fileWith(instanceOfLeaf("u")));
+        options.runSize = isLarge ? 1 : 1024 * 1024;
+        XmlFile file;
+        ElaboratedDesign design;
+        QString error;
+        const auto isSame = [](const Definition &, const ElaboratedDesign::EachRun &eachRun) {
+            return eachRun(ElaboratedDesign::Use::All, [] {});
+        };
+        QVERIFY2(file.open(path, 1024 * 1024, &error), qPrintable(error));
+        QVERIFY2(design.read(&file, options, {}, isSame, &error), qPrintable(error));
+        TarnTest::writeFile(path, fileWith(later));
+        QCOMPARE(design.readAgain(&file, design.top(), isSame),
+                 isLarge ? isSameInRuns : isSameWhole);
+        QCOMPARE(file.isSound(), isLarge ? isSameInRuns : isSameWhole);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestElaboratedDesign)

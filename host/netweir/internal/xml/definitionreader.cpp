@@ -157,7 +157,8 @@ bool DefinitionReader::readAgain(const pugi::xml_node &node, const Counts &first
     m_mode = Mode::Again;
     m_counts = first;
     walk(node);
-    if (!(m_counts == end))
+    const bool isPart = m_definition->variableElements.size() < m_definition->variables.size();
+    if (!(m_counts == end) || (isPart && !m_definition->supplies.empty()))
         return false;
     noteProcessWrites();
     return true;
@@ -318,6 +319,7 @@ void DefinitionReader::addVariable(const pugi::xml_node &node)
     if (isInterfaceReference(node))
         return declareInterface(node);
     m_definition->variableElements.push_back(node);
+    ++m_counts.variables;
     if (m_mode == Mode::Again)
         return;
     Variable variable;
@@ -414,7 +416,9 @@ InstanceItem DefinitionReader::instanceAt(const pugi::xml_node &node) const
 bool DefinitionReader::isRange(const InstanceItem &instance) const
 {
     const bool isForeign = instance.definition && instance.definition->isForeign();
-    if (!isForeign || m_counts.instances == 0 || !instance.isArray)
+    const bool isAfterOther =
+        m_counts.instances > 0 && m_counts.instances <= countOf(m_definition->instances);
+    if (!isForeign || !isAfterOther || !instance.isArray)
         return false;
     const InstanceItem &array = itemAt(m_definition->instances, m_counts.instances - 1);
     return instance.scope == array.scope &&

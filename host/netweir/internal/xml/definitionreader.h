@@ -26,11 +26,13 @@ public:
     {
         int scopes = 0;
         int instances = 0;
+        int variables = 0;
 
-        static Counts atBegin() { return {1, 0}; } ///< The definition itself is a scope.
+        static Counts atBegin() { return {1, 0, 0}; } ///< The definition itself is a scope.
         bool operator==(const Counts &other) const
         {
-            return scopes == other.scopes && instances == other.instances;
+            return scopes == other.scopes && instances == other.instances &&
+                   variables == other.variables;
         }
     };
 

@@ -258,9 +258,9 @@ bool ElaboratedDesign::loadAgain(XmlFile *file, Definition *definition)
     Run whole;
     whole.bytes = {element.startEnd, element.end};
     whole.first = DefinitionReader::Counts::atBegin();
-    whole.end = {countOf(definition->scopes), countOf(definition->instances)};
-    return loadRun(file, definition, whole) &&
-           definition->variableElements.size() == definition->variables.size();
+    whole.end = {countOf(definition->scopes), countOf(definition->instances),
+                 countOf(definition->variables)};
+    return loadRun(file, definition, whole);
 }
 
 ElaboratedDesign::EachRun ElaboratedDesign::eachRunOf(XmlFile *file, Definition *definition)

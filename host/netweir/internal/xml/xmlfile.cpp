@@ -165,7 +165,7 @@ bool XmlFile::readWhole(QString *error)
 bool XmlFile::readPart(qint64 begin, qint64 end)
 {
     m_document.reset();
-    m_text.resize(0); // Keeps its memory.
+    m_text.clear();
     return append(begin, end);
 }
 
