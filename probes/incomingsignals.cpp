@@ -29,8 +29,10 @@ IncomingSignals::Positions::Positions(int count)
 
 int &IncomingSignals::Positions::headOf(const QString &name, uint hash)
 {
+    // The hashes of names that are numbered lie close together.
+    constexpr uint Spread = 0x9E3779B9;
+    std::size_t place = (quint64(hash * Spread) * m_heads.size()) >> 32;
     const std::size_t mask = m_heads.size() - 1;
-    std::size_t place = hash & mask;
     while (m_heads[place] != End) {
         const Link &link = linkAt(m_heads[place]);
         if (link.hash == hash && *link.name == name)
