@@ -121,6 +121,7 @@ std::unique_ptr<NETWEIR::RtlNetlist> extract(const DesignInfo &info, Dump *dump)
     extraction.findModules(&tops, &modules, &messages);
     // What the first call says and what the second one says depends on how long they take.
     std::unique_ptr<NETWEIR::RtlNetlist> netlist = extraction.buildNetlist(&messages);
+    messages.removeDuplicates();
     dump->line(QStringLiteral("MODULES tops %1 all %2").arg(quoted(tops), quoted(modules)));
     for (const QString &message : qAsConst(messages))
         dump->line(QStringLiteral("SAYS %1").arg(quoted(message)));
