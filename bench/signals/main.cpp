@@ -17,7 +17,6 @@ int main(int argc, char *argv[])
 
     const std::unique_ptr<NETWEIR::RtlNetlist> owner = TarnBench::generatedNetlist();
     NETWEIR::RtlNetlist *netlist = owner.get();
-    // Showing comes first: it measures memory, so the process must not have used any before.
     return TarnBench::runJobs(argc, argv,
                               {{"showing", [=] { return measureShowing(netlist); }},
                                {"searching", [=] { return measureSearching(netlist); }},
